@@ -1,0 +1,52 @@
+// What the headers declare, in header order, as plain values.
+#pragma once
+
+#include "type.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace generator {
+
+struct Parameter {
+    std::string name; ///< "arg<n>" where the header gives none
+    TypePtr type;
+};
+
+/// Example: {"bcm_port_enable_get", int, {{"unit", int}, {"port", bcm_port_t}, {"enable", int *}}}.
+struct Function {
+    std::string name;
+    std::string header;
+    TypePtr result;
+    std::vector<Parameter> parameters;
+};
+
+struct Member {
+    std::string name;
+    TypePtr type;
+};
+
+/// Example: name "bcm_l2_addr_t", tag "bcm_l2_addr_s".
+struct Record {
+    std::string name; ///< the typedef's name, or the tag if there is none
+    std::string tag;  ///< the tag, or the typedef's name if there is none
+    std::string header;
+    std::vector<Member> members;
+};
+
+/// An enumerator or a macro that is an integer constant.
+struct Constant {
+    std::string name;
+    std::string header;
+    unsigned line = 0, column = 0;
+};
+
+struct Declarations {
+    std::vector<Function> functions;
+    std::vector<Record> records;
+    std::vector<Constant> constants;
+    std::map<std::string, TypePtr> typedefs; ///< name to what it stands for
+};
+
+}  // namespace generator

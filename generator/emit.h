@@ -1,0 +1,47 @@
+// The emitters: functions from the model to the text of one generated file each. The ones that number methods
+// must run in method-table order, records before calls of the same family.
+#pragma once
+
+#include "numbering.h"
+#include "shape.h"
+
+#include <string>
+
+namespace generator {
+
+/// records_<family>.cpp: rows and stubs of constructors, destructors, registrations and member accessors.
+std::string emit_records(const Family &family, Numbering &numbering);
+
+/// calls_<family>.cpp: rows, typed thunks and stubs of functions. The shapes that it needs are added.
+std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shapes);
+
+/// shapes.h and shapes.cpp: one call function per sequence of argument kinds.
+std::string emit_shape_declarations(const Model &model, const Shapes &shapes);
+std::string emit_shape_definitions(const Shapes &shapes);
+
+/// tables.cpp: the method groups, argument texts and type descriptors.
+std::string emit_tables(const Model &model, const Numbering &numbering);
+
+/// constants.cpp
+std::string emit_constants(const Model &model);
+
+/// sim.h and sdk_<family>.cpp: the development SDK's public functions, which record and forward their calls.
+std::string emit_simulator_header(const Model &model);
+std::string emit_sdk_calls(const Family &family);
+
+/// The companion: `source` with its manifest filled in.
+std::string emit_companion(const Model &model, const std::string &source);
+
+/// binding.tsv: the binding as a table, for tests and reports.
+std::string emit_report(const Model &model);
+
+/// The includes of a generated file, SDK headers as C.
+std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers);
+
+/// The definitions of a method group: its functions and docstrings.
+std::string emit_group(const Numbering::Group &group);
+
+/// "name(unit, port) -> int"
+std::string docstring(const BoundFunction &function);
+
+}  // namespace generator

@@ -1,0 +1,128 @@
+#include "emit.h"
+#include "output.h"
+#include "spelling.h"
+
+namespace generator {
+
+namespace {
+
+std::string thunk_parameter(const ShapeParameter &parameter, const std::string &name)
+{
+    bool tight = parameter.type.back() == '*' || parameter.type.back() == '&';
+    return parameter.type + (tight ? "" : " ") + name;
+}
+
+// What the SDK function is given for one erased argument.
+std::string typed_argument(const BoundParameter &parameter, const std::string &name)
+{
+    const Crossing &crossing = parameter.crossing;
+    const TypePtr &type = crossing.type;
+    if (parameter.appended) {
+        std::string pointer = spell(Type::pointer_to(type));
+        bool record = crossing.conversion == Conversion::Value;
+        return record ? "static_cast<" + pointer + ">(*" + name + ")" : "reinterpret_cast<" + pointer + ">(" + name + ")";
+    }
+    switch (crossing.conversion) {
+    case Conversion::Pointer: {
+        TypePtr array = resolve_array_typedef(type);
+        TypePtr pointer = array->kind == Type::Kind::Array ? Type::pointer_to(array->target) : type;
+        return "static_cast<" + spell(Type::without_const(pointer)) + ">(" + name + ")";
+    }
+    case Conversion::AnyPointer:
+    case Conversion::Callback:
+        return (crossing.conversion == Conversion::Callback ? "reinterpret_cast<" : "static_cast<") +
+               spell(Type::without_const(type)) + ">(" + name + ")";
+    case Conversion::Value: {
+        TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
+        return "*static_cast<" + spell(Type::pointer_to(target)) + ">(" + name + ")";
+    }
+    case Conversion::Int32:
+        return "static_cast<" + spell(Type::without_const(type)) + ">(" + name + ")";
+    default:
+        return name;
+    }
+}
+
+std::string thunk(const BoundFunction &function, const Shape &shape)
+{
+    std::string parameters, arguments, preparation;
+    for (size_t i = 0; i < function.parameters.size(); ++i) {
+        const BoundParameter &parameter = function.parameters[i];
+        std::string name = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
+        parameters += comma + thunk_parameter(shape.parameters[i], name);
+        arguments += comma + typed_argument(parameter, name);
+        if (parameter.appended && parameter.crossing.conversion == Conversion::Value)
+            preparation += "    *" + name + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
+    }
+    std::string call = function.callee + "(" + arguments + ")";
+    if (function.result.conversion == Conversion::Pointer)
+        call = "const_cast<void *>(static_cast<const void *>(" + call + "))";
+    std::string space = shape.result.type.back() == '*' ? "" : " ";
+    return shape.result.type + space + "thunk_" + function.name + "(" + parameters + ")\n{\n" + preparation +
+           "    " + (shape.result.type == "void" ? "" : "return ") + call + ";\n}\n";
+}
+
+// A pointer result's descriptor, or that of an appended record.
+std::string result_descriptor(const BoundFunction &function)
+{
+    for (const BoundParameter &parameter : function.parameters)
+        if (parameter.appended && parameter.crossing.conversion == Conversion::Value)
+            return parameter.crossing.descriptor;
+    return function.result.descriptor;
+}
+
+}  // namespace
+
+std::string docstring(const BoundFunction &function)
+{
+    std::string names;
+    for (const BoundParameter &parameter : function.parameters)
+        if (!parameter.appended)
+            names += (names.empty() ? "" : ", ") + parameter.name;
+    std::string result = function.result.conversion == Conversion::Nothing ? "" : " -> " + function.result.text;
+    return function.name + "(" + names + ")" + result;
+}
+
+std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers)
+{
+    std::string text;
+    for (const std::string &header : cxx_headers)
+        text += "#include \"" + header + "\"\n";
+    if (headers.empty())
+        return text;
+    text += "extern \"C\" {\n";
+    for (const std::string &header : headers)
+        text += "#include <" + header + ">\n";
+    return text + "}\n";
+}
+
+std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shapes)
+{
+    std::string group = "calls_" + family.name;
+    numbering.begin_group(group);
+    std::string rows, stubs;
+    size_t number = 0;
+    for (const BoundFunction &function : family.functions) {
+        Shape shape = shape_of(function);
+        shapes.emplace(shape.name(), shape);
+        std::vector<Crossing> arguments;
+        for (const BoundParameter &parameter : function.parameters)
+            if (!parameter.appended)
+                arguments.push_back(parameter.crossing);
+        unsigned method = numbering.method("py_" + function.name, docstring(function));
+        rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments)) + ", " +
+                std::to_string(numbering.type(result_descriptor(function))) + "},  // " + function.name + "\n";
+        stubs += thunk(function, shape) + "PyObject *py_" + function.name + "(PyObject *, PyObject *args)\n{\n    return " +
+                 shape.name() + "(args, rows[" + std::to_string(number++) + "], thunk_" + function.name + ");\n}\n\n";
+    }
+    std::string text = banner("Functions of the family '" + family.name + "'.",
+                              "interface/" + family.name + ".toml and the headers that it names") +
+                       includes(family.headers, family.cxx_headers) +
+                       "\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
+    if (!rows.empty())
+        text += "constexpr CallRow rows[] = {\n" + rows + "};\n\n" + stubs;
+    text += "}  // namespace\n\n";
+    return text + emit_group(numbering.groups().back()) + "\n}  // namespace quorel\n";
+}
+
+}  // namespace generator

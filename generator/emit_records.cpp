@@ -1,0 +1,188 @@
+#include "emit.h"
+#include "output.h"
+
+namespace generator {
+
+namespace {
+
+std::string scalar_name(Conversion conversion)
+{
+    switch (conversion) {
+    case Conversion::Int32:
+        return "int32";
+    case Conversion::UInt32:
+        return "uint32";
+    case Conversion::Int8:
+        return "int8";
+    case Conversion::UInt8:
+        return "uint8";
+    case Conversion::UInt16:
+        return "uint16";
+    case Conversion::UInt64:
+        return "uint64";
+    case Conversion::Bool:
+        return "bool";
+    default:
+        return "";
+    }
+}
+
+struct Accessors {
+    std::string get, set;
+};
+
+Accessors accessors_of(const BoundMember &member)
+{
+    switch (member.storage) {
+    case Storage::Array:
+        return {"get_storage", "set_array"};
+    case Storage::Record:
+        return {"get_storage", "set_record"};
+    case Storage::Pointer:
+        return {"get_pointer",
+                member.crossing.conversion == Conversion::AnyPointer ? "set_any_pointer" : "set_pointer"};
+    case Storage::Mapped:
+        return {"get_" + member.crossing.typemap->name, "set_" + member.crossing.typemap->name};
+    case Storage::Scalar:
+        break;
+    }
+    std::string name = scalar_name(member.crossing.conversion);
+    return {"get_" + name, "set_" + name};
+}
+
+// Collects the rows and stubs of one file.
+class RecordWriter {
+public:
+    explicit RecordWriter(Numbering &numbering) : numbering_(numbering) {}
+
+    void add(const BoundRecord &record)
+    {
+        std::string row = "records[" + std::to_string(records_++) + "]";
+        unsigned constructor = stub("new_" + record.name, "() -> " + record.name, "new_record", row);
+        stub("delete_" + record.name, "(self)", "delete_record", row);
+        stub(record.name + "_swigregister", "", "register_record", row);
+        record_rows_ += "    {" + std::to_string(constructor) + ", " + argument(record.self) + ", sizeof(" +
+                        record.name + ")},\n";
+        for (const BoundMember &member : record.members)
+            add(record, member);
+    }
+
+    void add(const BoundCell &cell)
+    {
+        std::string row = "cells[" + std::to_string(cells_++) + "]";
+        std::string size = "sizeof(" + cell.element.text + ")";
+        std::string accessor = scalar_name(cell.element.conversion), member = next_member();
+        unsigned constructor = stub("new_" + cell.name, "() -> " + cell.name, "new_cell", row);
+        stub("delete_" + cell.name, "(self)", "delete_cell", row);
+        stub(cell.name + "_assign", "(self, value)", "set_" + accessor, member);
+        unsigned getter = stub(cell.name + "_value", "(self) -> " + cell.element.text, "get_" + accessor, member);
+        stub(cell.name + "_cast", "(self) -> " + cell.pointer.text, "cast_cell", row);
+        stub(cell.name + "_frompointer", "(t) -> " + cell.name, "cell_from_pointer", row);
+        stub(cell.name + "_swigregister", "", "register_cell", row);
+        member_row(getter, cell.self, cell.element, 0, "0", size);
+        cell_rows_ += "    {" + std::to_string(constructor) + ", " + argument(cell.self) + ", " +
+                      argument(cell.pointer) + ", " + size + "},\n";
+    }
+
+    void add(const BoundArray &array)
+    {
+        std::string row = "arrays[" + std::to_string(arrays_++) + "]";
+        bool record = array.element.conversion == Conversion::Value;
+        std::string kind = record ? "record" : scalar_name(array.element.conversion);
+        unsigned constructor =
+            stub("new_" + array.name, "(nelements) -> " + array.pointer.text, "new_array", row);
+        stub("delete_" + array.name, "(ary)", "delete_array", row);
+        stub(array.name + "_getitem", "(ary, index) -> " + array.element.text, "get_item_" + kind, row);
+        stub(array.name + "_setitem", "(ary, index, value)", "set_item_" + kind, row);
+        array_rows_ += "    {" + std::to_string(constructor) + ", " +
+                       std::to_string(numbering_.arguments({array.pointer, array.index, array.element})) +
+                       ", sizeof(" + array.element.text + ")},\n";
+    }
+
+    std::string text() const
+    {
+        return table("RecordRow", "records", record_rows_) + table("CellRow", "cells", cell_rows_) +
+               table("ArrayRow", "arrays", array_rows_) + table("MemberRow", "members", member_rows_) + checks_ +
+               (checks_.empty() ? "" : "\n") + stubs_;
+    }
+
+private:
+    void add(const BoundRecord &record, const BoundMember &member)
+    {
+        std::string row = next_member(), prefix = record.name + "_" + member.name;
+        Accessors accessors = accessors_of(member);
+        stub(prefix + "_set", "(self, " + member.name + ")", accessors.set, row);
+        unsigned getter = stub(prefix + "_get", "(self) -> " + member.declared, accessors.get, row);
+        member_row(getter, record.self, member.crossing, record.name.size() + 1,
+                   "offsetof(" + record.name + ", " + member.name + ")",
+                   "sizeof(" + record.name + "::" + member.name + ")");
+        if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32)
+            checks_ += "static_assert(sizeof(" + record.name + "::" + member.name + ") == sizeof(int32_t), \"\");\n";
+    }
+
+    void member_row(unsigned getter, const Crossing &self, const Crossing &value, size_t name_offset,
+                    const std::string &offset, const std::string &size)
+    {
+        ++members_;
+        member_rows_ += "    {" + std::to_string(getter) + ", " + argument(self) + ", " + argument(value) + ", " +
+                        std::to_string(name_offset) + ", " + offset + ", " + size + "},\n";
+    }
+
+    std::string next_member() const { return "members[" + std::to_string(members_) + "]"; }
+
+    std::string argument(const Crossing &crossing) { return std::to_string(numbering_.arguments({crossing})); }
+
+    unsigned stub(const std::string &name, const std::string &doc, const std::string &function,
+                  const std::string &row)
+    {
+        stubs_ += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + function + "(args, " +
+                  row + ");\n}\n\n";
+        return numbering_.method("py_" + name, name + doc);
+    }
+
+    static std::string table(const std::string &type, const std::string &name, const std::string &rows)
+    {
+        return rows.empty() ? "" : "constexpr " + type + " " + name + "[] = {\n" + rows + "};\n\n";
+    }
+
+    Numbering &numbering_;
+    size_t records_ = 0, cells_ = 0, arrays_ = 0, members_ = 0;
+    std::string record_rows_, cell_rows_, array_rows_, member_rows_, checks_, stubs_;
+};
+
+}  // namespace
+
+std::string emit_group(const Numbering::Group &group)
+{
+    if (group.methods.empty())
+        return "extern const PyCFunction " + group.name + "_functions[] = {nullptr};\nextern const char " +
+               group.name + "_docs[] = \"\";\n";
+    std::string functions, docs;
+    for (const Numbering::Method &method : group.methods) {
+        functions += "    " + method.stub + ",\n";
+        docs += "    " + literal_with_nul(method.doc) + "\n";
+    }
+    return "extern const PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n" +
+           "extern const char " + group.name + "_docs[] =\n" + docs + "    ;\n";
+}
+
+std::string emit_records(const Family &family, Numbering &numbering)
+{
+    numbering.begin_group("records_" + family.name);
+    RecordWriter writer(numbering);
+    for (const BoundCell &cell : family.cells)
+        writer.add(cell);
+    for (const BoundArray &array : family.arrays)
+        writer.add(array);
+    for (const BoundRecord &record : family.records)
+        writer.add(record);
+    return banner("Records, pointer classes and arrays of the family '" + family.name + "'.",
+                  "interface/" + family.name + ".toml and the headers that it names") +
+           includes(family.headers, {}) +
+           "\n#include \"module/array.h\"\n#include \"module/cell.h\"\n#include \"shapes.h\"\n\n"
+           "#include <cstddef>\n\nnamespace quorel {\n\nnamespace {\n\n" +
+           writer.text() + "}  // namespace\n\n" + emit_group(numbering.groups().back()) +
+           "\n}  // namespace quorel\n";
+}
+
+}  // namespace generator

@@ -1,0 +1,92 @@
+#include "emit.h"
+
+namespace generator {
+
+namespace {
+
+std::string kind_of(const Crossing &crossing)
+{
+    switch (crossing.conversion) {
+    case Conversion::Int32:
+        return "int32";
+    case Conversion::UInt32:
+        return "uint32";
+    case Conversion::Int8:
+        return "int8";
+    case Conversion::UInt8:
+        return "uint8";
+    case Conversion::UInt16:
+        return "uint16";
+    case Conversion::UInt64:
+        return "uint64";
+    case Conversion::Bool:
+        return "bool";
+    case Conversion::String:
+        return "string";
+    case Conversion::Pointer:
+        return "pointer";
+    case Conversion::AnyPointer:
+        return "any_pointer";
+    case Conversion::Value:
+        return "value";
+    case Conversion::Callback:
+        return "callback";
+    case Conversion::Mapped:
+        return crossing.typemap->name;
+    case Conversion::Object:
+        return "object";
+    case Conversion::Nothing:
+        return "nothing";
+    }
+    return "";
+}
+
+std::string kind_of(const BoundMember &member)
+{
+    switch (member.storage) {
+    case Storage::Array:
+        return "array";
+    case Storage::Record:
+        return "record";
+    default:
+        return kind_of(member.crossing);
+    }
+}
+
+std::string cells(const std::vector<std::string> &texts)
+{
+    std::string line;
+    for (const std::string &text : texts)
+        line += (line.empty() ? "" : "\t") + text;
+    return line + "\n";
+}
+
+}  // namespace
+
+std::string emit_report(const Model &model)
+{
+    std::string text;
+    for (const Family &family : model.families) {
+        for (const BoundFunction &function : family.functions) {
+            bool sdk = function.name == function.callee && !family.headers.empty();
+            std::vector<std::string> line = {"function", family.name, docstring(function), sdk ? "sdk" : "helper",
+                                             kind_of(function.result)};
+            for (const BoundParameter &parameter : function.parameters) {
+                line.push_back(parameter.appended ? "appended" : kind_of(parameter.crossing));
+                line.push_back(parameter.crossing.text);
+                line.push_back(parameter.crossing.descriptor.empty() ? "-" : parameter.crossing.descriptor);
+            }
+            text += cells(line);
+        }
+        for (const BoundRecord &record : family.records)
+            for (const BoundMember &member : record.members)
+                text += cells({"member", family.name, record.name, member.name, kind_of(member), member.crossing.text,
+                               member.crossing.descriptor.empty() ? "-" : member.crossing.descriptor,
+                               record.self.text});
+    }
+    for (const auto &[name, descriptor] : model.descriptors)
+        text += cells({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});
+    return text;
+}
+
+}  // namespace generator

@@ -1,0 +1,389 @@
+#include "header_reader.h"
+
+#include <clang-c/Index.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <tuple>
+#include <utility>
+
+namespace generator {
+
+namespace {
+
+std::string take(CXString text)
+{
+    const char *characters = clang_getCString(text);
+    std::string copy = characters ? characters : "";
+    clang_disposeString(text);
+    return copy;
+}
+
+constexpr char main_file[] = "bound_headers.cpp";
+
+class TranslationUnit {
+public:
+    TranslationUnit(const std::string &text, const HeaderSource &source)
+    {
+        std::vector<std::string> options = {"-x", "c++", "-std=c++17"};
+        for (const std::string &directory : source.include_directories)
+            options.push_back("-I" + directory);
+        for (const std::string &directory : source.system_directories)
+            options.insert(options.end(), {"-isystem", directory});
+        std::vector<const char *> arguments;
+        for (const std::string &option : options)
+            arguments.push_back(option.c_str());
+        CXUnsavedFile file{main_file, text.c_str(), static_cast<unsigned long>(text.size())};
+        index_ = clang_createIndex(0, 0);
+        unit_ = clang_parseTranslationUnit(
+            index_, main_file, arguments.data(), static_cast<int>(arguments.size()), &file, 1,
+            CXTranslationUnit_DetailedPreprocessingRecord | CXTranslationUnit_SkipFunctionBodies |
+                CXTranslationUnit_KeepGoing);
+        if (!unit_)
+            throw std::runtime_error("libclang cannot read the headers");
+    }
+    ~TranslationUnit()
+    {
+        clang_disposeTranslationUnit(unit_);
+        clang_disposeIndex(index_);
+    }
+    TranslationUnit(const TranslationUnit &) = delete;
+    TranslationUnit &operator=(const TranslationUnit &) = delete;
+
+    CXTranslationUnit get() const { return unit_; }
+
+    /// Calls visit(line in the main file or 0, message) for each error.
+    template<typename Visit>
+    void for_each_error(Visit visit) const
+    {
+        for (unsigned i = 0; i < clang_getNumDiagnostics(unit_); ++i) {
+            CXDiagnostic diagnostic = clang_getDiagnostic(unit_, i);
+            if (clang_getDiagnosticSeverity(diagnostic) >= CXDiagnostic_Error) {
+                CXFile file;
+                unsigned line = 0;
+                clang_getExpansionLocation(clang_getDiagnosticLocation(diagnostic), &file, &line, nullptr, nullptr);
+                bool in_main = file && take(clang_getFileName(file)) == main_file;
+                visit(in_main ? line : 0,
+                      take(clang_formatDiagnostic(diagnostic, clang_defaultDiagnosticDisplayOptions())));
+            }
+            clang_disposeDiagnostic(diagnostic);
+        }
+    }
+
+private:
+    CXIndex index_;
+    CXTranslationUnit unit_;
+};
+
+std::string including(const HeaderSource &source)
+{
+    std::string text = "extern \"C\" {\n";
+    for (const std::string &header : source.c_headers)
+        text += "#include <" + header + ">\n";
+    text += "}\n";
+    for (const std::string &header : source.cxx_headers)
+        text += "#include \"" + header + "\"\n";
+    return text;
+}
+
+class Reader {
+public:
+    explicit Reader(const TranslationUnit &unit) : unit_(unit) {}
+
+    Declarations read()
+    {
+        visit_children(clang_getTranslationUnitCursor(unit_.get()));
+        return std::move(declarations_);
+    }
+
+    /// Names of object-like macros with a value, and their headers; which of them are integers is not known.
+    const std::vector<Constant> &macros() const { return macros_; }
+
+    /// Headers in the order in which they were first met.
+    const std::vector<std::string> &headers() const { return headers_; }
+
+private:
+    void visit_children(CXCursor cursor)
+    {
+        clang_visitChildren(
+            cursor,
+            [](CXCursor child, CXCursor, CXClientData self) {
+                static_cast<Reader *>(self)->visit(child);
+                return CXChildVisit_Continue;
+            },
+            this);
+    }
+
+    void visit(CXCursor cursor)
+    {
+        if (clang_Location_isInSystemHeader(clang_getCursorLocation(cursor)))
+            return;
+        switch (clang_getCursorKind(cursor)) {
+        case CXCursor_LinkageSpec:
+        case CXCursor_UnexposedDecl:
+            visit_children(cursor);
+            break;
+        case CXCursor_FunctionDecl:
+            read_function(cursor);
+            break;
+        case CXCursor_StructDecl:
+        case CXCursor_UnionDecl:
+            read_record(cursor);
+            break;
+        case CXCursor_EnumDecl:
+            visit_children(cursor);
+            break;
+        case CXCursor_EnumConstantDecl:
+            declarations_.constants.push_back(constant_at(cursor));
+            break;
+        case CXCursor_TypedefDecl:
+            read_typedef(cursor);
+            break;
+        case CXCursor_MacroDefinition:
+            read_macro(cursor);
+            break;
+        default:
+            break;
+        }
+    }
+
+    std::string header_of(CXCursor cursor)
+    {
+        CXFile file;
+        clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
+        std::string name = file ? take(clang_getFileName(file)) : "";
+        if (std::find(headers_.begin(), headers_.end(), name) == headers_.end())
+            headers_.push_back(name);
+        return name;
+    }
+
+    Constant constant_at(CXCursor cursor)
+    {
+        unsigned line = 0, column = 0;
+        clang_getExpansionLocation(clang_getCursorLocation(cursor), nullptr, &line, &column, nullptr);
+        return {take(clang_getCursorSpelling(cursor)), header_of(cursor), line, column};
+    }
+
+    std::vector<std::string> tokens_of(CXCursor cursor)
+    {
+        CXToken *tokens = nullptr;
+        unsigned count = 0;
+        clang_tokenize(unit_.get(), clang_getCursorExtent(cursor), &tokens, &count);
+        std::vector<std::string> texts;
+        for (unsigned i = 0; i < count; ++i)
+            texts.push_back(take(clang_getTokenSpelling(unit_.get(), tokens[i])));
+        clang_disposeTokens(unit_.get(), tokens, count);
+        return texts;
+    }
+
+    // The array bounds of a declarator, as spelled.
+    std::vector<std::string> extents_of(CXCursor declarator)
+    {
+        std::vector<std::string> extents;
+        int depth = 0;
+        for (const std::string &token : tokens_of(declarator)) {
+            if (token == "]" && --depth == 0)
+                continue;
+            if (depth > 0)
+                extents.back() += (extents.back().empty() || is_tight(token) || is_tight_after(extents.back())
+                                       ? ""
+                                       : " ") + token;
+            if (token == "[" && depth++ == 0)
+                extents.emplace_back();
+        }
+        return extents;
+    }
+
+    static bool is_tight(const std::string &token) { return token == "(" || token == ")" || token == ","; }
+    static bool is_tight_after(const std::string &text) { return text.back() == '('; }
+
+    // `extents` are those still to be used, outermost first.
+    TypePtr read_type(CXType type, std::vector<std::string> &extents)
+    {
+        TypePtr result = read_unqualified(type, extents);
+        return clang_isConstQualifiedType(type) ? Type::constant(result) : result;
+    }
+
+    TypePtr read_unqualified(CXType type, std::vector<std::string> &extents)
+    {
+        switch (type.kind) {
+        case CXType_Elaborated:
+            return Type::without_const(read_type(clang_Type_getNamedType(type), extents));
+        case CXType_Typedef: {
+            CXCursor declaration = clang_getTypeDeclaration(type);
+            std::string name = take(clang_getCursorSpelling(declaration));
+            return Type::typedef_of(name, typedef_target(declaration, name));
+        }
+        case CXType_Record:
+            return Type::record(take(clang_getCursorSpelling(clang_getTypeDeclaration(type))));
+        case CXType_Enum:
+            return Type::enumeration(take(clang_getCursorSpelling(clang_getTypeDeclaration(type))));
+        case CXType_Pointer:
+            return Type::pointer_to(read_type(clang_getPointeeType(type), extents));
+        case CXType_LValueReference:
+            return Type::reference_to(read_type(clang_getPointeeType(type), extents));
+        case CXType_ConstantArray:
+        case CXType_IncompleteArray: {
+            std::string extent;
+            if (!extents.empty()) {
+                extent = extents.front();
+                extents.erase(extents.begin());
+            } else if (type.kind == CXType_ConstantArray) {
+                extent = std::to_string(clang_getArraySize(type));
+            }
+            return Type::array_of(read_type(clang_getArrayElementType(type), extents), extent);
+        }
+        case CXType_FunctionProto:
+        case CXType_FunctionNoProto: {
+            std::vector<TypePtr> parameters;
+            std::vector<std::string> none;
+            for (int i = 0; i < clang_getNumArgTypes(type); ++i)
+                parameters.push_back(read_type(clang_getArgType(type, static_cast<unsigned>(i)), none));
+            return Type::function(read_type(clang_getResultType(type), none), parameters);
+        }
+        default: {
+            std::string name = take(clang_getTypeSpelling(type));
+            if (name.compare(0, 6, "const ") == 0)
+                name.erase(0, 6);
+            return Type::builtin(name);
+        }
+        }
+    }
+
+    TypePtr declared_type(CXCursor declarator)
+    {
+        std::vector<std::string> extents = extents_of(declarator);
+        return read_type(clang_getCursorType(declarator), extents);
+    }
+
+    TypePtr typedef_target(CXCursor declaration, const std::string &name)
+    {
+        auto found = declarations_.typedefs.find(name);
+        if (found != declarations_.typedefs.end())
+            return found->second;
+        std::vector<std::string> extents = extents_of(declaration);
+        CXType underlying = clang_getTypedefDeclUnderlyingType(declaration);
+        TypePtr target = read_type(underlying, extents);
+        return declarations_.typedefs[name] = target;
+    }
+
+    void read_typedef(CXCursor cursor)
+    {
+        std::string name = take(clang_getCursorSpelling(cursor));
+        TypePtr target = typedef_target(cursor, name);
+        if (target->kind != Type::Kind::Record)
+            return;
+        // The first typedef of a tagged record is the record's name in Python.
+        for (Record &record : declarations_.records)
+            if (record.tag == target->name && record.name == record.tag)
+                record.name = name;
+    }
+
+    void read_record(CXCursor cursor)
+    {
+        if (!clang_isCursorDefinition(cursor))
+            return;
+        Record record;
+        record.tag = record.name = take(clang_getCursorSpelling(cursor));
+        record.header = header_of(cursor);
+        std::pair<Reader *, Record *> context(this, &record);
+        clang_visitChildren(
+            cursor,
+            [](CXCursor child, CXCursor, CXClientData data) {
+                auto *context = static_cast<std::pair<Reader *, Record *> *>(data);
+                if (clang_getCursorKind(child) == CXCursor_FieldDecl)
+                    context->second->members.push_back(
+                        {take(clang_getCursorSpelling(child)), context->first->declared_type(child)});
+                return CXChildVisit_Continue;
+            },
+            &context);
+        declarations_.records.push_back(std::move(record));
+    }
+
+    void read_function(CXCursor cursor)
+    {
+        Function function;
+        function.name = take(clang_getCursorSpelling(cursor));
+        if (!known_functions_.insert(function.name).second)
+            return;
+        function.header = header_of(cursor);
+        std::vector<std::string> none;
+        function.result = read_type(clang_getCursorResultType(cursor), none);
+        for (int i = 0; i < clang_Cursor_getNumArguments(cursor); ++i) {
+            CXCursor parameter = clang_Cursor_getArgument(cursor, static_cast<unsigned>(i));
+            std::string name = take(clang_getCursorSpelling(parameter));
+            function.parameters.push_back(
+                {name.empty() ? "arg" + std::to_string(i + 1) : name, declared_type(parameter)});
+        }
+        declarations_.functions.push_back(std::move(function));
+    }
+
+    void read_macro(CXCursor cursor)
+    {
+        if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor))
+            return;
+        std::string header = header_of(cursor);
+        if (header.empty() || tokens_of(cursor).size() < 2)
+            return;
+        macros_.push_back(constant_at(cursor));
+    }
+
+    const TranslationUnit &unit_;
+    Declarations declarations_;
+    std::vector<Constant> macros_;
+    std::vector<std::string> headers_;
+    std::set<std::string> known_functions_;
+};
+
+// Which macros are integer constants is asked of the compiler: one line each, and those that draw an error
+// are not.
+std::set<std::string> integer_macros(const HeaderSource &source, const std::vector<Constant> &macros)
+{
+    std::string text = including(source);
+    auto first = static_cast<unsigned>(std::count(text.begin(), text.end(), '\n')) + 1;
+    for (const Constant &macro : macros)
+        text += "static_assert((" + macro.name + ") == (long long)(" + macro.name + ") || true, \"\");\n";
+    std::set<std::string> names;
+    for (const Constant &macro : macros)
+        names.insert(macro.name);
+    TranslationUnit unit(text, source);
+    unit.for_each_error([&](unsigned line, const std::string &) {
+        if (line >= first && line - first < macros.size())
+            names.erase(macros[line - first].name);
+    });
+    return names;
+}
+
+// libclang gives all macros before all enumerators; readers of a header expect them as they stand in it.
+std::vector<Constant> in_header_order(std::vector<Constant> constants, const std::vector<std::string> &headers)
+{
+    auto place = [&](const Constant &constant) {
+        auto header = std::find(headers.begin(), headers.end(), constant.header) - headers.begin();
+        return std::make_tuple(header, constant.line, constant.column);
+    };
+    std::sort(constants.begin(), constants.end(),
+              [&](const Constant &a, const Constant &b) { return place(a) < place(b); });
+    return constants;
+}
+
+}  // namespace
+
+Declarations read_headers(const HeaderSource &source)
+{
+    TranslationUnit unit(including(source), source);
+    std::string errors;
+    unit.for_each_error([&](unsigned, const std::string &message) { errors += message + "\n"; });
+    if (!errors.empty())
+        throw std::runtime_error("the headers do not compile:\n" + errors);
+    Reader reader(unit);
+    Declarations declarations = reader.read();
+    std::set<std::string> integers = integer_macros(source, reader.macros());
+    for (const Constant &macro : reader.macros())
+        if (integers.count(macro.name))
+            declarations.constants.push_back(macro);
+    declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
+    return declarations;
+}
+
+}  // namespace generator

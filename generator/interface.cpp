@@ -1,0 +1,145 @@
+#include "interface.h"
+
+#include <stdexcept>
+
+#define TOML_HEADER_ONLY 1
+#include <toml++/toml.h>
+
+namespace generator {
+
+namespace {
+
+[[noreturn]] void fail(const std::string &file, const toml::node &node, const std::string &what)
+{
+    throw std::runtime_error(file + ":" + std::to_string(node.source().begin.line) + ": " + what);
+}
+
+std::string text_of(const std::string &file, const toml::node &node)
+{
+    if (!node.is_string())
+        fail(file, node, "a string is wanted here");
+    return **node.as_string();
+}
+
+class FamilyReader {
+public:
+    FamilyReader(const std::string &directory, const std::string &name)
+    {
+        family_.name = name;
+        family_.file = directory + "/" + name + ".toml";
+    }
+
+    FamilyInterface read()
+    {
+        toml::table table = toml::parse_file(family_.file);
+        for (auto &&[key, node] : table)
+            read_section(std::string(key.str()), node);
+        return std::move(family_);
+    }
+
+private:
+    void read_section(const std::string &section, const toml::node &node)
+    {
+        if (section == "headers")
+            family_.headers = list(node);
+        else if (section == "cxx_headers")
+            family_.cxx_headers = list(node);
+        else if (section == "functions")
+            family_.functions = list(node);
+        else if (section == "records")
+            family_.records = list(node);
+        else if (section == "constants")
+            family_.constants = list(node);
+        else if (section == "opaque")
+            family_.opaque = list(node);
+        else if (section == "appended")
+            family_.appended = strings(node);
+        else if (section == "replaced")
+            family_.replaced = strings(node);
+        else if (section == "text")
+            family_.text = strings(node);
+        else if (section == "typemaps")
+            read_typemaps(node);
+        else if (section == "pointer_classes")
+            read_pointer_classes(node);
+        else if (section == "arrays")
+            for (auto &[name, element] : strings(node))
+                family_.arrays.push_back({name, element});
+        else
+            fail(family_.file, node, "unknown section '" + section + "'");
+    }
+
+    const toml::table &table(const toml::node &node)
+    {
+        if (!node.is_table())
+            fail(family_.file, node, "a table is wanted here");
+        return *node.as_table();
+    }
+
+    std::vector<std::string> list(const toml::node &node)
+    {
+        if (!node.is_array())
+            fail(family_.file, node, "a list is wanted here");
+        std::vector<std::string> texts;
+        for (const toml::node &item : *node.as_array())
+            texts.push_back(text_of(family_.file, item));
+        return texts;
+    }
+
+    std::map<std::string, std::string> strings(const toml::node &node)
+    {
+        std::map<std::string, std::string> texts;
+        for (auto &&[key, value] : table(node))
+            texts[std::string(key.str())] = text_of(family_.file, value);
+        return texts;
+    }
+
+    std::string field(const toml::table &entry, const char *name)
+    {
+        const toml::node *node = entry.get(name);
+        if (!node)
+            fail(family_.file, entry, std::string("'") + name + "' is missing");
+        return text_of(family_.file, *node);
+    }
+
+    void read_typemaps(const toml::node &node)
+    {
+        for (auto &&[key, value] : table(node))
+            family_.typemaps[std::string(key.str())] = {field(table(value), "header"),
+                                                        field(table(value), "name")};
+    }
+
+    void read_pointer_classes(const toml::node &node)
+    {
+        for (auto &&[key, value] : table(node)) {
+            const toml::table &entry = table(value);
+            bool equivalent = entry["equivalent"].value_or(false);
+            family_.pointer_classes.push_back({std::string(key.str()), field(entry, "element"), equivalent});
+        }
+    }
+
+    FamilyInterface family_;
+};
+
+}  // namespace
+
+std::vector<FamilyInterface> read_interface(const std::string &directory)
+{
+    std::string file = directory + "/binding.toml";
+    try {
+        toml::table binding = toml::parse_file(file);
+        const toml::array *names = binding["families"].as_array();
+        if (!names)
+            throw std::runtime_error(file + ": 'families' is missing");
+        std::vector<FamilyInterface> families;
+        for (const toml::node &name : *names)
+            families.push_back(FamilyReader(directory, text_of(file, name)).read());
+        return families;
+    } catch (const toml::parse_error &error) {
+        std::string where = error.source().path ? *error.source().path : file;
+        throw std::runtime_error(where + ":" + std::to_string(error.source().begin.line) + ": " +
+                                 std::string(error.description()));
+    }
+}
+
+}  // namespace generator

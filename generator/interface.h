@@ -1,0 +1,56 @@
+// The interface files: what of the headers is bound, and where a binding departs from the plain pattern.
+//
+// interface/binding.toml names the families in order; interface/<family>.toml has, each optional:
+//   headers, cxx_headers   headers to read, as include paths (C headers of the SDK; C++ headers of helpers)
+//   functions, records, constants
+//                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
+//   opaque                 typedefs that are types of their own, whatever the headers say they stand for
+//   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
+//   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
+//   [arrays]               array families: element type
+//   [appended]             functions whose named output parameter joins the result instead
+//   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
+//   [text]                 spellings that a declaration cannot give, by typedef name
+// An entry that fits no declaration is an error.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace generator {
+
+struct Typemap {
+    std::string header; ///< declares to_<name>(), from_<name>(), get_<name>() and set_<name>()
+    std::string name;
+};
+
+struct PointerClass {
+    std::string name;
+    std::string element;     ///< spelling of the element type
+    bool equivalent = false; ///< whether it is accepted wherever a pointer to the element is
+};
+
+struct ArrayFamily {
+    std::string name;
+    std::string element;
+};
+
+struct FamilyInterface {
+    std::string name;
+    std::string file;
+    std::vector<std::string> headers, cxx_headers;
+    std::vector<std::string> functions, records, constants;
+    std::vector<std::string> opaque;
+    std::map<std::string, Typemap> typemaps;
+    std::vector<PointerClass> pointer_classes;
+    std::vector<ArrayFamily> arrays;
+    std::map<std::string, std::string> appended; ///< function to parameter
+    std::map<std::string, std::string> replaced; ///< function to stand-in
+    std::map<std::string, std::string> text;     ///< typedef to spelling
+};
+
+/// Reads binding.toml and the family files beside it. Throws std::runtime_error naming file and line.
+std::vector<FamilyInterface> read_interface(const std::string &directory);
+
+}  // namespace generator

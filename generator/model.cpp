@@ -1,0 +1,413 @@
+#include "model.h"
+
+#include "spelling.h"
+
+#include <algorithm>
+#include <fnmatch.h>
+#include <optional>
+#include <stdexcept>
+
+namespace generator {
+
+namespace {
+
+bool ends_with(const std::string &text, const std::string &end)
+{
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+bool is_builtin(const TypePtr &type, const char *name)
+{
+    return type->kind == Type::Kind::Builtin && type->name == name;
+}
+
+const std::map<std::string, Conversion> &scalar_conversions()
+{
+    static const std::map<std::string, Conversion> conversions = {
+        {"int", Conversion::Int32},
+        {"long", Conversion::Int32},
+        {"unsigned int", Conversion::UInt32},
+        {"unsigned long", Conversion::UInt32},
+        {"signed char", Conversion::Int8},
+        {"unsigned char", Conversion::UInt8},
+        {"unsigned short", Conversion::UInt16},
+        {"unsigned long long", Conversion::UInt64},
+        {"bool", Conversion::Bool},
+    };
+    return conversions;
+}
+
+// One function or record name list of a family, with exclusions.
+class Patterns {
+public:
+    explicit Patterns(const std::vector<std::string> &patterns) : patterns_(patterns), used_(patterns.size()) {}
+
+    bool match(const std::string &name)
+    {
+        bool wanted = false;
+        for (size_t i = 0; i < patterns_.size(); ++i) {
+            bool excludes = patterns_[i][0] == '!';
+            if (fnmatch(patterns_[i].c_str() + excludes, name.c_str(), 0) == 0) {
+                wanted = !excludes;
+                used_[i] = true;
+            }
+        }
+        return wanted;
+    }
+
+    std::vector<std::string> unused() const
+    {
+        std::vector<std::string> names;
+        for (size_t i = 0; i < patterns_.size(); ++i)
+            if (!used_[i])
+                names.push_back(patterns_[i]);
+        return names;
+    }
+
+private:
+    const std::vector<std::string> &patterns_;
+    std::vector<bool> used_;
+};
+
+class Builder {
+public:
+    Builder(const Declarations &declarations, std::vector<FamilyInterface> interface)
+        : declarations_(declarations)
+    {
+        model_.interface = std::move(interface);
+        for (const FamilyInterface &family : model_.interface) {
+            opaque_.insert(family.opaque.begin(), family.opaque.end());
+            for (const auto &[name, typemap] : family.typemaps)
+                typemaps_[name] = &typemap;
+            for (const auto &[name, text] : family.text)
+                text_[name] = text;
+        }
+        for (const FamilyInterface &family : model_.interface)
+            check_typedefs(family);
+    }
+
+    Model build()
+    {
+        add_spelling(Type::pointer_to(Type::builtin("char")), "char *");
+        for (const FamilyInterface &family : model_.interface)
+            model_.families.push_back(build_family(family));
+        add_twins();
+        if (!errors_.empty())
+            throw std::runtime_error(errors_);
+        return std::move(model_);
+    }
+
+private:
+    void error(const std::string &where, const std::string &what) { errors_ += where + ": " + what + "\n"; }
+
+    void check_typedefs(const FamilyInterface &family)
+    {
+        auto check = [&](const std::string &name) {
+            if (!declarations_.typedefs.count(name))
+                error(family.file, "no header declares the type '" + name + "'");
+        };
+        for (const std::string &name : family.opaque)
+            check(name);
+        for (const auto &entry : family.typemaps)
+            check(entry.first);
+        for (const auto &entry : family.text)
+            check(entry.first);
+    }
+
+    TypePtr resolved(const TypePtr &type) const
+    {
+        return resolve(type, [this](const std::string &name) { return opaque_.count(name) != 0; });
+    }
+
+    std::string text_of(const TypePtr &type) const
+    {
+        auto found = type->kind == Type::Kind::Typedef ? text_.find(type->name) : text_.end();
+        return found == text_.end() ? spell(type) : found->second;
+    }
+
+    std::string add_spelling(const TypePtr &resolved_type, const std::string &spelling)
+    {
+        std::string name = mangle(resolved_type);
+        Descriptor &descriptor = model_.descriptors[name];
+        descriptor.type = resolved_type;
+        descriptor.spellings.insert(spelling);
+        return name;
+    }
+
+    // The descriptor of a pointer type, with this declaration's spelling of it.
+    std::string add_descriptor(const TypePtr &declared)
+    {
+        TypePtr full = resolved(declared);
+        bool callback = declared->kind == Type::Kind::Typedef;
+        bool to_array = full->kind == Type::Kind::Pointer && full->target->kind == Type::Kind::Array;
+        TypePtr plain = declared->kind == Type::Kind::Pointer
+                            ? Type::pointer_to(Type::without_const(declared->target))
+                            : declared;
+        bool to_opaque = full->kind == Type::Kind::Pointer && full->target->kind == Type::Kind::Typedef;
+        // A callback is known by its signature too, a pointer to an array by its elements, and a pointer to an
+        // opaque type by the opaque name beside its aliases.
+        if (callback || to_array || to_opaque)
+            add_spelling(full, spell(full));
+        return add_spelling(full, spell(plain));
+    }
+
+    Crossing pointer_crossing(const TypePtr &type, Conversion conversion, const TypePtr &pointer)
+    {
+        return {type, conversion, text_of(type), add_descriptor(pointer), nullptr};
+    }
+
+    std::optional<Crossing> crossing_of(const TypePtr &type)
+    {
+        auto mapped = type->kind == Type::Kind::Typedef ? typemaps_.find(type->name) : typemaps_.end();
+        if (mapped != typemaps_.end())
+            return Crossing{type, Conversion::Mapped, text_of(type), {}, mapped->second};
+        TypePtr full = Type::without_const(resolved(type));
+        switch (full->kind) {
+        case Type::Kind::Builtin: {
+            if (full->name == "void")
+                return Crossing{type, Conversion::Nothing, "void", {}, nullptr};
+            auto scalar = scalar_conversions().find(full->name);
+            if (scalar == scalar_conversions().end())
+                return std::nullopt;
+            return Crossing{type, scalar->second, text_of(type), {}, nullptr};
+        }
+        case Type::Kind::Enum:
+            return Crossing{type, Conversion::Int32, text_of(type), {}, nullptr};
+        case Type::Kind::Record:
+        case Type::Kind::Typedef:
+            return pointer_crossing(type, Conversion::Value, Type::pointer_to(Type::without_const(type)));
+        case Type::Kind::Reference:
+            return pointer_crossing(type, Conversion::Value, Type::pointer_to(type->target));
+        case Type::Kind::Array:
+            return pointer_crossing(
+                type, Conversion::Pointer,
+                Type::pointer_to(Type::without_const(resolve_array_typedef(type)->target)));
+        case Type::Kind::Pointer:
+            if (is_builtin(full->target, "char"))
+                return Crossing{type, Conversion::String, text_of(type), "_p_char", nullptr};
+            if (is_builtin(full->target, "void"))
+                return Crossing{type, Conversion::AnyPointer, text_of(type), {}, nullptr};
+            if (full->target->kind == Type::Kind::Function)
+                return pointer_crossing(type, Conversion::Callback, Type::without_const(type));
+            if (spell(type) == "PyObject *")
+                return Crossing{type, Conversion::Object, text_of(type), {}, nullptr};
+            return pointer_crossing(type, Conversion::Pointer, Type::without_const(type));
+        default:
+            return std::nullopt;
+        }
+    }
+
+    Crossing crossing_or_error(const TypePtr &type, const std::string &where)
+    {
+        std::optional<Crossing> crossing = crossing_of(type);
+        if (!crossing)
+            error(where, "no conversion for a value of type '" + spell(type) + "'");
+        return crossing.value_or(Crossing{type, Conversion::Nothing, spell(type), {}, nullptr});
+    }
+
+    const Function *find_function(const std::string &name) const
+    {
+        for (const Function &function : declarations_.functions)
+            if (function.name == name)
+                return &function;
+        return nullptr;
+    }
+
+    BoundFunction bind(const FamilyInterface &family, const Function &declared)
+    {
+        const Function *source = &declared;
+        auto replaced = family.replaced.find(declared.name);
+        if (replaced != family.replaced.end()) {
+            source = find_function(replaced->second);
+            if (!source) {
+                error(family.file, "no header declares '" + replaced->second + "'");
+                source = &declared;
+            }
+        }
+        BoundFunction function{declared.name, source->name, source->header, {}, {}};
+        function.result = crossing_or_error(source->result, source->header + ": " + source->name);
+        auto appended = family.appended.find(declared.name);
+        bool found = appended == family.appended.end();
+        for (const Parameter &parameter : source->parameters) {
+            BoundParameter bound{parameter.name, {}, false};
+            bound.crossing = crossing_or_error(parameter.type, source->header + ": " + source->name);
+            if (appended != family.appended.end() && appended->second == parameter.name) {
+                found = bound.appended = true;
+                bound.crossing = appended_crossing(family, declared.name, parameter.type);
+            }
+            function.parameters.push_back(std::move(bound));
+        }
+        if (!found)
+            error(family.file, "'" + declared.name + "' has no parameter '" + appended->second + "'");
+        return function;
+    }
+
+    // What an output pointer points to is what joins the result.
+    Crossing appended_crossing(const FamilyInterface &family, const std::string &function, const TypePtr &type)
+    {
+        if (type->kind != Type::Kind::Pointer) {
+            error(family.file, "the appended output of '" + function + "' is not a pointer");
+            return {};
+        }
+        return crossing_or_error(type->target, family.file);
+    }
+
+    BoundMember bind_member(const Record &record, const Member &member)
+    {
+        BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
+        bound.crossing = crossing_or_error(member.type, record.header + ": " + record.name + "." + member.name);
+        switch (bound.crossing.conversion) {
+        case Conversion::Mapped:
+            bound.storage = Storage::Mapped;
+            break;
+        case Conversion::Value:
+            bound.storage = Storage::Record;
+            // Messages name what the accessor takes, a pointer to the record.
+            bound.crossing.text += " *";
+            break;
+        case Conversion::Pointer:
+            bound.storage = resolved(member.type)->kind == Type::Kind::Array ? Storage::Array : Storage::Pointer;
+            break;
+        case Conversion::AnyPointer:
+            bound.crossing.descriptor = add_descriptor(member.type);
+            bound.storage = Storage::Pointer;
+            break;
+        case Conversion::Callback:
+            bound.storage = Storage::Pointer;
+            break;
+        default:
+            break;
+        }
+        return bound;
+    }
+
+    BoundRecord bind(const Record &declared)
+    {
+        BoundRecord record{declared.name, {}, {}};
+        TypePtr self = Type::pointer_to(Type::record(declared.tag));
+        record.self = pointer_crossing(self, Conversion::Pointer, self);
+        for (const Member &member : declared.members)
+            record.members.push_back(bind_member(declared, member));
+        return record;
+    }
+
+    TypePtr parse_type(const FamilyInterface &family, const std::string &spelling)
+    {
+        auto known = declarations_.typedefs.find(spelling);
+        if (known != declarations_.typedefs.end())
+            return Type::typedef_of(spelling, known->second);
+        if (!scalar_conversions().count(spelling))
+            error(family.file, "unknown element type '" + spelling + "'");
+        return Type::builtin(spelling);
+    }
+
+    BoundCell bind(const FamilyInterface &family, const PointerClass &declared)
+    {
+        TypePtr element = parse_type(family, declared.element);
+        // The class is a type of its own; only equivalence (add_twins) makes it convert to its element.
+        TypePtr self = Type::pointer_to(Type::record(declared.name));
+        if (declared.equivalent)
+            equivalent_[mangle(resolved(element))] = declared.name;
+        return {declared.name, pointer_crossing(self, Conversion::Pointer, self),
+                crossing_or_error(Type::pointer_to(element), family.file),
+                crossing_or_error(element, family.file)};
+    }
+
+    BoundArray bind(const FamilyInterface &family, const ArrayFamily &declared)
+    {
+        TypePtr element = parse_type(family, declared.element);
+        return {declared.name, crossing_or_error(Type::pointer_to(element), family.file),
+                crossing_or_error(Type::builtin("int"), family.file), crossing_or_error(element, family.file)};
+    }
+
+    static bool declared_in(const std::string &header, const std::vector<std::string> &headers)
+    {
+        return std::any_of(headers.begin(), headers.end(),
+                           [&](const std::string &name) { return ends_with(header, "/" + name); });
+    }
+
+    Family build_family(const FamilyInterface &source)
+    {
+        Family family{source.name, source.headers, source.cxx_headers, {}, {}, {}, {}, {}};
+        std::vector<std::string> headers = source.headers;
+        headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
+        Patterns functions(source.functions), records(source.records), constants(source.constants);
+        for (const PointerClass &declared : source.pointer_classes)
+            family.cells.push_back(bind(source, declared));
+        for (const ArrayFamily &declared : source.arrays)
+            family.arrays.push_back(bind(source, declared));
+        for (const Record &record : declarations_.records)
+            if (declared_in(record.header, headers) && records.match(record.name))
+                family.records.push_back(bind(record));
+        for (const Function &function : declarations_.functions) {
+            if (declared_in(function.header, source.headers))
+                family.sdk_functions.push_back(function);
+            if (declared_in(function.header, headers) && functions.match(function.name))
+                family.functions.push_back(bind(source, function));
+        }
+        for (const Constant &constant : declarations_.constants)
+            if (declared_in(constant.header, headers) && constants.match(constant.name))
+                model_.constants.push_back(constant);
+        for (const Patterns *patterns : {&functions, &records, &constants})
+            for (const std::string &pattern : patterns->unused())
+                error(source.file, "'" + pattern + "' fits nothing that its headers declare");
+        check_departures(source, family, source.appended);
+        check_departures(source, family, source.replaced);
+        return family;
+    }
+
+    void check_departures(const FamilyInterface &source, const Family &family,
+                          const std::map<std::string, std::string> &departures)
+    {
+        for (const auto &entry : departures) {
+            bool bound = std::any_of(family.functions.begin(), family.functions.end(),
+                                     [&](const BoundFunction &function) { return function.name == entry.first; });
+            if (!bound)
+                error(source.file, "'" + entry.first + "' departs from the pattern, but is not bound");
+        }
+    }
+
+    // The element type at the end of a pointer, array or function type, replaced by a pointer class.
+    TypePtr twin_of(const TypePtr &type) const
+    {
+        if (type->kind == Type::Kind::Builtin) {
+            auto found = equivalent_.find(mangle(type));
+            return found == equivalent_.end() ? nullptr : Type::record(found->second);
+        }
+        if (!type->target || (type->kind == Type::Kind::Pointer && type->target->kind == Type::Kind::Pointer))
+            return nullptr;
+        TypePtr target = twin_of(type->target);
+        if (!target)
+            return nullptr;
+        Type copy = *type;
+        copy.target = target;
+        return std::make_shared<const Type>(std::move(copy));
+    }
+
+    void add_twins()
+    {
+        std::vector<std::pair<std::string, TypePtr>> twins;
+        for (const auto &[name, descriptor] : model_.descriptors)
+            if (TypePtr twin = twin_of(descriptor.type))
+                twins.emplace_back(name, twin);
+        for (const auto &[name, twin] : twins)
+            model_.descriptors[name].cast_from = add_spelling(twin, spell(twin));
+    }
+
+    const Declarations &declarations_;
+    Model model_;
+    std::set<std::string> opaque_;
+    std::map<std::string, const Typemap *> typemaps_;
+    std::map<std::string, std::string> text_;
+    std::map<std::string, std::string> equivalent_; ///< mangled element type to pointer class
+    std::string errors_;
+};
+
+}  // namespace
+
+Model build_model(const Declarations &declarations, std::vector<FamilyInterface> interface)
+{
+    return Builder(declarations, std::move(interface)).build();
+}
+
+}  // namespace generator

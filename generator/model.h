@@ -1,0 +1,116 @@
+// The binding as data: what the emitters write out. A plain value, made by build_model() from the declarations
+// and the interface files; an emitter is a function from it to text.
+#pragma once
+
+#include "declarations.h"
+#include "interface.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace generator {
+
+/// How one value crosses the boundary.
+enum class Conversion {
+    Int32,
+    UInt32,
+    Int8,
+    UInt8,
+    UInt16,
+    UInt64,
+    Bool,
+    String,     ///< char *
+    Pointer,    ///< T *, and arrays as a pointer to their element
+    AnyPointer, ///< void *
+    Value,      ///< a record or opaque type by value or reference: a pointer that must not be null
+    Callback,   ///< pointer to function
+    Mapped,     ///< hand-written: see typemap
+    Object,     ///< PyObject *, of helpers
+    Nothing,    ///< void, as a result
+};
+
+/// One C type at the boundary. Example, a parameter `bcm_l2_addr_t *l2addr`: Pointer, text "bcm_l2_addr_t *",
+/// descriptor "_p_bcm_l2_addr_s".
+struct Crossing {
+    TypePtr type;
+    Conversion conversion = Conversion::Int32;
+    std::string text;       ///< as messages and docstrings spell it
+    std::string descriptor; ///< mangled name, where a pointer crosses
+    const Typemap *typemap = nullptr;
+};
+
+struct BoundParameter {
+    std::string name;
+    Crossing crossing;
+    bool appended = false; ///< an output that joins the result, not an argument
+};
+
+struct BoundFunction {
+    std::string name;   ///< in Python
+    std::string callee; ///< in C
+    std::string header;
+    Crossing result;
+    std::vector<BoundParameter> parameters;
+};
+
+/// What kind of storage a member is; scalars go by their conversion.
+enum class Storage { Scalar, Array, Record, Pointer, Mapped };
+
+struct BoundMember {
+    std::string name;
+    std::string declared; ///< type as docstrings spell it
+    Storage storage = Storage::Scalar;
+    Crossing crossing; ///< for an array or record the pointer that the read accessor gives
+};
+
+struct BoundRecord {
+    std::string name;
+    Crossing self; ///< "bcm_l2_addr_s *"
+    std::vector<BoundMember> members;
+};
+
+struct BoundCell {
+    std::string name;
+    Crossing self;    ///< "intp *"
+    Crossing pointer; ///< "int *"
+    Crossing element; ///< "int"
+};
+
+struct BoundArray {
+    std::string name;
+    Crossing pointer;
+    Crossing index;
+    Crossing element;
+};
+
+struct Family {
+    std::string name;
+    std::vector<std::string> headers, cxx_headers;
+    std::vector<BoundFunction> functions;
+    std::vector<BoundRecord> records;
+    std::vector<BoundCell> cells;
+    std::vector<BoundArray> arrays;
+    std::vector<Function> sdk_functions; ///< all functions of the bound C headers, for the development SDK
+};
+
+/// A type descriptor. Example: type `bcm_l2_addr_s *`, spellings "bcm_l2_addr_s *" and "bcm_l2_addr_t *".
+struct Descriptor {
+    TypePtr type; ///< resolved
+    std::set<std::string> spellings;
+    std::string cast_from; ///< mangled name of the pointer-class twin that converts to it, or empty
+};
+
+struct Model {
+    std::vector<FamilyInterface> interface;
+    std::vector<Family> families;
+    std::vector<Constant> constants;
+    std::map<std::string, Descriptor> descriptors; ///< by mangled name
+};
+
+/// Throws std::runtime_error with all mistakes at once, a line each.
+Model build_model(const Declarations &declarations, std::vector<FamilyInterface> interface);
+
+}  // namespace generator

@@ -1,0 +1,51 @@
+#include "output.h"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace generator {
+
+std::string read_file(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw std::runtime_error("cannot read " + path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+void write_if_changed(const std::string &path, const std::string &text)
+{
+    if (std::ifstream(path).good() && read_file(path) == text)
+        return;
+    std::string temporary = path + ".new";
+    {
+        std::ofstream file(temporary, std::ios::binary);
+        file << text;
+        if (!file.flush())
+            throw std::runtime_error("cannot write " + temporary);
+    }
+    if (std::rename(temporary.c_str(), path.c_str()) != 0)
+        throw std::runtime_error("cannot write " + path);
+}
+
+std::string banner(const std::string &subject, const std::string &inputs)
+{
+    return "// " + subject + "\n// Generated from " + inputs + ". Do not edit.\n\n";
+}
+
+std::string literal_with_nul(const std::string &text)
+{
+    std::string literal = "\"";
+    for (char c : text) {
+        if (c == '"' || c == '\\')
+            literal += '\\';
+        literal += c;
+    }
+    return literal + "\\0\"";
+}
+
+}  // namespace generator

@@ -1,0 +1,148 @@
+#include "shape.h"
+
+#include "spelling.h"
+
+#include <stdexcept>
+
+namespace generator {
+
+namespace {
+
+ShapeParameter scalar(const char *code, const char *type, const char *converter)
+{
+    return {code, type, type, converter, false, false, true, false, false};
+}
+
+ShapeParameter pointer(const char *code, const char *converter, bool typed)
+{
+    return {code, "void *", "void *", converter, typed, false, true, false, false};
+}
+
+ShapeParameter mapped(const Crossing &crossing)
+{
+    TypePtr storage = crossing.type;
+    bool array = resolve_array_typedef(storage)->kind == Type::Kind::Array;
+    std::string type = array ? storage->name : storage->name + " const &";
+    return {"_" + crossing.typemap->name + "_", type, storage->name, "to_" + crossing.typemap->name,
+            false, true, !array, false, false};
+}
+
+ShapeParameter in_parameter(const Crossing &crossing)
+{
+    switch (crossing.conversion) {
+    case Conversion::Int32:
+        return scalar("i", "int32_t", "to_int32");
+    case Conversion::UInt32:
+        return scalar("u", "uint32_t", "to_uint32");
+    case Conversion::Int8:
+        return scalar("c", "int8_t", "to_int8");
+    case Conversion::UInt8:
+        return scalar("b", "uint8_t", "to_uint8");
+    case Conversion::UInt16:
+        return scalar("h", "uint16_t", "to_uint16");
+    case Conversion::UInt64:
+        return scalar("q", "uint64_t", "to_uint64");
+    case Conversion::Bool:
+        return scalar("t", "bool", "to_bool");
+    case Conversion::String:
+        return scalar("s", "char *", "to_string");
+    case Conversion::Pointer:
+        return pointer("p", "to_pointer", true);
+    case Conversion::AnyPointer:
+        return pointer("v", "to_any_pointer", false);
+    case Conversion::Value:
+        return pointer("r", "to_value", true);
+    case Conversion::Callback:
+        return pointer("f", "to_callback", true);
+    case Conversion::Mapped:
+        return mapped(crossing);
+    default:
+        throw std::runtime_error("no argument of type '" + crossing.text + "' can be bound");
+    }
+}
+
+}  // namespace
+
+ShapeParameter shape_parameter(const BoundParameter &parameter)
+{
+    if (!parameter.appended)
+        return in_parameter(parameter.crossing);
+    ShapeParameter output;
+    output.appended = true;
+    switch (parameter.crossing.conversion) {
+    case Conversion::Value:
+        output.code = "P";
+        output.variable = "void *";
+        output.type = "void **";
+        output.appended_record = true;
+        return output;
+    case Conversion::Int32:
+        output.code = "I";
+        output.converter = "from_int32";
+        output.variable = "int32_t";
+        break;
+    case Conversion::UInt32:
+        output.code = "U";
+        output.converter = "from_uint32";
+        output.variable = "uint32_t";
+        break;
+    default:
+        throw std::runtime_error("no output of type '" + parameter.crossing.text + "' can be appended");
+    }
+    output.type = output.variable + " *";
+    return output;
+}
+
+ShapeResult shape_result(const Crossing &result)
+{
+    switch (result.conversion) {
+    case Conversion::Int32:
+    case Conversion::Int8:
+    case Conversion::UInt8:
+    case Conversion::UInt16:
+        return {"i", "int32_t", "from_int32"};
+    case Conversion::UInt32:
+        return {"u", "uint32_t", "from_uint32"};
+    case Conversion::UInt64:
+        return {"q", "uint64_t", "from_uint64"};
+    case Conversion::Bool:
+        return {"t", "bool", "from_bool"};
+    case Conversion::String:
+        return {"s", "const char *", "from_string"};
+    case Conversion::Pointer:
+    case Conversion::AnyPointer:
+        return {"p", "void *", "from_pointer"};
+    case Conversion::Object:
+        return {"o", "PyObject *", ""};
+    case Conversion::Nothing:
+        return {"n", "void", ""};
+    default:
+        throw std::runtime_error("no result of type '" + result.text + "' can be bound");
+    }
+}
+
+std::string Shape::name() const
+{
+    std::string codes;
+    for (const ShapeParameter &parameter : parameters)
+        codes += parameter.code;
+    return "call_" + result.code + (codes.empty() ? "" : "_" + codes);
+}
+
+std::string Shape::thunk_signature() const
+{
+    std::string types;
+    for (const ShapeParameter &parameter : parameters)
+        types += (types.empty() ? "" : ", ") + parameter.type;
+    return result.type + (result.type.back() == '*' ? "" : " ") + "(*thunk)(" + types + ")";
+}
+
+Shape shape_of(const BoundFunction &function)
+{
+    Shape shape{shape_result(function.result), {}};
+    for (const BoundParameter &parameter : function.parameters)
+        shape.parameters.push_back(shape_parameter(parameter));
+    return shape;
+}
+
+}  // namespace generator

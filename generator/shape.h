@@ -1,0 +1,48 @@
+// The shape of a call: its sequence of argument kinds, pointers erased. All bindings of a shape share one call
+// function, and each has a thunk with the shape's C++ signature.
+#pragma once
+
+#include "model.h"
+
+#include <map>
+#include <string>
+
+namespace generator {
+
+/// One parameter of a shape. Examples: {int32_t, to_int32, 'i'}, {void *, to_pointer, 'p'}.
+struct ShapeParameter {
+    std::string code;      ///< in the call function's name
+    std::string type;      ///< of the thunk's parameter
+    std::string variable;  ///< type of the converted local
+    std::string converter; ///< function of module/convert.h, or of a typemap
+    bool typed = false;    ///< whether the converter takes a descriptor number
+    bool mapped = false;   ///< a typemap: raises its own errors
+    bool by_address = false; ///< whether the converter takes the local's address
+    bool appended = false;
+    bool appended_record = false;
+};
+
+ShapeParameter shape_parameter(const BoundParameter &parameter);
+
+struct ShapeResult {
+    std::string code;
+    std::string type;      ///< what the thunk returns
+    std::string converter; ///< function that makes the Python object; empty for void and Python objects
+};
+
+ShapeResult shape_result(const Crossing &result);
+
+struct Shape {
+    ShapeResult result;
+    std::vector<ShapeParameter> parameters;
+
+    std::string name() const;            ///< "call_i_iip"
+    std::string thunk_signature() const; ///< "int32_t (*thunk)(int32_t, int32_t, void *)"
+};
+
+Shape shape_of(const BoundFunction &function);
+
+/// By name.
+using Shapes = std::map<std::string, Shape>;
+
+}  // namespace generator
