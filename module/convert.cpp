@@ -1,0 +1,143 @@
+#include "convert.h"
+
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+// The value of an int or long as 64 bits; a long that needs more, or another type, fails.
+Status to_wide(PyObject *object, long long *value)
+{
+    if (PyInt_Check(object)) {
+        *value = PyInt_AS_LONG(object);
+        return Status::ok;
+    }
+    if (!PyLong_Check(object))
+        return Status::type;
+    int overflow = 0;
+    long long number = PyLong_AsLongLongAndOverflow(object, &overflow);
+    if (overflow)
+        return Status::overflow;
+    *value = number;
+    return Status::ok;
+}
+
+template<typename Integer>
+Status to_integer(PyObject *object, Integer *value)
+{
+    long long number;
+    Status status = to_wide(object, &number);
+    if (status != Status::ok)
+        return status;
+    *value = static_cast<Integer>(number);
+    return *value == number ? Status::ok : Status::overflow;
+}
+
+swig_type_info *char_pointer_type()
+{
+    static swig_type_info *type = find_type("_p_char");
+    return type;
+}
+
+}  // namespace
+
+Status to_int32_slowly(PyObject *object, int32_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_uint32_slowly(PyObject *object, uint32_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_int8(PyObject *object, int8_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_uint8(PyObject *object, uint8_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_uint16(PyObject *object, uint16_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_uint64(PyObject *object, uint64_t *value)
+{
+    if (!PyLong_Check(object)) {
+        long long number;
+        Status status = to_wide(object, &number);
+        if (status == Status::ok && number < 0)
+            status = Status::overflow;
+        if (status == Status::ok)
+            *value = static_cast<uint64_t>(number);
+        return status;
+    }
+    uint64_t number = PyLong_AsUnsignedLongLong(object);
+    if (number == UINT64_MAX && PyErr_Occurred()) {
+        PyErr_Clear();
+        return Status::overflow;
+    }
+    *value = number;
+    return Status::ok;
+}
+
+Status to_bool(PyObject *object, bool *value)
+{
+    // bool cannot be subclassed, and its truth is the object itself.
+    if (!PyBool_Check(object))
+        return Status::type;
+    *value = object == Py_True;
+    return Status::ok;
+}
+
+Status to_string(PyObject *object, char **value)
+{
+    if (PyString_Check(object)) {
+        *value = PyString_AS_STRING(object);
+        return Status::ok;
+    }
+    if (object == Py_None || !char_pointer_type())
+        return Status::type;
+    void *pointer;
+    if (convert_pointer(object, char_pointer_type(), &pointer) != Status::ok)
+        return Status::type;
+    *value = static_cast<char *>(pointer);
+    return Status::ok;
+}
+
+Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer)
+{
+    return convert_pointer(object, type, pointer);
+}
+
+NewReference from_string(const char *text)
+{
+    return text ? PyString_FromString(text) : new_none();
+}
+
+NewReference append_output(NewReference result, NewReference output)
+{
+    if (!result || result == Py_None) {
+        Py_XDECREF(result);
+        return output;
+    }
+    Owned first = Owned::steal(result), second = Owned::steal(output);
+    if (!second)
+        return nullptr;
+    if (PyList_Check(result))
+        return PyList_Append(result, second.get()) == 0 ? first.release() : nullptr;
+    PyObject *list = PyList_New(2);
+    if (!list)
+        return nullptr;
+    PyList_SET_ITEM(list, 0, first.release());
+    PyList_SET_ITEM(list, 1, second.release());
+    return list;
+}
+
+}  // namespace quorel

@@ -1,0 +1,131 @@
+// Conversions between Python objects and C values.
+//
+// Each to_<kind> takes a borrowed object and writes the C value only on success; nothing is converted twice,
+// since a conversion may run a user's code. The common case is inline, all else is one call away. Ranges and
+// result types are those of 32-bit int, long and unsigned types on every host: on a 64-bit one a Python int
+// can lie outside of them, and is treated as the long it would be on the target.
+#pragma once
+
+#include "pointer_object.h"
+
+namespace quorel {
+
+// The parts of a conversion that are not inline.
+Status to_int32_slowly(PyObject *object, int32_t *value);
+Status to_uint32_slowly(PyObject *object, uint32_t *value);
+Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer);
+
+/// int, long and their typedefs, every enumeration: a Python int (bool included) or long in
+/// -2147483648..2147483647. Out of range: overflow; other types: type.
+inline Status to_int32(PyObject *object, int32_t *value)
+{
+    if (__builtin_expect(PyInt_CheckExact(object), true)) {
+        long number = PyInt_AS_LONG(object);
+        if (sizeof(long) == sizeof(int32_t) || __builtin_expect(number == static_cast<int32_t>(number), true)) {
+            *value = static_cast<int32_t>(number);
+            return Status::ok;
+        }
+        return Status::overflow;
+    }
+    return to_int32_slowly(object, value);
+}
+
+/// unsigned int, unsigned long and their typedefs: 0..4294967295.
+inline Status to_uint32(PyObject *object, uint32_t *value)
+{
+    if (__builtin_expect(PyInt_CheckExact(object), true)) {
+        long number = PyInt_AS_LONG(object);
+        if (number < 0 || static_cast<unsigned long>(number) > UINT32_MAX)
+            return Status::overflow;
+        *value = static_cast<uint32_t>(number);
+        return Status::ok;
+    }
+    return to_uint32_slowly(object, value);
+}
+
+/// signed char, unsigned char and unsigned short: the ranges of the types.
+Status to_int8(PyObject *object, int8_t *value);
+Status to_uint8(PyObject *object, uint8_t *value);
+Status to_uint16(PyObject *object, uint16_t *value);
+/// unsigned long long: 0..2^64-1.
+Status to_uint64(PyObject *object, uint64_t *value);
+/// bool: only True and False themselves; any other object is a type failure.
+Status to_bool(PyObject *object, bool *value);
+/// char *: a str (its own buffer, borrowed, which C must not write to) or a `char *` pointer object.
+Status to_string(PyObject *object, char **value);
+
+/// T *: None, a pointer object of type T or of one that casts to T, or an object whose `this` is one.
+inline Status to_pointer(PyObject *object, uint16_t type, void **pointer)
+{
+    swig_type_info *wanted = types[type];
+    if (__builtin_expect(Py_TYPE(object) == &PointerObject_Type, true)) {
+        auto *found = reinterpret_cast<SwigPyObject *>(object);
+        if (__builtin_expect(found->ty == wanted, true)) {
+            *pointer = found->ptr;
+            return Status::ok;
+        }
+    }
+    return to_pointer_slowly(object, wanted, pointer);
+}
+
+/// void *: any pointer object.
+inline Status to_any_pointer(PyObject *object, void **pointer)
+{
+    return to_pointer_slowly(object, nullptr, pointer);
+}
+
+/// A value or reference of a record type: as T *, and null is a null reference failure.
+inline Status to_value(PyObject *object, uint16_t type, void **pointer)
+{
+    Status status = to_pointer(object, type, pointer);
+    return status == Status::ok && !*pointer ? Status::null_reference : status;
+}
+
+/// A callback: a pointer object of the callback's type or of an equivalent one, or None. Never a Python
+/// function: nothing in this module calls Python from C.
+inline Status to_callback(PyObject *object, uint16_t type, void **pointer)
+{
+    return to_pointer(object, type, pointer);
+}
+
+// Results.
+
+inline NewReference from_int32(int32_t value)
+{
+    return PyInt_FromLong(value);
+}
+
+/// An int up to 2147483647, a long above.
+inline NewReference from_uint32(uint32_t value)
+{
+    if (__builtin_expect(value <= INT32_MAX, true))
+        return PyInt_FromLong(static_cast<long>(value));
+    return PyLong_FromUnsignedLong(value);
+}
+
+inline NewReference from_uint64(uint64_t value)
+{
+    if (__builtin_expect(value <= INT32_MAX, true))
+        return PyInt_FromLong(static_cast<long>(value));
+    return PyLong_FromUnsignedLongLong(value);
+}
+
+inline NewReference from_bool(bool value)
+{
+    return PyBool_FromLong(value);
+}
+
+/// A new str with a copy of the text, or None for null.
+NewReference from_string(const char *text);
+
+/// None for null, else as wrap_pointer() says.
+inline NewReference from_pointer(void *pointer, uint16_t type, Ownership ownership = Ownership::borrowed)
+{
+    return wrap_pointer(pointer, types[type], ownership);
+}
+
+/// Adds an output value to a result: [result, output], or `result` longer by one if it is a list already, or
+/// `output` alone if there is no result yet or it is None. Takes over both references.
+NewReference append_output(NewReference result, NewReference output);
+
+}  // namespace quorel

@@ -1,0 +1,334 @@
+#include "pointer_object.h"
+
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+SwigPyObject *as_pointer_object(PyObject *object)
+{
+    return reinterpret_cast<SwigPyObject *>(object);
+}
+
+PyObject *as_object(SwigPyObject *pointer)
+{
+    return reinterpret_cast<PyObject *>(pointer);
+}
+
+void report_leak(const swig_type_info *type)
+{
+    const char *name = display_name(type);
+    PySys_WriteStdout("swig/python detected a memory leak of type '%s', no destructor found.\n",
+                      name ? name : "unknown");
+}
+
+// Runs the class's destroy function for an owning object whose last reference went.
+void destroy_pointee(SwigPyObject *self)
+{
+    auto *data = self->ty ? static_cast<SwigPyClientData *>(self->ty->clientdata) : nullptr;
+    PyObject *destroy = data ? data->destroy : nullptr;
+    if (!destroy) {
+        report_leak(self->ty);
+        return;
+    }
+    PendingError pending;
+    Owned function = Owned::share(destroy);
+    Owned result;
+    if (data->delargs) {
+        // The dying object cannot be an argument; a second one for the same address can.
+        Owned stand_in = Owned::steal(new_pointer_object(self->ptr, self->ty, Ownership::borrowed));
+        if (stand_in)
+            result = Owned::steal(PyObject_CallFunctionObjArgs(function.get(), stand_in.get(), nullptr));
+    } else {
+        PyCFunction call = PyCFunction_GET_FUNCTION(function.get());
+        PyObject *bound = PyCFunction_GET_SELF(function.get());
+        // A callee may take and drop references: from one, that does not deallocate a second time.
+        Py_REFCNT(self) = 1;
+        result = Owned::steal(call(bound, as_object(self)));
+        Py_REFCNT(self) = 0;
+    }
+    if (!result)
+        PyErr_WriteUnraisable(function.get());
+}
+
+void deallocate(PyObject *object)
+{
+    SwigPyObject *self = as_pointer_object(object);
+    if (self->own == 1)
+        destroy_pointee(self);
+    Py_XDECREF(self->next);
+    PyObject_Del(object);
+}
+
+NewReference repr(PyObject *object)
+{
+    SwigPyObject *self = as_pointer_object(object);
+    const char *name = display_name(self->ty);
+    PyObject *text = PyString_FromFormat("<Swig Object of type '%s' at %p>", name ? name : "unknown",
+                                         static_cast<void *>(self));
+    if (text && self->next)
+        PyString_ConcatAndDel(&text, PyObject_Repr(self->next));
+    return text;
+}
+
+NewReference compare_rich(PyObject *left, PyObject *right, int operation)
+{
+    if ((operation != Py_EQ && operation != Py_NE) || !is_pointer_object(left) || !is_pointer_object(right)) {
+        Py_INCREF(Py_NotImplemented);
+        return Py_NotImplemented;
+    }
+    bool equal = as_pointer_object(left)->ptr == as_pointer_object(right)->ptr;
+    return PyBool_FromLong(equal == (operation == Py_EQ));
+}
+
+int compare_three_way(PyObject *left, PyObject *right)
+{
+    auto a = reinterpret_cast<uintptr_t>(as_pointer_object(left)->ptr);
+    auto b = reinterpret_cast<uintptr_t>(as_pointer_object(right)->ptr);
+    return a < b ? -1 : a > b;
+}
+
+NewReference to_integer(PyObject *object)
+{
+    return PyLong_FromVoidPtr(as_pointer_object(object)->ptr);
+}
+
+NewReference format_address(PyObject *object, const char *format)
+{
+    char text[2 * sizeof(void *) * 2];
+    PyOS_snprintf(text, sizeof text, format,
+                  static_cast<unsigned long>(reinterpret_cast<uintptr_t>(as_pointer_object(object)->ptr)));
+    return PyString_FromString(text);
+}
+
+NewReference to_hexadecimal(PyObject *object)
+{
+    return format_address(object, "%lx");
+}
+
+NewReference to_octal(PyObject *object)
+{
+    return format_address(object, "%lo");
+}
+
+NewReference disown(PyObject *object, PyObject *)
+{
+    as_pointer_object(object)->own = 0;
+    return new_none();
+}
+
+NewReference acquire(PyObject *object, PyObject *)
+{
+    as_pointer_object(object)->own = 1;
+    return new_none();
+}
+
+NewReference own(PyObject *object, PyObject *args)
+{
+    PyObject *flag = nullptr;
+    if (!PyArg_UnpackTuple(args, "own", 0, 1, &flag))
+        return nullptr;
+    int truth = flag ? PyObject_IsTrue(flag) : 0;
+    if (truth < 0)
+        return nullptr;
+    SwigPyObject *self = as_pointer_object(object);
+    PyObject *previous = PyBool_FromLong(self->own);
+    if (flag)
+        self->own = truth;
+    return previous;
+}
+
+NewReference append(PyObject *object, PyObject *other)
+{
+    if (!is_pointer_object(other)) {
+        PyErr_SetString(PyExc_TypeError, "Attempt to append a non SwigPyObject");
+        return nullptr;
+    }
+    SwigPyObject *self = as_pointer_object(object);
+    for (PyObject *link = other; link; link = as_pointer_object(link)->next) {
+        if (link == object) {
+            PyErr_SetString(PyExc_ValueError, "Attempt to append a SwigPyObject to its own chain");
+            return nullptr;
+        }
+    }
+    Owned earlier = Owned::steal(self->next);
+    self->next = Owned::share(other).release();
+    return new_none();
+}
+
+NewReference next(PyObject *object, PyObject *)
+{
+    SwigPyObject *self = as_pointer_object(object);
+    return self->next ? Owned::share(self->next).release() : new_none();
+}
+
+NewReference repr_method(PyObject *object, PyObject *)
+{
+    return repr(object);
+}
+
+PyMethodDef methods[] = {
+    {"disown", disown, METH_NOARGS, "releases ownership of the pointer"},
+    {"acquire", acquire, METH_NOARGS, "acquires ownership of the pointer"},
+    {"own", own, METH_VARARGS, "returns/sets ownership of the pointer"},
+    {"append", append, METH_O, "appends another 'this' object"},
+    {"next", next, METH_NOARGS, "returns the next 'this' object"},
+    {"__repr__", repr_method, METH_NOARGS, "returns object representation"},
+    {nullptr, nullptr, 0, nullptr},
+};
+
+PyNumberMethods number_methods;
+
+// An instance of a registered class, made as its constructor would leave it but without running __init__.
+NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
+{
+    if (!data.newraw) {
+        Owned dictionary = Owned::steal(PyDict_New());
+        if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0)
+            return nullptr;
+        return PyInstance_NewRaw(data.newargs, dictionary.get());
+    }
+    Owned instance = Owned::steal(PyObject_Call(data.newraw, data.newargs, nullptr));
+    if (!instance)
+        return nullptr;
+    PyObject **dictionary = _PyObject_GetDictPtr(instance.get());
+    int failed;
+    if (!dictionary) {
+        failed = PyObject_SetAttr(instance.get(), this_name(), pointer.get());
+    } else {
+        if (!*dictionary)
+            *dictionary = PyDict_New();
+        failed = *dictionary ? PyDict_SetItem(*dictionary, this_name(), pointer.get()) : -1;
+    }
+    return failed ? nullptr : instance.release();
+}
+
+// The value of `this` in a dictionary, borrowed, without the exception bookkeeping of PyDict_GetItem.
+PyObject *this_in(PyObject *dictionary)
+{
+    PyObject *name = this_name();
+    auto *table = reinterpret_cast<PyDictObject *>(dictionary);
+    long hash = reinterpret_cast<PyStringObject *>(name)->ob_shash;
+    if (hash == -1)
+        hash = PyObject_Hash(name);
+    PyDictEntry *entry = table->ma_lookup(table, name, hash);
+    if (!entry) {
+        PyErr_Clear();
+        return nullptr;
+    }
+    return entry->me_value;
+}
+
+// What an object offers as its `this`, borrowed from the object or from `keeper`; null if it has none.
+PyObject *this_of(PyObject *object, Owned &keeper)
+{
+    if (PyInstance_Check(object))
+        return _PyInstance_Lookup(object, this_name());
+    if (PyObject **dictionary = _PyObject_GetDictPtr(object))
+        return *dictionary ? this_in(*dictionary) : nullptr;
+    if (PyWeakref_CheckProxy(object)) {
+        PyObject *referent = PyWeakref_GET_OBJECT(object);
+        return referent == Py_None ? nullptr : referent;
+    }
+    keeper = Owned::steal(PyObject_GetAttr(object, this_name()));
+    if (!keeper)
+        PyErr_Clear();
+    return keeper.get();
+}
+
+// Deeper nesting of `this` in `this` than any wrapper makes is a cycle.
+constexpr int deepest_this = 16;
+
+}  // namespace
+
+PyTypeObject PointerObject_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "SwigPyObject", sizeof(SwigPyObject)};
+
+bool initialise_pointer_object_type()
+{
+    number_methods.nb_int = to_integer;
+    number_methods.nb_long = to_integer;
+    number_methods.nb_hex = to_hexadecimal;
+    number_methods.nb_oct = to_octal;
+    PyTypeObject &type = PointerObject_Type;
+    type.tp_dealloc = deallocate;
+    type.tp_compare = compare_three_way;
+    type.tp_repr = repr;
+    type.tp_as_number = &number_methods;
+    type.tp_getattro = PyObject_GenericGetAttr;
+    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_doc = "Swig object carries a C/C++ instance pointer";
+    type.tp_richcompare = compare_rich;
+    type.tp_methods = methods;
+    return PyType_Ready(&type) == 0;
+}
+
+bool is_other_pointer_object(PyObject *object)
+{
+    return std::strcmp(Py_TYPE(object)->tp_name, "SwigPyObject") == 0;
+}
+
+NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership ownership)
+{
+    SwigPyObject *self = PyObject_New(SwigPyObject, &PointerObject_Type);
+    if (!self)
+        return nullptr;
+    self->ptr = pointer;
+    self->ty = type;
+    self->own = static_cast<int>(ownership);
+    self->next = nullptr;
+    return as_object(self);
+}
+
+NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownership)
+{
+    if (!pointer)
+        return new_none();
+    PyObject *bare = new_pointer_object(pointer, type, ownership);
+    auto *data = static_cast<SwigPyClientData *>(type->clientdata);
+    if (!bare || !data)
+        return bare;
+    return new_proxy(*data, Owned::steal(bare));
+}
+
+SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper)
+{
+    PyObject *candidate = object;
+    for (int depth = 0; candidate && depth < deepest_this; ++depth) {
+        if (is_pointer_object(candidate))
+            return as_pointer_object(candidate);
+        Owned found;
+        candidate = this_of(candidate, found);
+        if (found)
+            keeper = std::move(found);
+    }
+    return nullptr;
+}
+
+Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown)
+{
+    if (object.operator PyObject *() == Py_None) {
+        *pointer = nullptr;
+        return Status::ok;
+    }
+    Owned keeper;
+    SwigPyObject *found = find_pointer_object(object, keeper);
+    for (; found; found = as_pointer_object(found->next)) {
+        void *address = found->ptr;
+        if (type && found->ty != type) {
+            swig_cast_info *cast = found->ty ? find_cast(found->ty, type) : nullptr;
+            if (!cast)
+                continue;
+            int new_memory = 0;
+            if (cast->converter)
+                address = cast->converter(address, &new_memory);
+        }
+        *pointer = address;
+        if (disown == Disown::yes)
+            found->own = 0;
+        return Status::ok;
+    }
+    return Status::unknown;
+}
+
+}  // namespace quorel

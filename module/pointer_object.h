@@ -1,0 +1,52 @@
+// The wrapped pointer object ("SwigPyObject"): how a C pointer looks to Python.
+//
+// It holds an address, the descriptor of the type pointed to, whether Python owns the memory, and optionally
+// a further pointer object (a chain, made with append()). When an owning object's last reference goes, the
+// destroy function of the registered proxy class frees the memory; without one, a message about the leak is
+// printed and nothing is freed.
+//
+// The proxy object of a record keeps its pointer object in its instance dictionary under "this".
+#pragma once
+
+#include "errors.h"
+#include "swig_runtime.h"
+#include "type_table.h"
+
+namespace quorel {
+
+extern PyTypeObject PointerObject_Type;
+
+/// Makes PointerObject_Type usable. Returns false with an exception set when that fails.
+bool initialise_pointer_object_type();
+
+enum class Ownership : int { borrowed = 0, owned = 1 };
+
+/// A bare pointer object; with Ownership::owned it frees the memory in the end. `pointer` may be null.
+NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership ownership);
+
+/// A pointer as a result: None for null, an instance of the registered proxy class (made without running its
+/// __init__) where there is one, else a bare pointer object.
+NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownership);
+
+/// Whether the object is a pointer object, this module's or another SWIG module's.
+inline bool is_pointer_object(PyObject *object);
+
+/// The pointer object behind `object`, borrowed, or null without an exception: the object itself; an old-style
+/// instance's `this`; the `this` in an instance dictionary, and nowhere else if there is such a dictionary;
+/// a weak proxy's referent; else the attribute `this`, which `keeper` then owns.
+SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper);
+
+enum class Disown : bool { no, yes };
+
+/// Converts `object` to a pointer to `type` (to any type if null). None gives null. With Disown::yes the
+/// pointer object gives up its ownership. *pointer is written only on success.
+Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown = Disown::no);
+
+bool is_other_pointer_object(PyObject *object);
+
+inline bool is_pointer_object(PyObject *object)
+{
+    return Py_TYPE(object) == &PointerObject_Type || is_other_pointer_object(object);
+}
+
+}  // namespace quorel

@@ -1,0 +1,16 @@
+// The base class of the companion's proxy classes. Their instances have a dictionary, but take no attribute that
+// the class does not have: a misspelt member name raises AttributeError instead of being kept silently. `this`
+// is always accepted. It is here, in C, because a __setattr__ written in Python would cost every assignment to a
+// member more than the assignment itself.
+#pragma once
+
+#include "references.h"
+
+namespace quorel {
+
+extern PyTypeObject Proxy_Type;
+
+/// Makes Proxy_Type usable. Returns false with an exception set when that fails.
+bool initialise_proxy_type();
+
+}  // namespace quorel

@@ -1,0 +1,281 @@
+#include "record.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+template<typename Value, NewReference (*convert)(Value)>
+NewReference get_value(PyObject *args, const MemberRow &row)
+{
+    const char *self = self_of_getter(args, row);
+    if (!self)
+        return nullptr;
+    Value value;
+    std::memcpy(&value, self + row.offset, sizeof value);
+    return convert(value);
+}
+
+template<typename Value, Status (*convert)(PyObject *, Value *)>
+NewReference set_value(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    Value value;
+    Status status = convert(setter.value, &value);
+    if (status != Status::ok)
+        return raise_value(row, status);
+    if (setter.self)
+        std::memcpy(setter.self + row.offset, &value, sizeof value);
+    return new_none();
+}
+
+NewReference from_int8(int8_t value)
+{
+    return from_int32(value);
+}
+
+NewReference from_uint8(uint8_t value)
+{
+    return from_int32(value);
+}
+
+NewReference from_uint16(uint16_t value)
+{
+    return from_int32(value);
+}
+
+// The accessors are called <record>_<member>_get and _set.
+NewReference raise_null_array(const MemberRow &row)
+{
+    constexpr size_t suffix = 4;
+    const char *member = method_name(row.getter) + row.name_offset;
+    return raise_variable_error(member, std::strlen(member) - suffix, text_of(row.value),
+                                Status::null_reference);
+}
+
+NewReference store_pointer(const SetterArguments &setter, const MemberRow &row, void *pointer)
+{
+    if (setter.self)
+        std::memcpy(setter.self + row.offset, &pointer, sizeof pointer);
+    return new_none();
+}
+
+}  // namespace
+
+NewReference new_record(PyObject *args, const RecordRow &row)
+{
+    if (PyTuple_GET_SIZE(args) != 0)
+        return raise_arity(row.constructor, args, 0);
+    void *record = std::calloc(1, row.size);
+    if (!record)
+        return PyErr_NoMemory();
+    PyObject *pointer = new_pointer_object(record, types[arguments[row.self].type], Ownership::owned);
+    if (!pointer)
+        std::free(record);
+    return pointer;
+}
+
+NewReference delete_record(PyObject *args, const RecordRow &row)
+{
+    auto method = static_cast<uint16_t>(row.constructor + 1);
+    if (PyTuple_GET_SIZE(args) != 1)
+        return raise_arity(method, args, 1);
+    void *record;
+    Status status =
+        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &record, Disown::yes);
+    if (status != Status::ok)
+        return raise_argument_error(method_name(method), 1, text_of(row.self), status);
+    std::free(record);
+    return new_none();
+}
+
+NewReference register_record(PyObject *args, const RecordRow &row)
+{
+    auto method = static_cast<uint16_t>(row.constructor + 2);
+    if (PyTuple_GET_SIZE(args) != 1)
+        return raise_arity(method, args, 1);
+    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0)))
+        return nullptr;
+    return new_none();
+}
+
+char *self_of_getter(PyObject *args, const MemberRow &row)
+{
+    if (__builtin_expect(PyTuple_GET_SIZE(args) != 1, false)) {
+        raise_arity(row.getter, args, 1);
+        return nullptr;
+    }
+    void *self;
+    Status status = to_value(PyTuple_GET_ITEM(args, 0), arguments[row.self].type, &self);
+    if (__builtin_expect(status != Status::ok, false)) {
+        raise_argument_error(method_name(row.getter), 1, text_of(row.self), status);
+        return nullptr;
+    }
+    return static_cast<char *>(self);
+}
+
+SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row)
+{
+    auto method = static_cast<uint16_t>(row.getter - 1);
+    if (__builtin_expect(PyTuple_GET_SIZE(args) != 2, false)) {
+        raise_arity(method, args, 2);
+        return {nullptr, nullptr, true};
+    }
+    void *self;
+    Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[row.self].type, &self);
+    if (__builtin_expect(status != Status::ok, false)) {
+        raise_argument_error(method_name(method), 1, text_of(row.self), status);
+        return {nullptr, nullptr, true};
+    }
+    return {static_cast<char *>(self), PyTuple_GET_ITEM(args, 1), false};
+}
+
+NewReference raise_value(const MemberRow &row, Status status)
+{
+    return raise_argument_error(method_name(static_cast<uint16_t>(row.getter - 1)), 2, text_of(row.value),
+                                status);
+}
+
+NewReference get_int32(PyObject *args, const MemberRow &row)
+{
+    return get_value<int32_t, from_int32>(args, row);
+}
+
+NewReference set_int32(PyObject *args, const MemberRow &row)
+{
+    return set_value<int32_t, to_int32>(args, row);
+}
+
+NewReference get_uint32(PyObject *args, const MemberRow &row)
+{
+    return get_value<uint32_t, from_uint32>(args, row);
+}
+
+NewReference set_uint32(PyObject *args, const MemberRow &row)
+{
+    return set_value<uint32_t, to_uint32>(args, row);
+}
+
+NewReference get_int8(PyObject *args, const MemberRow &row)
+{
+    return get_value<int8_t, from_int8>(args, row);
+}
+
+NewReference set_int8(PyObject *args, const MemberRow &row)
+{
+    return set_value<int8_t, to_int8>(args, row);
+}
+
+NewReference get_uint8(PyObject *args, const MemberRow &row)
+{
+    return get_value<uint8_t, from_uint8>(args, row);
+}
+
+NewReference set_uint8(PyObject *args, const MemberRow &row)
+{
+    return set_value<uint8_t, to_uint8>(args, row);
+}
+
+NewReference get_uint16(PyObject *args, const MemberRow &row)
+{
+    return get_value<uint16_t, from_uint16>(args, row);
+}
+
+NewReference set_uint16(PyObject *args, const MemberRow &row)
+{
+    return set_value<uint16_t, to_uint16>(args, row);
+}
+
+NewReference get_uint64(PyObject *args, const MemberRow &row)
+{
+    return get_value<uint64_t, from_uint64>(args, row);
+}
+
+NewReference set_uint64(PyObject *args, const MemberRow &row)
+{
+    return set_value<uint64_t, to_uint64>(args, row);
+}
+
+NewReference get_bool(PyObject *args, const MemberRow &row)
+{
+    // The record may hold any byte; a C bool with another value than 0 and 1 must not be loaded as one.
+    const char *self = self_of_getter(args, row);
+    return self ? from_bool(self[row.offset] != 0) : nullptr;
+}
+
+NewReference set_bool(PyObject *args, const MemberRow &row)
+{
+    return set_value<bool, to_bool>(args, row);
+}
+
+NewReference get_storage(PyObject *args, const MemberRow &row)
+{
+    char *self = self_of_getter(args, row);
+    return self ? from_pointer(self + row.offset, arguments[row.value].type) : nullptr;
+}
+
+NewReference set_array(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    void *elements;
+    Status status = to_pointer(setter.value, arguments[row.value].type, &elements);
+    if (status != Status::ok)
+        return raise_value(row, status);
+    if (!elements)
+        return raise_null_array(row);
+    if (setter.self)
+        std::memmove(setter.self + row.offset, elements, row.size);
+    return new_none();
+}
+
+NewReference set_record(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    void *record;
+    Status status = to_value(setter.value, arguments[row.value].type, &record);
+    if (status != Status::ok)
+        return raise_value(row, status);
+    if (setter.self)
+        std::memmove(setter.self + row.offset, record, row.size);
+    return new_none();
+}
+
+NewReference get_pointer(PyObject *args, const MemberRow &row)
+{
+    const char *self = self_of_getter(args, row);
+    if (!self)
+        return nullptr;
+    void *pointer;
+    std::memcpy(&pointer, self + row.offset, sizeof pointer);
+    return from_pointer(pointer, arguments[row.value].type);
+}
+
+NewReference set_pointer(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    void *pointer;
+    Status status = to_pointer(setter.value, arguments[row.value].type, &pointer);
+    return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);
+}
+
+NewReference set_any_pointer(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    void *pointer;
+    Status status = convert_pointer(setter.value, nullptr, &pointer, Disown::yes);
+    return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);
+}
+
+}  // namespace quorel

@@ -1,0 +1,66 @@
+// Records (C structures and unions): construction, destruction, registration of the proxy class, and access
+// to members. One function per kind of member serves all members of that kind; a MemberRow says which record,
+// at which offset, and what messages quote.
+//
+// The rules of all accessors:
+//  - `self` is converted first, then the value; a failure changes nothing.
+//  - A write to a null `self` does nothing; a read raises ValueError "invalid null reference in method ...".
+//  - Arrays, nested records and pointers are read as pointer objects that own nothing and alias the record's
+//    storage; nothing keeps the record alive for them.
+#pragma once
+
+#include "call.h"
+
+namespace quorel {
+
+/// new_<record>(): a zeroed record on the heap, as a bare pointer object that owns it.
+NewReference new_record(PyObject *args, const RecordRow &row);
+/// delete_<record>(self): takes the ownership away from the pointer object and frees the record.
+NewReference delete_record(PyObject *args, const RecordRow &row);
+/// <record>_swigregister(cls): results of this type become instances of cls from now on.
+NewReference register_record(PyObject *args, const RecordRow &row);
+
+/// `self` of a read accessor, or null with an exception.
+char *self_of_getter(PyObject *args, const MemberRow &row);
+
+/// `self` of a write accessor, with the value still to be converted. `failed` is set with an exception;
+/// a null `self` is no failure.
+struct SetterArguments {
+    char *self;
+    PyObject *value; ///< borrowed
+    bool failed;
+};
+SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row);
+
+/// Raises the failure of a write accessor's value; returns null.
+NewReference raise_value(const MemberRow &row, Status status) __attribute__((cold));
+
+NewReference get_int32(PyObject *args, const MemberRow &row);
+NewReference set_int32(PyObject *args, const MemberRow &row);
+NewReference get_uint32(PyObject *args, const MemberRow &row);
+NewReference set_uint32(PyObject *args, const MemberRow &row);
+NewReference get_int8(PyObject *args, const MemberRow &row);
+NewReference set_int8(PyObject *args, const MemberRow &row);
+NewReference get_uint8(PyObject *args, const MemberRow &row);
+NewReference set_uint8(PyObject *args, const MemberRow &row);
+NewReference get_uint16(PyObject *args, const MemberRow &row);
+NewReference set_uint16(PyObject *args, const MemberRow &row);
+NewReference get_uint64(PyObject *args, const MemberRow &row);
+NewReference set_uint64(PyObject *args, const MemberRow &row);
+NewReference get_bool(PyObject *args, const MemberRow &row);
+NewReference set_bool(PyObject *args, const MemberRow &row);
+
+/// Arrays and nested records: a pointer to the storage within the record.
+NewReference get_storage(PyObject *args, const MemberRow &row);
+/// Copies the declared number of elements; None raises "invalid null reference in variable ...".
+NewReference set_array(PyObject *args, const MemberRow &row);
+/// Copies the whole record; None raises "invalid null reference in method ...", argument 2.
+NewReference set_record(PyObject *args, const MemberRow &row);
+
+/// Pointers and callbacks: None is the null pointer, both ways.
+NewReference get_pointer(PyObject *args, const MemberRow &row);
+NewReference set_pointer(PyObject *args, const MemberRow &row);
+/// void *: takes any pointer object, which gives up its ownership.
+NewReference set_any_pointer(PyObject *args, const MemberRow &row);
+
+}  // namespace quorel

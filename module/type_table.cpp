@@ -1,0 +1,282 @@
+#include "type_table.h"
+
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+constexpr char runtime_module[] = "swig_runtime_data4";
+constexpr char capsule_attribute[] = "type_pointer_capsule";
+constexpr char capsule_name[] = "swig_runtime_data4.type_pointer_capsule";
+
+swig_module_info module_record;
+PyObject *interned_this;
+
+// The pointer classes are the same C types as their elements.
+void *same_pointer(void *pointer, int *)
+{
+    return pointer;
+}
+
+swig_type_info *find_in_module(const swig_module_info &module, const char *name)
+{
+    size_t low = 0, high = module.size;
+    while (low < high) {
+        size_t middle = low + (high - low) / 2;
+        const char *candidate = module.types[middle]->name;
+        int order = candidate ? std::strcmp(name, candidate) : 1;
+        if (order == 0)
+            return module.types[middle];
+        if (order < 0)
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return nullptr;
+}
+
+swig_type_info *find_in_ring(swig_module_info *first, const swig_module_info *end, const char *name)
+{
+    swig_module_info *module = first;
+    do {
+        if (swig_type_info *found = find_in_module(*module, name))
+            return found;
+        module = module->next;
+    } while (module != end);
+    return nullptr;
+}
+
+// The generated rows, turned into the records of the shared runtime. They live as long as the process:
+// other modules keep pointers into them.
+void build_initial_types()
+{
+    auto *descriptors = new swig_type_info[type_count]();
+    auto *initial = new swig_type_info *[type_count];
+    auto *casts = new swig_cast_info *[type_count];
+    size_t entries = 0;
+    for (size_t i = 0; i < type_count; ++i)
+        entries += type_rows[i].cast_from == no_type ? 2 : 3;
+    auto *entry = new swig_cast_info[entries]();
+
+    const char *text = type_names;
+    for (size_t i = 0; i < type_count; ++i) {
+        descriptors[i].name = text;
+        text += std::strlen(text) + 1;
+        descriptors[i].str = text;
+        text += std::strlen(text) + 1;
+        initial[i] = &descriptors[i];
+        casts[i] = entry;
+        (entry++)->type = &descriptors[i];
+        if (type_rows[i].cast_from != no_type) {
+            entry->converter = same_pointer;
+            (entry++)->type = &descriptors[type_rows[i].cast_from];
+        }
+        ++entry;  // the terminator: a null type
+    }
+    module_record.types = types;
+    module_record.size = type_count;
+    module_record.type_initial = initial;
+    module_record.cast_initial = casts;
+}
+
+void push_cast(swig_type_info *type, swig_cast_info *cast)
+{
+    if (type->cast) {
+        type->cast->prev = cast;
+        cast->next = type->cast;
+    }
+    type->cast = cast;
+}
+
+void merge_type(size_t number)
+{
+    swig_type_info *own = module_record.type_initial[number];
+    bool alone = module_record.next == &module_record;
+    swig_type_info *shared = alone ? nullptr : find_in_ring(module_record.next, &module_record, own->name);
+    swig_type_info *type = shared ? shared : own;
+    if (shared && own->clientdata)
+        shared->clientdata = own->clientdata;
+    for (swig_cast_info *cast = module_record.cast_initial[number]; cast->type; ++cast) {
+        swig_type_info *other =
+            alone ? nullptr : find_in_ring(module_record.next, &module_record, cast->type->name);
+        if (other && shared) {
+            if (find_cast(other, shared))
+                continue;
+            cast->type = other;
+        } else if (other) {
+            cast->type = other;
+        }
+        push_cast(type, cast);
+    }
+    types[number] = type;
+}
+
+void destroy_ring_head(PyObject *capsule)
+{
+    auto *module = static_cast<swig_module_info *>(PyCapsule_GetPointer(capsule, capsule_name));
+    if (!module)
+        return;
+    for (size_t i = 0; i < module->size; ++i) {
+        swig_type_info *type = module->types[i];
+        if (type->owndata) {
+            auto *data = static_cast<SwigPyClientData *>(type->clientdata);
+            type->clientdata = nullptr;
+            type->owndata = 0;
+            delete_client_data(data);
+        }
+    }
+    Py_CLEAR(interned_this);
+}
+
+swig_module_info *existing_ring()
+{
+    auto *head = static_cast<swig_module_info *>(
+        PyCapsule_Import(const_cast<char *>(capsule_name), 0));
+    if (!head)
+        PyErr_Clear();
+    return head;
+}
+
+void start_ring()
+{
+    static PyMethodDef no_methods[] = {{nullptr, nullptr, 0, nullptr}};
+    PyObject *module = Py_InitModule4(runtime_module, no_methods, nullptr, nullptr, PYTHON_API_VERSION);
+    Owned capsule = Owned::steal(PyCapsule_New(&module_record, capsule_name, destroy_ring_head));
+    // Without the meeting point the module works, it only shares no types.
+    if (module && capsule && PyModule_AddObject(module, capsule_attribute, capsule.get()) == 0)
+        capsule.release();
+    PyErr_Clear();
+}
+
+bool in_ring(const swig_module_info *head)
+{
+    const swig_module_info *module = head;
+    do {
+        if (module == &module_record)
+            return true;
+        module = module->next;
+    } while (module != head);
+    return false;
+}
+
+}  // namespace
+
+void initialise_type_table()
+{
+    bool first = module_record.next == nullptr;
+    if (first) {
+        build_initial_types();
+        module_record.next = &module_record;
+    }
+    swig_module_info *head = existing_ring();
+    if (!head) {
+        start_ring();
+    } else if (!in_ring(head)) {
+        module_record.next = head->next;
+        head->next = &module_record;
+    }
+    if (!first)
+        return;
+    for (size_t i = 0; i < type_count; ++i)
+        merge_type(i);
+    types[type_count] = nullptr;
+}
+
+swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted)
+{
+    swig_cast_info *cast = wanted->cast;
+    while (cast && cast->type != given && std::strcmp(cast->type->name, given->name) != 0)
+        cast = cast->next;
+    if (!cast || cast == wanted->cast)
+        return cast;
+    cast->prev->next = cast->next;
+    if (cast->next)
+        cast->next->prev = cast->prev;
+    cast->next = wanted->cast;
+    cast->prev = nullptr;
+    wanted->cast->prev = cast;
+    wanted->cast = cast;
+    return cast;
+}
+
+const char *display_name(const swig_type_info *type)
+{
+    if (!type || !type->str)
+        return type ? type->name : nullptr;
+    const char *bar = std::strrchr(type->str, '|');
+    return bar ? bar + 1 : type->str;
+}
+
+swig_type_info *find_type(const char *mangled_name)
+{
+    return find_in_ring(&module_record, &module_record, mangled_name);
+}
+
+PyObject *this_name()
+{
+    if (!interned_this)
+        interned_this = PyString_InternFromString("this");
+    return interned_this;
+}
+
+SwigPyClientData *new_client_data(Borrowed proxy_class)
+{
+    Owned newraw, newargs;
+    if (PyClass_Check(proxy_class.operator PyObject *())) {
+        newargs = Owned::share(proxy_class);
+    } else {
+        newraw = Owned::steal(PyObject_GetAttrString(proxy_class, "__new__"));
+        if (newraw) {
+            newargs = Owned::steal(PyTuple_Pack(1, static_cast<PyObject *>(proxy_class)));
+        } else {
+            PyErr_Clear();
+            newargs = Owned::share(proxy_class);
+        }
+    }
+    Owned destroy = Owned::steal(PyObject_GetAttrString(proxy_class, "__swig_destroy__"));
+    if (!destroy)
+        PyErr_Clear();
+    auto *data = static_cast<SwigPyClientData *>(PyMem_Malloc(sizeof(SwigPyClientData)));
+    if (!data || !newargs) {
+        PyMem_Free(data);
+        PyErr_NoMemory();
+        return nullptr;
+    }
+    PyObject *function = destroy.get();
+    bool one_argument =
+        function && PyCFunction_Check(function) && (PyCFunction_GET_FLAGS(function) & METH_O);
+    data->klass = Owned::share(proxy_class).release();
+    data->newraw = newraw.release();
+    data->newargs = newargs.release();
+    data->destroy = destroy.release();
+    data->delargs = data->destroy && !one_argument;
+    data->implicitconv = 0;
+    data->pytype = nullptr;
+    return data;
+}
+
+void delete_client_data(SwigPyClientData *data)
+{
+    if (!data)
+        return;
+    Py_XDECREF(data->klass);
+    Py_XDECREF(data->newraw);
+    Py_XDECREF(data->newargs);
+    Py_XDECREF(data->destroy);
+    PyMem_Free(data);
+}
+
+bool register_class(swig_type_info *type, Borrowed proxy_class)
+{
+    SwigPyClientData *data = new_client_data(proxy_class);
+    if (!data)
+        return false;
+    auto *earlier = type->owndata ? static_cast<SwigPyClientData *>(type->clientdata) : nullptr;
+    type->clientdata = data;
+    type->owndata = 1;
+    delete_client_data(earlier);
+    return true;
+}
+
+}  // namespace quorel

@@ -1,0 +1,42 @@
+// The type table: one descriptor per C type that crosses the boundary, shared with the other modules of
+// SWIG's runtime version 4 in the process, so that pointers pass between modules unchanged.
+#pragma once
+
+#include "references.h"
+#include "swig_runtime.h"
+#include "tables.h"
+
+namespace quorel {
+
+/// The descriptors in use, by type number: this module's own, or another module's where that module had the
+/// type first. Defined by the generated tables; filled by initialise_type_table().
+extern swig_type_info *types[];
+
+/// Builds this module's descriptors and cast lists from the generated rows, joins the ring of modules (or
+/// starts it, through the capsule "swig_runtime_data4.type_pointer_capsule") and merges the types. A second
+/// call in one process joins the ring again if need be and merges nothing. Never leaves an exception.
+void initialise_type_table();
+
+/// The entry of `wanted`'s cast list that converts from `given`, or null. It is moved to the head of the
+/// list, where the call path looks first.
+swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted);
+
+/// The last spelling in the descriptor's text, or its mangled name, or null without a descriptor.
+const char *display_name(const swig_type_info *type);
+
+/// The descriptor with this mangled name in any module of the ring, or null.
+swig_type_info *find_type(const char *mangled_name);
+
+/// The interned attribute name "this" (borrowed; lives as long as the type table).
+PyObject *this_name();
+
+/// Makes the client data of a proxy class: its raw constructor and its destroy function.
+/// Returns null with an exception when memory is short.
+SwigPyClientData *new_client_data(Borrowed proxy_class);
+void delete_client_data(SwigPyClientData *data);
+
+/// Registers `proxy_class` as the class of `type`, in place of an earlier one. Returns false with an
+/// exception set when that fails.
+bool register_class(swig_type_info *type, Borrowed proxy_class);
+
+}  // namespace quorel

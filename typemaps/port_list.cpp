@@ -1,0 +1,81 @@
+#include "port_list.h"
+
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+constexpr unsigned word_bits = 32;
+constexpr unsigned words = sizeof(bcm_pbmp_t) / sizeof(uint32_t);
+constexpr unsigned ports = words * word_bits;
+// Meant: what reads bitmaps never looked at the last 17 ports, and scripts know lists without them.
+constexpr unsigned listed_ports = ports - 17;
+
+}  // namespace
+
+bool to_port_list(Borrowed list, bcm_pbmp_t *bitmap)
+{
+    if (!PyList_Check(list.operator PyObject *())) {
+        PyErr_SetString(PyExc_TypeError, "Expected a list");
+        return false;
+    }
+    uint32_t bits[words] = {};
+    for (Py_ssize_t i = 0, size = PyList_GET_SIZE(list.operator PyObject *()); i < size; ++i) {
+        PyObject *item = PyList_GET_ITEM(list.operator PyObject *(), i);
+        if (!PyInt_Check(item)) {
+            PyErr_SetString(PyExc_TypeError, "Port list must contain integers");
+            return false;
+        }
+        unsigned long port = PyLong_AsUnsignedLong(item);
+        if (port >= ports) {
+            if (!PyErr_Occurred())
+                PyErr_Format(PyExc_ValueError, "Port %lu is outside the port bitmap (0 to %u)", port, ports - 1);
+            return false;
+        }
+        bits[port / word_bits] |= uint32_t{1} << (port % word_bits);
+    }
+    std::memcpy(bitmap, bits, sizeof bits);
+    return true;
+}
+
+NewReference from_port_list(const bcm_pbmp_t &bitmap)
+{
+    uint32_t bits[words];
+    std::memcpy(bits, &bitmap, sizeof bits);
+    Owned list = Owned::steal(PyList_New(0));
+    for (unsigned word = 0; list && word < words; ++word) {
+        for (uint32_t rest = bits[word]; rest != 0; rest &= rest - 1) {
+            unsigned port = word * word_bits + static_cast<unsigned>(__builtin_ctz(rest));
+            if (port >= listed_ports)
+                break;
+            Owned number = Owned::steal(PyLong_FromUnsignedLong(port));
+            if (!number || PyList_Append(list.get(), number.get()) != 0)
+                return nullptr;
+        }
+    }
+    return list.release();
+}
+
+NewReference get_port_list(PyObject *args, const MemberRow &row)
+{
+    const char *self = self_of_getter(args, row);
+    if (!self)
+        return nullptr;
+    bcm_pbmp_t bitmap;
+    std::memcpy(&bitmap, self + row.offset, sizeof bitmap);
+    return from_port_list(bitmap);
+}
+
+NewReference set_port_list(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    bcm_pbmp_t bitmap;
+    if (setter.failed || !to_port_list(setter.value, &bitmap))
+        return nullptr;
+    if (setter.self)
+        std::memcpy(setter.self + row.offset, &bitmap, sizeof bitmap);
+    return new_none();
+}
+
+}  // namespace quorel
