@@ -1,0 +1,136 @@
+#include "destination.h"
+
+#include <bcm/error.h>
+
+namespace sim {
+
+namespace {
+
+constexpr uint32 destination_flags
+    = BCM_L2_DISCARD_DST | BCM_L2_TRUNK_MEMBER | BCM_L2_MCAST | BCM_L2_LOCAL_CPU;
+
+int resolve_module_port(int module, int port, Destination *to)
+{
+    if (module == -1) {
+        module = own_module;
+    }
+    if (module < 0 || module > BCM_MODULE_MAX) {
+        return BCM_E_BADID;
+    }
+    // What ports another module has is not known here.
+    const int highest = module == own_module ? port_max : BCM_PBMP_PORT_MAX - 1;
+    if (port < 0 || port > highest) {
+        return BCM_E_PORT;
+    }
+    *to = {Destination::Kind::port, module, port};
+    return BCM_E_NONE;
+}
+
+}  // namespace
+
+bool operator==(const Destination &a, const Destination &b)
+{
+    return a.kind == b.kind && a.module == b.module && a.id == b.id;
+}
+
+int resolve_trunk(bcm_trunk_t trunk, Destination *to)
+{
+    if (trunk < 0 || trunk > BCM_TRUNK_MAX) {
+        return BCM_E_BADID;
+    }
+    *to = {Destination::Kind::trunk, 0, trunk};
+    return BCM_E_NONE;
+}
+
+int resolve(bcm_module_t module, bcm_port_t port, Destination *to)
+{
+    if (!BCM_GPORT_IS_SET(port)) {
+        return resolve_module_port(module, port, to);
+    }
+    if (BCM_GPORT_IS_BLACK_HOLE(port)) {
+        *to = {Destination::Kind::discard, 0, 0};
+        return BCM_E_NONE;
+    }
+    if (BCM_GPORT_IS_LOCAL(port)) {
+        return resolve_module_port(own_module, BCM_GPORT_VALUE(port), to);
+    }
+    if (BCM_GPORT_IS_MODPORT(port)) {
+        return resolve_module_port(BCM_GPORT_MODPORT_MODID_GET(port), BCM_GPORT_MODPORT_PORT_GET(port), to);
+    }
+    if (BCM_GPORT_IS_TRUNK(port)) {
+        return resolve_trunk(BCM_GPORT_TRUNK_GET(port), to);
+    }
+    // System ports are numbered as the physical ports are.
+    if (BCM_GPORT_IS_SYSTEM_PORT(port)) {
+        return resolve_module_port(own_module, BCM_GPORT_SYSTEM_PORT_ID_GET(port), to);
+    }
+    return BCM_E_PORT;
+}
+
+int resolve_own_port(bcm_port_t port, int *own_port)
+{
+    Destination to;
+    if (resolve(own_module, port, &to) != BCM_E_NONE || !is_own_port(to)) {
+        return BCM_E_PORT;
+    }
+    *own_port = to.id;
+    return BCM_E_NONE;
+}
+
+int resolve_address(const bcm_l2_addr_t &address, Destination *to)
+{
+    if (address.flags & BCM_L2_DISCARD_DST) {
+        *to = {Destination::Kind::discard, 0, 0};
+        return BCM_E_NONE;
+    }
+    if (address.flags & BCM_L2_MCAST) {
+        *to = {Destination::Kind::group, 0, address.l2mc_group};
+        return address.l2mc_group >= 0 ? BCM_E_NONE : BCM_E_BADID;
+    }
+    if (address.flags & BCM_L2_TRUNK_MEMBER) {
+        return resolve_trunk(address.tgid, to);
+    }
+    if (address.flags & BCM_L2_LOCAL_CPU) {
+        *to = {Destination::Kind::port, own_module, cpu_port};
+        return BCM_E_NONE;
+    }
+    return resolve(address.modid, address.port, to);
+}
+
+void set_destination(bcm_l2_addr_t *address, const Destination &to)
+{
+    // A destination that the flags state already keeps its flags and members as they were given.
+    Destination before;
+    const bool stated = resolve_address(*address, &before) == BCM_E_NONE && before == to;
+    if (stated && !BCM_GPORT_IS_SET(address->port)) {
+        if (to.kind == Destination::Kind::port) {
+            address->modid = to.module;
+            address->port = to.id;
+        }
+        return;
+    }
+    address->flags &= ~destination_flags;
+    address->port = 0;
+    address->modid = 0;
+    address->tgid = 0;
+    address->l2mc_group = 0;
+    switch (to.kind) {
+    case Destination::Kind::port:
+        address->port = to.id;
+        address->modid = to.module;
+        break;
+    case Destination::Kind::trunk:
+        address->flags |= BCM_L2_TRUNK_MEMBER;
+        address->tgid = to.id;
+        break;
+    case Destination::Kind::group:
+        address->flags |= BCM_L2_MCAST;
+        address->l2mc_group = to.id;
+        break;
+    case Destination::Kind::discard:
+        address->flags |= BCM_L2_DISCARD_DST;
+        break;
+    }
+}
+
+}  // namespace sim

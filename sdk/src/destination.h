@@ -1,0 +1,44 @@
+/// Where packets go: a port of some module, a trunk, a multicast group, or nowhere.
+#pragma once
+
+#include <bcm/l2.h>
+#include <bcm/types.h>
+
+namespace sim {
+
+/// Front ports are 1..port_max, port 0 is the CPU. The unit is module 0 of its stack.
+constexpr int cpu_port = 0;
+constexpr int port_max = 64;
+constexpr int own_module = 0;
+
+struct Destination {
+    enum class Kind { port, trunk, group, discard };
+    Kind kind;
+    int module;  // of a port, else 0
+    int id;      // port, trunk or group, else 0
+};
+
+bool operator==(const Destination &a, const Destination &b);
+
+inline bool is_own_port(const Destination &to)
+{
+    return to.kind == Destination::Kind::port && to.module == own_module;
+}
+
+/// A port of a module (own_module or -1 for the unit itself), or a gport of any kind.
+/// BCM_E_PORT: no such port; BCM_E_BADID: no such module or trunk.
+int resolve(bcm_module_t module, bcm_port_t port, Destination *to);
+
+/// The same for a port argument that has to mean a port of this unit; else BCM_E_PORT.
+int resolve_own_port(bcm_port_t port, int *own_port);
+
+/// BCM_E_BADID: no such trunk.
+int resolve_trunk(bcm_trunk_t trunk, Destination *to);
+
+/// The destination of an address record, as its flags and members say; errors as for resolve.
+int resolve_address(const bcm_l2_addr_t &address, Destination *to);
+
+/// Writes a destination into the record: the flags for it, and port, modid, tgid or l2mc_group.
+void set_destination(bcm_l2_addr_t *address, const Destination &to);
+
+}  // namespace sim

@@ -1,0 +1,81 @@
+/// The layer-2 module as a whole, and who is told of changes of its address table.
+#include "checked.h"
+#include "sim.h"
+
+#include <algorithm>
+
+using namespace sim;
+
+namespace {
+
+void reset(L2State &l2)
+{
+    l2.clear();
+    l2.settings = {};
+}
+
+auto find_subscriber(std::vector<L2Subscriber> &subscribers, bcm_l2_addr_callback_t callback, void *userdata)
+{
+    return std::find_if(subscribers.begin(), subscribers.end(), [&](const L2Subscriber &known) {
+        return known.callback == callback && known.userdata == userdata;
+    });
+}
+
+}  // namespace
+
+extern "C" {
+
+int sim_bcm_l2_init(int unit)
+{
+    return on_unit(unit, {}, [](Switch &sw) -> int {
+        reset(sw.l2);
+        sw.l2.initialised = true;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_l2_clear(int unit)
+{
+    return on_l2(unit, {}, [](Switch &sw) -> int {
+        sw.l2.clear();
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_l2_detach(int unit)
+{
+    return on_l2(unit, {}, [](Switch &sw) -> int {
+        reset(sw.l2);
+        sw.l2.initialised = false;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *userdata)
+{
+    return on_l2(unit, {}, [&](Switch &sw) -> int {
+        if (callback == nullptr) {
+            return BCM_E_PARAM;
+        }
+        std::vector<L2Subscriber> &subscribers = sw.l2.settings.subscribers;
+        if (find_subscriber(subscribers, callback, userdata) == subscribers.end()) {
+            subscribers.push_back({callback, userdata});
+        }
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_l2_addr_unregister(int unit, bcm_l2_addr_callback_t callback, void *userdata)
+{
+    return on_l2(unit, {}, [&](Switch &sw) -> int {
+        std::vector<L2Subscriber> &subscribers = sw.l2.settings.subscribers;
+        const auto found = find_subscriber(subscribers, callback, userdata);
+        if (found == subscribers.end()) {
+            return BCM_E_NOT_FOUND;
+        }
+        subscribers.erase(found);
+        return BCM_E_NONE;
+    });
+}
+
+}  // extern "C"

@@ -1,0 +1,107 @@
+#include "l2_state.h"
+
+#include "switch.h"
+
+namespace sim {
+
+void L2LearnCounts::add(const bcm_l2_addr_t &address, int change)
+{
+    counts_[{BCM_L2_LEARN_LIMIT_SYSTEM, 0}] += change;
+    counts_[{BCM_L2_LEARN_LIMIT_VLAN, address.vid}] += change;
+    Destination at;
+    if (resolve_address(address, &at) != BCM_E_NONE) {
+        return;
+    }
+    if (is_own_port(at)) {
+        counts_[{BCM_L2_LEARN_LIMIT_PORT, at.id}] += change;
+    } else if (at.kind == Destination::Kind::trunk) {
+        counts_[{BCM_L2_LEARN_LIMIT_TRUNK, at.id}] += change;
+    }
+}
+
+int L2LearnCounts::of(uint32 selector, int id) const
+{
+    const auto found = counts_.find({selector, id});
+    return found != counts_.end() ? found->second : 0;
+}
+
+void L2State::clear()
+{
+    addresses.clear();
+    learnt.clear();
+    counters.clear();
+    cache.clear();
+    tunnels.clear();
+    authorised.clear();
+    stations.clear();
+    egress.clear();
+    mac_ports.clear();
+}
+
+int l2_check(const Switch &sw, bcm_l2_addr_t *address)
+{
+    if (!VlanTable::valid(address->vid)) {
+        return BCM_E_PARAM;
+    }
+    if (!sw.vlans.has(address->vid)) {
+        return BCM_E_NOT_FOUND;
+    }
+    Destination to;
+    const int rc = resolve_address(*address, &to);
+    if (rc == BCM_E_NONE) {
+        set_destination(address, to);
+    }
+    return rc;
+}
+
+int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int operation)
+{
+    L2State &l2 = sw.l2;
+    const std::size_t position = l2.addresses.find(l2_key(address.mac, address.vid));
+    const bool replaces = position != L2Table::none;
+    bcm_l2_addr_t before = {};
+    if (replaces) {
+        before = l2.addresses.record(position);
+        if (l2.addresses.state(position) & l2_learnt) {
+            l2.learnt.add(before, -1);
+        }
+    }
+    if (!l2.addresses.put(address, state)) {
+        return BCM_E_FULL;
+    }
+    if (state & l2_learnt) {
+        l2.learnt.add(address, 1);
+    }
+    if (replaces && operation == BCM_L2_CALLBACK_ADD) {
+        l2_notify(sw, before, BCM_L2_CALLBACK_DELETE);
+    }
+    l2_notify(sw, address, operation);
+    return BCM_E_NONE;
+}
+
+void l2_remove(Switch &sw, std::size_t position, int operation)
+{
+    L2State &l2 = sw.l2;
+    const bcm_l2_addr_t before = l2.addresses.record(position);
+    if (l2.addresses.state(position) & l2_learnt) {
+        l2.learnt.add(before, -1);
+    }
+    l2.counters.erase(l2_key(before.mac, before.vid));
+    l2.addresses.erase(position);
+    l2_notify(sw, before, operation);
+}
+
+void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation)
+{
+    if (operation == l2_silent || sw.l2.settings.subscribers.empty()) {
+        return;
+    }
+    // Copies, since a callback may unregister itself and may write to what it gets.
+    const std::vector<L2Subscriber> subscribers = sw.l2.settings.subscribers;
+    for (const L2Subscriber &subscriber : subscribers) {
+        bcm_l2_addr_t copy = address;
+        subscriber.callback(sw.unit, &copy, operation, subscriber.userdata);
+    }
+}
+
+}  // namespace sim

@@ -1,0 +1,91 @@
+/// Layer 2 of one unit: the address table, the tables around it, and settings.
+#pragma once
+
+#include "destination.h"
+#include "keyed_table.h"
+#include "l2_table.h"
+
+#include <array>
+#include <map>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace sim {
+
+struct Switch;
+
+constexpr int learn_classes = 32;
+constexpr int age_seconds_default = 300;
+
+struct L2Subscriber {
+    bcm_l2_addr_callback_t callback;
+    void *userdata;
+};
+
+struct L2LearnClass {
+    int priority = 0;
+    uint32 flags = 0;  // BCM_L2_LEARN_CLASS_*
+};
+
+/// What can be set and is not a table; init puts back the defaults.
+struct L2Settings {
+    int age_seconds = age_seconds_default;
+    int freezes = 0;
+    std::vector<L2Subscriber> subscribers;
+    std::map<std::pair<uint32, int>, int> learn_limits;  // by BCM_L2_LEARN_LIMIT_* selector and id
+    std::array<L2LearnClass, learn_classes> classes;
+    std::array<int, port_max + 1> port_classes = {};
+    bcm_l2_learn_msgs_config_t learn_messages = {};
+    std::map<bcm_vlan_t, uint32> distribution;           // BCM_L2_ADDR_DIST_* by VLAN
+};
+
+/// How many entries were learnt, in all and by VLAN, port and trunk: what learn limits are held against.
+class L2LearnCounts {
+public:
+    void add(const bcm_l2_addr_t &address, int change);
+    int of(uint32 selector, int id) const;
+    void clear() { counts_.clear(); }
+
+private:
+    std::map<std::pair<uint32, int>, int> counts_;  // keys as in L2Settings::learn_limits
+};
+
+using L2Counters = std::array<uint64, bcmL2StatCount>;
+
+struct L2State {
+    bool initialised = true;
+    L2Settings settings;
+
+    L2Table addresses;
+    L2LearnCounts learnt;
+    std::unordered_map<L2Key, L2Counters> counters;  // of the entries that have them enabled
+
+    KeyedTable<int, bcm_l2_cache_addr_t> cache{128};
+    KeyedTable<L2Key, bool> tunnels{1024};           // the value says nothing
+    KeyedTable<L2Key, bcm_l2_auth_addr_t> authorised{4096};
+    ObjectTable<bcm_l2_station_t> stations{512};
+    ObjectTable<bcm_l2_egress_t> egress{16384};
+    ObjectTable<bcm_l2_mac_port_t> mac_ports{1024};
+
+    /// Empties all tables and tells nobody.
+    void clear();
+};
+
+/// Operation of l2_enter and l2_remove that tells nobody; the others are BCM_L2_CALLBACK_*.
+constexpr int l2_silent = 0;
+
+/// Checks an address to be entered, and resolves its destination into plain port, module and trunk.
+/// BCM_E_PARAM, BCM_E_NOT_FOUND (VLAN), BCM_E_PORT, BCM_E_BADID.
+int l2_check(const Switch &sw, bcm_l2_addr_t *address);
+
+/// Enters a checked address, with L2EntryState bits, or replaces it, and calls the callbacks: when replacing
+/// with BCM_L2_CALLBACK_ADD, first as deleted. BCM_E_FULL.
+int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int operation);
+
+void l2_remove(Switch &sw, std::size_t position, int operation);
+
+/// Calls the callbacks.
+void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation);
+
+}  // namespace sim

@@ -1,0 +1,130 @@
+/// A packet arrives: refreshing, learning and moving its source address.
+#include "checked.h"
+#include "l2_state.h"
+
+#include <sim/traffic.h>
+
+#include <algorithm>
+
+using namespace sim;
+
+namespace {
+
+constexpr uint64 packet_bytes = 64;
+
+/// Whether a limit, if it is set, leaves room for one more address.
+bool below_limit(const L2State &l2, uint32 selector, int id)
+{
+    const auto limit = l2.settings.learn_limits.find({selector, id});
+    return limit == l2.settings.learn_limits.end() || l2.learnt.of(selector, id) < limit->second;
+}
+
+/// Whether an address may move to another port, as learn classes go.
+bool may_move(const L2Settings &settings, const Destination &from, int to)
+{
+    if (!is_own_port(from)) {
+        return true;
+    }
+    const auto class_of = [&](int port) -> const L2LearnClass & {
+        const int number = settings.port_classes[static_cast<std::size_t>(port)];
+        return settings.classes[static_cast<std::size_t>(number)];
+    };
+    const L2LearnClass &old_class = class_of(from.id);
+    return (old_class.flags & BCM_L2_LEARN_CLASS_MOVE) || class_of(to).priority >= old_class.priority;
+}
+
+void count(L2State &l2, L2Key key)
+{
+    const auto counters = l2.counters.find(key);
+    if (counters != l2.counters.end()) {
+        counters->second[bcmL2StatInBytes] += packet_bytes;
+        ++counters->second[bcmL2StatInPackets];
+    }
+}
+
+/// The source address of the packet has no entry for the port: learns it, or moves the entry at position.
+int learn(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t position)
+{
+    L2State &l2 = sw.l2;
+    const bool known = position != L2Table::none;
+    bcm_l2_addr_t address = {};
+    if (known) {
+        address = l2.addresses.record(position);
+    } else {
+        std::copy_n(mac, sizeof address.mac, address.mac);
+        address.vid = vid;
+    }
+
+    const bcm_l2_auth_addr_t *authorised = l2.authorised.find(l2_key(mac, vid));
+    if ((address.flags & BCM_L2_STATIC) || (authorised != nullptr && authorised->src_port != port)) {
+        return BCM_E_EXISTS;
+    }
+    Destination from = {};
+    if (known && resolve_address(address, &from) == BCM_E_NONE && !may_move(l2.settings, from, port)) {
+        return BCM_E_EXISTS;
+    }
+
+    const uint32 mode = sw.ports[static_cast<std::size_t>(port)].learn;
+    set_destination(&address, {Destination::Kind::port, own_module, port});
+    if ((mode & BCM_PORT_LEARN_CPU) && !(mode & BCM_PORT_LEARN_ARL)) {
+        l2_notify(sw, address, BCM_L2_CALLBACK_REPORT);
+    }
+    if (!(mode & BCM_PORT_LEARN_ARL) || l2.settings.freezes != 0) {
+        return BCM_E_DISABLED;
+    }
+    // An address that moves counts already, though not for the port.
+    const bool room = below_limit(l2, BCM_L2_LEARN_LIMIT_PORT, port)
+        && (known || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
+        && (known || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
+    if (!room) {
+        return BCM_E_RESOURCE;
+    }
+    if (mode & BCM_PORT_LEARN_PENDING) {
+        address.flags |= BCM_L2_PENDING;
+    }
+    address.flags |= BCM_L2_SRC_HIT;
+    return l2_enter(sw, address, l2_learnt, known ? BCM_L2_CALLBACK_MOVE_EVENT : BCM_L2_CALLBACK_LEARN_EVENT);
+}
+
+}  // namespace
+
+extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac, bcm_vlan_t vid)
+{
+    return on_l2(unit, {mac}, [&](Switch &sw) -> int {
+        int arrival;
+        const int rc = resolve_own_port(port, &arrival);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        const Port &own = sw.ports[static_cast<std::size_t>(arrival)];
+        const bool group_address = mac[0] & 1;
+        if (group_address || (vid != 0 && !VlanTable::valid(vid))) {
+            return BCM_E_PARAM;
+        }
+        const bcm_vlan_t vlan = vid != 0 ? vid : own.untagged_vlan;
+        if (!sw.vlans.has(vlan)) {
+            return BCM_E_NOT_FOUND;
+        }
+        if (!own.enabled) {
+            return BCM_E_DISABLED;
+        }
+
+        L2Table &addresses = sw.l2.addresses;
+        const L2Key key = l2_key(mac, vlan);
+        const std::size_t position = addresses.find(key);
+        Destination at = {};
+        const bool in_place = position != L2Table::none
+            && resolve_address(addresses.record(position), &at) == BCM_E_NONE
+            && at == Destination{Destination::Kind::port, own_module, arrival};
+        if (in_place) {
+            addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
+            count(sw.l2, key);
+            return BCM_E_NONE;
+        }
+        const int learnt = learn(sw, arrival, mac, vlan, position);
+        if (learnt == BCM_E_NONE) {
+            count(sw.l2, key);
+        }
+        return learnt;
+    });
+}

@@ -1,0 +1,156 @@
+/// Settings of single ports.
+#include "checked.h"
+#include "sim.h"
+
+#include <algorithm>
+#include <iterator>
+
+using namespace sim;
+
+extern "C" {
+
+int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
+{
+    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+        own.enabled = enable != 0;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_enable_get(int unit, bcm_port_t port, int *enable)
+{
+    return on_port(unit, port, {enable}, [&](Switch &, Port &own) -> int {
+        *enable = own.enabled;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
+{
+    // At the other end of every cable is a partner that is always ready.
+    return on_port(unit, port, {status}, [&](Switch &, Port &own) -> int {
+        *status = own.enabled;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
+{
+    static constexpr int speeds[] = {10, 100, 1000, 10000, 25000, 40000, 50000, 100000};
+    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+        const bool known = std::find(std::begin(speeds), std::end(speeds), speed) != std::end(speeds);
+        if (!known || speed > own.speed_max) {
+            return BCM_E_PARAM;
+        }
+        own.speed = speed;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_speed_get(int unit, bcm_port_t port, int *speed)
+{
+    return on_port(unit, port, {speed}, [&](Switch &, Port &own) -> int {
+        *speed = own.speed;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_speed_max(int unit, bcm_port_t port, int *speed)
+{
+    return on_port(unit, port, {speed}, [&](Switch &, Port &own) -> int {
+        *speed = own.speed_max;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pause_set(int unit, bcm_port_t port, int pause_tx, int pause_rx)
+{
+    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+        own.pause_tx = pause_tx != 0;
+        own.pause_rx = pause_rx != 0;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pause_get(int unit, bcm_port_t port, int *pause_tx, int *pause_rx)
+{
+    return on_port(unit, port, {pause_tx, pause_rx}, [&](Switch &, Port &own) -> int {
+        *pause_tx = own.pause_tx;
+        *pause_rx = own.pause_rx;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pause_addr_set(int unit, bcm_port_t port, bcm_mac_t mac)
+{
+    return on_port(unit, port, {mac}, [&](Switch &, Port &own) -> int {
+        std::copy_n(mac, own.pause_address.size(), own.pause_address.begin());
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pause_addr_get(int unit, bcm_port_t port, bcm_mac_t mac)
+{
+    return on_port(unit, port, {mac}, [&](Switch &, Port &own) -> int {
+        std::copy(own.pause_address.begin(), own.pause_address.end(), mac);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pause_sym_set(int unit, bcm_port_t port, int pause)
+{
+    return sim_bcm_port_pause_set(unit, port, pause, pause);
+}
+
+int sim_bcm_port_pause_sym_get(int unit, bcm_port_t port, int *pause)
+{
+    return on_port(unit, port, {pause}, [&](Switch &, Port &own) -> int {
+        *pause = own.pause_tx && own.pause_rx;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_untagged_vlan_set(int unit, bcm_port_t port, bcm_vlan_t vid)
+{
+    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
+        if (!VlanTable::valid(vid)) {
+            return BCM_E_PARAM;
+        }
+        if (!sw.vlans.has(vid)) {
+            return BCM_E_NOT_FOUND;
+        }
+        own.untagged_vlan = vid;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_untagged_vlan_get(int unit, bcm_port_t port, bcm_vlan_t *vid_ptr)
+{
+    return on_port(unit, port, {vid_ptr}, [&](Switch &, Port &own) -> int {
+        *vid_ptr = own.untagged_vlan;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_learn_set(int unit, bcm_port_t port, uint32 flags)
+{
+    constexpr uint32 known
+        = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_CPU | BCM_PORT_LEARN_FWD | BCM_PORT_LEARN_PENDING;
+    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+        if (flags & ~known) {
+            return BCM_E_PARAM;
+        }
+        own.learn = flags;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_learn_get(int unit, bcm_port_t port, uint32 *flags)
+{
+    return on_port(unit, port, {flags}, [&](Switch &, Port &own) -> int {
+        *flags = own.learn;
+        return BCM_E_NONE;
+    });
+}
+
+}  // extern "C"

@@ -1,0 +1,100 @@
+#include "record.h"
+
+#include <sim/record.h>
+
+#include <deque>
+#include <mutex>
+
+namespace record {
+
+std::atomic<bool> on{false};
+
+namespace {
+
+std::mutex mutex;
+// A deque, since the addresses of recorded bytes are handed out and must survive further calls.
+std::deque<Entry> calls;
+
+const Entry *find(int call)
+{
+    if (call < 0 || static_cast<std::size_t>(call) >= calls.size()) {
+        return nullptr;
+    }
+    return &calls[static_cast<std::size_t>(call)];
+}
+
+}  // namespace
+
+Call &Call::array(const void *argument, std::size_t size)
+{
+    if (argument != nullptr) {
+        const auto *first = static_cast<const unsigned char *>(argument);
+        entry_.bytes.insert(entry_.bytes.end(), first, first + size);
+    }
+    entry_.ends.push_back(entry_.bytes.size());
+    return *this;
+}
+
+Call::~Call()
+{
+    // One byte more, so that an argument without bytes has an address too.
+    entry_.bytes.push_back(0);
+    std::lock_guard<std::mutex> lock(mutex);
+    calls.push_back(std::move(entry_));
+}
+
+}  // namespace record
+
+extern "C" {
+
+void sim_record_start(void)
+{
+    std::lock_guard<std::mutex> lock(record::mutex);
+    record::calls.clear();
+    record::on = true;
+}
+
+void sim_record_stop(void)
+{
+    record::on = false;
+}
+
+int sim_record_count(void)
+{
+    std::lock_guard<std::mutex> lock(record::mutex);
+    return static_cast<int>(record::calls.size());
+}
+
+const char *sim_record_function(int call)
+{
+    std::lock_guard<std::mutex> lock(record::mutex);
+    const record::Entry *entry = record::find(call);
+    return entry != nullptr ? entry->function : nullptr;
+}
+
+int sim_record_arguments(int call)
+{
+    std::lock_guard<std::mutex> lock(record::mutex);
+    const record::Entry *entry = record::find(call);
+    return entry != nullptr ? static_cast<int>(entry->ends.size()) : -1;
+}
+
+const void *sim_record_argument(int call, int argument, size_t *size)
+{
+    std::lock_guard<std::mutex> lock(record::mutex);
+    const record::Entry *entry = record::find(call);
+    const bool exists = entry != nullptr && argument >= 0
+        && static_cast<std::size_t>(argument) < entry->ends.size();
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    if (exists) {
+        begin = argument == 0 ? 0 : entry->ends[static_cast<std::size_t>(argument) - 1];
+        end = entry->ends[static_cast<std::size_t>(argument)];
+    }
+    if (size != nullptr) {
+        *size = end - begin;
+    }
+    return exists ? entry->bytes.data() + begin : nullptr;
+}
+
+}  // extern "C"

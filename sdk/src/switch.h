@@ -1,0 +1,40 @@
+/// The state of one simulated switch. It is not locked: one thread at a time may call the SDK.
+#pragma once
+
+#include "destination.h"
+#include "l2_state.h"
+#include "vlan_table.h"
+
+#include <bcm/port.h>
+
+#include <array>
+
+namespace sim {
+
+constexpr int front_speed_max = 100000;  // Mbit/s
+constexpr int cpu_speed_max = 10000;
+
+struct Port {
+    bool enabled = true;
+    int speed_max = front_speed_max;
+    int speed = front_speed_max;
+    bool pause_tx = false;
+    bool pause_rx = false;
+    std::array<unsigned char, 6> pause_address = {};
+    bcm_vlan_t untagged_vlan = BCM_VLAN_DEFAULT;
+    uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
+};
+
+struct Switch {
+    explicit Switch(int unit_number);
+
+    int unit;
+    std::array<Port, port_max + 1> ports;
+    VlanTable vlans;
+    L2State l2;
+};
+
+/// The switch attached as that unit, or null.
+Switch *attached(int unit);
+
+}  // namespace sim
