@@ -35,6 +35,9 @@ std::string emit_companion(const Model &model, const std::string &source);
 /// binding.tsv: the binding as a table, for tests and reports.
 std::string emit_report(const Model &model);
 
+/// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
+std::string emit_layout(const Model &model);
+
 /// The includes of a generated file, SDK headers as C.
 std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers);
 

@@ -1,4 +1,5 @@
 #include "emit.h"
+#include "output.h"
 
 namespace generator {
 
@@ -87,6 +88,24 @@ std::string emit_report(const Model &model)
     for (const auto &[name, descriptor] : model.descriptors)
         text += cells({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});
     return text;
+}
+
+std::string emit_layout(const Model &model)
+{
+    std::string text = banner("Prints the C compiler's view of the records.", "the bound headers") +
+                       "#include <stddef.h>\n#include <stdio.h>\n";
+    std::string body;
+    for (const Family &family : model.families) {
+        for (const std::string &header : family.headers)
+            text += "#include <" + header + ">\n";
+        for (const BoundRecord &record : family.records) {
+            body += "    printf(\"" + record.name + " %zu\\n\", sizeof(" + record.name + "));\n";
+            for (const BoundMember &member : record.members)
+                body += "    printf(\"" + record.name + " " + member.name + " %zu %zu\\n\", offsetof(" + record.name +
+                        ", " + member.name + "), sizeof(((" + record.name + " *)0)->" + member.name + "));\n";
+        }
+    }
+    return text + "\nint main(void)\n{\n" + body + "    return 0;\n}\n";
 }
 
 }  // namespace generator

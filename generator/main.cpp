@@ -76,6 +76,7 @@ void generate(const Options &options)
     write("constants.cpp", emit_constants(model));
     write("sim.h", emit_simulator_header(model));
     write("binding.tsv", emit_report(model));
+    write("layout.c", emit_layout(model));
     write("QuorelApiNew.py", emit_companion(model, read_file(options.companion)));
 }
 

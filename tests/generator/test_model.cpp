@@ -1,0 +1,154 @@
+// From a small header and interface files to the model, through libclang.
+#include "header_reader.h"
+#include "model.h"
+#include "output.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace generator {
+namespace {
+
+constexpr char header[] = R"(
+#ifndef TINY_H
+#define TINY_H
+typedef unsigned int uint32;
+typedef int tiny_port_t;
+typedef unsigned char tiny_mac_t[6];
+typedef enum tiny_mode_e { tinyModeOff, tinyModeOn, tinyModeCount } tiny_mode_t;
+#define TINY_FLAG 0x4
+#define TINY_TEXT "no constant"
+#define TINY_LIMIT (TINY_FLAG * 4)
+#define TINY_WORDS(bits) (((bits) + 31) / 32)
+typedef struct tiny_entry_s {
+    uint32 flags;
+    tiny_mode_t mode;
+    tiny_mac_t mac;
+    int ids[TINY_LIMIT + 1];
+    struct tiny_entry_s *next;
+} tiny_entry_t;
+typedef int (*tiny_cb)(int unit, tiny_entry_t *entry, void *user_data);
+int tiny_entry_add(int unit, tiny_entry_t *entry);
+int tiny_entry_get(int unit, tiny_mac_t mac, tiny_entry_t *entry);
+int tiny_walk(int unit, tiny_cb callback, void *user_data);
+int tiny_weights(int unit, const int weights[8]);
+int tiny_port(int unit, tiny_port_t *port, const char *, double scale);
+#endif
+)";
+
+class ModelTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string name = testing::TempDir() + "tiny_XXXXXX";
+        ASSERT_NE(mkdtemp(&name[0]), nullptr);
+        directory_ = name;
+        write_if_changed(directory_ + "/tiny.h", header);
+        write_if_changed(directory_ + "/binding.toml", "families = [\"tiny\"]\n");
+    }
+    void TearDown() override { std::filesystem::remove_all(directory_); }
+
+    Model build(const std::string &interface)
+    {
+        write_if_changed(directory_ + "/tiny.toml", "headers = [\"tiny.h\"]\n" + interface);
+        HeaderSource source;
+        source.c_headers = {"tiny.h"};
+        source.include_directories = {directory_};
+        return build_model(read_headers(source), read_interface(directory_));
+    }
+
+    std::string error_of(const std::string &interface)
+    {
+        try {
+            build(interface);
+        } catch (const std::runtime_error &error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    std::string directory_;
+};
+
+constexpr char typemap[] = "[typemaps]\ntiny_mac_t = { header = \"mac.h\", name = \"mac\" }\n";
+
+TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
+{
+    Model model = build(std::string("functions = [\"tiny_*\", \"!tiny_port\"]\n[appended]\ntiny_entry_get = \"entry\"\n") +
+                        typemap);
+    const std::vector<BoundFunction> &functions = model.families[0].functions;
+    ASSERT_EQ(functions.size(), 4u);
+    EXPECT_EQ(functions[0].name, "tiny_entry_add");
+    EXPECT_EQ(functions[0].parameters[1].crossing.text, "tiny_entry_t *");
+    EXPECT_EQ(functions[0].parameters[1].crossing.descriptor, "_p_tiny_entry_s");
+    EXPECT_EQ(functions[1].parameters[1].crossing.conversion, Conversion::Mapped);
+    EXPECT_TRUE(functions[1].parameters[2].appended);
+    EXPECT_EQ(functions[1].parameters[2].crossing.conversion, Conversion::Value);
+    EXPECT_EQ(functions[2].parameters[1].crossing.conversion, Conversion::Callback);
+    EXPECT_EQ(functions[2].parameters[1].crossing.text, "tiny_cb");
+    EXPECT_EQ(functions[3].parameters[1].crossing.text, "int const [8]");
+    EXPECT_EQ(functions[3].parameters[1].crossing.descriptor, "_p_int");
+    const Descriptor &callback = model.descriptors.at("_p_f_int_p_tiny_entry_s_p_void__int");
+    EXPECT_EQ(callback.spellings, (std::set<std::string>{"int (*)(int,tiny_entry_s *,void *)", "tiny_cb"}));
+}
+
+TEST_F(ModelTest, MembersAreReadInOrderWithTheirKindOfStorage)
+{
+    Model model = build(std::string("records = [\"tiny_*\"]\n") + typemap);
+    const BoundRecord &record = model.families[0].records.at(0);
+    EXPECT_EQ(record.name, "tiny_entry_t");
+    EXPECT_EQ(record.self.text, "tiny_entry_s *");
+    ASSERT_EQ(record.members.size(), 5u);
+    EXPECT_EQ(record.members[1].crossing.conversion, Conversion::Int32);
+    EXPECT_EQ(record.members[1].declared, "tiny_mode_t");
+    EXPECT_EQ(record.members[2].storage, Storage::Mapped);
+    EXPECT_EQ(record.members[3].storage, Storage::Array);
+    EXPECT_EQ(record.members[3].declared, "int [TINY_LIMIT + 1]");
+    EXPECT_EQ(record.members[4].storage, Storage::Pointer);
+    EXPECT_EQ(model.descriptors.at("_p_tiny_entry_s").spellings,
+              (std::set<std::string>{"tiny_entry_s *"}));
+}
+
+TEST_F(ModelTest, ConstantsAreEnumeratorsAndIntegerMacrosInHeaderOrder)
+{
+    Model model = build("constants = [\"TINY_*\", \"tinyMode*\"]\n");
+    std::vector<std::string> names;
+    for (const Constant &constant : model.constants)
+        names.push_back(constant.name);
+    EXPECT_EQ(names, (std::vector<std::string>{"tinyModeOff", "tinyModeOn", "tinyModeCount", "TINY_FLAG", "TINY_LIMIT"}));
+}
+
+TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
+{
+    Model model = build("functions = [\"tiny_walk\", \"tiny_weights\"]\n[pointer_classes]\n"
+                        "intp = { element = \"int\", equivalent = true }\nuint32p = { element = \"uint32\" }\n");
+    EXPECT_EQ(model.descriptors.at("_p_int").cast_from, "_p_intp");
+    EXPECT_EQ(model.descriptors.at("_p_unsigned_int").cast_from, "");
+    const std::string twin = model.descriptors.at("_p_f_int_p_tiny_entry_s_p_void__int").cast_from;
+    EXPECT_EQ(twin, "_p_f_int_p_tiny_entry_s_p_void__intp");
+    EXPECT_EQ(model.descriptors.at(twin).spellings,
+              (std::set<std::string>{"intp (*)(int,tiny_entry_s *,void *)"}));
+}
+
+TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
+{
+    std::string errors = error_of("functions = [\"tiny_port\", \"tiny_missing\"]\nopaque = [\"tiny_gone_t\"]\n"
+                                  "[appended]\ntiny_port = \"gone\"\n[replaced]\ntiny_walk = \"tiny_walk_wrapper\"\n");
+    EXPECT_NE(errors.find("tiny.toml: no header declares the type 'tiny_gone_t'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("no conversion for a value of type 'double'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("'tiny_missing' fits nothing"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("'tiny_walk' departs from the pattern, but is not bound"), std::string::npos) << errors;
+}
+
+TEST_F(ModelTest, InterfaceFilesAreCheckedWithTheirLine)
+{
+    EXPECT_NE(error_of("functions = \"tiny_*\"\n").find("tiny.toml:2: a list is wanted here"), std::string::npos);
+    EXPECT_NE(error_of("\nfunction = []\n").find("tiny.toml:3: unknown section 'function'"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace generator

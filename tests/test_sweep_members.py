@@ -1,0 +1,136 @@
+"""Every member of every record: place and size as the C compiler has them, values, neighbours, refusals."""
+import collections
+import ctypes
+import os
+import subprocess
+import unittest
+
+import QuorelApiNew as q
+import binding
+
+def layout():
+    """{record: size} and {(record, member): (offset, size)}, as a C program prints them."""
+    sizes, places = {}, {}
+    for line in subprocess.check_output([os.environ['QUOREL_LAYOUT']]).splitlines():
+        words = line.split()
+        if len(words) == 2:
+            sizes[words[0]] = int(words[1])
+        else:
+            places[words[0], words[1]] = int(words[2]), int(words[3])
+    return sizes, places
+
+
+class SweepMembers(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        _, cls.members = binding.read()
+        cls.sizes, cls.places = layout()
+
+    def setUp(self):
+        self.objects = binding.Objects()
+
+    def test_a_write_changes_the_member_and_nothing_else(self):
+        for member in self.members:
+            size = self.sizes[member.record]
+            offset, length = self.places[member.record, member.name]
+            record = getattr(q, 'new_' + member.record)()
+            address = int(record)
+            self.assertEqual(ctypes.string_at(address, size), '\0' * size)
+            for fill in '\0\xff':
+                for value in self.values(member, length):
+                    ctypes.memset(address, ord(fill), size)
+                    self.assertIsNone(member.set(record, value))
+                    data = ctypes.string_at(address, size)
+                    name = '%s.%s' % (member.record, member.name)
+                    self.assertEqual(data[:offset] + data[offset + length:], fill * (size - length), name)
+                    self.assertEqual(data[offset:offset + length], self.expected(member, value, length), name)
+                    self.check_read(member, record, value, address + offset)
+
+    def values(self, member, length):
+        if member.kind in binding.INTEGERS:
+            least, greatest, _ = binding.INTEGERS[member.kind]
+            return [greatest, least, 5]
+        if member.kind == 'bool':
+            return [True, False]
+        if member.kind == 'mac_address':
+            return ['ff:fe:fd:fc:fb:fa', '00:00:00:00:00:00']
+        if member.kind == 'port_list':
+            return [[0, 31, 32, 558], []]
+        if member.kind in ('array', 'record'):
+            return [self.filled(member, length)]
+        return [self.objects.value(member, 1), None]
+
+    def filled(self, member, length):
+        """A pointer object to `length` bytes of the member's type, with a pattern in them."""
+        holder = getattr(q, 'new_' + member.record)()
+        self.objects.keep(holder)
+        pointer = member.get(holder)
+        for index in range(length):
+            ctypes.memset(int(getattr(pointer, 'this', pointer)) + index, (index * 11 + 1) % 256, 1)
+        return pointer
+
+    def expected(self, member, value, length):
+        if member.kind in ('array', 'record'):
+            return ''.join(chr((index * 11 + 1) % 256) for index in range(length))
+        return binding.packed(member.kind, value)
+
+    def check_read(self, member, record, value, address):
+        read = member.get(record)
+        if member.kind in ('array', 'record'):
+            self.assertEqual(int(getattr(read, 'this', read)), address)
+            self.assertFalse(getattr(read, 'this', read).own())
+        elif member.kind == 'port_list':
+            self.assertEqual(read, value)
+            self.assertTrue(all(type(port) is long for port in read))
+        elif member.kind in binding.INTEGERS:
+            self.assertEqual(read, value)
+            self.assertIs(type(read), int if -2 ** 31 <= value < 2 ** 31 else long)
+        elif value is None or member.kind in ('bool', 'mac_address'):
+            self.assertEqual(read, value)
+        else:
+            self.assertEqual(int(getattr(read, 'this', read)), int(getattr(value, 'this', value)))
+
+    def test_refused_values_change_nothing(self):
+        for member in self.members:
+            record = getattr(q, 'new_' + member.record)()
+            prefix = "in method '%s_%s_" % (member.record, member.name)
+            text = prefix + "set', argument 2 of type '%s'" % member.text
+            argument = binding.Argument({'array': 'pointer', 'record': 'pointer'}.get(member.kind, member.kind),
+                                        member.text, member.descriptor)
+            for value, exception, other_text in binding.wrong_values(argument):
+                self.assertEqual(binding.error_of(member.set, record, value), (exception, other_text or text))
+            if member.kind == 'array':
+                null = "invalid null reference in variable '%s' of type '%s'" % (member.name, member.text)
+                self.assertEqual(binding.error_of(member.set, record, None), (ValueError, null))
+            elif member.kind == 'record':
+                self.assertEqual(binding.error_of(member.set, record, None),
+                                 (ValueError, 'invalid null reference ' + text))
+            size = self.sizes[member.record]
+            self.assertEqual(ctypes.string_at(int(record), size), '\0' * size)
+
+    def test_self_is_checked_first_and_may_be_null_in_a_write_only(self):
+        for member in self.members:
+            prefix = "in method '%s_%s_" % (member.record, member.name)
+            argument = "', argument 1 of type '%s'" % member.self_text
+            for wrong in (5, q.new_uint32p(), 'text'):
+                self.assertEqual(binding.error_of(member.get, wrong), (TypeError, prefix + 'get' + argument))
+                self.assertEqual(binding.error_of(member.set, wrong, object()),
+                                 (TypeError, prefix + 'set' + argument))
+            self.assertEqual(binding.error_of(member.get, None),
+                             (ValueError, 'invalid null reference ' + prefix + 'get' + argument))
+            length = self.places[member.record, member.name][1]
+            self.assertIsNone(member.set(None, self.values(member, length)[0]))
+
+    def test_records_are_complete(self):
+        bound = collections.defaultdict(list)
+        for member in self.members:
+            bound[member.record].append(member.name)
+        for record, names in bound.items():
+            offsets = [self.places[record, name][0] for name in names]
+            self.assertEqual(offsets, sorted(offsets), record)
+            self.assertEqual(getattr(q, 'new_' + record).__doc__, 'new_%s() -> %s' % (record, record))
+            self.assertEqual(getattr(q, record + '_swigregister').__doc__, '')
+
+
+if __name__ == '__main__':
+    unittest.main()
