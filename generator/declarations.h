@@ -42,10 +42,18 @@ struct Constant {
     unsigned line = 0, column = 0;
 };
 
+/// A global variable.
+struct Variable {
+    std::string name;
+    std::string header;
+    TypePtr type;
+};
+
 struct Declarations {
     std::vector<Function> functions;
     std::vector<Record> records;
     std::vector<Constant> constants;
+    std::vector<Variable> variables;
     std::map<std::string, TypePtr> typedefs; ///< name to what it stands for
 };
 

@@ -19,6 +19,9 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
 std::string emit_shape_declarations(const Model &model, const Shapes &shapes);
 std::string emit_shape_definitions(const Shapes &shapes);
 
+/// variables.cpp: the rows of `cvar`.
+std::string emit_variables(const Model &model, Numbering &numbering);
+
 /// tables.cpp: the method groups, argument texts and type descriptors.
 std::string emit_tables(const Model &model, const Numbering &numbering);
 

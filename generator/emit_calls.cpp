@@ -57,9 +57,12 @@ std::string thunk(const BoundFunction &function, const Shape &shape)
     std::string call = function.callee + "(" + arguments + ")";
     if (function.result.conversion == Conversion::Pointer)
         call = "const_cast<void *>(static_cast<const void *>(" + call + "))";
+    std::string statement = (shape.result.type == "void" ? "" : "return ") + call;
+    if (function.result.conversion == Conversion::Value)
+        statement = "auto value = " + call + ";\n    return copy_of(&value, sizeof value)";
     std::string space = shape.result.type.back() == '*' ? "" : " ";
     return shape.result.type + space + "thunk_" + function.name + "(" + parameters + ")\n{\n" + preparation +
-           "    " + (shape.result.type == "void" ? "" : "return ") + call + ";\n}\n";
+           "    " + statement + ";\n}\n";
 }
 
 // A pointer result's descriptor, or that of an appended record.
@@ -118,7 +121,7 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
     std::string text = banner("Functions of the family '" + family.name + "'.",
                               "interface/" + family.name + ".toml and the headers that it names") +
                        includes(family.headers, family.cxx_headers) +
-                       "\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
+                       "\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty())
         text += "constexpr CallRow rows[] = {\n" + rows + "};\n\n" + stubs;
     text += "}  // namespace\n\n";

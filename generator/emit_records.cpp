@@ -5,28 +5,6 @@ namespace generator {
 
 namespace {
 
-std::string scalar_name(Conversion conversion)
-{
-    switch (conversion) {
-    case Conversion::Int32:
-        return "int32";
-    case Conversion::UInt32:
-        return "uint32";
-    case Conversion::Int8:
-        return "int8";
-    case Conversion::UInt8:
-        return "uint8";
-    case Conversion::UInt16:
-        return "uint16";
-    case Conversion::UInt64:
-        return "uint64";
-    case Conversion::Bool:
-        return "bool";
-    default:
-        return "";
-    }
-}
-
 struct Accessors {
     std::string get, set;
 };
@@ -71,11 +49,13 @@ public:
     {
         std::string row = "cells[" + std::to_string(cells_++) + "]";
         std::string size = "sizeof(" + cell.element.text + ")";
-        std::string accessor = scalar_name(cell.element.conversion), member = next_member();
+        bool record = cell.element.conversion == Conversion::Value;
+        std::string kind = scalar_name(cell.element.conversion), member = next_member();
+        std::string getter_name = record ? "get_copy" : "get_" + kind, setter_name = record ? "set_record" : "set_" + kind;
         unsigned constructor = stub("new_" + cell.name, "() -> " + cell.name, "new_cell", row);
         stub("delete_" + cell.name, "(self)", "delete_cell", row);
-        stub(cell.name + "_assign", "(self, value)", "set_" + accessor, member);
-        unsigned getter = stub(cell.name + "_value", "(self) -> " + cell.element.text, "get_" + accessor, member);
+        stub(cell.name + "_assign", "(self, value)", setter_name, member);
+        unsigned getter = stub(cell.name + "_value", "(self) -> " + cell.element.text, getter_name, member);
         stub(cell.name + "_cast", "(self) -> " + cell.pointer.text, "cast_cell", row);
         stub(cell.name + "_frompointer", "(t) -> " + cell.name, "cell_from_pointer", row);
         stub(cell.name + "_swigregister", "", "register_cell", row);

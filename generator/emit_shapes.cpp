@@ -51,10 +51,15 @@ std::string definition(const Shape &shape)
         text += "    Status status;\n";
     text += conversions + outputs;
     call = "thunk(" + call + ")";
+    std::string check = shape.raises ? "    if (PyErr_Occurred())\n        return nullptr;\n" : "";
     if (shape.result.type == "void")
-        return text + "    " + call + ";\n    return new_none();\n}\n\n";
+        return text + "    " + call + ";\n" + check + "    return new_none();\n}\n\n";
+    if (shape.raises) {
+        text += "    auto value = " + call + ";\n" + check;
+        call = "value";
+    }
     if (!shape.result.converter.empty())
-        call = shape.result.converter + "(" + call + (shape.result.code == "p" ? ", row.result" : "") + ")";
+        call = shape.result.converter + "(" + call + shape.result.more_arguments + ")";
     if (appended.empty())
         return text + "    return " + call + ";\n}\n\n";
     return text + "    NewReference result = " + call + ";\n" + appended + "    return result;\n}\n\n";

@@ -137,6 +137,10 @@ private:
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
             break;
+        case CXCursor_VarDecl:
+            declarations_.variables.push_back(
+                {take(clang_getCursorSpelling(cursor)), header_of(cursor), declared_type(cursor)});
+            break;
         case CXCursor_TypedefDecl:
             read_typedef(cursor);
             break;

@@ -50,6 +50,10 @@ private:
             family_.records = list(node);
         else if (section == "constants")
             family_.constants = list(node);
+        else if (section == "variables")
+            family_.variables = list(node);
+        else if (section == "raises")
+            family_.raises = list(node);
         else if (section == "opaque")
             family_.opaque = list(node);
         else if (section == "appended")

@@ -2,7 +2,7 @@
 //
 // interface/binding.toml names the families in order; interface/<family>.toml has, each optional:
 //   headers, cxx_headers   headers to read, as include paths (C headers of the SDK; C++ headers of helpers)
-//   functions, records, constants
+//   functions, records, constants, variables
 //                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
 //   opaque                 typedefs that are types of their own, whatever the headers say they stand for
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
@@ -10,6 +10,7 @@
 //   [arrays]               array families: element type
 //   [appended]             functions whose named output parameter joins the result instead
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
+//   raises                 helpers that may set a Python exception; their result is then not looked at
 //   [text]                 spellings that a declaration cannot give, by typedef name
 // An entry that fits no declaration is an error.
 #pragma once
@@ -40,8 +41,9 @@ struct FamilyInterface {
     std::string name;
     std::string file;
     std::vector<std::string> headers, cxx_headers;
-    std::vector<std::string> functions, records, constants;
+    std::vector<std::string> functions, records, constants, variables;
     std::vector<std::string> opaque;
+    std::vector<std::string> raises;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;
     std::vector<ArrayFamily> arrays;

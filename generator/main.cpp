@@ -70,6 +70,7 @@ void generate(const Options &options)
         write("calls_" + family.name + ".cpp", emit_calls(family, numbering, shapes));
         write("sdk_" + family.name + ".cpp", emit_sdk_calls(family));
     }
+    write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));
     write("tables.cpp", emit_tables(model, numbering));

@@ -224,7 +224,8 @@ private:
                 source = &declared;
             }
         }
-        BoundFunction function{declared.name, source->name, source->header, {}, {}};
+        BoundFunction function{declared.name, source->name, source->header, {}, {}, false};
+        function.raises = std::count(family.raises.begin(), family.raises.end(), declared.name) != 0;
         function.result = crossing_or_error(source->result, source->header + ": " + source->name);
         auto appended = family.appended.find(declared.name);
         bool found = appended == family.appended.end();
@@ -320,6 +321,24 @@ private:
                 crossing_or_error(Type::builtin("int"), family.file), crossing_or_error(element, family.file)};
     }
 
+    BoundVariable bind(const Variable &declared)
+    {
+        const TypePtr &type = declared.type;
+        BoundVariable variable{declared.name, VariableKind::Scalar, crossing_or_error(type, declared.header)};
+        TypePtr full = resolved(type);
+        if (type->is_const || full->is_const)
+            variable.kind = VariableKind::Constant;
+        else if (full->kind == Type::Kind::Array)
+            variable.kind = full->extent.empty() ? VariableKind::UnboundedArray : VariableKind::Storage;
+        else if (variable.crossing.conversion == Conversion::Value)
+            variable.kind = VariableKind::Storage;
+        else if (variable.crossing.conversion == Conversion::String)
+            variable.kind = VariableKind::String;
+        else if (variable.crossing.conversion == Conversion::Callback)
+            variable.kind = VariableKind::Pointer;
+        return variable;
+    }
+
     static bool declared_in(const std::string &header, const std::vector<std::string> &headers)
     {
         return std::any_of(headers.begin(), headers.end(),
@@ -332,6 +351,7 @@ private:
         std::vector<std::string> headers = source.headers;
         headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
         Patterns functions(source.functions), records(source.records), constants(source.constants);
+        Patterns variables(source.variables);
         for (const PointerClass &declared : source.pointer_classes)
             family.cells.push_back(bind(source, declared));
         for (const ArrayFamily &declared : source.arrays)
@@ -348,11 +368,16 @@ private:
         for (const Constant &constant : declarations_.constants)
             if (declared_in(constant.header, headers) && constants.match(constant.name))
                 model_.constants.push_back(constant);
-        for (const Patterns *patterns : {&functions, &records, &constants})
+        for (const Variable &variable : declarations_.variables)
+            if (declared_in(variable.header, headers) && variables.match(variable.name))
+                model_.variables.push_back(bind(variable));
+        for (const Patterns *patterns : {&functions, &records, &constants, &variables})
             for (const std::string &pattern : patterns->unused())
                 error(source.file, "'" + pattern + "' fits nothing that its headers declare");
         check_departures(source, family, source.appended);
         check_departures(source, family, source.replaced);
+        for (const std::string &name : source.raises)
+            check_departures(source, family, {{name, ""}});
         return family;
     }
 

@@ -54,6 +54,7 @@ struct BoundFunction {
     std::string header;
     Crossing result;
     std::vector<BoundParameter> parameters;
+    bool raises = false; ///< whether it may set a Python exception
 };
 
 /// What kind of storage a member is; scalars go by their conversion.
@@ -96,6 +97,15 @@ struct Family {
     std::vector<Function> sdk_functions; ///< all functions of the bound C headers, for the development SDK
 };
 
+/// How a global variable is kept.
+enum class VariableKind { Scalar, String, Storage, Pointer, Constant, UnboundedArray };
+
+struct BoundVariable {
+    std::string name;
+    VariableKind kind = VariableKind::Scalar;
+    Crossing crossing; ///< for a record or array the pointer that reading gives
+};
+
 /// A type descriptor. Example: type `bcm_l2_addr_s *`, spellings "bcm_l2_addr_s *" and "bcm_l2_addr_t *".
 struct Descriptor {
     TypePtr type; ///< resolved
@@ -107,6 +117,7 @@ struct Model {
     std::vector<FamilyInterface> interface;
     std::vector<Family> families;
     std::vector<Constant> constants;
+    std::vector<BoundVariable> variables;
     std::map<std::string, Descriptor> descriptors; ///< by mangled name
 };
 

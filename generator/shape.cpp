@@ -63,6 +63,30 @@ ShapeParameter in_parameter(const Crossing &crossing)
 
 }  // namespace
 
+std::string scalar_name(Conversion conversion)
+{
+    switch (conversion) {
+    case Conversion::Int32:
+        return "int32";
+    case Conversion::UInt32:
+        return "uint32";
+    case Conversion::Int8:
+        return "int8";
+    case Conversion::UInt8:
+        return "uint8";
+    case Conversion::UInt16:
+        return "uint16";
+    case Conversion::UInt64:
+        return "uint64";
+    case Conversion::Bool:
+        return "bool";
+    case Conversion::String:
+        return "string";
+    default:
+        return "";
+    }
+}
+
 ShapeParameter shape_parameter(const BoundParameter &parameter)
 {
     if (!parameter.appended)
@@ -100,22 +124,24 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::Int8:
     case Conversion::UInt8:
     case Conversion::UInt16:
-        return {"i", "int32_t", "from_int32"};
+        return {"i", "int32_t", "from_int32", ""};
     case Conversion::UInt32:
-        return {"u", "uint32_t", "from_uint32"};
+        return {"u", "uint32_t", "from_uint32", ""};
     case Conversion::UInt64:
-        return {"q", "uint64_t", "from_uint64"};
+        return {"q", "uint64_t", "from_uint64", ""};
     case Conversion::Bool:
-        return {"t", "bool", "from_bool"};
+        return {"t", "bool", "from_bool", ""};
     case Conversion::String:
-        return {"s", "const char *", "from_string"};
+        return {"s", "const char *", "from_string", ""};
     case Conversion::Pointer:
     case Conversion::AnyPointer:
-        return {"p", "void *", "from_pointer"};
+        return {"p", "void *", "from_pointer", ", row.result"};
+    case Conversion::Value:
+        return {"r", "void *", "from_pointer", ", row.result, Ownership::owned"};
     case Conversion::Object:
-        return {"o", "PyObject *", ""};
+        return {"o", "PyObject *", "", ""};
     case Conversion::Nothing:
-        return {"n", "void", ""};
+        return {"n", "void", "", ""};
     default:
         throw std::runtime_error("no result of type '" + result.text + "' can be bound");
     }
@@ -126,7 +152,7 @@ std::string Shape::name() const
     std::string codes;
     for (const ShapeParameter &parameter : parameters)
         codes += parameter.code;
-    return "call_" + result.code + (codes.empty() ? "" : "_" + codes);
+    return std::string(raises ? "try_" : "call_") + result.code + (codes.empty() ? "" : "_" + codes);
 }
 
 std::string Shape::thunk_signature() const
@@ -139,7 +165,7 @@ std::string Shape::thunk_signature() const
 
 Shape shape_of(const BoundFunction &function)
 {
-    Shape shape{shape_result(function.result), {}};
+    Shape shape{shape_result(function.result), {}, function.raises};
     for (const BoundParameter &parameter : function.parameters)
         shape.parameters.push_back(shape_parameter(parameter));
     return shape;

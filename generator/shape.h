@@ -9,6 +9,10 @@
 
 namespace generator {
 
+/// The word for a scalar conversion in the runtime's names: "int32" in to_int32(), get_int32() and so on; empty for
+/// what is no scalar.
+std::string scalar_name(Conversion conversion);
+
 /// One parameter of a shape. Examples: {int32_t, to_int32, 'i'}, {void *, to_pointer, 'p'}.
 struct ShapeParameter {
     std::string code;      ///< in the call function's name
@@ -28,6 +32,7 @@ struct ShapeResult {
     std::string code;
     std::string type;      ///< what the thunk returns
     std::string converter; ///< function that makes the Python object; empty for void and Python objects
+    std::string more_arguments = ""; ///< of the converter
 };
 
 ShapeResult shape_result(const Crossing &result);
@@ -35,6 +40,7 @@ ShapeResult shape_result(const Crossing &result);
 struct Shape {
     ShapeResult result;
     std::vector<ShapeParameter> parameters;
+    bool raises = false;
 
     std::string name() const;            ///< "call_i_iip"
     std::string thunk_signature() const; ///< "int32_t (*thunk)(int32_t, int32_t, void *)"

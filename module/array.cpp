@@ -1,6 +1,5 @@
 #include "array.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -64,11 +63,6 @@ NewReference set_item(PyObject *args, const ArrayRow &row)
     return new_none();
 }
 
-NewReference from_uint8(uint8_t value)
-{
-    return from_int32(value);
-}
-
 }  // namespace
 
 NewReference new_array(PyObject *args, const ArrayRow &row)
@@ -124,16 +118,7 @@ NewReference set_item_uint32(PyObject *args, const ArrayRow &row)
 NewReference get_item_record(PyObject *args, const ArrayRow &row)
 {
     const char *element = element_of(args, row, getitem);
-    if (!element)
-        return nullptr;
-    void *copy = std::malloc(row.size);
-    if (!copy)
-        return PyErr_NoMemory();
-    std::memcpy(copy, element, row.size);
-    PyObject *record = from_pointer(copy, arguments[row.arguments].type, Ownership::owned);
-    if (!record)
-        std::free(copy);
-    return record;
+    return element ? from_copy(element, row.size, arguments[row.arguments].type) : nullptr;
 }
 
 NewReference set_item_record(PyObject *args, const ArrayRow &row)

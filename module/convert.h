@@ -95,6 +95,21 @@ inline NewReference from_int32(int32_t value)
     return PyInt_FromLong(value);
 }
 
+inline NewReference from_int8(int8_t value)
+{
+    return PyInt_FromLong(value);
+}
+
+inline NewReference from_uint8(uint8_t value)
+{
+    return PyInt_FromLong(value);
+}
+
+inline NewReference from_uint16(uint16_t value)
+{
+    return PyInt_FromLong(value);
+}
+
 /// An int up to 2147483647, a long above.
 inline NewReference from_uint32(uint32_t value)
 {

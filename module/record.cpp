@@ -1,5 +1,7 @@
 #include "record.h"
 
+#include "string_storage.h"
+
 #include <cstdlib>
 #include <cstring>
 
@@ -33,21 +35,6 @@ NewReference set_value(PyObject *args, const MemberRow &row)
     return new_none();
 }
 
-NewReference from_int8(int8_t value)
-{
-    return from_int32(value);
-}
-
-NewReference from_uint8(uint8_t value)
-{
-    return from_int32(value);
-}
-
-NewReference from_uint16(uint16_t value)
-{
-    return from_int32(value);
-}
-
 // The accessors are called <record>_<member>_get and _set.
 NewReference raise_null_array(const MemberRow &row)
 {
@@ -77,6 +64,25 @@ NewReference new_record(PyObject *args, const RecordRow &row)
     if (!pointer)
         std::free(record);
     return pointer;
+}
+
+void *copy_of(const void *record, size_t size)
+{
+    void *copy = std::malloc(size);
+    if (copy)
+        std::memcpy(copy, record, size);
+    return copy;
+}
+
+NewReference from_copy(const void *record, size_t size, uint16_t type)
+{
+    void *copy = copy_of(record, size);
+    if (!copy)
+        return PyErr_NoMemory();
+    PyObject *result = from_pointer(copy, type, Ownership::owned);
+    if (!result)
+        std::free(copy);
+    return result;
 }
 
 NewReference delete_record(PyObject *args, const RecordRow &row)
@@ -210,6 +216,34 @@ NewReference get_bool(PyObject *args, const MemberRow &row)
 NewReference set_bool(PyObject *args, const MemberRow &row)
 {
     return set_value<bool, to_bool>(args, row);
+}
+
+NewReference get_string(PyObject *args, const MemberRow &row)
+{
+    const char *self = self_of_getter(args, row);
+    if (!self)
+        return nullptr;
+    const char *text;
+    std::memcpy(&text, self + row.offset, sizeof text);
+    return from_string(text);
+}
+
+NewReference set_string(PyObject *args, const MemberRow &row)
+{
+    SetterArguments setter = arguments_of_setter(args, row);
+    if (setter.failed)
+        return nullptr;
+    char *text = nullptr;
+    auto *cell = setter.self ? reinterpret_cast<char **>(setter.self + row.offset) : &text;
+    Status status = replace_string(setter.value, cell);
+    delete[] text;
+    return status == Status::ok ? new_none() : raise_value(row, status);
+}
+
+NewReference get_copy(PyObject *args, const MemberRow &row)
+{
+    const char *self = self_of_getter(args, row);
+    return self ? from_copy(self + row.offset, row.size, arguments[row.value].type) : nullptr;
 }
 
 NewReference get_storage(PyObject *args, const MemberRow &row)

@@ -20,6 +20,11 @@ NewReference delete_record(PyObject *args, const RecordRow &row);
 /// <record>_swigregister(cls): results of this type become instances of cls from now on.
 NewReference register_record(PyObject *args, const RecordRow &row);
 
+/// A copy of `size` bytes on the C heap, where delete_record() frees it; null when memory is short.
+void *copy_of(const void *record, size_t size);
+/// The same as an object that owns the copy; null with an exception when memory is short.
+NewReference from_copy(const void *record, size_t size, uint16_t type);
+
 /// `self` of a read accessor, or null with an exception.
 char *self_of_getter(PyObject *args, const MemberRow &row);
 
@@ -49,6 +54,13 @@ NewReference get_uint64(PyObject *args, const MemberRow &row);
 NewReference set_uint64(PyObject *args, const MemberRow &row);
 NewReference get_bool(PyObject *args, const MemberRow &row);
 NewReference set_bool(PyObject *args, const MemberRow &row);
+
+/// char *: a new str or None; writing keeps a private copy, see string_storage.h.
+NewReference get_string(PyObject *args, const MemberRow &row);
+NewReference set_string(PyObject *args, const MemberRow &row);
+
+/// A heap copy of a record, as an object that owns it; written by set_record().
+NewReference get_copy(PyObject *args, const MemberRow &row);
 
 /// Arrays and nested records: a pointer to the storage within the record.
 NewReference get_storage(PyObject *args, const MemberRow &row);

@@ -6,13 +6,14 @@
 //  3. The type table is set up and shared with the other modules of the runtime.
 //  4. Pointer and binary constants would be installed here; there are none.
 //  5. The interpreter lock is created, before any SDK thread could exist.
-//  6. Constants are installed in header order.
+//  6. Constants are installed in header order, and the variables as "cvar".
 //
 // Proxy classes are registered later, by the companion. There is no shutdown step.
 
 #include "methods.h"
 #include "pointer_object.h"
 #include "proxy_type.h"
+#include "variable.h"
 
 #include <cstring>
 
@@ -49,19 +50,18 @@ private:
     bool paused_ = false;
 };
 
-void install_constant(Borrowed dictionary, const char *name, NewReference value)
+void install(Borrowed dictionary, const char *name, Owned value)
 {
     // A value that could not be made surfaces as the pending exception when the import ends.
     if (value)
-        PyDict_SetItemString(dictionary, name, value);
-    Py_XDECREF(value);
+        PyDict_SetItemString(dictionary, name, value.get());
 }
 
 void install_constants(Borrowed dictionary)
 {
     const char *name = constant_names;
     for (size_t i = 0; i < constant_count; ++i) {
-        install_constant(dictionary, name, PyInt_FromLong(constant_values[i]));
+        install(dictionary, name, Owned::steal(PyInt_FromLong(constant_values[i])));
         name += std::strlen(name) + 1;
     }
 }
@@ -79,7 +79,8 @@ void initialise()
     initialise_type_table();
     PyEval_InitThreads();
     install_constants(dictionary);
-    PyDict_SetItemString(dictionary, "_Proxy", reinterpret_cast<PyObject *>(&Proxy_Type));
+    install(dictionary, "cvar", new_variable_object());
+    install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
 }
 
 }  // namespace

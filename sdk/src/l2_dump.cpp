@@ -39,17 +39,11 @@ std::string destination_text(const bcm_l2_addr_t &address)
 
 std::string flags_text(uint32 flags)
 {
-    static constexpr struct {
-        uint32 flag;
-        const char *name;
-    } names[] = {{BCM_L2_DISCARD_SRC, "discard-source"}, {BCM_L2_COPY_TO_CPU, "copy-to-cpu"},
-                 {BCM_L2_L3LOOKUP, "l3"},                {BCM_L2_PENDING, "pending"},
-                 {BCM_L2_MIRROR, "mirror"},              {BCM_L2_SRC_HIT, "source-hit"},
-                 {BCM_L2_DES_HIT, "destination-hit"}};
     std::string text = flags & BCM_L2_STATIC ? "static" : "dynamic";
-    for (const auto &known : names) {
-        if (flags & known.flag) {
-            text += std::string(" ") + known.name;
+    for (int bit = 0; bit < bcm_l2_flags_count; ++bit) {
+        uint32 flag = uint32{1} << bit;
+        if ((flags & flag) && flag != BCM_L2_STATIC) {
+            text += std::string(" ") + bcm_l2_flags_str[bit];
         }
     }
     return text;
@@ -58,6 +52,14 @@ std::string flags_text(uint32 flags)
 }  // namespace
 
 extern "C" {
+
+static char flag_words[][16] = {"src-priority", "discard-src", "discard-dst", "copy-to-cpu", "l3",
+                                "static",       "pending",     "trunk",       "mirror",      "set-priority",
+                                "multicast",    "src-hit",     "dst-hit",     "cpu"};
+char *bcm_l2_flags_str[] = {flag_words[0], flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
+                            flag_words[5], flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
+                            flag_words[10], flag_words[11], flag_words[12], flag_words[13]};
+int bcm_l2_flags_count = sizeof bcm_l2_flags_str / sizeof *bcm_l2_flags_str;
 
 int sim_bcm_l2_addr_dump(int unit, bcm_l2_addr_t *entry)
 {

@@ -35,6 +35,10 @@ extern "C" {
 #define BCM_L2_HIT (BCM_L2_SRC_HIT | BCM_L2_DES_HIT)
 #define BCM_L2_LOCAL_CPU 0x00002000    /* the destination is the CPU of this unit */
 
+/* The words for these flags in dumps, from bit 0 on, and how many there are. */
+extern char *bcm_l2_flags_str[];
+extern int bcm_l2_flags_count;
+
 /* flags of bcm_l2_addr_delete_by_*: by default dynamic entries go, each with a callback. */
 #define BCM_L2_DELETE_STATIC 0x00000001       /* static entries too */
 #define BCM_L2_DELETE_PENDING 0x00000002      /* pending entries only */

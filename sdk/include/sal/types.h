@@ -18,4 +18,15 @@ typedef int64 COMPILER_INT64;
 typedef uint32 sal_paddr_t;
 typedef uint32 sal_vaddr_t;
 
+/* A value of any of the sizes that travel through generic interfaces. */
+typedef union {
+    uint8 u8;
+    uint16 u16;
+    uint32 u32;
+    uint64 u64;
+    void *ptr;
+    sal_paddr_t paddr;
+    sal_vaddr_t vaddr;
+} any_t;
+
 #endif

@@ -1,0 +1,20 @@
+/// What the SDK was built from. Users replace these strings and release them with delete[].
+#include <appl/build.h>
+
+#include <cstring>
+
+namespace {
+
+char *heap_string(const char *text)
+{
+    return std::strcpy(new char[std::strlen(text) + 1], text);
+}
+
+}  // namespace
+
+char *_build_release = heap_string("development host");
+char *_build_user = heap_string("unknown");
+char *_build_host = heap_string("unknown");
+char *_build_date = heap_string("unknown");
+char *_build_datestamp = heap_string("unknown");
+char *_build_tree = heap_string("unknown");

@@ -1,0 +1,27 @@
+/// Names and tables of the chip level that are there before a chip is.
+#include <soc/memory.h>
+#include <soc/phy.h>
+#include <soc/register.h>
+
+#include <iterator>
+
+const int MemNoName = -1;
+
+namespace {
+
+struct RegisterType {
+    char name[12];
+    int granularity;
+};
+RegisterType types[] = {{"generic", 1}, {"cpu", 1}, {"pci", 1}, {"port", 4}, {"per-port", 1}, {"per-cosq", 8}};
+
+}  // namespace
+
+char *soc_regtypenames[] = {types[0].name, types[1].name, types[2].name, types[3].name, types[4].name, types[5].name};
+int soc_regtype_gran[] = {types[0].granularity, types[1].granularity, types[2].granularity,
+                          types[3].granularity, types[4].granularity, types[5].granularity};
+static_assert(std::size(types) == std::size(soc_regtypenames) && std::size(types) == std::size(soc_regtype_gran), "");
+
+soc_phy_info_t *phy_port_info[SOC_MAX_NUM_DEVICES];
+soc_port_t *phy_rmap[SOC_MAX_NUM_DEVICES];
+int (*soc_phy_cb_xlate_port_func)(int unit, int *port);
