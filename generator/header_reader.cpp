@@ -27,6 +27,7 @@ public:
     TranslationUnit(const std::string &text, const HeaderSource &source)
     {
         std::vector<std::string> options = {"-x", "c++", "-std=c++17"};
+        options.insert(options.end(), source.flags.begin(), source.flags.end());
         for (const std::string &directory : source.include_directories)
             options.push_back("-I" + directory);
         for (const std::string &directory : source.system_directories)

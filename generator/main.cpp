@@ -16,11 +16,11 @@ using namespace generator;
 
 struct Options {
     std::string interface, companion, output;
-    std::vector<std::string> include_directories, system_directories;
+    std::vector<std::string> include_directories, system_directories, flags;
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --companion FILE --output DIR [--include DIR]... [--system-include DIR]...\n";
+    "usage: generate --interface DIR --companion FILE --output DIR [--include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n";
 
 bool parse(int argc, char **argv, Options &options)
 {
@@ -36,6 +36,8 @@ bool parse(int argc, char **argv, Options &options)
             options.include_directories.push_back(value);
         else if (option == "--system-include")
             options.system_directories.push_back(value);
+        else if (option == "--flag")
+            options.flags.push_back(value);
         else
             return false;
     }
@@ -51,6 +53,7 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
     }
     source.include_directories = options.include_directories;
     source.system_directories = options.system_directories;
+    source.flags = options.flags;
     return source;
 }
 

@@ -1,0 +1,60 @@
+"""Runs the tests of one file; under a debug interpreter, also looks for leaked references.
+
+usage: python2.7 run.py MODULE
+
+A debug interpreter counts all references. Each test is then repeated until two runs in a row leave the count as
+it was; one whose count still grows after many runs leaks.
+"""
+import gc
+import importlib
+import sys
+import unittest
+
+MOST_RUNS = 12
+
+
+def each_test(suite):
+    for item in suite:
+        if isinstance(item, unittest.TestSuite):
+            for test in each_test(item):
+                yield test
+        else:
+            yield item
+
+
+def references_left_by(*tests):
+    """How many more references there are after a run of the tests."""
+    gc.collect()
+    before = sys.gettotalrefcount()
+    unittest.TestSuite(tests).run(unittest.TestResult())
+    gc.collect()
+    return sys.gettotalrefcount() - before
+
+
+def is_flat(test):
+    flat_runs = 0
+    for _ in range(MOST_RUNS):
+        # The measurement itself holds a few.
+        left = references_left_by(test) - references_left_by()
+        flat_runs = flat_runs + 1 if left == 0 else 0
+        if flat_runs == 2:
+            return True
+    sys.stderr.write('%s leaves %d references behind\n' % (test.id(), left))
+    return False
+
+
+def main():
+    module = importlib.import_module(sys.argv[1])
+    suite = unittest.defaultTestLoader.loadTestsFromModule(module)
+    tests = list(each_test(suite))
+    if not unittest.TextTestRunner().run(unittest.TestSuite(tests)).wasSuccessful():
+        return 1
+    if hasattr(sys, 'gettotalrefcount'):
+        leaking = [test for test in tests if not is_flat(test)]
+        print '%d of %d tests leave the reference count flat' % (len(tests) - len(leaking), len(tests))
+        return 1 if leaking else 0
+    return 0
+
+
+if __name__ == '__main__':
+    sys.exit(main())
