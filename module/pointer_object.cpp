@@ -23,18 +23,36 @@ void report_leak(const swig_type_info *type)
                       name ? name : "unknown");
 }
 
-// Runs the class's destroy function for an owning object whose last reference went.
-void destroy_pointee(SwigPyObject *self)
+// Brings a dying object back to life for as long as `call` runs, as the interpreter does for finalizers. Returns
+// whether it stays alive because somebody kept it.
+template<typename Call>
+bool resurrect(PyObject *object, Call call)
+{
+    Py_REFCNT(object) = 1;
+    call();
+    if (--Py_REFCNT(object) == 0)
+        return false;
+    Py_ssize_t references = Py_REFCNT(object);
+    _Py_NewReference(object);
+    Py_REFCNT(object) = references;
+    _Py_DEC_REFTOTAL;
+    return true;
+}
+
+// Runs the class's destroy function for an owning object whose last reference went. Returns whether the object
+// stays alive because the function kept it.
+bool destroy_pointee(SwigPyObject *self)
 {
     auto *data = self->ty ? static_cast<SwigPyClientData *>(self->ty->clientdata) : nullptr;
     PyObject *destroy = data ? data->destroy : nullptr;
     if (!destroy) {
         report_leak(self->ty);
-        return;
+        return false;
     }
     PendingError pending;
     Owned function = Owned::share(destroy);
     Owned result;
+    bool kept = false;
     if (data->delargs) {
         // The dying object cannot be an argument; a second one for the same address can.
         Owned stand_in = Owned::steal(new_pointer_object(self->ptr, self->ty, Ownership::borrowed));
@@ -43,20 +61,19 @@ void destroy_pointee(SwigPyObject *self)
     } else {
         PyCFunction call = PyCFunction_GET_FUNCTION(function.get());
         PyObject *bound = PyCFunction_GET_SELF(function.get());
-        // A callee may take and drop references: from one, that does not deallocate a second time.
-        Py_REFCNT(self) = 1;
-        result = Owned::steal(call(bound, as_object(self)));
-        Py_REFCNT(self) = 0;
+        kept = resurrect(as_object(self), [&] { result = Owned::steal(call(bound, as_object(self))); });
     }
+    self->own = 0;
     if (!result)
         PyErr_WriteUnraisable(function.get());
+    return kept;
 }
 
 void deallocate(PyObject *object)
 {
     SwigPyObject *self = as_pointer_object(object);
-    if (self->own == 1)
-        destroy_pointee(self);
+    if (self->own == 1 && destroy_pointee(self))
+        return;
     Py_XDECREF(self->next);
     PyObject_Del(object);
 }
@@ -174,7 +191,8 @@ PyMethodDef methods[] = {
     {"own", own, METH_VARARGS, "returns/sets ownership of the pointer"},
     {"append", append, METH_O, "appends another 'this' object"},
     {"next", next, METH_NOARGS, "returns the next 'this' object"},
-    {"__repr__", repr_method, METH_NOARGS, "returns object representation"},
+    // Beside the type's own: the method has a docstring of its own.
+    {"__repr__", repr_method, METH_NOARGS | METH_COEXIST, "returns object representation"},
     {nullptr, nullptr, 0, nullptr},
 };
 
@@ -313,6 +331,9 @@ Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Di
     }
     Owned keeper;
     SwigPyObject *found = find_pointer_object(object, keeper);
+    // What a property made for this call alone would be freed before the pointer is used.
+    if (found && keeper && Py_REFCNT(keeper.get()) == 1 && found->own)
+        return Status::unknown;
     for (; found; found = as_pointer_object(found->next)) {
         void *address = found->ptr;
         if (type && found->ty != type) {

@@ -8,7 +8,7 @@ from recording import library
 FRONT_PORTS = list(range(1, 65))
 CPU_PORT = 0
 DEFAULT_VLAN = 1
-LOCAL_PORT, MODULE_PORT, TRUNK, BLACK_HOLE, SYSTEM_PORT = 1 << 26, 2 << 26, 3 << 26, 4 << 26, 27 << 26  # kinds of gport
+LOCAL_PORT, MODULE_PORT, TRUNK, BLACK_HOLE, SYSTEM_PORT = [kind << 26 for kind in (1, 2, 3, 4, 27)]  # gports
 
 
 class PortBitmap(ctypes.Structure):
@@ -34,9 +34,9 @@ class Address(ctypes.Structure):
     """bcm_l2_addr_t"""
     _fields_ = ([('flags', ctypes.c_uint32), ('station_flags', ctypes.c_uint32),
                  ('mac', ctypes.c_uint8 * 6), ('vid', ctypes.c_uint16)] +
-                [(name, ctypes.c_int) for name in ('port', 'modid', 'tgid', 'cos_dst', 'cos_src', 'l2mc_group')] +
+                [(name, ctypes.c_int) for name in 'port modid tgid cos_dst cos_src l2mc_group'.split()] +
                 [('block_bitmap', PortBitmap)] +
-                [(name, ctypes.c_int) for name in ('auth', 'group', 'distribution_class', 'encap_id', 'age_state')])
+                [(name, ctypes.c_int) for name in 'auth group distribution_class encap_id age_state'.split()])
 
     def mac_text(self):
         return ':'.join('%02x' % byte for byte in self.mac)

@@ -5,8 +5,8 @@ import struct
 import unittest
 
 import QuorelApiNew as q
-from simulator import (Address, BLACK_HOLE, LOCAL_PORT, MODULE_PORT, SwitchTest, TRUNK, call_with_nulls, functions,
-                       library, pointer, traverse_callback)
+from simulator import (Address, BLACK_HOLE, LOCAL_PORT, MODULE_PORT, SwitchTest, TRUNK, call_with_nulls,
+                       functions, library, pointer, traverse_callback)
 
 A, B, C, D = ['02:00:5e:00:00:0%d' % number for number in (1, 2, 3, 4)]
 
@@ -59,13 +59,14 @@ class Entries(SwitchTest):
     def test_errors_change_nothing(self):
         self.enter(A, port=5)
         trunk, group = q.BCM_L2_TRUNK_MEMBER, q.BCM_L2_MCAST
-        refused = [(q.BCM_E_PARAM, dict(vid=0)), (q.BCM_E_PARAM, dict(vid=4095)), (q.BCM_E_NOT_FOUND, dict(vid=2)),
-                   (q.BCM_E_PORT, dict(port=65)), (q.BCM_E_PORT, dict(port=-2)),
-                   (q.BCM_E_PORT, dict(port=LOCAL_PORT + 65)), (q.BCM_E_PORT, dict(port=576, modid=1)),
-                   (q.BCM_E_BADID, dict(modid=128)), (q.BCM_E_BADID, dict(flags=trunk, tgid=1024)),
-                   (q.BCM_E_BADID, dict(port=TRUNK + 1024)), (q.BCM_E_BADID, dict(flags=group, l2mc_group=-1))]
-        for status, members in refused:
-            self.assertStatus(status, q.bcm_l2_addr_add(0, self.address(A, **members)), members)
+        refused = [(q.BCM_E_PARAM, [dict(vid=0), dict(vid=4095)]), (q.BCM_E_NOT_FOUND, [dict(vid=2)]),
+                   (q.BCM_E_PORT, [dict(port=port) for port in (65, -2, LOCAL_PORT + 65)]),
+                   (q.BCM_E_PORT, [dict(port=576, modid=1)]),
+                   (q.BCM_E_BADID, [dict(modid=128), dict(flags=trunk, tgid=1024), dict(port=TRUNK + 1024),
+                                    dict(flags=group, l2mc_group=-1)])]
+        for status, several in refused:
+            for members in several:
+                self.assertStatus(status, q.bcm_l2_addr_add(0, self.address(A, **members)), members)
         for vid in (0, 4095):
             self.assertStatus(q.BCM_E_PARAM, q.bcm_l2_addr_get(0, A, vid)[0])
             self.assertStatus(q.BCM_E_PARAM, q.bcm_l2_addr_delete(0, A, vid))
@@ -182,7 +183,8 @@ class ManyEntries(SwitchTest):
         wanted = self.address(A, 2, port=5)
         vlan, dest = q.BCM_L2_REPLACE_MATCH_VLAN, q.BCM_L2_REPLACE_MATCH_DEST
         before = q.getHwMacTable(0)
-        for status, args in [(q.BCM_E_PARAM, (0, wanted, 0, 9, 0)), (q.BCM_E_PARAM, (dest | 2, wanted, 0, 9, 0)),
+        for status, args in [(q.BCM_E_PARAM, (0, wanted, 0, 9, 0)),
+                             (q.BCM_E_PARAM, (dest | 2, wanted, 0, 9, 0)),
                              (q.BCM_E_PORT, (dest, wanted, 0, 65, 0)),
                              (q.BCM_E_BADID, (dest | q.BCM_L2_REPLACE_NEW_TRUNK, wanted, 0, 9, 1024))]:
             self.assertStatus(status, q.bcm_l2_replace(0, *args), args)
@@ -197,15 +199,17 @@ class ManyEntries(SwitchTest):
         self.assertEqual(self.keys(), [(A, 1), (A, 2), (B, 1), (C, 2), (D, 2)])
 
     def test_replace_by_bits(self):
+        none = '00:00:00:00:00:00'
         match, mask = self.address(A, 0), self.address('ff:ff:ff:ff:ff:ff', 0)
-        bits, changed = self.address(A, 0, cos_dst=-1, port=12), self.address('00:00:00:00:00:00', 0, cos_dst=3)
+        bits, changed = self.address(A, 0, cos_dst=-1, port=12), self.address(none, 0, cos_dst=3)
         self.done(q.bcm_l2_replace_match(0, 0, match, mask, bits, changed))
         self.assertEqual([(self.find(*key).cos_dst, self.port_of(*key)) for key in self.keys()[:3]],
                          [(3, 5), (3, 6), (0, 6)])
-        # Port 65 would be a mistake in one entry only, but then none is changed.
-        bits, changed = self.address(A, 0, port=64), self.address('00:00:00:00:00:00', 0, port=0x40)
+        # The second entry would have come to port 70.
+        self.enter(A, 1, port=0)
+        bits, changed = self.address(A, 0, port=64), self.address(none, 0, port=64)
         self.assertStatus(q.BCM_E_PORT, q.bcm_l2_replace_match(0, 0, match, mask, bits, changed))
-        self.assertEqual([self.port_of(A, 1), self.port_of(A, 2)], [5, 6])
+        self.assertEqual([self.port_of(A, 1), self.port_of(A, 2)], [0, 6])
         changed.vid = 1  # the key of an entry is not to be changed
         self.assertStatus(q.BCM_E_PARAM, q.bcm_l2_replace_match(0, 0, match, mask, bits, changed))
         self.done(q.bcm_l2_replace_match(0, q.BCM_L2_REPLACE_DELETE, match, mask, None, None))
@@ -245,11 +249,12 @@ class ManyEntries(SwitchTest):
                 (q.BCM_L2_TRAVERSE_MATCH_MAC, [(A, 1), (A, 2)]),
                 (q.BCM_L2_TRAVERSE_MATCH_DEST | q.BCM_L2_TRAVERSE_MATCH_DYNAMIC, [(A, 1), (D, 2)]),
                 (q.BCM_L2_TRAVERSE_MATCH_VLAN | q.BCM_L2_TRAVERSE_MATCH_DEST, [(D, 2)])]:
-            self.assertEqual(self.traverse(library.bcm_l2_matched_traverse, flags, pointer(match)), (0, expected))
+            self.assertEqual(self.traverse(library.bcm_l2_matched_traverse, flags, pointer(match)),
+                             (0, expected))
         mask = self.address('00:00:00:00:00:02', 2)
         masked = self.address(C, 0)
-        self.assertEqual(self.traverse(library.bcm_l2_match_masked_traverse, 0, pointer(masked), pointer(mask)),
-                         (0, [(B, 1), (C, 1)]))
+        self.assertEqual(self.traverse(library.bcm_l2_match_masked_traverse, 0, pointer(masked),
+                                       pointer(mask)), (0, [(B, 1), (C, 1)]))
 
     def test_a_traversal_survives_what_its_callback_does(self):
         def visit(count):
@@ -270,7 +275,8 @@ class Capacity(SwitchTest):
 
     def add_chunk(self, first, results):
         head, tail = '\0' * 8 + '\2\0', buffer(Address(vid=1, port=5))[14:]
-        text = ''.join(head + struct.pack('>I', number) + tail for number in xrange(first, first + self.CHUNK))
+        text = ''.join(head + struct.pack('>I', number) + tail
+                       for number in xrange(first, first + self.CHUNK))
         return library.bcm_l2_addr_multi_add(0, self.CHUNK, ctypes.c_char_p(text), results)
 
     def test_a_million_addresses_and_a_full_table(self):

@@ -20,7 +20,8 @@ class Ageing(SwitchTest):
         self.assertEqual((age_step(), self.macs()), (1, [B, C]))
         self.assertEqual((age_step(), self.macs()), (1, [B]))
         self.assertEqual([age_step() for _ in range(3)], [0, 0, 0])
-        self.assertEqual(events, [(q.BCM_L2_CALLBACK_AGE_EVENT, A, 1, 5), (q.BCM_L2_CALLBACK_AGE_EVENT, C, 1, 6)])
+        aged = q.BCM_L2_CALLBACK_AGE_EVENT
+        self.assertEqual(events, [(aged, A, 1, 5), (aged, C, 1, 6)])
 
     def test_a_replaced_entry_counts_as_new(self):
         self.enter(A, port=5)

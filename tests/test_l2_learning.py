@@ -40,8 +40,8 @@ class Learning(SwitchTest):
         self.assertFalse(self.find(B).flags & q.BCM_L2_PENDING)
 
     def test_what_is_no_packet(self):
-        for status, args in [(q.BCM_E_PORT, (65, A)), (q.BCM_E_PARAM, (5, '01' + A[2:])), (q.BCM_E_PARAM, (5, A, 4095)),
-                             (q.BCM_E_NOT_FOUND, (5, A, 2))]:
+        for status, args in [(q.BCM_E_PORT, (65, A)), (q.BCM_E_PARAM, (5, '01' + A[2:])),
+                             (q.BCM_E_PARAM, (5, A, 4095)), (q.BCM_E_NOT_FOUND, (5, A, 2))]:
             self.assertStatus(status, self.learn(*args), args)
         self.assertEqual(self.macs(), [])
 
@@ -83,11 +83,11 @@ class Learning(SwitchTest):
             self.done(q.bcm_l2_clear(0))
 
     def test_limits_refused(self):
-        port, vlan = q.BCM_L2_LEARN_LIMIT_PORT, q.BCM_L2_LEARN_LIMIT_VLAN
+        port, vlan, trunk = q.BCM_L2_LEARN_LIMIT_PORT, q.BCM_L2_LEARN_LIMIT_VLAN, q.BCM_L2_LEARN_LIMIT_TRUNK
         for status, selector, number, ids in [
                 (q.BCM_E_PARAM, 0, 1, {}), (q.BCM_E_PARAM, port | vlan, 1, dict(vlan=1)),
                 (q.BCM_E_PARAM, vlan, 1, dict(vlan=4095)), (q.BCM_E_PARAM, port, -2, dict(port=5)),
-                (q.BCM_E_PORT, port, 1, dict(port=65)), (q.BCM_E_BADID, q.BCM_L2_LEARN_LIMIT_TRUNK, 1, dict(trunk=-1)),
+                (q.BCM_E_PORT, port, 1, dict(port=65)), (q.BCM_E_BADID, trunk, 1, dict(trunk=-1)),
                 (q.BCM_E_UNAVAIL, q.BCM_L2_LEARN_LIMIT_TUNNEL, 1, {})]:
             self.assertStatus(status, self.limit(selector, number, **ids), (selector, ids))
         self.assertEqual(self.limit(port, port=5), -1)

@@ -87,7 +87,8 @@ class Objects(SwitchTest):
         for status, gport in ((q.BCM_E_PARAM, TRUNK + 4), (q.BCM_E_PORT, LOCAL_PORT + 65)):
             self.assertStatus(status, q.bcm_l2_gport_forward_info_get(0, gport, info))
         self.assertEqual(info.phy_gport, MODULE_PORT + (9 << 11) + 4)
-        native = [q.bcm_l2_port_native(0, *args) for args in ((0, 5), (-1, 5), (3, 5), (3, LOCAL_PORT + 5), (0, 65))]
+        native = [q.bcm_l2_port_native(0, module, port)
+                  for module, port in ((0, 5), (-1, 5), (3, 5), (3, LOCAL_PORT + 5), (0, 65))]
         self.assertEqual(native, [1, 1, 0, 1, q.BCM_E_PORT])
 
 

@@ -30,8 +30,8 @@ class Ports(SwitchTest):
         expected = {}
         for port in PORTS:
             self.done(q.bcm_vlan_create(0, 100 + port))
-            values = (port & 1, SPEEDS[port % 4], (0, bool(port & 2), bool(port & 4)), '02:00:00:00:00:%02x' % port,
-                      port & 15, (0, 100 + port))
+            values = (port & 1, SPEEDS[port % 4], (0, bool(port & 2), bool(port & 4)),
+                      '02:00:00:00:00:%02x' % port, port & 15, (0, 100 + port))
             self.done(q.bcm_port_enable_set(0, port, values[0]))
             self.done(q.bcm_port_speed_set(0, port, values[1]))
             self.done(q.bcm_port_pause_set(0, port, port & 2, port & 4))
