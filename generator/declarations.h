@@ -31,6 +31,7 @@ struct Member {
 struct Record {
     std::string name; ///< the typedef's name, or the tag if there is none
     std::string tag;  ///< the tag, or the typedef's name if there is none
+    bool has_typedef = false; ///< whether C knows it without "struct"
     std::string header;
     std::vector<Member> members;
 };

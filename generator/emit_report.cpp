@@ -99,10 +99,10 @@ std::string emit_layout(const Model &model)
         for (const std::string &header : family.headers)
             text += "#include <" + header + ">\n";
         for (const BoundRecord &record : family.records) {
-            body += "    printf(\"" + record.name + " %zu\\n\", sizeof(" + record.name + "));\n";
+            body += "    printf(\"" + record.name + " %zu\\n\", sizeof(" + record.c_name + "));\n";
             for (const BoundMember &member : record.members)
-                body += "    printf(\"" + record.name + " " + member.name + " %zu %zu\\n\", offsetof(" + record.name +
-                        ", " + member.name + "), sizeof(((" + record.name + " *)0)->" + member.name + "));\n";
+                body += "    printf(\"" + record.name + " " + member.name + " %zu %zu\\n\", offsetof(" + record.c_name +
+                        ", " + member.name + "), sizeof(((" + record.c_name + " *)0)->" + member.name + "));\n";
         }
     }
     return text + "\nint main(void)\n{\n" + body + "    return 0;\n}\n";

@@ -279,10 +279,13 @@ private:
         TypePtr target = typedef_target(cursor, name);
         if (target->kind != Type::Kind::Record)
             return;
-        // The first typedef of a tagged record is the record's name in Python.
-        for (Record &record : declarations_.records)
-            if (record.tag == target->name && record.name == record.tag)
+        // The typedef that comes with or after a record names it in Python; one that came before it does not.
+        for (Record &record : declarations_.records) {
+            if (record.tag == target->name && !record.has_typedef) {
                 record.name = name;
+                record.has_typedef = true;
+            }
+        }
     }
 
     void read_record(CXCursor cursor)

@@ -284,7 +284,7 @@ private:
 
     BoundRecord bind(const Record &declared)
     {
-        BoundRecord record{declared.name, {}, {}};
+        BoundRecord record{declared.name, (declared.has_typedef ? "" : "struct ") + declared.name, {}, {}};
         TypePtr self = Type::pointer_to(Type::record(declared.tag));
         record.self = pointer_crossing(self, Conversion::Pointer, self);
         for (const Member &member : declared.members)

@@ -69,6 +69,7 @@ struct BoundMember {
 
 struct BoundRecord {
     std::string name;
+    std::string c_name; ///< as C spells the type: "bcm_l2_addr_t", "struct bcm_pkt_s"
     Crossing self; ///< "bcm_l2_addr_s *"
     std::vector<BoundMember> members;
 };

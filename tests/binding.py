@@ -7,6 +7,11 @@ import os
 import struct
 
 import QuorelApiNew as q
+import type_table
+
+
+# Different at every place that a block may begin with.
+PATTERN = ''.join(struct.pack('=I', 7 * number) for number in range(type_table.BLOCK_SIZE))
 
 
 class Argument(object):
@@ -83,28 +88,30 @@ def packed(kind, value):
 
 
 class Objects(object):
-    """Pointer objects of every type that Python can make, by mangled name; kept alive here."""
+    """Pointer objects of every type; what they point to lives until release()."""
 
     def __init__(self):
-        self.makers = {'_p_int': q.new_intp, '_p_unsigned_int': q.new_uintp, '_p_unsigned_short': q.new_uint16p,
-                       '_p_unsigned_char': lambda: self.array(q.new_uint8Array(64)),
-                       '_p_unsigned_long_long': lambda: q.uint64p_cast(self.keep(q.new_uint64p()))}
-        self.kept = []
-        for member in read()[1]:
-            mangled = '_p_' + member.self_text[:-len(' *')]
-            self.makers[mangled] = getattr(q, 'new_' + member.record)
+        self.kept, self.blocks = [], []
+        self.constructors = dict(('_p_' + member.self_text[:-len(' *')], getattr(q, 'new_' + member.record))
+                                 for member in read()[1])
 
     def keep(self, thing):
         self.kept.append(thing)
         return thing
 
-    def array(self, pointer):
-        return self.keep(pointer)
-
     def make(self, descriptor):
-        """A pointer object of the type, or None where Python has no way to make one."""
-        maker = self.makers.get(descriptor)
-        return self.keep(maker()) if maker else None
+        """A record of the type, or a block that is large enough for any array."""
+        if descriptor in self.constructors:
+            return self.keep(self.constructors[descriptor]())
+        block = type_table.pointer_of_type(descriptor)
+        self.blocks.append(block)
+        ctypes.memmove(int(block), PATTERN[len(self.blocks):], type_table.BLOCK_SIZE)
+        return block
+
+    def release(self):
+        for block in self.blocks:
+            q.delete_uint8Array(type_table.retyped(block, '_p_unsigned_char'))
+        self.kept, self.blocks = [], []
 
     def value(self, argument, seed):
         """A good value for an argument."""

@@ -94,7 +94,8 @@ class SwitchTest(unittest.TestCase):
             q.bcm_port_learn_set(0, port, q.BCM_PORT_LEARN_ARL | q.BCM_PORT_LEARN_FWD)
 
     def assertStatus(self, expected, status, message=None):
-        self.assertEqual(status_name(status), status_name(expected), message)
+        if status != expected:
+            self.assertEqual(status_name(status), status_name(expected), message)
 
     def done(self, status):
         """The call has to have succeeded."""

@@ -89,8 +89,7 @@ class Example(unittest.TestCase):
         self.assertEqual(reported(output), (counts.vlans(), counts.ports()))
         self.assertEqual(output.splitlines()[0], '%s: %d lines, 7 bad, %d addresses' % (
             self.path, self.dump.count('\n'), len(counts.entries)))
-        self.assertTrue(output.endswith('\n%d addresses in the hardware, 0 differences from what was loaded\n' %
-                                        len(counts.entries)), output)
+        self.assertIn('\n%d addresses in the hardware, 0 differences' % len(counts.entries), output)
         lines = self.dump.splitlines()
         self.assertEqual(len(errors), 7)
         for error in errors:  # each names its line and quotes what is wrong there

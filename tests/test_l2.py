@@ -1,5 +1,7 @@
 """The address table: entries, what is deleted or replaced together, lists, traversals, capacity."""
+import collections
 import ctypes
+import random
 import re
 import struct
 import unittest
@@ -194,6 +196,9 @@ class ManyEntries(SwitchTest):
         self.assertEqual([self.port_of(*key) for key in self.keys()], [9, 6, 6, 5, 0, 9])
         self.done(q.bcm_l2_replace(0, vlan | q.BCM_L2_REPLACE_NEW_TRUNK, wanted, 0, 0, 8))
         self.assertEqual([self.find(*key).tgid for key in self.keys()], [0, 8, 0, 0, 8, 8])
+        self.done(q.bcm_l2_replace(0, vlan, wanted, 3, 9, 0))
+        self.assertEqual([(row[2], self.find(*row[:2]).tgid) for row in q.getHwMacTable(0) if row[1] == 2],
+                         [(LOCAL_PORT + 9, 0)] * 3)
         self.done(q.bcm_l2_replace(0, dest | q.BCM_L2_REPLACE_MATCH_STATIC | q.BCM_L2_REPLACE_DELETE,
                                    wanted, 0, 0, 0))
         self.assertEqual(self.keys(), [(A, 1), (A, 2), (B, 1), (C, 2), (D, 2)])
@@ -272,6 +277,23 @@ class ManyEntries(SwitchTest):
 
 class Capacity(SwitchTest):
     CHUNK = 1 << 14
+
+    def test_no_entry_is_lost_among_thousands_that_come_and_go(self):
+        choice = random.Random(2)
+        expected = collections.OrderedDict()
+        for _ in range(12000):
+            mac = '02:00:5e:00:%02x:%02x' % (choice.randrange(8), choice.randrange(256))
+            if choice.randrange(2):
+                expected[mac] = choice.randrange(65), choice.randrange(3)
+                self.enter(mac, port=expected[mac][0], encap_id=expected[mac][1])
+            else:
+                status = q.BCM_E_NOT_FOUND if expected.pop(mac, None) is None else q.BCM_E_NONE
+                self.assertStatus(status, q.bcm_l2_addr_delete(0, mac, 1))
+        self.assertEqual([(mac, gport - LOCAL_PORT) for mac, _, gport, _ in q.getHwMacTable(0)],
+                         [(mac, port) for mac, (port, _) in expected.items()])
+        for mac, entry in expected.items():
+            found = self.find(mac)
+            self.assertEqual(found and (found.port, found.encap_id), entry, mac)
 
     def add_chunk(self, first, results):
         head, tail = '\0' * 8 + '\2\0', buffer(Address(vid=1, port=5))[14:]

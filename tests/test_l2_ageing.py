@@ -30,8 +30,9 @@ class Ageing(SwitchTest):
         self.assertEqual([age_step(), age_step()], [0, 1])
 
     def test_being_a_destination_does_not_keep_an_entry(self):
-        self.enter(A, port=5, flags=q.BCM_L2_DES_HIT)
-        self.assertEqual([age_step(), age_step()], [0, 1])
+        for members in ({}, dict(encap_id=3)):
+            self.enter(A, port=5, flags=q.BCM_L2_DES_HIT, **members)
+            self.assertEqual((age_step(), self.find(A).flags, age_step()), (0, 0, 1))
 
     def test_the_timer(self):
         timer = q.bcm_l2_age_timer_get

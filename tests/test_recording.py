@@ -16,7 +16,7 @@ class Recording(unittest.TestCase):
             q.bcm_vlan_port_add(NO_UNIT, 4094, [0, 31, 32, 575], [7])
             q.bcm_l2_addr_delete(NO_UNIT, 'a1:b2:c3:d4:e5:f6', 258)
             q.bcm_l2_addr_t_init(address, '01:02:03:04:05:06', 0)
-            q.bcm_l2_stat_set(NO_UNIT, address, -1, 2 ** 64 - 2)
+            q.bcm_l2_stat_set(NO_UNIT, address, 3, 2 ** 64 - 2)
         ports = '\x01\0\0\x80\x01' + '\0' * 66 + '\x80'
         untagged = '\x80' + '\0' * 71
         pointer = struct.pack('P', int(address.this))
@@ -25,7 +25,7 @@ class Recording(unittest.TestCase):
             ('bcm_vlan_port_add', [unit, struct.pack('H', 4094), ports, untagged]),
             ('bcm_l2_addr_delete', [unit, '\xa1\xb2\xc3\xd4\xe5\xf6', '\x02\x01']),
             ('bcm_l2_addr_t_init', [pointer, '\1\2\3\4\5\6', '\0\0']),
-            ('bcm_l2_stat_set', [unit, pointer, '\xff' * 4, '\xfe' + '\xff' * 7])])
+            ('bcm_l2_stat_set', [unit, pointer, '\3\0\0\0', '\xfe' + '\xff' * 7])])
 
     def test_null_pointers_and_null_arrays(self):
         with recording():

@@ -1,4 +1,5 @@
 """Every function: what the SDK receives, and what each argument refuses."""
+import ctypes
 import unittest
 
 import QuorelApiNew as q
@@ -13,6 +14,7 @@ class SweepCalls(unittest.TestCase):
 
     def setUp(self):
         self.objects = binding.Objects()
+        self.addCleanup(self.objects.release)
 
     def arguments(self, function):
         # A unit that does not exist: the call is recorded and refused, and the switch stays as it is.
@@ -33,7 +35,14 @@ class SweepCalls(unittest.TestCase):
             for parameter, data in zip(function.parameters, received):
                 if parameter.kind == 'appended':
                     continue
-                expected = binding.packed(parameter.kind, next(given))
+                value = next(given)
+                expected = binding.packed(parameter.kind, value)
+                if parameter.kind == 'value':
+                    # By value, or by reference: what was pointed to.
+                    expected = ctypes.string_at(int(value), len(data))
+                elif parameter.kind == 'pointer' and parameter.text.endswith(']'):
+                    # Arrays of a known size are recorded whole.
+                    expected = ctypes.string_at(int(value), len(data))
                 if expected is not None:
                     self.assertEqual(data, expected, '%s: %s' % (function.doc, parameter.text))
                     checked += 1

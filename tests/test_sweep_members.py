@@ -28,6 +28,7 @@ class SweepMembers(unittest.TestCase):
 
     def setUp(self):
         self.objects = binding.Objects()
+        self.addCleanup(self.objects.release)
 
     def test_a_write_changes_the_member_and_nothing_else(self):
         for member in self.members:

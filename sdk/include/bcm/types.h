@@ -100,4 +100,81 @@ typedef SHR_BITDCL bcm_vpn_vector_t[_SHR_BITDCLSIZE(BCM_VPN_COUNT)];
     ((gport) = BCM_GPORT_MAKE(BCM_GPORT_TYPE_SYSTEM_PORT, (id) & BCM_GPORT_SYSTEM_PORT_ID_MASK))
 #define BCM_GPORT_SYSTEM_PORT_ID_GET(gport) (BCM_GPORT_VALUE(gport) & BCM_GPORT_SYSTEM_PORT_ID_MASK)
 
+/* Shared by the queueing, statistics, policer and classification families. */
+typedef int bcm_policer_t;              /* policer, 0 for none */
+typedef int bcm_core_t;                 /* core of a unit that has several */
+typedef int bcm_service_pool_id_t;      /* pool of packet buffers */
+
+/* Colour of a packet, which says how soon it is dropped. */
+typedef enum bcm_color_e {
+    bcmColorGreen = 0,
+    bcmColorYellow = 1,
+    bcmColorRed = 2,
+    bcmColorDropFirst = bcmColorRed,
+    bcmColorBlack = 3,                  /* dropped before it is queued */
+    bcmColorPreserve = 4,               /* keeps the colour that it has */
+    bcmColorCount = 5
+} bcm_color_t;
+
+/* Shared by routing and classification. */
+typedef uint16 bcm_l4_port_t;           /* TCP or UDP port, host byte order */
+typedef COMPILER_UINT64 bcm_class_t;    /* class that ranges of a packet field are reduced to */
+
+/* Shared by the routing, packet and tagging families. */
+typedef int bcm_if_group_t;             /* group of interfaces */
+typedef int bcm_switch_agm_id_t;        /* monitor of the load of a group of paths */
+
+/* A VN-tag, IEEE 802.1BR's predecessor: the virtual interfaces between which a packet travels. */
+typedef struct bcm_vntag_s {
+    uint8 direction;                    /* 0 from the interface to the bridge, 1 back */
+    uint8 pointer;                      /* 1 if dest_vif is a list of interfaces */
+    uint8 looped;                       /* 1 if source and destination are on the same port */
+    uint16 dest_vif;                    /* 14 bits */
+    uint16 source_vif;                  /* 12 bits */
+} bcm_vntag_t;
+
+/* An E-tag, IEEE 802.1BR. */
+typedef struct bcm_etag_s {
+    uint8 pri;                          /* 0..7 */
+    uint8 dei;                          /* 0 or 1 */
+    uint16 ingress_ecid;                /* 12 bits */
+    uint16 ecid;                        /* 14 bits, the group in the top two */
+} bcm_etag_t;
+
+/* What is done to a VN-tag, or an E-tag. */
+typedef enum bcm_vntag_action_e {
+    bcmVntagActionNone = 0,
+    bcmVntagActionAdd = 1,
+    bcmVntagActionReplace = 2,
+    bcmVntagActionDelete = 3,
+    bcmVntagActionCount = 4
+} bcm_vntag_action_t;
+
+typedef enum bcm_etag_action_e {
+    bcmEtagActionNone = 0,
+    bcmEtagActionAdd = 1,
+    bcmEtagActionReplace = 2,
+    bcmEtagActionDelete = 3,
+    bcmEtagActionCount = 4
+} bcm_etag_action_t;
+
+/* What is done to the label stack of a packet that leaves. */
+typedef enum bcm_mpls_egress_action_e {
+    bcmMplsEgressActionNop = 0,
+    bcmMplsEgressActionSwap = 1,
+    bcmMplsEgressActionPush = 2,
+    bcmMplsEgressActionPop = 3,
+    bcmMplsEgressActionPhp = 4,
+    bcmMplsEgressActionCount = 5
+} bcm_mpls_egress_action_t;
+
+/* Shared by the port and VLAN families. */
+typedef int bcm_port_frametype_t;       /* set of BCM_PORT_FRAMETYPE_* */
+typedef int bcm_port_ethertype_t;       /* Ethernet type, 0..65535 */
+typedef int bcm_switch_network_group_t; /* ports between which split horizon forbids forwarding */
+
+/* The chip level's own names for a set of ports. */
+typedef _shr_pbmp_t soc_pbmp_t;
+typedef _shr_pbmp_t pbmp_t;
+
 #endif
