@@ -56,6 +56,8 @@ private:
             family_.raises = list(node);
         else if (section == "opaque")
             family_.opaque = list(node);
+        else if (section == "opaque_here")
+            family_.opaque_here = list(node);
         else if (section == "appended")
             family_.appended = strings(node);
         else if (section == "replaced")

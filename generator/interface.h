@@ -5,6 +5,7 @@
 //   functions, records, constants, variables
 //                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
 //   opaque                 typedefs that are types of their own, whatever the headers say they stand for
+//   opaque_here            likewise, but only in what this family declares
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
 //   [arrays]               array families: element type
@@ -42,7 +43,7 @@ struct FamilyInterface {
     std::string file;
     std::vector<std::string> headers, cxx_headers;
     std::vector<std::string> functions, records, constants, variables;
-    std::vector<std::string> opaque;
+    std::vector<std::string> opaque, opaque_here;
     std::vector<std::string> raises;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;

@@ -106,8 +106,9 @@ private:
             if (!declarations_.typedefs.count(name))
                 error(family.file, "no header declares the type '" + name + "'");
         };
-        for (const std::string &name : family.opaque)
-            check(name);
+        for (const std::vector<std::string> *names : {&family.opaque, &family.opaque_here})
+            for (const std::string &name : *names)
+                check(name);
         for (const auto &entry : family.typemaps)
             check(entry.first);
         for (const auto &entry : family.text)
@@ -116,7 +117,9 @@ private:
 
     TypePtr resolved(const TypePtr &type) const
     {
-        return resolve(type, [this](const std::string &name) { return opaque_.count(name) != 0; });
+        return resolve(type, [this](const std::string &name) {
+            return opaque_.count(name) != 0 || opaque_here_.count(name) != 0;
+        });
     }
 
     std::string text_of(const TypePtr &type) const
@@ -348,6 +351,7 @@ private:
     Family build_family(const FamilyInterface &source)
     {
         Family family{source.name, source.headers, source.cxx_headers, {}, {}, {}, {}, {}};
+        opaque_here_ = {source.opaque_here.begin(), source.opaque_here.end()};
         std::vector<std::string> headers = source.headers;
         headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
         Patterns functions(source.functions), records(source.records), constants(source.constants);
@@ -399,7 +403,8 @@ private:
             auto found = equivalent_.find(mangle(type));
             return found == equivalent_.end() ? nullptr : Type::record(found->second);
         }
-        if (!type->target || (type->kind == Type::Kind::Pointer && type->target->kind == Type::Kind::Pointer))
+        // What an opaque type stands for is not known.
+        if (type->kind == Type::Kind::Typedef || !type->target || (type->kind == Type::Kind::Pointer && type->target->kind == Type::Kind::Pointer))
             return nullptr;
         TypePtr target = twin_of(type->target);
         if (!target)
@@ -421,7 +426,7 @@ private:
 
     const Declarations &declarations_;
     Model model_;
-    std::set<std::string> opaque_;
+    std::set<std::string> opaque_, opaque_here_;
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
     std::map<std::string, std::string> equivalent_; ///< mangled element type to pointer class

@@ -46,15 +46,16 @@ traverse_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.POINTER(
 change_callback = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.POINTER(Address), ctypes.c_int, ctypes.c_void_p)
 
 
-def functions(prefix):
-    """Names of the bound functions that take a unit and return a status."""
-    return [name for name in dir(q) if name.startswith(prefix)
-            and str(getattr(q, name).__doc__).startswith(name + '(unit') and hasattr(library, name)]
-
-
 def call_with_nulls(name, unit):
     """Status of a call in which every argument but the unit is 0 or null."""
     return getattr(library, name)(unit, *[None] * 10)
+
+
+def functions(prefix):
+    """Names of the bound functions that take a unit, return a status and do something in the simulator."""
+    return [name for name in dir(q) if name.startswith(prefix)
+            and str(getattr(q, name).__doc__).startswith(name + '(unit') and hasattr(library, name)
+            and call_with_nulls(name, -1) != q.BCM_E_UNAVAIL]
 
 
 def pointer(record):

@@ -61,7 +61,7 @@ class Entries(SwitchTest):
     def test_errors_change_nothing(self):
         self.enter(A, port=5)
         trunk, group = q.BCM_L2_TRUNK_MEMBER, q.BCM_L2_MCAST
-        refused = [(q.BCM_E_PARAM, [dict(vid=0), dict(vid=4095)]), (q.BCM_E_NOT_FOUND, [dict(vid=2)]),
+        refused = [(q.BCM_E_PARAM, [dict(vid=0), dict(vid=4095), dict(flags=0x80000000)]), (q.BCM_E_NOT_FOUND, [dict(vid=2)]),
                    (q.BCM_E_PORT, [dict(port=port) for port in (65, -2, LOCAL_PORT + 65)]),
                    (q.BCM_E_PORT, [dict(port=576, modid=1)]),
                    (q.BCM_E_BADID, [dict(modid=128), dict(flags=trunk, tgid=1024), dict(port=TRUNK + 1024),
@@ -94,7 +94,7 @@ class Entries(SwitchTest):
             pointers = set(re.findall(r'\w+', getattr(q, name).__doc__.split(' -> ')[0])[1:]) - set(
                 'unit vid flags mod modid port tid lclass lclass_prio intf index station_id mac_port_id '
                 'age_seconds'.split())
-            if pointers and name != 'bcm_l2_addr_unregister':
+            if pointers:
                 self.assertStatus(q.BCM_E_PARAM, call_with_nulls(name, 0), name)
         self.done(q.bcm_l2_detach(0))
         for name in names:

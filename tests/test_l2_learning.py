@@ -82,6 +82,16 @@ class Learning(SwitchTest):
             self.done(self.learn(5, B))
             self.done(q.bcm_l2_clear(0))
 
+    def test_an_address_entered_by_a_call_counts_once_it_is_learnt(self):
+        for selector, ids in [(q.BCM_L2_LEARN_LIMIT_SYSTEM, {}), (q.BCM_L2_LEARN_LIMIT_VLAN, dict(vlan=1))]:
+            for mac in (A, B):
+                self.enter(mac, port=5)
+            self.done(self.limit(selector, 1, **ids))
+            self.done(self.learn(6, A))
+            self.assertStatus(q.BCM_E_RESOURCE, self.learn(6, B))
+            self.done(self.limit(selector, -1, **ids))
+            self.done(q.bcm_l2_clear(0))
+
     def test_limits_refused(self):
         port, vlan, trunk = q.BCM_L2_LEARN_LIMIT_PORT, q.BCM_L2_LEARN_LIMIT_VLAN, q.BCM_L2_LEARN_LIMIT_TRUNK
         for status, selector, number, ids in [

@@ -68,6 +68,9 @@ int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *us
 int sim_bcm_l2_addr_unregister(int unit, bcm_l2_addr_callback_t callback, void *userdata)
 {
     return on_l2(unit, {}, [&](Switch &sw) -> int {
+        if (callback == nullptr) {
+            return BCM_E_PARAM;
+        }
         std::vector<L2Subscriber> &subscribers = sw.l2.settings.subscribers;
         const auto found = find_subscriber(subscribers, callback, userdata);
         if (found == subscribers.end()) {

@@ -131,7 +131,8 @@ int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, 
         if (flags & BCM_L2_REPLACE_DELETE) {
             return remove_if(sw, flags, test);
         }
-        if (any_null({replace_addr, replace_mask_addr}) || touches_key(*replace_mask_addr)) {
+        if (any_null({replace_addr, replace_mask_addr}) || touches_key(*replace_mask_addr)
+            || ((replace_addr->flags & replace_mask_addr->flags) >> bcm_l2_flags_count) != 0) {
             return BCM_E_PARAM;
         }
         return replace_if(sw, operation_of(flags), test,

@@ -40,7 +40,7 @@ void L2State::clear()
 
 int l2_check(const Switch &sw, bcm_l2_addr_t *address)
 {
-    if (!VlanTable::valid(address->vid)) {
+    if (!VlanTable::valid(address->vid) || (address->flags >> bcm_l2_flags_count) != 0) {
         return BCM_E_PARAM;
     }
     if (!sw.vlans.has(address->vid)) {

@@ -72,10 +72,11 @@ int learn(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::s
     if (!(mode & BCM_PORT_LEARN_ARL) || l2.settings.freezes != 0) {
         return BCM_E_DISABLED;
     }
-    // An address that moves counts already, though not for the port.
+    // A learnt address that moves counts already, though not for the port.
+    const bool counted = known && (l2.addresses.state(position) & l2_learnt);
     const bool room = below_limit(l2, BCM_L2_LEARN_LIMIT_PORT, port)
-        && (known || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
-        && (known || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
+        && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
+        && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
     if (!room) {
         return BCM_E_RESOURCE;
     }
