@@ -4,6 +4,7 @@
 #include "type.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,7 @@ struct Declarations {
     std::vector<Constant> constants;
     std::vector<Variable> variables;
     std::map<std::string, TypePtr> typedefs; ///< name to what it stands for
+    std::set<std::string> enumerations;      ///< names of those that anything is declared with
 };
 
 }  // namespace generator

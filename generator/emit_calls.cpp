@@ -43,6 +43,12 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
     }
 }
 
+// Copies of what C++ declares in a scope are made by its own rules.
+bool is_class(const TypePtr &type)
+{
+    return type->name.find("::") != std::string::npos;
+}
+
 std::string thunk(const BoundFunction &function, const Shape &shape)
 {
     std::string parameters, arguments, preparation;
@@ -59,7 +65,10 @@ std::string thunk(const BoundFunction &function, const Shape &shape)
         call = "const_cast<void *>(static_cast<const void *>(" + call + "))";
     std::string statement = (shape.result.type == "void" ? "" : "return ") + call;
     if (function.result.conversion == Conversion::Value)
-        statement = "auto value = " + call + ";\n    return copy_of(&value, sizeof value)";
+        statement = "auto value = " + call + ";\n    return " +
+                    (function.raises ? "PyErr_Occurred() ? nullptr : " : "") +
+                    (is_class(function.result.type) ? "new " + spell(function.result.type) + "(value)"
+                                                    : "copy_of(&value, sizeof value)");
     std::string space = shape.result.type.back() == '*' ? "" : " ";
     return shape.result.type + space + "thunk_" + function.name + "(" + parameters + ")\n{\n" + preparation +
            "    " + statement + ";\n}\n";

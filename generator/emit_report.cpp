@@ -1,6 +1,8 @@
 #include "emit.h"
 #include "output.h"
 
+#include <algorithm>
+
 namespace generator {
 
 namespace {
@@ -69,7 +71,8 @@ std::string emit_report(const Model &model)
     std::string text;
     for (const Family &family : model.families) {
         for (const BoundFunction &function : family.functions) {
-            bool sdk = function.name == function.callee && !family.headers.empty();
+            bool sdk = std::any_of(family.sdk_functions.begin(), family.sdk_functions.end(),
+                                   [&](const Function &declared) { return declared.name == function.callee; });
             std::vector<std::string> line = {"function", family.name, docstring(function), sdk ? "sdk" : "helper",
                                              kind_of(function.result)};
             for (const BoundParameter &parameter : function.parameters) {

@@ -17,6 +17,8 @@ std::string argument_conversion(const ShapeParameter &parameter, size_t position
     std::string target = (parameter.by_address ? "&" : "") + local;
     std::string space = parameter.variable.back() == '*' ? "" : " ";
     std::string text = "    " + parameter.variable + space + local + ";\n";
+    if (parameter.converter.empty())
+        return "    " + parameter.variable + local + " = " + item + ";\n";
     if (parameter.mapped)
         return text + "    if (!" + parameter.converter + "(" + item + ", " + target + "))\n        return nullptr;\n";
     std::string type = parameter.typed ? ", type_of(row, " + std::to_string(position) + ")" : "";
@@ -34,7 +36,7 @@ std::string definition(const Shape &shape)
         std::string local = "a" + std::to_string(i);
         call += (i == 0 ? "" : ", ") + std::string(parameter.appended ? "&" : "") + local;
         if (!parameter.appended) {
-            fallible = fallible || !parameter.mapped;
+            fallible = fallible || !(parameter.mapped || parameter.converter.empty());
             conversions += argument_conversion(parameter, inputs++, i);
         } else if (parameter.appended_record) {
             outputs += "    void *" + local + " = nullptr;\n";

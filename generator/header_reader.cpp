@@ -20,6 +20,18 @@ std::string take(CXString text)
     return copy;
 }
 
+/// With the namespaces and classes that it stands in: "MdioHamImpl::HamImpl::Ptr".
+std::string qualified_name(CXCursor declaration)
+{
+    std::string name = take(clang_getCursorSpelling(declaration));
+    for (CXCursor scope = clang_getCursorSemanticParent(declaration);
+         clang_getCursorKind(scope) == CXCursor_Namespace || clang_getCursorKind(scope) == CXCursor_ClassDecl ||
+         clang_getCursorKind(scope) == CXCursor_StructDecl;
+         scope = clang_getCursorSemanticParent(scope))
+        name = take(clang_getCursorSpelling(scope)) + "::" + name;
+    return name;
+}
+
 constexpr char main_file[] = "bound_headers.cpp";
 
 class TranslationUnit {
@@ -217,13 +229,16 @@ private:
             return Type::without_const(read_type(clang_Type_getNamedType(type), extents));
         case CXType_Typedef: {
             CXCursor declaration = clang_getTypeDeclaration(type);
-            std::string name = take(clang_getCursorSpelling(declaration));
+            std::string name = qualified_name(declaration);
             return Type::typedef_of(name, typedef_target(declaration, name));
         }
         case CXType_Record:
-            return Type::record(take(clang_getCursorSpelling(clang_getTypeDeclaration(type))));
-        case CXType_Enum:
-            return Type::enumeration(take(clang_getCursorSpelling(clang_getTypeDeclaration(type))));
+            return Type::record(qualified_name(clang_getTypeDeclaration(type)));
+        case CXType_Enum: {
+            std::string name = qualified_name(clang_getTypeDeclaration(type));
+            declarations_.enumerations.insert(name);
+            return Type::enumeration(name);
+        }
         case CXType_Pointer:
             return Type::pointer_to(read_type(clang_getPointeeType(type), extents));
         case CXType_LValueReference:

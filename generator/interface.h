@@ -4,7 +4,7 @@
 //   headers, cxx_headers   headers to read, as include paths (C headers of the SDK; C++ headers of helpers)
 //   functions, records, constants, variables
 //                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
-//   opaque                 typedefs that are types of their own, whatever the headers say they stand for
+//   opaque                 typedefs and enumerations that are types of their own, whatever the headers say
 //   opaque_here            likewise, but only in what this family declares
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it

@@ -108,7 +108,8 @@ private:
         };
         for (const std::vector<std::string> *names : {&family.opaque, &family.opaque_here})
             for (const std::string &name : *names)
-                check(name);
+                if (!declarations_.enumerations.count(name))
+                    check(name);
         for (const auto &entry : family.typemaps)
             check(entry.first);
         for (const auto &entry : family.text)
@@ -175,6 +176,8 @@ private:
             return Crossing{type, scalar->second, text_of(type), {}, nullptr};
         }
         case Type::Kind::Enum:
+            if (opaque_.count(full->name))
+                return pointer_crossing(type, Conversion::Value, Type::pointer_to(Type::without_const(type)));
             return Crossing{type, Conversion::Int32, text_of(type), {}, nullptr};
         case Type::Kind::Record:
         case Type::Kind::Typedef:

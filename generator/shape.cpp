@@ -56,6 +56,8 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return pointer("f", "to_callback", true);
     case Conversion::Mapped:
         return mapped(crossing);
+    case Conversion::Object:
+        return {"o", "PyObject *", "PyObject *", "", false, false, false, false, false};
     default:
         throw std::runtime_error("no argument of type '" + crossing.text + "' can be bound");
     }

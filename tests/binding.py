@@ -126,6 +126,8 @@ class Objects(object):
             return [seed, 40 + seed, 500]
         if kind == 'string':
             return 'text %d' % seed
+        if kind == 'object':
+            return object()
         if kind == 'any_pointer':
             return self.keep(q.new_uint32p())
         return self.make(argument.descriptor)
@@ -148,6 +150,8 @@ def wrong_values(argument):
                    (greatest + 1, OverflowError, None), (least - 1, OverflowError, None),
                    (10 ** 30, OverflowError, None)]
         return refused
+    if argument.kind == 'object':
+        return []
     if argument.kind == 'bool':
         return [(1, TypeError, None), (None, TypeError, None)]
     if argument.kind == 'mac_address':

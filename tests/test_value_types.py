@@ -79,7 +79,7 @@ class PortLists(unittest.TestCase):
                              ([1, 2L], (TypeError, 'Port list must contain integers')),
                              ([1, 2.0], (TypeError, 'Port list must contain integers')),
                              ([576], (ValueError, 'Port 576 is outside the port bitmap (0 to 575)')),
-                             ([2 ** 31 - 1], (ValueError, 'Port 2147483647 is outside the port bitmap (0 to 575)'))):
+                             ([int(2 ** 31 - 1)], (ValueError, 'Port 2147483647 is outside the port bitmap (0 to 575)'))):
             self.assertEqual(error_of(setattr, self.data, 'port_bitmap', value), error)
         self.assertEqual(error_of(setattr, self.data, 'port_bitmap', [3, -1])[0], OverflowError)
         self.assertEqual(self.data.port_bitmap, [7])

@@ -1,0 +1,19 @@
+// Names of the platform's objects.
+#pragma once
+
+#include "vey/string8.h"
+
+namespace Vey {
+
+/// What an object is called, for people to find it by. Names need not be unique.
+class Name {
+public:
+    explicit Name(String8 text) : text_(std::move(text)) {}
+
+    String8 const &text() const noexcept { return text_; }
+
+private:
+    String8 text_;
+};
+
+}  // namespace Vey

@@ -1,0 +1,32 @@
+// A Python object as the platform holds it. The one place of the platform that knows of Python.
+#pragma once
+
+#include "vey/ptr.h"
+
+#include <initializer_list>
+#include <optional>
+
+struct _object;  // Python's PyObject
+
+namespace Vey {
+
+/// Keeps one reference to a Python object for as long as it lives. May be made, used and ended in any thread,
+/// with or without the interpreter lock, which it takes for whatever it does with the object.
+class PyObjHandle : public PtrInterface {
+public:
+    /// takesOver: whether the caller's reference becomes the handle's, which otherwise adds one of its own.
+    PyObjHandle(_object *object, bool takesOver);
+
+    /// Calls a method of the object and gives the int or long that it returns, or nothing for None. Throws
+    /// InternalException, with Python's text, if the method raises, returns anything else, or the interpreter
+    /// has ended; no Python exception stays set.
+    std::optional<long> call(char const *method, std::initializer_list<long> arguments) const;
+
+protected:
+    ~PyObjHandle() override;
+
+private:
+    _object *object_;
+};
+
+}  // namespace Vey

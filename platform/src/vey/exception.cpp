@@ -1,0 +1,16 @@
+#include "vey/exception.h"
+
+namespace Vey {
+
+// Here rather than inline, so that each class has its type information once, in this library.
+Exception::~Exception() = default;
+ErrnoException::~ErrnoException() = default;
+RangeException::~RangeException() = default;
+InternalException::~InternalException() = default;
+
+void throwRangeException(char const *text)
+{
+    throw RangeException(text);
+}
+
+}  // namespace Vey

@@ -1,0 +1,7 @@
+#include "vey/ptr.h"
+
+namespace Vey {
+
+PtrInterface::~PtrInterface() = default;
+
+}  // namespace Vey
