@@ -11,6 +11,7 @@
 // Proxy classes are registered later, by the companion. There is no shutdown step.
 
 #include "methods.h"
+#include "packed_object.h"
 #include "pointer_object.h"
 #include "proxy_type.h"
 #include "variable.h"
@@ -69,7 +70,8 @@ void install_constants(Borrowed dictionary)
 void initialise()
 {
     CollectorPause pause;
-    if (!build_method_table() || !initialise_pointer_object_type() || !initialise_proxy_type())
+    if (!build_method_table() || !initialise_pointer_object_type() || !initialise_packed_object_type() ||
+        !initialise_proxy_type())
         return;
     PyObject *module =
         Py_InitModule4("_QuorelApiNew", method_table, nullptr, nullptr, PYTHON_API_VERSION);
