@@ -17,7 +17,9 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
 {
     const Crossing &crossing = parameter.crossing;
     const TypePtr &type = crossing.type;
-    if (parameter.appended) {
+    if (parameter.direction == Direction::InOut)
+        return name;
+    if (parameter.direction == Direction::Out) {
         std::string pointer = spell(Type::pointer_to(type));
         bool record = crossing.conversion == Conversion::Value;
         return record ? "static_cast<" + pointer + ">(*" + name + ")" : "reinterpret_cast<" + pointer + ">(" + name + ")";
@@ -57,7 +59,7 @@ std::string thunk(const BoundFunction &function, const Shape &shape)
         std::string name = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
         parameters += comma + thunk_parameter(shape.parameters[i], name);
         arguments += comma + typed_argument(parameter, name);
-        if (parameter.appended && parameter.crossing.conversion == Conversion::Value)
+        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value)
             preparation += "    *" + name + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
     }
     std::string call = function.callee + "(" + arguments + ")";
@@ -78,7 +80,7 @@ std::string thunk(const BoundFunction &function, const Shape &shape)
 std::string result_descriptor(const BoundFunction &function)
 {
     for (const BoundParameter &parameter : function.parameters)
-        if (parameter.appended && parameter.crossing.conversion == Conversion::Value)
+        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value)
             return parameter.crossing.descriptor;
     return function.result.descriptor;
 }
@@ -89,7 +91,7 @@ std::string docstring(const BoundFunction &function)
 {
     std::string names;
     for (const BoundParameter &parameter : function.parameters)
-        if (!parameter.appended)
+        if (parameter.direction != Direction::Out)
             names += (names.empty() ? "" : ", ") + parameter.name;
     std::string result = function.result.conversion == Conversion::Nothing ? "" : " -> " + function.result.text;
     return function.name + "(" + names + ")" + result;
@@ -119,7 +121,7 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
         shapes.emplace(shape.name(), shape);
         std::vector<Crossing> arguments;
         for (const BoundParameter &parameter : function.parameters)
-            if (!parameter.appended)
+            if (parameter.direction != Direction::Out)
                 arguments.push_back(parameter.crossing);
         unsigned method = numbering.method("py_" + function.name, docstring(function));
         rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments)) + ", " +

@@ -9,6 +9,18 @@ struct Accessors {
     std::string get, set;
 };
 
+const char *pointer_setter(Conversion conversion)
+{
+    switch (conversion) {
+    case Conversion::AnyPointer:
+        return "set_any_pointer";
+    case Conversion::Callback:
+        return "set_callback";
+    default:
+        return "set_pointer";
+    }
+}
+
 Accessors accessors_of(const BoundMember &member)
 {
     switch (member.storage) {
@@ -17,8 +29,7 @@ Accessors accessors_of(const BoundMember &member)
     case Storage::Record:
         return {"get_storage", "set_record"};
     case Storage::Pointer:
-        return {"get_pointer",
-                member.crossing.conversion == Conversion::AnyPointer ? "set_any_pointer" : "set_pointer"};
+        return {"get_pointer", pointer_setter(member.crossing.conversion)};
     case Storage::Mapped:
         return {"get_" + member.crossing.typemap->name, "set_" + member.crossing.typemap->name};
     case Storage::Scalar:

@@ -1,8 +1,6 @@
 #include "emit.h"
 #include "output.h"
 
-#include <algorithm>
-
 namespace generator {
 
 namespace {
@@ -44,6 +42,18 @@ std::string kind_of(const Crossing &crossing)
     return "";
 }
 
+std::string kind_of(const BoundParameter &parameter)
+{
+    switch (parameter.direction) {
+    case Direction::Out:
+        return "appended";
+    case Direction::InOut:
+        return "in_and_out";
+    default:
+        return kind_of(parameter.crossing);
+    }
+}
+
 std::string kind_of(const BoundMember &member)
 {
     switch (member.storage) {
@@ -71,12 +81,10 @@ std::string emit_report(const Model &model)
     std::string text;
     for (const Family &family : model.families) {
         for (const BoundFunction &function : family.functions) {
-            bool sdk = std::any_of(family.sdk_functions.begin(), family.sdk_functions.end(),
-                                   [&](const Function &declared) { return declared.name == function.callee; });
-            std::vector<std::string> line = {"function", family.name, docstring(function), sdk ? "sdk" : "helper",
-                                             kind_of(function.result)};
+            std::vector<std::string> line = {"function", family.name, docstring(function),
+                                             function.of_sdk ? "sdk" : "helper", kind_of(function.result)};
             for (const BoundParameter &parameter : function.parameters) {
-                line.push_back(parameter.appended ? "appended" : kind_of(parameter.crossing));
+                line.push_back(kind_of(parameter));
                 line.push_back(parameter.crossing.text);
                 line.push_back(parameter.crossing.descriptor.empty() ? "-" : parameter.crossing.descriptor);
             }

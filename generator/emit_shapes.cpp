@@ -34,8 +34,13 @@ std::string definition(const Shape &shape)
     for (size_t i = 0; i < shape.parameters.size(); ++i) {
         const ShapeParameter &parameter = shape.parameters[i];
         std::string local = "a" + std::to_string(i);
-        call += (i == 0 ? "" : ", ") + std::string(parameter.appended ? "&" : "") + local;
-        if (!parameter.appended) {
+        bool both = parameter.direction == Direction::InOut;
+        call += (i == 0 ? "" : ", ") + std::string(parameter.direction == Direction::Out ? "&" : "") + local +
+                (both ? ".pointer" : "");
+        if (both)
+            appended += "    result = append_output(result, from_in_out_int32(" + local + ", type_of(row, " +
+                        std::to_string(inputs) + ")));\n";
+        if (parameter.direction != Direction::Out) {
             fallible = fallible || !(parameter.mapped || parameter.converter.empty());
             conversions += argument_conversion(parameter, inputs++, i);
         } else if (parameter.appended_record) {
@@ -74,8 +79,8 @@ std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
     std::string text = banner("One call function per sequence of argument kinds.", "the bound functions");
     text += "// Codes, the result first: i int, u unsigned int, c signed char, b unsigned char, h unsigned short,\n"
             "// q unsigned long long, t bool, s char *, p pointer, v void *, r value or reference, f callback,\n"
-            "// n nothing, o Python object; I, U, P outputs that join the result; else the name of a typemap.\n"
-            "#pragma once\n\n#include \"module/call.h\"\n";
+            "// n nothing, o Python object; I, U, P outputs that join the result, X in and out; else the name of a typemap.\n"
+            "#pragma once\n\n#include \"typemaps/callback.h\"\n";
     for (const FamilyInterface &family : model.interface)
         for (const auto &entry : family.typemaps)
             text += "#include \"" + entry.second.header + "\"\n";

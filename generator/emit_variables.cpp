@@ -18,7 +18,7 @@ std::string accessors(const BoundVariable &variable)
     case VariableKind::Storage:
         return "get_storage_variable, set_storage_variable";
     case VariableKind::Pointer:
-        return "get_pointer_variable, set_pointer_variable";
+        return "get_pointer_variable, set_callback_variable";
     case VariableKind::Constant:
         return getter + ", refuse_constant";
     case VariableKind::UnboundedArray:
@@ -41,7 +41,7 @@ std::string emit_variables(const Model &model, Numbering &numbering)
                 variable.name + ")), " + std::to_string(numbering.arguments({variable.crossing})) + ", " + size + "},\n";
     }
     return banner("Global variables, in header order.", "the interface files and the headers that they name") +
-           includes(headers, {}) + "\n#include \"module/variable.h\"\n\nnamespace quorel {\n\n" +
+           includes(headers, {}) + "\n#include \"typemaps/callback.h\"\n\nnamespace quorel {\n\n" +
            "const VariableRow variable_rows[] = {\n" + rows + "    {},\n};\nconst size_t variable_count = " +
            std::to_string(model.variables.size()) + ";\n\n}  // namespace quorel\n";
 }

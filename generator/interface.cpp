@@ -60,6 +60,8 @@ private:
             family_.opaque_here = list(node);
         else if (section == "appended")
             family_.appended = strings(node);
+        else if (section == "in_and_out")
+            family_.in_and_out = strings(node);
         else if (section == "replaced")
             family_.replaced = strings(node);
         else if (section == "text")

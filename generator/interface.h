@@ -10,6 +10,8 @@
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
 //   [arrays]               array families: element type
 //   [appended]             functions whose named output parameter joins the result instead
+//   [in_and_out]           functions whose named pointer parameter is read and written: it takes a number too, and
+//                          joins the result
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   raises                 helpers that may set a Python exception; their result is then not looked at
 //   [text]                 spellings that a declaration cannot give, by typedef name
@@ -49,6 +51,7 @@ struct FamilyInterface {
     std::vector<PointerClass> pointer_classes;
     std::vector<ArrayFamily> arrays;
     std::map<std::string, std::string> appended; ///< function to parameter
+    std::map<std::string, std::string> in_and_out; ///< function to parameter
     std::map<std::string, std::string> replaced; ///< function to stand-in
     std::map<std::string, std::string> text;     ///< typedef to spelling
 };

@@ -230,23 +230,39 @@ private:
                 source = &declared;
             }
         }
-        BoundFunction function{declared.name, source->name, source->header, {}, {}, false};
+        BoundFunction function{declared.name, source->name, source->header, {}, {}, false, false};
+        function.of_sdk = declared_in(source->header, family.headers);
         function.raises = std::count(family.raises.begin(), family.raises.end(), declared.name) != 0;
         function.result = crossing_or_error(source->result, source->header + ": " + source->name);
-        auto appended = family.appended.find(declared.name);
-        bool found = appended == family.appended.end();
-        for (const Parameter &parameter : source->parameters) {
-            BoundParameter bound{parameter.name, {}, false};
-            bound.crossing = crossing_or_error(parameter.type, source->header + ": " + source->name);
-            if (appended != family.appended.end() && appended->second == parameter.name) {
-                found = bound.appended = true;
-                bound.crossing = appended_crossing(family, declared.name, parameter.type);
-            }
-            function.parameters.push_back(std::move(bound));
+        for (const Parameter &parameter : source->parameters)
+            function.parameters.push_back(
+                {parameter.name, crossing_or_error(parameter.type, source->header + ": " + source->name), Direction::In});
+        if (BoundParameter *output = departing_parameter(family, family.appended, function)) {
+            output->direction = Direction::Out;
+            output->crossing = appended_crossing(family, function.name, output->crossing.type);
         }
-        if (!found)
-            error(family.file, "'" + declared.name + "' has no parameter '" + appended->second + "'");
+        if (BoundParameter *both = departing_parameter(family, family.in_and_out, function)) {
+            both->direction = Direction::InOut;
+            both->name = "INOUT";
+            TypePtr full = resolved(both->crossing.type);
+            if (full->kind != Type::Kind::Pointer || !is_builtin(full->target, "int"))
+                error(family.file, "'" + function.name + "': only a pointer to int can be in and out");
+        }
         return function;
+    }
+
+    // The parameter of `function` that a section of the interface file names, or null.
+    BoundParameter *departing_parameter(const FamilyInterface &family, const std::map<std::string, std::string> &section,
+                                        BoundFunction &function)
+    {
+        auto entry = section.find(function.name);
+        if (entry == section.end())
+            return nullptr;
+        for (BoundParameter &parameter : function.parameters)
+            if (parameter.name == entry->second)
+                return &parameter;
+        error(family.file, "'" + function.name + "' has no parameter '" + entry->second + "'");
+        return nullptr;
     }
 
     // What an output pointer points to is what joins the result.
@@ -367,7 +383,7 @@ private:
             if (declared_in(record.header, headers) && records.match(record.name))
                 family.records.push_back(bind(record));
         for (const Function &function : declarations_.functions) {
-            if (declared_in(function.header, source.headers))
+            if (declared_in(function.header, source.headers) && sdk_functions_.insert(function.name).second)
                 family.sdk_functions.push_back(function);
             if (declared_in(function.header, headers) && functions.match(function.name))
                 family.functions.push_back(bind(source, function));
@@ -382,6 +398,7 @@ private:
             for (const std::string &pattern : patterns->unused())
                 error(source.file, "'" + pattern + "' fits nothing that its headers declare");
         check_departures(source, family, source.appended);
+        check_departures(source, family, source.in_and_out);
         check_departures(source, family, source.replaced);
         for (const std::string &name : source.raises)
             check_departures(source, family, {{name, ""}});
@@ -433,6 +450,7 @@ private:
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
     std::map<std::string, std::string> equivalent_; ///< mangled element type to pointer class
+    std::set<std::string> sdk_functions_; ///< a header may serve several families
     std::string errors_;
 };
 

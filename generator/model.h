@@ -42,10 +42,17 @@ struct Crossing {
     const Typemap *typemap = nullptr;
 };
 
+/// Which way a parameter goes.
+enum class Direction {
+    In,
+    Out,   ///< joins the result, is no argument
+    InOut, ///< both
+};
+
 struct BoundParameter {
     std::string name;
-    Crossing crossing;
-    bool appended = false; ///< an output that joins the result, not an argument
+    Crossing crossing; ///< for Direction::Out what the pointer points to
+    Direction direction = Direction::In;
 };
 
 struct BoundFunction {
@@ -55,6 +62,7 @@ struct BoundFunction {
     Crossing result;
     std::vector<BoundParameter> parameters;
     bool raises = false; ///< whether it may set a Python exception
+    bool of_sdk = false; ///< whether a C header declares what is called
 };
 
 /// What kind of storage a member is; scalars go by their conversion.
@@ -95,7 +103,7 @@ struct Family {
     std::vector<BoundRecord> records;
     std::vector<BoundCell> cells;
     std::vector<BoundArray> arrays;
-    std::vector<Function> sdk_functions; ///< all functions of the bound C headers, for the development SDK
+    std::vector<Function> sdk_functions; ///< all functions of the C headers, for the development SDK
 };
 
 /// How a global variable is kept.

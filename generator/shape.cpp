@@ -10,12 +10,12 @@ namespace {
 
 ShapeParameter scalar(const char *code, const char *type, const char *converter)
 {
-    return {code, type, type, converter, false, false, true, false, false};
+    return {code, type, type, converter, false, false, true, Direction::In, false};
 }
 
 ShapeParameter pointer(const char *code, const char *converter, bool typed)
 {
-    return {code, "void *", "void *", converter, typed, false, true, false, false};
+    return {code, "void *", "void *", converter, typed, false, true, Direction::In, false};
 }
 
 ShapeParameter mapped(const Crossing &crossing)
@@ -24,7 +24,7 @@ ShapeParameter mapped(const Crossing &crossing)
     bool array = resolve_array_typedef(storage)->kind == Type::Kind::Array;
     std::string type = array ? storage->name : storage->name + " const &";
     return {"_" + crossing.typemap->name + "_", type, storage->name, "to_" + crossing.typemap->name,
-            false, true, !array, false, false};
+            false, true, !array, Direction::In, false};
 }
 
 ShapeParameter in_parameter(const Crossing &crossing)
@@ -57,7 +57,7 @@ ShapeParameter in_parameter(const Crossing &crossing)
     case Conversion::Mapped:
         return mapped(crossing);
     case Conversion::Object:
-        return {"o", "PyObject *", "PyObject *", "", false, false, false, false, false};
+        return {"o", "PyObject *", "PyObject *", "", false, false, false, Direction::In, false};
     default:
         throw std::runtime_error("no argument of type '" + crossing.text + "' can be bound");
     }
@@ -91,10 +91,12 @@ std::string scalar_name(Conversion conversion)
 
 ShapeParameter shape_parameter(const BoundParameter &parameter)
 {
-    if (!parameter.appended)
+    if (parameter.direction == Direction::In)
         return in_parameter(parameter.crossing);
+    if (parameter.direction == Direction::InOut)
+        return {"X", "int32_t *", "InOutInt32", "to_in_out_int32", true, false, true, Direction::InOut, false};
     ShapeParameter output;
-    output.appended = true;
+    output.direction = Direction::Out;
     switch (parameter.crossing.conversion) {
     case Conversion::Value:
         output.code = "P";

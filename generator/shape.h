@@ -22,7 +22,7 @@ struct ShapeParameter {
     bool typed = false;    ///< whether the converter takes a descriptor number
     bool mapped = false;   ///< a typemap: raises its own errors
     bool by_address = false; ///< whether the converter takes the local's address
-    bool appended = false;
+    Direction direction = Direction::In;
     bool appended_record = false;
 };
 

@@ -113,7 +113,36 @@ Status to_string(PyObject *object, char **value)
 
 Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer)
 {
+    SwigPyObject *found = likely_pointer_object(object);
+    if (__builtin_expect(found != nullptr, true)) {
+        if (__builtin_expect(found->ty == type, true)) {
+            *pointer = found->ptr;
+            return Status::ok;
+        }
+        // find_cast() has put the cast that was used last at the head of its list.
+        const swig_cast_info *cast = type->cast;
+        if (cast && cast->type == found->ty && cast->converter == same_pointer) {
+            *pointer = found->ptr;
+            return Status::ok;
+        }
+    }
     return convert_pointer(object, type, pointer);
+}
+
+Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value)
+{
+    void *pointer;
+    if (to_pointer(object, type, &pointer) == Status::ok) {
+        value->pointer = static_cast<int32_t *>(pointer);
+        return Status::ok;
+    }
+    value->pointer = &value->number;
+    return to_int32(object, &value->number);
+}
+
+NewReference from_in_out_int32(const InOutInt32 &value, uint16_t type)
+{
+    return value.pointer == &value.number ? from_int32(value.number) : from_pointer(value.pointer, type);
 }
 
 NewReference from_string(const char *text)

@@ -71,7 +71,7 @@ inline Status to_pointer(PyObject *object, uint16_t type, void **pointer)
 /// void *: any pointer object.
 inline Status to_any_pointer(PyObject *object, void **pointer)
 {
-    return to_pointer_slowly(object, nullptr, pointer);
+    return convert_pointer(object, nullptr, pointer);
 }
 
 /// A value or reference of a record type: as T *, and null is a null reference failure.
@@ -81,12 +81,12 @@ inline Status to_value(PyObject *object, uint16_t type, void **pointer)
     return status == Status::ok && !*pointer ? Status::null_reference : status;
 }
 
-/// A callback: a pointer object of the callback's type or of an equivalent one, or None. Never a Python
-/// function: nothing in this module calls Python from C.
-inline Status to_callback(PyObject *object, uint16_t type, void **pointer)
-{
-    return to_pointer(object, type, pointer);
-}
+/// An int that is read and written: a number, kept here, or whatever an int pointer object points to.
+struct InOutInt32 {
+    int32_t number;
+    int32_t *pointer; ///< &number, or the caller's
+};
+Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value);
 
 // Results.
 
@@ -138,6 +138,9 @@ inline NewReference from_pointer(void *pointer, uint16_t type, Ownership ownersh
 {
     return wrap_pointer(pointer, types[type], ownership);
 }
+
+/// The number after the call, or a pointer object that owns nothing where the caller gave a pointer.
+NewReference from_in_out_int32(const InOutInt32 &value, uint16_t type);
 
 /// Adds an output value to a result: [result, output], or `result` longer by one if it is a list already, or
 /// `output` alone if there is no result yet or it is None. Takes over both references.

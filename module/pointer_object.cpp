@@ -1,5 +1,7 @@
 #include "pointer_object.h"
 
+#include "builtin_call.h"
+
 #include <cstring>
 
 namespace quorel {
@@ -56,8 +58,11 @@ bool destroy_pointee(SwigPyObject *self)
     if (data->delargs) {
         // The dying object cannot be an argument; a second one for the same address can.
         Owned stand_in = Owned::steal(new_pointer_object(self->ptr, self->ty, Ownership::borrowed));
-        if (stand_in)
-            result = Owned::steal(PyObject_CallFunctionObjArgs(function.get(), stand_in.get(), nullptr));
+        Owned args = Owned::steal(stand_in ? PyTuple_New(1) : nullptr);
+        if (args) {
+            PyTuple_SET_ITEM(args.get(), 0, stand_in.release());
+            result = Owned::steal(call_function(function.get(), args.get()));
+        }
     } else {
         PyCFunction call = PyCFunction_GET_FUNCTION(function.get());
         PyObject *bound = PyCFunction_GET_SELF(function.get());
@@ -262,8 +267,15 @@ constexpr int deepest_this = 16;
 
 PyTypeObject PointerObject_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "SwigPyObject", sizeof(SwigPyObject)};
 
+PyObject *this_key;
+long this_hash;
+
 bool initialise_pointer_object_type()
 {
+    this_key = Owned::share(this_name()).release();
+    if (!this_key)
+        return false;
+    this_hash = PyObject_Hash(this_key);
     number_methods.nb_int = to_integer;
     number_methods.nb_long = to_integer;
     number_methods.nb_hex = to_hexadecimal;
@@ -328,6 +340,16 @@ Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Di
     if (object.operator PyObject *() == Py_None) {
         *pointer = nullptr;
         return Status::ok;
+    }
+    // A bare pointer object of this very type needs no search.
+    if (Py_TYPE(object.operator PyObject *()) == &PointerObject_Type) {
+        SwigPyObject *bare = as_pointer_object(object);
+        if (bare->ty == type) {
+            *pointer = bare->ptr;
+            if (disown == Disown::yes)
+                bare->own = 0;
+            return Status::ok;
+        }
     }
     Owned keeper;
     SwigPyObject *found = find_pointer_object(object, keeper);

@@ -31,6 +31,15 @@ NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownersh
 /// Whether the object is a pointer object, this module's or another SWIG module's.
 inline bool is_pointer_object(PyObject *object);
 
+/// The attribute name "this" and its hash, from initialise_pointer_object_type() to the end of the process.
+extern PyObject *this_key __attribute__((visibility("hidden")));
+extern long this_hash __attribute__((visibility("hidden")));
+
+/// The pointer object behind the usual kinds of argument, borrowed: a bare one of this module, or the one that
+/// an instance dictionary has under `this` where the name's hash leads first. Null says only that the thorough
+/// search, find_pointer_object(), has to decide.
+inline SwigPyObject *likely_pointer_object(PyObject *object);
+
 /// The pointer object behind `object`, borrowed, or null without an exception: the object itself; an old-style
 /// instance's `this`; the `this` in an instance dictionary, and nowhere else if there is such a dictionary;
 /// a weak proxy's referent; else the attribute `this`, which `keeper` then owns.
@@ -41,6 +50,23 @@ enum class Disown : bool { no, yes };
 /// Converts `object` to a pointer to `type` (to any type if null). None gives null. With Disown::yes the
 /// pointer object gives up its ownership. *pointer is written only on success.
 Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown = Disown::no);
+
+inline SwigPyObject *likely_pointer_object(PyObject *object)
+{
+    // Instances of a class without a C base have their dictionary right after the object's head.
+    PyObject *candidate = object;
+    if (Py_TYPE(object)->tp_dictoffset == sizeof(PyObject)) {
+        auto *dictionary = *reinterpret_cast<PyDictObject **>(object + 1);
+        if (!dictionary)
+            return nullptr;
+        const PyDictEntry &entry = dictionary->ma_table[this_hash & dictionary->ma_mask];
+        if (entry.me_key != this_key)
+            return nullptr;
+        candidate = entry.me_value;
+    }
+    bool found = Py_TYPE(candidate) == &PointerObject_Type;
+    return found ? reinterpret_cast<SwigPyObject *>(candidate) : nullptr;
+}
 
 bool is_other_pointer_object(PyObject *object);
 

@@ -69,7 +69,7 @@ NewReference set_array(PyObject *args, const MemberRow &row);
 /// Copies the whole record; None raises "invalid null reference in method ...", argument 2.
 NewReference set_record(PyObject *args, const MemberRow &row);
 
-/// Pointers and callbacks: None is the null pointer, both ways.
+/// Pointers: None is the null pointer, both ways. Callbacks are read by get_pointer() too.
 NewReference get_pointer(PyObject *args, const MemberRow &row);
 NewReference set_pointer(PyObject *args, const MemberRow &row);
 /// void *: takes any pointer object, which gives up its ownership.

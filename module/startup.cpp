@@ -10,6 +10,7 @@
 //
 // Proxy classes are registered later, by the companion. There is no shutdown step.
 
+#include "member_descriptor.h"
 #include "methods.h"
 #include "packed_object.h"
 #include "pointer_object.h"
@@ -71,7 +72,7 @@ void initialise()
 {
     CollectorPause pause;
     if (!build_method_table() || !initialise_pointer_object_type() || !initialise_packed_object_type() ||
-        !initialise_proxy_type())
+        !initialise_proxy_type() || !initialise_member_descriptor_type())
         return;
     PyObject *module =
         Py_InitModule4("_QuorelApiNew", method_table, nullptr, nullptr, PYTHON_API_VERSION);
@@ -82,6 +83,7 @@ void initialise()
     PyEval_InitThreads();
     install_constants(dictionary);
     install(dictionary, "cvar", new_variable_object());
+    install(dictionary, "_Member", Owned::share(reinterpret_cast<PyObject *>(&MemberDescriptor_Type)));
     install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
 }
 

@@ -13,12 +13,6 @@ constexpr char capsule_name[] = "swig_runtime_data4.type_pointer_capsule";
 swig_module_info module_record;
 PyObject *interned_this;
 
-// The pointer classes are the same C types as their elements.
-void *same_pointer(void *pointer, int *)
-{
-    return pointer;
-}
-
 swig_type_info *find_in_module(const swig_module_info &module, const char *name)
 {
     size_t low = 0, high = module.size;
@@ -181,6 +175,11 @@ void initialise_type_table()
     for (size_t i = 0; i < type_count; ++i)
         merge_type(i);
     types[type_count] = nullptr;
+}
+
+void *same_pointer(void *pointer, int *)
+{
+    return pointer;
 }
 
 swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted)

@@ -17,6 +17,9 @@ extern swig_type_info *types[];
 /// call in one process joins the ring again if need be and merges nothing. Never leaves an exception.
 void initialise_type_table();
 
+/// The converter between a pointer class and its element, which are the same C type: returns its argument.
+void *same_pointer(void *pointer, int *new_memory);
+
 /// The entry of `wanted`'s cast list that converts from `given`, or null. It is moved to the head of the
 /// list, where the call path looks first.
 swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted);

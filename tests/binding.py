@@ -118,6 +118,8 @@ class Objects(object):
         kind = argument.kind
         if kind in INTEGERS:
             return integer(kind, seed)
+        if kind == 'in_and_out':
+            return seed
         if kind == 'bool':
             return bool(seed % 2)
         if kind == 'mac_address':
@@ -152,6 +154,8 @@ def wrong_values(argument):
         return refused
     if argument.kind == 'object':
         return []
+    if argument.kind == 'in_and_out':
+        return [('1', TypeError, None), (q.new_uint32p(), TypeError, None), (2 ** 31, OverflowError, None)]
     if argument.kind == 'bool':
         return [(1, TypeError, None), (None, TypeError, None)]
     if argument.kind == 'mac_address':

@@ -35,6 +35,9 @@ class SweepCalls(unittest.TestCase):
             for parameter, data in zip(function.parameters, received):
                 if parameter.kind == 'appended':
                     continue
+                if parameter.kind == 'in_and_out':
+                    next(given)
+                    continue
                 value = next(given)
                 expected = binding.packed(parameter.kind, value)
                 if parameter.kind == 'value':

@@ -57,3 +57,11 @@ def retyped(pointer, mangled_name):
         _addresses.update((info.name, ctypes.addressof(info)) for info in descriptors())
     PointerObject.from_address(id(pointer) + object.__basicsize__).ty = _addresses[mangled_name]
     return pointer
+
+
+def pointer_at(address, mangled_name):
+    """A pointer object of that type to an address, which it does not own."""
+    pointer = q.new_uint32p()
+    q.delete_uint32p(pointer)
+    PointerObject.from_address(id(pointer) + object.__basicsize__).ptr = address
+    return retyped(pointer, mangled_name)

@@ -72,6 +72,8 @@ bool parse_mac(const char *text, bcm_mac_t mac)
 void format_mac(const unsigned char *mac, char *text)
 {
     constexpr char digits[] = "0123456789abcdef";
+    // Unrolled, it takes half the instructions; a table of many addresses is mostly this.
+#pragma GCC unroll 6
     for (int i = 0; i < fields; ++i) {
         text[3 * i] = digits[mac[i] >> 4];
         text[3 * i + 1] = digits[mac[i] & 15];

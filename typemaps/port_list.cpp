@@ -39,19 +39,39 @@ bool to_port_list(Borrowed list, bcm_pbmp_t *bitmap)
     return true;
 }
 
+namespace {
+
+// Lists share one long for each port, made when it is first listed: longs cannot change, and making them is
+// what costs. Borrowed; null with an exception when memory is short.
+PyObject *port_number(unsigned port)
+{
+    static PyObject *numbers[listed_ports];
+    if (!numbers[port])
+        numbers[port] = PyLong_FromUnsignedLong(port);
+    return numbers[port];
+}
+
+}  // namespace
+
 NewReference from_port_list(const bcm_pbmp_t &bitmap)
 {
     uint32_t bits[words];
     std::memcpy(bits, &bitmap, sizeof bits);
-    Owned list = Owned::steal(PyList_New(0));
+    constexpr uint32_t listed_in_last_word = (uint32_t{1} << listed_ports % word_bits) - 1;
+    static_assert(listed_ports / word_bits == words - 1, "the ports never listed are all in the last word");
+    bits[words - 1] &= listed_in_last_word;
+
+    unsigned size = 0;
+    for (uint32_t word : bits)
+        size += static_cast<unsigned>(__builtin_popcount(word));
+    Owned list = Owned::steal(PyList_New(size));
+    Py_ssize_t item = 0;
     for (unsigned word = 0; list && word < words; ++word) {
         for (uint32_t rest = bits[word]; rest != 0; rest &= rest - 1) {
-            unsigned port = word * word_bits + static_cast<unsigned>(__builtin_ctz(rest));
-            if (port >= listed_ports)
-                break;
-            Owned number = Owned::steal(PyLong_FromUnsignedLong(port));
-            if (!number || PyList_Append(list.get(), number.get()) != 0)
+            PyObject *number = port_number(word * word_bits + static_cast<unsigned>(__builtin_ctz(rest)));
+            if (!number)
                 return nullptr;
+            PyList_SET_ITEM(list.get(), item++, Owned::share(number).release());
         }
     }
     return list.release();

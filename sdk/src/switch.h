@@ -3,6 +3,8 @@
 
 #include "destination.h"
 #include "l2_state.h"
+#include "stg_table.h"
+#include "trunk_table.h"
 #include "vlan_table.h"
 
 #include <bcm/port.h>
@@ -31,6 +33,8 @@ struct Switch {
     int unit;
     std::array<Port, port_max + 1> ports;
     VlanTable vlans;
+    StgTable groups;
+    TrunkTable trunks;
     L2State l2;
 };
 

@@ -1,6 +1,7 @@
 /// The VLANs of a unit and their members.
 #pragma once
 
+#include <bcm/stg.h>
 #include <bcm/types.h>
 
 #include <vector>
@@ -11,6 +12,7 @@ struct Vlan {
     bool exists = false;
     bcm_pbmp_t members = {};
     bcm_pbmp_t untagged = {};  // within members
+    bcm_stg_t group = BCM_STG_DEFAULT;
 };
 
 class VlanTable {

@@ -85,7 +85,7 @@ TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
     EXPECT_EQ(functions[0].parameters[1].crossing.text, "tiny_entry_t *");
     EXPECT_EQ(functions[0].parameters[1].crossing.descriptor, "_p_tiny_entry_s");
     EXPECT_EQ(functions[1].parameters[1].crossing.conversion, Conversion::Mapped);
-    EXPECT_TRUE(functions[1].parameters[2].appended);
+    EXPECT_EQ(functions[1].parameters[2].direction, Direction::Out);
     EXPECT_EQ(functions[1].parameters[2].crossing.conversion, Conversion::Value);
     EXPECT_EQ(functions[2].parameters[1].crossing.conversion, Conversion::Callback);
     EXPECT_EQ(functions[2].parameters[1].crossing.text, "tiny_cb");

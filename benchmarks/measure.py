@@ -1,0 +1,238 @@
+"""Measures the module against the floor, the obvious code and SWIG's wrapper, and prints one table.
+
+tools/benchmark starts this. With --quick only calls, members and errors are measured.
+"""
+import multiprocessing.pool
+import os
+import subprocess
+import sys
+
+import callgrind
+import subjects
+from callgrind import Work
+
+PATH = [subjects.RELEASE, subjects.BUILT]
+# Start-up and the first pass, which fills caches, drop out of the difference of two runs.
+FEW, MANY = 1000, 3000
+MAC_ENTRIES = 100000
+EMPTY_LOOP = Work('pass')
+# The simulated switch's part of a call is the same in all, and would only blur the comparison.
+SDK_CALL = Work('f(count)', 'import floor; f = floor.call_sdk', 'f', in_c=True)
+
+BOTH = {
+    'ours': ('_QuorelApiNew', 'QuorelApiNew'),
+    'swig': ('_swig_sdk', 'swig_sdk'),
+}
+
+
+NOTE = """
+Instructions are those of one pass, counted by callgrind, without the loop around it; for calls also without
+the SDK's own work, for conversions without the call, for the import without loading the SDK. SWIG's module was
+made from the same headers, with the same compiler flags. The floor is the least that Python 2.7 allows for
+such a call, the obvious code what one writes first."""
+
+
+class Row(object):
+    """A line of the table.
+
+    ours, theirs: a Work, or a function that measures in `unit`.
+    without: the Works that are subtracted from both.
+    passes: of the two runs whose difference counts.
+    per: what the instructions of a pass are divided by.
+    """
+
+    def __init__(self, name, against, budget, ours, theirs, without=(EMPTY_LOOP,), passes=(FEW, MANY), per=1,
+                 unit='instructions'):
+        self.name, self.against, self.budget, self.unit = name, against, budget, unit
+        self.ours, self.theirs, self.without = ours, theirs, without
+        self.passes, self.per = passes, per
+
+
+def module_work(subject, body, setup, names):
+    """Work with M standing for the extension module and P for the Python module over it."""
+    extension, companion = BOTH[subject]
+    imports = 'import %s as M, %s as P\n' % (extension, companion)
+    return Work(body, imports + setup, names)
+
+
+def ours(*what):
+    return module_work('ours', *what)
+
+
+def swig(*what):
+    return module_work('swig', *what)
+
+
+def c_work(module, example, body, setup, names):
+    """Work of one of the C files here, which takes pointers of the type of `example`."""
+    return Work(body, 'import _QuorelApiNew as M, %s as C\nexample = M.%s()\nC.accept(example)\n%s'
+                % (module, example, setup), names)
+
+
+def call_rows():
+    bare = ('f(0, 1, p)', 'f = M.bcm_port_enable_get; p = M.new_intp()', 'f p')
+    proxy = ('f(0, 1, p)', 'f = M.bcm_port_enable_get; p = P.intp()', 'f p')
+    companion = ('f(0, 1, p)', 'f = P.bcm_port_enable_get; p = P.intp()', 'f p')
+    floor = c_work('floor', 'new_intp', 'f(0, 1, p)', 'f = C.bcm_port_enable_get; p = example', 'f p')
+    get = ('f(a)', 'f = M.bcm_l2_addr_t_port_get; a = P.bcm_l2_addr_t()', 'f a')
+    put = ('f(a, 7)', 'f = M.bcm_l2_addr_t_port_set; a = P.bcm_l2_addr_t()', 'f a')
+    record = ('f()', 'f = P.bcm_l2_addr_t', 'f')
+    attribute = ('a.port', 'a = P.bcm_l2_addr_t()', 'a')
+    assignment = ('a.port = 7', 'a = P.bcm_l2_addr_t()', 'a')
+    error = ('try:\n    f(0, "1", p)\nexcept TypeError:\n    pass',
+             'f = M.bcm_port_enable_get; p = M.new_intp()', 'f p')
+    caught = Work('try:\n    pass\nexcept TypeError:\n    pass')
+    overhead = (EMPTY_LOOP, SDK_CALL)
+    return [
+        Row('call with two ints and a bare pointer', 'floor', 1.15, ours(*bare), floor, overhead),
+        Row('call with two ints and a bare pointer', 'SWIG', 0.75, ours(*bare), swig(*bare), overhead),
+        Row('call with two ints and a proxy object', 'floor', 1.20, ours(*proxy), floor, overhead),
+        Row('call with two ints and a proxy object', 'SWIG', 0.62, ours(*proxy), swig(*proxy), overhead),
+        Row('the same through the Python module', 'SWIG', 0.30, ours(*companion), swig(*companion), overhead),
+        Row('read a member of a proxy object', 'SWIG', 1.00, ours(*get), swig(*get)),
+        Row('write a member of a proxy object', 'SWIG', 0.66, ours(*put), swig(*put)),
+        Row('make and drop a record', 'SWIG', 0.50, ours(*record), swig(*record)),
+        Row('read an attribute', 'SWIG', 0.85, ours(*attribute), swig(*attribute)),
+        Row('write an attribute', 'SWIG', 0.82, ours(*assignment), swig(*assignment)),
+        Row('error for a wrong type, raised and caught', 'SWIG', 1.05, ours(*error), swig(*error), (caught,)),
+    ]
+
+
+def conversion_rows():
+    text = "'02:00:5e:0a:ff:01'"
+    mac = ('f(a)', 'f = M.bcm_l2_addr_t_mac_get; a = M.new_bcm_l2_addr_t()', 'f a')
+    set_mac = ('f(a, text)', 'f = M.bcm_l2_addr_t_mac_set; a = M.new_bcm_l2_addr_t(); text = ' + text,
+               'f a text')
+    ports = ('f(a)', 'f = M.bcm_vlan_data_t_port_bitmap_get; a = M.new_bcm_vlan_data_t()\n'
+             'M.bcm_vlan_data_t_port_bitmap_set(a, range(1, 49))', 'f a')
+    table = 'import obvious\nobvious.fill_mac_table(0, %d)\n' % MAC_ENTRIES
+
+    def obvious(example, function, body='f(a)', setup='', names='f a'):
+        return c_work('obvious', example, body, 'f = C.%s; a = example\n%s' % (function, setup), names)
+
+    take = obvious('new_bcm_l2_addr_t', 'take')
+    take_two = obvious('new_bcm_l2_addr_t', 'take', 'f(a, text)', 'text = ' + text, 'f a text')
+    port_setup = 'M.bcm_vlan_data_t_port_bitmap_set(a, range(1, 49))'
+    return [
+        Row('hardware MAC table of %s, per entry' % format(MAC_ENTRIES, ',d'), 'obvious code', 0.25,
+            ours('f(0)', table + 'f = M.getHwMacTable', 'f'),
+            Work('f(0)', table + 'f = obvious.getHwMacTable', 'f'),
+            (Work('f(0)', table + 'f = obvious.traverse', 'f'),), passes=(1, 3), per=MAC_ENTRIES),
+        Row('MAC address to text', 'obvious code', 0.25, ours(*mac),
+            obvious('new_bcm_l2_addr_t', 'bcm_l2_addr_t_mac_get'), (take,)),
+        Row('text to MAC address', 'obvious code', 0.25, ours(*set_mac),
+            obvious('new_bcm_l2_addr_t', 'bcm_l2_addr_t_mac_set', 'f(a, text)', 'text = ' + text, 'f a text'),
+            (take_two,)),
+        Row('port list of 48 ports', 'obvious code', 0.25, ours(*ports),
+            obvious('new_bcm_vlan_data_t', 'bcm_vlan_data_t_port_bitmap_get', setup=port_setup),
+            (obvious('new_bcm_vlan_data_t', 'take'),)),
+    ]
+
+
+def whole_rows():
+    def import_instructions(subject):
+        # The SDK library, which anything that calls it has to load, is there before.
+        program = 'import sys\nsys.path[:0] = %r\nimport floor\n%%s' % (PATH,)
+        return (callgrind.instructions(program % ('import ' + BOTH[subject][1])) -
+                callgrind.instructions(program % 'pass'))
+
+    def stripped_kilobytes(name):
+        directory = subjects.RELEASE if name == '_QuorelApiNew' else subjects.BUILT
+        return subjects.stripped_size(os.path.join(directory, name + '.so')) / 1024.0
+
+    return [
+        Row('import', 'SWIG', 0.45, lambda: import_instructions('ours'), lambda: import_instructions('swig')),
+        Row('memory that the import adds', 'SWIG', 0.70, lambda: import_memory('ours'),
+            lambda: import_memory('swig'), unit='KB'),
+        Row('stripped module', 'SWIG', 0.30, lambda: stripped_kilobytes('_QuorelApiNew'),
+            lambda: stripped_kilobytes('_swig_sdk'), unit='KB'),
+        Row('generate and compile', 'SWIG', 0.25, subjects.module_cpu_seconds, subjects.swig, unit='CPU s'),
+    ]
+
+
+_MEMORY = '''\
+import sys
+sys.path[:0] = %r
+def private():
+    with open('/proc/self/smaps') as smaps:
+        return sum(int(line.split()[1]) for line in smaps if line.startswith('Private_Dirty'))
+import floor
+private()
+before = private()
+import %s
+print(private() - before)
+'''
+
+
+def import_memory(subject):
+    """Kilobytes of private memory that the import makes dirty: the median of seven processes."""
+    program = _MEMORY % (PATH, BOTH[subject][1])
+    command = [callgrind.PYTHON] + callgrind.PYTHON_FLAGS + ['-c', program]
+    return sorted(int(subprocess.check_output(command)) for _ in range(7))[3]
+
+
+class Counter(object):
+    """Instructions per pass, each program counted once however many rows use it; several at a time."""
+
+    def __init__(self):
+        self.pool = multiprocessing.pool.ThreadPool(multiprocessing.cpu_count())
+        self.results = {}
+
+    def start(self, work, passes):
+        for count in passes:
+            program = work.program(PATH, count)
+            if program not in self.results:
+                self.results[program] = self.pool.apply_async(callgrind.instructions, [program])
+
+    def per_pass(self, work, passes):
+        few, many = (self.results[work.program(PATH, count)].get(10 ** 6) for count in passes)
+        return (many - few) / float(passes[1] - passes[0])
+
+
+def measure(rows):
+    """Yields each row with its two figures."""
+    counter = Counter()
+    for row in rows:
+        if isinstance(row.ours, Work):
+            for work in (row.ours, row.theirs) + row.without:
+                counter.start(work, row.passes)
+    for row in rows:
+        if isinstance(row.ours, Work):
+            without = sum(counter.per_pass(work, row.passes) for work in row.without)
+            yield row, [(counter.per_pass(work, row.passes) - without) / row.per
+                        for work in (row.ours, row.theirs)]
+    # What takes time or memory of its own is measured when nothing else runs.
+    for row in rows:
+        if not isinstance(row.ours, Work):
+            yield row, [row.ours(), row.theirs()]
+
+
+def table_line(row, figures):
+    ratio = figures[0] / float(figures[1])
+    form = '{:,.1f}' if row.unit == 'CPU s' else '{:,.0f}'
+    text = [form.format(figure) for figure in figures]
+    return '| %s | %s | %s | %s: %s | %.3f | %.2f | %s |' % (
+        row.name, row.unit, text[0], row.against, text[1], ratio, row.budget,
+        'met' if ratio <= row.budget else '**over**')
+
+
+def main(arguments):
+    if not os.path.isdir(subjects.BUILT):
+        os.makedirs(subjects.BUILT)
+    subjects.floor_and_obvious()
+    subjects.swig()
+    # Makes the compiled files, so that later imports find them.
+    for _, companion in BOTH.values():
+        callgrind.instructions('import sys\nsys.path[:0] = %r\nimport %s' % (PATH, companion))
+
+    rows = call_rows() if arguments == ['--quick'] else call_rows() + conversion_rows() + whole_rows()
+    print('| Work | in | this module | compared with | ratio | budget | |')
+    print('|---|---|---:|---:|---:|---:|---|')
+    for row, figures in measure(rows):
+        print(table_line(row, figures))
+        sys.stdout.flush()
+    print(NOTE)
+
+
+if __name__ == '__main__':
+    main(sys.argv[1:])

@@ -1,0 +1,108 @@
+#include "member_descriptor.h"
+
+#include "builtin_call.h"
+
+#include <structmember.h>
+
+namespace quorel {
+
+namespace {
+
+struct MemberDescriptor {
+    PyObject_HEAD
+    PyObject *getter;
+    PyObject *setter; ///< null for a member that is only read
+};
+
+MemberDescriptor *as_descriptor(PyObject *object)
+{
+    return reinterpret_cast<MemberDescriptor *>(object);
+}
+
+NewReference get(PyObject *self, PyObject *instance, PyObject *)
+{
+    if (!instance)
+        return Owned::share(self).release();
+    Owned args = Owned::steal(PyTuple_New(1));
+    if (!args)
+        return nullptr;
+    PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
+    return call_builtin(as_descriptor(self)->getter, args.get());
+}
+
+int set(PyObject *self, PyObject *instance, PyObject *value)
+{
+    PyObject *setter = as_descriptor(self)->setter;
+    if (!value || !setter) {
+        PyErr_SetString(PyExc_AttributeError, value ? "can't set attribute" : "can't delete attribute");
+        return -1;
+    }
+    Owned args = Owned::steal(PyTuple_New(2));
+    if (!args)
+        return -1;
+    PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
+    PyTuple_SET_ITEM(args.get(), 1, Owned::share(value).release());
+    Owned result = Owned::steal(call_builtin(setter, args.get()));
+    return result ? 0 : -1;
+}
+
+NewReference make(PyTypeObject *type, PyObject *args, PyObject *)
+{
+    PyObject *getter, *setter = Py_None;
+    if (!PyArg_UnpackTuple(args, "_Member", 1, 2, &getter, &setter))
+        return nullptr;
+    if (!is_builtin(getter) || (setter != Py_None && !is_builtin(setter))) {
+        PyErr_SetString(PyExc_TypeError, "_Member() takes an extension module's functions");
+        return nullptr;
+    }
+    PyObject *self = PyType_GenericAlloc(type, 0);
+    if (!self)
+        return nullptr;
+    as_descriptor(self)->getter = Owned::share(getter).release();
+    as_descriptor(self)->setter = setter == Py_None ? nullptr : Owned::share(setter).release();
+    return self;
+}
+
+void deallocate(PyObject *self)
+{
+    Py_XDECREF(as_descriptor(self)->getter);
+    Py_XDECREF(as_descriptor(self)->setter);
+    Py_TYPE(self)->tp_free(self);
+}
+
+NewReference doc(PyObject *self, void *)
+{
+    return PyObject_GetAttrString(as_descriptor(self)->getter, "__doc__");
+}
+
+PyGetSetDef attributes[] = {
+    {const_cast<char *>("__doc__"), doc, nullptr, nullptr, nullptr},
+    {nullptr, nullptr, nullptr, nullptr, nullptr},
+};
+
+PyMemberDef members[] = {
+    {const_cast<char *>("fget"), T_OBJECT, offsetof(MemberDescriptor, getter), READONLY, nullptr},
+    {const_cast<char *>("fset"), T_OBJECT, offsetof(MemberDescriptor, setter), READONLY, nullptr},
+    {nullptr, 0, 0, 0, nullptr},
+};
+
+}  // namespace
+
+PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Member",
+                                      sizeof(MemberDescriptor)};
+
+bool initialise_member_descriptor_type()
+{
+    PyTypeObject &type = MemberDescriptor_Type;
+    type.tp_dealloc = deallocate;
+    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_doc = "_Member(getter, setter): a property made of two functions of this module.";
+    type.tp_members = members;
+    type.tp_getset = attributes;
+    type.tp_descr_get = get;
+    type.tp_descr_set = set;
+    type.tp_new = make;
+    return PyType_Ready(&type) == 0;
+}
+
+}  // namespace quorel

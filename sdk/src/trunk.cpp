@@ -1,0 +1,197 @@
+/// Trunks: their settings and members. No packet path reads them.
+#include "checked.h"
+#include "sim.h"
+
+#include <algorithm>
+
+using namespace sim;
+
+namespace {
+
+bool valid(bcm_trunk_t tid)
+{
+    return tid >= 0 && tid <= BCM_TRUNK_MAX;
+}
+
+/// body(Trunk &) on an existing trunk; BCM_E_UNIT, BCM_E_PARAM, BCM_E_BADID, BCM_E_NOT_FOUND.
+template <class Body>
+int on_trunk(int unit, bcm_trunk_t tid, Pointers pointers, Body body)
+{
+    return on_unit(unit, pointers, [&](Switch &sw) -> int {
+        if (!valid(tid)) {
+            return BCM_E_BADID;
+        }
+        const auto found = sw.trunks.trunks.find(tid);
+        return found != sw.trunks.trunks.end() ? body(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    });
+}
+
+std::vector<bcm_trunk_member_t>::iterator find_member(Trunk &trunk, bcm_gport_t gport)
+{
+    return std::find_if(trunk.members.begin(), trunk.members.end(),
+                        [&](const bcm_trunk_member_t &member) { return member.gport == gport; });
+}
+
+bool valid_psc(int psc)
+{
+    return psc >= BCM_TRUNK_PSC_SRCMAC && psc <= BCM_TRUNK_PSC_DYNAMIC_ASSIGNED;
+}
+
+}  // namespace
+
+extern "C" {
+
+int sim_bcm_trunk_init(int unit)
+{
+    return on_unit(unit, {}, [](Switch &sw) -> int {
+        sw.trunks.trunks.clear();
+        return BCM_E_NONE;
+    });
+}
+
+void sim_bcm_trunk_info_t_init(bcm_trunk_info_t *trunk_info)
+{
+    if (trunk_info == nullptr) {
+        return;
+    }
+    *trunk_info = {};
+    trunk_info->psc = trunk_info->ipmc_psc = BCM_TRUNK_PSC_DEFAULT;
+    trunk_info->dlf_index = trunk_info->mc_index = trunk_info->ipmc_index = -1;
+}
+
+void sim_bcm_trunk_member_t_init(bcm_trunk_member_t *trunk_member)
+{
+    if (trunk_member != nullptr) {
+        *trunk_member = {};
+        trunk_member->gport = BCM_GPORT_INVALID;
+    }
+}
+
+int sim_bcm_trunk_create(int unit, uint32 flags, bcm_trunk_t *tid)
+{
+    return on_unit(unit, {tid}, [&](Switch &sw) -> int {
+        if (flags & ~static_cast<uint32>(BCM_TRUNK_FLAG_WITH_ID | BCM_TRUNK_FLAG_VP)) {
+            return BCM_E_PARAM;
+        }
+        std::map<bcm_trunk_t, Trunk> &trunks = sw.trunks.trunks;
+        bcm_trunk_t id = *tid;
+        if (!(flags & BCM_TRUNK_FLAG_WITH_ID)) {
+            for (id = 0; trunks.count(id) != 0; ++id) {
+            }
+            if (!valid(id)) {
+                return BCM_E_FULL;
+            }
+        }
+        if (!valid(id)) {
+            return BCM_E_BADID;
+        }
+        if (trunks.count(id) != 0) {
+            return BCM_E_EXISTS;
+        }
+        Trunk &trunk = trunks[id];
+        trunk.flags = flags;
+        sim_bcm_trunk_info_t_init(&trunk.info);
+        *tid = id;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_destroy(int unit, bcm_trunk_t tid)
+{
+    return on_unit(unit, {}, [&](Switch &sw) -> int {
+        if (!valid(tid)) {
+            return BCM_E_BADID;
+        }
+        return sw.trunks.trunks.erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
+    });
+}
+
+int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_count,
+                      bcm_trunk_member_t *member_array)
+{
+    return on_trunk(unit, tid, {trunk_info}, [&](Trunk &trunk) -> int {
+        if (member_count < 0 || (member_count > 0 && member_array == nullptr) || !valid_psc(trunk_info->psc)) {
+            return BCM_E_PARAM;
+        }
+        if (member_count > TrunkTable::member_max) {
+            return BCM_E_FULL;
+        }
+        trunk.info = *trunk_info;
+        trunk.members.assign(member_array, member_array + member_count);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_max,
+                      bcm_trunk_member_t *member_array, int *member_count)
+{
+    return on_trunk(unit, tid, {member_count}, [&](Trunk &trunk) -> int {
+        if (member_max < 0 || (member_max > 0 && member_array == nullptr)) {
+            return BCM_E_PARAM;
+        }
+        if (trunk_info != nullptr) {
+            *trunk_info = trunk.info;
+        }
+        const int all = static_cast<int>(trunk.members.size());
+        *member_count = member_max == 0 ? all : std::min(all, member_max);
+        if (member_max > 0) {
+            std::copy_n(trunk.members.begin(), *member_count, member_array);
+        }
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
+{
+    return on_trunk(unit, tid, {member}, [&](Trunk &trunk) -> int {
+        if (find_member(trunk, member->gport) != trunk.members.end()) {
+            return BCM_E_EXISTS;
+        }
+        if (trunk.members.size() == TrunkTable::member_max) {
+            return BCM_E_FULL;
+        }
+        trunk.members.push_back(*member);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
+{
+    return on_trunk(unit, tid, {member}, [&](Trunk &trunk) -> int {
+        const auto found = find_member(trunk, member->gport);
+        if (found == trunk.members.end()) {
+            return BCM_E_NOT_FOUND;
+        }
+        trunk.members.erase(found);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
+{
+    return on_trunk(unit, tid, {}, [](Trunk &trunk) -> int {
+        trunk.members.clear();
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc)
+{
+    return on_trunk(unit, tid, {}, [&](Trunk &trunk) -> int {
+        if (!valid_psc(psc)) {
+            return BCM_E_PARAM;
+        }
+        trunk.info.psc = psc;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_psc_get(int unit, bcm_trunk_t tid, int *psc)
+{
+    return on_trunk(unit, tid, {psc}, [&](Trunk &trunk) -> int {
+        *psc = trunk.info.psc;
+        return BCM_E_NONE;
+    });
+}
+
+}  // extern "C"
