@@ -1,0 +1,111 @@
+"""Bindings that depart from the plain pattern, as scripts see them."""
+import struct
+import unittest
+
+import QuorelApiNew as q
+from binding import error_of
+from recording import recording
+from type_table import pointer_of_type, retyped
+
+
+class Departures(unittest.TestCase):
+    def test_messages(self):
+        type_error = "in method '%s', argument %d of type '%s'"
+        null = 'invalid null reference ' + type_error
+        cases = [
+            (q.bcm_port_advert_set, (0, 1, None), ValueError, null, 3, 'bcm_port_abil_t'),
+            (q.bcm_port_interface_set, (0, 1, None), ValueError, null, 3, 'bcm_port_if_t'),
+            (q.bcm_port_ifg_set, (0, 1, 1000, None, 0), ValueError, null, 4, 'bcm_port_duplex_t'),
+            (q.bcm_port_phy_reset_register, (0, 1, None, None), ValueError, null, 3, 'bcm_port_phy_reset_cb_t'),
+            (q.bcm_vlan_control_vlan_set, (0, 10, None), ValueError, null, 3, 'bcm_vlan_control_vlan_t'),
+            (q.bcm_cosq_service_pool_set, (0, 1, None), ValueError, null, 3, 'bcm_cosq_service_pool_t'),
+            (q.bcm_field_qualify_Snap, (0, 1, None, None), ValueError, null, 3, 'bcm_field_snap_header_t'),
+            (q.bcm_field_group_create, (0, None, 1), ValueError, null, 2, 'bcm_field_qset_t'),
+            (q.bcm_field_qset_add, (None, 5), ValueError, null, 1, 'bcm_field_qset_t &'),
+            (q.bcm_cosq_sched_set, (0, 1, 5, 0), TypeError, type_error, 3, 'int const [8]'),
+            (q.bcm_cosq_port_sched_get, (0, [1], q.intp(), 5, q.intp()), TypeError, type_error, 4, 'int [8]'),
+            (q.bcm_trunk_pool_set, (0, 1, 5), TypeError, type_error, 3, 'int const [256]'),
+            (q.bcm_l3_ip6_prefix_map_add, (0, 'fe80::1'), TypeError, type_error, 2, 'unsigned char [16]'),
+            (q.bcm_field_qualify_SrcIp6, (0, 1, 'fe80::1', None), TypeError, type_error, 3, 'unsigned char [16]'),
+            (q.bcm_field_qualify_DstMac, (0, -1, '0:1:2:3:4:5', 'f:f:f:f:f:f'), OverflowError, type_error, 2,
+             'bcm_field_entry_t'),
+            (q.bcm_vlan_vector_flags_set, (0, 5, 0, 0), TypeError, type_error, 2,
+             'unsigned int [_SHR_BITDCLSIZE((4095 - 0 + 1))]'),
+            (q.bcm_petra_port_tpid_profile_alloc, (0, 5, None), TypeError, type_error, 2, 'uint16 [(2)]')]
+        for call, arguments, exception, text, position, kind in cases:
+            self.assertEqual(error_of(call, *arguments), (exception, text % (call.__name__, position, kind)))
+
+    def test_appended_outputs_come_whatever_the_status(self):
+        qset = q.bcm_field_qset_t()
+        calls = [(q.bcm_field_entry_create, (0, 1)), (q.bcm_field_group_default_entry_get, (0, 1)),
+                 (q.bcm_field_group_create, (0, qset, 1)), (q.bcm_field_group_create_mode, (0, qset, 1, 0)),
+                 (q.bcm_field_group_port_create_mode, (0, 1, qset, 1, 0)),
+                 (q.bcm_field_group_ports_create_mode, (0, [1, 2], qset, 1, 0)),
+                 (q.bcm_field_group_wlan_create_mode, (0, qset, 1, 0)),
+                 (q.bcm_field_qualify_ExactMatchGroupClassId_get, (0, 1, 2))]
+        for call, arguments in calls:
+            result = call(*arguments)
+            self.assertEqual((type(result), len(result), result[1]), (list, 2, 0), call.__name__)
+        for unit in (0, 99):
+            status, config = q.bcm_port_config_get(unit)
+            self.assertLess(status, 0)
+            self.assertIs(type(config), q.bcm_port_config_t)
+            self.assertTrue(config.thisown)
+
+    def test_an_opaque_value_goes_from_a_getter_to_a_call(self):
+        info = q.bcm_port_info_t()
+        for call, value in ((q.bcm_port_advert_set, info.local_advert), (q.bcm_port_interface_set, info.interface)):
+            with recording() as calls:
+                call(99, 1, value)
+            self.assertEqual([name for name, _ in calls()], [call.__name__])
+        info.local_advert = info.remote_advert
+        self.assertEqual(error_of(q.bcm_port_advert_set, 99, 1, info.interface)[0], TypeError)
+
+    def test_records_by_value_are_copied_out(self):
+        config = q.bcm_vlan_control_vlan_t()
+        config.vrf, config.egress_vlan = 7, 9
+        with recording() as calls:
+            q.bcm_vlan_control_vlan_set(99, 10, config)
+        (_, arguments), = calls()
+        config.vrf = 8
+        self.assertEqual(struct.unpack_from('=i', arguments[2]), (7,))
+
+    def test_bitmaps_and_macs_go_by_value(self):
+        okay = pointer_of_type('_p__shr_pbmp_t')
+        with recording() as calls:
+            q.bcm_port_probe(99, [1, 575], okay)
+            q.bcm_port_pause_addr_get(99, 1, '1:2:3:4:5:6')
+        (_, probe), (_, pause) = calls()
+        self.assertEqual((probe[1][0], probe[1][-1]), ('\x02', '\x80'))
+        self.assertEqual(pause[2], '\1\2\3\4\5\6')
+        self.assertEqual(type(q.bcm_port_pause_addr_get(0, 1, '1:2:3:4:5:6')), int)
+        q.delete_uint8Array(retyped(okay, '_p_unsigned_char'))
+
+    def test_tuples_and_texts(self):
+        self.assertEqual(q.bcm_port_pause_get(0, 1), (0, False, False))
+        self.assertEqual(q.bcm_port_pause_set(0, 1, 1, 0), 0)
+        self.assertEqual(q.bcm_port_pause_get(0, 1), (0, True, False))
+        q.bcm_port_pause_set(0, 1, 0, 0)
+        self.assertEqual(len(q.bcm_port_pause_get(0, 99)), 3)
+        self.assertEqual(q.bcm_port_untagged_vlan_get(0, 1), (0, 1))
+        self.assertEqual(q.bcm_vlan_port_get(0, 4000), (q.BCM_E_NOT_FOUND, None, None))
+        self.assertIsNone(q.bcm_port_name(99, 1))
+        self.assertIsNone(q.bcm_module_name(99, 1))
+
+    def test_ip_addresses_are_numbers(self):
+        self.assertEqual(error_of(q.bcm_ip_mask_length, -1),
+                         (OverflowError, "in method 'bcm_ip_mask_length', argument 1 of type 'bcm_ip_t'"))
+        host = q.bcm_l3_host_t()
+        host.l3a_ip_addr = 0xc0a80001
+        self.assertEqual(host.l3a_ip_addr, 0xc0a80001)
+        address = q.new_uint8Array(16)
+        q.uint8Array_setitem(address, 15, 1)
+        host.l3a_ip6_addr = address
+        self.assertEqual(q.uint8Array_getitem(host.l3a_ip6_addr, 15), 1)
+        self.assertEqual(error_of(setattr, host, 'l3a_ip6_addr', None), (
+            ValueError, "invalid null reference in variable 'l3a_ip6_addr' of type 'unsigned char [16]'"))
+        q.delete_uint8Array(address)
+
+
+if __name__ == '__main__':
+    unittest.main()
