@@ -7,23 +7,10 @@ namespace {
 
 std::string kind_of(const Crossing &crossing)
 {
+    std::string scalar = scalar_name(crossing.conversion);
+    if (!scalar.empty())
+        return scalar;
     switch (crossing.conversion) {
-    case Conversion::Int32:
-        return "int32";
-    case Conversion::UInt32:
-        return "uint32";
-    case Conversion::Int8:
-        return "int8";
-    case Conversion::UInt8:
-        return "uint8";
-    case Conversion::UInt16:
-        return "uint16";
-    case Conversion::UInt64:
-        return "uint64";
-    case Conversion::Bool:
-        return "bool";
-    case Conversion::String:
-        return "string";
     case Conversion::Pointer:
         return "pointer";
     case Conversion::AnyPointer:
@@ -36,10 +23,9 @@ std::string kind_of(const Crossing &crossing)
         return crossing.typemap->name;
     case Conversion::Object:
         return "object";
-    case Conversion::Nothing:
+    default:
         return "nothing";
     }
-    return "";
 }
 
 std::string kind_of(const BoundParameter &parameter)

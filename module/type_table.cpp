@@ -1,5 +1,6 @@
 #include "type_table.h"
 
+#include <cstdlib>
 #include <cstring>
 
 namespace quorel {
@@ -236,9 +237,10 @@ SwigPyClientData *new_client_data(Borrowed proxy_class)
     Owned destroy = Owned::steal(PyObject_GetAttrString(proxy_class, "__swig_destroy__"));
     if (!destroy)
         PyErr_Clear();
-    auto *data = static_cast<SwigPyClientData *>(PyMem_Malloc(sizeof(SwigPyClientData)));
+    // The C heap's: whichever module the descriptor belongs to frees the data in the end.
+    auto *data = static_cast<SwigPyClientData *>(std::malloc(sizeof(SwigPyClientData)));
     if (!data || !newargs) {
-        PyMem_Free(data);
+        std::free(data);
         PyErr_NoMemory();
         return nullptr;
     }
@@ -263,7 +265,7 @@ void delete_client_data(SwigPyClientData *data)
     Py_XDECREF(data->newraw);
     Py_XDECREF(data->newargs);
     Py_XDECREF(data->destroy);
-    PyMem_Free(data);
+    std::free(data);
 }
 
 bool register_class(swig_type_info *type, Borrowed proxy_class)
