@@ -21,6 +21,7 @@ struct Function {
     std::string header;
     TypePtr result;
     std::vector<Parameter> parameters;
+    std::string scope = {}; ///< "QuorelApi::" for what stands in that namespace
 };
 
 struct Member {
@@ -42,6 +43,7 @@ struct Constant {
     std::string name;
     std::string header;
     unsigned line = 0, column = 0;
+    std::string enumeration; ///< tag of its enumeration; empty for a macro
 };
 
 /// A global variable.

@@ -2,6 +2,9 @@
 #include "output.h"
 #include "spelling.h"
 
+#include <algorithm>
+#include <map>
+
 namespace generator {
 
 namespace {
@@ -51,7 +54,7 @@ bool is_class(const TypePtr &type)
     return type->name.find("::") != std::string::npos;
 }
 
-std::string thunk(const BoundFunction &function, const Shape &shape)
+std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name)
 {
     std::string parameters, arguments, preparation;
     for (size_t i = 0; i < function.parameters.size(); ++i) {
@@ -72,7 +75,7 @@ std::string thunk(const BoundFunction &function, const Shape &shape)
                     (is_class(function.result.type) ? "new " + spell(function.result.type) + "(value)"
                                                     : "copy_of(&value, sizeof value)");
     std::string space = shape.result.type.back() == '*' ? "" : " ";
-    return shape.result.type + space + "thunk_" + function.name + "(" + parameters + ")\n{\n" + preparation +
+    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + preparation +
            "    " + statement + ";\n}\n";
 }
 
@@ -83,6 +86,54 @@ std::string result_descriptor(const BoundFunction &function)
         if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value)
             return parameter.crossing.descriptor;
     return function.result.descriptor;
+}
+
+// As C++ declares it: "QuorelApi::findChipMemory(int,int,int)".
+std::string overload_prototype(const BoundFunction &function)
+{
+    std::string types;
+    for (const BoundParameter &parameter : function.parameters)
+        types += (types.empty() ? "" : ",") + parameter.crossing.text;
+    return function.callee + "(" + types + ")";
+}
+
+// Functions of one name stand where the first of them does.
+std::vector<std::vector<const BoundFunction *>> by_name(const std::vector<BoundFunction> &functions)
+{
+    std::vector<std::vector<const BoundFunction *>> groups;
+    std::map<std::string, size_t> places;
+    for (const BoundFunction &function : functions) {
+        auto [place, is_new] = places.emplace(function.name, groups.size());
+        if (is_new)
+            groups.emplace_back();
+        groups[place->second].push_back(&function);
+    }
+    return groups;
+}
+
+// The stub of functions of one name: that with the fewest parameters whose arguments would convert is called.
+std::string overload_stub(std::vector<const BoundFunction *> functions, size_t first_row)
+{
+    const std::string &name = functions.front()->name;
+    std::string prototypes, choices;
+    std::vector<size_t> order;
+    for (size_t i = 0; i < functions.size(); ++i) {
+        prototypes += "    " + overload_prototype(*functions[i]) + "\\n";
+        order.push_back(i);
+    }
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+        return functions[a]->parameters.size() < functions[b]->parameters.size();
+    });
+    for (size_t i : order) {
+        std::string codes, row = "rows[" + std::to_string(first_row + i) + "]";
+        for (const BoundParameter &parameter : functions[i]->parameters)
+            codes += shape_parameter(parameter).code;
+        choices += "    if (converts(args, " + row + ", \"" + codes + "\"))\n        return " +
+                   shape_of(*functions[i]).name() + "(args, " + row + ", thunk_" + name + "_" + std::to_string(i) +
+                   ");\n";
+    }
+    return "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n" + choices + "    return raise_overloaded(\"" +
+           name + "\", \"" + prototypes + "\");\n}\n\n";
 }
 
 }  // namespace
@@ -116,23 +167,36 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
     numbering.begin_group(group);
     std::string rows, stubs;
     size_t number = 0;
-    for (const BoundFunction &function : family.functions) {
-        Shape shape = shape_of(function);
-        shapes.emplace(shape.name(), shape);
-        std::vector<Crossing> arguments;
-        for (const BoundParameter &parameter : function.parameters)
-            if (parameter.direction != Direction::Out)
-                arguments.push_back(parameter.crossing);
-        unsigned method = numbering.method("py_" + function.name, docstring(function));
-        rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments)) + ", " +
-                std::to_string(numbering.type(result_descriptor(function))) + "},  // " + function.name + "\n";
-        stubs += thunk(function, shape) + "PyObject *py_" + function.name + "(PyObject *, PyObject *args)\n{\n    return " +
-                 shape.name() + "(args, rows[" + std::to_string(number++) + "], thunk_" + function.name + ");\n}\n\n";
+    for (const std::vector<const BoundFunction *> &overloads : by_name(family.functions)) {
+        const std::string &name = overloads.front()->name;
+        std::string docs;
+        for (const BoundFunction *function : overloads)
+            docs += (docs.empty() ? "" : "\n") + docstring(*function);
+        unsigned method = numbering.method("py_" + name, docs);
+        for (size_t i = 0; i < overloads.size(); ++i) {
+            const BoundFunction &function = *overloads[i];
+            Shape shape = shape_of(function);
+            shapes.emplace(shape.name(), shape);
+            std::vector<Crossing> arguments;
+            for (const BoundParameter &parameter : function.parameters)
+                if (parameter.direction != Direction::Out)
+                    arguments.push_back(parameter.crossing);
+            rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments)) + ", " +
+                    std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name + "\n";
+            bool alone = overloads.size() == 1;
+            std::string thunk_name = "thunk_" + name + (alone ? "" : "_" + std::to_string(i));
+            stubs += thunk(function, shape, thunk_name);
+            if (alone)
+                stubs += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + shape.name() +
+                         "(args, rows[" + std::to_string(number) + "], " + thunk_name + ");\n}\n";
+        }
+        stubs += overloads.size() == 1 ? "\n" : overload_stub(overloads, number);
+        number += overloads.size();
     }
     std::string text = banner("Functions of the family '" + family.name + "'.",
                               "interface/" + family.name + ".toml and the headers that it names") +
                        includes(family.headers, family.cxx_headers) +
-                       "\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
+                       "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty())
         text += "constexpr CallRow rows[] = {\n" + rows + "};\n\n" + stubs;
     text += "}  // namespace\n\n";

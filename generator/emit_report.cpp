@@ -1,6 +1,8 @@
 #include "emit.h"
 #include "output.h"
 
+#include <algorithm>
+
 namespace generator {
 
 namespace {
@@ -67,7 +69,9 @@ std::string emit_report(const Model &model)
     std::string text;
     for (const Family &family : model.families) {
         for (const BoundFunction &function : family.functions) {
-            std::vector<std::string> line = {"function", family.name, docstring(function),
+            auto same_name = [&](const BoundFunction &other) { return other.name == function.name; };
+            bool overloaded = std::count_if(family.functions.begin(), family.functions.end(), same_name) > 1;
+            std::vector<std::string> line = {overloaded ? "overload" : "function", family.name, docstring(function),
                                              function.of_sdk ? "sdk" : "helper", kind_of(function.result)};
             for (const BoundParameter &parameter : function.parameters) {
                 line.push_back(kind_of(parameter));

@@ -60,30 +60,45 @@ std::string fallback(const Function &function)
            body + "}\n\n";
 }
 
+std::string enumerator_table(const std::string &tag, const std::vector<std::string> &enumerators)
+{
+    std::string rows;
+    for (const std::string &name : enumerators)
+        rows += "    {\"" + name + "\", " + name + "},\n";
+    return "static const sim::Enumerator table_of_" + tag + "[] = {\n" + rows + "};\nconst sim::Enumerators sim::names_of_" +
+           tag + " = {std::begin(table_of_" + tag + "), std::end(table_of_" + tag + ")};\n\n";
+}
+
 }  // namespace
 
 std::string emit_simulator_header(const Model &model)
 {
     std::string text = banner("The functions by which the simulator answers the SDK's calls.", "the SDK's headers") +
                        "#pragma once\n\n";
-    std::string prototypes;
+    std::string prototypes, names;
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
         headers.insert(headers.end(), family.headers.begin(), family.headers.end());
         for (const Function &function : family.sdk_functions)
             prototypes += prototype(function, "sim_") + ";\n";
+        for (const auto &entry : family.named_enumerations)
+            names += "extern const Enumerators names_of_" + entry.first + ";\n";
     }
-    return text + includes(headers, {}) + "\nextern \"C\" {\n\n" + prototypes + "\n}\n";
+    return text + "#include \"enumerators.h\"\n\n" + includes(headers, {}) + "\nextern \"C\" {\n\n" + prototypes +
+           "\n}\n\nnamespace sim {\n\n" + names + "\n}\n";
 }
 
 std::string emit_sdk_calls(const Family &family)
 {
     std::string text = banner("Public functions of the family '" + family.name + "': record the call, ask the simulator.",
                               "interface/" + family.name + ".toml and the headers that it names") +
-                       "#include \"sim.h\"\n\n#include \"record.h\"\n\nextern \"C\" {\n\n";
+                       "#include \"sim.h\"\n\n#include \"record.h\"\n\n#include <iterator>\n\nextern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions)
         text += forwarder(function) + fallback(function);
-    return text + "}\n";
+    text += "}\n\n";
+    for (const auto &[tag, enumerators] : family.named_enumerations)
+        text += enumerator_table(tag, enumerators);
+    return text;
 }
 
 }  // namespace generator

@@ -140,6 +140,9 @@ private:
         case CXCursor_FunctionDecl:
             read_function(cursor);
             break;
+        case CXCursor_Namespace:
+            read_namespace(cursor);
+            break;
         case CXCursor_StructDecl:
         case CXCursor_UnionDecl:
             read_record(cursor);
@@ -149,6 +152,8 @@ private:
             break;
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
+            declarations_.constants.back().enumeration =
+                take(clang_getCursorSpelling(clang_getCursorSemanticParent(cursor)));
             break;
         case CXCursor_VarDecl:
             declarations_.variables.push_back(
@@ -179,7 +184,7 @@ private:
     {
         unsigned line = 0, column = 0;
         clang_getExpansionLocation(clang_getCursorLocation(cursor), nullptr, &line, &column, nullptr);
-        return {take(clang_getCursorSpelling(cursor)), header_of(cursor), line, column};
+        return {take(clang_getCursorSpelling(cursor)), header_of(cursor), line, column, {}};
     }
 
     std::vector<std::string> tokens_of(CXCursor cursor)
@@ -324,12 +329,30 @@ private:
         declarations_.records.push_back(std::move(record));
     }
 
+    // Of what stands in a namespace, only functions can be bound.
+    void read_namespace(CXCursor cursor)
+    {
+        clang_visitChildren(
+            cursor,
+            [](CXCursor child, CXCursor, CXClientData self) {
+                if (clang_getCursorKind(child) == CXCursor_FunctionDecl)
+                    static_cast<Reader *>(self)->read_function(child);
+                else if (clang_getCursorKind(child) == CXCursor_Namespace)
+                    static_cast<Reader *>(self)->read_namespace(child);
+                return CXChildVisit_Continue;
+            },
+            this);
+    }
+
     void read_function(CXCursor cursor)
     {
         Function function;
         function.name = take(clang_getCursorSpelling(cursor));
-        if (!known_functions_.insert(function.name).second)
+        // Declared again is the same function; overloaded is another.
+        if (!known_functions_.insert(take(clang_getCursorUSR(cursor))).second)
             return;
+        std::string qualified = qualified_name(cursor);
+        function.scope = qualified.substr(0, qualified.size() - function.name.size());
         function.header = header_of(cursor);
         std::vector<std::string> none;
         function.result = read_type(clang_getCursorResultType(cursor), none);

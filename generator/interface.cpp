@@ -54,6 +54,8 @@ private:
             family_.variables = list(node);
         else if (section == "raises")
             family_.raises = list(node);
+        else if (section == "named")
+            family_.named = list(node);
         else if (section == "opaque")
             family_.opaque = list(node);
         else if (section == "opaque_here")

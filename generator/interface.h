@@ -6,6 +6,7 @@
 //                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
 //   opaque                 typedefs and enumerations that are types of their own, whatever the headers say
 //   opaque_here            likewise, but only in what this family declares
+//   named                  tags of enumerations whose enumerators the development SDK is to know by name
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
 //   [arrays]               array families: element type
@@ -47,6 +48,7 @@ struct FamilyInterface {
     std::vector<std::string> functions, records, constants, variables;
     std::vector<std::string> opaque, opaque_here;
     std::vector<std::string> raises;
+    std::vector<std::string> named;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;
     std::vector<ArrayFamily> arrays;

@@ -230,7 +230,7 @@ private:
                 source = &declared;
             }
         }
-        BoundFunction function{declared.name, source->name, source->header, {}, {}, false, false};
+        BoundFunction function{declared.name, source->scope + source->name, source->header, {}, {}, false, false};
         function.of_sdk = declared_in(source->header, family.headers);
         function.raises = std::count(family.raises.begin(), family.raises.end(), declared.name) != 0;
         function.result = crossing_or_error(source->result, source->header + ": " + source->name);
@@ -369,7 +369,7 @@ private:
 
     Family build_family(const FamilyInterface &source)
     {
-        Family family{source.name, source.headers, source.cxx_headers, {}, {}, {}, {}, {}};
+        Family family{source.name, source.headers, source.cxx_headers, {}, {}, {}, {}, {}, {}};
         opaque_here_ = {source.opaque_here.begin(), source.opaque_here.end()};
         std::vector<std::string> headers = source.headers;
         headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
@@ -394,6 +394,14 @@ private:
         for (const Variable &variable : declarations_.variables)
             if (declared_in(variable.header, headers) && variables.match(variable.name))
                 model_.variables.push_back(bind(variable));
+        for (const std::string &tag : source.named) {
+            std::vector<std::string> &enumerators = family.named_enumerations[tag];
+            for (const Constant &constant : declarations_.constants)
+                if (constant.enumeration == tag)
+                    enumerators.push_back(constant.name);
+            if (enumerators.empty())
+                error(source.file, "no header declares the enumeration '" + tag + "'");
+        }
         for (const Patterns *patterns : {&functions, &records, &constants, &variables})
             for (const std::string &pattern : patterns->unused())
                 error(source.file, "'" + pattern + "' fits nothing that its headers declare");

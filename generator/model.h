@@ -104,6 +104,8 @@ struct Family {
     std::vector<BoundCell> cells;
     std::vector<BoundArray> arrays;
     std::vector<Function> sdk_functions; ///< all functions of the C headers, for the development SDK
+    /// Enumerators by the tag of their enumeration, in header order, for the development SDK.
+    std::map<std::string, std::vector<std::string>> named_enumerations;
 };
 
 /// How a global variable is kept.

@@ -43,7 +43,10 @@ std::string literal_with_nul(const std::string &text)
     for (char c : text) {
         if (c == '"' || c == '\\')
             literal += '\\';
-        literal += c;
+        if (c == '\n')
+            literal += "\\n";
+        else
+            literal += c;
     }
     return literal + "\\0\"";
 }

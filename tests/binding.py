@@ -83,6 +83,8 @@ def packed(kind, value):
         return ''.join(chr(bits >> 8 * byte & 255) for byte in range(72))
     if kind == 'string':
         return None
+    if kind == 'ip_text':
+        return value.ljust(16, '\0')
     return struct.pack('=' + ('Q' if ctypes.sizeof(ctypes.c_void_p) == 8 else 'I'),
                        0 if value is None else int(getattr(value, 'this', value)))
 
@@ -127,7 +129,10 @@ class Objects(object):
         if kind == 'port_list':
             return [seed, 40 + seed, 500]
         if kind == 'string':
-            return 'text %d' % seed
+            # Some functions write to it, and ask for no size.
+            return 'text %d\0' % seed + ' ' * 65536
+        if kind == 'ip_text':
+            return '10.0.0.%d' % seed
         if kind == 'object':
             return object()
         if kind == 'any_pointer':
@@ -163,6 +168,8 @@ def wrong_values(argument):
                 ('00:11:22', ValueError, "Expected a string of the form 'AA:BB:CC:DD:EE:FF'")]
     if argument.kind == 'port_list':
         return [((1, 2), TypeError, 'Expected a list'), ([1, 2L], TypeError, 'Port list must contain integers')]
+    if argument.kind == 'ip_text':
+        return [(value, TypeError, None) for value in (u'text', 5, None, '1' * 17)]
     if argument.kind == 'string':
         return [(u'text', TypeError, None), (5, TypeError, None), (None, TypeError, None)]
     refused = [(5, TypeError, None), ('text', TypeError, None), (object(), TypeError, None)]

@@ -121,6 +121,16 @@ TEST_F(ModelTest, ConstantsAreEnumeratorsAndIntegerMacrosInHeaderOrder)
     EXPECT_EQ(names, (std::vector<std::string>{"tinyModeOff", "tinyModeOn", "tinyModeCount", "TINY_FLAG", "TINY_LIMIT"}));
 }
 
+TEST_F(ModelTest, NamedEnumerationsHaveTheirOwnEnumerators)
+{
+    Model model = build("named = [\"tiny_mode_e\"]\n");
+    EXPECT_EQ(model.families[0].named_enumerations,
+              (std::map<std::string, std::vector<std::string>>{
+                  {"tiny_mode_e", {"tinyModeOff", "tinyModeOn", "tinyModeCount"}}}));
+    std::string errors = error_of("named = [\"tiny_gone_e\"]\n");
+    EXPECT_NE(errors.find("no header declares the enumeration 'tiny_gone_e'"), std::string::npos) << errors;
+}
+
 TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
 {
     Model model = build("functions = [\"tiny_walk\", \"tiny_weights\"]\n[pointer_classes]\n"

@@ -1,0 +1,77 @@
+#include "chip.h"
+
+#include "chip_start.h"
+#include "switch.h"
+
+namespace sim {
+
+Words Chip::stored(uint32 address, std::size_t count, const Words &after_reset) const
+{
+    Words value = after_reset;
+    for (std::size_t word = 0; word < count; ++word) {
+        const auto found = changed_.find(address + static_cast<uint32>(word));
+        if (found != changed_.end()) {
+            value[word] = found->second;
+        }
+    }
+    return value;
+}
+
+void Chip::store(uint32 address, std::size_t count, const Words &value)
+{
+    for (std::size_t word = 0; word < count; ++word) {
+        changed_[address + static_cast<uint32>(word)] = value[word];
+    }
+}
+
+Words Chip::read(const RegisterPlace &place) const
+{
+    return stored(place.to_read().address(), place.reg->words(), words_of(place.reg->reset));
+}
+
+Words Chip::read(const MemoryPlace &place) const
+{
+    return stored(place.to_read().address(), place.memory->words(), Words());
+}
+
+void Chip::write(const RegisterPlace &place, const Words &value)
+{
+    const Words writable = mask_of(place.reg->layout, SOCF_RO);
+    RegisterPlace one = place.to_read();
+    const int last = place.is_broadcast() ? place.block - 1 : one.block;
+    for (; one.block <= last; ++one.block) {
+        store(one.address(), place.reg->words(), merge(read(one), value, writable));
+    }
+}
+
+void Chip::write(const MemoryPlace &place, const Words &value)
+{
+    const Words entry = merge(Words(), value, mask_of(place.memory->layout, SOCF_RO));
+    MemoryPlace one = place.to_read();
+    const int last = place.is_broadcast() ? place.block - 1 : one.block;
+    for (; one.block <= last; ++one.block) {
+        store(one.address(), place.memory->words(), entry);
+    }
+}
+
+Chip *chip_of(int unit)
+{
+    // As the switches, there before other start-up code and after other clean-up.
+    static std::map<int, Chip> &chips = *new std::map<int, Chip>;
+    if (attached(unit) == nullptr) {
+        return nullptr;
+    }
+    const auto [chip, is_new] = chips.try_emplace(unit);
+    if (is_new) {
+        configure(chip->second);
+    }
+    return &chip->second;
+}
+
+const Field *field_in(int unit, soc_reg_t reg, soc_field_t field)
+{
+    const Register *found = chip_of(unit) == nullptr ? nullptr : register_at(reg);
+    return found == nullptr ? nullptr : found->layout.find(field);
+}
+
+}  // namespace sim

@@ -1,0 +1,98 @@
+/// Entries of the chip's memories.
+#include "chip.h"
+#include "sim.h"
+
+#include <sim/memory.h>
+
+#include <algorithm>
+
+using namespace sim;
+
+namespace {
+
+/// body(Chip &, MemoryPlace) where the entry is.
+template <class Body>
+int on_entry(int unit, int memory, unsigned int array, int copy, int index, const void *data, Body body)
+{
+    return on_chip(unit, [&](Chip &chip) {
+        MemoryPlace place;
+        const int rc = locate(memory_at(memory), array, copy, index, &place);
+        if (rc != SOC_E_NONE || data == nullptr) {
+            return static_cast<int>(SOC_E_PARAM);
+        }
+        return static_cast<int>(body(chip, place));
+    });
+}
+
+}  // namespace
+
+extern "C" {
+
+int sim_soc_mem_array_read(int unit, int mem, unsigned int array_index, int copyno, int index,
+                           void *entry_data)
+{
+    return on_entry(unit, mem, array_index, copyno, index, entry_data, [&](Chip &chip, MemoryPlace place) {
+        const soc_mem_array_read_f stand_in = chip.stand_ins.mem_read;
+        if (stand_in != nullptr && !chip.in_stand_in) {
+            const Marked marked(chip.in_stand_in);
+            return stand_in(unit, mem, array_index, copyno, index, entry_data);
+        }
+        const Words entry = chip.read(place);
+        std::copy_n(entry.begin(), place.memory->words(), static_cast<uint32 *>(entry_data));
+        return static_cast<int>(SOC_E_NONE);
+    });
+}
+
+int sim_soc_mem_array_write(int unit, int mem, unsigned int array_index, int copyno, int index,
+                            void *entry_data)
+{
+    return on_entry(unit, mem, array_index, copyno, index, entry_data, [&](Chip &chip, MemoryPlace place) {
+        const soc_mem_array_write_f stand_in = chip.stand_ins.mem_write;
+        if (stand_in != nullptr && !chip.in_stand_in) {
+            const Marked marked(chip.in_stand_in);
+            return stand_in(unit, mem, array_index, copyno, index, entry_data);
+        }
+        chip.write(place, words_of(static_cast<uint32 *>(entry_data), place.memory->words()));
+        return static_cast<int>(SOC_E_NONE);
+    });
+}
+
+int sim_soc_mem_read(int unit, int mem, int copyno, int index, unsigned int *entry_data)
+{
+    return sim_soc_mem_array_read(unit, mem, 0, copyno, index, entry_data);
+}
+
+int sim_soc_mem_write(int unit, int mem, int copyno, int index, unsigned int *entry_data)
+{
+    return sim_soc_mem_array_write(unit, mem, 0, copyno, index, entry_data);
+}
+
+uint32 sim_soc_mem_field32_get(int unit, int mem, unsigned int *entry_data, int field)
+{
+    const Memory *memory = chip_of(unit) == nullptr ? nullptr : memory_at(mem);
+    const Field *found = memory == nullptr ? nullptr : memory->layout.find(field);
+    return found == nullptr || entry_data == nullptr
+               ? 0
+               : field_of(words_of(entry_data, memory->words()), *found)[0];
+}
+
+int sim_memory_describe(int unit, int mem, sim_memory_t *memory)
+{
+    MemoryPlace place;
+    if (chip_of(unit) == nullptr) {
+        return SOC_E_UNIT;
+    }
+    if (memory == nullptr || locate(memory_at(mem), 0, 0, 0, &place) != SOC_E_NONE) {
+        return SOC_E_PARAM;
+    }
+    memory->name = place.memory->name;
+    memory->block = place.block;
+    memory->cores = block_of(place.memory->block).count;
+    memory->base = place.address();
+    memory->entry_words = static_cast<uint32>(place.memory->words());
+    memory->entries = static_cast<uint32>(place.memory->entries);
+    memory->arrays = static_cast<uint32>(place.memory->arrays);
+    return SOC_E_NONE;
+}
+
+}  // extern "C"
