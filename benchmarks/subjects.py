@@ -18,6 +18,8 @@ COMPILE = ['gcc', '-O2', '-DNDEBUG', '-fPIC']
 # The same pointer classes and arrays as interface/pointers.toml declares.
 _SWIG_INTERFACE = '''\
 %%module swig_sdk
+// A member of this name would hide Python's own in the classes that SWIG writes.
+%%rename(property_) property;
 %%{
 %(includes)s
 %%}
