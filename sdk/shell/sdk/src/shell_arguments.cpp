@@ -1,0 +1,93 @@
+#include "shell_arguments.h"
+
+#include "integer.h"
+
+#include <cstring>
+
+namespace sim {
+
+namespace {
+
+bool is_whole(const args_t *args)
+{
+    if (args == nullptr || args->count < 0 || args->count > SH_WORDS_MAX || args->next < 0
+        || args->next > args->count) {
+        return false;
+    }
+    for (int word = 0; word < args->count; ++word) {
+        const std::size_t begin = args->word[word];
+        if (begin >= SH_TEXT_MAX || std::memchr(args->text + begin, '\0', SH_TEXT_MAX - begin) == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+bool make_arguments(const std::vector<std::string> &words, args_t *args)
+{
+    if (words.size() > SH_WORDS_MAX) {
+        return false;
+    }
+    args->count = static_cast<int>(words.size());
+    args->next = words.empty() ? 0 : 1;
+    std::size_t used = 0;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i].size() + 1 > SH_TEXT_MAX - used) {
+            return false;
+        }
+        args->word[i] = static_cast<uint16>(used);
+        std::memcpy(args->text + used, words[i].c_str(), words[i].size() + 1);
+        used += words[i].size() + 1;
+    }
+    return true;
+}
+
+Arguments::Arguments(args_t *args) : args_(args), valid_(is_whole(args)) {}
+
+const char *Arguments::peek() const
+{
+    return left() > 0 ? text(args_->next) : nullptr;
+}
+
+const char *Arguments::next()
+{
+    return left() > 0 ? text(args_->next++) : nullptr;
+}
+
+bool Arguments::next_integer(int *value)
+{
+    const char *word = peek();
+    if (word == nullptr || !read_integer(word, value)) {
+        return false;
+    }
+    ++args_->next;
+    return true;
+}
+
+bool Arguments::next_setting(std::string *key, std::string *value)
+{
+    const char *word = peek();
+    const char *equals = word != nullptr ? std::strchr(word, '=') : nullptr;
+    if (equals == nullptr || equals == word) {
+        return false;
+    }
+    key->assign(word, equals);
+    *value = equals + 1;
+    ++args_->next;
+    return true;
+}
+
+std::string Arguments::rest()
+{
+    std::string joined;
+    const char *separator = "";
+    while (const char *word = next()) {
+        joined.append(separator).append(word);
+        separator = " ";
+    }
+    return joined;
+}
+
+}  // namespace sim

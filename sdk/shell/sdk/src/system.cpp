@@ -1,0 +1,45 @@
+/// Start and end of a unit as a whole.
+#include "command_files.h"
+#include "shell_variables.h"
+#include "sim.h"
+#include "startup_steps.h"
+#include "switch.h"
+#include "unit_attach.h"
+
+#include <soc/init.h>
+
+using namespace sim;
+
+extern "C" {
+
+int sim_system_init(int unit)
+{
+    const bool was_attached = attached(unit) != nullptr;
+    int rc = sal_config_init();
+    rc = rc < 0 ? rc : attach_local(unit);
+    if (rc < 0) {
+        return rc;
+    }
+    rc = soc_init(unit);
+    rc = rc < 0 ? rc : init_modules(unit, true);
+    rc = rc < 0 ? rc : apply_properties(unit);
+    if (rc < 0 && !was_attached) {
+        detach_unit(unit);
+    } else if (rc < 0) {
+        attach_local(unit);
+    }
+    return rc;
+}
+
+int sim_system_shutdown(int unit, int cleanup)
+{
+    soc_deinit(unit);
+    const int rc = detach_unit(unit);
+    if (rc == BCM_E_NONE && cleanup) {
+        shell_variables().forget(unit);
+        forget_command_file(unit);
+    }
+    return rc;
+}
+
+}  // extern "C"

@@ -1,0 +1,242 @@
+#include "unit_attach.h"
+
+#include "checked.h"
+#include "packet_watch.h"
+#include "sim.h"
+
+#include <bcm/attach.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+namespace {
+
+constexpr const char *local_driver = "local";
+
+// The identity of the simulated chip.
+constexpr uint32 vendor_id = 0x51d0;
+constexpr uint32 device_id = 0x4a10;
+constexpr uint32 revision_id = 0x11;
+constexpr int pipes = 2;
+
+constexpr bcm_detach_retry_t retry_default = {5, 10000};
+
+struct Driver {
+    std::string subtype;
+    int remote_unit = -1;
+    bcm_detach_retry_t retry = retry_default;
+};
+
+struct Subscriber {
+    int unit;  // -1: all
+    bcm_attach_cb_t callback;
+    void *user_data;
+
+    bool operator==(const Subscriber &other) const
+    {
+        return unit == other.unit && callback == other.callback && user_data == other.user_data;
+    }
+};
+
+std::array<Driver, unit_max> drivers;
+std::vector<Subscriber> subscribers;
+
+Driver &driver_of(int unit)
+{
+    return drivers[static_cast<std::size_t>(unit)];
+}
+
+void tell(int unit, bool attach)
+{
+    const Driver &driver = driver_of(unit);
+    bcm_attach_info_t info = {unit, local_driver, driver.subtype.c_str(), driver.remote_unit};
+    // A copy, since who is told may register others.
+    const std::vector<Subscriber> told = subscribers;
+    for (const Subscriber &subscriber : told) {
+        if (subscriber.unit == unit || subscriber.unit == -1) {
+            subscriber.callback(unit, attach, &info, subscriber.user_data);
+        }
+    }
+}
+
+int free_unit()
+{
+    int unit = 0;
+    while (unit < unit_max && attached(unit) != nullptr) {
+        ++unit;
+    }
+    return unit < unit_max ? unit : -1;
+}
+
+bool is_unit(int unit)
+{
+    return unit >= 0 && unit < unit_max;
+}
+
+bool valid_subscription(int unit, bcm_attach_cb_t callback)
+{
+    return callback != nullptr && (unit == -1 || is_unit(unit));
+}
+
+}  // namespace
+
+int attach_local(int unit)
+{
+    if (!is_unit(unit)) {
+        return BCM_E_UNIT;
+    }
+    if (attached(unit) != nullptr) {
+        detach_unit(unit);
+    }
+    attach(unit);
+    driver_of(unit) = {};
+    tell(unit, true);
+    return BCM_E_NONE;
+}
+
+int detach_unit(int unit)
+{
+    if (attached(unit) == nullptr) {
+        return BCM_E_UNIT;
+    }
+    stop_packet_watch(unit);
+    tell(unit, false);
+    detach(unit);
+    return BCM_E_NONE;
+}
+
+}  // namespace sim
+
+using namespace sim;
+
+extern "C" {
+
+int sim_bcm_attach(int unit, char *type, char *subtype, int remunit)
+{
+    const int chosen = unit == -1 ? free_unit() : unit;
+    if (!is_unit(chosen)) {
+        return unit == -1 ? BCM_E_FULL : BCM_E_UNIT;
+    }
+    if (type != nullptr && *type != '\0' && std::strcmp(type, local_driver) != 0) {
+        return BCM_E_CONFIG;
+    }
+    if (attached(chosen) != nullptr) {
+        return BCM_E_EXISTS;
+    }
+    attach(chosen);
+    driver_of(chosen) = {subtype != nullptr ? subtype : "", remunit, retry_default};
+    tell(chosen, true);
+    return unit == -1 ? chosen : BCM_E_NONE;
+}
+
+int sim_bcm_attach_early_txrx(int unit, char *type, char *subtype, int remunit)
+{
+    return sim_bcm_attach(unit, type, subtype, remunit);
+}
+
+int sim_bcm_attach_check(int unit)
+{
+    return attached(unit) != nullptr ? BCM_E_NONE : BCM_E_UNIT;
+}
+
+int sim_bcm_attach_max(int *max_units)
+{
+    if (max_units == nullptr) {
+        return BCM_E_PARAM;
+    }
+    int unit = unit_max - 1;
+    while (unit >= 0 && attached(unit) == nullptr) {
+        --unit;
+    }
+    *max_units = unit;
+    return BCM_E_NONE;
+}
+
+int sim_bcm_attach_register(int unit, bcm_attach_cb_t cb, void *user_data)
+{
+    if (!valid_subscription(unit, cb)) {
+        return cb == nullptr ? BCM_E_PARAM : BCM_E_UNIT;
+    }
+    const Subscriber subscriber = {unit, cb, user_data};
+    if (std::find(subscribers.begin(), subscribers.end(), subscriber) != subscribers.end()) {
+        return BCM_E_EXISTS;
+    }
+    subscribers.push_back(subscriber);
+    return BCM_E_NONE;
+}
+
+int sim_bcm_attach_unregister(int unit, bcm_attach_cb_t cb, void *user_data)
+{
+    if (!valid_subscription(unit, cb)) {
+        return cb == nullptr ? BCM_E_PARAM : BCM_E_UNIT;
+    }
+    const auto found = std::find(subscribers.begin(), subscribers.end(), Subscriber{unit, cb, user_data});
+    if (found == subscribers.end()) {
+        return BCM_E_NOT_FOUND;
+    }
+    subscribers.erase(found);
+    return BCM_E_NONE;
+}
+
+void sim_bcm_attach_info_t_init(bcm_attach_info_t *info)
+{
+    if (info != nullptr) {
+        *info = {-1, nullptr, nullptr, -1};
+    }
+}
+
+int sim_bcm_detach(int unit)
+{
+    return detach_unit(unit);
+}
+
+int sim_bcm_detach_late_txrx(int unit)
+{
+    return detach_unit(unit);
+}
+
+int sim_bcm_detach_retry_get(int unit, bcm_detach_retry_t *retry)
+{
+    return on_unit(unit, {retry}, [&](Switch &) -> int {
+        *retry = driver_of(unit).retry;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_detach_retry_set(int unit, bcm_detach_retry_t *retry)
+{
+    return on_unit(unit, {retry}, [&](Switch &) -> int {
+        if (retry->num_retries < 0) {
+            return BCM_E_PARAM;
+        }
+        driver_of(unit).retry = *retry;
+        return BCM_E_NONE;
+    });
+}
+
+void sim_bcm_detach_retry_t_init(bcm_detach_retry_t *retry)
+{
+    if (retry != nullptr) {
+        *retry = retry_default;
+    }
+}
+
+int sim_bcm_info_get(int unit, bcm_info_t *info)
+{
+    return on_unit(unit, {info}, [&](Switch &) -> int {
+        *info = {vendor_id, device_id, revision_id, BCM_INFO_SWITCH | BCM_INFO_TRAFFIC_MANAGER, pipes};
+        return BCM_E_NONE;
+    });
+}
+
+void sim_bcm_info_t_init(bcm_info_t *info)
+{
+    if (info != nullptr) {
+        *info = {};
+    }
+}
+
+}  // extern "C"

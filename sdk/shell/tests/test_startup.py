@@ -1,0 +1,216 @@
+"""Start and end of units and of the application."""
+import ctypes
+import unittest
+
+import QuorelApiNew as q
+from console import printed, run
+from recording import library, recording
+from simulator import SwitchTest, call_with_nulls, pointer
+
+
+class AttachInfo(ctypes.Structure):
+    """bcm_attach_info_t"""
+    _fields_ = [('unit', ctypes.c_int), ('type', ctypes.c_char_p), ('subtype', ctypes.c_char_p),
+                ('remunit', ctypes.c_int)]
+
+
+attach_callback = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.c_int, ctypes.POINTER(AttachInfo),
+                                   ctypes.c_void_p)
+
+
+class StartUp(SwitchTest):
+    def setUp(self):
+        SwitchTest.setUp(self)
+        q.sal_config_init()
+        self.addCleanup(self.only_unit_0)
+
+    def only_unit_0(self):
+        for unit in range(16):
+            (q.bcm_detach if unit else q.system_init)(unit)
+
+    def set_property(self, name, value):
+        before = q.sal_config_get(name)
+        self.done(q.sal_config_set(name, value))
+        self.addCleanup(library.sal_config_set, name, before)
+
+    def units(self):
+        return [unit for unit in range(-1, 18) if q.bcm_attach_check(unit) == q.BCM_E_NONE]
+
+    def parameters(self, words='', unit=0):
+        """The record that the words give."""
+        record = q.appl_dcmn_init_param_t()
+        self.assertEqual(library.appl_dcmn_init_usage_parse(unit, None, pointer(record)), q.CMD_OK)
+        for word in words.split():
+            name, value = word.split('=')
+            setattr(record, name, int(value))
+        return record
+
+    def test_units_come_and_go(self):
+        self.assertEqual(self.units(), [0])
+        self.assertStatus(q.BCM_E_EXISTS, q.bcm_attach(0, '', '', -1))
+        self.assertStatus(q.BCM_E_CONFIG, q.bcm_attach(3, 'no such driver', '', -1))
+        self.assertStatus(q.BCM_E_UNIT, q.bcm_attach(16, '', '', -1))
+        self.done(q.bcm_attach(3, 'local', 'a', -1))
+        self.assertEqual(q.bcm_attach(-1, '', '', -1), 1)
+        highest = q.intp()
+        self.done(q.bcm_attach_max(highest))
+        self.assertEqual((self.units(), highest.value()), ([0, 1, 3], 3))
+        self.done(q.bcm_port_speed_set(3, 1, 1000))
+        self.assertEqual(self.value(q.bcm_port_speed_get, 1), 100000)
+        info = q.bcm_info_t()
+        self.done(q.bcm_info_get(3, info))
+        self.assertTrue(info.vendor and info.device and info.num_pipes > 0)
+        self.done(q.bcm_detach(3))
+        self.assertStatus(q.BCM_E_UNIT, q.bcm_detach(3))
+        self.assertStatus(q.BCM_E_UNIT, q.bcm_port_speed_set(3, 1, 1000))
+        self.assertEqual(q.sh_check_attached('x', 1), 0)
+        self.assertEqual(printed(q.sh_check_attached, 'x', 3), (-1, 'x: unit 3 is not attached\n'))
+
+    def test_who_registered_is_told(self):
+        events = []
+
+        @attach_callback
+        def told(unit, attach, info, user_data):
+            events.append((unit, attach, info[0].unit, info[0].type, info[0].subtype, user_data))
+            self.assertEqual(q.bcm_attach_check(unit), q.BCM_E_NONE)
+
+        subscriptions = ((-1, 1), (3, 2))
+        for unit, user_data in subscriptions:
+            self.done(library.bcm_attach_register(unit, told, user_data))
+            self.assertStatus(q.BCM_E_EXISTS, library.bcm_attach_register(unit, told, user_data))
+        self.assertStatus(q.BCM_E_PARAM, library.bcm_attach_register(3, None, None))
+        self.assertStatus(q.BCM_E_UNIT, library.bcm_attach_register(16, told, None))
+        self.done(q.bcm_attach(3, '', 'a', -1))
+        self.done(q.bcm_attach_early_txrx(4, '', '', -1))
+        self.assertEqual(events, [(3, 1, 3, 'local', 'a', 1), (3, 1, 3, 'local', 'a', 2),
+                                  (4, 1, 4, 'local', '', 1)])
+        del events[:]
+        self.done(q.bcm_detach_late_txrx(3))
+        self.assertEqual([event[:2] for event in events], [(3, 0), (3, 0)])
+        for unit, user_data in subscriptions:
+            self.done(library.bcm_attach_unregister(unit, told, user_data))
+            self.assertStatus(q.BCM_E_NOT_FOUND, library.bcm_attach_unregister(unit, told, user_data))
+        del events[:]
+        self.done(q.bcm_detach(4))
+        self.assertEqual(events, [])
+
+    def test_what_belongs_to_a_unit_ends_with_it(self):
+        retry = q.bcm_detach_retry_t()
+        q.bcm_detach_retry_t_init(retry)
+        defaults = retry.num_retries, retry.poll_usecs
+        self.done(q.bcm_attach(5, '', '', -1))
+        retry.num_retries, retry.poll_usecs = 9, 1
+        self.done(q.bcm_detach_retry_set(5, retry))
+        self.assertEqual(run('pw start', 5)[0], q.CMD_OK)
+        for _ in range(2):
+            self.done(q.bcm_detach_retry_get(5, retry))
+            self.assertEqual((retry.num_retries, retry.poll_usecs), (9, 1))
+        retry.num_retries = -1
+        self.assertStatus(q.BCM_E_PARAM, q.bcm_detach_retry_set(5, retry))
+        self.done(q.bcm_detach(5))
+        self.assertEqual(q.pw_running(5), 0)
+        self.assertStatus(q.BCM_E_UNIT, q.bcm_detach_retry_get(5, retry))
+        self.done(q.bcm_attach(5, '', '', -1))
+        self.done(q.bcm_detach_retry_get(5, retry))
+        self.assertEqual((retry.num_retries, retry.poll_usecs), defaults)
+
+    def test_the_chip_starts_and_ends_with_the_system(self):
+        data = q.new_entrydata(1)
+        register = 0, q.EGQ_AGEING_CTRLr, q.REG_PORT_ANY, 0
+        self.done(q.soc_reg32_get(*(register + (data,))))
+        after_reset = q.entrydata_getitem(data, 0)
+        self.done(q.soc_reg32_set(*(register + (after_reset ^ 1,))))
+        self.done(q.system_init(0))
+        self.done(q.soc_reg32_get(*(register + (data,))))
+        self.assertEqual(q.entrydata_getitem(data, 0), after_reset)
+        self.done(q.system_shutdown(0, 0))
+        self.assertLess(q.soc_reg32_get(*(register + (data,))), 0)
+        q.delete_entrydata(data)
+
+    def test_system_init_starts_afresh_with_properties(self):
+        self.set_property('port_init_speed', '25000')
+        self.set_property('port_init_speed_ce1', '1000')
+        self.set_property('port_init_speed_ce1.2', '10000')
+        self.set_property('port_init_enable_ce0', '0')
+        self.set_property('l2_age_timer', '77')
+        for unit in (0, 2, 2):
+            self.enter('02:00:00:00:00:01', port=1)
+            self.done(q.system_init(unit))
+            value = q.intp()
+            seen = []
+            for getter, port in ((q.bcm_port_speed_get, 1), (q.bcm_port_speed_get, 2),
+                                 (q.bcm_port_enable_get, 1), (q.bcm_port_enable_get, 2)):
+                self.done(getter(unit, port, value))
+                seen.append(value.value())
+            self.done(q.bcm_l2_age_timer_get(unit, value))
+            self.assertEqual(seen + [value.value()], [25000, 10000 if unit == 2 else 1000, 0, 1, 77])
+            self.assertEqual(q.getHwMacTable(unit), [])
+        self.assertStatus(q.BCM_E_UNIT, q.system_init(16))
+
+    def test_a_start_that_fails_leaves_the_unit_as_it_was_attached(self):
+        self.set_property('port_init_speed_ce5', '17')
+        for unit, attached in ((0, [0]), (4, [0])):
+            self.assertStatus(q.BCM_E_CONFIG, q.system_init(unit))
+            self.assertEqual(self.units(), attached)
+        record = self.parameters('nof_devices=3', 4)
+        self.assertStatus(q.BCM_E_CONFIG, q.appl_dcmn_init(4, record))
+        self.assertEqual(self.units(), [0])
+        record.no_appl = 1
+        self.done(q.appl_dcmn_init(4, record))
+        self.assertEqual(self.units(), [0, 4, 5, 6])
+
+    def test_shutdown_forgets_only_with_cleanup(self):
+        for cleanup, output in ((0, 'kept\n'), (1, '\n')):
+            self.done(q.system_init(2))
+            q.sh_swap_unit_vars(2)
+            run('set word kept')
+            self.done(q.system_shutdown(2, cleanup))
+            self.assertEqual(run('echo $word')[1], output)
+            q.sh_swap_unit_vars(0)
+            self.assertStatus(q.BCM_E_UNIT, q.system_shutdown(2, cleanup))
+
+    def test_application_start(self):
+        record = self.parameters('nof_devices=2 repeat=2', 1)
+        self.assertStatus(q.BCM_E_PARAM, q.appl_dcmn_init(0, record))
+        for _ in range(2):
+            self.done(q.appl_dcmn_init(1, record))
+            self.assertEqual(self.units(), [0, 1, 2])
+        for name, value in (('nof_devices', 0), ('nof_devices', 16), ('repeat', -1), ('repeat', 2 ** 31 - 1)):
+            bad = self.parameters('%s=%d' % (name, value), 1)
+            self.assertStatus(q.BCM_E_PARAM, q.appl_dcmn_init(1, bad), name)
+        with recording() as calls:
+            self.done(q.appl_dcmn_init(1, self.parameters('cosq_disable=1 no_packet_rx=1 no_soc=1', 1)))
+            without = set(name for name, _ in calls())
+            self.done(q.appl_dcmn_init(1, self.parameters('', 1)))
+            added = set(name for name, _ in calls()) - without
+            self.assertEqual(added, set(['bcm_cosq_init', 'bcm_rx_init', 'soc_init']))
+        self.done(q.appl_dcmn_deinit(1, record))
+        self.assertStatus(q.BCM_E_UNIT, q.appl_dcmn_deinit(1, record))
+        record.no_attach = 1
+        self.assertStatus(q.BCM_E_UNIT, q.appl_dcmn_init(1, record))
+        record.no_init = 1
+        self.done(q.appl_dcmn_init(1, record))
+        self.assertEqual(self.units(), [0])
+        self.assertStatus(q.BCM_E_PARAM, call_with_nulls('appl_dcmn_init', 0))
+        self.assertRaises(OverflowError, setattr, record, 'unit', -1)
+
+    def test_parameters_as_words(self):
+        result, output = run('7:init appl no_attach=0x1 nof_devices=2')
+        self.assertEqual((result, output), (q.CMD_FAIL, 'init: unit 7: BCM_E_UNIT\n'))
+        for word in ('nof_devices', 'nothing=1', 'unit=-1', 'flags=2147483648', 'l2_mode=4294967296',
+                     'modid='):
+            self.assertEqual(run('init appl ' + word)[0], q.CMD_USAGE, word)
+        self.assertEqual(run('init appl flags=-2147483648 l2_mode=4294967295')[0], q.CMD_OK)
+
+    def test_steps_of_the_diagnostic_start(self):
+        record = self.parameters()
+        self.done(q.appl_dpp_bcm_diag_init(0, record))
+        self.done(q.appl_dpp_bcm_diag_init_py(0, 1, 0, 1))
+        self.assertStatus(q.BCM_E_PARAM, q.appl_dpp_bcm_diag_init_py(0, 0, 0, 0))
+        for name in ('appl_dpp_bcm_diag_init', 'appl_dpp_bcm_diag_init_py', 'appl_dpp_cosq_diag_init',
+                     'appl_dpp_stk_diag_init'):
+            self.assertStatus(q.BCM_E_UNIT, call_with_nulls(name, 9), name)
+
+
+if __name__ == '__main__':
+    unittest.main()
