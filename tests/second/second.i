@@ -2,9 +2,7 @@
 %module second
 
 %{
-extern "C" {
 #include <bcm/l2.h>
-}
 typedef int intp;
 %}
 
