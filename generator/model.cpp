@@ -138,15 +138,20 @@ private:
         return name;
     }
 
+    // `char const **` is spelt as `char **` is, since both are one descriptor.
+    static TypePtr without_any_const(const TypePtr &type)
+    {
+        TypePtr plain = Type::without_const(type);
+        return plain->kind == Type::Kind::Pointer ? Type::pointer_to(without_any_const(plain->target)) : plain;
+    }
+
     // The descriptor of a pointer type, with this declaration's spelling of it.
     std::string add_descriptor(const TypePtr &declared)
     {
         TypePtr full = resolved(declared);
         bool callback = declared->kind == Type::Kind::Typedef;
         bool to_array = full->kind == Type::Kind::Pointer && full->target->kind == Type::Kind::Array;
-        TypePtr plain = declared->kind == Type::Kind::Pointer
-                            ? Type::pointer_to(Type::without_const(declared->target))
-                            : declared;
+        TypePtr plain = declared->kind == Type::Kind::Pointer ? without_any_const(declared) : declared;
         bool to_opaque = full->kind == Type::Kind::Pointer && full->target->kind == Type::Kind::Typedef;
         // A callback is known by its signature too, a pointer to an array by its elements, and a pointer to an
         // opaque type by the opaque name beside its aliases.

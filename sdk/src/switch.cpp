@@ -6,8 +6,6 @@ namespace sim {
 
 namespace {
 
-constexpr int unit_max = 16;
-
 bcm_pbmp_t front_ports()
 {
     bcm_pbmp_t ports = {};
@@ -17,10 +15,23 @@ bcm_pbmp_t front_ports()
     return ports;
 }
 
-struct Units {
-    Units() { switches[0] = std::make_unique<Switch>(0); }
-    std::array<std::unique_ptr<Switch>, unit_max> switches;
-};
+using Switches = std::array<std::unique_ptr<Switch>, unit_max>;
+
+Switches *first_attached()
+{
+    Switches *switches = new Switches;
+    switches->front() = std::make_unique<Switch>(0);
+    return switches;
+}
+
+/// The place of a unit, or null if there can be no such unit.
+std::unique_ptr<Switch> *place(int unit)
+{
+    // Made on first use, so that it is there for other libraries' start-up code too; never destroyed, so
+    // that it is still there for their clean-up.
+    static Switches &switches = *first_attached();
+    return unit >= 0 && unit < unit_max ? &switches[static_cast<std::size_t>(unit)] : nullptr;
+}
 
 }  // namespace
 
@@ -32,13 +43,27 @@ Switch::Switch(int unit_number) : unit(unit_number), vlans(front_ports())
 
 Switch *attached(int unit)
 {
-    // Made on first use, so that it is there for other libraries' start-up code too; never destroyed, so
-    // that it is still there for their clean-up.
-    static Units &units = *new Units;
-    if (unit < 0 || unit >= unit_max) {
-        return nullptr;
+    std::unique_ptr<Switch> *found = place(unit);
+    return found != nullptr ? found->get() : nullptr;
+}
+
+bool attach(int unit)
+{
+    std::unique_ptr<Switch> *free = place(unit);
+    if (free != nullptr) {
+        *free = std::make_unique<Switch>(unit);
     }
-    return units.switches[static_cast<std::size_t>(unit)].get();
+    return free != nullptr;
+}
+
+bool detach(int unit)
+{
+    std::unique_ptr<Switch> *found = place(unit);
+    const bool was_attached = found != nullptr && *found != nullptr;
+    if (was_attached) {
+        found->reset();
+    }
+    return was_attached;
 }
 
 }  // namespace sim

@@ -38,7 +38,15 @@ struct Switch {
     L2State l2;
 };
 
+/// Units are 0..unit_max - 1. Unit 0 is attached from the start.
+constexpr int unit_max = 16;
+
 /// The switch attached as that unit, or null.
 Switch *attached(int unit);
+
+/// Attaches a switch as it is when new, in place of one that was there. False if there can be no such unit.
+bool attach(int unit);
+/// False if none is attached.
+bool detach(int unit);
 
 }  // namespace sim
