@@ -112,7 +112,7 @@ std::vector<std::vector<const BoundFunction *>> by_name(const std::vector<BoundF
 }
 
 // The stub of functions of one name: that with the fewest parameters whose arguments would convert is called.
-std::string overload_stub(std::vector<const BoundFunction *> functions, size_t first_row)
+std::string overload_stub(std::vector<const BoundFunction *> functions, const std::string &table, size_t first_row)
 {
     const std::string &name = functions.front()->name;
     std::string prototypes, choices;
@@ -125,7 +125,7 @@ std::string overload_stub(std::vector<const BoundFunction *> functions, size_t f
         return functions[a]->parameters.size() < functions[b]->parameters.size();
     });
     for (size_t i : order) {
-        std::string codes, row = "rows[" + std::to_string(first_row + i) + "]";
+        std::string codes, row = table + "[" + std::to_string(first_row + i) + "]";
         for (const BoundParameter &parameter : functions[i]->parameters)
             codes += shape_parameter(parameter).code;
         choices += "    if (converts(args, " + row + ", \"" + codes + "\"))\n        return " +
@@ -165,7 +165,8 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
 {
     std::string group = "calls_" + family.name;
     numbering.begin_group(group);
-    std::string rows, stubs;
+    // Named after the family, since files of several families are compiled as one.
+    std::string table = family.name + "_calls", rows, stubs;
     size_t number = 0;
     for (const std::vector<const BoundFunction *> &overloads : by_name(family.functions)) {
         const std::string &name = overloads.front()->name;
@@ -188,9 +189,9 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
             stubs += thunk(function, shape, thunk_name);
             if (alone)
                 stubs += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + shape.name() +
-                         "(args, rows[" + std::to_string(number) + "], " + thunk_name + ");\n}\n";
+                         "(args, " + table + "[" + std::to_string(number) + "], " + thunk_name + ");\n}\n";
         }
-        stubs += overloads.size() == 1 ? "\n" : overload_stub(overloads, number);
+        stubs += overloads.size() == 1 ? "\n" : overload_stub(overloads, table, number);
         number += overloads.size();
     }
     std::string text = banner("Functions of the family '" + family.name + "'.",
@@ -198,7 +199,7 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
                        includes(family.headers, family.cxx_headers) +
                        "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty())
-        text += "constexpr CallRow rows[] = {\n" + rows + "};\n\n" + stubs;
+        text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
     text += "}  // namespace\n\n";
     return text + emit_group(numbering.groups().back()) + "\n}  // namespace quorel\n";
 }

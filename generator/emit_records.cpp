@@ -42,11 +42,11 @@ Accessors accessors_of(const BoundMember &member)
 // Collects the rows and stubs of one file.
 class RecordWriter {
 public:
-    explicit RecordWriter(Numbering &numbering) : numbering_(numbering) {}
+    RecordWriter(const std::string &family, Numbering &numbering) : prefix_(family + "_"), numbering_(numbering) {}
 
     void add(const BoundRecord &record)
     {
-        std::string row = "records[" + std::to_string(records_++) + "]";
+        std::string row = prefix_ + "records[" + std::to_string(records_++) + "]";
         unsigned constructor = stub("new_" + record.name, "() -> " + record.name, "new_record", row);
         stub("delete_" + record.name, "(self)", "delete_record", row);
         stub(record.name + "_swigregister", "", "register_record", row);
@@ -58,7 +58,7 @@ public:
 
     void add(const BoundCell &cell)
     {
-        std::string row = "cells[" + std::to_string(cells_++) + "]";
+        std::string row = prefix_ + "cells[" + std::to_string(cells_++) + "]";
         std::string size = "sizeof(" + cell.element.text + ")";
         bool record = cell.element.conversion == Conversion::Value;
         std::string kind = scalar_name(cell.element.conversion), member = next_member();
@@ -77,7 +77,7 @@ public:
 
     void add(const BoundArray &array)
     {
-        std::string row = "arrays[" + std::to_string(arrays_++) + "]";
+        std::string row = prefix_ + "arrays[" + std::to_string(arrays_++) + "]";
         bool record = array.element.conversion == Conversion::Value;
         std::string kind = record ? "record" : scalar_name(array.element.conversion);
         unsigned constructor =
@@ -119,7 +119,7 @@ private:
                         std::to_string(name_offset) + ", " + offset + ", " + size + "},\n";
     }
 
-    std::string next_member() const { return "members[" + std::to_string(members_) + "]"; }
+    std::string next_member() const { return prefix_ + "members[" + std::to_string(members_) + "]"; }
 
     std::string argument(const Crossing &crossing) { return std::to_string(numbering_.arguments({crossing})); }
 
@@ -131,11 +131,13 @@ private:
         return numbering_.method("py_" + name, name + doc);
     }
 
-    static std::string table(const std::string &type, const std::string &name, const std::string &rows)
+    std::string table(const std::string &type, const std::string &name, const std::string &rows) const
     {
-        return rows.empty() ? "" : "constexpr " + type + " " + name + "[] = {\n" + rows + "};\n\n";
+        return rows.empty() ? "" : "constexpr " + type + " " + prefix_ + name + "[] = {\n" + rows + "};\n\n";
     }
 
+    // Tables are named after the family, since files of several families are compiled as one.
+    std::string prefix_;
     Numbering &numbering_;
     size_t records_ = 0, cells_ = 0, arrays_ = 0, members_ = 0;
     std::string record_rows_, cell_rows_, array_rows_, member_rows_, checks_, stubs_;
@@ -160,7 +162,7 @@ std::string emit_group(const Numbering::Group &group)
 std::string emit_records(const Family &family, Numbering &numbering)
 {
     numbering.begin_group("records_" + family.name);
-    RecordWriter writer(numbering);
+    RecordWriter writer(family.name, numbering);
     for (const BoundCell &cell : family.cells)
         writer.add(cell);
     for (const BoundArray &array : family.arrays)

@@ -1,5 +1,4 @@
 /// Commands on the layer-2 address table.
-#include "integer.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_ports.h"

@@ -1,6 +1,6 @@
 /// Commands on the chip's registers and memories.
 #include "chip_layout.h"
-#include "integer.h"
+#include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "sim.h"
@@ -56,7 +56,7 @@ std::string hexadecimal(const Wide &value)
 /// An integer, or hexadecimal digits after 0x as many as the widest register has.
 bool read_wide(const std::string &text, Wide *value)
 {
-    long long number;
+    int64 number;
     if (read_integer(text, &number) && number >= 0) {
         value->words[0] = static_cast<uint32>(number);
         value->words[1] = static_cast<uint32>(number >> 32);
@@ -147,7 +147,7 @@ bool read_register_name(std::string text, RegisterName *name)
     if (bracket != std::string::npos) {
         const std::string_view index = std::string_view(text).substr(bracket + 1);
         if (index.empty() || index.back() != ']'
-            || !read_integer(index.substr(0, index.size() - 1), &name->index)) {
+            || !read_int(index.substr(0, index.size() - 1), &name->index)) {
             return false;
         }
         text.erase(bracket);
@@ -155,7 +155,7 @@ bool read_register_name(std::string text, RegisterName *name)
     const std::size_t dot = text.find('.');
     if (dot != std::string::npos) {
         const std::string_view port = std::string_view(text).substr(dot + 1);
-        if (port != "*" && !read_integer(port, &name->port)) {
+        if (port != "*" && !read_int(port, &name->port)) {
             return false;
         }
         text.erase(dot);
@@ -243,7 +243,7 @@ bool next_entry(Arguments *args, const Memory **memory, int *copy, int *index)
     const std::size_t dot = name.find('.');
     *copy = SOC_CORE_BROADCAST;
     if (dot != std::string::npos) {
-        if (!read_integer(std::string_view(name).substr(dot + 1), copy)) {
+        if (!read_int(std::string_view(name).substr(dot + 1), copy)) {
             return false;
         }
         name.erase(dot);

@@ -1,5 +1,5 @@
 /// Commands that make a language of the shell: variables, tests, conditions, loops, command files.
-#include "integer.h"
+#include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_variables.h"
@@ -40,7 +40,7 @@ bool read_setting(const std::string &text, int *value)
         return true;
     }
     int number;
-    if (!read_integer(text, &number) || number < 0) {
+    if (!read_int(text, &number) || number < 0) {
         return false;
     }
     *value = number;
@@ -105,7 +105,7 @@ cmd_result_t unset(int, args_t *a)
 /// Whether `a operator b` holds; numbers are compared as such. False if there is no such operator.
 bool compare(const std::string &a, const std::string &relation, const std::string &b, bool *holds)
 {
-    long long number_a, number_b;
+    int64 number_a, number_b;
     const bool numbers = read_integer(a, &number_a) && read_integer(b, &number_b);
     const int order = numbers ? (number_a > number_b) - (number_a < number_b) : a.compare(b);
     if (relation == "==") {

@@ -1,5 +1,5 @@
 /// Commands on ports and VLANs.
-#include "integer.h"
+#include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_ports.h"
@@ -103,7 +103,7 @@ cmd_result_t port(int unit, args_t *a)
         std::string key, text;
         int value;
         const PortSetting *setting = args.next_setting(&key, &text) ? find_port_setting(key) : nullptr;
-        if (setting == nullptr || !read_integer(text, &value)) {
+        if (setting == nullptr || !read_int(text, &value)) {
             return CMD_USAGE;
         }
         for (const int number : ports) {

@@ -1,5 +1,5 @@
 /// Start-up of the application, and its parameters as words.
-#include "integer.h"
+#include "number_text.h"
 #include "shell_arguments.h"
 #include "sim.h"
 #include "startup_steps.h"
@@ -87,7 +87,7 @@ const Member *find_member(const std::string &name)
 bool set_member(const std::string &name, const std::string &text, Parameters *parameters)
 {
     const Member *member = find_member(name);
-    long long value;
+    int64 value;
     if (member == nullptr || !read_integer(text, &value)) {
         return false;
     }
@@ -96,7 +96,7 @@ bool set_member(const std::string &name, const std::string &text, Parameters *pa
         return value == static_cast<int32>(value);
     }
     parameters->*member->natural = static_cast<uint32>(value);
-    return value == static_cast<long long>(static_cast<uint32>(value));
+    return value == static_cast<int64>(static_cast<uint32>(value));
 }
 
 Parameters defaults(int unit)

@@ -1,5 +1,5 @@
 /// Ends of ranges as the shell reads them.
-#include "integer.h"
+#include "number_text.h"
 #include "sim.h"
 
 namespace {
@@ -12,7 +12,7 @@ bool read_end(const char *text, int legal_end, int *value)
         *value = legal_end;
         return true;
     }
-    return sim::read_integer(word, value);
+    return sim::read_int(word, value);
 }
 
 }  // namespace

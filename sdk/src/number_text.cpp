@@ -86,15 +86,25 @@ NumberStatus read_number(std::string_view text, uint32 *words, int count)
     return too_large ? NumberStatus::too_large : NumberStatus::ok;
 }
 
-bool read_int(std::string_view text, int *value)
+bool read_integer(std::string_view text, int64 *value)
 {
-    // Two words, so that -1 and 4294967295 are different.
-    uint32 words[2];
-    if (read_number(text, words, 2) != NumberStatus::ok) {
+    // Three words, so that -1 and 18446744073709551615 are different.
+    uint32 words[3];
+    if (read_number(text, words, 3) != NumberStatus::ok) {
         return false;
     }
     const auto number = static_cast<int64>(uint64{words[1]} << 32 | words[0]);
-    if (number < INT_MIN || number > INT_MAX) {
+    if (words[2] != (number < 0 ? ~0u : 0u)) {
+        return false;
+    }
+    *value = number;
+    return true;
+}
+
+bool read_int(std::string_view text, int *value)
+{
+    int64 number;
+    if (!read_integer(text, &number) || number < INT_MIN || number > INT_MAX) {
         return false;
     }
     *value = static_cast<int>(number);

@@ -13,6 +13,9 @@ enum class NumberStatus { ok, malformed, too_large };
 /// Into count words, the least significant one first. They are only complete if the status is ok.
 NumberStatus read_number(std::string_view text, uint32 *words, int count);
 
+/// A number that 64 bits hold with its sign.
+bool read_integer(std::string_view text, int64 *value);
+
 /// A number that an int holds.
 bool read_int(std::string_view text, int *value);
 

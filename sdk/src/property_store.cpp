@@ -1,6 +1,6 @@
 #include "property_store.h"
 
-#include "integer.h"
+#include "number_text.h"
 
 #include <bcm/error.h>
 
@@ -101,7 +101,7 @@ int integer_property(int unit, const std::string &name, int *value)
     if (text == nullptr) {
         return BCM_E_NOT_FOUND;
     }
-    return read_integer(*text, value) ? BCM_E_NONE : BCM_E_CONFIG;
+    return read_int(*text, value) ? BCM_E_NONE : BCM_E_CONFIG;
 }
 
 }  // namespace sim

@@ -1,6 +1,6 @@
 #include "shell_arguments.h"
 
-#include "integer.h"
+#include "number_text.h"
 
 #include <cstring>
 
@@ -59,7 +59,7 @@ const char *Arguments::next()
 bool Arguments::next_integer(int *value)
 {
     const char *word = peek();
-    if (word == nullptr || !read_integer(word, value)) {
+    if (word == nullptr || !read_int(word, value)) {
         return false;
     }
     ++args_->next;

@@ -1,6 +1,6 @@
 #include "shell_variables.h"
 
-#include "integer.h"
+#include "number_text.h"
 #include "sim.h"
 #include "switch.h"
 
@@ -16,7 +16,7 @@ std::string ShellVariables::value(const std::string &name, int unit) const
     if (name == "unit") {
         return std::to_string(unit);
     }
-    if (read_integer(name, &number)) {
+    if (read_int(name, &number)) {
         const std::size_t word = static_cast<std::size_t>(number);
         return !file_words_.empty() && word < file_words_.back().size() ? file_words_.back()[word] : "";
     }

@@ -1,6 +1,6 @@
 #include "shell_words.h"
 
-#include "integer.h"
+#include "number_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -30,7 +30,7 @@ bool take_unit(std::string *word, ShellCommand *command)
     const std::size_t colon = word->find(':');
     int unit;
     if (command->unit.has_value() || colon == std::string::npos || !is_digit(word->front())
-        || !read_integer(std::string_view(*word).substr(0, colon), &unit)) {
+        || !read_int(std::string_view(*word).substr(0, colon), &unit)) {
         return false;
     }
     command->unit = unit;
