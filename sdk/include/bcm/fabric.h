@@ -19,6 +19,7 @@ extern "C" {
 #endif
 
 typedef int bcm_fabric_pipe_t;              /* part of a link, with buffers of its own */
+enum { bcmFabricPipeAll = -1 };             /* for a setter: every pipe of the link */
 
 /* flags of functions that create objects. */
 #define BCM_FABRIC_WITH_ID 0x00000001       /* the id to use is the one given */

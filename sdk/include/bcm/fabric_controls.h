@@ -90,7 +90,6 @@ typedef enum bcm_fabric_link_control_e {
     bcmFabricLinkControlTransmit = 0,
     bcmFabricLinkControlReceive,
     bcmFabricLinkControlIsolate,                 /* reachability messages say that nobody is behind it */
-    bcmFabricLinkControlRepeaterPeer,            /* link to which a repeater passes cells on, -1 for none */
     bcmFabricLinkControlCast,                    /* bcm_fabric_cast_t, what the link may carry */
     bcmFabricLinkControlWeight,                  /* 1..15, its share of the traffic */
     bcmFabricLinkControlPriorityMin,             /* lowest priority that the link carries */

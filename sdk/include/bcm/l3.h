@@ -110,22 +110,19 @@ typedef enum bcm_l3_stat_e {
 /* Counters of a routing table. */
 typedef enum bcm_l3_vrf_stat_e {
     bcmL3VrfStatIngressPackets = 0,
-    bcmL3VrfStatIngressBytes = 1,
-    bcmL3VrfStatCount = 2
+    bcmL3VrfStatIngressBytes = 1
 } bcm_l3_vrf_stat_t;
 
 /* Counters of a route. */
 typedef enum bcm_l3_route_stat_e {
     bcmL3RouteInPackets = 0,
-    bcmL3RouteInBytes = 1,
-    bcmL3RouteStatCount = 2
+    bcmL3RouteInBytes = 1
 } bcm_l3_route_stat_t;
 
 /* Counters of an ingress interface. */
 typedef enum bcm_l3_ingress_stat_e {
     bcmL3IngressInPackets = 0,
-    bcmL3IngressInBytes = 1,
-    bcmL3IngressStatCount = 2
+    bcmL3IngressInBytes = 1
 } bcm_l3_ingress_stat_t;
 
 /* How an interface marks the packets that it sends. */

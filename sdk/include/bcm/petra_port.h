@@ -94,6 +94,14 @@ int bcm_petra_port_vlan_pri_map_set(int unit, bcm_port_t port, int pkt_pri, int 
 int _bcm_petra_port_color_encode(int unit, bcm_color_t color, int *drop_precedence);
 int _bcm_petra_port_color_decode(int unit, int drop_precedence, bcm_color_t *color);
 
+/* Which of two tags a packet of a port with double tagging is judged by. */
+typedef enum _bcm_petra_port_dtag_mode_e {
+    _bcm_petra_port_dtag_mode_none,
+    _bcm_petra_port_dtag_mode_internal,
+    _bcm_petra_port_dtag_mode_external,
+    _bcm_petra_port_dtag_mode_both
+} _bcm_petra_port_dtag_mode_t;
+
 /* What is dropped on arrival (BCM_PORT_DISCARD_*), and what double tagging adds to it. */
 int _bcm_petra_port_discard_extend_dtag_mode_set(int unit, bcm_port_t port, int mode);
 int _bcm_petra_port_discard_extend_get(int unit, bcm_port_t port, uint32 *flags);

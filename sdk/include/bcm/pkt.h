@@ -107,8 +107,7 @@ typedef enum bcm_pkt_dnx_type_e {
     bcmPktDnxTypeFtmh,                     /* its way through the fabric */
     bcmPktDnxTypeOtsh,                     /* OAM and time */
     bcmPktDnxTypeOtmh,                     /* how it leaves */
-    bcmPktDnxTypeInternal,                 /* why it was trapped */
-    bcmPktDnxTypeCount
+    bcmPktDnxTypeInternal                 /* why it was trapped */
 } bcm_pkt_dnx_type_t;
 
 /* What the destination of an ITMH is. */

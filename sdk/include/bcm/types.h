@@ -154,8 +154,7 @@ typedef enum bcm_etag_action_e {
     bcmEtagActionNone = 0,
     bcmEtagActionAdd = 1,
     bcmEtagActionReplace = 2,
-    bcmEtagActionDelete = 3,
-    bcmEtagActionCount = 4
+    bcmEtagActionDelete = 3
 } bcm_etag_action_t;
 
 /* What is done to the label stack of a packet that leaves. */
