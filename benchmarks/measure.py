@@ -131,8 +131,10 @@ def conversion_rows():
 
 def whole_rows():
     def import_instructions(subject):
-        # The SDK library, which anything that calls it has to load, is there before.
-        program = 'import sys\nsys.path[:0] = %r\nimport floor\n%%s' % (PATH,)
+        # The SDK library, which anything that calls it has to load, is there before. The lists make the collector
+        # look at what the import has made, which it would do sooner or later; the interpreter's end is not counted.
+        program = 'import os, sys\nsys.path[:0] = %r\nimport floor\n%%s\n[[] for _ in range(1000)]\nos._exit(0)' % (
+            PATH,)
         return (callgrind.instructions(program % ('import ' + BOTH[subject][1])) -
                 callgrind.instructions(program % 'pass'))
 

@@ -46,23 +46,6 @@ int set(PyObject *self, PyObject *instance, PyObject *value)
     return result ? 0 : -1;
 }
 
-NewReference make(PyTypeObject *type, PyObject *args, PyObject *)
-{
-    PyObject *getter, *setter = Py_None;
-    if (!PyArg_UnpackTuple(args, "_Member", 1, 2, &getter, &setter))
-        return nullptr;
-    if (!is_builtin(getter) || (setter != Py_None && !is_builtin(setter))) {
-        PyErr_SetString(PyExc_TypeError, "_Member() takes an extension module's functions");
-        return nullptr;
-    }
-    PyObject *self = PyType_GenericAlloc(type, 0);
-    if (!self)
-        return nullptr;
-    as_descriptor(self)->getter = Owned::share(getter).release();
-    as_descriptor(self)->setter = setter == Py_None ? nullptr : Owned::share(setter).release();
-    return self;
-}
-
 void deallocate(PyObject *self)
 {
     Py_XDECREF(as_descriptor(self)->getter);
@@ -86,22 +69,34 @@ PyMemberDef members[] = {
     {nullptr, 0, 0, 0, nullptr},
 };
 
-}  // namespace
-
 PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Member",
                                       sizeof(MemberDescriptor)};
+
+}  // namespace
+
+NewReference new_member_descriptor(Borrowed getter, Borrowed setter)
+{
+    if (!is_builtin(getter) || (setter && !is_builtin(setter))) {
+        PyErr_SetString(PyExc_TypeError, "members are read and written with functions of an extension module");
+        return nullptr;
+    }
+    PyObject *self = PyType_GenericAlloc(&MemberDescriptor_Type, 0);
+    if (!self)
+        return nullptr;
+    as_descriptor(self)->getter = Owned::share(getter).release();
+    as_descriptor(self)->setter = setter ? Owned::share(setter).release() : nullptr;
+    return self;
+}
 
 bool initialise_member_descriptor_type()
 {
     PyTypeObject &type = MemberDescriptor_Type;
     type.tp_dealloc = deallocate;
     type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_doc = "_Member(getter, setter): a property made of two functions of this module.";
     type.tp_members = members;
     type.tp_getset = attributes;
     type.tp_descr_get = get;
     type.tp_descr_set = set;
-    type.tp_new = make;
     return PyType_Ready(&type) == 0;
 }
 

@@ -1,18 +1,18 @@
-// Attributes of the companion's proxy classes: _Member(getter, setter) is a property made of two functions of
-// this module. Python's own property would do the same at more than twice the cost, most of it in putting
-// together the argument tuple from a format string.
+// Attributes of the companion's proxy classes: a property made of two functions of this module. Python's own
+// property would do the same at more than twice the cost, most of it in putting together the argument tuple from
+// a format string.
 #pragma once
 
 #include "references.h"
 
 namespace quorel {
 
-/// Called with a read accessor and a write accessor or None; TypeError for anything but built-in functions that
-/// take positional arguments. Without a write accessor assigning raises AttributeError. The docstring of an
-/// instance is the read accessor's.
-extern PyTypeObject MemberDescriptor_Type;
+/// A property that is read with one function and assigned with the other, or not at all if that is null. Returns
+/// null with TypeError for anything but built-in functions that take positional arguments. The docstring of the
+/// property is that of the function that reads.
+NewReference new_member_descriptor(Borrowed getter, Borrowed setter);
 
-/// Makes MemberDescriptor_Type usable. Returns false with an exception set when that fails.
+/// Makes the type of these usable. Returns false with an exception set when that fails.
 bool initialise_member_descriptor_type();
 
 }  // namespace quorel

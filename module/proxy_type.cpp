@@ -1,9 +1,13 @@
 #include "proxy_type.h"
 
 #include "builtin_call.h"
+#include "member_descriptor.h"
 #include "type_table.h"
 
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
+#include <string_view>
 
 namespace quorel {
 
@@ -46,6 +50,89 @@ int construct(PyObject *object, PyObject *args, PyObject *keywords)
     return pointer && *dictionary ? PyDict_SetItem(*dictionary, this_name(), pointer.get()) : -1;
 }
 
+Owned joined(std::initializer_list<std::string_view> parts)
+{
+    size_t size = 0;
+    for (std::string_view part : parts)
+        size += part.size();
+    Owned text = Owned::steal(PyString_FromStringAndSize(nullptr, static_cast<Py_ssize_t>(size)));
+    char *place = text ? PyString_AS_STRING(text.get()) : nullptr;
+    for (std::string_view part : parts)
+        if (place)
+            place = std::copy(part.begin(), part.end(), place);
+    return text;
+}
+
+bool add_members(PyObject *attributes, std::string_view class_name, PyObject *members, PyObject *functions)
+{
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(members); ++i) {
+        PyObject *member = PyList_GET_ITEM(members, i);
+        if (!PyString_Check(member)) {
+            PyErr_SetString(PyExc_TypeError, "_derive(): names of members are strings");
+            return false;
+        }
+        const std::string_view member_name(PyString_AS_STRING(member), static_cast<size_t>(PyString_GET_SIZE(member)));
+        Owned getter_name = joined({class_name, "_", member_name, "_get"});
+        Owned setter_name = joined({class_name, "_", member_name, "_set"});
+        if (!getter_name || !setter_name)
+            return false;
+        PyObject *getter = PyDict_GetItem(functions, getter_name.get());
+        if (!getter) {
+            PyErr_SetObject(PyExc_KeyError, getter_name.get());
+            return false;
+        }
+        PyObject *setter = PyDict_GetItem(functions, setter_name.get());
+        Owned descriptor = Owned::steal(new_member_descriptor(getter, setter));
+        if (!descriptor || PyDict_SetItem(attributes, member, descriptor.get()) != 0)
+            return false;
+    }
+    return true;
+}
+
+// What type(name, (base,), attributes) does for a class that adds no special method and no slot. type() itself
+// looks each of some sixty special methods up along all bases, which was a fifth of the import.
+NewReference make_class(PyObject *base, PyObject *name, PyObject *attributes)
+{
+    Owned made = Owned::steal(PyType_GenericAlloc(&PyType_Type, 0));
+    if (!made)
+        return nullptr;
+    auto *heap_type = reinterpret_cast<PyHeapTypeObject *>(made.get());
+    PyTypeObject &type = heap_type->ht_type;
+    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HEAPTYPE | Py_TPFLAGS_BASETYPE;
+    heap_type->ht_name = Owned::share(name).release();
+    type.tp_name = PyString_AS_STRING(name);
+    type.tp_as_number = &heap_type->as_number;
+    type.tp_as_sequence = &heap_type->as_sequence;
+    type.tp_as_mapping = &heap_type->as_mapping;
+    type.tp_as_buffer = &heap_type->as_buffer;
+    type.tp_base = reinterpret_cast<PyTypeObject *>(Owned::share(base).release());
+    type.tp_dict = Owned::share(attributes).release();
+    return PyType_Ready(&type) == 0 ? made.release() : nullptr;
+}
+
+NewReference derive(PyObject *base, PyObject *args)
+{
+    PyObject *name, *attributes, *members, *functions;
+    if (!PyArg_ParseTuple(args, "SO!O!O!:_derive", &name, &PyDict_Type, &attributes, &PyList_Type, &members,
+                          &PyDict_Type, &functions))
+        return nullptr;
+    if (!PyType_HasFeature(reinterpret_cast<PyTypeObject *>(base), Py_TPFLAGS_HEAPTYPE)) {
+        PyErr_SetString(PyExc_TypeError, "_derive() is for subclasses of _Proxy");
+        return nullptr;
+    }
+    return add_members(attributes, PyString_AS_STRING(name), members, functions) ? make_class(base, name, attributes)
+                                                                                 : nullptr;
+}
+
+PyMethodDef methods[] = {
+    {"_derive", derive, METH_VARARGS | METH_CLASS,
+     "_derive(name, attributes, members, functions): a subclass without special methods of its own.\n\n"
+     "attributes: becomes the class's dictionary. members: a list of names, which become properties made of\n"
+     "the functions NAME_MEMBER_get and, if there is one, NAME_MEMBER_set of the dictionary `functions`.\n"
+     "Raises KeyError for a member that cannot be read."},
+    {nullptr, nullptr, 0, nullptr},
+};
+
 }  // namespace
 
 PyTypeObject Proxy_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Proxy", sizeof(PyObject)};
@@ -57,6 +144,7 @@ bool initialise_proxy_type()
     type.tp_setattro = set_attribute;
     type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE;
     type.tp_doc = "Base of proxy classes: takes no attribute that the class does not have.";
+    type.tp_methods = methods;
     type.tp_init = construct;
     type.tp_new = PyType_GenericNew;
     return PyType_Ready(&type) == 0;

@@ -83,7 +83,6 @@ void initialise()
     PyEval_InitThreads();
     install_constants(dictionary);
     install(dictionary, "cvar", new_variable_object());
-    install(dictionary, "_Member", Owned::share(reinterpret_cast<PyObject *>(&MemberDescriptor_Type)));
     install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
 }
 

@@ -4,6 +4,7 @@ import os
 import subprocess
 import sys
 import unittest
+import weakref
 
 import _QuorelApiNew
 import QuorelApiNew as q
@@ -40,6 +41,40 @@ class Companion(unittest.TestCase):
         mine.note, mine.vid = 'own', 5
         self.assertEqual((mine.note, mine.vid, q.bcm_l2_addr_t_vid_get(mine)), ('own', 5, 5))
         self.assertEqual(error_of(setattr, mine, 'notes', 1)[0], AttributeError)
+
+    def test_classes_are_like_any_other(self):
+        made = q.bcm_l2_ring_t
+        self.assertEqual((made.__name__, made.__module__, made.__doc__, made.__bases__),
+                         ('bcm_l2_ring_t', 'QuorelApiNew', None, made.__mro__[1:2]))
+        self.assertIn(made, made.__base__.__subclasses__())
+        record = made()
+        self.assertIs(weakref.ref(record)(), record)
+        made.__len__ = lambda self: self.flags
+        try:
+            ring = made()
+            ring.flags = 3
+            self.assertEqual(len(ring), 3)
+        finally:
+            del made.__len__
+        self.assertRaises(TypeError, len, made())
+
+        class Derived(made):
+            def __len__(self):
+                return 7
+        self.assertEqual(len(Derived()), 7)
+        derive = made.__base__._derive
+        self.assertEqual(error_of(derive, 'x', 1, [], {})[0], TypeError)
+        self.assertEqual(error_of(derive, 'x', {}, [1], {})[0], TypeError)
+        self.assertEqual(error_of(derive, 'x', {}, ['y'], {}), (KeyError, "'x_y_get'"))
+        self.assertEqual(error_of(derive, 'x', {}, ['y'], {'x_y_get': 1})[0], TypeError)
+        self.assertEqual(error_of(_QuorelApiNew._Proxy._derive, 'x', {}, [], {}),
+                         (TypeError, '_derive() is for subclasses of _Proxy'))
+        read_only = derive('x', {}, ['y'], {'x_y_get': q.bcm_l2_ring_t_flags_get})
+        self.assertEqual(error_of(setattr, read_only.__new__(read_only), 'y', 1),
+                         (AttributeError, "can't set attribute"))
+        short_lived = weakref.ref(derive('short_lived', {'kind': 1}, [], {}))
+        gc.collect()
+        self.assertIsNone(short_lived())
 
     def test_ownership(self):
         entry = q.bcm_l2_addr_t()
