@@ -183,6 +183,8 @@ private:
         case Type::Kind::Enum:
             if (opaque_.count(full->name))
                 return pointer_crossing(type, Conversion::Value, Type::pointer_to(Type::without_const(type)));
+            // It crosses as a number; pointers to it, which other modules may hand over, are known all the same.
+            add_descriptor(Type::pointer_to(Type::without_const(type)));
             return Crossing{type, Conversion::Int32, text_of(type), {}, nullptr};
         case Type::Kind::Record:
         case Type::Kind::Typedef:
