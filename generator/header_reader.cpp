@@ -290,6 +290,9 @@ private:
         std::vector<std::string> extents = extents_of(declaration);
         CXType underlying = clang_getTypedefDeclUnderlyingType(declaration);
         TypePtr target = read_type(underlying, extents);
+        // A record without a tag goes by its typedef's name.
+        if (target->kind == Type::Kind::Record && target->name.empty())
+            target = Type::record(name);
         return declarations_.typedefs[name] = target;
     }
 
@@ -301,7 +304,9 @@ private:
             return;
         // The typedef that comes with or after a record names it in Python; one that came before it does not.
         for (Record &record : declarations_.records) {
-            if (record.tag == target->name && !record.has_typedef) {
+            const bool names_it = record.tag.empty() && target->name == name;
+            if ((record.tag == target->name || names_it) && !record.has_typedef) {
+                record.tag = target->name;
                 record.name = name;
                 record.has_typedef = true;
             }

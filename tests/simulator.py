@@ -88,7 +88,7 @@ class SwitchTest(unittest.TestCase):
         q.bcm_vlan_port_add(0, DEFAULT_VLAN, FRONT_PORTS, FRONT_PORTS)
         for port in [CPU_PORT] + FRONT_PORTS:
             q.bcm_port_enable_set(0, port, 1)
-            q.bcm_port_speed_set(0, port, 10000 if port == CPU_PORT else 100000)
+            q.bcm_port_speed_set(0, port, self.value(q.bcm_port_speed_max, port))
             q.bcm_port_pause_set(0, port, 0, 0)
             q.bcm_port_pause_addr_set(0, port, '00:00:00:00:00:00')
             q.bcm_port_untagged_vlan_set(0, port, DEFAULT_VLAN)

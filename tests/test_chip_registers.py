@@ -50,7 +50,7 @@ class Registers(ChipTest):
         self.done(q.soc_reset_init(0))
         self.done(q.soc_misc_init(0))
         self.assertEqual(dict((row, self.get(*row)) for row in rows), at_reset)
-        self.assertEqual(self.get(q.CMIC_DEVICE_IDr), 0x118675)
+        self.assertEqual(self.get(q.CMIC_DEVICE_IDr), 0x114a10)
 
     def test_widths(self):
         narrow, wide, widest = q.CMIC_SBUS_TIMEOUTr, q.CGM_CGM_GENERAL_DB_THr, q.ECI_MAILBOXr

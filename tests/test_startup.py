@@ -128,9 +128,9 @@ class StartUp(SwitchTest):
         q.delete_entrydata(data)
 
     def test_system_init_starts_afresh_with_properties(self):
-        self.set_property('port_init_speed', '25000')
+        self.set_property('port_init_speed', '10000')
         self.set_property('port_init_speed_ce1', '1000')
-        self.set_property('port_init_speed_ce1.2', '10000')
+        self.set_property('port_init_speed_ce1.2', '100')
         self.set_property('port_init_enable_ce0', '0')
         self.set_property('l2_age_timer', '77')
         for unit in (0, 2, 2):
@@ -143,7 +143,7 @@ class StartUp(SwitchTest):
                 self.done(getter(unit, port, value))
                 seen.append(value.value())
             self.done(q.bcm_l2_age_timer_get(unit, value))
-            self.assertEqual(seen + [value.value()], [25000, 10000 if unit == 2 else 1000, 0, 1, 77])
+            self.assertEqual(seen + [value.value()], [10000, 100 if unit == 2 else 1000, 0, 1, 77])
             self.assertEqual(q.getHwMacTable(unit), [])
         self.assertStatus(q.BCM_E_UNIT, q.system_init(16))
 

@@ -1,5 +1,6 @@
 #include "chip.h"
 
+#include "chip_observer.h"
 #include "chip_start.h"
 #include "switch.h"
 
@@ -40,7 +41,9 @@ void Chip::write(const RegisterPlace &place, const Words &value)
     RegisterPlace one = place.to_read();
     const int last = place.is_broadcast() ? place.block - 1 : one.block;
     for (; one.block <= last; ++one.block) {
-        store(one.address(), place.reg->words(), merge(read(one), value, writable));
+        const Words now = merge(read(one), value, writable);
+        store(one.address(), place.reg->words(), now);
+        tell_written(unit, one, now);
     }
 }
 
@@ -51,6 +54,7 @@ void Chip::write(const MemoryPlace &place, const Words &value)
     const int last = place.is_broadcast() ? place.block - 1 : one.block;
     for (; one.block <= last; ++one.block) {
         store(one.address(), place.memory->words(), entry);
+        tell_written(unit, one, entry);
     }
 }
 
@@ -63,6 +67,7 @@ Chip *chip_of(int unit)
     }
     const auto [chip, is_new] = chips.try_emplace(unit);
     if (is_new) {
+        chip->second.unit = unit;
         configure(chip->second);
     }
     return &chip->second;

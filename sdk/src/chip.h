@@ -28,6 +28,7 @@ public:
     /// All registers and memories.
     void reset() { changed_.clear(); }
 
+    int unit = -1; ///< as which it is attached
     bool running = true;
     soc_reg_access_t stand_ins = {};
     std::map<int, Snoop> snoops; ///< by register

@@ -1,6 +1,5 @@
 /// Names and tables of the chip level that are there before a chip is.
 #include <soc/memory.h>
-#include <soc/phy.h>
 #include <soc/register.h>
 
 #include <iterator>
@@ -21,7 +20,3 @@ char *soc_regtypenames[] = {types[0].name, types[1].name, types[2].name, types[3
 int soc_regtype_gran[] = {types[0].granularity, types[1].granularity, types[2].granularity,
                           types[3].granularity, types[4].granularity, types[5].granularity};
 static_assert(std::size(types) == std::size(soc_regtypenames) && std::size(types) == std::size(soc_regtype_gran), "");
-
-soc_phy_info_t *phy_port_info[SOC_MAX_NUM_DEVICES];
-soc_port_t *phy_rmap[SOC_MAX_NUM_DEVICES];
-int (*soc_phy_cb_xlate_port_func)(int unit, int *port);

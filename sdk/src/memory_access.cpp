@@ -1,5 +1,6 @@
 /// Entries of the chip's memories.
 #include "chip.h"
+#include "chip_observer.h"
 #include "sim.h"
 
 #include <sim/memory.h>
@@ -37,7 +38,11 @@ int sim_soc_mem_array_read(int unit, int mem, unsigned int array_index, int copy
             const Marked marked(chip.in_stand_in);
             return stand_in(unit, mem, array_index, copyno, index, entry_data);
         }
-        const Words entry = chip.read(place);
+        Words entry = {};
+        if (!answered(unit, place, &entry)) {
+            entry = chip.read(place);
+        }
+        tell_read(unit, place, entry);
         std::copy_n(entry.begin(), place.memory->words(), static_cast<uint32 *>(entry_data));
         return static_cast<int>(SOC_E_NONE);
     });

@@ -1,5 +1,7 @@
 /// Settings of single ports.
 #include "checked.h"
+#include "phy_settings.h"
+#include "phy_unit.h"
 #include "sim.h"
 
 #include <algorithm>
@@ -7,12 +9,26 @@
 
 using namespace sim;
 
+namespace {
+
+/// Null for the CPU's port.
+PhyPort *phy_of(const Switch &sw, const Port &own)
+{
+    PhyPort &found = phys_of(sw.unit)->of(static_cast<int>(&own - sw.ports.data()));
+    return found.serdes ? &found : nullptr;
+}
+
+}  // namespace
+
 extern "C" {
 
 int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
 {
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
         own.enabled = enable != 0;
+        if (PhyPort *phy = phy_of(sw, own)) {
+            set_enabled(*phy, own.enabled);
+        }
         return BCM_E_NONE;
     });
 }
@@ -27,9 +43,9 @@ int sim_bcm_port_enable_get(int unit, bcm_port_t port, int *enable)
 
 int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
 {
-    // At the other end of every cable is a partner that is always ready.
-    return on_port(unit, port, {status}, [&](Switch &, Port &own) -> int {
-        *status = own.enabled;
+    return on_port(unit, port, {status}, [&](Switch &sw, Port &own) -> int {
+        const PhyPort *phy = phy_of(sw, own);
+        *status = own.enabled && (phy == nullptr || link_of(*phy).up());
         return BCM_E_NONE;
     });
 }
@@ -37,10 +53,13 @@ int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
 int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
 {
     static constexpr int speeds[] = {10, 100, 1000, 10000, 25000, 40000, 50000, 100000};
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
         const bool known = std::find(std::begin(speeds), std::end(speeds), speed) != std::end(speeds);
         if (!known || speed > own.speed_max) {
             return BCM_E_PARAM;
+        }
+        if (PhyPort *phy = phy_of(sw, own)) {
+            return force_speed(*phy, phy->outer(), speed);
         }
         own.speed = speed;
         return BCM_E_NONE;
@@ -49,8 +68,9 @@ int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
 
 int sim_bcm_port_speed_get(int unit, bcm_port_t port, int *speed)
 {
-    return on_port(unit, port, {speed}, [&](Switch &, Port &own) -> int {
-        *speed = own.speed;
+    return on_port(unit, port, {speed}, [&](Switch &sw, Port &own) -> int {
+        const PhyPort *phy = phy_of(sw, own);
+        *speed = phy == nullptr ? own.speed : speed_of(*phy);
         return BCM_E_NONE;
     });
 }

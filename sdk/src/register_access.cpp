@@ -1,5 +1,6 @@
 #include "register_access.h"
 
+#include "chip_observer.h"
 #include "sim.h"
 
 #include <algorithm>
@@ -27,6 +28,7 @@ void tell_snoop(int unit, Chip &chip, const RegisterPlace &place, uint32 access,
 Words read_and_tell(int unit, Chip &chip, const RegisterPlace &place)
 {
     const Words value = chip.read(place);
+    tell_read(unit, place, value);
     tell_snoop(unit, chip, place, SOC_REG_SNOOP_READ, value);
     return value;
 }

@@ -15,7 +15,7 @@ constexpr uint32 read_only = SOCF_RO;
 // Identifier, name, block, type, first word in the block, elements, bits, value after reset, fields.
 constexpr Register table[] = {
     // Host interface
-    {CMIC_DEVICE_IDr, "CMIC_DEVICE_ID", SOC_BLK_CMIC, host, 0x10, 1, 32, 0x118675,
+    {CMIC_DEVICE_IDr, "CMIC_DEVICE_ID", SOC_BLK_CMIC, host, 0x10, 1, 32, 0x114a10,
      {{{DEVICEf, 0, 16, read_only}, {REVISIONf, 16, 8, read_only}}}},
     {CMIC_SOFT_RESETr, "CMIC_SOFT_RESET", SOC_BLK_CMIC, host, 0x11, 1, 32, 0,
      {{{DATA_PATH_RESETf, 0, 1}, {TABLE_RESETf, 1, 1}, {MANAGEMENT_RESETf, 2, 1}, {PCIE_RESETf, 3, 1}}}},

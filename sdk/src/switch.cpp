@@ -1,5 +1,7 @@
 #include "switch.h"
 
+#include "phy_unit.h"
+
 #include <memory>
 
 namespace sim {
@@ -39,6 +41,9 @@ Switch::Switch(int unit_number) : unit(unit_number), vlans(front_ports())
 {
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;
+    for (int port = first_copper_port; port <= last_copper_port; ++port) {
+        ports[static_cast<std::size_t>(port)].speed_max = copper_kind.media[0].speed_max;
+    }
 }
 
 Switch *attached(int unit)
@@ -52,6 +57,7 @@ bool attach(int unit)
     std::unique_ptr<Switch> *free = place(unit);
     if (free != nullptr) {
         *free = std::make_unique<Switch>(unit);
+        start_phys(unit);
     }
     return free != nullptr;
 }
@@ -61,6 +67,7 @@ bool detach(int unit)
     std::unique_ptr<Switch> *found = place(unit);
     const bool was_attached = found != nullptr && *found != nullptr;
     if (was_attached) {
+        stop_phys(unit);
         found->reset();
     }
     return was_attached;

@@ -19,7 +19,7 @@ constexpr int cpu_speed_max = 10000;
 struct Port {
     bool enabled = true;
     int speed_max = front_speed_max;
-    int speed = front_speed_max;
+    int speed = front_speed_max;  // of a port without PHY
     bool pause_tx = false;
     bool pause_rx = false;
     std::array<unsigned char, 6> pause_address = {};

@@ -1,0 +1,9 @@
+// Who may reach tables past the SDK.
+#pragma once
+
+#include "quorel_api/chip_memory.h"
+
+bool mayAccess(Hardware::ChipMemory const &table);
+
+/// As at first: nothing is allowed but what the SDK does not manage.
+void resetTableAccess();

@@ -1,0 +1,87 @@
+#include "chip_watch.h"
+
+#include "dynamic_shadow.h"
+#include "quorel_api/chip_memory.h"
+#include "shadows.h"
+#include "trace_lines.h"
+
+#include <cstdio>
+#include <string>
+
+extern "C" {
+#include <sim/chip_observer.h>
+#include <soc/register.h>
+}
+
+namespace {
+
+bool quiet;
+
+std::string registerName(sim_access_t const &access)
+{
+    char name[SOC_REG_TEXT_SIZE] = "";
+    soc_regaddrinfo_t info;
+    soc_regaddrinfo_get(access.unit, &info, access.address);
+    soc_reg_sprint_addr(access.unit, name, &info);
+    return name;
+}
+
+std::string tableName(sim_access_t const &access)
+{
+    Hardware::ChipAddress const place = {access.address, 0};
+    Hardware::ChipMemory::Ptr memory = QuorelApi::findChipMemory(access.unit, access.id, place, 0);
+    if (!memory)
+        return "";
+    U32 const entry = (access.address - memory->baseAddr()) / access.words;
+    return memory->name() + "[" + std::to_string(entry) + "]";
+}
+
+void traceAccess(char const *what, sim_access_t const &access, uint32 const *words)
+{
+    if (!tracing())
+        return;
+    std::string value;
+    for (uint32 word = access.words; word-- > 0;) {
+        char digits[16];
+        std::snprintf(digits, sizeof digits, "%08x", words[word]);
+        value += digits;
+    }
+    std::string const name = access.is_memory ? tableName(access) : registerName(access);
+    trace("unit %d %s %08x %s = 0x%s", access.unit, what, access.address, name.c_str(), value.c_str());
+}
+
+void written(sim_access_t const *access, uint32 const *words)
+{
+    if (Hardware::HardwareShadow *shadow = shadowOf(access->unit).get())
+        shadow->write(access->address, words, access->words);
+    traceAccess("write", *access, words);
+}
+
+void wasRead(sim_access_t const *access, uint32 const *words)
+{
+    if (!quiet)
+        traceAccess("read", *access, words);
+}
+
+int answers(sim_access_t const *access, uint32 *words)
+{
+    return readFromDynamicShadow(access->unit, access->address, words, access->words);
+}
+
+}  // namespace
+
+void watchChips()
+{
+    static sim_chip_observer_t const observer = {written, wasRead, answers};
+    sim_chip_observe(&observer);
+}
+
+QuietReads::QuietReads() : before_(quiet)
+{
+    quiet = true;
+}
+
+QuietReads::~QuietReads()
+{
+    quiet = before_;
+}

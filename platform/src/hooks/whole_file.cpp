@@ -1,0 +1,81 @@
+#include "whole_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+struct CloseFile {
+    void operator()(std::FILE *file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+/// Where a path leads to through links, so that it is not the link that is replaced.
+std::string target(char const *path)
+{
+    std::unique_ptr<char, void (*)(void *)> resolved(::realpath(path, nullptr), std::free);
+    return resolved ? resolved.get() : path;
+}
+
+bool isRegular(int descriptor)
+{
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Writes the text, and closes the file.
+bool write(int descriptor, std::string const &text)
+{
+    File file(::fdopen(descriptor, "w"));
+    if (!file) {
+        ::close(descriptor);
+        return false;
+    }
+    bool const written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
+                         std::fflush(file.get()) == 0 && ::fsync(descriptor) == 0;
+    return std::fclose(file.release()) == 0 && written;
+}
+
+}  // namespace
+
+bool readWholeFile(char const *path, std::string *text)
+{
+    // Not blocking, since it may be a pipe that nobody writes to.
+    int const descriptor = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return false;
+    File file(isRegular(descriptor) ? ::fdopen(descriptor, "r") : nullptr);
+    if (!file) {
+        ::close(descriptor);
+        return false;
+    }
+    text->clear();
+    char block[16384];
+    while (std::size_t const got = std::fread(block, 1, sizeof block, file.get()))
+        text->append(block, got);
+    return !std::ferror(file.get());
+}
+
+bool writeWholeFile(char const *path, std::string const &text)
+{
+    std::string const wanted = target(path);
+    std::string const beside = wanted + "." + std::to_string(::getpid()) + ".tmp";
+    struct stat old;
+    bool const exists = ::stat(wanted.c_str(), &old) == 0;
+    if (exists && !S_ISREG(old.st_mode))
+        return false;
+    int const descriptor = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        return false;
+    bool const same_rights = !exists || ::fchmod(descriptor, old.st_mode & 07777) == 0;
+    bool const written = write(descriptor, text) && same_rights;
+    bool const done = written && std::rename(beside.c_str(), wanted.c_str()) == 0;
+    if (!done)
+        ::unlink(beside.c_str());
+    return done;
+}

@@ -1,0 +1,226 @@
+/// Diagnostics of one PHY, side and lane of a port: operations in classes.
+#include "phy_controls.h"
+#include "phy_registers.h"
+#include "phy_unit.h"
+#include "sim.h"
+
+#include <soc/phy_access.h>
+#include <soc/phy_diag.h>
+#include <soc/phy_values.h>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace sim;
+
+namespace {
+
+/// An operation that reads a control to the argument, or sets one to it or to a value of its own.
+struct ControlOperation {
+    int group, operation;
+    int selector;
+    enum { reads, writes, sets } does;
+    uint32 value;
+};
+
+constexpr ControlOperation control_operations[] = {
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_SIGNAL, SOC_PHY_CONTROL_RX_SIGNAL_DETECT, ControlOperation::reads,
+     0},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_CLOCK_LOCK, SOC_PHY_CONTROL_RX_CLOCK_LOCK, ControlOperation::reads,
+     0},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_BLOCK_LOCK, SOC_PHY_CONTROL_RX_BLOCK_LOCK, ControlOperation::reads,
+     0},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_OFF, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
+     SOC_PHY_LOOPBACK_NONE},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_LOCAL, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
+     SOC_PHY_LOOPBACK_PMD},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_REMOTE, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
+     SOC_PHY_LOOPBACK_REMOTE},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_LOCK, SOC_PHY_CONTROL_PRBS_RX_LOCK, ControlOperation::reads, 0},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERRORS, SOC_PHY_CONTROL_PRBS_RX_STATUS, ControlOperation::reads, 0},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERROR_INJECT, SOC_PHY_CONTROL_PRBS_ERROR_INJECT,
+     ControlOperation::writes, 0},
+    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_VERSION, SOC_PHY_CONTROL_FIRMWARE_VERSION,
+     ControlOperation::reads, 0},
+    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_CRC, SOC_PHY_CONTROL_FIRMWARE_CRC, ControlOperation::reads, 0},
+};
+
+/// How many operations the classes have in which they are numbered.
+struct Group {
+    int group;
+    int operations;
+};
+
+constexpr Group groups[] = {
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_AUTONEG_DONE + 1},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_REMOTE + 1},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERROR_INJECT + 1},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_LOWER + 1},
+    {PHY_DIAG_CTRL_BER, PHY_DIAG_BER_ERRORS + 1},
+    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_CRC + 1},
+};
+
+constexpr uint32 instance_part(uint32 instance, uint32 shift, uint32 mask)
+{
+    return instance >> shift & mask;
+}
+
+/// Null if the port has no such PHY.
+Phy *phy_of(PhyPort &port, uint32 device)
+{
+    switch (device) {
+    case PHY_DIAG_DEVICE_OUTERMOST:
+        return &port.outer();
+    case PHY_DIAG_DEVICE_INTERNAL:
+        return &*port.serdes;
+    case PHY_DIAG_DEVICE_EXTERNAL:
+        return port.copper ? &*port.copper : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
+int operate(const ControlPlace &place, const ControlOperation &operation, uint32 *argument)
+{
+    if (operation.does == ControlOperation::sets) {
+        return set_control(place, operation.selector, operation.value);
+    }
+    if (argument == nullptr) {
+        return SOC_E_PARAM;
+    }
+    return operation.does == ControlOperation::reads ? get_control(place, operation.selector, argument)
+                                                     : set_control(place, operation.selector, *argument);
+}
+
+int start_prbs(const ControlPlace &place, const uint32 *polynomial)
+{
+    if (polynomial == nullptr) {
+        return SOC_E_PARAM;
+    }
+    const int rc = set_control(place, SOC_PHY_CONTROL_PRBS_POLYNOMIAL, *polynomial);
+    if (rc != SOC_E_NONE) {
+        return rc;
+    }
+    set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 1);
+    return set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 1);
+}
+
+int stop_prbs(const ControlPlace &place)
+{
+    set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 0);
+    return set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 0);
+}
+
+int read_state(uint32 *argument, bool good)
+{
+    if (argument == nullptr) {
+        return SOC_E_PARAM;
+    }
+    *argument = good;
+    return SOC_E_NONE;
+}
+
+int access_register(const ControlPlace &place, bool writes, int number, uint32 *argument)
+{
+    constexpr uint32 register_max = 0xffff;
+    RegisterAddress address;
+    if (argument == nullptr || number < 0 || !decode(0, static_cast<uint32>(number), &address)
+        || (writes && *argument > register_max)) {
+        return SOC_E_PARAM;
+    }
+    if (writes) {
+        write_register(place.port, place.phy, place.lane, address, static_cast<uint16>(*argument));
+    } else {
+        *argument = read_register(place.port, place.phy, place.lane, address);
+    }
+    return SOC_E_NONE;
+}
+
+int measure_receiver(const ControlPlace &place, XGPHY_DIAG_DATA_t *measured)
+{
+    if (measured == nullptr) {
+        return SOC_E_PARAM;
+    }
+    constexpr int best_ratio = 40, metres_per_decibel = 10, worst_ratio = 10;
+    uint32 value = 0;
+    XGPHY_DIAG_DATA_t data = {};
+    data.flags = XGPHY_DIAG_BLOCK_LOCK | XGPHY_DIAG_TEMPERATURE;
+    data.block_lock = link_of(place.port, place.phy).up();
+    get_control(place, SOC_PHY_CONTROL_TEMPERATURE, &value);
+    data.digital_temp = data.analog_temp = static_cast<uint16>(value);
+    if (get_control(place, SOC_PHY_CONTROL_FEC_SYMBOL_ERRORS, &data.serr) == SOC_E_NONE
+        && get_control(place, SOC_PHY_CONTROL_FEC_CORRECTED_BLOCKS, &data.cerr) == SOC_E_NONE) {
+        data.flags |= XGPHY_DIAG_SYMBOL_ERRORS | XGPHY_DIAG_CORRECTED_ERRORS;
+    }
+    if (data.block_lock) {
+        data.flags |= XGPHY_DIAG_SNR;
+        data.block_point_id = static_cast<uint16>(place.first_lane());
+        const int ratio = std::max(worst_ratio, best_ratio - place.port.cable.metres / metres_per_decibel);
+        std::fill(std::begin(data.snr_block), std::end(data.snr_block), static_cast<uint8>(ratio));
+    }
+    *measured = data;
+    return SOC_E_NONE;
+}
+
+int operate(const ControlPlace &place, int group, int operation, void *argument)
+{
+    uint32 *number = static_cast<uint32 *>(argument);
+    switch (group) {
+    case PHY_DIAG_CTRL_REGISTER_READ:
+    case PHY_DIAG_CTRL_REGISTER_WRITE:
+        return access_register(place, group == PHY_DIAG_CTRL_REGISTER_WRITE, operation, number);
+    case PHY_DIAG_CTRL_CONTROL_GET:
+        return number == nullptr ? static_cast<int>(SOC_E_PARAM) : get_control(place, operation, number);
+    case PHY_DIAG_CTRL_CONTROL_SET:
+        return number == nullptr ? static_cast<int>(SOC_E_PARAM) : set_control(place, operation, *number);
+    case PHY_DIAG_CTRL_RECEIVER:
+        return measure_receiver(place, static_cast<XGPHY_DIAG_DATA_t *>(argument));
+    default:
+        break;
+    }
+    for (const ControlOperation &one : control_operations) {
+        if (one.group == group && one.operation == operation) {
+            return operate(place, one, number);
+        }
+    }
+    if (group == PHY_DIAG_CTRL_PRBS && operation == PHY_DIAG_PRBS_START) {
+        return start_prbs(place, number);
+    }
+    if (group == PHY_DIAG_CTRL_PRBS && operation == PHY_DIAG_PRBS_STOP) {
+        return stop_prbs(place);
+    }
+    if (group == PHY_DIAG_CTRL_STATE && operation == PHY_DIAG_STATE_LINK) {
+        return read_state(number, link_of(place.port, place.phy).up());
+    }
+    if (group == PHY_DIAG_CTRL_STATE && operation == PHY_DIAG_STATE_AUTONEG_DONE) {
+        return read_state(number, has_negotiated(place.port, place.phy));
+    }
+    const bool known = std::any_of(std::begin(groups), std::end(groups), [&](const Group &one) {
+        return one.group == group && operation >= 0 && operation < one.operations;
+    });
+    return known ? SOC_E_UNAVAIL : SOC_E_PARAM;
+}
+
+}  // namespace
+
+extern "C" {
+
+int sim_soc_phyctrl_diag_ctrl(int arg1, soc_port_t arg2, uint32 arg3, int arg4, int arg5, void *arg6)
+{
+    return on_phy(arg1, arg2, {}, [&](PhyPort &own) {
+        constexpr uint32 instance_bits = PHY_DIAG_LANE_MASK << PHY_DIAG_LANE_SHIFT
+                                         | PHY_DIAG_SIDE_MASK << PHY_DIAG_SIDE_SHIFT
+                                         | PHY_DIAG_DEVICE_MASK << PHY_DIAG_DEVICE_SHIFT;
+        const uint32 lane = instance_part(arg3, PHY_DIAG_LANE_SHIFT, PHY_DIAG_LANE_MASK);
+        const uint32 side = instance_part(arg3, PHY_DIAG_SIDE_SHIFT, PHY_DIAG_SIDE_MASK);
+        Phy *phy = phy_of(own, instance_part(arg3, PHY_DIAG_DEVICE_SHIFT, PHY_DIAG_DEVICE_MASK));
+        if (arg3 & ~instance_bits || phy == nullptr || side > PHY_DIAG_SIDE_SYSTEM) {
+            return static_cast<int>(SOC_E_PARAM);
+        }
+        const ControlPlace place = {own, *phy, phy->side(side == PHY_DIAG_SIDE_SYSTEM),
+                                    lane == PHY_DIAG_LANE_ALL ? -1 : static_cast<int>(lane)};
+        return place.is_lane() ? operate(place, arg4, arg5, arg6) : static_cast<int>(SOC_E_PARAM);
+    });
+}
+
+}  // extern "C"

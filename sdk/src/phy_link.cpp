@@ -1,0 +1,142 @@
+#include "phy_link.h"
+
+#include "phy_controls.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+constexpr Link down = {0, true};
+
+Link fastest_of(soc_port_mode_t modes)
+{
+    for (int i = rate_count - 1; i >= 0; --i) {
+        if (modes & rates[i].full_duplex) {
+            return {rates[i].speed, true};
+        }
+        if (modes & rates[i].half_duplex) {
+            return {rates[i].speed, false};
+        }
+    }
+    return down;
+}
+
+soc_port_mode_t carried_by(const Cable &cable, soc_port_mode_t modes)
+{
+    for (const Rate &rate : rates) {
+        if (!cable.carries(rate.speed)) {
+            modes &= ~(rate.half_duplex | rate.full_duplex);
+        }
+    }
+    return modes;
+}
+
+/// The link to be if nothing else stands in its way.
+Link wanted(const Phy &phy, const Cable &cable, bool looped)
+{
+    const soc_phy_config_t &settings = phy.settings(cable);
+    if (settings.autoneg_enable) {
+        const soc_port_mode_t common = settings.autoneg_advert & phy.modes(cable);
+        return fastest_of(looped ? common : carried_by(cable, common));
+    }
+    const Link forced = {settings.force_speed, settings.force_duplex != 0};
+    const bool carried = looped || cable.carries(forced.speed);
+    return carried && forced.speed <= phy.lanes_speed() ? forced : down;
+}
+
+bool passes_traffic(const Phy &phy)
+{
+    return phy.enabled && phy.stopped == 0 && has_power(phy);
+}
+
+/// The SerDes in front of a copper PHY follows it.
+bool is_between(const PhyPort &port, const Phy &phy)
+{
+    return port.copper && &phy == &*port.serdes;
+}
+
+}  // namespace
+
+Link link_of(const PhyPort &port, const Phy &phy)
+{
+    if (!passes_traffic(phy)) {
+        return down;
+    }
+    if (is_between(port, phy)) {
+        const Phy &next = *port.copper;
+        const bool looped = phy.line.loopback || (next.system.loopback && passes_traffic(next));
+        return looped ? wanted(next, port.cable, true) : link_of(port, next);
+    }
+    if (phy.line.loopback) {
+        return wanted(phy, port.cable, true);
+    }
+    const soc_port_medium_t medium = phy.medium(port.cable.media);
+    const bool is_plugged = port.cable.media >> medium & 1;
+    return phy.media.at(medium).enable && is_plugged && !disturbs_line(phy) ? wanted(phy, port.cable, false)
+                                                                            : down;
+}
+
+Link link_of(const PhyPort &port)
+{
+    if (!port.serdes) {
+        return down;
+    }
+    const bool looped = port.serdes->system.loopback && passes_traffic(*port.serdes);
+    return looped ? wanted(port.outer(), port.cable, true) : link_of(port, *port.serdes);
+}
+
+bool has_negotiated(const PhyPort &port, const Phy &phy)
+{
+    return phy.settings(port.cable).autoneg_enable && link_of(port, phy).up();
+}
+
+soc_port_mode_t partner_modes(const PhyPort &port, const Phy &phy)
+{
+    if (!has_negotiated(port, phy)) {
+        return 0;
+    }
+    // Looped back, the PHY hears itself.
+    return phy.line.loopback ? phy.settings(port.cable).autoneg_advert
+                             : modes_of(phy.ability(port.cable), phy.ability(port.cable).speed_max);
+}
+
+soc_port_if_t interface_in_force(const PhyPort &port, const Phy &phy)
+{
+    const Link link = link_of(port, phy);
+    const int speed = link.up() ? link.speed : phy.settings(port.cable).force_speed;
+    if (carries(phy.interface, speed)) {
+        return phy.interface;
+    }
+    for (soc_port_if_t interface = 0; interface < _SHR_PORT_IF_COUNT; ++interface) {
+        if (phy.kind.interfaces >> interface & 1 && carries(interface, speed)) {
+            return interface;
+        }
+    }
+    return phy.interface;
+}
+
+bool joins(const PhyPort &port)
+{
+    return port.copper && passes_traffic(*port.serdes) && passes_traffic(*port.copper);
+}
+
+bool has_fault(const PhyPort &port, const Phy &phy)
+{
+    return passes_traffic(phy) && !link_of(port, phy).up();
+}
+
+void settle(PhyPort &port)
+{
+    for (std::optional<Phy> *phy : {&port.serdes, &port.copper}) {
+        if (*phy) {
+            const bool up = link_of(port, **phy).up();
+            (*phy)->link_changes += up != (*phy)->link_up;
+            (*phy)->link_up = up;
+            (*phy)->link_lost = (*phy)->link_lost || !up;
+        }
+    }
+}
+
+}  // namespace sim

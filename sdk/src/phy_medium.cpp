@@ -1,0 +1,224 @@
+/// Media of ports: which one is in use, how each is treated, the cable, and who is told of changes.
+#include "phy_settings.h"
+#include "phy_unit.h"
+#include "sim.h"
+
+#include <sim/cable.h>
+#include <soc/phy_values.h>
+
+#include <algorithm>
+
+using namespace sim;
+
+namespace {
+
+bool operator==(const MediumWatcher &a, const MediumWatcher &b)
+{
+    return a.callback == b.callback && a.user_data == b.user_data;
+}
+
+template <class Watchers>
+auto find(Watchers &watchers, const MediumWatcher &watcher)
+{
+    return std::find_if(watchers.begin(), watchers.end(),
+                        [&](const MediumWatcher &one) { return one == watcher; });
+}
+
+void call_watchers(int unit, PhyPort &port, soc_port_medium_t medium)
+{
+    if (port.in_report) {
+        return;
+    }
+    const Marked marked(port.in_report);
+    // A watcher may register and unregister others.
+    const std::vector<MediumWatcher> watchers = port.watchers;
+    for (const MediumWatcher &watcher : watchers) {
+        if (find(port.watchers, watcher) != port.watchers.end()) {
+            watcher.callback(unit, port.number, medium, watcher.user_data);
+        }
+    }
+}
+
+bool is_flag(int value)
+{
+    return value == 0 || value == 1;
+}
+
+bool fits(const MediumAbility &ability, const soc_phy_config_t &config)
+{
+    return is_flag(config.enable) && is_flag(config.preferred) && is_flag(config.autoneg_enable)
+           && is_flag(config.force_duplex) && can_do(ability, config.force_speed, config.force_duplex != 0)
+           && !(config.autoneg_advert & ~modes_of(ability, ability.speed_max))
+           && config.master >= SOC_PHY_MS_SLAVE && config.master <= SOC_PHY_MS_NONE
+           && static_cast<int>(config.mdix) >= 0 && config.mdix < _SHR_PORT_MDIX_COUNT;
+}
+
+/// body(const MediumAbility &, soc_phy_config_t &) of a medium of the port's outer PHY.
+template <class Body>
+int on_medium(int unit, soc_port_t port, soc_port_medium_t medium, Pointers pointers, Body body)
+{
+    return on_phy(unit, port, pointers, [&](PhyPort &own) {
+        if (medium <= _SHR_PORT_MEDIUM_NONE || medium >= _SHR_PORT_MEDIUM_COUNT) {
+            return static_cast<int>(SOC_E_PARAM);
+        }
+        const MediumAbility *ability = own.outer().kind.over(medium);
+        return ability == nullptr ? static_cast<int>(SOC_E_UNAVAIL) : static_cast<int>(body(own, *ability));
+    });
+}
+
+_shr_port_cable_state_t summary(const soc_port_cable_diag_t &diag)
+{
+    _shr_port_cable_state_t state = _SHR_PORT_CABLE_STATE_OK;
+    for (const _shr_port_cable_state_t pair : diag.pair_state) {
+        if (pair == _SHR_PORT_CABLE_STATE_OK || pair == state) {
+            continue;
+        }
+        const bool open_or_short =
+            state <= _SHR_PORT_CABLE_STATE_OPENSHORT && pair <= _SHR_PORT_CABLE_STATE_OPENSHORT;
+        if (state == _SHR_PORT_CABLE_STATE_OK) {
+            state = pair;
+        } else {
+            state = open_or_short ? _SHR_PORT_CABLE_STATE_OPENSHORT : _SHR_PORT_CABLE_STATE_UNKNOWN;
+        }
+    }
+    return state;
+}
+
+}  // namespace
+
+namespace sim {
+
+void report_medium(int unit, PhyPort &port)
+{
+    const soc_port_medium_t medium = port.medium_in_use();
+    if (medium != port.reported_medium) {
+        port.reported_medium = medium;
+        call_watchers(unit, port, medium);
+    }
+}
+
+}  // namespace sim
+
+extern "C" {
+
+int sim_soc_phyctrl_medium_get(int unit, soc_port_t port, soc_port_medium_t *medium)
+{
+    return on_phy(unit, port, {medium}, [&](PhyPort &own) {
+        *medium = own.medium_in_use();
+        return SOC_E_NONE;
+    });
+}
+
+int sim_soc_phyctrl_medium_config_set(int unit, soc_port_t port, soc_port_medium_t medium,
+                                      soc_phy_config_t *cfg)
+{
+    return on_medium(unit, port, medium, {cfg}, [&](PhyPort &own, const MediumAbility &ability) {
+        if (!fits(ability, *cfg)) {
+            return SOC_E_PARAM;
+        }
+        // One medium at most is preferred.
+        for (auto &[other, config] : own.outer().media) {
+            config.preferred = config.preferred && !cfg->preferred;
+        }
+        own.outer().media.at(medium) = *cfg;
+        return SOC_E_NONE;
+    });
+}
+
+int sim_soc_phyctrl_medium_config_get(int unit, soc_port_t port, soc_port_medium_t medium,
+                                      soc_phy_config_t *cfg)
+{
+    return on_medium(unit, port, medium, {cfg}, [&](PhyPort &own, const MediumAbility &) {
+        *cfg = own.outer().media.at(medium);
+        return SOC_E_NONE;
+    });
+}
+
+int sim_soc_phyctrl_cable_diag(int unit, soc_port_t port, soc_port_cable_diag_t *status)
+{
+    return on_medium(unit, port, _SHR_PORT_MEDIUM_COPPER, {status}, [&](PhyPort &own, const MediumAbility &) {
+        constexpr int precision = 5;
+        soc_port_cable_diag_t diag = {};
+        const bool is_plugged = own.cable.media >> _SHR_PORT_MEDIUM_COPPER & 1;
+        diag.npairs = _SHR_PORT_CABLE_PAIRS;
+        diag.fuzz_len = precision;
+        for (std::size_t pair = 0; pair < own.cable.pairs.size(); ++pair) {
+            diag.pair_state[pair] = is_plugged ? own.cable.pairs[pair].state : _SHR_PORT_CABLE_STATE_OPEN;
+            diag.pair_len[pair] = is_plugged ? own.cable.pairs[pair].metres : 0;
+        }
+        diag.state = summary(diag);
+        own.outer().link_lost = true;
+        *status = diag;
+        return SOC_E_NONE;
+    });
+}
+
+int sim_soc_phy_medium_status_register(int unit, soc_port_t port, soc_port_medium_status_cb_t cb,
+                                       void *user_data)
+{
+    return on_phy_port(unit, port, {reinterpret_cast<const void *>(cb)}, [&](PhyUnit &, PhyPort &own) {
+        const MediumWatcher watcher = {cb, user_data};
+        if (find(own.watchers, watcher) != own.watchers.end()) {
+            return SOC_E_EXISTS;
+        }
+        own.watchers.push_back(watcher);
+        return SOC_E_NONE;
+    });
+}
+
+int sim_soc_phy_medium_status_unregister(int unit, soc_port_t port, soc_port_medium_status_cb_t cb,
+                                         void *user_data)
+{
+    return on_phy_port(unit, port, {reinterpret_cast<const void *>(cb)}, [&](PhyUnit &, PhyPort &own) {
+        const auto found = find(own.watchers, {cb, user_data});
+        if (found == own.watchers.end()) {
+            return SOC_E_NOT_FOUND;
+        }
+        own.watchers.erase(found);
+        return SOC_E_NONE;
+    });
+}
+
+void sim_soc_phy_medium_status_notify(int unit, soc_port_t port, soc_port_medium_t medium)
+{
+    on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+        if (medium < 0 || medium >= _SHR_PORT_MEDIUM_COUNT) {
+            return SOC_E_PARAM;
+        }
+        call_watchers(unit, own, medium);
+        return SOC_E_NONE;
+    });
+}
+
+int sim_cable_plug(int unit, int port, uint32 media, int metres)
+{
+    return on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+        uint32 sockets = 0;
+        for (const MediumAbility &ability : own.outer().kind.media) {
+            sockets |= 1u << ability.medium;
+        }
+        if (media & ~sockets || metres <= 0) {
+            return SOC_E_PARAM;
+        }
+        own.cable = Cable(media, metres);
+        return SOC_E_NONE;
+    });
+}
+
+int sim_cable_pair_set(int unit, int port, int pair, _shr_port_cable_state_t state, int metres)
+{
+    return on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+        if (pair < 0 || pair >= _SHR_PORT_CABLE_PAIRS || static_cast<int>(state) < 0
+            || state >= _SHR_PORT_CABLE_STATE_COUNT || metres <= 0) {
+            return SOC_E_PARAM;
+        }
+        if (!(own.cable.media >> _SHR_PORT_MEDIUM_COPPER & 1)) {
+            return SOC_E_NOT_FOUND;
+        }
+        const bool whole = state == _SHR_PORT_CABLE_STATE_OK;
+        own.cable.pairs[static_cast<std::size_t>(pair)] = {state, whole ? own.cable.metres : metres};
+        return SOC_E_NONE;
+    });
+}
+
+}  // extern "C"

@@ -1,0 +1,65 @@
+#include "phy_unit.h"
+
+namespace sim {
+
+namespace {
+
+PhyTables &tables_of(int unit)
+{
+    return unit == 0 ? first_phy_tables : *new PhyTables();
+}
+
+}  // namespace
+
+PhyUnit::PhyUnit(int unit_number) : tables(tables_of(unit_number))
+{
+    for (int port = 0; port <= port_max; ++port) {
+        ports.emplace_back(port);
+    }
+    if (unit_number != 0) {
+        remake(tables);
+        publish(unit_number, &tables);
+    }
+}
+
+PhyUnit *phys_of(int unit)
+{
+    // As the switches, there before other start-up code and after other clean-up.
+    static std::map<int, PhyUnit> &units = *new std::map<int, PhyUnit>;
+    return attached(unit) == nullptr ? nullptr : &units.try_emplace(unit, unit).first->second;
+}
+
+void start_phys(int unit)
+{
+    PhyUnit &phys = *phys_of(unit);
+    remake(phys.tables);
+    publish(unit, &phys.tables);
+    phys.shared_registers.clear();
+    phys.has_tables = phys.has_common = phys.has_drivers = true;
+    for (PhyPort &port : phys.ports) {
+        port.restart();
+    }
+}
+
+void stop_phys(int unit)
+{
+    publish(unit, nullptr);
+}
+
+bool is_ready(const PhyUnit &phys, const PhyPort &port)
+{
+    return phys.has_common && phys.has_drivers && port.initialised;
+}
+
+int translate_port(int unit, soc_port_t *port)
+{
+    if (soc_phy_cb_xlate_port_func != nullptr) {
+        const int rc = soc_phy_cb_xlate_port_func(unit, port);
+        if (rc != SOC_E_NONE) {
+            return rc;
+        }
+    }
+    return *port >= 0 && *port <= port_max ? SOC_E_NONE : SOC_E_PORT;
+}
+
+}  // namespace sim
