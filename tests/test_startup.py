@@ -66,6 +66,69 @@ class StartUp(SwitchTest):
         self.assertEqual(q.sh_check_attached('x', 1), 0)
         self.assertEqual(printed(q.sh_check_attached, 'x', 3), (-1, 'x: unit 3 is not attached\n'))
 
+    def test_what_units_there_are(self):
+        self.done(q.bcm_attach(3, '', 'spare', 7))
+        self.assertEqual([q.bcm_find(*what) for what in (('', 'spare', 7), ('local', 'spare', 7), ('', '', -1))], [3, 3, 0])
+        for what in (('other', 'spare', 7), ('', 'spare', 8), ('', 'spar', 7)):
+            self.assertStatus(q.BCM_E_NOT_FOUND, q.bcm_find(*what), what)
+        units, count = (ctypes.c_int * 4)(*[-7] * 4), ctypes.c_int()
+        for room, expected in ((4, [0, 3]), (1, [0]), (0, [])):
+            self.done(library.bcm_unit_list(room, units, ctypes.byref(count)))
+            self.assertEqual(list(units[:count.value]), expected)
+        self.assertEqual(list(units), [0, 3, -7, -7])
+        self.assertStatus(q.BCM_E_PARAM, q.bcm_unit_list(4, None, q.intp()))
+
+        def of(get, *unit):
+            value = q.intp()
+            self.done(get(*(unit + (value,))))
+            return value.value()
+        self.assertEqual(of(q.bcm_unit_max_get), 15)
+        self.assertEqual([of(q.bcm_unit_valid_get, unit) for unit in (-1, 0, 3, 4, 16)], [0, 1, 1, 0, 0])
+        self.assertEqual([(of(q.bcm_unit_local_get, unit), of(q.bcm_unit_remote_get, unit)) for unit in (0, 3)],
+                         [(1, -1), (1, 7)])
+        self.assertStatus(q.BCM_E_UNIT, q.bcm_unit_local_get(4, q.intp()))
+        text = ctypes.create_string_buffer(6)
+        self.done(library.bcm_unit_subtype_get(3, text, 6))
+        self.assertEqual(text.value, 'spare')
+        self.assertStatus(q.BCM_E_PARAM, library.bcm_unit_subtype_get(3, text, 5))
+
+    def test_families_begin_anew(self):
+        def spoil():
+            self.done(q.bcm_vlan_create(0, 7))
+            self.done(q.bcm_l2_addr_add(0, self.static_address()))
+            self.done(q.bcm_port_enable_set(0, 2, 0))
+
+        def state():
+            return (q.bcm_vlan_port_get(0, 7)[0] == 0, len(q.getHwMacTable(0)), self.value(q.bcm_port_enable_get, 2))
+        self.assertEqual((q.bcm_init(0), q.bcm_init_check(0), q.bcm_init_check(5)), (0, 0, q.BCM_E_UNIT))
+        spoil()
+        self.assertEqual(state(), (True, 1, 0))
+        for module, after in ((q.BCM_MODULE_VLAN, (False, 1, 0)), (q.BCM_MODULE_L2, (False, 0, 0)),
+                              (q.BCM_MODULE_PORT, (False, 0, 1))):
+            self.done(q.bcm_init_selective(0, module))
+            self.assertEqual(state(), after)
+        self.assertStatus(q.BCM_E_PARAM, q.bcm_init_selective(0, 99))
+        spoil()
+        self.done(q.bcm_clear(0))
+        self.assertEqual(state(), (False, 0, 1))
+        self.assertEqual([q.bcm_module_name(0, module) for module in (q.BCM_MODULE_L2, 99)], ['l2', None])
+        self.done(q.bcm_phy_init(0))
+
+    def static_address(self):
+        address = q.bcm_l2_addr_t()
+        q.bcm_l2_addr_t_init(address, '00:00:00:00:00:01', 1)
+        address.port, address.flags = 3, q.BCM_L2_STATIC
+        return address
+
+    def test_records_start_as_they_should(self):
+        info = q.bcm_info_t()
+        self.done(q.bcm_info_get(0, info))
+        q.bcm_info_t_init(info)
+        self.assertEqual((info.vendor, info.device, info.num_pipes), (0, 0, 0))
+        attached = q.bcm_attach_info_t()
+        q.bcm_attach_info_t_init(attached)
+        self.assertEqual((attached.unit, attached.type, attached.subtype, attached.remunit), (-1, None, None, -1))
+
     def test_who_registered_is_told(self):
         events = []
 

@@ -8,15 +8,6 @@ namespace sim {
 
 namespace {
 
-bcm_pbmp_t front_ports()
-{
-    bcm_pbmp_t ports = {};
-    for (int port = cpu_port + 1; port <= port_max; ++port) {
-        BCM_PBMP_PORT_ADD(ports, port);
-    }
-    return ports;
-}
-
 using Switches = std::array<std::unique_ptr<Switch>, unit_max>;
 
 Switches *first_attached()
@@ -37,8 +28,23 @@ std::unique_ptr<Switch> *place(int unit)
 
 }  // namespace
 
+bcm_pbmp_t front_ports()
+{
+    bcm_pbmp_t ports = {};
+    for (int port = cpu_port + 1; port <= port_max; ++port) {
+        BCM_PBMP_PORT_ADD(ports, port);
+    }
+    return ports;
+}
+
 Switch::Switch(int unit_number) : unit(unit_number), vlans(front_ports())
 {
+    reset_ports();
+}
+
+void Switch::reset_ports()
+{
+    ports.fill({});
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;
     for (int port = first_copper_port; port <= last_copper_port; ++port) {

@@ -30,6 +30,9 @@ struct Port {
 struct Switch {
     explicit Switch(int unit_number);
 
+    /// Settings of ports as they are when new.
+    void reset_ports();
+
     int unit;
     std::array<Port, port_max + 1> ports;
     VlanTable vlans;
@@ -37,6 +40,9 @@ struct Switch {
     TrunkTable trunks;
     L2State l2;
 };
+
+/// All ports but the CPU's.
+bcm_pbmp_t front_ports();
 
 /// Units are 0..unit_max - 1. Unit 0 is attached from the start.
 constexpr int unit_max = 16;

@@ -4,8 +4,6 @@
 #include "packet_watch.h"
 #include "sim.h"
 
-#include <bcm/attach.h>
-
 #include <cstring>
 #include <string>
 #include <vector>
@@ -24,12 +22,6 @@ constexpr int pipes = 2;
 
 constexpr bcm_detach_retry_t retry_default = {5, 10000};
 
-struct Driver {
-    std::string subtype;
-    int remote_unit = -1;
-    bcm_detach_retry_t retry = retry_default;
-};
-
 struct Subscriber {
     int unit;  // -1: all
     bcm_attach_cb_t callback;
@@ -41,13 +33,12 @@ struct Subscriber {
     }
 };
 
-std::array<Driver, unit_max> drivers;
+std::array<Driver, unit_max> drivers = [] {
+    std::array<Driver, unit_max> made;
+    made.fill({"", -1, retry_default});
+    return made;
+}();
 std::vector<Subscriber> subscribers;
-
-Driver &driver_of(int unit)
-{
-    return drivers[static_cast<std::size_t>(unit)];
-}
 
 void tell(int unit, bool attach)
 {
@@ -83,6 +74,16 @@ bool valid_subscription(int unit, bcm_attach_cb_t callback)
 
 }  // namespace
 
+Driver &driver_of(int unit)
+{
+    return drivers[static_cast<std::size_t>(unit)];
+}
+
+bool is_local_driver(const char *type)
+{
+    return type == nullptr || *type == '\0' || std::strcmp(type, local_driver) == 0;
+}
+
 int attach_local(int unit)
 {
     if (!is_unit(unit)) {
@@ -92,7 +93,7 @@ int attach_local(int unit)
         detach_unit(unit);
     }
     attach(unit);
-    driver_of(unit) = {};
+    driver_of(unit) = {"", -1, retry_default};
     tell(unit, true);
     return BCM_E_NONE;
 }
@@ -120,7 +121,7 @@ int sim_bcm_attach(int unit, char *type, char *subtype, int remunit)
     if (!is_unit(chosen)) {
         return unit == -1 ? BCM_E_FULL : BCM_E_UNIT;
     }
-    if (type != nullptr && *type != '\0' && std::strcmp(type, local_driver) != 0) {
+    if (!is_local_driver(type)) {
         return BCM_E_CONFIG;
     }
     if (attached(chosen) != nullptr) {

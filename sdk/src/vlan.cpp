@@ -96,6 +96,14 @@ void sim_bcm_vlan_data_t_init(bcm_vlan_data_t *vlan_data)
     }
 }
 
+int sim_bcm_vlan_init(int unit)
+{
+    return on_unit(unit, {}, [](Switch &sw) -> int {
+        sw.vlans = VlanTable(front_ports());
+        return BCM_E_NONE;
+    });
+}
+
 int sim_bcm_vlan_create(int unit, bcm_vlan_t vid)
 {
     return on_unit(unit, {}, [&](Switch &sw) -> int {
