@@ -107,6 +107,9 @@ class Registers(ChipTest):
                 self.assertEqual(value.value(), 2 ** length - 1)
                 self.assertEqual(q.soc_reg_above_64_field32_get(0, reg, self.array(place), field),
                                  2 ** min(length, 32) - 1)
+                if length <= 32:
+                    q.soc_reg_above_64_field32_set(0, reg, cleared.array, field, 2 ** length - 1)
+                    self.assertEqual(cleared.value(), ALL_ONES)
                 self.assertEqual(q.soc_reg_above_64_field64_get(0, reg, self.array(place), field),
                                  2 ** min(length, 64) - 1)
                 low = place & 2 ** 64 - 1

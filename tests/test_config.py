@@ -37,6 +37,14 @@ class Config(unittest.TestCase):
         q.sal_config_file_set('', '')
         shutil.rmtree(self.directory)
 
+    def test_defaults_fill_in_what_is_missing(self):
+        (name, default), (other, other_default) = self.before[:2]
+        self.assertEqual(q.sal_config_set(name, 'mine'), 0)
+        self.assertEqual(library.sal_config_set(other, None), 0)
+        self.assertIsNone(q.sal_config_get(other))
+        q.sal_config_init_defaults()
+        self.assertEqual((q.sal_config_get(name), q.sal_config_get(other)), ('mine', other_default))
+
     def write(self, text, path=None):
         with open(path or self.path, 'wb') as out:
             out.write(text)
