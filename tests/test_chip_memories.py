@@ -60,7 +60,7 @@ class Memories(ChipTest):
                 self.assertStatus(q.SOC_E_PARAM, q.soc_mem_read(0, mem, ALL, index, self.array()))
 
     def test_copies_and_arrays(self):
-        mem, counters = q.IHP_MAC_TABLEm, q.CRPS_COUNTERm
+        mem, counters = q.IHP_MAC_TABLEm, q.STC_COUNTERm
         self.write(mem, 5, 0x1234, 0)
         self.write(mem, 5, 0x5678, 1)
         self.assertEqual([self.read(mem, 5, copy) for copy in (0, 1, ALL)], [0x1234, 0x5678, 0x1234])
@@ -106,12 +106,12 @@ class PlatformView(ChipTest):
     def test_base_addresses(self):
         bases = [unsigned(q.tableBaseAddr(0, mem, 0)) for mem in MEMORIES]
         self.assertEqual(len(set(bases)), len(MEMORIES))
-        arrays = [unsigned(q.tableBaseAddr(0, q.CRPS_COUNTERm, array)) for array in range(17)]
+        arrays = [unsigned(q.tableBaseAddr(0, q.STC_COUNTERm, array)) for array in range(17)]
         self.assertEqual(len(set(arrays)), 17)
         self.assertEqual(arrays[16], 0)
         for unit, mem in ((1, 0), (0, -1), (0, len(MEMORIES))):
             self.assertEqual(unsigned(q.tableBaseAddr(unit, mem, 0)), 0)
-        bus_address = q.sbusFormatAddress(0, owned(q.tableBaseAddr(0, q.CRPS_COUNTERm, 0)))
+        bus_address = q.sbusFormatAddress(0, owned(q.tableBaseAddr(0, q.STC_COUNTERm, 0)))
         self.assertEqual(unsigned(bus_address), (arrays[0] << 6 | arrays[0] >> 26) & 0xffffffff)
 
     def test_which_of_the_two_finds(self):
@@ -161,11 +161,11 @@ class PlatformView(ChipTest):
     def test_all_registers_as_text(self):
         script = ('import QuorelApiNew as q\n'
                   'from type_table import pointer_of_type\n'
-                  'q.soc_reg_field32_modify(0, q.NBI_PORT_CTRLr, 9, %d, 40000)\n'
+                  'q.soc_reg_field32_modify(0, q.NIF_PORT_CTRLr, 9, %d, 40000)\n'
                   'q.printAllRegisters(pointer_of_type("_p_uint", 4))\n' % FIELDS['SPEEDf'])
         lines = subprocess.check_output([sys.executable, '-c', script]).splitlines()
         self.assertEqual(len(lines), len(self.instances()))
-        self.assertIn('NBI_PORT_CTRL.9=0x009c4003 RX_ENABLE=1,TX_ENABLE=1,SPEED=9c40',
+        self.assertIn('NIF_PORT_CTRL.9=0x009c4003 RX_ENABLE=1,TX_ENABLE=1,SPEED=9c40',
                       [line.split(' ', 1)[1] for line in lines])
 
 

@@ -33,7 +33,7 @@ class Registers(ChipTest):
             self.assertEqual(text[:text.index('\0')].split('.')[0].split('[')[0] + 'r', REGISTERS[reg])
         self.assertEqual(set(row[0] for row in self.instances()), set(REGISTERS))
         self.assertEqual(sorted(REGISTERS), range(len(REGISTERS)))
-        for address in (0, 0xffffffff, q.soc_reg_addr(0, q.NBI_PORT_CTRLr, 64, 0) + 0x10000):
+        for address in (0, 0xffffffff, q.soc_reg_addr(0, q.NIF_PORT_CTRLr, 64, 0) + 0x10000):
             q.soc_regaddrinfo_get(0, info, address)
             self.assertEqual((info.valid, info.addr), (0, address))
 
@@ -53,7 +53,7 @@ class Registers(ChipTest):
         self.assertEqual(self.get(q.CMIC_DEVICE_IDr), 0x114a10)
 
     def test_widths(self):
-        narrow, wide, widest = q.CMIC_SBUS_TIMEOUTr, q.CGM_CGM_GENERAL_DB_THr, q.ECI_MAILBOXr
+        narrow, wide, widest = q.CMIC_SBUS_TIMEOUTr, q.CGM_CGM_GENERAL_DB_THr, q.CCS_MAILBOXr
         self.assertEqual([q.soc_reg_bytes(0, reg) for reg in (narrow, wide, widest, -1)], [4, 8, 32, 0])
         word, long_word = q.uintp(), q.uint64p()
         for reg, fitting in ((narrow, (0, 2)), (wide, (1, 2)), (widest, ())):
@@ -86,10 +86,10 @@ class Registers(ChipTest):
                        q.soc_reg_write(0, reg, address + 1, 0),
                        q.soc_reg_read(0, reg + 1, address, long_word.cast())):
             self.assertStatus(q.SOC_E_NOT_FOUND, status)
-        mailbox = q.soc_reg_addr(0, q.ECI_MAILBOXr, 0, 1)
+        mailbox = q.soc_reg_addr(0, q.CCS_MAILBOXr, 0, 1)
         for number in range(8):
             self.done(q.soc_reg32_write(0, mailbox + number, number + 1))
-        self.assertEqual(self.get(q.ECI_MAILBOXr, 0, 1), sum(n + 1 << 32 * n for n in range(8)))
+        self.assertEqual(self.get(q.CCS_MAILBOXr, 0, 1), sum(n + 1 << 32 * n for n in range(8)))
 
     def test_fields_tile_their_registers(self):
         for reg in REGISTERS:
@@ -126,7 +126,7 @@ class Registers(ChipTest):
             self.assertEqual(q.soc_reg64_datamask(0, reg, 0), bits & 2 ** 64 - 1)
 
     def test_fields_of_values(self):
-        reg, speed = q.NBI_PORT_CTRLr, FIELDS['SPEEDf']
+        reg, speed = q.NIF_PORT_CTRLr, FIELDS['SPEEDf']
         value, long_value = q.uintp(), q.uint64p()
         value.assign(3)
         long_value.assign(0)
@@ -152,7 +152,7 @@ class Registers(ChipTest):
             self.assertEqual((value.value(), q.soc_reg_field_get(0, reg, 0xffffffff, field)), (0x80000, 0))
 
     def test_modifying_is_of_the_fields_alone_and_of_all_or_none(self):
-        reg, speed, receive = q.NBI_PORT_CTRLr, FIELDS['SPEEDf'], FIELDS['RX_ENABLEf']
+        reg, speed, receive = q.NIF_PORT_CTRLr, FIELDS['SPEEDf'], FIELDS['RX_ENABLEf']
         self.done(q.soc_reg_field32_modify(0, reg, 9, speed, 40000))
         self.assertEqual((self.get(reg, 9), self.get(reg, 8)), (3 | 40000 << 8, 3 | 100000 << 8))
         numbers = (ctypes.c_int * 2)(speed, receive)
@@ -205,21 +205,21 @@ class Registers(ChipTest):
 
     def test_text(self):
         info = q.soc_regaddrinfo_t()
-        for (reg, port, index), expected in (((q.NBI_PORT_CTRLr, 7, 0), 'NBI_PORT_CTRL.7'),
+        for (reg, port, index), expected in (((q.NIF_PORT_CTRLr, 7, 0), 'NIF_PORT_CTRL.7'),
                                              ((q.EGQ_AGEING_CTRLr, 1, 0), 'EGQ_AGEING_CTRL.1'),
                                              ((q.EGQ_AGEING_CTRLr, ANY, 0), 'EGQ_AGEING_CTRL.*'),
                                              ((q.CMIC_IRQ_MASKr, ANY, 3), 'CMIC_IRQ_MASK[3]')):
             q.soc_regaddrinfo_get(0, info, q.soc_reg_addr(0, reg, port, index))
             self.assertEqual(self.text_of(q.soc_reg_sprint_addr, info), expected)
         value = 25000 << 8 | 2
-        self.assertEqual(self.text_of(q.soc_reg_sprint_data, ', ', q.NBI_PORT_CTRLr, value),
+        self.assertEqual(self.text_of(q.soc_reg_sprint_data, ', ', q.NIF_PORT_CTRLr, value),
                          'RX_ENABLE=0, TX_ENABLE=1, SPEED=61a8')
         buffer = ctypes.create_string_buffer(256)
-        library.soc_reg_sprint_data(0, buffer, None, q.NBI_PORT_CTRLr, 0)
+        library.soc_reg_sprint_data(0, buffer, None, q.NIF_PORT_CTRLr, 0)
         self.assertEqual(buffer.value, 'RX_ENABLE=0,TX_ENABLE=0,SPEED=0')
-        self.assertEqual(self.text_of(q.soc_reg_sprint_data, ',', q.ECI_MAILBOXr, 0), '')
+        self.assertEqual(self.text_of(q.soc_reg_sprint_data, ',', q.CCS_MAILBOXr, 0), '')
         library.soc_reg_sprint_addr(0, None, None)
-        library.soc_reg_sprint_data(0, None, None, q.NBI_PORT_CTRLr, 0)
+        library.soc_reg_sprint_data(0, None, None, q.NIF_PORT_CTRLr, 0)
 
     def snooped(self, reg, flags):
         events = []
@@ -286,7 +286,7 @@ class Registers(ChipTest):
             self.assertStatus(q.SOC_E_PARAM, status)
 
     def test_what_is_not_there(self):
-        word, reg = q.uintp(), q.NBI_PORT_CTRLr
+        word, reg = q.uintp(), q.NIF_PORT_CTRLr
         word.assign(77)
         for status, args in ((q.SOC_E_UNIT, (1, reg, 5, 0)), (q.SOC_E_UNIT, (-1, reg, 5, 0)),
                              (q.SOC_E_PARAM, (0, len(REGISTERS), 5, 0)), (q.SOC_E_PARAM, (0, -1, 5, 0)),

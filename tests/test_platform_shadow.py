@@ -97,8 +97,8 @@ class Shadow(ShadowTest):
         self.assertEqual(self.block(WIDE, offset=2, words=3), words[2:5])
         self.assertEqual(self.block(WIDE, words=0), words[:1])
         self.assertEqual(self.block(WIDE, offset=8), q.SOC_E_NOT_FOUND)
-        self.set(q.NBI_PORT_CTRLr, 1, port=2)
-        self.assertEqual(self.block(q.NBI_PORT_CTRLr, offset=2 << 16), [self.get(q.NBI_PORT_CTRLr, 2)])
+        self.set(q.NIF_PORT_CTRLr, 1, port=2)
+        self.assertEqual(self.block(q.NIF_PORT_CTRLr, offset=2 << 16), [self.get(q.NIF_PORT_CTRLr, 2)])
 
     def test_blocks_that_cannot_be(self):
         self.shadow()
@@ -194,22 +194,22 @@ class DynamicShadow(ShadowTest):
         return 0, mem, array, low_32_signed(carried(q.tableBaseAddr(0, mem, array)))
 
     def test_reads_come_from_the_shadow(self):
-        memory = self.memory(q.CRPS_COUNTERm, 3)
+        memory = self.memory(q.STC_COUNTERm, 3)
         self.assertFalse(q.dynamicShadowEnable(*memory))
         q.dynamicShadowEnableIs(*(memory + (True,)))
         self.assertTrue(q.dynamicShadowEnable(*memory))
-        self.assertFalse(q.dynamicShadowEnable(*self.memory(q.CRPS_COUNTERm, 2)))
+        self.assertFalse(q.dynamicShadowEnable(*self.memory(q.STC_COUNTERm, 2)))
         for array in (2, 3):
-            self.write(q.CRPS_COUNTERm, 2047, 99, array)
+            self.write(q.STC_COUNTERm, 2047, 99, array)
         self.done(q.soc_init(0))
-        self.assertEqual([self.read(q.CRPS_COUNTERm, 2047, array) for array in (2, 3)], [0, 99])
-        self.assertEqual([self.read(q.CRPS_COUNTERm, index, 3) for index in (0, 2046)], [0, 0])
+        self.assertEqual([self.read(q.STC_COUNTERm, 2047, array) for array in (2, 3)], [0, 99])
+        self.assertEqual([self.read(q.STC_COUNTERm, index, 3) for index in (0, 2046)], [0, 0])
         q.forceReadFromHardwareIs(True)
-        self.assertEqual((q.forceReadFromHardware(), self.read(q.CRPS_COUNTERm, 2047, 3)), (True, 0))
+        self.assertEqual((q.forceReadFromHardware(), self.read(q.STC_COUNTERm, 2047, 3)), (True, 0))
         q.forceReadFromHardwareIs(False)
-        self.assertEqual((q.forceReadFromHardware(), self.read(q.CRPS_COUNTERm, 2047, 3)), (False, 99))
+        self.assertEqual((q.forceReadFromHardware(), self.read(q.STC_COUNTERm, 2047, 3)), (False, 99))
         q.dynamicShadowEnableIs(*(memory + (False,)))
-        self.assertEqual((q.dynamicShadowEnable(*memory), self.read(q.CRPS_COUNTERm, 2047, 3)), (False, 0))
+        self.assertEqual((q.dynamicShadowEnable(*memory), self.read(q.STC_COUNTERm, 2047, 3)), (False, 0))
 
     def test_memories_that_are_not_there(self):
         unit, mem, array, base = self.memory(TABLE)
@@ -228,7 +228,7 @@ class TableAccess(ShadowTest):
 
     def test_tables_of_the_chip_and_of_the_sdk(self):
         self.assertFalse(self.memory_object(TABLE, q.tableNotManagedBySdk))
-        self.assertTrue(self.memory_object(q.CRPS_COUNTERm, q.tableNotManagedBySdk))
+        self.assertTrue(self.memory_object(q.STC_COUNTERm, q.tableNotManagedBySdk))
         self.assertFalse(q.tableNotManagedBySdk(None))
 
     def raw(self, mem, index, word, value):
@@ -239,7 +239,7 @@ class TableAccess(ShadowTest):
     def test_raw_access_needs_leave(self):
         denied = q.BCM_E_DISABLED, 0xffffffff
         self.assertEqual(self.raw(TABLE, 5, 1, 1), denied)
-        self.assertEqual(self.raw(q.CRPS_COUNTERm, 5, 1, 7), (0, 7))
+        self.assertEqual(self.raw(q.STC_COUNTERm, 5, 1, 7), (0, 7))
         self.write(TABLE, 5, 0x5)
         for allow in (q.simAllowAllTableAccess, lambda is_on: q.allowAllTableAccess(0, is_on)):
             allow(True)

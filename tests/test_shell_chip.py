@@ -19,8 +19,8 @@ class ChipCommands(SwitchTest):
     def test_registers_of_all_widths(self):
         for name, identifier, setting in (
                 ('EGQ_AGEING_CTRL', q.EGQ_AGEING_CTRLr, {'AGE_PERIOD': 0x55, 'ENABLE': 1}),
-                ('ECI_BLOCK_SOFT_RESET', q.ECI_BLOCK_SOFT_RESETr, {'BLOCK_MASK': 2 ** 63 + 5}),
-                ('ECI_MAILBOX[1]', q.ECI_MAILBOXr, {'OPCODE': 7, 'PAYLOAD': 2 ** 223 + 9})):
+                ('CCS_BLOCK_SOFT_RESET', q.CCS_BLOCK_SOFT_RESETr, {'BLOCK_MASK': 2 ** 63 + 5}),
+                ('CCS_MAILBOX[1]', q.CCS_MAILBOXr, {'OPCODE': 7, 'PAYLOAD': 2 ** 223 + 9})):
             words = ' '.join('%s=0x%x' % pair for pair in setting.items())
             self.assertEqual(run('setreg %s %s' % (name, words)), (q.CMD_OK, ''))
             shown = self.fields('getreg ' + name)

@@ -38,7 +38,7 @@ class Registers(unittest.TestCase):
     def test_what_is_printed_is_read_back(self):
         seen = set()
         for reg in (q.CMIC_DEVICE_IDr, q.CMIC_IRQ_MASKr, q.EGQ_AGEING_CTRLr, q.EGQ_PORT_PROFILEr,
-                    q.NBI_PORT_CTRLr):
+                    q.NIF_PORT_CTRLr):
             for port in (q.REG_PORT_ANY, 0, 1, 64):
                 for index in (0, 1, 3):
                     address = q.soc_reg_addr(0, reg, port, index)
@@ -54,11 +54,11 @@ class Registers(unittest.TestCase):
         self.assertGreater(len(seen), 10)
 
     def test_sets_of_registers(self):
-        ports, reg = range(65), q.NBI_PORT_CTRLr
-        for text, wanted in (('NBI_PORT_CTRL', ports), ('nbi_port_ctrlr.*', ports),
-                             ('NBI_PORT_CTRL.ce0-ce3', range(1, 5)),
-                             ('NBI_PORT_CTRL.7', [7]), (' NBI_PORT_CTRL.0-64 ',
-                                                        ports), ('NBI_PORT_CTRL.cpu0', [0])):
+        ports, reg = range(65), q.NIF_PORT_CTRLr
+        for text, wanted in (('NIF_PORT_CTRL', ports), ('nif_port_ctrlr.*', ports),
+                             ('NIF_PORT_CTRL.ce0-ce3', range(1, 5)),
+                             ('NIF_PORT_CTRL.7', [7]), (' NIF_PORT_CTRL.0-64 ',
+                                                        ports), ('NIF_PORT_CTRL.cpu0', [0])):
             self.assertEqual([row[:2] for row in self.found(text)], [(reg, port) for port in wanted], text)
         reg = q.CMIC_IRQ_MASKr
         for text, wanted in (('CMIC_IRQ_MASK', range(4)), ('CMIC_IRQ_MASK[2]', [2]),
@@ -73,11 +73,11 @@ class Registers(unittest.TestCase):
     def test_hostile_references(self):
         texts = {
             q.BCM_E_PORT: """
-                NBI_PORT_CTRL.65 NBI_PORT_CTRL.ce64 NBI_PORT_CTRL.-1 EGQ_AGEING_CTRL.2 EGQ_AGEING_CTRL.x""",
+                NIF_PORT_CTRL.65 NIF_PORT_CTRL.ce64 NIF_PORT_CTRL.-1 EGQ_AGEING_CTRL.2 EGQ_AGEING_CTRL.x""",
             q.BCM_E_PARAM: """
                 CMIC_IRQ_MASK[4] CMIC_IRQ_MASK[-1] CMIC_IRQ_MASK[2-1] CMIC_IRQ_MASK[1 CMIC_IRQ_MASK[]
-                CMIC_IRQ_MASK[1][1] CMIC_IRQ_MASK[[1]] CMIC_IRQ_MASK[0-1-2] CMIC_IRQ_MASK[1]x NBI_PORT_CTRL.
-                NBI_PORT_CTRL.1.2 NBI_PORT_CTRL.4-2 CMIC_IRQ_MASK[""" + '9' * 100000 + ']',
+                CMIC_IRQ_MASK[1][1] CMIC_IRQ_MASK[[1]] CMIC_IRQ_MASK[0-1-2] CMIC_IRQ_MASK[1]x NIF_PORT_CTRL.
+                NIF_PORT_CTRL.1.2 NIF_PORT_CTRL.4-2 CMIC_IRQ_MASK[""" + '9' * 100000 + ']',
             q.BCM_E_NOT_FOUND: 'X EGQ_AGEING 0xfffffff0 ' + 'A' * 1000000,
         }
         for status in texts:
@@ -128,16 +128,16 @@ class Memories(unittest.TestCase):
         for name in names:
             for text in (name, name[:-1], name.lower()):
                 self.assertEqual(self.parse(text), (getattr(q, name), -1, 0), text)
-        mac, counter = q.IHP_MAC_TABLEm, q.CRPS_COUNTERm
+        mac, counter = q.IHP_MAC_TABLEm, q.STC_COUNTERm
         for text, expected in (('IHP_MAC_TABLE.1', (mac, 1, 0)), ('IHP_MAC_TABLE.*', (mac, -1, 0)),
-                               ('CRPS_COUNTER[15]', (counter, -1, 15)),
-                               ('CRPS_COUNTERm[0x3].0', (counter, 0, 3)),
-                               ('CRPS_COUNTER.0[3]', (counter, 0, 3))):
+                               ('STC_COUNTER[15]', (counter, -1, 15)),
+                               ('STC_COUNTERm[0x3].0', (counter, 0, 3)),
+                               ('STC_COUNTER.0[3]', (counter, 0, 3))):
             self.assertEqual(self.parse(text), expected, text)
         for text in """
                 IHP_MAC_TABLE.2 IHP_MAC_TABLE.-1 IHP_MAC_TABLE. IHP_MAC_TABLE.0.0 IHP_MAC_TABLE[1]
-                CRPS_COUNTER[16] CRPS_COUNTER[-1] CRPS_COUNTER[] CRPS_COUNTER[1 CRPS_COUNTER[1-2]
-                CRPS_COUNTER[4294967296]""".split():
+                STC_COUNTER[16] STC_COUNTER[-1] STC_COUNTER[] STC_COUNTER[1 STC_COUNTER[1-2]
+                STC_COUNTER[4294967296]""".split():
             self.assertEqual(self.parse(text), q.BCM_E_PARAM, text)
         for text in NO_NAMES:
             self.assertIn(self.parse(text), (q.BCM_E_PARAM, q.BCM_E_NOT_FOUND))
@@ -155,9 +155,9 @@ class Memories(unittest.TestCase):
             self.assertEqual(q.parse_memory_index(0, mem, text), index)
         for text in NO_NAMES + [str(last + 1), '-1', '4294967296', '1-2', 'minmax']:
             self.assertEqual(q.parse_memory_index(0, mem, text), q.BCM_E_PARAM, text[:40])
-            self.assertEqual(q.parse_memory_array_index(0, q.CRPS_COUNTERm, text), 2 ** 32 - 1)
+            self.assertEqual(q.parse_memory_array_index(0, q.STC_COUNTERm, text), 2 ** 32 - 1)
         for text, index in (('min', 0), ('max', 15), ('7', 7)):
-            self.assertEqual(q.parse_memory_array_index(0, q.CRPS_COUNTERm, text), index)
+            self.assertEqual(q.parse_memory_array_index(0, q.STC_COUNTERm, text), index)
         for mem in (-1, 10000, 2 ** 31 - 1):
             self.assertEqual(q.parse_memory_index(0, mem, '0'), q.BCM_E_NOT_FOUND)
             self.assertEqual(q.parse_memory_array_index(0, mem, '0'), 2 ** 32 - 1)

@@ -27,7 +27,7 @@ namespace sim {
 void configure(Chip &chip)
 {
     map_ports_to_interfaces(chip);
-    set_field(chip, FDT_TRANSMIT_ENABLEr, ENABLEf, 1);
+    set_field(chip, FTX_TRANSMIT_ENABLEr, ENABLEf, 1);
     set_field(chip, CMIC_MISC_CONTROLr, LINK_SCAN_ENABLEf, 1);
 }
 

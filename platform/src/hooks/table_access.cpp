@@ -16,7 +16,7 @@ namespace {
 
 /// Tables that the chip writes as packets pass.
 constexpr int written_by_chip[] = {IQM_QUEUE_SIZEm, IQM_CREDIT_BALANCEm, CGM_VSQ_OCCUPANCYm,
-                                   OAMP_REMOTE_MEP_DBm, CRPS_COUNTERm};
+                                   OAP_REMOTE_MEP_DBm, STC_COUNTERm};
 
 std::bitset<unit_max> units_allowed;
 bool all_allowed;

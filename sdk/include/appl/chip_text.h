@@ -24,7 +24,7 @@ void init_symtab(void);
 int parse_cmic_regname(int unit, char *name, uint32 *offset_ptr);
 
 /*
- * Registers, into a list that soc_regaddrlist_alloc() made room for: "NBI_PORT_CTRL.ce0-ce3" for ports, by
+ * Registers, into a list that soc_regaddrlist_alloc() made room for: "NIF_PORT_CTRL.ce0-ce3" for ports, by
  * number or name; "EGQ_AGEING_CTRL.1" for a core, ".*" for what reaches all cores at once;
  * "CMIC_IRQ_MASK[0-2]" for elements; all of them where it does not say. "0x10000010" is the register at an
  * address. BCM_E_PORT for a port or core that there is not, BCM_E_FULL if the list has no room for all.
@@ -33,7 +33,7 @@ int parse_symbolic_reference(int unit, soc_regaddrlist_t *alist, char *ref);
 
 /*
  * A memory, "IHP_MAC_TABLE.1" for one copy of it (or ".*" for all, *copyno -1, which is also what no copy
- * means), "CRPS_COUNTER[3]" for one of an array (0 if it does not say). copyno and array_index may be null,
+ * means), "STC_COUNTER[3]" for one of an array (0 if it does not say). copyno and array_index may be null,
  * and the text must then not say.
  */
 int parse_memory_name(int unit, soc_mem_t *result, char *str, int *copyno, unsigned int *array_index);

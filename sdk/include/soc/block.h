@@ -8,7 +8,7 @@
 typedef enum soc_block_types_e {
     SOC_BLK_NONE = -1,
     SOC_BLK_CMIC, /* host interface */
-    SOC_BLK_ECI,  /* chip-wide services */
+    SOC_BLK_CCS,  /* chip-wide services */
     SOC_BLK_EGQ,  /* egress queues */
     SOC_BLK_IHB,  /* ingress header builder */
     SOC_BLK_IHP,  /* ingress header processor */
@@ -17,14 +17,14 @@ typedef enum soc_block_types_e {
     SOC_BLK_SCH,  /* credit scheduler */
     SOC_BLK_PQP,  /* egress queue pairs */
     SOC_BLK_FQP,  /* egress port scheduler */
-    SOC_BLK_EPNI, /* egress packet editor */
-    SOC_BLK_FDT,  /* fabric transmit */
-    SOC_BLK_FDR,  /* fabric receive */
-    SOC_BLK_RTP,  /* fabric reachability */
-    SOC_BLK_NBI,  /* network interfaces */
-    SOC_BLK_OAMP, /* OAM processor */
+    SOC_BLK_EPE,  /* egress packet editor */
+    SOC_BLK_FTX,  /* fabric transmit */
+    SOC_BLK_FRX,  /* fabric receive */
+    SOC_BLK_FRT,  /* fabric reachability */
+    SOC_BLK_NIF,  /* network interfaces */
+    SOC_BLK_OAP,  /* OAM processor */
     SOC_BLK_OLP,  /* address learning */
-    SOC_BLK_CRPS, /* statistics processor */
+    SOC_BLK_STC,  /* statistics processor */
     SOC_BLK_COUNT
 } soc_block_types_t;
 

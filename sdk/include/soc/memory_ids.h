@@ -52,20 +52,20 @@ enum soc_mem_e {
     FQP_CALENDARm,
     FQP_PORT_SHAPERm,
 
-    /* Egress packet editor (EPNI) */
-    EPNI_ENCAPSULATIONm,
-    EPNI_QOS_REMARKm,
-    EPNI_TAG_TABLEm,
+    /* Egress packet editor (EPE) */
+    EPE_ENCAPSULATIONm,
+    EPE_QOS_REMARKm,
+    EPE_TAG_TABLEm,
 
-    /* Fabric transmit (FDT) */
-    FDT_REACHABILITY_MAPm,
+    /* Fabric transmit (FTX) */
+    FTX_REACHABILITY_MAPm,
 
-    /* OAM processor (OAMP) */
-    OAMP_MEP_DBm,
-    OAMP_REMOTE_MEP_DBm,
+    /* OAM processor (OAP) */
+    OAP_MEP_DBm,
+    OAP_REMOTE_MEP_DBm,
 
-    /* Statistics processor (CRPS) */
-    CRPS_COUNTERm,
+    /* Statistics processor (STC) */
+    STC_COUNTERm,
 
     NUM_SOC_MEM
 };

@@ -115,7 +115,7 @@ int soc_regaddrlist_alloc(soc_regaddrlist_t *addrlist);
 int soc_regaddrlist_free(soc_regaddrlist_t *addrlist);
 
 /*
- * Text of an address (SOC_REG_TEXT_SIZE bytes at most): "NBI_PORT_CTRL.7" for a port, "EGQ_AGEING_CTRL.1" for
+ * Text of an address (SOC_REG_TEXT_SIZE bytes at most): "NIF_PORT_CTRL.7" for a port, "EGQ_AGEING_CTRL.1" for
  * a core, "EGQ_AGEING_CTRL.*" for all, "CMIC_IRQ_MASK[3]" for an element.
  * Text of a value: "RX_ENABLE=1,TX_ENABLE=0", field by field in hexadecimal, with infix in place of the comma
  * unless that is null; SOC_REG_TEXT_SIZE bytes and at most seven times the infix.
