@@ -100,7 +100,9 @@ def _swig_interface():
         with open(os.path.join(TOP, 'interface', family + '.toml')) as file:
             text = file.read()
         listed = re.search(r'^headers = \[(.*?)\]', text, re.M | re.S)
-        headers += re.findall(r'"([^"]+)"', listed.group(1)) if listed else []
+        # Those of the platform are C++.
+        headers += [header for header in re.findall(r'"([^"]+)"', listed.group(1) if listed else '')
+                    if os.path.exists(os.path.join(SDK_INCLUDE, header))]
         pointers += re.findall(r'^(\w+) = \{ element = "([^"]+)"', text, re.M)
         section = text.partition('\n[arrays]\n')[2].partition('\n[')[0]
         arrays += re.findall(r'^(\w+) = "([^"]+)"', section, re.M)

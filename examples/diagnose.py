@@ -1,0 +1,669 @@
+#!/usr/bin/env python2.7
+"""Brings a switch chip up, looks at it from all sides and prints a report.
+
+The report is made to be pasted into a ticket: aligned sections, and what was
+found at the end. On the way it shows how a script
+  - loads a property file and starts a unit with it;
+  - runs shell commands, and a file of them, and gets what they print;
+  - reads registers of any width, decodes and changes their fields;
+  - reads a memory and its fields;
+  - walks the ports and their PHYs, and puts one into loopback;
+  - lists the address table;
+  - records what is read from and written to the chip meanwhile.
+
+Starting a unit resets it, and its ports stop for that time. What the script
+itself changes it changes back; what the command file changes stays. The exit
+code is 0 if there are no findings, 1 if there are, and 2 if something could
+not be done at all.
+"""
+
+from __future__ import print_function
+
+import argparse
+import collections
+import os
+import re
+import sys
+import time
+
+import QuorelApiNew as q
+
+CANNOT_DO = 2  # exit code
+CPU_PORT = 0
+CORES = (0, 1)  # of the chip; most blocks are there once in each
+ADDRESSES_SHOWN = 20
+WAIT_FOR_LINK = 1
+
+# A gport tells the kind of destination in its top six bits.
+LOCAL_PORT = 0x04000000
+TRUNK = 0x0c000000
+NUMBER = 0x03ffffff
+
+FIELD_HEADER = os.path.join(os.path.dirname(os.path.abspath(__file__)),
+                            os.pardir, 'sdk', 'include', 'soc', 'field_ids.h')
+
+# Registers to look at, and the fields that a healthy chip has at a value.
+HEALTH = [
+    ('CMIC_DEVICE_ID', {}),
+    ('CCS_VERSION', {}),
+    ('CMIC_SOFT_RESET', {'DATA_PATH_RESET': 0, 'TABLE_RESET': 0,
+                         'MANAGEMENT_RESET': 0, 'PCIE_RESET': 0}),
+    ('CCS_BLOCK_SOFT_RESET', {'BLOCK_MASK': 0}),
+    ('CCS_PLL_STATUS', {'LOCKED': 1, 'LOCK_LOST': 0}),
+    ('CCS_TEMPERATURE_MONITOR', {'VALID': 1}),
+    ('EGQ_INTERRUPT_REGISTER', {'TXQ_OVERFLOW': 0, 'EGRESS_PACKET_AGED': 0,
+                                'REASSEMBLY_ERROR': 0}),
+    ('IHP_INTERRUPT_REGISTER', {'MAC_TABLE_FULL': 0, 'EVENT_FIFO_FULL': 0,
+                                'BUCKET_OVERFLOW': 0}),
+    ('IHB_PACKET_COUNTER', {'OVERFLOW': 0}),
+    ('IHP_VRRP_MAC_MATCH', {}),
+]
+
+# Fields to write to, one in a register of each width: of up to 32 bits, of
+# up to 64, and of more. The latter two are the last of their arrays, and are
+# left alone if they are in use (VALID).
+WRITABLE = [
+    ('CMIC_LED_CTRL', 0, 0, 'REFRESH_RATE'),
+    ('IHP_MY_MAC_ADDRESS', 0, 7, 'ADDRESS'),
+    ('IHB_PROGRAM_SELECT_KEY', 0, 7, 'KEY_MASK'),
+]
+
+
+class CannotDo(Exception):
+    """What was asked for cannot be done; says why."""
+
+
+class SdkError(CannotDo):
+    """An SDK function returned an error."""
+
+    def __init__(self, function, args, status):
+        shown = [repr(arg) for arg in args
+                 if isinstance(arg, (int, long, str))]
+        CannotDo.__init__(self, '%s(%s) returned %s' % (
+            function.__name__, ', '.join(shown), status_name(status)))
+        self.status = status
+
+
+def status_name(status):
+    """'-17 (BCM_E_INIT)'; the SOC_E_* have the same numbers."""
+    for name in dir(q):
+        if name.startswith('BCM_E_') and getattr(q, name) == status:
+            return '%d (%s)' % (status, name)
+    return str(status)
+
+
+def call(function, *args):
+    """Calls an SDK function that returns nothing but its status."""
+    status = function(*args)
+    if status < 0:
+        raise SdkError(function, args, status)
+
+
+def value_of(getter, *args):
+    """The number that an SDK function writes to its last argument."""
+    result = q.intp()
+    call(getter, *(args + (result,)))
+    return result.value()
+
+
+# --- the report -------------------------------------------------------------
+
+class Report(object):
+    """Lines, and the findings that go to the end."""
+
+    def __init__(self, title):
+        self.lines = [title]
+        self.findings = []
+
+    def section(self, title):
+        self.lines += ['', title, '-' * len(title)]
+
+    def add(self, text):
+        self.lines += text.splitlines()
+
+    def table(self, heading, rows):
+        """Rows of cells under the words of the heading, in columns."""
+        rows = [heading.split()] + [map(str, row) for row in rows]
+        widths = [max(map(len, column)) for column in zip(*rows)]
+        for row in rows:
+            cells = [cell.ljust(width) for cell, width in zip(row, widths)]
+            self.lines.append('  '.join(cells).rstrip())
+
+    def finding(self, text):
+        self.findings.append(text)
+
+    def text(self):
+        findings = self.findings or ['none']
+        return '\n'.join(self.lines + ['', 'Findings', '--------'] +
+                         findings) + '\n'
+
+
+def ranges(numbers):
+    """'1-3,7' for [1, 2, 3, 7]"""
+    runs = []
+    for number in sorted(numbers):
+        if runs and number == runs[-1][1] + 1:
+            runs[-1][1] = number
+        else:
+            runs.append([number, number])
+    return ','.join('%d' % first if first == last else '%d-%d' % (first, last)
+                    for first, last in runs)
+
+
+# --- start ------------------------------------------------------------------
+
+def load_properties(path):
+    """Has the property store hold what the file says, and defaults."""
+    call(q.sal_config_init)
+    call(q.sal_config_file_set, path, '')
+    status = q.sal_config_refresh()
+    if status == q.BCM_E_NOT_FOUND:
+        raise CannotDo('there is no property file %s' % path)
+    if status == q.BCM_E_CONFIG:  # the SDK has said which line
+        raise CannotDo('property file %s is damaged' % path)
+    if status < 0:
+        raise SdkError(q.sal_config_refresh, (path,), status)
+
+
+def start(unit):
+    try:
+        call(q.system_init, unit)
+    except SdkError as error:
+        if error.status == q.BCM_E_CONFIG:
+            raise CannotDo('unit %d does not start: a property has a value '
+                           'that cannot be' % unit)
+        raise
+
+
+def report_start(report, unit, path):
+    report.section('Properties of %s' % path)
+    load_properties(path)
+    report.add(q.sdc(unit, 'config show'))
+    start(unit)
+
+
+def report_commands(report, unit, path):
+    """Runs a file of shell commands, and says what came of each."""
+    report.section('Commands of %s' % path)
+    before = q.cvar.sh_set_report_status
+    q.cvar.sh_set_report_status = 1
+    try:
+        # A backslash has the shell take the next character as it is.
+        output = q.sdc(unit, 'rcload ' + re.escape(path))
+    finally:
+        q.cvar.sh_set_report_status = before
+    report.add(output)
+    if not output.endswith('rcload: CMD_OK\n'):
+        report.finding('command file %s was not carried out to its end' % path)
+
+
+# --- what it is -------------------------------------------------------------
+
+def front_ports(unit):
+    """All ports but the CPU's; they count from 1."""
+    ports = []
+    while True:
+        try:
+            value_of(q.bcm_port_enable_get, unit, len(ports) + 1)
+        except SdkError as error:
+            if error.status == q.BCM_E_PORT:
+                return ports
+            raise
+        ports.append(len(ports) + 1)
+
+
+def attached_units():
+    highest = value_of(q.bcm_attach_max)
+    return [unit for unit in range(highest + 1)
+            if q.bcm_attach_check(unit) == q.BCM_E_NONE]
+
+
+def report_chip(report, unit, ports):
+    info = q.bcm_info_t()
+    call(q.bcm_info_get, unit, info)
+    report.section('Chip')
+    report.add('device    %04x:%04x, revision %#04x' % (
+        info.vendor, info.device, info.revision))
+    report.add('pipes     %d' % info.num_pipes)
+    report.add('ports     %s' % ranges(ports))
+    report.add('units     %s attached, this is %d' % (
+        ranges(attached_units()), unit))
+    report.add('software  %s' % q.sdc(unit, 'version').strip())
+
+
+# --- registers --------------------------------------------------------------
+
+def field_numbers(path):
+    """{name: number} of the fields of all registers and memories.
+
+    The module knows fields by number; their names are in the SDK's header.
+    """
+    with open(path) as header:
+        names = re.findall(r'^ +([A-Z]\w*)f,', header.read(), re.M)
+    if not names:
+        raise CannotDo('%s names no fields' % path)
+    return dict((name, number) for number, name in enumerate(names))
+
+
+class Words(object):
+    """An array of words for the SDK, and the number that they make up."""
+
+    COUNT = q.SOC_REG_ABOVE_64_MAX_SIZE_U32
+
+    def __init__(self, value=0):
+        self.array = q.new_entrydata(self.COUNT)
+        for word in range(self.COUNT):
+            q.entrydata_setitem(self.array, word,
+                                value >> 32 * word & 0xffffffff)
+
+    def __del__(self):
+        q.delete_entrydata(self.array)
+
+    def value(self):
+        return sum(q.entrydata_getitem(self.array, word) << 32 * word
+                   for word in range(self.COUNT))
+
+
+class Register32(object):
+    """A register of up to 32 bits; its value is a number."""
+
+    def __init__(self, *place):
+        self.place = place  # unit, register, port or core, index
+        self.unit, self.number = place[:2]
+
+    def get(self):
+        result = q.uintp()
+        call(q.soc_reg32_get, *(self.place + (result,)))
+        return result.value()
+
+    def set(self, value):
+        call(q.soc_reg32_set, *(self.place + (value,)))
+
+    def field(self, value, field):
+        return q.soc_reg_field_get(self.unit, self.number, value, field)
+
+    def with_field(self, value, field, new):
+        result = q.uintp()
+        result.assign(value)
+        q.soc_reg_field_set(self.unit, self.number, result, field, new)
+        return result.value()
+
+
+class Register64(Register32):
+    """A register of 33 to 64 bits."""
+
+    def get(self):
+        result = q.uint64p()
+        call(q.soc_reg64_get, *(self.place + (result.cast(),)))
+        return result.value()
+
+    def set(self, value):
+        call(q.soc_reg64_set, *(self.place + (value,)))
+
+    def field(self, value, field):
+        return q.soc_reg64_field_get(self.unit, self.number, value, field)
+
+    def with_field(self, value, field, new):
+        result = q.uint64p()
+        result.assign(value)
+        q.soc_reg64_field_set(self.unit, self.number, result.cast(), field,
+                              new)
+        return result.value()
+
+
+class WideRegister(Register32):
+    """A register of more than 64 bits."""
+
+    def get(self):
+        words = Words()
+        call(q.soc_reg_above_64_get, *(self.place + (words.array,)))
+        return words.value()
+
+    def set(self, value):
+        words = Words(value)
+        call(q.soc_reg_above_64_set, *(self.place + (words.array,)))
+
+    def field(self, value, field):
+        words, result = Words(value), Words()
+        q.soc_reg_above_64_field_get(self.unit, self.number, words.array,
+                                     field, result.array)
+        return result.value()
+
+    def with_field(self, value, field, new):
+        words, new_words = Words(value), Words(new)
+        q.soc_reg_above_64_field_set(self.unit, self.number, words.array,
+                                     field, new_words.array)
+        return words.value()
+
+
+def register(unit, name, core, index):
+    """The register of that name, of the class for its width."""
+    number = getattr(q, name + 'r')
+    kinds = {4: Register32, 8: Register64}
+    kind = kinds.get(q.soc_reg_bytes(unit, number), WideRegister)
+    return kind(unit, number, core, index)
+
+
+def instances(unit, name):
+    """(core, index) of all that there are of a register.
+
+    One that is outside of the cores counts as one of core 0.
+    """
+    number = getattr(q, name + 'r')
+    for core in CORES:
+        index = 0
+        while q.soc_reg_port_idx_valid(unit, number, core, index):
+            yield core, index
+            index += 1
+
+
+def decode(reg, value, fields):
+    """[(field, value)] of those that the register has."""
+    return [(name, reg.field(value, fields[name])) for name in sorted(fields)
+            if q.soc_reg_field_valid(reg.unit, reg.number, fields[name])]
+
+
+def report_registers(report, unit, fields):
+    report.section('Registers')
+    rows = []
+    for name, healthy in HEALTH:
+        for core, index in instances(unit, name):
+            reg = register(unit, name, core, index)
+            value = reg.get()
+            decoded = decode(reg, value, fields)
+            rows.append((name, core, index, '%#x' % value, ' '.join(
+                '%s=%#x' % pair for pair in decoded)))
+            for field, found in decoded:
+                if found != healthy.get(field, found):
+                    report.finding('%s[%d] of core %d: %s is %#x' % (
+                        name, index, core, field, found))
+    report.table('register core index value fields', rows)
+
+
+def flip_field(reg, field):
+    """Inverts all bits of a field, and back: (before, meanwhile, after)."""
+    length = q.soc_reg_field_length(reg.unit, reg.number, field)
+    before = reg.get()
+    try:
+        reg.set(before ^ reg.with_field(0, field, 2 ** length - 1))
+        meanwhile = reg.get()
+    finally:
+        reg.set(before)
+    return before, meanwhile, reg.get()
+
+
+def traced(function, *args):
+    """What it returns, and what it reads from and writes to the chip."""
+    q.captureTrace(True)
+    try:
+        result = function(*args)
+    finally:
+        q.captureTrace(False)
+    return result, q.getTrace()
+
+
+def report_changes(report, unit, fields):
+    report.section('Fields written and read back')
+    rows = []
+    accesses = ''
+    for name, core, index, field in WRITABLE:
+        reg = register(unit, name, core, index)
+        if dict(decode(reg, reg.get(), fields)).get('VALID'):
+            report.add('%s is in use and left alone' % name)
+            continue
+        values, trace = traced(flip_field, reg, fields[field])
+        accesses += trace
+        before, meanwhile, after = ['%#x' % reg.field(value, fields[field])
+                                    for value in values]
+        rows.append((name, field, before, meanwhile, after))
+        if before == meanwhile or before != after:
+            report.finding('%s: %s does not take what is written: %s, %s, %s'
+                           % (name, field, before, meanwhile, after))
+    report.table('register field before meanwhile after', rows)
+    report.add('\nHow the chip was accessed:\n' + accesses)
+
+
+# --- memories ---------------------------------------------------------------
+
+def egress_interface(unit, port, fields):
+    """(core, VALID, INTERFACE) of the port's entry"""
+    core, tm_port = q.intp(), q.uintp()
+    call(q.soc_port_sw_db_local_to_tm_port_get, unit, port, tm_port, core)
+    entry = Words()
+    call(q.soc_mem_read, unit, q.EGQ_TM_PORT_TO_INTERFACEm,
+         q.get_copyno_egq(unit, core.value()), tm_port.value(), entry.array)
+    valid, interface = [
+        q.soc_mem_field32_get(unit, q.EGQ_TM_PORT_TO_INTERFACEm, entry.array,
+                              fields[name]) for name in ('VALID', 'INTERFACE')]
+    return core.value(), valid, interface
+
+
+def report_memory(report, unit, ports, fields):
+    report.section('Egress interfaces (EGQ_TM_PORT_TO_INTERFACE)')
+    ports_of = collections.defaultdict(list)
+    interfaces_of = collections.defaultdict(list)
+    without = []
+    for port in ports:
+        core, valid, interface = egress_interface(unit, port, fields)
+        if valid:
+            ports_of[core].append(port)
+            interfaces_of[core].append(interface)
+        else:
+            without.append(port)
+    report.table('core ports interfaces', [
+        (core, ranges(ports_of[core]), ranges(interfaces_of[core]))
+        for core in sorted(ports_of)])
+    if without:
+        report.finding('ports without an egress interface: %s' %
+                       ranges(without))
+
+
+# --- ports and PHYs ---------------------------------------------------------
+
+PortState = collections.namedtuple(
+    'PortState', 'enabled link speed phy_link phy_speed autoneg autoneg_done '
+    'loopback fault')
+
+
+def port_state(unit, port):
+    autoneg, done = q.intp(), q.intp()
+    call(q.soc_phyctrl_auto_negotiate_get, unit, port, autoneg, done)
+    return PortState(
+        enabled=value_of(q.bcm_port_enable_get, unit, port),
+        link=value_of(q.bcm_port_link_status_get, unit, port),
+        speed=value_of(q.bcm_port_speed_get, unit, port),
+        phy_link=value_of(q.soc_phyctrl_link_get, unit, port),
+        phy_speed=value_of(q.soc_phyctrl_speed_get, unit, port),
+        autoneg=autoneg.value(),
+        autoneg_done=done.value(),
+        loopback=value_of(q.soc_phyctrl_loopback_get, unit, port),
+        fault=value_of(q.soc_phyctrl_linkfault_get, unit, port))
+
+
+def phy_id(unit, port):
+    return q.soc_phy_id0reg_get(unit, port) << 16 | q.soc_phy_id1reg_get(
+        unit, port)
+
+
+def autoneg_text(state):
+    if not state.autoneg:
+        return 'off'
+    return 'done' if state.autoneg_done else 'unfinished'
+
+
+def report_ports(report, unit, ports):
+    report.section('Ports and their PHYs')
+    states = dict((port, port_state(unit, port)) for port in ports)
+    report.table('port name enabled link Mbit/s autoneg loopback fault PHY id '
+                 'address internal', [
+                     (port, q.mod_port_name(unit, -1, port), state.enabled,
+                      'up' if state.link else 'down', state.speed,
+                      autoneg_text(state), state.loopback, state.fault,
+                      q.soc_phy_name_get(unit, port),
+                      '%08x' % phy_id(unit, port),
+                      '%#x' % q.soc_phy_addr_of_port(unit, port),
+                      '%#x' % q.soc_phy_addr_int_of_port(unit, port))
+                     for port, state in sorted(states.items())])
+    find_in_ports(report, unit, states)
+    return states
+
+
+def find_in_ports(report, unit, states):
+    def ports_where(condition):
+        return [port for port, state in states.items() if condition(state)]
+
+    down = ports_where(lambda state: state.enabled and not state.link)
+    if down:
+        report.finding('%d of %d ports are down: %s' % (
+            len(down), len(states), ranges(down)))
+    looped = ports_where(lambda state: state.loopback)
+    if looped:
+        report.finding('ports in loopback: %s' % ranges(looped))
+    differing = ports_where(lambda state: (state.link, state.speed) != (
+        state.phy_link, state.phy_speed))
+    if differing:
+        report.finding('switch and PHY differ over link or speed of ports %s'
+                       % ranges(differing))
+    for port in ports_where(lambda state: state.link and state.autoneg):
+        highest = value_of(q.bcm_port_speed_max, unit, port)
+        if states[port].speed < highest:
+            report.finding('port %d has negotiated %d Mbit/s and could do %d'
+                           % (port, states[port].speed, highest))
+
+
+def report_loopback(report, unit, port):
+    """Puts a port into loopback and back, and shows what that changes."""
+    report.section('Loopback of port %d' % port)
+    before = port_state(unit, port)
+    try:
+        status = q.soc_phyctrl_loopback_set(unit, port, 1, WAIT_FOR_LINK)
+        meanwhile = port_state(unit, port)
+    finally:
+        call(q.soc_phyctrl_loopback_set, unit, port, before.loopback, 0)
+    states = [('before', before), ('meanwhile', meanwhile),
+              ('after', port_state(unit, port))]
+    report.table('when loopback link Mbit/s fault', [
+        (when, state.loopback, state.phy_link, state.phy_speed, state.fault)
+        for when, state in states])
+    if status < 0:
+        report.finding('port %d has no link even in loopback: %s' % (
+            port, status_name(status)))
+    elif not before.phy_link:
+        report.finding('port %d has a link in loopback: look for the cable '
+                       'and the other end' % port)
+
+
+# --- the address table ------------------------------------------------------
+
+def destination(gport):
+    if gport == LOCAL_PORT | CPU_PORT:
+        return 'cpu'
+    kinds = {LOCAL_PORT: 'port', TRUNK: 'trunk'}
+    kind = kinds.get(gport & ~NUMBER)
+    return '%s %d' % (kind, gport & NUMBER) if kind else '%#x' % gport
+
+
+def report_addresses(report, unit, states):
+    report.section('Address table')
+    table = sorted(q.getHwMacTable(unit))
+    report.table('MAC VLAN destination kind', [
+        (mac, vlan, destination(gport), kind)
+        for mac, vlan, gport, kind in table[:ADDRESSES_SHOWN]])
+    report.add('%d addresses in all' % len(table))
+
+    down = set(LOCAL_PORT | port for port in states if not states[port].link)
+    unreachable = [row for row in table if row[2] in down]
+    if unreachable:
+        report.finding('%d addresses are behind ports that are down: %s' % (
+            len(unreachable),
+            ranges(set(row[2] & NUMBER for row in unreachable))))
+
+
+# --- all of it --------------------------------------------------------------
+
+def chosen_ports(text, all_ports):
+    """The ports of '1-4,7', or all for no text."""
+    if not text:
+        return all_ports
+    ports = set()
+    for part in text.split(','):
+        ends = part.split('-')
+        if len(ends) > 2 or not all(end.isdigit() for end in ends):
+            raise CannotDo("'%s' are no ports; write 1-4,7" % text)
+        first, last = int(ends[0]), int(ends[-1])
+        if first > last or first not in all_ports or last not in all_ports:
+            raise CannotDo("the unit has ports %s, not '%s'" % (
+                ranges(all_ports), part))
+        ports.update(range(first, last + 1))
+    return sorted(ports)
+
+
+def diagnose(options, report):
+    unit = options.unit
+    fields = field_numbers(options.fields)
+    report_start(report, unit, options.properties)
+    all_ports = front_ports(unit)
+    ports = chosen_ports(options.ports, all_ports)
+    if options.loopback not in [None] + all_ports:
+        raise CannotDo('there is no port %d' % options.loopback)
+    if options.commands:
+        report_commands(report, unit, options.commands)
+    report_chip(report, unit, all_ports)
+    report_registers(report, unit, fields)
+    report_changes(report, unit, fields)
+    report_memory(report, unit, ports, fields)
+    states = report_ports(report, unit, ports)
+    if options.loopback is not None:
+        report_loopback(report, unit, options.loopback)
+    report_addresses(report, unit, states)
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(
+        description='Brings a switch chip up and prints a report on it.')
+    parser.add_argument('properties', help='property file to start with')
+    parser.add_argument('commands', nargs='?',
+                        help='file of shell commands to run after the start')
+    parser.add_argument('--unit', type=int, default=0, metavar='NUMBER')
+    parser.add_argument('--ports', metavar='LIST',
+                        help='ports to look at, such as 1-4,7; else all')
+    parser.add_argument('--loopback', type=int, metavar='PORT',
+                        help='port to put into loopback for a moment')
+    parser.add_argument('--output', metavar='FILE', default=sys.stdout,
+                        type=argparse.FileType('w'),
+                        help='file to write the report to')
+    parser.add_argument('--fields', metavar='HEADER', default=FIELD_HEADER,
+                        help="the SDK's header with the fields of registers")
+    options = parser.parse_args()
+    if not 0 <= options.unit < q.SOC_MAX_NUM_DEVICES:
+        parser.error('there can be no unit %d' % options.unit)
+    return options
+
+
+def main():
+    options = parse_arguments()
+    report = Report('Unit %d, %s' % (options.unit, time.strftime('%F %T %Z')))
+    was_attached = q.bcm_attach_check(options.unit) == q.BCM_E_NONE
+    failure = None
+    try:
+        diagnose(options, report)
+    except (CannotDo, IOError, ValueError) as error:  # get_copyno_* raise
+        failure = error
+        report.finding('the diagnosis ended early: %s' % error)
+    finally:
+        if not was_attached:
+            q.system_shutdown(options.unit, 0)
+    options.output.write(report.text())
+    options.output.flush()
+    if failure:
+        print('diagnose: %s' % failure, file=sys.stderr)
+        return CANNOT_DO
+    return 1 if report.findings else 0
+
+
+if __name__ == '__main__':
+    try:
+        sys.exit(main())
+    except IOError as write_failure:
+        print('diagnose: %s' % write_failure, file=sys.stderr)
+        sys.exit(CANNOT_DO)
