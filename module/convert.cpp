@@ -119,9 +119,9 @@ Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer)
             *pointer = found->ptr;
             return Status::ok;
         }
-        // find_cast() has put the cast that was used last at the head of its list.
+        // find_cast() has put the cast that was used last at the head of its list, which has at least the type itself.
         const swig_cast_info *cast = type->cast;
-        if (cast && cast->type == found->ty && cast->converter == same_pointer) {
+        if (cast->type == found->ty && cast->converter == same_pointer) {
             *pointer = found->ptr;
             return Status::ok;
         }

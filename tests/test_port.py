@@ -43,6 +43,14 @@ class Ports(SwitchTest):
             self.assertEqual(self.settings(port), expected[port], port)
             self.assertEqual(self.value(q.bcm_port_link_status_get, port), port & 1)
 
+    def test_which_ports_there_are(self):
+        status, config = q.bcm_port_config_get(0)
+        self.assertEqual((status, config.all, config.cpu, config.port), (0, PORTS, [CPU_PORT], FRONT_PORTS))
+        self.assertEqual(sorted(config.ce + config.xe), FRONT_PORTS)
+        for port in config.ce + config.xe:
+            self.assertEqual(self.value(q.bcm_port_speed_max, port), 100000 if port in config.ce else 10000)
+        self.assertEqual([q.bcm_port_name(0, port) for port in (1, 64, 65)], ['ce0', 'ce63', None])
+
     def test_speeds(self):
         for port, highest in ((CPU_PORT, 10000), (1, 100000), (64, 100000)):
             self.assertEqual(self.value(q.bcm_port_speed_max, port), highest)

@@ -3,6 +3,7 @@ import ctypes
 import unittest
 
 import QuorelApiNew as q
+from binding import error_of
 from console import printed, run
 from recording import library, recording
 from simulator import SwitchTest, call_with_nulls, pointer
@@ -91,6 +92,19 @@ class StartUp(SwitchTest):
         self.done(library.bcm_unit_subtype_get(3, text, 6))
         self.assertEqual(text.value, 'spare')
         self.assertStatus(q.BCM_E_PARAM, library.bcm_unit_subtype_get(3, text, 5))
+
+    def test_each_unit_has_its_control_record(self):
+        self.assertEqual(error_of(q.get_copyno_egq, 3, 0), (ValueError, 'Unit 3 is not attached'))
+        self.done(q.bcm_attach(3, '', '', -1))
+        self.assertEqual(q.get_copyno_egq(3, 0), q.get_copyno_egq(0, 0))
+        self.done(q.bcm_detach(3))
+        self.assertEqual(error_of(q.get_copyno_egq, 3, 0)[0], ValueError)
+
+    def test_a_restart_leaves_cables_alone(self):
+        self.addCleanup(library.sim_cable_plug, 0, 5, 1 << q.SOC_PHY_MEDIUM_FIBER, 10)
+        self.done(library.sim_cable_plug(0, 5, 0, 10))
+        self.done(q.system_init(0))
+        self.assertEqual([self.value(q.bcm_port_link_status_get, port) for port in (4, 5)], [1, 0])
 
     def test_families_begin_anew(self):
         def spoil():

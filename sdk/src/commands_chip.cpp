@@ -140,17 +140,17 @@ struct RegisterName {
     int index = 0;
 };
 
-/// Reads NAME, NAME.PORT, NAME[INDEX] or NAME.PORT[INDEX].
+/// Reads NAME, with .PORT, [INDEX] or both behind it in either order.
 bool read_register_name(std::string text, RegisterName *name)
 {
     const std::size_t bracket = text.find('[');
     if (bracket != std::string::npos) {
-        const std::string_view index = std::string_view(text).substr(bracket + 1);
-        if (index.empty() || index.back() != ']'
-            || !read_int(index.substr(0, index.size() - 1), &name->index)) {
+        const std::size_t end = text.find(']', bracket);
+        const bool last = end != std::string::npos && (end + 1 == text.size() || text[end + 1] == '.');
+        if (!last || !read_int(std::string_view(text).substr(bracket + 1, end - bracket - 1), &name->index)) {
             return false;
         }
-        text.erase(bracket);
+        text.erase(bracket, end + 1 - bracket);
     }
     const std::size_t dot = text.find('.');
     if (dot != std::string::npos) {

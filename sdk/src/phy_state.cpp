@@ -90,19 +90,19 @@ int Phy::lanes_speed() const
 
 PhyPort::PhyPort(int port) : number(port), cable(0, cable_length_at_start)
 {
+    if (has_serdes(number)) {
+        cable.media = 1u << (has_copper_phy(number) ? _SHR_PORT_MEDIUM_COPPER : _SHR_PORT_MEDIUM_FIBER);
+    }
     restart();
 }
 
 void PhyPort::restart()
 {
-    cable = Cable(0, cable_length_at_start);
     if (has_serdes(number)) {
         serdes.emplace(serdes_kind);
-        cable.media = 1u << _SHR_PORT_MEDIUM_FIBER;
     }
     if (has_copper_phy(number)) {
         copper.emplace(copper_kind);
-        cable.media = 1u << _SHR_PORT_MEDIUM_COPPER;
     }
     probed = initialised = true;
     reported_link = false;

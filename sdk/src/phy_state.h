@@ -92,7 +92,7 @@ class PhyPort {
 public:
     explicit PhyPort(int port);
 
-    /// As it is when new. What calls back at the moment goes on.
+    /// As it is when new, but for the cable in it. What calls back at the moment goes on.
     void restart();
 
     int number;

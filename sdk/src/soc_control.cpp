@@ -1,4 +1,7 @@
-/// The control record of the unit that is attached from the start.
+#include "soc_control.h"
+
+#include "switch.h"
+
 #include <soc/control.h>
 
 namespace {
@@ -32,9 +35,30 @@ constexpr soc_control_t two_core_chip()
     return control;
 }
 
+constexpr std::array<soc_control_t, sim::unit_max> all_alike()
+{
+    std::array<soc_control_t, sim::unit_max> units = {};
+    for (std::size_t unit = 0; unit < units.size(); ++unit) {
+        units[unit] = two_core_chip();
+    }
+    return units;
+}
+
 // Not made by code at start-up: other libraries' may look at it.
-soc_control_t first_unit = two_core_chip();
+std::array<soc_control_t, sim::unit_max> units = all_alike();
 
 }  // namespace
 
-soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {&first_unit};
+// Unit 0 is attached from the start.
+soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {&units[0]};
+
+namespace sim {
+
+void publish_control(int unit, bool attached)
+{
+    const auto index = static_cast<std::size_t>(unit);
+    units[index] = two_core_chip();
+    soc_control[index] = attached ? &units[index] : nullptr;
+}
+
+}  // namespace sim

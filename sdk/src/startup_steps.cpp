@@ -4,6 +4,7 @@
 #include "sim.h"
 #include "switch.h"
 
+#include <cstdio>
 #include <string>
 
 namespace sim {
@@ -39,7 +40,11 @@ int apply_to_port(int unit, const char *name, int port, Set set)
     if (rc != BCM_E_NONE) {
         return rc == BCM_E_NOT_FOUND ? BCM_E_NONE : rc;
     }
-    return set(unit, port, value) < 0 ? BCM_E_CONFIG : BCM_E_NONE;
+    if (set(unit, port, value) < 0) {
+        std::fprintf(stderr, "unit %d: port %s: %s=%d is refused\n", unit, mod_port_name(unit, -1, port), name, value);
+        return BCM_E_CONFIG;
+    }
+    return BCM_E_NONE;
 }
 
 int set_learning(int unit, int port, int learn)
@@ -48,6 +53,14 @@ int set_learning(int unit, int port, int learn)
         return BCM_E_PARAM;
     }
     return bcm_port_learn_set(unit, port, BCM_PORT_LEARN_FWD | (learn ? BCM_PORT_LEARN_ARL : 0));
+}
+
+int set_negotiation(int unit, int port, int negotiate)
+{
+    if (negotiate != 0 && negotiate != 1) {
+        return BCM_E_PARAM;
+    }
+    return soc_phyctrl_auto_negotiate_set(unit, port, negotiate);
 }
 
 int set_enabled(int unit, int port, int enable)
@@ -62,6 +75,7 @@ int apply_to_ports(int unit)
 {
     for (int port = cpu_port + 1; port <= port_max; ++port) {
         int rc = apply_to_port(unit, "port_init_speed", port, bcm_port_speed_set);
+        rc = rc < 0 ? rc : apply_to_port(unit, "port_init_autoneg", port, set_negotiation);
         rc = rc < 0 ? rc : apply_to_port(unit, "port_init_enable", port, set_enabled);
         rc = rc < 0 ? rc : apply_to_port(unit, "port_init_learn", port, set_learning);
         if (rc < 0) {

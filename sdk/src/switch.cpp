@@ -1,6 +1,7 @@
 #include "switch.h"
 
 #include "phy_unit.h"
+#include "soc_control.h"
 
 #include <memory>
 
@@ -64,6 +65,7 @@ bool attach(int unit)
     if (free != nullptr) {
         *free = std::make_unique<Switch>(unit);
         start_phys(unit);
+        publish_control(unit, true);
     }
     return free != nullptr;
 }
@@ -73,6 +75,7 @@ bool detach(int unit)
     std::unique_ptr<Switch> *found = place(unit);
     const bool was_attached = found != nullptr && *found != nullptr;
     if (was_attached) {
+        publish_control(unit, false);
         stop_phys(unit);
         found->reset();
     }
