@@ -3,6 +3,7 @@
 #pragma once
 
 #include "numbering.h"
+#include "rules.h"
 #include "shape.h"
 
 #include <string>
@@ -30,7 +31,11 @@ std::string emit_constants(const Model &model);
 
 /// sim.h and sdk_<family>.cpp: the development SDK's public functions, which record and forward their calls.
 std::string emit_simulator_header(const Model &model);
-std::string emit_sdk_calls(const Family &family);
+std::string emit_sdk_calls(const Family &family, const Rules &rules);
+
+/// rules.tsv: what the development SDK answers by rule, a line per function: name, operation, table, and "key" or
+/// "value" with the resolved type for each parameter after the unit.
+std::string emit_rules(const Model &model, const Rules &rules);
 
 /// The companion: `source` with its manifest filled in.
 std::string emit_companion(const Model &model, const std::string &source);

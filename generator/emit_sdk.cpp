@@ -39,6 +39,32 @@ std::string forwarder(const Function &function)
            "\");\n" + records + "    }\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
 }
 
+// What a function answers that nobody has written by hand.
+std::string by_rule(const Function &function, const Rule &rule)
+{
+    std::string arguments;
+    for (const RuleArgument &argument : rule.arguments)
+        arguments += (arguments.empty() ? "" : ", ") + argument.text;
+    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    return rules::" + rule.operation +
+           "(\"" + rule.table + "\", " + rule.unit + ", {" + arguments + "}" + rule.more + ");\n}\n\n";
+}
+
+// Whether it is "void T_init(T *record)".
+bool is_initialiser(const Function &function)
+{
+    if (spell(function.result) != "void" || function.parameters.size() != 1)
+        return false;
+    const TypePtr &type = function.parameters.front().type;
+    return type->kind == Type::Kind::Pointer && function.name == spell(type->target) + "_init";
+}
+
+std::string initialiser(const Function &function)
+{
+    const std::string &record = function.parameters.front().name;
+    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    if (" + record + " != nullptr)\n        std::memset(" +
+           record + ", 0, sizeof *" + record + ");\n}\n\n";
+}
+
 // What a function answers that nobody has implemented.
 std::string fallback(const Function &function)
 {
@@ -58,6 +84,16 @@ std::string fallback(const Function &function)
     return "__attribute__((weak)) " +
            declare(function.result, "sim_" + function.name + "(" + (unnamed.empty() ? "void" : unnamed) + ")") + " {" +
            body + "}\n\n";
+}
+
+// "key", "value", "key,value" for a record some members of which are keys, or "other".
+std::string role_of(const Parameter &parameter, const Rule &rule)
+{
+    bool is_key = false, is_value = false;
+    for (const RuleArgument &argument : rule.arguments)
+        if (argument.parameter == parameter.name)
+            (argument.is_key ? is_key : is_value) = true;
+    return is_key ? is_value ? "key,value" : "key" : is_value ? "value" : "other";
 }
 
 std::string enumerator_table(const std::string &tag, const std::vector<std::string> &enumerators)
@@ -88,16 +124,43 @@ std::string emit_simulator_header(const Model &model)
            "\n}\n\nnamespace sim {\n\n" + names + "\n}\n";
 }
 
-std::string emit_sdk_calls(const Family &family)
+std::string emit_sdk_calls(const Family &family, const Rules &rules)
 {
     std::string text = banner("Public functions of the family '" + family.name + "': record the call, ask the simulator.",
                               "interface/" + family.name + ".toml and the headers that it names") +
-                       "#include \"sim.h\"\n\n#include \"record.h\"\n\n#include <iterator>\n\nextern \"C\" {\n\n";
-    for (const Function &function : family.sdk_functions)
-        text += forwarder(function) + fallback(function);
+                       "#include \"sim.h\"\n\n#include \"record.h\"\n#include \"rules.h\"\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
+    for (const Function &function : family.sdk_functions) {
+        auto rule = rules.find(function.name);
+        text += forwarder(function);
+        text += rule != rules.end()        ? by_rule(function, rule->second)
+                : is_initialiser(function) ? initialiser(function)
+                                           : fallback(function);
+    }
     text += "}\n\n";
     for (const auto &[tag, enumerators] : family.named_enumerations)
         text += enumerator_table(tag, enumerators);
+    return text;
+}
+
+std::string emit_rules(const Model &model, const Rules &rules)
+{
+    auto transparent = [](const std::string &) { return false; };
+    std::string text;
+    for (const Family &family : model.families)
+        for (const Function &function : family.sdk_functions) {
+            auto found = rules.find(function.name);
+            if (found == rules.end())
+                continue;
+            const std::string &operation = found->second.operation;
+            text += function.name + "\t" + operation.substr(0, operation.find('<'));
+            text += "\t" + found->second.table;
+            for (std::size_t i = 1; i < function.parameters.size(); ++i) {
+                const Parameter &parameter = function.parameters[i];
+                text += "\t" + role_of(parameter, found->second) + "\t" +
+                        declare(Type::without_const(resolve(parameter.type, transparent)), "");
+            }
+            text += "\n";
+        }
     return text;
 }
 

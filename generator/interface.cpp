@@ -66,6 +66,14 @@ private:
             family_.in_and_out = strings(node);
         else if (section == "replaced")
             family_.replaced = strings(node);
+        else if (section == "unserved")
+            family_.unserved = list(node);
+        else if (section == "identified_by")
+            family_.identified_by = strings(node);
+        else if (section == "created_with")
+            family_.created_with = strings(node);
+        else if (section == "key_checks")
+            family_.key_checks = strings(node);
         else if (section == "text")
             family_.text = strings(node);
         else if (section == "typemaps")

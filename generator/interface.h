@@ -15,6 +15,12 @@
 //                          joins the result
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   raises                 helpers that may set a Python exception; their result is then not looked at
+//   unserved               functions of the C headers that no rule of the development SDK may answer
+//   [identified_by]        tables (the getter's name before "_get") whose records have key members: these, with
+//                          spaces between; none, if the unit has only one such record
+//   [created_with]         tables of objects whose "_create" chooses an id: the flag that makes it take one, and
+//                          the one that makes it replace what the id has; none, if there are no such flags
+//   [key_checks]           typedefs that are checked where they are keys: function of sdk/src/rules.h
 //   [text]                 spellings that a declaration cannot give, by typedef name
 // An entry that fits no declaration is an error.
 #pragma once
@@ -56,6 +62,10 @@ struct FamilyInterface {
     std::map<std::string, std::string> in_and_out; ///< function to parameter
     std::map<std::string, std::string> replaced; ///< function to stand-in
     std::map<std::string, std::string> text;     ///< typedef to spelling
+    std::vector<std::string> unserved;
+    std::map<std::string, std::string> identified_by; ///< table to members
+    std::map<std::string, std::string> created_with;  ///< table to flags
+    std::map<std::string, std::string> key_checks;    ///< typedef to function
 };
 
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error naming file and line.

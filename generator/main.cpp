@@ -66,12 +66,13 @@ void generate(const Options &options)
     auto write = [&](const std::string &name, const std::string &text) {
         write_if_changed(options.output + "/" + name, text);
     };
+    const Rules rules = find_rules(model);
     Numbering numbering(model);
     Shapes shapes;
     for (const Family &family : model.families) {
         write("records_" + family.name + ".cpp", emit_records(family, numbering));
         write("calls_" + family.name + ".cpp", emit_calls(family, numbering, shapes));
-        write("sdk_" + family.name + ".cpp", emit_sdk_calls(family));
+        write("sdk_" + family.name + ".cpp", emit_sdk_calls(family, rules));
     }
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
@@ -79,6 +80,7 @@ void generate(const Options &options)
     write("tables.cpp", emit_tables(model, numbering));
     write("constants.cpp", emit_constants(model));
     write("sim.h", emit_simulator_header(model));
+    write("rules.tsv", emit_rules(model, rules));
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));
     write("QuorelApiNew.py", emit_companion(model, read_file(options.companion)));

@@ -3,6 +3,7 @@
 
 #include "destination.h"
 #include "l2_state.h"
+#include "rule_store.h"
 #include "stg_table.h"
 #include "trunk_table.h"
 #include "vlan_table.h"
@@ -39,6 +40,7 @@ struct Switch {
     StgTable groups;
     TrunkTable trunks;
     L2State l2;
+    RuleStore by_rule;
 };
 
 /// All ports but the CPU's.

@@ -67,6 +67,7 @@ int sim_bcm_init_selective(int unit, int module_num)
 int sim_bcm_clear(int unit)
 {
     return on_unit(unit, {}, [&](Switch &) -> int {
+        // All of its state goes with the old one.
         attach(unit);
         return BCM_E_NONE;
     });

@@ -1,0 +1,158 @@
+// Which functions of a small header are found to set, get, enter and remove what.
+#include "header_reader.h"
+#include "model.h"
+#include "output.h"
+#include "rules.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace generator {
+namespace {
+
+constexpr char header[] = R"(
+#ifndef BOX_H
+#define BOX_H
+typedef int box_port_t;
+typedef unsigned char box_mac_t[6];
+typedef struct box_lid_s { int hinge; int colour; } box_lid_t;
+typedef int (*box_walk_cb)(int unit, int id, box_lid_t *lid, void *user_data);
+int box_speed_set(int unit, box_port_t port, int queue, int low, unsigned high);
+int box_speed_get(int unit, box_port_t port, int queue, int *low, unsigned *high);
+int box_mac_set(int unit, box_mac_t of, box_mac_t to);
+int box_mac_get(int unit, box_mac_t of, box_mac_t to);
+int box_cover_set(int unit, box_port_t port, box_lid_t *lid);
+int box_cover_get(int unit, box_port_t port, box_lid_t *lid);
+int box_cover_delete(int unit, box_port_t port);
+int box_cover_delete_all(int unit);
+int box_count_set(int unit, int counter, unsigned long long value);
+int box_count_get(int unit, int counter, unsigned long long *value);
+int box_count_set32(int unit, int counter, unsigned value);
+int box_count_get32(int unit, int counter, unsigned *value);
+int box_count_sync_get(int unit, int counter, unsigned long long *value);
+int box_hinge_set(int unit, box_lid_t *lid);
+int box_hinge_get(int unit, box_lid_t *lid);
+int box_hinge_delete(int unit, int hinge);
+int box_lid_create(int unit, unsigned flags, box_lid_t *lid, int *id);
+int box_lid_get(int unit, int id, box_lid_t *lid);
+int box_lid_find(int unit, box_lid_t *lid, int *id);
+int box_lid_destroy(int unit, int id);
+int box_lid_traverse(int unit, box_walk_cb cb, void *user_data);
+int box_lids_set(int unit, int count, box_lid_t *lid_array);
+int box_lids_get(int unit, int count, box_lid_t *lid_array);
+int box_words_set(int unit, int number, int *words);
+int box_words_get(int unit, int number, int *words);
+int box_width_set(int unit, int width);
+int box_width_get(int unit, short *width);
+int box_global_set(int value);
+int box_global_get(int *value);
+int box_list_add(int unit, int key, int value);
+int box_list_get(int unit, int key, int *value);
+int box_list_delete(int unit, int key, int value);
+#endif
+)";
+
+constexpr char entries[] = "[key_checks]\nbox_port_t = \"own_port\"\n"
+                           "[identified_by]\nbox_hinge = \"hinge\"\n[created_with]\nbox_lid = \"BOX_WITH_ID\"\n";
+
+class RulesTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string name = testing::TempDir() + "rules_XXXXXX";
+        ASSERT_NE(mkdtemp(&name[0]), nullptr);
+        directory_ = name;
+        write_if_changed(directory_ + "/box.h", header);
+        write_if_changed(directory_ + "/binding.toml", "families = [\"box\"]\n");
+    }
+    void TearDown() override { std::filesystem::remove_all(directory_); }
+
+    Rules find(const std::string &interface)
+    {
+        write_if_changed(directory_ + "/box.toml", "headers = [\"box.h\"]\n" + interface);
+        HeaderSource source;
+        source.c_headers = {"box.h"};
+        source.include_directories = {directory_};
+        return find_rules(build_model(read_headers(source), read_interface(directory_)));
+    }
+
+    // The call that answers a function, or "".
+    static std::string answer(const Rules &rules, const std::string &function)
+    {
+        auto found = rules.find(function);
+        if (found == rules.end())
+            return "";
+        std::string text;
+        for (const RuleArgument &argument : found->second.arguments)
+            text += " " + argument.text;
+        return found->second.operation + " " + found->second.table + ":" + text + found->second.more;
+    }
+
+    std::string directory_;
+};
+
+TEST_F(RulesTest, GettersMirrorTheirSetters)
+{
+    Rules rules = find(entries);
+    EXPECT_EQ(answer(rules, "box_speed_set"),
+              "set box_speed: rules::own_port(port) rules::key(queue) rules::given(low) rules::given(high)");
+    EXPECT_EQ(answer(rules, "box_speed_get"), "get box_speed: rules::own_port(port) rules::key(queue) "
+                                              "rules::result_at(low, sizeof *low) rules::result_at(high, sizeof *high)");
+    EXPECT_EQ(answer(rules, "box_mac_get"), "get box_mac: rules::key_at(of, sizeof(box_mac_t)) "
+                                            "rules::result_at(to, sizeof(box_mac_t))");
+    EXPECT_EQ(answer(rules, "box_count_set32"), "set box_count: rules::key(counter) rules::given(value)");
+    EXPECT_EQ(answer(rules, "box_count_sync_get"), answer(rules, "box_count_get"));
+}
+
+TEST_F(RulesTest, RecordsThatCanBeRemovedAreFoundOrNot)
+{
+    Rules rules = find(entries);
+    EXPECT_EQ(answer(rules, "box_cover_get"),
+              "find box_cover: rules::own_port(port) rules::result_at(lid, sizeof *lid)");
+    EXPECT_EQ(answer(rules, "box_cover_delete"), "remove box_cover: rules::own_port(port)");
+    EXPECT_EQ(answer(rules, "box_cover_delete_all"), "clear box_cover:");
+    EXPECT_EQ(answer(rules, "box_hinge_get"), "find box_hinge: rules::member(lid, &box_lid_s::hinge) "
+                                              "rules::result_at(lid, sizeof *lid)");
+    EXPECT_EQ(answer(rules, "box_hinge_delete"), "remove box_hinge: rules::key_as(&box_lid_s::hinge, hinge)");
+}
+
+TEST_F(RulesTest, ObjectsHaveIds)
+{
+    Rules rules = find(entries);
+    EXPECT_EQ(answer(rules, "box_lid_create"), "create box_lid: rules::given_at(lid, sizeof *lid), "
+                                               "{id, (flags & BOX_WITH_ID) != 0}");
+    EXPECT_EQ(answer(rules, "box_lid_get"), "find box_lid: rules::key(id) rules::result_at(lid, sizeof *lid)");
+    EXPECT_EQ(answer(rules, "box_lid_find"), "search box_lid: rules::given_at(lid, sizeof *lid), {id}");
+    EXPECT_EQ(answer(rules, "box_lid_traverse"), "traverse<int, rules::At<box_lid_s>> box_lid:, cb, user_data");
+}
+
+TEST_F(RulesTest, WhatIsNotPlainIsLeftAlone)
+{
+    Rules rules = find(entries);
+    for (const char *name : {"box_lids_set", "box_words_get", "box_width_set", "box_global_get", "box_list_add"})
+        EXPECT_EQ(answer(rules, name), "") << name;
+    rules = find(std::string("unserved = [\"box_speed_get\"]\n") + "[key_checks]\nbox_port_t = \"own_port\"\n");
+    EXPECT_EQ(answer(rules, "box_speed_set"), "");
+    // What identifies the records, and how ids are chosen, is not guessed.
+    EXPECT_EQ(answer(rules, "box_hinge_get"), "");
+    EXPECT_EQ(answer(rules, "box_lid_get"), "");
+}
+
+TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
+{
+    std::string errors;
+    try {
+        find("unserved = [\"box_gone_set\"]\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = \"key\"\n");
+    } catch (const std::runtime_error &error) {
+        errors = error.what();
+    }
+    EXPECT_NE(errors.find("box.toml: no header declares 'box_gone_set'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("no rule of the development SDK uses 'box_lids'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("uses 'box_mac_t'"), std::string::npos) << errors;
+}
+
+}  // namespace
+}  // namespace generator

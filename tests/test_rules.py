@@ -1,0 +1,242 @@
+"""What the simulator answers by rule: settings are kept, records are entered, found, visited and removed."""
+import ctypes
+import unittest
+
+import QuorelApiNew as q
+import rules
+from recording import library
+from simulator import SwitchTest, pointer
+
+UNIT = 1
+
+
+class RulesTest(SwitchTest):
+    def setUp(self):
+        SwitchTest.setUp(self)
+        self.attach_afresh()
+        self.addCleanup(library.bcm_detach, UNIT)
+
+    def attach_afresh(self):
+        library.bcm_detach(UNIT)
+        self.done(library.bcm_attach(UNIT, None, None, 0))
+
+
+class EveryPair(RulesTest):
+    """Each setter with its getter, called as C does."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.functions = rules.read()
+        cls.pairs = rules.pairs(cls.functions)
+
+    def results(self, getter, keys):
+        """Status, and what the getter wrote to each of its results."""
+        arguments = [key if key is not None else
+                     ctypes.create_string_buffer(rules.UNTOUCHED * rules.BUFFER_SIZE, rules.BUFFER_SIZE)
+                     for key in keys]
+        status = getter(UNIT, *arguments)
+        return status, [argument.raw.rstrip(rules.UNTOUCHED)
+                        for argument, key in zip(arguments, keys) if key is None]
+
+    def test_values_are_kept_by_key(self):
+        for writer, getter in self.pairs:
+            if any(parameter.role == 'key,value' for parameter in writer.parameters):
+                continue
+            self.attach_afresh()
+            self.assertTrue(writer.known, writer.name)
+            given = [parameter.argument(5 + number) for number, parameter in enumerate(writer.parameters)]
+            keys = [argument if parameter.role == 'key' else None
+                    for argument, parameter in zip(given, writer.parameters)]
+            status, fresh = self.results(getter, keys)
+            if getter.operation == 'find':
+                self.assertEqual((status, ''.join(fresh)), (q.BCM_E_NOT_FOUND, ''), getter.name)
+            else:
+                self.assertEqual((status, ''.join(fresh).strip('\0')), (0, ''), getter.name)
+            self.assertEqual(writer(UNIT, *given), 0, writer.name)
+            status, kept = self.results(getter, keys)
+            self.assertEqual(status, 0, getter.name)
+            values = [argument for argument, key in zip(given, keys) if key is None]
+            for value, result, before in zip(values, kept, fresh):
+                if isinstance(value, ctypes.Array):
+                    value = value.raw[:len(result)]
+                self.assertEqual(bytearray(value), bytearray(result), getter.name)
+                self.assertTrue(len(result) > 0 and len(result) == len(before or result), getter.name)
+            self.assertEqual(getter(UNIT + 1, *given), q.BCM_E_UNIT, getter.name)
+            for number, key in enumerate(keys):
+                # Another key, from one that none of the values shares.
+                if key is not None:
+                    others = list(keys)
+                    others[number] = writer.parameters[number].argument(30 + number)
+                    self.assertEqual(self.results(getter, others), (q.BCM_E_NOT_FOUND, [''] * len(kept))
+                                     if getter.operation == 'find' else (0, fresh), getter.name)
+        self.assertGreater(len(self.pairs), 300)
+
+    def test_keys_may_be_members_of_the_record(self):
+        checked = 0
+        for writer, getter in self.pairs:
+            roles = [parameter.role for parameter in writer.parameters]
+            if 'key,value' not in roles:
+                continue
+            record = roles.index('key,value')
+            given = [parameter.argument(5 + number) for number, parameter in enumerate(writer.parameters)]
+            wanted = given[record].raw
+            self.assertEqual(writer(UNIT, *given), 0, writer.name)
+            keys = 0
+            size = writer.parameters[record].size
+            for place in range(size):
+                changed = ctypes.create_string_buffer(wanted, rules.BUFFER_SIZE)
+                changed[place] = chr(ord(wanted[place]) ^ 1)
+                status = getter(UNIT, *(given[:record] + [changed] + given[record + 1:]))
+                keys += status == q.BCM_E_NOT_FOUND
+                if status != q.BCM_E_NOT_FOUND:
+                    self.assertTrue((status, changed.raw) == (0, wanted), getter.name)
+            self.assertTrue(0 < keys < size, getter.name)
+            checked += 1
+        self.assertGreater(checked, 5)
+
+    def test_null_pointers_and_ports_are_refused(self):
+        hand = rules.by_hand()
+        for function in self.functions:
+            arguments = [parameter.argument(5) if parameter.is_pointer or parameter.type else None
+                         for parameter in function.parameters]
+            for number, parameter in enumerate(function.parameters):
+                if parameter.is_pointer and function.name not in hand and function.operation != 'traverse':
+                    self.assertEqual(function(UNIT, *(arguments[:number] + [None] + arguments[number + 1:])),
+                                     q.BCM_E_PARAM, function.name)
+
+    def test_no_table_is_partly_written_by_hand(self):
+        hand = rules.by_hand()
+        tables = {}
+        for function in self.functions:
+            tables.setdefault(function.table, set()).add(function.name in hand)
+        self.assertEqual([table for table, kinds in sorted(tables.items()) if len(kinds) > 1], [])
+
+
+class Settings(RulesTest):
+    def test_ports_have_one_setting_under_all_their_names(self):
+        self.done(q.bcm_port_frame_max_set(0, 5, 9000))
+        self.addCleanup(q.bcm_port_frame_max_set, 0, 5, 0)
+        self.assertEqual(self.value(q.bcm_port_frame_max_get, 1 << 26 | 5), 9000)
+        self.assertEqual(self.value(q.bcm_port_frame_max_get, 6), 0)
+        for port in (65, -1, 3 << 26):
+            self.assertEqual(q.bcm_port_frame_max_set(0, port, 9000), q.BCM_E_PORT)
+            self.assertEqual(q.bcm_port_frame_max_get(0, port, q.intp()), q.BCM_E_PORT)
+        # A gport may be a queue, but what it says of ports has to be so.
+        scheduler = 7 << 26 | 900
+        self.done(q.bcm_cosq_gport_enable_set(0, scheduler, 1, 1))
+        self.addCleanup(q.bcm_cosq_gport_enable_set, 0, scheduler, 1, 0)
+        self.assertEqual(self.value(q.bcm_cosq_gport_enable_get, scheduler, 1), 1)
+        self.assertEqual(q.bcm_cosq_gport_enable_set(0, 65, 1, 1), q.BCM_E_PORT)
+
+    def test_units_are_apart_and_start_afresh(self):
+        self.done(q.bcm_switch_control_set(UNIT, 4, 17))
+        self.assertEqual(self.value(q.bcm_switch_control_get, 4), 0)
+        value = q.intp()
+        self.done(q.bcm_switch_control_get(UNIT, 4, value))
+        self.assertEqual(value.value(), 17)
+        library.bcm_detach(UNIT)
+        self.assertEqual(q.bcm_switch_control_get(UNIT, 4, value), q.BCM_E_UNIT)
+        self.attach_afresh()
+        self.done(q.bcm_switch_control_get(UNIT, 4, value))
+        self.assertEqual(value.value(), 0)
+
+    def test_counters_are_one_in_both_widths(self):
+        wide, narrow = ctypes.c_uint64(), ctypes.c_uint32()
+        library.bcm_port_stat_set(UNIT, 5, 2, ctypes.c_uint64(0x500000007))
+        self.done(library.bcm_port_stat_get32(UNIT, 5, 2, ctypes.byref(narrow)))
+        self.assertEqual(narrow.value, 7)
+        library.bcm_port_stat_set32(UNIT, 5, 2, 9)
+        self.done(library.bcm_port_stat_get(UNIT, 5, 2, ctypes.byref(wide)))
+        self.assertEqual(wide.value, 9)
+
+
+translation_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_uint16,
+                                        ctypes.c_uint16, ctypes.c_int, ctypes.c_void_p)
+policer_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.POINTER(ctypes.c_uint32),
+                                    ctypes.c_void_p)
+
+
+class Records(RulesTest):
+    def translations(self, callback=None):
+        """What a traversal visits."""
+        visited = []
+
+        def visit(unit, port, old, new, priority, _):
+            visited.append((unit, port, old, new, priority))
+            return callback(old) if callback else 0
+        status = library.bcm_vlan_translate_traverse(UNIT, translation_callback(visit), None)
+        return status, sorted(visited)
+
+    def test_entries_with_keys(self):
+        self.done(q.bcm_vlan_translate_add(UNIT, 5, 10, 20, 3))
+        self.done(q.bcm_vlan_translate_add(UNIT, 6, 11, 21, 4))
+        self.assertEqual(q.bcm_vlan_translate_add(UNIT, 5, 10, 22, 3), q.BCM_E_EXISTS)
+        self.assertEqual(self.translations(), (0, [(UNIT, 5, 10, 20, 3), (UNIT, 6, 11, 21, 4)]))
+        # A callback may remove what is still to be visited, or end the traversal.
+        status, visited = self.translations(lambda old: library.bcm_vlan_translate_delete_all(UNIT))
+        self.assertEqual((status, len(visited), self.translations()), (0, 1, (0, [])))
+        self.done(q.bcm_vlan_translate_add(UNIT, 5, 10, 20, 3))
+        self.assertEqual(self.translations(lambda old: -old)[0], -10)
+        self.assertEqual(self.translations(lambda old: library.bcm_detach(UNIT))[0], 0)
+        self.attach_afresh()
+        self.assertEqual(q.bcm_vlan_translate_delete(UNIT, 5, 10), q.BCM_E_NOT_FOUND)
+        self.assertEqual(library.bcm_vlan_translate_traverse(UNIT, None, None), q.BCM_E_PARAM)
+
+    def test_some_entries_are_removed_by_their_first_key(self):
+        flags = ctypes.c_uint32()
+        for vlan, port in ((7, 1), (7, 2), (8, 1)):
+            self.done(library.bcm_vlan_gport_add(UNIT, vlan, port, 16 * vlan + port))
+        self.done(library.bcm_vlan_gport_delete_all(UNIT, 7))
+        self.assertEqual(library.bcm_vlan_gport_get(UNIT, 7, 1, ctypes.byref(flags)), q.BCM_E_NOT_FOUND)
+        self.done(library.bcm_vlan_gport_get(UNIT, 8, 1, ctypes.byref(flags)))
+        self.assertEqual(flags.value, 129)
+
+    def policer(self, rate, flags=0):
+        config = q.bcm_policer_config_t()
+        config.ckbits_sec, config.flags = rate, flags
+        return config
+
+    def create(self, rate, flags=0, policer=0):
+        """(status, id)"""
+        config, policer = self.policer(rate, flags), ctypes.c_int(policer)
+        return library.bcm_policer_create(UNIT, pointer(config), ctypes.byref(policer)), policer.value
+
+    def rate(self, policer):
+        config = self.policer(0)
+        status = library.bcm_policer_get(UNIT, policer, pointer(config))
+        return status or config.ckbits_sec
+
+    def test_objects_with_ids(self):
+        self.assertEqual([self.create(100), self.create(200)], [(0, 1), (0, 2)])
+        self.assertEqual(self.create(300, q.BCM_POLICER_WITH_ID, 256), (0, 256))
+        self.assertEqual(self.create(300, q.BCM_POLICER_WITH_ID, 2), (q.BCM_E_EXISTS, 2))
+        self.assertEqual(self.create(300, q.BCM_POLICER_WITH_ID, 0), (q.BCM_E_PARAM, 0))
+        self.assertEqual(self.create(250, q.BCM_POLICER_WITH_ID | q.BCM_POLICER_REPLACE, 2), (0, 2))
+        config = self.policer(150)
+        self.done(library.bcm_policer_set(UNIT, 1, pointer(config)))
+        self.assertEqual(library.bcm_policer_set(UNIT, 3, pointer(config)), q.BCM_E_NOT_FOUND)
+        visited = []
+        self.done(library.bcm_policer_traverse(
+            UNIT, policer_callback(lambda unit, policer, config, _: visited.append(policer) or 0), None))
+        self.assertEqual([(policer, self.rate(policer)) for policer in visited],
+                         [(1, 150), (2, 250), (256, 300)])
+        self.done(library.bcm_policer_destroy(UNIT, 1))
+        self.assertEqual((self.rate(1), library.bcm_policer_destroy(UNIT, 1)), (q.BCM_E_NOT_FOUND,) * 2)
+        self.assertEqual(self.create(400), (0, 1))
+        self.done(library.bcm_policer_destroy_all(UNIT))
+        self.assertEqual([self.rate(policer) for policer in (1, 2, 256)], [q.BCM_E_NOT_FOUND] * 3)
+
+    def test_objects_are_found_by_value(self):
+        egress, found = q.bcm_l3_egress_t(), ctypes.c_int()
+        for expected in (1, 2):
+            egress.vlan = 10 * expected
+            self.done(library.bcm_l3_egress_create(UNIT, 0, pointer(egress), ctypes.byref(found)))
+        self.done(library.bcm_l3_egress_find(UNIT, pointer(egress), ctypes.byref(found)))
+        self.assertEqual(found.value, 2)
+        egress.vlan = 30
+        self.assertEqual(library.bcm_l3_egress_find(UNIT, pointer(egress), ctypes.byref(found)),
+                         q.BCM_E_NOT_FOUND)
+
+
+if __name__ == '__main__':
+    unittest.main()
