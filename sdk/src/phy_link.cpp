@@ -83,7 +83,8 @@ Link link_of(const PhyPort &port)
     if (!port.serdes) {
         return down;
     }
-    const bool looped = port.serdes->system.loopback && passes_traffic(*port.serdes);
+    const bool looped =
+        port.mac_loopback || (port.serdes->system.loopback && passes_traffic(*port.serdes));
     return looped ? wanted(port.outer(), port.cable, true) : link_of(port, *port.serdes);
 }
 
@@ -136,6 +137,10 @@ void settle(PhyPort &port)
             (*phy)->link_up = up;
             (*phy)->link_lost = (*phy)->link_lost || !up;
         }
+    }
+    if (port.serdes) {
+        const bool interrupted = port.outer().link_lost && port.outer().link_up;
+        port.was_down = port.was_down || interrupted || !link_of(port).up();
     }
 }
 

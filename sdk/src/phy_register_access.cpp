@@ -18,19 +18,15 @@ template <class Body>
 int on_bus_address(int unit, int address, Pointers pointers, Body body)
 {
     return on_phy_unit(unit, pointers, [&](PhyUnit &phys) {
-        const int port =
-            phys.has_tables && address >= 0 ? phys.tables.port_at(static_cast<unsigned>(address)) : -1;
-        if (!has_serdes(port)) {
+        const PhyPlace found = phy_at(phys, static_cast<unsigned>(address));
+        if (!phys.has_tables || found.phy == nullptr) {
             return static_cast<int>(SOC_E_NOT_FOUND);
         }
-        const bool internal = phys.tables.of(port).phy_addr_int == address;
-        PhyPort &own = phys.of(port);
-        if (!is_ready(phys, own)) {
+        if (!is_ready(phys, *found.port)) {
             return static_cast<int>(SOC_E_INIT);
         }
-        const int rc = body(own, internal ? *own.serdes : own.outer());
-        settle(own);
-        report_medium(unit, own);
+        const int rc = body(*found.port, *found.phy);
+        tell_changes(unit, *found.port);
         return rc;
     });
 }

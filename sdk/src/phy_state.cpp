@@ -105,6 +105,8 @@ void PhyPort::restart()
         copper.emplace(copper_kind);
     }
     probed = initialised = true;
+    mac_loopback = false;
+    was_down = true;
     reported_link = false;
     own_reset = default_reset = ResetFunction();
     watchers.clear();

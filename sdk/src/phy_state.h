@@ -99,12 +99,15 @@ public:
     Cable cable;
     std::optional<Phy> serdes, copper;
     bool probed, initialised;
+    bool mac_loopback;  ///< the MAC hears itself
+    bool was_down;      ///< since that was read
     bool reported_link; ///< as the driver was last told
     ResetFunction own_reset, default_reset;
     bool in_reset = false;
     std::vector<MediumWatcher> watchers;
     soc_port_medium_t reported_medium; ///< to the watchers
     bool in_report = false;
+    bool in_link_scan = false;
 
     /// What is in use at the socket, SOC_PHY_MEDIUM_NONE if nothing is.
     soc_port_medium_t medium_in_use() const;

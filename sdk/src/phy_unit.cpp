@@ -1,5 +1,7 @@
 #include "phy_unit.h"
 
+#include "linkscan.h"
+
 namespace sim {
 
 namespace {
@@ -34,10 +36,17 @@ void start_phys(int unit)
     PhyUnit &phys = *phys_of(unit);
     remake(phys.tables);
     publish(unit, &phys.tables);
+    phys.buses = {};
     phys.shared_registers.clear();
     phys.has_tables = phys.has_common = phys.has_drivers = true;
     for (PhyPort &port : phys.ports) {
         port.restart();
+    }
+    // The ports of a unit that runs on may have got links back.
+    for (int port = 0; port <= port_max; ++port) {
+        if (has_serdes(port)) {
+            follow_link(unit, phys.of(port));
+        }
     }
 }
 
@@ -49,6 +58,24 @@ void stop_phys(int unit)
 bool is_ready(const PhyUnit &phys, const PhyPort &port)
 {
     return phys.has_common && phys.has_drivers && port.initialised;
+}
+
+void tell_changes(int unit, PhyPort &port)
+{
+    settle(port);
+    report_medium(unit, port);
+    follow_link(unit, port);
+}
+
+PhyPlace phy_at(PhyUnit &phys, unsigned address)
+{
+    const int number = phys.tables.port_at(address);
+    if (!has_serdes(number)) {
+        return {nullptr, nullptr};
+    }
+    PhyPort &port = phys.of(number);
+    const bool internal = phys.tables.of(number).phy_addr_int == address;
+    return {&port, internal ? &*port.serdes : &port.outer()};
 }
 
 int translate_port(int unit, soc_port_t *port)

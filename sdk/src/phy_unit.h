@@ -3,6 +3,7 @@
 
 #include "checked.h"
 #include "chip.h"
+#include "mdio_bus.h"
 #include "phy_link.h"
 #include "phy_tables.h"
 
@@ -13,6 +14,7 @@ struct PhyUnit {
 
     PhyTables &tables;
     std::vector<PhyPort> ports;
+    MdioBuses buses;
     std::map<int, std::array<uint16, 256>> shared_registers; ///< by the first port of the PHY chip
     bool has_tables = true;
     bool has_common = true;
@@ -33,6 +35,18 @@ int translate_port(int unit, soc_port_t *port);
 
 /// Calls the port's watchers if its medium has changed since the last time.
 void report_medium(int unit, PhyPort &port);
+
+/// After whatever may have changed a port's PHYs: notes it, and calls those who are to be told.
+void tell_changes(int unit, PhyPort &port);
+
+/// A PHY, and the port that it belongs to.
+struct PhyPlace {
+    PhyPort *port;
+    Phy *phy;
+};
+
+/// The one at a PHY address; nulls if none is there.
+PhyPlace phy_at(PhyUnit &phys, unsigned address);
 
 /// body(PhyUnit &) on a unit whose chip runs; SOC_E_UNIT, SOC_E_INIT, SOC_E_PARAM for null pointers.
 template <class Body>
@@ -66,8 +80,7 @@ int on_phy_port(int unit, soc_port_t port, Pointers pointers, Body body)
             return static_cast<int>(SOC_E_UNAVAIL);
         }
         const int rc = body(phys, phy_port);
-        settle(phy_port);
-        report_medium(unit, phy_port);
+        tell_changes(unit, phy_port);
         return rc;
     });
 }

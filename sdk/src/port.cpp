@@ -1,7 +1,7 @@
 /// Settings of single ports.
 #include "checked.h"
 #include "phy_settings.h"
-#include "phy_unit.h"
+#include "port_phy.h"
 #include "sim.h"
 
 #include <algorithm>
@@ -11,11 +11,14 @@ using namespace sim;
 
 namespace {
 
-/// Null for the CPU's port.
+int number_of(const Switch &sw, const Port &own)
+{
+    return static_cast<int>(&own - sw.ports.data());
+}
+
 PhyPort *phy_of(const Switch &sw, const Port &own)
 {
-    PhyPort &found = phys_of(sw.unit)->of(static_cast<int>(&own - sw.ports.data()));
-    return found.serdes ? &found : nullptr;
+    return phy_of(sw, number_of(sw, own));
 }
 
 }  // namespace
@@ -28,6 +31,7 @@ int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
         own.enabled = enable != 0;
         if (PhyPort *phy = phy_of(sw, own)) {
             set_enabled(*phy, own.enabled);
+            tell_changes(unit, *phy);
         }
         return BCM_E_NONE;
     });
@@ -44,8 +48,7 @@ int sim_bcm_port_enable_get(int unit, bcm_port_t port, int *enable)
 int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
 {
     return on_port(unit, port, {status}, [&](Switch &sw, Port &own) -> int {
-        const PhyPort *phy = phy_of(sw, own);
-        *status = own.enabled && (phy == nullptr || link_of(*phy).up());
+        *status = has_link(sw, number_of(sw, own));
         return BCM_E_NONE;
     });
 }
@@ -59,7 +62,9 @@ int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
             return BCM_E_PARAM;
         }
         if (PhyPort *phy = phy_of(sw, own)) {
-            return force_speed(*phy, phy->outer(), speed);
+            const int rc = force_speed(*phy, phy->outer(), speed);
+            tell_changes(unit, *phy);
+            return rc;
         }
         own.speed = speed;
         return BCM_E_NONE;

@@ -1,7 +1,8 @@
 /*
  * Link scan: the thread that watches the links of ports, follows them in the MACs and tells about changes.
  *
- * All functions return BCM_E_NONE or an error; in common they have BCM_E_UNIT, BCM_E_INIT and BCM_E_PARAM.
+ * All functions return BCM_E_NONE or an error; in common they have BCM_E_UNIT, BCM_E_INIT and BCM_E_PARAM,
+ * and BCM_E_PORT where they take ports. BCM_E_UNAVAIL: a port without PHY, passed by in a set of ports.
  */
 #ifndef BCM_LINK_H
 #define BCM_LINK_H
@@ -24,7 +25,10 @@ typedef void (*bcm_linkscan_handler_t)(int unit, bcm_port_t port, bcm_port_info_
 typedef int (*bcm_linkscan_port_handler_t)(int unit, bcm_port_t port, bcm_port_info_t *info,
                                            void *user_data);
 
-/* detach stops the thread and forgets all handlers. */
+/*
+ * init: scanning is off, each port is in mode SW, there are no handlers, and all links were down when looked
+ * at last, as at the start. detach stops the thread and forgets all handlers; only init can follow.
+ */
 int bcm_linkscan_init(int unit);
 int bcm_linkscan_detach(int unit);
 
@@ -40,14 +44,15 @@ int bcm_linkscan_mode_get(int unit, bcm_port_t port, int *mode);
 
 /*
  * Handlers for all ports, each at most once; and of one port, where the pair of function and user_data
- * counts. Unregistering what is not registered gives BCM_E_NOT_FOUND.
+ * counts. Registering what is registered gives BCM_E_EXISTS, unregistering what is not BCM_E_NOT_FOUND. They
+ * are called in the order of registration, those for all ports first; what they return is not looked at.
  */
 int bcm_linkscan_register(int unit, bcm_linkscan_handler_t f);
 int bcm_linkscan_unregister(int unit, bcm_linkscan_handler_t f);
 int bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data);
 int bcm_linkscan_port_unregister(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data);
 
-/* Scans the given ports at once. */
+/* Scans the given ports at once, scanning on or off, but for those in mode NONE. */
 int bcm_linkscan_update(int unit, bcm_pbmp_t pbm);
 
 /* Prints the mode and the state of each port to standard output. */
@@ -56,6 +61,7 @@ int bcm_linkscan_dump(int unit);
 /*
  * Takes the links of the given ports for changed, so that the next scan sets their MACs again and calls the
  * handlers; and waits at most us microseconds until all of *pbmp have a link, leaving those that have one.
+ * BCM_E_TIMEOUT: not all have.
  */
 int bcm_link_change(int unit, bcm_pbmp_t pbmp);
 int bcm_link_wait(int unit, bcm_pbmp_t *pbmp, int us);

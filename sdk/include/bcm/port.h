@@ -1061,7 +1061,7 @@ typedef struct bcm_port_nif_prio_s {
     int priority_level;
 } bcm_port_nif_prio_t;
 
-/* After the PHY of a port has been reset, and after its medium has changed. */
+/* Before the PHY of a port is reset (an error status stops it), and after its medium has changed. */
 typedef int (*bcm_port_phy_reset_cb_t)(int unit, bcm_port_t port, void *user_data);
 typedef void (*bcm_port_medium_status_cb_t)(int unit, bcm_port_t port, bcm_port_medium_t medium,
                                             void *user_data);
@@ -1099,7 +1099,12 @@ int bcm_port_to_nif_id(int unit, bcm_port_t port, int *nif_id);
 /* Name such as "xe3", in the library's own storage; null if there is no such port. */
 char *bcm_port_name(int unit, bcm_port_t port);
 
-/* Settings together; the selective functions only those of action_mask and action_mask2. */
+/*
+ * Settings together; the selective functions only those of action_mask and action_mask2. info_get and
+ * info_save set the masks to what the port has, info_restore sets what they say. What can only be read is not
+ * set, nor speed and duplex with autonegotiation. info_set and info_restore pass by what the port has not,
+ * the selective functions give BCM_E_UNAVAIL for it.
+ */
 int bcm_port_info_get(int unit, bcm_port_t port, bcm_port_info_t *info);
 int bcm_port_info_set(int unit, bcm_port_t port, bcm_port_info_t *info);
 int bcm_port_selective_get(int unit, bcm_port_t port, bcm_port_info_t *info);
@@ -1109,7 +1114,10 @@ int bcm_port_info_save(int unit, bcm_port_t port, bcm_port_info_t *info);
 void bcm_port_info_t_init(bcm_port_info_t *info);
 void bcm_port_config_t_init(bcm_port_config_t *config);
 
-/* Administrative state (1 enabled), how the link is watched, and whether it is up (1). */
+/*
+ * Administrative state (1 enabled), how the link is watched (BCM_LINKSCAN_MODE_*), and whether it is up (1).
+ * link_state_get takes flags 0; link_failed_clear forgets that the link was down, which latch_down shows.
+ */
 int bcm_port_enable_set(int unit, bcm_port_t port, int enable);
 int bcm_port_enable_get(int unit, bcm_port_t port, int *enable);
 int bcm_port_linkscan_set(int unit, bcm_port_t port, int linkscan);

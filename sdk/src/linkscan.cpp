@@ -1,0 +1,375 @@
+#include "linkscan.h"
+
+#include "port_phy.h"
+#include "sim.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+using namespace sim;
+
+namespace {
+
+/// body(LinkScan &) of a unit whose link scan is initialised; BCM_E_UNIT, BCM_E_INIT, BCM_E_PARAM.
+template <class Body>
+int on_links(int unit, Pointers pointers, Body body)
+{
+    return on_unit(unit, {}, [&](Switch &sw) {
+        if (!sw.links.initialised) {
+            return static_cast<int>(BCM_E_INIT);
+        }
+        return any_null(pointers) ? static_cast<int>(BCM_E_PARAM) : static_cast<int>(body(sw.links));
+    });
+}
+
+/// body(LinkScan &, int port) of a port that can be watched; also BCM_E_PORT, BCM_E_UNAVAIL.
+template <class Body>
+int on_link(int unit, bcm_port_t port, Pointers pointers, Body body)
+{
+    return on_links(unit, pointers, [&](LinkScan &links) {
+        int own_port;
+        const int rc = resolve_own_port(port, &own_port);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        return has_serdes(own_port) ? static_cast<int>(body(links, own_port))
+                                    : static_cast<int>(BCM_E_UNAVAIL);
+    });
+}
+
+/// body(int port) of each that can be watched; BCM_E_PORT if the unit has not all of the ports.
+template <class Body>
+int on_each_link(int unit, const bcm_pbmp_t &ports, Body body)
+{
+    return on_links(unit, {}, [&](LinkScan &) {
+        for (int port = port_max + 1; port < BCM_PBMP_PORT_MAX; ++port) {
+            if (BCM_PBMP_MEMBER(ports, port)) {
+                return BCM_E_PORT;
+            }
+        }
+        for (int port = 0; port <= port_max; ++port) {
+            if (BCM_PBMP_MEMBER(ports, port) && has_serdes(port)) {
+                body(port);
+            }
+        }
+        return BCM_E_NONE;
+    });
+}
+
+/// Null if the unit has gone, its link scan is not initialised, or it does not watch the port. Handlers may
+/// bring all that about.
+LinkScan *watching(int unit, int port)
+{
+    Switch *sw = attached(unit);
+    const bool watches = sw != nullptr && sw->links.initialised
+                         && sw->links.of(port).mode != BCM_LINKSCAN_MODE_NONE;
+    return watches ? &sw->links : nullptr;
+}
+
+/// Whether the link can be asked for: the chip runs and the PHY's driver is there.
+bool can_ask(int unit, const PhyPort &port)
+{
+    return on_chip(unit, [&](Chip &) { return is_ready(*phys_of(unit), port) ? SOC_E_NONE : SOC_E_INIT; })
+           == SOC_E_NONE;
+}
+
+bool operator==(const PortLinkHandler &a, const PortLinkHandler &b)
+{
+    return a.callback == b.callback && a.user_data == b.user_data;
+}
+
+template <class Handlers, class Handler>
+auto find(Handlers &handlers, const Handler &handler)
+{
+    return std::find_if(handlers.begin(), handlers.end(), [&](const Handler &one) { return one == handler; });
+}
+
+template <class Handlers, class Handler>
+int add(Handlers &handlers, const Handler &handler)
+{
+    if (find(handlers, handler) != handlers.end()) {
+        return BCM_E_EXISTS;
+    }
+    handlers.push_back(handler);
+    return BCM_E_NONE;
+}
+
+template <class Handlers, class Handler>
+int take_away(Handlers &handlers, const Handler &handler)
+{
+    const auto found = find(handlers, handler);
+    if (found == handlers.end()) {
+        return BCM_E_NOT_FOUND;
+    }
+    handlers.erase(found);
+    return BCM_E_NONE;
+}
+
+void call_handlers(int unit, int port)
+{
+    bcm_port_info_t info;
+    if (sim_bcm_port_info_get(unit, port, &info) != BCM_E_NONE) {
+        return;
+    }
+    // A handler may register and unregister others, and gets a record of its own.
+    const std::vector<bcm_linkscan_handler_t> handlers = attached(unit)->links.handlers;
+    for (const bcm_linkscan_handler_t handler : handlers) {
+        LinkScan *links = watching(unit, port);
+        if (links != nullptr && find(links->handlers, handler) != links->handlers.end()) {
+            bcm_port_info_t told = info;
+            handler(unit, port, &told);
+        }
+    }
+    LinkScan *still = watching(unit, port);
+    const std::vector<PortLinkHandler> own =
+        still != nullptr ? still->of(port).handlers : std::vector<PortLinkHandler>();
+    for (const PortLinkHandler &handler : own) {
+        LinkScan *links = watching(unit, port);
+        if (links != nullptr && find(links->of(port).handlers, handler) != links->of(port).handlers.end()) {
+            bcm_port_info_t told = info;
+            handler.callback(unit, port, &told, handler.user_data);
+        }
+    }
+}
+
+/// False if there is nothing to tell.
+bool scan_once(int unit, int port)
+{
+    LinkScan *links = watching(unit, port);
+    if (links == nullptr || !can_ask(unit, phys_of(unit)->of(port))) {
+        return false;
+    }
+    WatchedLink &link = links->of(port);
+    const bool up = has_link(*attached(unit), port);
+    if (up == link.up && !link.is_due) {
+        return false;
+    }
+    link.up = up;
+    link.is_due = false;
+    sim_bcm_port_update(unit, port, up);
+    call_handlers(unit, port);
+    return true;
+}
+
+void scan(int unit, int port)
+{
+    // One handler's change of the link is told to all when they have heard of the one before. Handlers that
+    // change it every time have to wait for the next scan.
+    constexpr int most_in_a_row = 16;
+    PhyUnit *phys = phys_of(unit);
+    if (phys == nullptr || phys->of(port).in_link_scan) {
+        return;
+    }
+    const Marked marked(phys->of(port).in_link_scan);
+    for (int i = 0; i < most_in_a_row && scan_once(unit, port); ++i) {
+    }
+}
+
+void scan_if_on(int unit, int port)
+{
+    LinkScan *links = watching(unit, port);
+    if (links != nullptr && links->interval > 0) {
+        scan(unit, port);
+    }
+}
+
+bool is_mode(int mode)
+{
+    return mode >= BCM_LINKSCAN_MODE_NONE && mode <= BCM_LINKSCAN_MODE_HW;
+}
+
+void set_mode(int unit, int port, int mode)
+{
+    // The handlers of a port before may have done anything.
+    if (Switch *sw = attached(unit)) {
+        sw->links.of(port).mode = mode;
+        scan_if_on(unit, port);
+    }
+}
+
+const char *mode_name(int mode)
+{
+    static constexpr const char *names[] = {"none", "sw", "hw"};
+    return names[mode];
+}
+
+}  // namespace
+
+namespace sim {
+
+void follow_link(int unit, PhyPort &port)
+{
+    scan_if_on(unit, port.number);
+}
+
+}  // namespace sim
+
+extern "C" {
+
+int sim_bcm_linkscan_init(int unit)
+{
+    return on_unit(unit, {}, [](Switch &sw) {
+        sw.links = LinkScan();
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_linkscan_detach(int unit)
+{
+    return on_links(unit, {}, [](LinkScan &links) {
+        links = LinkScan();
+        links.initialised = false;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_linkscan_enable_set(int unit, int us)
+{
+    return on_links(unit, {}, [&](LinkScan &links) {
+        if (us < 0) {
+            return BCM_E_PARAM;
+        }
+        links.interval = us;
+        for (int port = 0; port <= port_max; ++port) {
+            if (has_serdes(port)) {
+                scan_if_on(unit, port);
+            }
+        }
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_linkscan_enable_get(int unit, int *us)
+{
+    return on_links(unit, {us}, [&](LinkScan &links) {
+        *us = links.interval;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_linkscan_enable_port_get(int unit, bcm_port_t port)
+{
+    return on_link(unit, port, {}, [](LinkScan &links, int own) {
+        const bool watched = links.interval > 0 && links.of(own).mode != BCM_LINKSCAN_MODE_NONE;
+        return watched ? BCM_E_NONE : BCM_E_DISABLED;
+    });
+}
+
+int sim_bcm_linkscan_mode_set(int unit, bcm_port_t port, int mode)
+{
+    return on_link(unit, port, {}, [&](LinkScan &, int own) {
+        if (!is_mode(mode)) {
+            return BCM_E_PARAM;
+        }
+        set_mode(unit, own, mode);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_linkscan_mode_set_pbm(int unit, bcm_pbmp_t pbm, int mode)
+{
+    return on_links(unit, {}, [&](LinkScan &) {
+        return is_mode(mode) ? on_each_link(unit, pbm, [&](int port) { set_mode(unit, port, mode); })
+                             : static_cast<int>(BCM_E_PARAM);
+    });
+}
+
+int sim_bcm_linkscan_mode_get(int unit, bcm_port_t port, int *mode)
+{
+    return on_link(unit, port, {mode}, [&](LinkScan &links, int own) {
+        *mode = links.of(own).mode;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_linkscan_set(int unit, bcm_port_t port, int linkscan)
+{
+    return sim_bcm_linkscan_mode_set(unit, port, linkscan);
+}
+
+int sim_bcm_port_linkscan_get(int unit, bcm_port_t port, int *linkscan)
+{
+    return sim_bcm_linkscan_mode_get(unit, port, linkscan);
+}
+
+int sim_bcm_linkscan_register(int unit, bcm_linkscan_handler_t f)
+{
+    return on_links(unit, {reinterpret_cast<const void *>(f)},
+                    [&](LinkScan &links) { return add(links.handlers, f); });
+}
+
+int sim_bcm_linkscan_unregister(int unit, bcm_linkscan_handler_t f)
+{
+    return on_links(unit, {reinterpret_cast<const void *>(f)},
+                    [&](LinkScan &links) { return take_away(links.handlers, f); });
+}
+
+int sim_bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data)
+{
+    return on_link(unit, port, {reinterpret_cast<const void *>(f)}, [&](LinkScan &links, int own) {
+        return add(links.of(own).handlers, PortLinkHandler{f, user_data});
+    });
+}
+
+int sim_bcm_linkscan_port_unregister(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f,
+                                     void *user_data)
+{
+    return on_link(unit, port, {reinterpret_cast<const void *>(f)}, [&](LinkScan &links, int own) {
+        return take_away(links.of(own).handlers, PortLinkHandler{f, user_data});
+    });
+}
+
+int sim_bcm_linkscan_update(int unit, bcm_pbmp_t pbm)
+{
+    return on_each_link(unit, pbm, [&](int port) { scan(unit, port); });
+}
+
+int sim_bcm_linkscan_dump(int unit)
+{
+    return on_links(unit, {}, [&](LinkScan &links) {
+        std::printf("link scan every %d us\nport  mode  link\n", links.interval);
+        for (int port = 0; port <= port_max; ++port) {
+            if (has_serdes(port)) {
+                const WatchedLink &link = links.of(port);
+                std::printf("%4d  %-4s  %s\n", port, mode_name(link.mode), link.up ? "up" : "down");
+            }
+        }
+        std::fflush(stdout);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_link_change(int unit, bcm_pbmp_t pbmp)
+{
+    return on_each_link(unit, pbmp, [&](int port) {
+        if (LinkScan *links = watching(unit, port)) {
+            links->of(port).is_due = true;
+            scan_if_on(unit, port);
+        }
+    });
+}
+
+int sim_bcm_link_wait(int unit, bcm_pbmp_t *pbmp, int us)
+{
+    return on_links(unit, {pbmp}, [&](LinkScan &) {
+        if (us < 0) {
+            return static_cast<int>(BCM_E_PARAM);
+        }
+        bcm_pbmp_t up = {};
+        const int rc = on_each_link(unit, *pbmp, [&](int port) {
+            if (has_link(*attached(unit), port)) {
+                BCM_PBMP_PORT_ADD(up, port);
+            }
+        });
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        // No link changes meanwhile, so that waiting is over at once.
+        const bool all_up = std::equal(std::begin(up.pbits), std::end(up.pbits), std::begin(pbmp->pbits));
+        *pbmp = up;
+        return static_cast<int>(all_up ? BCM_E_NONE : BCM_E_TIMEOUT);
+    });
+}
+
+}  // extern "C"

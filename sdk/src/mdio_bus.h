@@ -1,0 +1,23 @@
+/// The state of a unit's MDIO buses; who is on them, the PHY tables say.
+#pragma once
+
+#include "phy_tables.h"
+
+#include <soc/mdio.h>
+
+#include <array>
+
+namespace sim {
+
+constexpr int addresses_per_bus = SOC_MDIO_ADDRESS_MAX + 1;
+constexpr std::size_t mdio_buses = phy_addresses / addresses_per_bus;
+
+struct MdioBus {
+    bool enabled = true;
+    int khz = SOC_MDIO_CLOCK_DEFAULT;
+    soc_mdio_stat_t frames = {};
+};
+
+using MdioBuses = std::array<MdioBus, mdio_buses>;
+
+}  // namespace sim
