@@ -10,9 +10,9 @@ namespace {
 char serdes_name[] = "SerDes 4x25G";
 char copper_name[] = "10GBASE-T quad";
 
-constexpr uint16 identifier_0 = 0x0362;
-constexpr uint16 serdes_identifier_1 = 0x5f40;
-constexpr uint16 copper_identifier_1 = 0x5ed0;
+constexpr uint16 identifier_0 = 0x51d0;
+constexpr uint16 serdes_identifier_1 = 0x2540;
+constexpr uint16 copper_identifier_1 = 0x1040;
 
 constexpr uint16 internal_buses = 0x80;
 constexpr uint16 first_copper_address = 1;
