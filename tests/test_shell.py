@@ -309,6 +309,13 @@ class Sessions(ShellTest):
                          ('a\nNone\nrest\n', 0))
         self.assertEqual(printed(q.belvok_sh_process_command, 0, 'echo a'), (q.CMD_OK, 'a\n'))
 
+    def test_background_commands_are_allowed_first(self):
+        code = 'for _ in 1, 2: print q.sh_process_command(0, "echo a &"), q.sh_bg_init()'
+        output, status = self.session(code, '')
+        self.assertRegexpMatches(output, r'^.*\n%d None\n\[1\] echo a\na\n\[1\] CMD_OK\n%d None\n$'
+                                 % (q.CMD_NOTIMPL, q.CMD_OK))
+        self.assertEqual(status, 0)
+
     def test_prompt_and_pages_on_a_terminal(self):
         terminal, other_end = pty.openpty()
         code = 'import _QuorelApiNew as q\nq.sh_process(3, "p", 0)'
