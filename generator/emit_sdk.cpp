@@ -19,24 +19,25 @@ std::string prototype(const Function &function, const std::string &prefix)
     return declare(function.result, prefix + function.name + "(" + parameter_list(function) + ")");
 }
 
-std::string recording(const Parameter &parameter)
+std::string recorded(const Parameter &parameter)
 {
     TypePtr type = resolve_array_typedef(parameter.type);
     if (type->kind == Type::Kind::Array && !type->extent.empty())
-        return "        call.array(" + parameter.name + ", sizeof(" + declare(type, "") + "));\n";
-    return "        call.value(" + parameter.name + ");\n";
+        return "{" + parameter.name + ", sizeof(" + declare(type, "") + ")}";
+    return "record::value(" + parameter.name + ")";
 }
 
 std::string forwarder(const Function &function)
 {
     std::string names, records;
     for (const Parameter &parameter : function.parameters) {
-        names += (names.empty() ? "" : ", ") + parameter.name;
-        records += recording(parameter);
+        std::string comma = names.empty() ? "" : ", ";
+        names += comma + parameter.name;
+        records += comma + recorded(parameter);
     }
     std::string keyword = spell(function.result) == "void" ? "" : "return ";
-    return prototype(function, "") + "\n{\n    if (record::on) {\n        record::Call call(\"" + function.name +
-           "\");\n" + records + "    }\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
+    return prototype(function, "") + "\n{\n    if (record::on)\n        record::write(\"" + function.name + "\", {" +
+           records + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
 }
 
 // What a function answers that nobody has written by hand.

@@ -31,8 +31,8 @@ def declared(header, enumeration):
 
 def values_of(prefix):
     """{short name: value}"""
-    return dict((name[len(prefix):], getattr(q, name)) for name in dir(q)
-                if re.match(prefix + '[A-Z]', name) and name != prefix + 'Count')
+    return dict((name[len(prefix):], value) for name, value in vars(q).items()
+                if name.startswith(prefix) and name[len(prefix):len(prefix) + 1].isupper() and name != prefix + 'Count')
 
 
 class Names(unittest.TestCase):

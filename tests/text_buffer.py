@@ -10,7 +10,7 @@ FILLER = '\xa5'
 
 def buffer_of(size):
     """A str of its own, to be written to."""
-    return ''.join([FILLER] * size)
+    return FILLER * size
 
 
 def text_in(buffer):

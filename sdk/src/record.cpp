@@ -4,12 +4,20 @@
 
 #include <deque>
 #include <mutex>
+#include <utility>
+#include <vector>
 
 namespace record {
 
 std::atomic<bool> on{false};
 
 namespace {
+
+struct Entry {
+    const char *function;
+    std::vector<unsigned char> bytes;  // all arguments, one after the other
+    std::vector<std::size_t> ends;     // where each one ends in bytes
+};
 
 std::mutex mutex;
 // A deque, since the addresses of recorded bytes are handed out and must survive further calls.
@@ -25,22 +33,20 @@ const Entry *find(int call)
 
 }  // namespace
 
-Call &Call::array(const void *argument, std::size_t size)
+void write(const char *function, std::initializer_list<Argument> arguments)
 {
-    if (argument != nullptr) {
-        const auto *first = static_cast<const unsigned char *>(argument);
-        entry_.bytes.insert(entry_.bytes.end(), first, first + size);
+    Entry entry{function, {}, {}};
+    for (const Argument &argument : arguments) {
+        if (argument.bytes != nullptr) {
+            const auto *first = static_cast<const unsigned char *>(argument.bytes);
+            entry.bytes.insert(entry.bytes.end(), first, first + argument.size);
+        }
+        entry.ends.push_back(entry.bytes.size());
     }
-    entry_.ends.push_back(entry_.bytes.size());
-    return *this;
-}
-
-Call::~Call()
-{
     // One byte more, so that an argument without bytes has an address too.
-    entry_.bytes.push_back(0);
+    entry.bytes.push_back(0);
     std::lock_guard<std::mutex> lock(mutex);
-    calls.push_back(std::move(entry_));
+    calls.push_back(std::move(entry));
 }
 
 }  // namespace record

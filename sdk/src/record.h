@@ -3,43 +3,29 @@
 
 #include <atomic>
 #include <cstddef>
+#include <initializer_list>
 #include <type_traits>
-#include <vector>
 
 namespace record {
 
-/// Whether calls are recorded. Tested before a Call is made, so that a call costs one load otherwise.
+/// Whether calls are recorded. Tested before anything is written, so that a call costs one load otherwise.
 extern std::atomic<bool> on;
 
-/// One call with its arguments so far.
-struct Entry {
-    const char *function;
-    std::vector<unsigned char> bytes;  // all arguments, one after the other
-    std::vector<std::size_t> ends;     // where each one ends in bytes
+/// An argument of a call: its own bytes, or for an array what it points to; none if that is null.
+struct Argument {
+    const void *bytes;
+    std::size_t size;
 };
 
-/// Collects the arguments of one call, in order, and adds the call to the record when it goes out of scope.
-class Call {
-public:
-    /// function has to stay valid for ever: a literal.
-    explicit Call(const char *function) : entry_{function, {}, {}} {}
-    ~Call();
-    Call(const Call &) = delete;
-    Call &operator=(const Call &) = delete;
+/// The argument's own bytes; for a pointer, the address.
+template <class T>
+Argument value(const T &argument)
+{
+    static_assert(std::is_trivially_copyable_v<T>, "arguments are plain C values");
+    return {&argument, sizeof argument};
+}
 
-    /// The argument's own bytes; for a pointer, the address.
-    template <class T>
-    Call &value(const T &argument)
-    {
-        static_assert(std::is_trivially_copyable_v<T>, "arguments are plain C values");
-        return array(&argument, sizeof argument);
-    }
-
-    /// What the argument points to, size bytes; none if it is null.
-    Call &array(const void *argument, std::size_t size);
-
-private:
-    Entry entry_;
-};
+/// Adds a call to the record. function has to stay valid for ever: a literal.
+void write(const char *function, std::initializer_list<Argument> arguments);
 
 }  // namespace record
