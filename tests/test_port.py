@@ -51,6 +51,23 @@ class Ports(SwitchTest):
             self.assertEqual(self.value(q.bcm_port_speed_max, port), 100000 if port in config.ce else 10000)
         self.assertEqual([q.bcm_port_name(0, port) for port in (1, 64, 65)], ['ce0', 'ce63', None])
 
+    def test_the_drivers_register_shows_the_settings(self):
+        def shown(port):
+            word = q.uintp()
+            self.done(q.soc_reg32_get(0, q.NIF_PORT_CTRLr, port, 0, word))
+            return word.value() >> 8 & 0xfffff, word.value() & 3
+        for port, speed, enable in ((1, 1000, 1), (7, 40000, 0), (40, 100, 1), (CPU_PORT, 10000, 1)):
+            self.done(q.bcm_port_speed_set(0, port, speed))
+            self.done(q.bcm_port_enable_set(0, port, enable))
+            self.assertEqual(shown(port), (self.value(q.bcm_port_speed_get, port), 3 * enable), port)
+        self.assertEqual(shown(1), (1000, 3))
+        for seconds, expected in ((600, 600 | 1 << 20), (0, 0), (2 ** 31 - 1, 0xfffff | 1 << 20)):
+            self.done(q.bcm_l2_age_timer_set(0, seconds))
+            for core in (0, 1):
+                word = q.uintp()
+                self.done(q.soc_reg32_get(0, q.IHP_MAC_AGEINGr, core, 0, word))
+                self.assertEqual(word.value(), expected)
+
     def test_speeds(self):
         for port, highest in ((CPU_PORT, 10000), (1, 100000), (64, 100000)):
             self.assertEqual(self.value(q.bcm_port_speed_max, port), highest)

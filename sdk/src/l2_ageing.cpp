@@ -1,5 +1,6 @@
 /// How long entries live: the ageing timer, and freezing the table.
 #include "checked.h"
+#include "driver_registers.h"
 #include "sim.h"
 
 #include <sim/traffic.h>
@@ -15,6 +16,7 @@ int sim_bcm_l2_age_timer_set(int unit, int age_seconds)
             return BCM_E_PARAM;
         }
         sw.l2.settings.age_seconds = age_seconds;
+        write_ageing_registers(unit, age_seconds);
         return BCM_E_NONE;
     });
 }

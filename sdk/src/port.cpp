@@ -1,5 +1,6 @@
 /// Settings of single ports.
 #include "checked.h"
+#include "driver_registers.h"
 #include "phy_settings.h"
 #include "port_phy.h"
 #include "sim.h"
@@ -29,8 +30,13 @@ int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
 {
     return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
         own.enabled = enable != 0;
-        if (PhyPort *phy = phy_of(sw, own)) {
+        PhyPort *phy = phy_of(sw, own);
+        if (phy != nullptr) {
             set_enabled(*phy, own.enabled);
+        }
+        write_port_registers(unit, number_of(sw, own));
+        // Who is told may do anything, detach the unit too.
+        if (phy != nullptr) {
             tell_changes(unit, *phy);
         }
         return BCM_E_NONE;
@@ -61,13 +67,18 @@ int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
         if (!known || speed > own.speed_max) {
             return BCM_E_PARAM;
         }
-        if (PhyPort *phy = phy_of(sw, own)) {
-            const int rc = force_speed(*phy, phy->outer(), speed);
-            tell_changes(unit, *phy);
-            return rc;
+        int rc = BCM_E_NONE;
+        PhyPort *phy = phy_of(sw, own);
+        if (phy != nullptr) {
+            rc = force_speed(*phy, phy->outer(), speed);
+        } else {
+            own.speed = speed;
         }
-        own.speed = speed;
-        return BCM_E_NONE;
+        write_port_registers(unit, number_of(sw, own));
+        if (phy != nullptr) {
+            tell_changes(unit, *phy);
+        }
+        return rc;
     });
 }
 
