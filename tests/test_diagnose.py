@@ -158,6 +158,7 @@ class Diagnose(unittest.TestCase):
         self.assertEqual(section(report, 'Findings'), [finding % self.directory])
 
     def test_what_cannot_be_done_is_said(self):
+        self.addCleanup(re.purge)  # its cache would keep the patterns with names of files
         damaged = self.file('damaged', 'l2_age_timer=5\nno property\n')
         impossible = self.file('impossible', 'port_init_speed_ce5=17\n')
         for args, reason in (([damaged], 'property file %s is damaged' % re.escape(damaged)),
