@@ -1,12 +1,6 @@
 // From a small header and interface files to the model, through libclang.
-#include "header_reader.h"
-#include "model.h"
-#include "output.h"
+#include "one_family.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace generator {
@@ -39,26 +33,9 @@ int tiny_port(int unit, tiny_port_t *port, const char *, double scale);
 #endif
 )";
 
-class ModelTest : public testing::Test {
+class ModelTest : public OneFamily {
 protected:
-    void SetUp() override
-    {
-        std::string name = testing::TempDir() + "tiny_XXXXXX";
-        ASSERT_NE(mkdtemp(&name[0]), nullptr);
-        directory_ = name;
-        write_if_changed(directory_ + "/tiny.h", header);
-        write_if_changed(directory_ + "/binding.toml", "families = [\"tiny\"]\n");
-    }
-    void TearDown() override { std::filesystem::remove_all(directory_); }
-
-    Model build(const std::string &interface)
-    {
-        write_if_changed(directory_ + "/tiny.toml", "headers = [\"tiny.h\"]\n" + interface);
-        HeaderSource source;
-        source.c_headers = {"tiny.h"};
-        source.include_directories = {directory_};
-        return build_model(read_headers(source), read_interface(directory_));
-    }
+    ModelTest() : OneFamily("tiny", header) {}
 
     std::string error_of(const std::string &interface)
     {
@@ -69,8 +46,6 @@ protected:
         }
         return "";
     }
-
-    std::string directory_;
 };
 
 constexpr char typemap[] = "[typemaps]\ntiny_mac_t = { header = \"mac.h\", name = \"mac\" }\n";

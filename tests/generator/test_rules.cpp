@@ -1,13 +1,7 @@
 // Which functions of a small header are found to set, get, enter and remove what.
-#include "header_reader.h"
-#include "model.h"
-#include "output.h"
+#include "one_family.h"
 #include "rules.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace generator {
@@ -58,26 +52,11 @@ int box_list_delete(int unit, int key, int value);
 constexpr char entries[] = "[key_checks]\nbox_port_t = \"own_port\"\n"
                            "[identified_by]\nbox_hinge = \"hinge\"\n[created_with]\nbox_lid = \"BOX_WITH_ID\"\n";
 
-class RulesTest : public testing::Test {
+class RulesTest : public OneFamily {
 protected:
-    void SetUp() override
-    {
-        std::string name = testing::TempDir() + "rules_XXXXXX";
-        ASSERT_NE(mkdtemp(&name[0]), nullptr);
-        directory_ = name;
-        write_if_changed(directory_ + "/box.h", header);
-        write_if_changed(directory_ + "/binding.toml", "families = [\"box\"]\n");
-    }
-    void TearDown() override { std::filesystem::remove_all(directory_); }
+    RulesTest() : OneFamily("box", header) {}
 
-    Rules find(const std::string &interface)
-    {
-        write_if_changed(directory_ + "/box.toml", "headers = [\"box.h\"]\n" + interface);
-        HeaderSource source;
-        source.c_headers = {"box.h"};
-        source.include_directories = {directory_};
-        return find_rules(build_model(read_headers(source), read_interface(directory_)));
-    }
+    Rules find(const std::string &interface) { return find_rules(build(interface)); }
 
     // The call that answers a function, or "".
     static std::string answer(const Rules &rules, const std::string &function)
@@ -90,8 +69,6 @@ protected:
             text += " " + argument.text;
         return found->second.operation + " " + found->second.table + ":" + text + found->second.more;
     }
-
-    std::string directory_;
 };
 
 TEST_F(RulesTest, GettersMirrorTheirSetters)
