@@ -1,6 +1,5 @@
 """Builds what is compared: the SWIG wrapper of the same headers, the floor, the obvious code, and the module
 itself once more where the building is what is measured."""
-import glob
 import os
 import re
 import resource
