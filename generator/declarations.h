@@ -43,7 +43,7 @@ struct Constant {
     std::string name;
     std::string header;
     unsigned line = 0, column = 0;
-    std::string enumeration; ///< tag of its enumeration; empty for a macro
+    std::string enumeration; ///< tag of its enumeration; empty for a macro, and where it has no name
 };
 
 /// A global variable.

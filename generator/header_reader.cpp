@@ -152,8 +152,7 @@ private:
             break;
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
-            declarations_.constants.back().enumeration =
-                take(clang_getCursorSpelling(clang_getCursorSemanticParent(cursor)));
+            declarations_.constants.back().enumeration = qualified_name(clang_getCursorSemanticParent(cursor));
             break;
         case CXCursor_VarDecl:
             declarations_.variables.push_back(

@@ -396,8 +396,12 @@ private:
                 family.functions.push_back(bind(source, function));
         }
         for (const Constant &constant : declarations_.constants)
-            if (declared_in(constant.header, headers) && constants.match(constant.name))
+            if (declared_in(constant.header, headers) && constants.match(constant.name)) {
                 model_.constants.push_back(constant);
+                // An enumerator is a value of its enumeration, which crosses with it.
+                if (!constant.enumeration.empty())
+                    add_descriptor(Type::pointer_to(Type::enumeration(constant.enumeration)));
+            }
         for (const Variable &variable : declarations_.variables)
             if (declared_in(variable.header, headers) && variables.match(variable.name))
                 model_.variables.push_back(bind(variable));
@@ -439,7 +443,11 @@ private:
             return found == equivalent_.end() ? nullptr : Type::record(found->second);
         }
         // What an opaque type stands for is not known.
-        if (type->kind == Type::Kind::Typedef || !type->target || (type->kind == Type::Kind::Pointer && type->target->kind == Type::Kind::Pointer))
+        if (type->kind == Type::Kind::Typedef || !type->target)
+            return nullptr;
+        // A pointer class holds an element, not a pointer to one; behind a function's result there may be more pointers.
+        if (type->kind == Type::Kind::Pointer && type->target->kind == Type::Kind::Pointer &&
+            type->target->target->kind != Type::Kind::Function)
             return nullptr;
         TypePtr target = twin_of(type->target);
         if (!target)

@@ -11,6 +11,7 @@ COPPER_PORTS = range(33, 49)
 LINE, SYSTEM = 0, 1
 
 reset_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_void_p)
+# Its status is not looked at.
 medium_callback = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_void_p)
 
 

@@ -38,13 +38,14 @@ def by_hand():
 class Parameter(object):
     def __init__(self, role, text, sizes):
         self.role = role
-        self.is_pointer = text.endswith('*') or '[' in text
+        self.is_pointer = text.endswith('*') or '[' in text or '(**)' in text
         record = re.sub(' .*', '', text)
         self.size = sizes.get(record)  # of a record
         self.type = None
         if not self.is_pointer:
             words = [('word%d' % number, ctypes.c_uint32) for number in range((self.size or 0) // 4)]
             self.type = (INTEGERS.get(text) or (ctypes.c_int if text.endswith('_e') else None)
+                         or (ctypes.c_void_p if '(*)' in text else None)
                          or (words and type(record, (ctypes.Structure,), {'_fields_': words})))
 
     def argument(self, seed):

@@ -48,7 +48,8 @@ class OtherHeaders(unittest.TestCase):
 
         self.edit('bcm/l2.h', 'typedef struct bcm_l2_addr_s {\n', 'typedef struct bcm_l2_addr_s {\n    uint64 generation;\n')
         self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);', 'int bcm_l2_recount(int unit, uint64 *count);')
-        self.edit('bcm/l2.h', '#define BCM_L2_STATIC ', '#define BCM_L2_SECURE 1\n#define BCM_L2_STATIC ')
+        self.edit('bcm/l2.h', '#define BCM_L2_DELETE_STATIC ', '#define BCM_L2_SECURE 1\n#define BCM_L2_DELETE_STATIC ')
+        self.edit('bcm/l2.h', '    BCM_L2_STATIC = ', '    BCM_L2_STICKY = 0x4000,\n    BCM_L2_STATIC = ')
         status, log, output = self.generate('edited')
         self.assertEqual((status, log), (0, ''))
         after = self.binding(output)
@@ -58,7 +59,9 @@ class OtherHeaders(unittest.TestCase):
             'function\tl2\tbcm_l2_recount(unit, count) -> int\tsdk\tint32\tint32\tint\t-\t'
             'pointer\tuint64 *\t_p_unsigned_long_long'})
         with open(os.path.join(output, 'constants.cpp')) as file:
-            self.assertIn('static_cast<int32_t>(BCM_L2_SECURE)', file.read())
+            constants = file.read()
+        for name in 'BCM_L2_SECURE', 'BCM_L2_STICKY':
+            self.assertIn('static_cast<int32_t>(%s)' % name, constants)
 
     def test_what_does_not_fit_is_said(self):
         self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);', 'int bcm_l2_clear(int unit, double share);')

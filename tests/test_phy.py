@@ -173,7 +173,7 @@ class Media(PhyTest):
     def watch(self, port):
         seen = []
         callback = medium_callback(lambda unit, own, medium, data: seen.append((own, medium, data)))
-        pointer = pointer_at(ctypes.cast(callback, ctypes.c_void_p).value, '_p_f_int_int_int_p_void__void')
+        pointer = pointer_at(ctypes.cast(callback, ctypes.c_void_p).value, '_p_f_int_int_int_p_void__int')
         data = q.uint32p()
         self.done(q.soc_phy_medium_status_register(0, port, pointer, data))
         return seen, callback, pointer, data

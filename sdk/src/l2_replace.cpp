@@ -84,9 +84,9 @@ int sim_bcm_l2_replace(int unit, uint32 flags, bcm_l2_addr_t *match_addr, bcm_mo
         = BCM_L2_REPLACE_MATCH_MAC | BCM_L2_REPLACE_MATCH_VLAN | BCM_L2_REPLACE_MATCH_DEST;
     constexpr uint32 known = members | BCM_L2_REPLACE_MATCH_STATIC | BCM_L2_REPLACE_DELETE
         | BCM_L2_REPLACE_NEW_TRUNK | BCM_L2_REPLACE_NO_CALLBACKS;
-    static_assert(BCM_L2_REPLACE_MATCH_MAC == BCM_L2_TRAVERSE_MATCH_MAC
-                      && BCM_L2_REPLACE_MATCH_VLAN == BCM_L2_TRAVERSE_MATCH_VLAN
-                      && BCM_L2_REPLACE_MATCH_DEST == BCM_L2_TRAVERSE_MATCH_DEST,
+    static_assert(uint32{BCM_L2_REPLACE_MATCH_MAC} == BCM_L2_TRAVERSE_MATCH_MAC
+                      && uint32{BCM_L2_REPLACE_MATCH_VLAN} == BCM_L2_TRAVERSE_MATCH_VLAN
+                      && uint32{BCM_L2_REPLACE_MATCH_DEST} == BCM_L2_TRAVERSE_MATCH_DEST,
                   "L2Match takes the flags of both");
     return on_l2(unit, {match_addr}, [&](Switch &sw) -> int {
         if (!(flags & members) || (flags & ~known)) {

@@ -29,6 +29,7 @@ int tiny_entry_add(int unit, tiny_entry_t *entry);
 int tiny_entry_get(int unit, tiny_mac_t mac, tiny_entry_t *entry);
 int tiny_walk(int unit, tiny_cb callback, void *user_data);
 int tiny_weights(int unit, const int weights[8]);
+int tiny_walked(int unit, tiny_cb *callback, int (*weights)[8], int **rows);
 int tiny_port(int unit, tiny_port_t *port, const char *, double scale);
 #endif
 )";
@@ -55,7 +56,7 @@ TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
     Model model = build(std::string("functions = [\"tiny_*\", \"!tiny_port\"]\n[appended]\ntiny_entry_get = \"entry\"\n") +
                         typemap);
     const std::vector<BoundFunction> &functions = model.families[0].functions;
-    ASSERT_EQ(functions.size(), 4u);
+    ASSERT_EQ(functions.size(), 5u);
     EXPECT_EQ(functions[0].name, "tiny_entry_add");
     EXPECT_EQ(functions[0].parameters[1].crossing.text, "tiny_entry_t *");
     EXPECT_EQ(functions[0].parameters[1].crossing.descriptor, "_p_tiny_entry_s");
@@ -94,6 +95,8 @@ TEST_F(ModelTest, ConstantsAreEnumeratorsAndIntegerMacrosInHeaderOrder)
     for (const Constant &constant : model.constants)
         names.push_back(constant.name);
     EXPECT_EQ(names, (std::vector<std::string>{"tinyModeOff", "tinyModeOn", "tinyModeCount", "TINY_FLAG", "TINY_LIMIT"}));
+    // The enumeration crosses with its values.
+    EXPECT_EQ(model.descriptors.count("_p_tiny_mode_e"), 1u);
 }
 
 TEST_F(ModelTest, NamedEnumerationsHaveTheirOwnEnumerators)
@@ -108,7 +111,7 @@ TEST_F(ModelTest, NamedEnumerationsHaveTheirOwnEnumerators)
 
 TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
 {
-    Model model = build("functions = [\"tiny_walk\", \"tiny_weights\"]\n[pointer_classes]\n"
+    Model model = build("functions = [\"tiny_walk*\", \"tiny_weights\"]\n[pointer_classes]\n"
                         "intp = { element = \"int\", equivalent = true }\nuint32p = { element = \"uint32\" }\n");
     EXPECT_EQ(model.descriptors.at("_p_int").cast_from, "_p_intp");
     EXPECT_EQ(model.descriptors.at("_p_unsigned_int").cast_from, "");
@@ -116,6 +119,10 @@ TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
     EXPECT_EQ(twin, "_p_f_int_p_tiny_entry_s_p_void__intp");
     EXPECT_EQ(model.descriptors.at(twin).spellings,
               (std::set<std::string>{"intp (*)(int,tiny_entry_s *,void *)"}));
+    EXPECT_EQ(model.descriptors.at("_p_p_f_int_p_tiny_entry_s_p_void__int").cast_from,
+              "_p_p_f_int_p_tiny_entry_s_p_void__intp");
+    EXPECT_EQ(model.descriptors.at("_p_a_8__int").cast_from, "_p_a_8__intp");
+    EXPECT_EQ(model.descriptors.at("_p_p_int").cast_from, "");
 }
 
 TEST_F(ModelTest, AllMistakesAreReportedAtOnce)

@@ -16,13 +16,15 @@ extern "C" {
 #endif
 
 /* capability of bcm_info_t. */
-#define BCM_INFO_SWITCH 0x00000001     /* forwards between ports */
-#define BCM_INFO_L3 0x00000002         /* routes */
-#define BCM_INFO_IPMC 0x00000004       /* routes multicast */
-#define BCM_INFO_MPLS 0x00000008
-#define BCM_INFO_FABRIC 0x00000010     /* joins other devices */
-#define BCM_INFO_TRAFFIC_MANAGER 0x00000020
-#define BCM_INFO_REMOTE 0x00000040     /* belongs to another CPU */
+typedef enum bcm_info_capability_e {
+    BCM_INFO_SWITCH = 0x00000001, /* forwards between ports */
+    BCM_INFO_L3 = 0x00000002,     /* routes */
+    BCM_INFO_IPMC = 0x00000004,   /* routes multicast */
+    BCM_INFO_MPLS = 0x00000008,
+    BCM_INFO_FABRIC = 0x00000010, /* joins other devices */
+    BCM_INFO_TRAFFIC_MANAGER = 0x00000020,
+    BCM_INFO_REMOTE = 0x00000040  /* belongs to another CPU */
+} bcm_info_capability_t;
 
 /* What a unit is. */
 typedef struct bcm_info_s {

@@ -15,29 +15,35 @@ extern "C" {
 #endif
 
 /* mode of a port: one of the first three, with any of the others. */
-#define BCM_AUTH_MODE_UNCONTROLLED 0x00000001 /* open to everyone */
-#define BCM_AUTH_MODE_UNAUTH 0x00000002       /* only authentication packets pass */
-#define BCM_AUTH_MODE_AUTH 0x00000004         /* open, until the link goes down */
-#define BCM_AUTH_BLOCK_INOUT 0x00000008       /* unauthorised: nothing is sent either */
-#define BCM_AUTH_BLOCK_IN 0x00000010
-#define BCM_AUTH_DROP_UNKNOWN 0x00000020      /* stations that are not entered are dropped */
-#define BCM_AUTH_LEARN 0x00000040             /* stations are learnt as usual */
-#define BCM_AUTH_CALLBACK 0x00000080          /* unauthorised stations are told to the callback */
-#define BCM_AUTH_IGNORE_LINK 0x00000100       /* the mode outlasts a loss of link */
-#define BCM_AUTH_IGNORE_VIOLATION 0x00000200
+typedef enum bcm_auth_mode_flag_e {
+    BCM_AUTH_MODE_UNCONTROLLED = 0x00000001, /* open to everyone */
+    BCM_AUTH_MODE_UNAUTH = 0x00000002,       /* only authentication packets pass */
+    BCM_AUTH_MODE_AUTH = 0x00000004,         /* open, until the link goes down */
+    BCM_AUTH_BLOCK_INOUT = 0x00000008,       /* unauthorised: nothing is sent either */
+    BCM_AUTH_BLOCK_IN = 0x00000010,
+    BCM_AUTH_DROP_UNKNOWN = 0x00000020,      /* stations that are not entered are dropped */
+    BCM_AUTH_LEARN = 0x00000040,             /* stations are learnt as usual */
+    BCM_AUTH_CALLBACK = 0x00000080,          /* unauthorised stations are told to the callback */
+    BCM_AUTH_IGNORE_LINK = 0x00000100,       /* the mode outlasts a loss of link */
+    BCM_AUTH_IGNORE_VIOLATION = 0x00000200
+} bcm_auth_mode_flag_t;
 
 /* reason of the callback. */
-#define BCM_AUTH_REASON_UNKNOWN 0
-#define BCM_AUTH_REASON_LINK 1                /* the port lost its link */
-#define BCM_AUTH_REASON_VIOLATION 2           /* an unauthorised station sent */
+typedef enum bcm_auth_reason_e {
+    BCM_AUTH_REASON_UNKNOWN = 0,
+    BCM_AUTH_REASON_LINK = 1,     /* the port lost its link */
+    BCM_AUTH_REASON_VIOLATION = 2 /* an unauthorised station sent */
+} bcm_auth_reason_t;
 
 /* What is done with stations that are not entered. */
-#define BCM_AUTH_SEC_NONE 0
-#define BCM_AUTH_SEC_SANOTFOUND 1             /* drop those with an unknown source */
-#define BCM_AUTH_SEC_STAMOVE 2                /* drop those that are entered for another port */
+typedef enum bcm_auth_sec_mode_e {
+    BCM_AUTH_SEC_NONE = 0,
+    BCM_AUTH_SEC_SANOTFOUND = 1, /* drop those with an unknown source */
+    BCM_AUTH_SEC_STAMOVE = 2     /* drop those that are entered for another port */
+} bcm_auth_sec_mode_t;
 
-/* Called when a port goes back to the unauthorised state, see BCM_AUTH_REASON_*. */
-typedef void (*bcm_auth_cb_t)(void *cookie, int unit, bcm_port_t port, int reason);
+/* Called when a port goes back to the unauthorised state, see BCM_AUTH_REASON_*. Returns an SDK status. */
+typedef int (*bcm_auth_cb_t)(int unit, bcm_port_t port, int reason, void *cookie);
 
 /* All ports are uncontrolled at first. */
 int bcm_auth_init(int unit);

@@ -22,13 +22,15 @@ extern "C" {
 #define BCM_COSQ_GPORT_STAT_PROFILE_SIZE 4 /* counters that a statistics profile chooses */
 
 /* mode of the schedulers: how they choose among their inputs. */
-#define BCM_COSQ_NONE 0                      /* as the hardware does by default */
-#define BCM_COSQ_STRICT 1                    /* the highest queue first */
-#define BCM_COSQ_ROUND_ROBIN 2               /* one packet of each */
-#define BCM_COSQ_WEIGHTED_ROUND_ROBIN 3      /* weights in packets */
-#define BCM_COSQ_WEIGHTED_FAIR_QUEUING 4
-#define BCM_COSQ_DEFICIT_ROUND_ROBIN 5       /* weights in bytes, see bcm_cosq_sched_weight_max_get */
-#define BCM_COSQ_BOUNDED_DELAY 6             /* weighted, a packet waits at most delay microseconds */
+typedef enum bcm_cosq_mode_e {
+    BCM_COSQ_NONE = 0,                 /* as the hardware does by default */
+    BCM_COSQ_STRICT = 1,               /* the highest queue first */
+    BCM_COSQ_ROUND_ROBIN = 2,          /* one packet of each */
+    BCM_COSQ_WEIGHTED_ROUND_ROBIN = 3, /* weights in packets */
+    BCM_COSQ_WEIGHTED_FAIR_QUEUING = 4,
+    BCM_COSQ_DEFICIT_ROUND_ROBIN = 5,  /* weights in bytes, see bcm_cosq_sched_weight_max_get */
+    BCM_COSQ_BOUNDED_DELAY = 6         /* weighted, a packet waits at most delay microseconds */
+} bcm_cosq_mode_t;
 
 /* weight that stands for strict priority within a weighted scheduler. */
 #define BCM_COSQ_WEIGHT_STRICT 0
@@ -38,39 +40,45 @@ extern "C" {
 #define BCM_COSQ_BW_MIN_SLOW_START 0x00000002
 
 /* flags of bcm_cosq_discard_set and bcm_cosq_gport_discard_t: what is dropped at random, and how. */
-#define BCM_COSQ_DISCARD_ENABLE 0x00000001
-#define BCM_COSQ_DISCARD_CAP_AVERAGE 0x00000002     /* the average does not exceed the present length */
-#define BCM_COSQ_DISCARD_COLOR_GREEN 0x00000004
-#define BCM_COSQ_DISCARD_COLOR_YELLOW 0x00000008
-#define BCM_COSQ_DISCARD_COLOR_RED 0x00000010
-#define BCM_COSQ_DISCARD_NONTCP 0x00000020
-#define BCM_COSQ_DISCARD_TCP 0x00000040
-#define BCM_COSQ_DISCARD_PACKETS 0x00000080         /* thresholds count packets */
-#define BCM_COSQ_DISCARD_MARK_CONGESTION 0x00000100 /* mark instead of dropping */
-#define BCM_COSQ_DISCARD_PERCENT 0x00000200         /* thresholds are parts of the buffer */
+typedef enum bcm_cosq_discard_flag_e {
+    BCM_COSQ_DISCARD_ENABLE = 0x00000001,
+    BCM_COSQ_DISCARD_CAP_AVERAGE = 0x00000002,     /* the average does not exceed the present length */
+    BCM_COSQ_DISCARD_COLOR_GREEN = 0x00000004,
+    BCM_COSQ_DISCARD_COLOR_YELLOW = 0x00000008,
+    BCM_COSQ_DISCARD_COLOR_RED = 0x00000010,
+    BCM_COSQ_DISCARD_NONTCP = 0x00000020,
+    BCM_COSQ_DISCARD_TCP = 0x00000040,
+    BCM_COSQ_DISCARD_PACKETS = 0x00000080,         /* thresholds count packets */
+    BCM_COSQ_DISCARD_MARK_CONGESTION = 0x00000100, /* mark instead of dropping */
+    BCM_COSQ_DISCARD_PERCENT = 0x00000200          /* thresholds are parts of the buffer */
+} bcm_cosq_discard_flag_t;
 
 /* flags of bcm_cosq_gport_add: what kind of gport is made. */
-#define BCM_COSQ_GPORT_WITH_ID 0x00000001           /* *gport is the gport to use */
-#define BCM_COSQ_GPORT_UCAST_QUEUE_GROUP 0x00000002
-#define BCM_COSQ_GPORT_MCAST_QUEUE_GROUP 0x00000004
-#define BCM_COSQ_GPORT_SCHEDULER 0x00000008
-#define BCM_COSQ_GPORT_COMPOSITE_SCHEDULER 0x00000010
-#define BCM_COSQ_GPORT_VOQ_CONNECTOR 0x00000020
-#define BCM_COSQ_GPORT_VSQ 0x00000040
-#define BCM_COSQ_GPORT_SUBSCRIBER 0x00000080
-#define BCM_COSQ_GPORT_EGRESS_GROUP 0x00000100
+typedef enum bcm_cosq_gport_flag_e {
+    BCM_COSQ_GPORT_WITH_ID = 0x00000001, /* *gport is the gport to use */
+    BCM_COSQ_GPORT_UCAST_QUEUE_GROUP = 0x00000002,
+    BCM_COSQ_GPORT_MCAST_QUEUE_GROUP = 0x00000004,
+    BCM_COSQ_GPORT_SCHEDULER = 0x00000008,
+    BCM_COSQ_GPORT_COMPOSITE_SCHEDULER = 0x00000010,
+    BCM_COSQ_GPORT_VOQ_CONNECTOR = 0x00000020,
+    BCM_COSQ_GPORT_VSQ = 0x00000040,
+    BCM_COSQ_GPORT_SUBSCRIBER = 0x00000080,
+    BCM_COSQ_GPORT_EGRESS_GROUP = 0x00000100
+} bcm_cosq_gport_flag_t;
 
 /* flags of bcm_cosq_gport_connection_t, exactly one: the side that the connection is made at. */
 #define BCM_COSQ_GPORT_CONNECTION_INGRESS 0x00000001
 #define BCM_COSQ_GPORT_CONNECTION_EGRESS 0x00000002
 
 /* flags of the flow control functions and of bcm_cosq_fc_endpoint_t: what is told, and to whom. */
-#define BCM_COSQ_FC_PAUSE 0x00000001                /* the whole port */
-#define BCM_COSQ_FC_PFC 0x00000002                  /* single priorities */
-#define BCM_COSQ_FC_SAFC 0x00000004
-#define BCM_COSQ_FC_OUT_OF_BAND 0x00000008
-#define BCM_COSQ_FC_SOURCE 0x00000010
-#define BCM_COSQ_FC_TARGET 0x00000020
+typedef enum bcm_cosq_fc_flag_e {
+    BCM_COSQ_FC_PAUSE = 0x00000001, /* the whole port */
+    BCM_COSQ_FC_PFC = 0x00000002,   /* single priorities */
+    BCM_COSQ_FC_SAFC = 0x00000004,
+    BCM_COSQ_FC_OUT_OF_BAND = 0x00000008,
+    BCM_COSQ_FC_SOURCE = 0x00000010,
+    BCM_COSQ_FC_TARGET = 0x00000020
+} bcm_cosq_fc_flag_t;
 
 /* flags of bcm_cosq_threshold_t: what the threshold is for. */
 #define BCM_COSQ_THRESHOLD_INGRESS 0x00000001

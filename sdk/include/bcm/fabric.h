@@ -166,9 +166,9 @@ typedef struct bcm_fabric_rci_config_s {
     int num_levels;                /* between the two, 1..7 */
     int sample_interval;           /* us */
     int average_weight;            /* of the past in the level, as a power of two */
-    int rate_decrease;             /* percent per level */
+    int rate_decrease[2][8];       /* percent at each level, for unicast and multicast */
     int rate_increase;             /* percent per interval after the congestion has ended */
-    int rate_min;                  /* percent that is always left */
+    int rate_min[8][4];            /* percent that is always left, per traffic class and colour */
 } bcm_fabric_rci_config_t;
 
 /* Called after arbiters or crossbars have changed; info is valid during the call. */

@@ -25,26 +25,30 @@ typedef int bcm_field_hintid_t;
 #define BCM_FIELD_PRESEL_MAX 128
 
 /* flags of ranges: the fields that they are compared with. */
-#define BCM_FIELD_RANGE_SRCPORT 0x00000001       /* of TCP or UDP, if neither of those is given */
-#define BCM_FIELD_RANGE_DSTPORT 0x00000002
-#define BCM_FIELD_RANGE_OUTER_VLAN 0x00000004
-#define BCM_FIELD_RANGE_INNER_VLAN 0x00000008
-#define BCM_FIELD_RANGE_PACKET_LENGTH 0x00000010
-#define BCM_FIELD_RANGE_VPORT 0x00000020
-#define BCM_FIELD_RANGE_TCP 0x00000040
-#define BCM_FIELD_RANGE_UDP 0x00000080
+typedef enum bcm_field_range_flag_e {
+    BCM_FIELD_RANGE_SRCPORT = 0x00000001, /* of TCP or UDP, if neither of those is given */
+    BCM_FIELD_RANGE_DSTPORT = 0x00000002,
+    BCM_FIELD_RANGE_OUTER_VLAN = 0x00000004,
+    BCM_FIELD_RANGE_INNER_VLAN = 0x00000008,
+    BCM_FIELD_RANGE_PACKET_LENGTH = 0x00000010,
+    BCM_FIELD_RANGE_VPORT = 0x00000020,
+    BCM_FIELD_RANGE_TCP = 0x00000040,
+    BCM_FIELD_RANGE_UDP = 0x00000080
+} bcm_field_range_flag_t;
 
 /* flags of bcm_field_group_config_t: which of its members count; without them each has a default. */
-#define BCM_FIELD_GROUP_CREATE_WITH_ID 0x00000001
-#define BCM_FIELD_GROUP_CREATE_WITH_PORTS 0x00000002
-#define BCM_FIELD_GROUP_CREATE_WITH_MODE 0x00000004
-#define BCM_FIELD_GROUP_CREATE_WITH_ASET 0x00000008
-#define BCM_FIELD_GROUP_CREATE_WITH_PRESELSET 0x00000010
-#define BCM_FIELD_GROUP_CREATE_WITH_GROUP_REF 0x00000020 /* share the table of group_ref */
-#define BCM_FIELD_GROUP_CREATE_WITH_MAX_ENTRY_PRIORITIES 0x00000040
-#define BCM_FIELD_GROUP_CREATE_WITH_HINTS 0x00000080
-#define BCM_FIELD_GROUP_CREATE_WITH_ACTION_RES_ID 0x00000100
-#define BCM_FIELD_GROUP_CREATE_WLAN 0x00000200
+typedef enum bcm_field_group_create_flag_e {
+    BCM_FIELD_GROUP_CREATE_WITH_ID = 0x00000001,
+    BCM_FIELD_GROUP_CREATE_WITH_PORTS = 0x00000002,
+    BCM_FIELD_GROUP_CREATE_WITH_MODE = 0x00000004,
+    BCM_FIELD_GROUP_CREATE_WITH_ASET = 0x00000008,
+    BCM_FIELD_GROUP_CREATE_WITH_PRESELSET = 0x00000010,
+    BCM_FIELD_GROUP_CREATE_WITH_GROUP_REF = 0x00000020, /* share the table of group_ref */
+    BCM_FIELD_GROUP_CREATE_WITH_MAX_ENTRY_PRIORITIES = 0x00000040,
+    BCM_FIELD_GROUP_CREATE_WITH_HINTS = 0x00000080,
+    BCM_FIELD_GROUP_CREATE_WITH_ACTION_RES_ID = 0x00000100,
+    BCM_FIELD_GROUP_CREATE_WLAN = 0x00000200
+} bcm_field_group_create_flag_t;
 
 /* flags of bcm_field_entry_oper_t: one of them. */
 #define BCM_FIELD_ENTRY_OPER_INSTALL 0x00000001
@@ -59,9 +63,11 @@ typedef int bcm_field_hintid_t;
 #define BCM_FIELD_OAM_STAT_ACTION_REPLACE 0x00000001
 
 /* Colours, as bcm_field_qualify_Color and its siblings take them. */
-#define BCM_FIELD_COLOR_GREEN 0
-#define BCM_FIELD_COLOR_YELLOW 1
-#define BCM_FIELD_COLOR_RED 2
+typedef enum bcm_field_color_e {
+    BCM_FIELD_COLOR_GREEN = 0,
+    BCM_FIELD_COLOR_YELLOW = 1,
+    BCM_FIELD_COLOR_RED = 2
+} bcm_field_color_t;
 
 /* Bits of bcm_field_qualify_VlanFormat and bcm_field_qualify_TranslatedVlanFormat. */
 #define BCM_FIELD_VLAN_FORMAT_INNER_TAGGED 0x01
@@ -72,12 +78,14 @@ typedef int bcm_field_hintid_t;
 #define BCM_FIELD_IP_FLAGS_DF 0x02
 
 /* Bits of bcm_field_qualify_TcpControl. */
-#define BCM_FIELD_TCP_CONTROL_FIN 0x01
-#define BCM_FIELD_TCP_CONTROL_SYN 0x02
-#define BCM_FIELD_TCP_CONTROL_RST 0x04
-#define BCM_FIELD_TCP_CONTROL_PSH 0x08
-#define BCM_FIELD_TCP_CONTROL_ACK 0x10
-#define BCM_FIELD_TCP_CONTROL_URG 0x20
+typedef enum bcm_field_tcp_control_e {
+    BCM_FIELD_TCP_CONTROL_FIN = 0x01,
+    BCM_FIELD_TCP_CONTROL_SYN = 0x02,
+    BCM_FIELD_TCP_CONTROL_RST = 0x04,
+    BCM_FIELD_TCP_CONTROL_PSH = 0x08,
+    BCM_FIELD_TCP_CONTROL_ACK = 0x10,
+    BCM_FIELD_TCP_CONTROL_URG = 0x20
+} bcm_field_tcp_control_t;
 
 /* What an OAM counter of one mode does with the packets of one kind of object. */
 typedef struct bcm_field_oam_stat_action_s {

@@ -10,22 +10,24 @@ extern "C" {
 #endif
 
 /* module_num: families that are initialised as one. */
-#define BCM_MODULE_PORT 0
-#define BCM_MODULE_L2 1
-#define BCM_MODULE_VLAN 2
-#define BCM_MODULE_TRUNK 3
-#define BCM_MODULE_COSQ 4
-#define BCM_MODULE_MCAST 5
-#define BCM_MODULE_LINKSCAN 6
-#define BCM_MODULE_STAT 7
-#define BCM_MODULE_MIRROR 8
-#define BCM_MODULE_L3 9
-#define BCM_MODULE_STACK 10
-#define BCM_MODULE_TX 11
-#define BCM_MODULE_AUTH 12
-#define BCM_MODULE_RX 13
-#define BCM_MODULE_FIELD 14
-#define BCM_MODULE_FABRIC 15
+typedef enum bcm_module_num_e {
+    BCM_MODULE_PORT = 0,
+    BCM_MODULE_L2 = 1,
+    BCM_MODULE_VLAN = 2,
+    BCM_MODULE_TRUNK = 3,
+    BCM_MODULE_COSQ = 4,
+    BCM_MODULE_MCAST = 5,
+    BCM_MODULE_LINKSCAN = 6,
+    BCM_MODULE_STAT = 7,
+    BCM_MODULE_MIRROR = 8,
+    BCM_MODULE_L3 = 9,
+    BCM_MODULE_STACK = 10,
+    BCM_MODULE_TX = 11,
+    BCM_MODULE_AUTH = 12,
+    BCM_MODULE_RX = 13,
+    BCM_MODULE_FIELD = 14,
+    BCM_MODULE_FABRIC = 15
+} bcm_module_num_t;
 
 /*
  * Initialises what attaching a unit has not: everything that bcm_attach does by itself; or only one family,

@@ -22,9 +22,11 @@ typedef enum bcm_ipfix_stage_e {
 } bcm_ipfix_stage_t;
 
 /* entry_type of bcm_ipfix_data_t: what identifies the flow. */
-#define BCM_IPFIX_ENTRY_TYPE_L2 0
-#define BCM_IPFIX_ENTRY_TYPE_IP4 1
-#define BCM_IPFIX_ENTRY_TYPE_IP6 2
+typedef enum bcm_ipfix_entry_type_e {
+    BCM_IPFIX_ENTRY_TYPE_L2 = 0,
+    BCM_IPFIX_ENTRY_TYPE_IP4 = 1,
+    BCM_IPFIX_ENTRY_TYPE_IP6 = 2
+} bcm_ipfix_entry_type_t;
 
 /* flags of bcm_ipfix_data_t: why the record was exported, and what the flow was. */
 #define BCM_IPFIX_DATA_FLAG_FLOW_END 0x00000001    /* a TCP packet ended the flow */

@@ -19,13 +19,15 @@ extern "C" {
 #endif
 
 /* flags of bcm_ipmc_addr_t and bcm_ipmc_range_t, and of traversals: the entries that are visited. */
-#define BCM_IPMC_IP6 0x00000001              /* the addresses are of IPv6 */
-#define BCM_IPMC_REPLACE 0x00000002          /* replaces an existing entry, else BCM_E_EXISTS */
-#define BCM_IPMC_HIT 0x00000004              /* used since the last ageing sweep */
-#define BCM_IPMC_HIT_CLEAR 0x00000008        /* clear BCM_IPMC_HIT when reading */
-#define BCM_IPMC_COPY_TO_CPU 0x00000010
-#define BCM_IPMC_SOURCE_PORT_NOCHECK 0x00000020 /* packets may arrive on any port */
-#define BCM_IPMC_RP_WITH_ID 0x00000040       /* bcm_ipmc_rp_create: *rp_id is the id to use */
+typedef enum bcm_ipmc_flag_e {
+    BCM_IPMC_IP6 = 0x00000001,                 /* the addresses are of IPv6 */
+    BCM_IPMC_REPLACE = 0x00000002,             /* replaces an existing entry, else BCM_E_EXISTS */
+    BCM_IPMC_HIT = 0x00000004,                 /* used since the last ageing sweep */
+    BCM_IPMC_HIT_CLEAR = 0x00000008,           /* clear BCM_IPMC_HIT when reading */
+    BCM_IPMC_COPY_TO_CPU = 0x00000010,
+    BCM_IPMC_SOURCE_PORT_NOCHECK = 0x00000020, /* packets may arrive on any port */
+    BCM_IPMC_RP_WITH_ID = 0x00000040           /* bcm_ipmc_rp_create: *rp_id is the id to use */
+} bcm_ipmc_flag_t;
 
 /* Counters of an entry. */
 typedef enum bcm_ipmc_stat_e {

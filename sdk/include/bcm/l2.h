@@ -19,21 +19,23 @@ extern "C" {
 #endif
 
 /* bcm_l2_addr_t flags. */
-#define BCM_L2_COS_SRC_PRI 0x00000001  /* cos_src wins over cos_dst */
-#define BCM_L2_DISCARD_SRC 0x00000002  /* drop what comes from the address */
-#define BCM_L2_DISCARD_DST 0x00000004  /* drop what goes to the address; port and trunk do not count */
-#define BCM_L2_COPY_TO_CPU 0x00000008
-#define BCM_L2_L3LOOKUP 0x00000010     /* packets to the address are routed */
-#define BCM_L2_STATIC 0x00000020       /* neither ages nor moves; without it an entry is dynamic */
-#define BCM_L2_PENDING 0x00000040      /* learnt, but not confirmed by software */
-#define BCM_L2_TRUNK_MEMBER 0x00000080 /* the destination is tgid, not port */
-#define BCM_L2_MIRROR 0x00000100
-#define BCM_L2_SETPRI 0x00000200
-#define BCM_L2_MCAST 0x00000400        /* the destination is l2mc_group */
-#define BCM_L2_SRC_HIT 0x00000800      /* seen as a source since the last ageing sweep */
-#define BCM_L2_DES_HIT 0x00001000      /* seen as a destination since the last ageing sweep */
-#define BCM_L2_HIT (BCM_L2_SRC_HIT | BCM_L2_DES_HIT)
-#define BCM_L2_LOCAL_CPU 0x00002000    /* the destination is the CPU of this unit */
+typedef enum bcm_l2_addr_flag_e {
+    BCM_L2_COS_SRC_PRI = 0x00000001,  /* cos_src wins over cos_dst */
+    BCM_L2_DISCARD_SRC = 0x00000002,  /* drop what comes from the address */
+    BCM_L2_DISCARD_DST = 0x00000004,  /* drop what goes to the address; port and trunk do not count */
+    BCM_L2_COPY_TO_CPU = 0x00000008,
+    BCM_L2_L3LOOKUP = 0x00000010,     /* packets to the address are routed */
+    BCM_L2_STATIC = 0x00000020,       /* neither ages nor moves; without it an entry is dynamic */
+    BCM_L2_PENDING = 0x00000040,      /* learnt, but not confirmed by software */
+    BCM_L2_TRUNK_MEMBER = 0x00000080, /* the destination is tgid, not port */
+    BCM_L2_MIRROR = 0x00000100,
+    BCM_L2_SETPRI = 0x00000200,
+    BCM_L2_MCAST = 0x00000400,        /* the destination is l2mc_group */
+    BCM_L2_SRC_HIT = 0x00000800,      /* seen as a source since the last ageing sweep */
+    BCM_L2_DES_HIT = 0x00001000,      /* seen as a destination since the last ageing sweep */
+    BCM_L2_HIT = (BCM_L2_SRC_HIT | BCM_L2_DES_HIT),
+    BCM_L2_LOCAL_CPU = 0x00002000     /* the destination is the CPU of this unit */
+} bcm_l2_addr_flag_t;
 
 /* The words for these flags in dumps, from bit 0 on, and how many there are. */
 extern char *bcm_l2_flags_str[];
@@ -45,37 +47,45 @@ extern int bcm_l2_flags_count;
 #define BCM_L2_DELETE_NO_CALLBACKS 0x00000004
 
 /* flags of matched traversals: the members that have to agree; without the first two all entries. */
-#define BCM_L2_TRAVERSE_MATCH_STATIC 0x00000001
-#define BCM_L2_TRAVERSE_MATCH_DYNAMIC 0x00000002
-#define BCM_L2_TRAVERSE_MATCH_MAC 0x00000004
-#define BCM_L2_TRAVERSE_MATCH_VLAN 0x00000008
-#define BCM_L2_TRAVERSE_MATCH_DEST 0x00000010
+typedef enum bcm_l2_traverse_match_e {
+    BCM_L2_TRAVERSE_MATCH_STATIC = 0x00000001,
+    BCM_L2_TRAVERSE_MATCH_DYNAMIC = 0x00000002,
+    BCM_L2_TRAVERSE_MATCH_MAC = 0x00000004,
+    BCM_L2_TRAVERSE_MATCH_VLAN = 0x00000008,
+    BCM_L2_TRAVERSE_MATCH_DEST = 0x00000010
+} bcm_l2_traverse_match_t;
 
 /* flags of bcm_l2_replace and bcm_l2_replace_match; matched are dynamic entries unless _STATIC is given. */
-#define BCM_L2_REPLACE_MATCH_STATIC 0x00000001 /* static entries too */
-#define BCM_L2_REPLACE_MATCH_MAC 0x00000004
-#define BCM_L2_REPLACE_MATCH_VLAN 0x00000008
-#define BCM_L2_REPLACE_MATCH_DEST 0x00000010
-#define BCM_L2_REPLACE_DELETE 0x00000020       /* delete the matched entries instead */
-#define BCM_L2_REPLACE_NEW_TRUNK 0x00000040    /* the new destination is new_trunk */
-#define BCM_L2_REPLACE_NO_CALLBACKS 0x00000080
+typedef enum bcm_l2_replace_flag_e {
+    BCM_L2_REPLACE_MATCH_STATIC = 0x00000001, /* static entries too */
+    BCM_L2_REPLACE_MATCH_MAC = 0x00000004,
+    BCM_L2_REPLACE_MATCH_VLAN = 0x00000008,
+    BCM_L2_REPLACE_MATCH_DEST = 0x00000010,
+    BCM_L2_REPLACE_DELETE = 0x00000020,       /* delete the matched entries instead */
+    BCM_L2_REPLACE_NEW_TRUNK = 0x00000040,    /* the new destination is new_trunk */
+    BCM_L2_REPLACE_NO_CALLBACKS = 0x00000080
+} bcm_l2_replace_flag_t;
 
 /* operation of bcm_l2_addr_callback_t. */
-#define BCM_L2_CALLBACK_DELETE 1       /* removed by a call */
-#define BCM_L2_CALLBACK_ADD 2          /* entered by a call */
-#define BCM_L2_CALLBACK_REPORT 3       /* seen on a port that only reports (BCM_PORT_LEARN_CPU) */
-#define BCM_L2_CALLBACK_LEARN_EVENT 4  /* learnt from a packet */
-#define BCM_L2_CALLBACK_AGE_EVENT 5    /* aged out */
-#define BCM_L2_CALLBACK_MOVE_EVENT 6   /* moved to another port by a packet */
+typedef enum bcm_l2_callback_operation_e {
+    BCM_L2_CALLBACK_DELETE = 1,      /* removed by a call */
+    BCM_L2_CALLBACK_ADD = 2,         /* entered by a call */
+    BCM_L2_CALLBACK_REPORT = 3,      /* seen on a port that only reports (BCM_PORT_LEARN_CPU) */
+    BCM_L2_CALLBACK_LEARN_EVENT = 4, /* learnt from a packet */
+    BCM_L2_CALLBACK_AGE_EVENT = 5,   /* aged out */
+    BCM_L2_CALLBACK_MOVE_EVENT = 6   /* moved to another port by a packet */
+} bcm_l2_callback_operation_t;
 
 /* flags of bcm_l2_learn_limit_t: exactly one of the first five says what is limited. */
-#define BCM_L2_LEARN_LIMIT_SYSTEM 0x00000001
-#define BCM_L2_LEARN_LIMIT_VLAN 0x00000002
-#define BCM_L2_LEARN_LIMIT_PORT 0x00000004
-#define BCM_L2_LEARN_LIMIT_TRUNK 0x00000008
-#define BCM_L2_LEARN_LIMIT_TUNNEL 0x00000010
-#define BCM_L2_LEARN_LIMIT_ACTION_DROP 0x00000020 /* what happens to a packet over the limit */
-#define BCM_L2_LEARN_LIMIT_ACTION_CPU 0x00000040
+typedef enum bcm_l2_learn_limit_flag_e {
+    BCM_L2_LEARN_LIMIT_SYSTEM = 0x00000001,
+    BCM_L2_LEARN_LIMIT_VLAN = 0x00000002,
+    BCM_L2_LEARN_LIMIT_PORT = 0x00000004,
+    BCM_L2_LEARN_LIMIT_TRUNK = 0x00000008,
+    BCM_L2_LEARN_LIMIT_TUNNEL = 0x00000010,
+    BCM_L2_LEARN_LIMIT_ACTION_DROP = 0x00000020, /* what happens to a packet over the limit */
+    BCM_L2_LEARN_LIMIT_ACTION_CPU = 0x00000040
+} bcm_l2_learn_limit_flag_t;
 
 /* flags of bcm_l2_learn_class_set. */
 #define BCM_L2_LEARN_CLASS_MOVE 0x00000001 /* addresses may move to classes of lower priority too */
@@ -93,26 +103,30 @@ extern int bcm_l2_flags_count;
 #define BCM_L2_LEARN_MSG_ETH_ENCAP 0x00000008
 
 /* flags of bcm_l2_cache_addr_t. */
-#define BCM_L2_CACHE_CPU 0x00000001
-#define BCM_L2_CACHE_BPDU 0x00000002
-#define BCM_L2_CACHE_DISCARD 0x00000004
-#define BCM_L2_CACHE_L3 0x00000008
-#define BCM_L2_CACHE_TRUNK 0x00000010 /* the destination is dest_trunk */
-#define BCM_L2_CACHE_MIRROR 0x00000020
-#define BCM_L2_CACHE_SETPRI 0x00000040
+typedef enum bcm_l2_cache_flag_e {
+    BCM_L2_CACHE_CPU = 0x00000001,
+    BCM_L2_CACHE_BPDU = 0x00000002,
+    BCM_L2_CACHE_DISCARD = 0x00000004,
+    BCM_L2_CACHE_L3 = 0x00000008,
+    BCM_L2_CACHE_TRUNK = 0x00000010, /* the destination is dest_trunk */
+    BCM_L2_CACHE_MIRROR = 0x00000020,
+    BCM_L2_CACHE_SETPRI = 0x00000040
+} bcm_l2_cache_flag_t;
 
 /* flags of bcm_l2_station_t: what the switch terminates for the address. */
-#define BCM_L2_STATION_IPV4 0x00000001
-#define BCM_L2_STATION_IPV6 0x00000002
-#define BCM_L2_STATION_ARP_RARP 0x00000004
-#define BCM_L2_STATION_MPLS 0x00000008
-#define BCM_L2_STATION_MIM 0x00000010
-#define BCM_L2_STATION_TRILL 0x00000020
-#define BCM_L2_STATION_OAM 0x00000040
-#define BCM_L2_STATION_FCOE 0x00000080
-#define BCM_L2_STATION_COPY_TO_CPU 0x00000100
-#define BCM_L2_STATION_WITH_ID 0x00000200 /* bcm_l2_station_add: *station_id is the id to use */
-#define BCM_L2_STATION_REPLACE 0x00000400 /* bcm_l2_station_add: replace the station of that id */
+typedef enum bcm_l2_station_flag_e {
+    BCM_L2_STATION_IPV4 = 0x00000001,
+    BCM_L2_STATION_IPV6 = 0x00000002,
+    BCM_L2_STATION_ARP_RARP = 0x00000004,
+    BCM_L2_STATION_MPLS = 0x00000008,
+    BCM_L2_STATION_MIM = 0x00000010,
+    BCM_L2_STATION_TRILL = 0x00000020,
+    BCM_L2_STATION_OAM = 0x00000040,
+    BCM_L2_STATION_FCOE = 0x00000080,
+    BCM_L2_STATION_COPY_TO_CPU = 0x00000100,
+    BCM_L2_STATION_WITH_ID = 0x00000200, /* bcm_l2_station_add: *station_id is the id to use */
+    BCM_L2_STATION_REPLACE = 0x00000400  /* bcm_l2_station_add: replace the station of that id */
+} bcm_l2_station_flag_t;
 
 /* flags of bcm_l2_egress_create. */
 #define BCM_L2_EGRESS_WITH_ID 0x00000001 /* *intf is the id to use */

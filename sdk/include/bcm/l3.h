@@ -21,26 +21,28 @@ extern "C" {
 #endif
 
 /* l3a_flags and flags of interfaces, hosts, routes, keys and egress objects. */
-#define BCM_L3_L2ONLY 0x00000001          /* bridged, not routed */
-#define BCM_L3_TGID 0x00000002            /* the destination is a trunk */
-#define BCM_L3_RPE 0x00000004             /* l3a_pri replaces the priority of packets */
-#define BCM_L3_IPMC 0x00000008            /* the destination is a multicast group */
-#define BCM_L3_MULTIPATH 0x00000010       /* the destination is a group of egress objects */
-#define BCM_L3_DEFLOCAL 0x00000020        /* route to a network that is attached directly */
-#define BCM_L3_IP6 0x00000040             /* the address is one of IPv6 */
-#define BCM_L3_REPLACE 0x00000080         /* replaces an existing entry, else BCM_E_EXISTS */
-#define BCM_L3_WITH_ID 0x00000100         /* the id is given, not chosen */
-#define BCM_L3_HIT 0x00000200             /* used since the last ageing sweep */
-#define BCM_L3_HIT_CLEAR 0x00000400       /* clear BCM_L3_HIT when reading */
-#define BCM_L3_DST_DISCARD 0x00000800     /* drop packets to the address */
-#define BCM_L3_SRC_DISCARD 0x00001000     /* drop packets from the address */
-#define BCM_L3_COPY_TO_CPU 0x00002000
-#define BCM_L3_UNTAG 0x00004000           /* packets leave without a VLAN tag */
-#define BCM_L3_ROUTE_LABEL 0x00008000     /* l3a_mpls_label is pushed */
-#define BCM_L3_KEEP_SRCMAC 0x00010000     /* the rewrites that are left out */
-#define BCM_L3_KEEP_DSTMAC 0x00020000
-#define BCM_L3_KEEP_VLAN 0x00040000
-#define BCM_L3_KEEP_TTL 0x00080000
+typedef enum bcm_l3_flag_e {
+    BCM_L3_L2ONLY = 0x00000001,      /* bridged, not routed */
+    BCM_L3_TGID = 0x00000002,        /* the destination is a trunk */
+    BCM_L3_RPE = 0x00000004,         /* l3a_pri replaces the priority of packets */
+    BCM_L3_IPMC = 0x00000008,        /* the destination is a multicast group */
+    BCM_L3_MULTIPATH = 0x00000010,   /* the destination is a group of egress objects */
+    BCM_L3_DEFLOCAL = 0x00000020,    /* route to a network that is attached directly */
+    BCM_L3_IP6 = 0x00000040,         /* the address is one of IPv6 */
+    BCM_L3_REPLACE = 0x00000080,     /* replaces an existing entry, else BCM_E_EXISTS */
+    BCM_L3_WITH_ID = 0x00000100,     /* the id is given, not chosen */
+    BCM_L3_HIT = 0x00000200,         /* used since the last ageing sweep */
+    BCM_L3_HIT_CLEAR = 0x00000400,   /* clear BCM_L3_HIT when reading */
+    BCM_L3_DST_DISCARD = 0x00000800, /* drop packets to the address */
+    BCM_L3_SRC_DISCARD = 0x00001000, /* drop packets from the address */
+    BCM_L3_COPY_TO_CPU = 0x00002000,
+    BCM_L3_UNTAG = 0x00004000,       /* packets leave without a VLAN tag */
+    BCM_L3_ROUTE_LABEL = 0x00008000, /* l3a_mpls_label is pushed */
+    BCM_L3_KEEP_SRCMAC = 0x00010000, /* the rewrites that are left out */
+    BCM_L3_KEEP_DSTMAC = 0x00020000,
+    BCM_L3_KEEP_VLAN = 0x00040000,
+    BCM_L3_KEEP_TTL = 0x00080000
+} bcm_l3_flag_t;
 
 /* l3a_flags2 and flags2. */
 #define BCM_L3_FLAGS2_LPM_TABLE 0x00000001 /* a host that is put into the table of routes */
@@ -64,16 +66,20 @@ extern "C" {
 #define BCM_L3_ECMP_O_REPLACE 0x00000002
 
 /* dynamic_mode of bcm_l3_egress_ecmp_t: how a path is chosen for a flow. */
-#define BCM_L3_ECMP_DYNAMIC_MODE_DISABLED 0 /* by the hash of the packet alone */
-#define BCM_L3_ECMP_DYNAMIC_MODE_NORMAL 1   /* the least loaded one, again after every pause of the flow */
-#define BCM_L3_ECMP_DYNAMIC_MODE_ASSIGNED 2 /* the least loaded one, once */
-#define BCM_L3_ECMP_DYNAMIC_MODE_OPTIMAL 3  /* the least loaded one for each packet */
-#define BCM_L3_ECMP_DYNAMIC_MODE_RESILIENT 4 /* by the hash; removing a path moves its flows only */
+typedef enum bcm_l3_ecmp_dynamic_mode_e {
+    BCM_L3_ECMP_DYNAMIC_MODE_DISABLED = 0, /* by the hash of the packet alone */
+    BCM_L3_ECMP_DYNAMIC_MODE_NORMAL = 1,   /* the least loaded one, again after every pause of the flow */
+    BCM_L3_ECMP_DYNAMIC_MODE_ASSIGNED = 2, /* the least loaded one, once */
+    BCM_L3_ECMP_DYNAMIC_MODE_OPTIMAL = 3,  /* the least loaded one for each packet */
+    BCM_L3_ECMP_DYNAMIC_MODE_RESILIENT = 4 /* by the hash; removing a path moves its flows only */
+} bcm_l3_ecmp_dynamic_mode_t;
 
 /* status of bcm_l3_ecmp_member_t. */
-#define BCM_L3_ECMP_DYNAMIC_MEMBER_FORCE_DOWN 0
-#define BCM_L3_ECMP_DYNAMIC_MEMBER_FORCE_UP 1
-#define BCM_L3_ECMP_DYNAMIC_MEMBER_HW 2 /* as the link is */
+typedef enum bcm_l3_ecmp_member_status_e {
+    BCM_L3_ECMP_DYNAMIC_MEMBER_FORCE_DOWN = 0,
+    BCM_L3_ECMP_DYNAMIC_MEMBER_FORCE_UP = 1,
+    BCM_L3_ECMP_DYNAMIC_MEMBER_HW = 2 /* as the link is */
+} bcm_l3_ecmp_member_status_t;
 
 /* flags of bcm_l3_source_bind_t. */
 #define BCM_L3_SOURCE_BIND_IP6 0x00000001

@@ -16,9 +16,11 @@ extern "C" {
 #endif
 
 /* How a port is watched. */
-#define BCM_LINKSCAN_MODE_NONE 0       /* not at all */
-#define BCM_LINKSCAN_MODE_SW 1         /* by asking the PHY at every interval */
-#define BCM_LINKSCAN_MODE_HW 2         /* by the chip, which then interrupts */
+typedef enum bcm_linkscan_mode_e {
+    BCM_LINKSCAN_MODE_NONE = 0, /* not at all */
+    BCM_LINKSCAN_MODE_SW = 1,   /* by asking the PHY at every interval */
+    BCM_LINKSCAN_MODE_HW = 2    /* by the chip, which then interrupts */
+} bcm_linkscan_mode_t;
 
 /* Called when the link of a port has changed; info: what is now set in the MAC, valid during the call. */
 typedef void (*bcm_linkscan_handler_t)(int unit, bcm_port_t port, bcm_port_info_t *info);

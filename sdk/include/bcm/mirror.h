@@ -17,10 +17,12 @@ extern "C" {
 #endif
 
 /* Where mirroring is done, see bcm_mirror_mode_set. */
-#define BCM_MIRROR_DISABLE 0
-#define BCM_MIRROR_L2 1                           /* one port of the unit takes all copies */
-#define BCM_MIRROR_L2_L3 2                        /* the same, routed packets too */
-#define BCM_MIRROR_DESTINATIONS 3                 /* each port has destinations of its own */
+typedef enum bcm_mirror_mode_e {
+    BCM_MIRROR_DISABLE = 0,
+    BCM_MIRROR_L2 = 1,          /* one port of the unit takes all copies */
+    BCM_MIRROR_L2_L3 = 2,       /* the same, routed packets too */
+    BCM_MIRROR_DESTINATIONS = 3 /* each port has destinations of its own */
+} bcm_mirror_mode_t;
 
 /* flags of bcm_mirror_port_set and of the destinations of ports: whose packets. */
 #define BCM_MIRROR_PORT_INGRESS 0x00000001
@@ -29,16 +31,18 @@ extern "C" {
 #define BCM_MIRROR_PORT_SFLOW 0x00000008          /* only sampled packets */
 
 /* flags of bcm_mirror_destination_t. */
-#define BCM_MIRROR_DEST_WITH_ID 0x00000001        /* mirror_dest_id is the id to use */
-#define BCM_MIRROR_DEST_REPLACE 0x00000002        /* replace the destination of that id */
-#define BCM_MIRROR_DEST_TUNNEL_L2 0x00000004      /* copies get a VLAN tag */
-#define BCM_MIRROR_DEST_TUNNEL_IP_GRE 0x00000008  /* copies get an IP and a GRE header */
-#define BCM_MIRROR_DEST_TUNNEL_UDP 0x00000010     /* copies get an IP and a UDP header */
-#define BCM_MIRROR_DEST_TUNNEL_VNTAG 0x00000020
-#define BCM_MIRROR_DEST_TUNNEL_ETAG 0x00000040
-#define BCM_MIRROR_DEST_MULTICAST 0x00000080      /* copies go to multicast_group instead of gport */
-#define BCM_MIRROR_DEST_TIMESTAMP 0x00000100      /* copies say when the packet came */
-#define BCM_MIRROR_DEST_DROP_ONLY 0x00000200      /* only packets that the switch drops */
+typedef enum bcm_mirror_destination_flag_e {
+    BCM_MIRROR_DEST_WITH_ID = 0x00000001,       /* mirror_dest_id is the id to use */
+    BCM_MIRROR_DEST_REPLACE = 0x00000002,       /* replace the destination of that id */
+    BCM_MIRROR_DEST_TUNNEL_L2 = 0x00000004,     /* copies get a VLAN tag */
+    BCM_MIRROR_DEST_TUNNEL_IP_GRE = 0x00000008, /* copies get an IP and a GRE header */
+    BCM_MIRROR_DEST_TUNNEL_UDP = 0x00000010,    /* copies get an IP and a UDP header */
+    BCM_MIRROR_DEST_TUNNEL_VNTAG = 0x00000020,
+    BCM_MIRROR_DEST_TUNNEL_ETAG = 0x00000040,
+    BCM_MIRROR_DEST_MULTICAST = 0x00000080,     /* copies go to multicast_group instead of gport */
+    BCM_MIRROR_DEST_TIMESTAMP = 0x00000100,     /* copies say when the packet came */
+    BCM_MIRROR_DEST_DROP_ONLY = 0x00000200      /* only packets that the switch drops */
+} bcm_mirror_destination_flag_t;
 
 /* flags of bcm_mirror_options_t: members that count instead of the destination's own. */
 #define BCM_MIRROR_OPTION_SAMPLE 0x00000001

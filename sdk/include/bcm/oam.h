@@ -29,7 +29,7 @@ typedef int bcm_oam_pm_profile_t;         /* how results of measurements are sor
 #define BCM_OAM_TLV_VALUE_MAX 128
 
 /* Bins of a delay profile, and raw samples of a buffer, at most. */
-#define BCM_OAM_PM_BIN_MAX 10
+#define BCM_OAM_PM_BIN_MAX 20
 #define BCM_OAM_PM_RAW_SAMPLE_MAX 32
 
 /* flags of bcm_oam_group_info_t. */
@@ -38,14 +38,16 @@ typedef int bcm_oam_pm_profile_t;         /* how results of measurements are sor
 #define BCM_OAM_GROUP_REMOTE_DEFECT_TX 0x00000004    /* all endpoints say that they see a defect */
 
 /* flags of bcm_oam_endpoint_info_t. */
-#define BCM_OAM_ENDPOINT_WITH_ID 0x00000001
-#define BCM_OAM_ENDPOINT_REPLACE 0x00000002
-#define BCM_OAM_ENDPOINT_REMOTE 0x00000004           /* the other end, not this one */
-#define BCM_OAM_ENDPOINT_INTERMEDIATE 0x00000008     /* answers, but ends nothing */
-#define BCM_OAM_ENDPOINT_UP_FACING 0x00000010        /* looks into the switch, not out of the port */
-#define BCM_OAM_ENDPOINT_CCM_COPY_TO_CPU 0x00000020
-#define BCM_OAM_ENDPOINT_REMOTE_DEFECT_TX 0x00000040
-#define BCM_OAM_ENDPOINT_DISABLED 0x00000080         /* neither sends nor answers */
+typedef enum bcm_oam_endpoint_flag_e {
+    BCM_OAM_ENDPOINT_WITH_ID = 0x00000001,
+    BCM_OAM_ENDPOINT_REPLACE = 0x00000002,
+    BCM_OAM_ENDPOINT_REMOTE = 0x00000004,       /* the other end, not this one */
+    BCM_OAM_ENDPOINT_INTERMEDIATE = 0x00000008, /* answers, but ends nothing */
+    BCM_OAM_ENDPOINT_UP_FACING = 0x00000010,    /* looks into the switch, not out of the port */
+    BCM_OAM_ENDPOINT_CCM_COPY_TO_CPU = 0x00000020,
+    BCM_OAM_ENDPOINT_REMOTE_DEFECT_TX = 0x00000040,
+    BCM_OAM_ENDPOINT_DISABLED = 0x00000080      /* neither sends nor answers */
+} bcm_oam_endpoint_flag_t;
 
 /* flags of measurements. */
 #define BCM_OAM_LOSS_SINGLE_ENDED 0x00000001         /* by requests and replies, not by continuity checks */
@@ -538,7 +540,7 @@ typedef struct bcm_oam_pm_profile_info_s {
 /* What the profile of an endpoint gathered in the last interval that has ended. */
 typedef struct bcm_oam_pm_stats_s {
     bcm_oam_pm_profile_t profile_id;
-    uint32 bin[BCM_OAM_PM_BIN_MAX];           /* results sorted into each */
+    uint32 bin[2][20];                        /* results sorted into each, at the near and the far end */
     uint32 tx_packets;
     uint32 rx_packets;
     uint32 min;

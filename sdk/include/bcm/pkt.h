@@ -30,32 +30,38 @@ extern "C" {
 #define BCM_PKT_DNX_HEADER_MAX 8
 
 /* flags of bcm_pkt_t; those of bcm/tx.h stand in the same member. */
-#define BCM_PKT_F_NO_VTAG 0x00000001   /* the data has no VLAN tag */
-#define BCM_PKT_F_TRUNK 0x00000002     /* arrived through trunk src_trunk */
-#define BCM_PKT_F_ROUTED 0x00000004    /* was routed before it came to the CPU */
-#define BCM_PKT_F_HDR_STACK 0x00000008 /* send with the headers in dnx_header_stack */
-#define BCM_PKT_F_TIMESYNC 0x00000010  /* send as a time message: */
-#define BCM_PKT_F_ONE_STEP_TIMESTAMP 0x00000020 /* the time of departure goes into the packet */
-#define BCM_PKT_F_TWO_STEP_TIMESTAMP 0x00000040 /* the time of departure is kept, to be read later */
+typedef enum bcm_pkt_flag_e {
+    BCM_PKT_F_NO_VTAG = 0x00000001,            /* the data has no VLAN tag */
+    BCM_PKT_F_TRUNK = 0x00000002,              /* arrived through trunk src_trunk */
+    BCM_PKT_F_ROUTED = 0x00000004,             /* was routed before it came to the CPU */
+    BCM_PKT_F_HDR_STACK = 0x00000008,          /* send with the headers in dnx_header_stack */
+    BCM_PKT_F_TIMESYNC = 0x00000010,           /* send as a time message: */
+    BCM_PKT_F_ONE_STEP_TIMESTAMP = 0x00000020, /* the time of departure goes into the packet */
+    BCM_PKT_F_TWO_STEP_TIMESTAMP = 0x00000040  /* the time of departure is kept, to be read later */
+} bcm_pkt_flag_t;
 
 /* flags2 of bcm_pkt_t: how a received packet came to be a copy. */
 #define BCM_PKT_F2_SNOOPED 0x00000001
 #define BCM_PKT_F2_MIRRORED 0x00000002
 
 /* opcode of bcm_pkt_t: what kind of destination a packet on a stacking link has. */
-#define BCM_PKT_OPCODE_CPU 0           /* the CPU of dest_mod */
-#define BCM_PKT_OPCODE_UC 1            /* a port */
-#define BCM_PKT_OPCODE_BC 2            /* all ports of its VLAN */
-#define BCM_PKT_OPCODE_L2MC 3          /* a group within its VLAN */
-#define BCM_PKT_OPCODE_IPMC 4          /* a group that is routed */
+typedef enum bcm_pkt_opcode_e {
+    BCM_PKT_OPCODE_CPU = 0,  /* the CPU of dest_mod */
+    BCM_PKT_OPCODE_UC = 1,   /* a port */
+    BCM_PKT_OPCODE_BC = 2,   /* all ports of its VLAN */
+    BCM_PKT_OPCODE_L2MC = 3, /* a group within its VLAN */
+    BCM_PKT_OPCODE_IPMC = 4  /* a group that is routed */
+} bcm_pkt_opcode_t;
 
 /* stk_flags of bcm_pkt_t: which stk_ members count, and what the next unit leaves undone. */
-#define BCM_PKT_STK_F_CLASSIFICATION_TAG 0x00000001
-#define BCM_PKT_STK_F_ENCAP_ID 0x00000002
-#define BCM_PKT_STK_F_DSCP 0x00000004
-#define BCM_PKT_STK_F_LOAD_BALANCING_NUMBER 0x00000008
-#define BCM_PKT_STK_F_DO_NOT_MODIFY 0x00000010
-#define BCM_PKT_STK_F_DO_NOT_LEARN 0x00000020
+typedef enum bcm_pkt_stk_flag_e {
+    BCM_PKT_STK_F_CLASSIFICATION_TAG = 0x00000001,
+    BCM_PKT_STK_F_ENCAP_ID = 0x00000002,
+    BCM_PKT_STK_F_DSCP = 0x00000004,
+    BCM_PKT_STK_F_LOAD_BALANCING_NUMBER = 0x00000008,
+    BCM_PKT_STK_F_DO_NOT_MODIFY = 0x00000010,
+    BCM_PKT_STK_F_DO_NOT_LEARN = 0x00000020
+} bcm_pkt_stk_flag_t;
 
 /* timestamp_flags of bcm_pkt_t. */
 #define BCM_PKT_TIMESTAMP_VALID 0x00000001 /* rx_timestamp and rx_timestamp_upper count */

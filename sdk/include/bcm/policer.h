@@ -17,16 +17,18 @@ extern "C" {
 #endif
 
 /* flags of bcm_policer_config_t. */
-#define BCM_POLICER_WITH_ID 0x00000001             /* *policer_id is the id to use */
-#define BCM_POLICER_REPLACE 0x00000002             /* replace the policer of that id */
-#define BCM_POLICER_COLOR_BLIND 0x00000004         /* packets come as green, whatever their colour */
-#define BCM_POLICER_COLOR_MERGE 0x00000008         /* yellow and red packets share a bucket */
-#define BCM_POLICER_DROP_RED 0x00000010
-#define BCM_POLICER_MODE_BYTES 0x00000020
-#define BCM_POLICER_MODE_PACKETS 0x00000040
-#define BCM_POLICER_GLOBAL 0x00000080              /* one meter for all pipes of the device */
-#define BCM_POLICER_EGRESS 0x00000100
-#define BCM_POLICER_BEGIN_WITH_BUCKET_FULL 0x00000200
+typedef enum bcm_policer_flag_e {
+    BCM_POLICER_WITH_ID = 0x00000001,     /* *policer_id is the id to use */
+    BCM_POLICER_REPLACE = 0x00000002,     /* replace the policer of that id */
+    BCM_POLICER_COLOR_BLIND = 0x00000004, /* packets come as green, whatever their colour */
+    BCM_POLICER_COLOR_MERGE = 0x00000008, /* yellow and red packets share a bucket */
+    BCM_POLICER_DROP_RED = 0x00000010,
+    BCM_POLICER_MODE_BYTES = 0x00000020,
+    BCM_POLICER_MODE_PACKETS = 0x00000040,
+    BCM_POLICER_GLOBAL = 0x00000080,      /* one meter for all pipes of the device */
+    BCM_POLICER_EGRESS = 0x00000100,
+    BCM_POLICER_BEGIN_WITH_BUCKET_FULL = 0x00000200
+} bcm_policer_flag_t;
 
 /* flags of bcm_policer_group_mode_id_create and bcm_policer_map_t. */
 #define BCM_POLICER_GROUP_MODE_INGRESS 0x00000001

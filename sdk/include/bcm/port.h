@@ -28,37 +28,39 @@ typedef _shr_phy_config_t bcm_phy_config_t;
 typedef _shr_port_cable_diag_t bcm_port_cable_diag_t;
 
 /* action_mask of bcm_port_info_t: the members to get or set. */
-#define BCM_PORT_ATTR_ENABLE_MASK 0x00000001
-#define BCM_PORT_ATTR_LINKSTAT_MASK 0x00000002
-#define BCM_PORT_ATTR_AUTONEG_MASK 0x00000004
-#define BCM_PORT_ATTR_SPEED_MASK 0x00000008
-#define BCM_PORT_ATTR_DUPLEX_MASK 0x00000010
-#define BCM_PORT_ATTR_LINKSCAN_MASK 0x00000020
-#define BCM_PORT_ATTR_LEARN_MASK 0x00000040
-#define BCM_PORT_ATTR_DISCARD_MASK 0x00000080
-#define BCM_PORT_ATTR_VLANFILTER_MASK 0x00000100
-#define BCM_PORT_ATTR_UNTAG_PRI_MASK 0x00000200
-#define BCM_PORT_ATTR_UNTAG_VLAN_MASK 0x00000400
-#define BCM_PORT_ATTR_STP_STATE_MASK 0x00000800
-#define BCM_PORT_ATTR_PFM_MASK 0x00001000
-#define BCM_PORT_ATTR_LOOPBACK_MASK 0x00002000
-#define BCM_PORT_ATTR_PHY_MASTER_MASK 0x00004000
-#define BCM_PORT_ATTR_INTERFACE_MASK 0x00008000
-#define BCM_PORT_ATTR_PAUSE_TX_MASK 0x00010000
-#define BCM_PORT_ATTR_PAUSE_RX_MASK 0x00020000
-#define BCM_PORT_ATTR_PAUSE_MAC_MASK 0x00040000
-#define BCM_PORT_ATTR_ENCAP_MASK 0x00080000
-#define BCM_PORT_ATTR_LOCAL_ADVERT_MASK 0x00100000
-#define BCM_PORT_ATTR_REMOTE_ADVERT_MASK 0x00200000
-#define BCM_PORT_ATTR_RATE_MCAST_MASK 0x00400000 /* mcast_limit and mcast_limit_enable, and so on */
-#define BCM_PORT_ATTR_RATE_BCAST_MASK 0x00800000
-#define BCM_PORT_ATTR_RATE_DLFBC_MASK 0x01000000
-#define BCM_PORT_ATTR_SPEED_MAX_MASK 0x02000000
-#define BCM_PORT_ATTR_ABILITY_MASK 0x04000000
-#define BCM_PORT_ATTR_FRAME_MAX_MASK 0x08000000
-#define BCM_PORT_ATTR_MDIX_MASK 0x10000000
-#define BCM_PORT_ATTR_MDIX_STATUS_MASK 0x20000000
-#define BCM_PORT_ATTR_MEDIUM_MASK 0x40000000
+typedef enum bcm_port_attr_e {
+    BCM_PORT_ATTR_ENABLE_MASK = 0x00000001,
+    BCM_PORT_ATTR_LINKSTAT_MASK = 0x00000002,
+    BCM_PORT_ATTR_AUTONEG_MASK = 0x00000004,
+    BCM_PORT_ATTR_SPEED_MASK = 0x00000008,
+    BCM_PORT_ATTR_DUPLEX_MASK = 0x00000010,
+    BCM_PORT_ATTR_LINKSCAN_MASK = 0x00000020,
+    BCM_PORT_ATTR_LEARN_MASK = 0x00000040,
+    BCM_PORT_ATTR_DISCARD_MASK = 0x00000080,
+    BCM_PORT_ATTR_VLANFILTER_MASK = 0x00000100,
+    BCM_PORT_ATTR_UNTAG_PRI_MASK = 0x00000200,
+    BCM_PORT_ATTR_UNTAG_VLAN_MASK = 0x00000400,
+    BCM_PORT_ATTR_STP_STATE_MASK = 0x00000800,
+    BCM_PORT_ATTR_PFM_MASK = 0x00001000,
+    BCM_PORT_ATTR_LOOPBACK_MASK = 0x00002000,
+    BCM_PORT_ATTR_PHY_MASTER_MASK = 0x00004000,
+    BCM_PORT_ATTR_INTERFACE_MASK = 0x00008000,
+    BCM_PORT_ATTR_PAUSE_TX_MASK = 0x00010000,
+    BCM_PORT_ATTR_PAUSE_RX_MASK = 0x00020000,
+    BCM_PORT_ATTR_PAUSE_MAC_MASK = 0x00040000,
+    BCM_PORT_ATTR_ENCAP_MASK = 0x00080000,
+    BCM_PORT_ATTR_LOCAL_ADVERT_MASK = 0x00100000,
+    BCM_PORT_ATTR_REMOTE_ADVERT_MASK = 0x00200000,
+    BCM_PORT_ATTR_RATE_MCAST_MASK = 0x00400000, /* mcast_limit and mcast_limit_enable, and so on */
+    BCM_PORT_ATTR_RATE_BCAST_MASK = 0x00800000,
+    BCM_PORT_ATTR_RATE_DLFBC_MASK = 0x01000000,
+    BCM_PORT_ATTR_SPEED_MAX_MASK = 0x02000000,
+    BCM_PORT_ATTR_ABILITY_MASK = 0x04000000,
+    BCM_PORT_ATTR_FRAME_MAX_MASK = 0x08000000,
+    BCM_PORT_ATTR_MDIX_MASK = 0x10000000,
+    BCM_PORT_ATTR_MDIX_STATUS_MASK = 0x20000000,
+    BCM_PORT_ATTR_MEDIUM_MASK = 0x40000000
+} bcm_port_attr_t;
 
 /* action_mask2 of bcm_port_info_t. */
 #define BCM_PORT_ATTR2_PORT_ABILITY_MASK 0x00000001
@@ -77,21 +79,27 @@ typedef _shr_port_cable_diag_t bcm_port_cable_diag_t;
 #define BCM_PORT_FRAMETYPE_LLC 0x00000008
 
 /* Packets that are dropped on arrival. */
-#define BCM_PORT_DISCARD_NONE 0
-#define BCM_PORT_DISCARD_ALL 1
-#define BCM_PORT_DISCARD_UNTAG 2
-#define BCM_PORT_DISCARD_TAG 3
+typedef enum bcm_port_discard_e {
+    BCM_PORT_DISCARD_NONE = 0,
+    BCM_PORT_DISCARD_ALL = 1,
+    BCM_PORT_DISCARD_UNTAG = 2,
+    BCM_PORT_DISCARD_TAG = 3
+} bcm_port_discard_t;
 
 /* Double tagging: a port to the customers or to the provider's network. */
-#define BCM_PORT_DTAG_MODE_NONE 0x00000000
-#define BCM_PORT_DTAG_MODE_INTERNAL 0x00000001 /* to the network */
-#define BCM_PORT_DTAG_MODE_EXTERNAL 0x00000002 /* to the customers */
+typedef enum bcm_port_dtag_mode_e {
+    BCM_PORT_DTAG_MODE_NONE = 0x00000000,
+    BCM_PORT_DTAG_MODE_INTERNAL = 0x00000001, /* to the network */
+    BCM_PORT_DTAG_MODE_EXTERNAL = 0x00000002  /* to the customers */
+} bcm_port_dtag_mode_t;
 
 /* Loopback. */
-#define BCM_PORT_LOOPBACK_NONE 0
-#define BCM_PORT_LOOPBACK_MAC 1
-#define BCM_PORT_LOOPBACK_PHY 2
-#define BCM_PORT_LOOPBACK_PHY_REMOTE 3 /* what the link partner sends goes back to it */
+typedef enum bcm_port_loopback_e {
+    BCM_PORT_LOOPBACK_NONE = 0,
+    BCM_PORT_LOOPBACK_MAC = 1,
+    BCM_PORT_LOOPBACK_PHY = 2,
+    BCM_PORT_LOOPBACK_PHY_REMOTE = 3 /* what the link partner sends goes back to it */
+} bcm_port_loopback_t;
 
 /* flags of bcm_port_vlan_member_set: directions in which packets of foreign VLANs are dropped. */
 #define BCM_PORT_VLAN_MEMBER_INGRESS 0x00000001
@@ -1061,10 +1069,13 @@ typedef struct bcm_port_nif_prio_s {
     int priority_level;
 } bcm_port_nif_prio_t;
 
-/* Before the PHY of a port is reset (an error status stops it), and after its medium has changed. */
+/*
+ * Before the PHY of a port is reset (an error status stops it), and after its medium has changed (the status
+ * is not looked at).
+ */
 typedef int (*bcm_port_phy_reset_cb_t)(int unit, bcm_port_t port, void *user_data);
-typedef void (*bcm_port_medium_status_cb_t)(int unit, bcm_port_t port, bcm_port_medium_t medium,
-                                            void *user_data);
+typedef int (*bcm_port_medium_status_cb_t)(int unit, bcm_port_t port, bcm_port_medium_t medium,
+                                           void *user_data);
 
 /* Called once per port; a negative result ends the traversal, which then returns it. */
 typedef int (*bcm_port_resource_traverse_cb)(int unit, bcm_gport_t port, bcm_port_resource_t *resource,

@@ -29,8 +29,10 @@ extern "C" {
 #define BCM_PROXY_SERVER_COPY_ONLY 0x00000002     /* the switch goes on handling the packet itself */
 
 /* What a server handles. */
-#define BCM_PROXY_SERVER_MODE_FORWARD 0           /* all packets of the port */
-#define BCM_PROXY_SERVER_MODE_CONTROL 1           /* only those of control protocols */
+typedef enum bcm_proxy_server_mode_e {
+    BCM_PROXY_SERVER_MODE_FORWARD = 0, /* all packets of the port */
+    BCM_PROXY_SERVER_MODE_CONTROL = 1  /* only those of control protocols */
+} bcm_proxy_server_mode_t;
 
 /* How a packet leaves. */
 typedef struct bcm_proxy_egress_s {

@@ -17,14 +17,16 @@ extern "C" {
 #endif
 
 /* Direction and kind of a map: exactly one of the first two, and one mark. */
-#define BCM_QOS_MAP_INGRESS 0x00000001   /* from the mark to priority and colour */
-#define BCM_QOS_MAP_EGRESS 0x00000002    /* from priority and colour to the mark */
-#define BCM_QOS_MAP_L2 0x00000004        /* outer VLAN tag */
-#define BCM_QOS_MAP_L2_INNER_TAG 0x00000008
-#define BCM_QOS_MAP_L3 0x00000010        /* DSCP */
-#define BCM_QOS_MAP_MPLS 0x00000020      /* EXP */
-#define BCM_QOS_MAP_ETAG 0x00000040
-#define BCM_QOS_MAP_WITH_ID 0x00000080   /* bcm_qos_map_create: *map_id is the id to use */
+typedef enum bcm_qos_map_flag_e {
+    BCM_QOS_MAP_INGRESS = 0x00000001, /* from the mark to priority and colour */
+    BCM_QOS_MAP_EGRESS = 0x00000002,  /* from priority and colour to the mark */
+    BCM_QOS_MAP_L2 = 0x00000004,      /* outer VLAN tag */
+    BCM_QOS_MAP_L2_INNER_TAG = 0x00000008,
+    BCM_QOS_MAP_L3 = 0x00000010,      /* DSCP */
+    BCM_QOS_MAP_MPLS = 0x00000020,    /* EXP */
+    BCM_QOS_MAP_ETAG = 0x00000040,
+    BCM_QOS_MAP_WITH_ID = 0x00000080  /* bcm_qos_map_create: *map_id is the id to use */
+} bcm_qos_map_flag_t;
 
 /* One line of a map: a mark and what it stands for. */
 typedef struct bcm_qos_map_s {

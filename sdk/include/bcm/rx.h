@@ -39,14 +39,16 @@ extern int bcm_rx_token_check_us;
 #define BCM_RX_CHAN_MULTI_BUFFER 0x00000001   /* a packet may take several buffers */
 
 /* flags of bcm_rx_trap_type_create, and of bcm_rx_trap_config_t: which members count. */
-#define BCM_RX_TRAP_WITH_ID 0x00000001        /* *trap_id is the id to use */
-#define BCM_RX_TRAP_UPDATE_DEST 0x00000002
-#define BCM_RX_TRAP_UPDATE_PRIO 0x00000004
-#define BCM_RX_TRAP_UPDATE_POLICER 0x00000008
-#define BCM_RX_TRAP_UPDATE_COUNTER 0x00000010
-#define BCM_RX_TRAP_UPDATE_ENCAP_ID 0x00000020
-#define BCM_RX_TRAP_UPDATE_FORWARDING_HEADER 0x00000040
-#define BCM_RX_TRAP_REPLACE 0x00000080
+typedef enum bcm_rx_trap_flag_e {
+    BCM_RX_TRAP_WITH_ID = 0x00000001, /* *trap_id is the id to use */
+    BCM_RX_TRAP_UPDATE_DEST = 0x00000002,
+    BCM_RX_TRAP_UPDATE_PRIO = 0x00000004,
+    BCM_RX_TRAP_UPDATE_POLICER = 0x00000008,
+    BCM_RX_TRAP_UPDATE_COUNTER = 0x00000010,
+    BCM_RX_TRAP_UPDATE_ENCAP_ID = 0x00000020,
+    BCM_RX_TRAP_UPDATE_FORWARDING_HEADER = 0x00000040,
+    BCM_RX_TRAP_REPLACE = 0x00000080
+} bcm_rx_trap_flag_t;
 
 /* flags of bcm_rx_snoop_create, and of bcm_rx_snoop_config_t. */
 #define BCM_RX_SNOOP_WITH_ID 0x00000001       /* *snoop_cmnd is the id to use */

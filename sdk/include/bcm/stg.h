@@ -16,11 +16,13 @@ extern "C" {
 #endif
 
 /* States of a port in a spanning tree. */
-#define BCM_STG_STP_DISABLE 0 /* the port is not part of the tree; drops everything */
-#define BCM_STG_STP_BLOCK 1   /* takes only protocol packets, also called discarding */
-#define BCM_STG_STP_LISTEN 2  /* the same while the tree is being made */
-#define BCM_STG_STP_LEARN 3   /* also learns addresses */
-#define BCM_STG_STP_FORWARD 4
+typedef enum bcm_stg_stp_e {
+    BCM_STG_STP_DISABLE = 0, /* the port is not part of the tree; drops everything */
+    BCM_STG_STP_BLOCK = 1,   /* takes only protocol packets, also called discarding */
+    BCM_STG_STP_LISTEN = 2,  /* the same while the tree is being made */
+    BCM_STG_STP_LEARN = 3,   /* also learns addresses */
+    BCM_STG_STP_FORWARD = 4
+} bcm_stg_stp_t;
 
 /* The group that VLANs are in at first, which cannot be destroyed. */
 #define BCM_STG_DEFAULT 1

@@ -25,9 +25,11 @@ extern "C" {
 #define BCM_STK_UPDATE_ROUTES 0x00000004
 
 /* Headers that packets have on a stacking port. */
-#define BCM_STK_HEADER_SHORT 0             /* destination only, for units of the same box */
-#define BCM_STK_HEADER_FULL 1
-#define BCM_STK_HEADER_EXTENDED 2          /* with virtual ports and load balancing */
+typedef enum bcm_stk_header_e {
+    BCM_STK_HEADER_SHORT = 0,   /* destination only, for units of the same box */
+    BCM_STK_HEADER_FULL = 1,
+    BCM_STK_HEADER_EXTENDED = 2 /* with virtual ports and load balancing */
+} bcm_stk_header_t;
 
 /* flags of bcm_stk_system_gport_map_t. */
 #define BCM_STK_SYSTEM_GPORT_REPLACE 0x00000001

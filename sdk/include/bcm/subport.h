@@ -26,11 +26,13 @@ extern "C" {
 #define BCM_SUBPORT_UNTAGGED 0x00000002          /* packets leave without the tag */
 
 /* What can be wrong with a received LinkPHY fragment: bits of bcm_subport_linkphy_rx_errors_t. */
-#define BCM_SUBPORT_LINKPHY_RX_ERROR_SEQUENCE 0  /* a fragment is missing */
-#define BCM_SUBPORT_LINKPHY_RX_ERROR_LENGTH 1
-#define BCM_SUBPORT_LINKPHY_RX_ERROR_STREAM 2    /* no subport has the stream */
-#define BCM_SUBPORT_LINKPHY_RX_ERROR_OVERFLOW 3  /* no room to put the packet together */
-#define BCM_SUBPORT_LINKPHY_RX_ERROR_MAC 4       /* not one of the addresses of the group */
+typedef enum bcm_subport_linkphy_rx_error_e {
+    BCM_SUBPORT_LINKPHY_RX_ERROR_SEQUENCE = 0, /* a fragment is missing */
+    BCM_SUBPORT_LINKPHY_RX_ERROR_LENGTH = 1,
+    BCM_SUBPORT_LINKPHY_RX_ERROR_STREAM = 2,   /* no subport has the stream */
+    BCM_SUBPORT_LINKPHY_RX_ERROR_OVERFLOW = 3, /* no room to put the packet together */
+    BCM_SUBPORT_LINKPHY_RX_ERROR_MAC = 4       /* not one of the addresses of the group */
+} bcm_subport_linkphy_rx_error_t;
 
 /* Counters of a subport. */
 typedef enum bcm_subport_stat_e {
@@ -45,7 +47,7 @@ typedef struct bcm_subport_group_config_s {
     uint32 flags;                  /* BCM_SUBPORT_GROUP_* */
     bcm_port_t port;               /* the port that is divided */
     bcm_vlan_t vlan;               /* outer tag of all subports, 0 for none */
-    bcm_tpid_t tpid;               /* of the tags that tell subports apart */
+    bcm_tpid_t tpid[2][4];         /* of the outer and inner tags that tell subports apart, 0 for no more */
     int subports_max;
 } bcm_subport_group_config_t;
 

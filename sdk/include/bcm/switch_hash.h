@@ -10,56 +10,62 @@
 #include <bcm/types.h>
 
 /* Fields, in words of 16 bits: addresses and labels in parts. */
-#define BCM_HASH_FIELD_DSTPORT 0x00000001
-#define BCM_HASH_FIELD_SRCPORT 0x00000002
-#define BCM_HASH_FIELD_DSTMOD 0x00000004
-#define BCM_HASH_FIELD_SRCMOD 0x00000008
-#define BCM_HASH_FIELD_VLAN 0x00000010
-#define BCM_HASH_FIELD_INNER_VLAN 0x00000020
-#define BCM_HASH_FIELD_ETHERTYPE 0x00000040
-#define BCM_HASH_FIELD_PROTOCOL 0x00000080         /* of IP, with the next header of IPv6 */
-#define BCM_HASH_FIELD_DSTL4 0x00000100
-#define BCM_HASH_FIELD_SRCL4 0x00000200
-#define BCM_HASH_FIELD_MACDA_LO 0x00000400
-#define BCM_HASH_FIELD_MACDA_MI 0x00000800
-#define BCM_HASH_FIELD_MACDA_HI 0x00001000
-#define BCM_HASH_FIELD_MACSA_LO 0x00002000
-#define BCM_HASH_FIELD_MACSA_MI 0x00004000
-#define BCM_HASH_FIELD_MACSA_HI 0x00008000
-#define BCM_HASH_FIELD_IPDST_LO 0x00010000         /* IPv6 addresses as folded */
-#define BCM_HASH_FIELD_IPDST_HI 0x00020000
-#define BCM_HASH_FIELD_IPSRC_LO 0x00040000
-#define BCM_HASH_FIELD_IPSRC_HI 0x00080000
-#define BCM_HASH_FIELD_FLOWLABEL_LO 0x00100000
-#define BCM_HASH_FIELD_FLOWLABEL_HI 0x00200000
-#define BCM_HASH_FIELD_1ST_LABEL 0x00400000        /* top of the stack */
-#define BCM_HASH_FIELD_2ND_LABEL 0x00800000
-#define BCM_HASH_FIELD_3RD_LABEL 0x01000000
-#define BCM_HASH_FIELD_VNI_LO 0x02000000           /* of a virtual network, or service instance */
-#define BCM_HASH_FIELD_VNI_HI 0x04000000
-#define BCM_HASH_FIELD_ENTROPY_LABEL 0x08000000
-#define BCM_HASH_FIELD_SRC_VP 0x10000000           /* virtual port */
-#define BCM_HASH_FIELD_UDF 0x20000000              /* user-defined bytes */
+typedef enum bcm_hash_field_e {
+    BCM_HASH_FIELD_DSTPORT = 0x00000001,
+    BCM_HASH_FIELD_SRCPORT = 0x00000002,
+    BCM_HASH_FIELD_DSTMOD = 0x00000004,
+    BCM_HASH_FIELD_SRCMOD = 0x00000008,
+    BCM_HASH_FIELD_VLAN = 0x00000010,
+    BCM_HASH_FIELD_INNER_VLAN = 0x00000020,
+    BCM_HASH_FIELD_ETHERTYPE = 0x00000040,
+    BCM_HASH_FIELD_PROTOCOL = 0x00000080,  /* of IP, with the next header of IPv6 */
+    BCM_HASH_FIELD_DSTL4 = 0x00000100,
+    BCM_HASH_FIELD_SRCL4 = 0x00000200,
+    BCM_HASH_FIELD_MACDA_LO = 0x00000400,
+    BCM_HASH_FIELD_MACDA_MI = 0x00000800,
+    BCM_HASH_FIELD_MACDA_HI = 0x00001000,
+    BCM_HASH_FIELD_MACSA_LO = 0x00002000,
+    BCM_HASH_FIELD_MACSA_MI = 0x00004000,
+    BCM_HASH_FIELD_MACSA_HI = 0x00008000,
+    BCM_HASH_FIELD_IPDST_LO = 0x00010000,  /* IPv6 addresses as folded */
+    BCM_HASH_FIELD_IPDST_HI = 0x00020000,
+    BCM_HASH_FIELD_IPSRC_LO = 0x00040000,
+    BCM_HASH_FIELD_IPSRC_HI = 0x00080000,
+    BCM_HASH_FIELD_FLOWLABEL_LO = 0x00100000,
+    BCM_HASH_FIELD_FLOWLABEL_HI = 0x00200000,
+    BCM_HASH_FIELD_1ST_LABEL = 0x00400000, /* top of the stack */
+    BCM_HASH_FIELD_2ND_LABEL = 0x00800000,
+    BCM_HASH_FIELD_3RD_LABEL = 0x01000000,
+    BCM_HASH_FIELD_VNI_LO = 0x02000000,    /* of a virtual network, or service instance */
+    BCM_HASH_FIELD_VNI_HI = 0x04000000,
+    BCM_HASH_FIELD_ENTROPY_LABEL = 0x08000000,
+    BCM_HASH_FIELD_SRC_VP = 0x10000000,    /* virtual port */
+    BCM_HASH_FIELD_UDF = 0x20000000        /* user-defined bytes */
+} bcm_hash_field_t;
 
 /* Bits of bcmSwitchHashControl: what is hashed even where fields are not chosen. */
-#define BCM_HASH_CONTROL_ECMP_DIP 0x00000001       /* routes: destination address too */
-#define BCM_HASH_CONTROL_ECMP_L4PORTS 0x00000002
-#define BCM_HASH_CONTROL_ECMP_FIELDS 0x00000004    /* by the chosen fields alone */
-#define BCM_HASH_CONTROL_TRUNK_UC_FIELDS 0x00000008
-#define BCM_HASH_CONTROL_TRUNK_NUC_SRC 0x00000010  /* floods, multicast: source address too */
-#define BCM_HASH_CONTROL_TRUNK_NUC_DST 0x00000020
-#define BCM_HASH_CONTROL_TRUNK_NUC_MODPORT 0x00000040
-#define BCM_HASH_CONTROL_TRUNK_NUC_FIELDS 0x00000080
-#define BCM_HASH_CONTROL_TRUNK_IPMC_FIELDS 0x00000100
+typedef enum bcm_hash_control_e {
+    BCM_HASH_CONTROL_ECMP_DIP = 0x00000001,      /* routes: destination address too */
+    BCM_HASH_CONTROL_ECMP_L4PORTS = 0x00000002,
+    BCM_HASH_CONTROL_ECMP_FIELDS = 0x00000004,   /* by the chosen fields alone */
+    BCM_HASH_CONTROL_TRUNK_UC_FIELDS = 0x00000008,
+    BCM_HASH_CONTROL_TRUNK_NUC_SRC = 0x00000010, /* floods, multicast: source address too */
+    BCM_HASH_CONTROL_TRUNK_NUC_DST = 0x00000020,
+    BCM_HASH_CONTROL_TRUNK_NUC_MODPORT = 0x00000040,
+    BCM_HASH_CONTROL_TRUNK_NUC_FIELDS = 0x00000080,
+    BCM_HASH_CONTROL_TRUNK_IPMC_FIELDS = 0x00000100
+} bcm_hash_control_t;
 
 /* Hashes of the banks of a table. */
-#define BCM_HASH_ZERO 0
-#define BCM_HASH_LSB 1                             /* the low bits of the key */
-#define BCM_HASH_CRC16_LOWER 2
-#define BCM_HASH_CRC16_UPPER 3
-#define BCM_HASH_CRC32_LOWER 4
-#define BCM_HASH_CRC32_UPPER 5
-#define BCM_HASH_BANK_ALL 0xffff                   /* every bank of a table */
+typedef enum bcm_hash_bank_function_e {
+    BCM_HASH_ZERO = 0,
+    BCM_HASH_LSB = 1,          /* the low bits of the key */
+    BCM_HASH_CRC16_LOWER = 2,
+    BCM_HASH_CRC16_UPPER = 3,
+    BCM_HASH_CRC32_LOWER = 4,
+    BCM_HASH_CRC32_UPPER = 5,
+    BCM_HASH_BANK_ALL = 0xffff /* every bank of a table */
+} bcm_hash_bank_function_t;
 
 /* Functions of the hashes of packets. */
 typedef enum bcm_switch_hash_function_e {

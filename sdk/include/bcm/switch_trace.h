@@ -90,7 +90,8 @@ typedef enum bcm_switch_pkt_trace_stp_state_e {
 } bcm_switch_pkt_trace_stp_state_t;
 
 typedef struct bcm_switch_pkt_trace_lookup_result_s {
-    SHR_BITDCL pkt_trace_lookup_status_bitmap[BCM_SWITCH_PKT_TRACE_LOOKUP_WORDS];
+    /* Bits bcm_switch_pkt_trace_lookup_t, of the ingress and the egress half of the device. */
+    SHR_BITDCL pkt_trace_lookup_status_bitmap[2][BCM_SWITCH_PKT_TRACE_LOOKUP_WORDS];
 } bcm_switch_pkt_trace_lookup_result_t;
 
 /* flags of bcm_switch_pkt_trace_hashing_info_t: the choices that were made, each with its members. */

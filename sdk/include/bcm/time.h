@@ -17,24 +17,28 @@ extern "C" {
 typedef int bcm_time_if_t;             /* interface to a clock */
 
 /* flags of bcm_time_interface_t: the first two for bcm_time_interface_add, the others: what is set. */
-#define BCM_TIME_WITH_ID 0x00000001    /* id is the id to use */
-#define BCM_TIME_REPLACE 0x00000002    /* replace the interface of that id */
-#define BCM_TIME_ENABLE 0x00000004     /* clock and heartbeat are driven */
-#define BCM_TIME_INPUT 0x00000008      /* clock and heartbeat come from outside */
-#define BCM_TIME_HEARTBEAT 0x00000010  /* heartbeat_hz */
-#define BCM_TIME_BITCLOCK 0x00000020   /* bitclock_hz */
-#define BCM_TIME_OFFSET 0x00000040
-#define BCM_TIME_DRIFT 0x00000080
-#define BCM_TIME_ACCURACY 0x00000100
-#define BCM_TIME_NTP_OFFSET 0x00000200
+typedef enum bcm_time_interface_flag_e {
+    BCM_TIME_WITH_ID = 0x00000001,   /* id is the id to use */
+    BCM_TIME_REPLACE = 0x00000002,   /* replace the interface of that id */
+    BCM_TIME_ENABLE = 0x00000004,    /* clock and heartbeat are driven */
+    BCM_TIME_INPUT = 0x00000008,     /* clock and heartbeat come from outside */
+    BCM_TIME_HEARTBEAT = 0x00000010, /* heartbeat_hz */
+    BCM_TIME_BITCLOCK = 0x00000020,  /* bitclock_hz */
+    BCM_TIME_OFFSET = 0x00000040,
+    BCM_TIME_DRIFT = 0x00000080,
+    BCM_TIME_ACCURACY = 0x00000100,
+    BCM_TIME_NTP_OFFSET = 0x00000200
+} bcm_time_interface_flag_t;
 
 /* flags of bcm_time_capture_t. */
 #define BCM_TIME_CAPTURE_IMMEDIATE 0x00000001 /* the time now, not that of the last event */
 
 /* heartbeat_hz of interfaces. */
-#define BCM_TIME_HEARTBEAT_1HZ 1
-#define BCM_TIME_HEARTBEAT_4KHZ 4000
-#define BCM_TIME_HEARTBEAT_8KHZ 8000
+typedef enum bcm_time_heartbeat_rate_e {
+    BCM_TIME_HEARTBEAT_1HZ = 1,
+    BCM_TIME_HEARTBEAT_4KHZ = 4000,
+    BCM_TIME_HEARTBEAT_8KHZ = 8000
+} bcm_time_heartbeat_rate_t;
 
 /* Whether an interface follows its clock. */
 typedef enum bcm_time_if_status_e {

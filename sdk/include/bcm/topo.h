@@ -19,11 +19,11 @@ typedef struct bcm_mod_port_s {
 typedef int (*bcm_topo_map_f)(int unit, bcm_module_t dest_modid, bcm_port_t *exit_port);
 
 /*
- * The map of a unit. Until one is set, and after clear, the tables of the stack family say the way. port_get
- * gives BCM_E_NOT_FOUND for a module that cannot be reached.
+ * The map of a unit. While there is none (at first, and after a null was set), the tables of the stack family
+ * say the way. port_get gives BCM_E_NOT_FOUND for a module that cannot be reached.
  */
 int bcm_topo_map_set(int unit, bcm_topo_map_f map);
-int bcm_topo_map_clear(int unit);
+int bcm_topo_map_get(int unit, bcm_topo_map_f *map);
 int bcm_topo_port_get(int unit, bcm_module_t dest_modid, bcm_port_t *exit_port);
 
 #ifdef __cplusplus

@@ -21,11 +21,13 @@ extern "C" {
 #define BCM_TRUNK_FLAG_VP 0x00000002                /* a trunk of virtual ports */
 
 /* flags of bcm_trunk_info_t. */
-#define BCM_TRUNK_FLAG_FAILOVER_NEXT 0x00000010     /* traffic of a failed member goes to the next one */
-#define BCM_TRUNK_FLAG_FAILOVER_ALL 0x00000020      /* traffic of a failed member goes to all others */
-#define BCM_TRUNK_FLAG_FAILOVER_LOCAL 0x00000040    /* likewise, to those of its own module */
-#define BCM_TRUNK_FLAG_MCAST_HASH 0x00000080        /* members for multicast packets by hash, not by index */
-#define BCM_TRUNK_FLAG_RESILIENT 0x00000100         /* flows keep their member when others come or go */
+typedef enum bcm_trunk_flag_e {
+    BCM_TRUNK_FLAG_FAILOVER_NEXT = 0x00000010,  /* traffic of a failed member goes to the next one */
+    BCM_TRUNK_FLAG_FAILOVER_ALL = 0x00000020,   /* traffic of a failed member goes to all others */
+    BCM_TRUNK_FLAG_FAILOVER_LOCAL = 0x00000040, /* likewise, to those of its own module */
+    BCM_TRUNK_FLAG_MCAST_HASH = 0x00000080,     /* members for multicast packets by hash, not by index */
+    BCM_TRUNK_FLAG_RESILIENT = 0x00000100       /* flows keep their member when others come or go */
+} bcm_trunk_flag_t;
 
 /* flags of bcm_trunk_member_t. */
 #define BCM_TRUNK_MEMBER_EGRESS_DISABLE 0x00000001  /* sends nothing of the trunk's */
@@ -35,23 +37,27 @@ extern "C" {
 #define BCM_TRUNK_RESILIENT_REPLACE 0x00000001      /* an entry of the same trunk and hash is replaced */
 
 /* By what the member that sends a packet is selected; dynamic ones also look at the load of the members. */
-#define BCM_TRUNK_PSC_SRCMAC 1
-#define BCM_TRUNK_PSC_DSTMAC 2
-#define BCM_TRUNK_PSC_SRCDSTMAC 3
-#define BCM_TRUNK_PSC_SRCIP 4
-#define BCM_TRUNK_PSC_DSTIP 5
-#define BCM_TRUNK_PSC_SRCDSTIP 6
-#define BCM_TRUNK_PSC_PORTINDEX 7                   /* by the port that it came from */
-#define BCM_TRUNK_PSC_PORTFLOW 8                    /* by the hash that bcmSwitchHashSelect* describes */
-#define BCM_TRUNK_PSC_ROUND_ROBIN 9
-#define BCM_TRUNK_PSC_RANDOM 10
-#define BCM_TRUNK_PSC_DYNAMIC 11                    /* a flow changes members when it pauses */
-#define BCM_TRUNK_PSC_DYNAMIC_ASSIGNED 12           /* a flow stays with the member that it was given */
-#define BCM_TRUNK_PSC_DEFAULT BCM_TRUNK_PSC_SRCDSTMAC
+typedef enum bcm_trunk_psc_e {
+    BCM_TRUNK_PSC_SRCMAC = 1,
+    BCM_TRUNK_PSC_DSTMAC = 2,
+    BCM_TRUNK_PSC_SRCDSTMAC = 3,
+    BCM_TRUNK_PSC_SRCIP = 4,
+    BCM_TRUNK_PSC_DSTIP = 5,
+    BCM_TRUNK_PSC_SRCDSTIP = 6,
+    BCM_TRUNK_PSC_PORTINDEX = 7,         /* by the port that it came from */
+    BCM_TRUNK_PSC_PORTFLOW = 8,          /* by the hash that bcmSwitchHashSelect* describes */
+    BCM_TRUNK_PSC_ROUND_ROBIN = 9,
+    BCM_TRUNK_PSC_RANDOM = 10,
+    BCM_TRUNK_PSC_DYNAMIC = 11,          /* a flow changes members when it pauses */
+    BCM_TRUNK_PSC_DYNAMIC_ASSIGNED = 12, /* a flow stays with the member that it was given */
+    BCM_TRUNK_PSC_DEFAULT = BCM_TRUNK_PSC_SRCDSTMAC
+} bcm_trunk_psc_t;
 
 /* Whether a member takes traffic, see bcm_trunk_member_status_set. */
-#define BCM_TRUNK_MEMBER_STATUS_INACTIVE 0
-#define BCM_TRUNK_MEMBER_STATUS_ACTIVE 1
+typedef enum bcm_trunk_member_status_e {
+    BCM_TRUNK_MEMBER_STATUS_INACTIVE = 0,
+    BCM_TRUNK_MEMBER_STATUS_ACTIVE = 1
+} bcm_trunk_member_status_t;
 
 /* How a trunk selects members. An index of -1 leaves the choice to the chip. */
 typedef struct bcm_trunk_info_s {

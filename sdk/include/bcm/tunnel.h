@@ -17,19 +17,23 @@ extern "C" {
 #endif
 
 /* flags of bcm_tunnel_terminator_t. */
-#define BCM_TUNNEL_TERM_TUNNEL_WITH_ID 0x00000001   /* create: tunnel_id is the gport to use */
-#define BCM_TUNNEL_TERM_USE_OUTER_DSCP 0x00000002   /* priority from the outer header */
-#define BCM_TUNNEL_TERM_USE_OUTER_TTL 0x00000004    /* the unpacked packet takes over the outer TTL */
-#define BCM_TUNNEL_TERM_KEEP_INNER_DSCP 0x00000008
-#define BCM_TUNNEL_TERM_BIDIR 0x00000010            /* makes the initiator back, too */
-#define BCM_TUNNEL_TERM_DECAP_INNER_ETHERNET 0x00000020
+typedef enum bcm_tunnel_terminator_flag_e {
+    BCM_TUNNEL_TERM_TUNNEL_WITH_ID = 0x00000001, /* create: tunnel_id is the gport to use */
+    BCM_TUNNEL_TERM_USE_OUTER_DSCP = 0x00000002, /* priority from the outer header */
+    BCM_TUNNEL_TERM_USE_OUTER_TTL = 0x00000004,  /* the unpacked packet takes over the outer TTL */
+    BCM_TUNNEL_TERM_KEEP_INNER_DSCP = 0x00000008,
+    BCM_TUNNEL_TERM_BIDIR = 0x00000010,          /* makes the initiator back, too */
+    BCM_TUNNEL_TERM_DECAP_INNER_ETHERNET = 0x00000020
+} bcm_tunnel_terminator_flag_t;
 
 /* flags of bcm_tunnel_initiator_t. */
-#define BCM_TUNNEL_INIT_TUNNEL_WITH_ID 0x00000001   /* create: tunnel_id is the gport to use */
-#define BCM_TUNNEL_REPLACE 0x00000002               /* replaces what the interface has, else BCM_E_EXISTS */
-#define BCM_TUNNEL_INIT_USE_INNER_DF 0x00000004     /* the outer "don't fragment" bit is the inner one */
-#define BCM_TUNNEL_INIT_IPV4_SET_DF 0x00000008
-#define BCM_TUNNEL_INIT_USE_INNER_TTL 0x00000010
+typedef enum bcm_tunnel_initiator_flag_e {
+    BCM_TUNNEL_INIT_TUNNEL_WITH_ID = 0x00000001, /* create: tunnel_id is the gport to use */
+    BCM_TUNNEL_REPLACE = 0x00000002,             /* replaces what the interface has, else BCM_E_EXISTS */
+    BCM_TUNNEL_INIT_USE_INNER_DF = 0x00000004,   /* the outer "don't fragment" bit is the inner one */
+    BCM_TUNNEL_INIT_IPV4_SET_DF = 0x00000008,
+    BCM_TUNNEL_INIT_USE_INNER_TTL = 0x00000010
+} bcm_tunnel_initiator_flag_t;
 
 /* What a tunnel carries, and in what. */
 typedef enum bcm_tunnel_type_e {

@@ -17,13 +17,15 @@ extern "C" {
 #endif
 
 /* flags of bcm_pkt_t beside those of bcm/pkt.h. */
-#define BCM_TX_CRC_APPEND 0x00010000   /* the checksum is added behind the data */
-#define BCM_TX_CRC_REGEN 0x00020000    /* the checksum replaces the last four bytes */
-#define BCM_TX_CRC_NONE 0x00040000     /* the last four bytes are sent as they are */
-#define BCM_TX_ETHER 0x00080000        /* the data is an Ethernet frame, forwarded as one that has arrived */
-#define BCM_TX_PRIO_INT 0x00100000     /* prio_int counts, else it is as cos */
-#define BCM_TX_NO_PAD 0x00200000       /* do not lengthen to the shortest frame */
-#define BCM_TX_PURGE 0x00400000        /* drop it at the port: for tests */
+typedef enum bcm_tx_flag_e {
+    BCM_TX_CRC_APPEND = 0x00010000, /* the checksum is added behind the data */
+    BCM_TX_CRC_REGEN = 0x00020000,  /* the checksum replaces the last four bytes */
+    BCM_TX_CRC_NONE = 0x00040000,   /* the last four bytes are sent as they are */
+    BCM_TX_ETHER = 0x00080000,      /* the data is an Ethernet frame, forwarded as one that has arrived */
+    BCM_TX_PRIO_INT = 0x00100000,   /* prio_int counts, else it is as cos */
+    BCM_TX_NO_PAD = 0x00200000,     /* do not lengthen to the shortest frame */
+    BCM_TX_PURGE = 0x00400000       /* drop it at the port: for tests */
+} bcm_tx_flag_t;
 
 /* How sure the way through a tunnel between CPUs is. */
 typedef enum bcm_cpu_tunnel_mode_e {

@@ -20,19 +20,21 @@ extern "C" {
 #define BCM_VLAN_ALL BCM_VLAN_INVALID
 
 /* flags of bcm_vlan_control_vlan_t. */
-#define BCM_VLAN_LEARN_DISABLE 0x00000001
-#define BCM_VLAN_L2_LOOKUP_DISABLE 0x00000002
-#define BCM_VLAN_UNKNOWN_UCAST_DROP 0x00000004
-#define BCM_VLAN_UNKNOWN_IP4_MCAST_TOCPU 0x00000008
-#define BCM_VLAN_UNKNOWN_IP6_MCAST_TOCPU 0x00000010
-#define BCM_VLAN_COPY_TO_CPU 0x00000020
-#define BCM_VLAN_IP4_DISABLE 0x00000040
-#define BCM_VLAN_IP6_DISABLE 0x00000080
-#define BCM_VLAN_IP4_MCAST_DISABLE 0x00000100
-#define BCM_VLAN_IP6_MCAST_DISABLE 0x00000200
-#define BCM_VLAN_MPLS_DISABLE 0x00000400
-#define BCM_VLAN_FCOE_ROUTE_ENABLE 0x00000800
-#define BCM_VLAN_SERVICE_TAG_NONE 0x00001000   /* the VLAN id stays off the wire */
+typedef enum bcm_vlan_control_flag_e {
+    BCM_VLAN_LEARN_DISABLE = 0x00000001,
+    BCM_VLAN_L2_LOOKUP_DISABLE = 0x00000002,
+    BCM_VLAN_UNKNOWN_UCAST_DROP = 0x00000004,
+    BCM_VLAN_UNKNOWN_IP4_MCAST_TOCPU = 0x00000008,
+    BCM_VLAN_UNKNOWN_IP6_MCAST_TOCPU = 0x00000010,
+    BCM_VLAN_COPY_TO_CPU = 0x00000020,
+    BCM_VLAN_IP4_DISABLE = 0x00000040,
+    BCM_VLAN_IP6_DISABLE = 0x00000080,
+    BCM_VLAN_IP4_MCAST_DISABLE = 0x00000100,
+    BCM_VLAN_IP6_MCAST_DISABLE = 0x00000200,
+    BCM_VLAN_MPLS_DISABLE = 0x00000400,
+    BCM_VLAN_FCOE_ROUTE_ENABLE = 0x00000800,
+    BCM_VLAN_SERVICE_TAG_NONE = 0x00001000 /* the VLAN id stays off the wire */
+} bcm_vlan_control_flag_t;
 
 /* flags of bcm_vlan_gport_add and bcm_vlan_gport_get. */
 #define BCM_VLAN_GPORT_ADD_UNTAGGED 0x00000001
@@ -40,11 +42,13 @@ extern "C" {
 #define BCM_VLAN_GPORT_ADD_INGRESS_ONLY 0x00000004
 
 /* flags of bcm_vlan_port_t. */
-#define BCM_VLAN_PORT_REPLACE 0x00000001
-#define BCM_VLAN_PORT_WITH_ID 0x00000002       /* vlan_port_id is the gport to use */
-#define BCM_VLAN_PORT_INNER_VLAN_ADD 0x00000004
-#define BCM_VLAN_PORT_OUTER_VLAN_REMOVE 0x00000008
-#define BCM_VLAN_PORT_FAILOVER 0x00000010      /* used when its failover has switched over */
+typedef enum bcm_vlan_port_flag_e {
+    BCM_VLAN_PORT_REPLACE = 0x00000001,
+    BCM_VLAN_PORT_WITH_ID = 0x00000002, /* vlan_port_id is the gport to use */
+    BCM_VLAN_PORT_INNER_VLAN_ADD = 0x00000004,
+    BCM_VLAN_PORT_OUTER_VLAN_REMOVE = 0x00000008,
+    BCM_VLAN_PORT_FAILOVER = 0x00000010 /* used when its failover has switched over */
+} bcm_vlan_port_flag_t;
 
 /* flags of bcm_vlan_ip_t. */
 #define BCM_VLAN_SUBNET_IP6 0x00000001         /* ip6 and prefix instead of ip4 and mask */

@@ -67,9 +67,12 @@ extern soc_port_t *phy_rmap[SOC_MAX_NUM_DEVICES];
 /* Translates a unit's port (in the pointer, in and out) before PHY access, or null. Returns an SDK status. */
 extern int (*soc_phy_cb_xlate_port_func)(int unit, int *port);
 
-/* Called with a port's new medium, and before a PHY is reset (an error status stops the reset). */
-typedef void (*soc_port_medium_status_cb_t)(int unit, soc_port_t port, soc_port_medium_t medium,
-                                            void *user_data);
+/*
+ * Called with a port's new medium (the status is not looked at), and before a PHY is reset (an error status
+ * stops the reset). Both return an SDK status.
+ */
+typedef int (*soc_port_medium_status_cb_t)(int unit, soc_port_t port, soc_port_medium_t medium,
+                                           void *user_data);
 typedef int (*soc_port_phy_reset_cb_t)(int unit, soc_port_t port, void *user_data);
 
 /* The unit's PHY tables: made and freed; may be called again. */

@@ -83,10 +83,12 @@ typedef enum phy_diag_firmware_e {
 } phy_diag_firmware_t;
 
 /* flags of an XGPHY_DIAG_DATA_t: the members that hold something. */
-#define XGPHY_DIAG_SYMBOL_ERRORS 0x01
-#define XGPHY_DIAG_CORRECTED_ERRORS 0x02
-#define XGPHY_DIAG_BLOCK_LOCK 0x04
-#define XGPHY_DIAG_TEMPERATURE 0x08
-#define XGPHY_DIAG_SNR 0x10
+typedef enum xgphy_diag_flag_e {
+    XGPHY_DIAG_SYMBOL_ERRORS = 0x01,
+    XGPHY_DIAG_CORRECTED_ERRORS = 0x02,
+    XGPHY_DIAG_BLOCK_LOCK = 0x04,
+    XGPHY_DIAG_TEMPERATURE = 0x08,
+    XGPHY_DIAG_SNR = 0x10
+} xgphy_diag_flag_t;
 
 #endif

@@ -16,11 +16,13 @@ typedef enum soc_phy_kind_e {
 } soc_phy_kind_t;
 
 /* phy_flags of a soc_phy_info_t. */
-#define SOC_PHY_INFO_CLAUSE45 0x00000001
-#define SOC_PHY_INFO_EXTERNAL 0x00000002
-#define SOC_PHY_INFO_COPPER 0x00000004
-#define SOC_PHY_INFO_FIBER 0x00000008
-#define SOC_PHY_INFO_SHARED 0x00000010 /* several ports in one PHY chip */
+typedef enum soc_phy_info_flag_e {
+    SOC_PHY_INFO_CLAUSE45 = 0x00000001,
+    SOC_PHY_INFO_EXTERNAL = 0x00000002,
+    SOC_PHY_INFO_COPPER = 0x00000004,
+    SOC_PHY_INFO_FIBER = 0x00000008,
+    SOC_PHY_INFO_SHARED = 0x00000010 /* several ports in one PHY chip */
+} soc_phy_info_flag_t;
 
 /* Who gives the clock on 1000BASE-T. */
 typedef enum soc_phy_master_e {

@@ -68,8 +68,10 @@ typedef struct soc_regaddrinfo_s {
 } soc_regaddrinfo_t;
 
 /* What an access goes to: one block, or all blocks of the kind at once (reads then take the first). */
-#define SOC_REG_ACCESS_SINGLE 0
-#define SOC_REG_ACCESS_BROADCAST 1
+typedef enum soc_reg_access_kind_e {
+    SOC_REG_ACCESS_SINGLE = 0,
+    SOC_REG_ACCESS_BROADCAST = 1
+} soc_reg_access_kind_t;
 
 /* Registers that a symbolic reference names. */
 typedef struct soc_regaddrlist_s {
@@ -88,6 +90,10 @@ typedef int (*soc_reg32_set_f)(int unit, soc_reg_t reg, int port, int index, uin
 typedef int (*soc_reg64_set_f)(int unit, soc_reg_t reg, int port, int index, uint64 data);
 typedef int (*soc_reg_above64_set_f)(int unit, soc_reg_t reg, int port, int index,
                                      soc_reg_above_64_val_t data);
+/* 32 bits, unchecked: the caller knows that the register has this copy. */
+typedef int (*soc_fast_reg_set_f)(int unit, soc_reg_t reg, int port, int index, uint32 data);
+typedef int (*soc_fast_reg_get_f)(int unit, soc_reg_t reg, int port, int index, uint32 *data);
+
 typedef int (*soc_mem_array_read_f)(int unit, soc_mem_t mem, unsigned int array_index, int copyno, int index,
                                     void *entry_data);
 typedef int (*soc_mem_array_write_f)(int unit, soc_mem_t mem, unsigned int array_index, int copyno, int index,
@@ -99,10 +105,6 @@ typedef int (*soc_polling_f)(int unit, sal_usecs_t timeout, int min_polls, soc_r
 
 /* Writes words from an address on. */
 typedef int (*soc_direct_reg_set_f)(int unit, soc_block_t block, uint32 addr, uint32 words, uint32 *data);
-
-/* Accesses at an address that is known to be this register's. */
-typedef int (*soc_fast_reg_set_f)(int unit, soc_reg_t reg, int port, uint32 addr, uint32 data);
-typedef int (*soc_fast_reg_get_f)(int unit, soc_reg_t reg, int port, uint32 addr, uint32 *data);
 
 /* Accesses of up to 64 bits; without the cache, past any copy of registers that software keeps. */
 typedef int (*soc_reg_set_f)(int unit, soc_reg_t reg, int port, int index, uint64 data);
