@@ -3,6 +3,8 @@
 #include <clang-c/Index.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <tuple>
@@ -38,7 +40,8 @@ class TranslationUnit {
 public:
     TranslationUnit(const std::string &text, const HeaderSource &source)
     {
-        std::vector<std::string> options = {"-x", "c++", "-std=c++17"};
+        // Each error counts: it says what a macro is not.
+        std::vector<std::string> options = {"-x", "c++", "-std=c++17", "-ferror-limit=0"};
         options.insert(options.end(), source.flags.begin(), source.flags.end());
         for (const std::string &directory : source.include_directories)
             options.push_back("-I" + directory);
@@ -110,8 +113,15 @@ public:
         return std::move(declarations_);
     }
 
-    /// Names of object-like macros with a value, and their headers; which of them are integers is not known.
-    const std::vector<Constant> &macros() const { return macros_; }
+    /// Object-like macros that can stand in parentheses; which of them are integers is not known.
+    std::vector<Constant> macros()
+    {
+        std::vector<Constant> macros;
+        for (const Constant &macro : macros_)
+            if (is_balanced(macro.name))
+                macros.push_back(macro);
+        return macros;
+    }
 
     /// Headers in the order in which they were first met.
     const std::vector<std::string> &headers() const { return headers_; }
@@ -130,6 +140,8 @@ private:
 
     void visit(CXCursor cursor)
     {
+        if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition)
+            macro_definitions_[take(clang_getCursorSpelling(cursor))] = cursor;
         if (clang_Location_isInSystemHeader(clang_getCursorLocation(cursor)))
             return;
         switch (clang_getCursorKind(cursor)) {
@@ -153,10 +165,11 @@ private:
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
             declarations_.constants.back().enumeration = qualified_name(clang_getCursorSemanticParent(cursor));
+            declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
             break;
         case CXCursor_VarDecl:
-            declarations_.variables.push_back(
-                {take(clang_getCursorSpelling(cursor)), header_of(cursor), declared_type(cursor)});
+            declarations_.variables.push_back({take(clang_getCursorSpelling(cursor)), header_of(cursor),
+                                               declared_type(cursor), line_of(cursor), size_of(cursor)});
             break;
         case CXCursor_TypedefDecl:
             read_typedef(cursor);
@@ -179,6 +192,25 @@ private:
         return name;
     }
 
+    static unsigned line_of(CXCursor cursor)
+    {
+        unsigned line = 0;
+        clang_getExpansionLocation(clang_getCursorLocation(cursor), nullptr, &line, nullptr, nullptr);
+        return line;
+    }
+
+    static long long size_of(CXCursor declarator) { return clang_Type_getSizeOf(clang_getCursorType(declarator)); }
+
+    static bool enumerator_fits(CXCursor cursor)
+    {
+        // Of an unsigned type, what is above the greatest long long is negative here.
+        const long long value = clang_getEnumConstantDeclValue(cursor);
+        const CXCursor enumeration = clang_getCursorSemanticParent(cursor);
+        const CXType type = clang_getCanonicalType(clang_getEnumDeclIntegerType(enumeration));
+        const bool is_unsigned = type.kind == CXType_ULong || type.kind == CXType_ULongLong;
+        return value >= (is_unsigned ? 0 : INT32_MIN) && value <= UINT32_MAX;
+    }
+
     Constant constant_at(CXCursor cursor)
     {
         unsigned line = 0, column = 0;
@@ -186,24 +218,29 @@ private:
         return {take(clang_getCursorSpelling(cursor)), header_of(cursor), line, column, {}};
     }
 
-    std::vector<std::string> tokens_of(CXCursor cursor)
+    std::vector<std::string> tokens_of(CXSourceRange range)
     {
         CXToken *tokens = nullptr;
         unsigned count = 0;
-        clang_tokenize(unit_.get(), clang_getCursorExtent(cursor), &tokens, &count);
+        clang_tokenize(unit_.get(), range, &tokens, &count);
         std::vector<std::string> texts;
         for (unsigned i = 0; i < count; ++i)
-            texts.push_back(take(clang_getTokenSpelling(unit_.get(), tokens[i])));
+            if (clang_getTokenKind(tokens[i]) != CXToken_Comment)
+                texts.push_back(take(clang_getTokenSpelling(unit_.get(), tokens[i])));
         clang_disposeTokens(unit_.get(), tokens, count);
         return texts;
     }
 
-    // The array bounds of a declarator, as spelled.
+    // The array bounds of a declarator, as spelled. They stand behind the name; before it are the bounds of
+    // others that are declared together with it.
     std::vector<std::string> extents_of(CXCursor declarator)
     {
         std::vector<std::string> extents;
         int depth = 0;
-        for (const std::string &token : tokens_of(declarator)) {
+        CXSourceRange range = clang_getCursorExtent(declarator);
+        if (!take(clang_getCursorSpelling(declarator)).empty())
+            range = clang_getRange(clang_getCursorLocation(declarator), clang_getRangeEnd(range));
+        for (const std::string &token : tokens_of(range)) {
             if (token == "]" && --depth == 0)
                 continue;
             if (depth > 0)
@@ -237,9 +274,12 @@ private:
             return Type::typedef_of(name, typedef_target(declaration, name));
         }
         case CXType_Record:
-            return Type::record(qualified_name(clang_getTypeDeclaration(type)));
+            return Type::record(name_of_declaration(type));
         case CXType_Enum: {
-            std::string name = qualified_name(clang_getTypeDeclaration(type));
+            std::string name = name_of_declaration(type);
+            // Nothing else can be declared with it.
+            if (name.empty())
+                return Type::builtin("int");
             declarations_.enumerations.insert(name);
             return Type::enumeration(name);
         }
@@ -275,6 +315,13 @@ private:
         }
     }
 
+    // Empty for what has no name, wherever it stands.
+    static std::string name_of_declaration(CXType type)
+    {
+        CXCursor declaration = clang_getTypeDeclaration(type);
+        return take(clang_getCursorSpelling(declaration)).empty() ? "" : qualified_name(declaration);
+    }
+
     TypePtr declared_type(CXCursor declarator)
     {
         std::vector<std::string> extents = extents_of(declarator);
@@ -289,9 +336,14 @@ private:
         std::vector<std::string> extents = extents_of(declaration);
         CXType underlying = clang_getTypedefDeclUnderlyingType(declaration);
         TypePtr target = read_type(underlying, extents);
-        // A record without a tag goes by its typedef's name.
+        // A record or enumeration without a tag goes by its typedef's name.
         if (target->kind == Type::Kind::Record && target->name.empty())
             target = Type::record(name);
+        CXType canonical = clang_getCanonicalType(underlying);
+        if (target->kind == Type::Kind::Builtin && canonical.kind == CXType_Enum) {
+            declarations_.enumerations.insert(name);
+            target = Type::enumeration(name);
+        }
         return declarations_.typedefs[name] = target;
     }
 
@@ -319,18 +371,28 @@ private:
         Record record;
         record.tag = record.name = take(clang_getCursorSpelling(cursor));
         record.header = header_of(cursor);
+        record.is_union = clang_getCursorKind(cursor) == CXCursor_UnionDecl;
+        read_members(cursor, record);
+        declarations_.records.push_back(std::move(record));
+    }
+
+    void read_members(CXCursor cursor, Record &record)
+    {
         std::pair<Reader *, Record *> context(this, &record);
         clang_visitChildren(
             cursor,
             [](CXCursor child, CXCursor, CXClientData data) {
-                auto *context = static_cast<std::pair<Reader *, Record *> *>(data);
-                if (clang_getCursorKind(child) == CXCursor_FieldDecl)
-                    context->second->members.push_back(
-                        {take(clang_getCursorSpelling(child)), context->first->declared_type(child)});
+                auto [reader, record] = *static_cast<std::pair<Reader *, Record *> *>(data);
+                std::string name = take(clang_getCursorSpelling(child));
+                // Bit-fields without a name only fill up.
+                if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty())
+                    record->members.push_back({name, reader->declared_type(child), line_of(child), size_of(child),
+                                               clang_Cursor_isBitField(child) != 0});
+                else if (clang_Cursor_isAnonymousRecordDecl(child))
+                    reader->read_members(child, *record);
                 return CXChildVisit_Continue;
             },
             &context);
-        declarations_.records.push_back(std::move(record));
     }
 
     // Of what stands in a namespace, only functions can be bound.
@@ -358,6 +420,10 @@ private:
         std::string qualified = qualified_name(cursor);
         function.scope = qualified.substr(0, qualified.size() - function.name.size());
         function.header = header_of(cursor);
+        function.line = line_of(cursor);
+        function.is_variadic = clang_isFunctionTypeVariadic(clang_getCursorType(cursor)) != 0;
+        function.is_inline =
+            clang_Cursor_isFunctionInlined(cursor) || clang_Cursor_getStorageClass(cursor) == CX_SC_Static;
         std::vector<std::string> none;
         function.result = read_type(clang_getCursorResultType(cursor), none);
         for (int i = 0; i < clang_Cursor_getNumArguments(cursor); ++i) {
@@ -374,38 +440,66 @@ private:
         if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor))
             return;
         std::string header = header_of(cursor);
-        if (header.empty() || tokens_of(cursor).size() < 2)
+        if (header.empty() || tokens_of(clang_getCursorExtent(cursor)).size() < 2)
             return;
         macros_.push_back(constant_at(cursor));
+    }
+
+    // Whether what a macro stands for has no braces and closes what it opens. All else (`extern "C" {`,
+    // `} while (0)`) would take the macros that are asked for after it with it.
+    bool is_balanced(const std::string &name)
+    {
+        auto definition = macro_definitions_.find(name);
+        // Within itself a macro is a plain word, which the first answer stands for.
+        auto [known, is_new] = balanced_.emplace(name, true);
+        if (definition == macro_definitions_.end() || !is_new)
+            return known->second;
+        int depth = 0;
+        bool balanced = true;
+        for (const std::string &token : tokens_of(clang_getCursorExtent(definition->second))) {
+            depth += (token == "(" || token == "[") - (token == ")" || token == "]");
+            balanced = balanced && depth >= 0 && token != "{" && token != "}" && is_balanced(token);
+        }
+        return known->second = balanced && depth == 0;
     }
 
     const TranslationUnit &unit_;
     Declarations declarations_;
     std::vector<Constant> macros_;
+    std::map<std::string, CXCursor> macro_definitions_; ///< of system headers and with parameters too
+    std::map<std::string, bool> balanced_;              ///< by macro, as far as asked for
     std::vector<std::string> headers_;
     std::set<std::string> known_functions_;
 };
 
-// Which macros are integer constants is asked of the compiler: one line each, and those that draw an error
-// are not.
-std::set<std::string> integer_macros(const HeaderSource &source, const std::vector<Constant> &macros)
+// Which macros are integer constants, and which of these fit 32 bits, is asked of the compiler: two lines each,
+// and for those that draw an error the answer is no.
+std::vector<Constant> integer_macros(const HeaderSource &source, const std::vector<Constant> &macros)
 {
     std::string text = including(source);
     auto first = static_cast<unsigned>(std::count(text.begin(), text.end(), '\n')) + 1;
-    for (const Constant &macro : macros)
-        text += "static_assert((" + macro.name + ") == (long long)(" + macro.name + ") || true, \"\");\n";
-    std::set<std::string> names;
-    for (const Constant &macro : macros)
-        names.insert(macro.name);
+    for (const Constant &macro : macros) {
+        const std::string value = "(" + macro.name + ")";
+        text += "static_assert(__is_integral(decltype(" + value + " + 0)) && (" + value + " == " + value +
+                " || true), \"\");\nstatic_assert(" + value + " < 0 ? (long long)" + value +
+                " >= -0x80000000LL : (unsigned long long)" + value + " <= 0xffffffffULL, \"\");\n";
+    }
+    std::set<unsigned> refused;
     TranslationUnit unit(text, source);
-    unit.for_each_error([&](unsigned line, const std::string &) {
-        if (line >= first && line - first < macros.size())
-            names.erase(macros[line - first].name);
-    });
-    return names;
+    unit.for_each_error([&](unsigned line, const std::string &) { refused.insert(line); });
+    std::vector<Constant> integers;
+    for (const Constant &macro : macros) {
+        if (!refused.count(first)) {
+            integers.push_back(macro);
+            integers.back().fits_32_bits = !refused.count(first + 1);
+        }
+        first += 2;
+    }
+    return integers;
 }
 
-// libclang gives all macros before all enumerators; readers of a header expect them as they stand in it.
+// libclang gives all macros before all enumerators; readers of a header expect them as they stand in it. A macro
+// that is defined anew, or like an enumerator, is the same constant.
 std::vector<Constant> in_header_order(std::vector<Constant> constants, const std::vector<std::string> &headers)
 {
     auto place = [&](const Constant &constant) {
@@ -414,6 +508,10 @@ std::vector<Constant> in_header_order(std::vector<Constant> constants, const std
     };
     std::sort(constants.begin(), constants.end(),
               [&](const Constant &a, const Constant &b) { return place(a) < place(b); });
+    std::set<std::string> known;
+    constants.erase(std::remove_if(constants.begin(), constants.end(),
+                                   [&](const Constant &constant) { return !known.insert(constant.name).second; }),
+                    constants.end());
     return constants;
 }
 
@@ -428,10 +526,8 @@ Declarations read_headers(const HeaderSource &source)
         throw std::runtime_error("the headers do not compile:\n" + errors);
     Reader reader(unit);
     Declarations declarations = reader.read();
-    std::set<std::string> integers = integer_macros(source, reader.macros());
-    for (const Constant &macro : reader.macros())
-        if (integers.count(macro.name))
-            declarations.constants.push_back(macro);
+    for (const Constant &macro : integer_macros(source, reader.macros()))
+        declarations.constants.push_back(macro);
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
     return declarations;
 }

@@ -1,5 +1,6 @@
 #include "model.h"
 
+#include "shape.h"
 #include "spelling.h"
 
 #include <algorithm>
@@ -99,6 +100,9 @@ public:
 
 private:
     void error(const std::string &where, const std::string &what) { errors_ += where + ": " + what + "\n"; }
+
+    // As compilers say it: "include/bcm/l2.h:120".
+    static std::string place(const std::string &header, unsigned line) { return header + ":" + std::to_string(line); }
 
     void check_typedefs(const FamilyInterface &family)
     {
@@ -240,10 +244,13 @@ private:
         BoundFunction function{declared.name, source->scope + source->name, source->header, {}, {}, false, false};
         function.of_sdk = declared_in(source->header, family.headers);
         function.raises = std::count(family.raises.begin(), family.raises.end(), declared.name) != 0;
-        function.result = crossing_or_error(source->result, source->header + ": " + source->name);
+        const std::string where = place(source->header, source->line) + ": " + source->name;
+        const size_t known_errors = errors_.size();
+        if (source->is_variadic)
+            error(where, "a variable number of arguments cannot be passed on");
+        function.result = crossing_or_error(source->result, where);
         for (const Parameter &parameter : source->parameters)
-            function.parameters.push_back(
-                {parameter.name, crossing_or_error(parameter.type, source->header + ": " + source->name), Direction::In});
+            function.parameters.push_back({parameter.name, crossing_or_error(parameter.type, where), Direction::In});
         if (BoundParameter *output = departing_parameter(family, family.appended, function)) {
             output->direction = Direction::Out;
             output->crossing = appended_crossing(family, function.name, output->crossing.type);
@@ -255,7 +262,19 @@ private:
             if (full->kind != Type::Kind::Pointer || !is_builtin(full->target, "int"))
                 error(family.file, "'" + function.name + "': only a pointer to int can be in and out");
         }
+        if (errors_.size() == known_errors)
+            check_shape(function, where);
         return function;
+    }
+
+    // Whether calls of this shape can be written.
+    void check_shape(const BoundFunction &function, const std::string &where)
+    {
+        try {
+            shape_of(function);
+        } catch (const std::runtime_error &refusal) {
+            error(where, refusal.what());
+        }
     }
 
     // The parameter of `function` that a section of the interface file names, or null.
@@ -279,13 +298,44 @@ private:
             error(family.file, "the appended output of '" + function + "' is not a pointer");
             return {};
         }
+        // The call keeps 4 bytes for it; a long has more on some hosts.
+        TypePtr full = resolved(type->target);
+        if (is_builtin(full, "long") || is_builtin(full, "unsigned long"))
+            error(family.file, "the appended output of '" + function + "' has no fixed size");
         return crossing_or_error(type->target, family.file);
+    }
+
+    static bool has_32_bits(Conversion conversion)
+    {
+        return conversion == Conversion::Int32 || conversion == Conversion::UInt32;
+    }
+
+    void check_size(const Crossing &crossing, long long size, const std::string &where)
+    {
+        if (has_32_bits(crossing.conversion) && size != 4)
+            error(where, "'" + crossing.text + "' has " + std::to_string(size) + " bytes on this host, and crosses as 4");
+    }
+
+    void check_member(const Member &member, const std::string &where)
+    {
+        if (member.is_bit_field)
+            error(where, "a bit-field has no address");
+        if (member.size < 0)
+            error(where, "an array without bounds has no size");
+        TypePtr type = member.type;
+        while (type->kind == Type::Kind::Pointer || type->kind == Type::Kind::Array)
+            type = type->target;
+        if (type->kind == Type::Kind::Record && type->name.empty())
+            error(where, "its type has no name");
     }
 
     BoundMember bind_member(const Record &record, const Member &member)
     {
         BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
-        bound.crossing = crossing_or_error(member.type, record.header + ": " + record.name + "." + member.name);
+        const std::string where = place(record.header, member.line) + ": " + record.name + "." + member.name;
+        check_member(member, where);
+        bound.crossing = crossing_or_error(member.type, where);
+        check_size(bound.crossing, member.size, where);
         switch (bound.crossing.conversion) {
         case Conversion::Mapped:
             bound.storage = Storage::Mapped;
@@ -313,7 +363,8 @@ private:
 
     BoundRecord bind(const Record &declared)
     {
-        BoundRecord record{declared.name, (declared.has_typedef ? "" : "struct ") + declared.name, {}, {}};
+        const std::string keyword = declared.has_typedef ? "" : declared.is_union ? "union " : "struct ";
+        BoundRecord record{declared.name, keyword + declared.name, {}, {}};
         TypePtr self = Type::pointer_to(Type::record(declared.tag));
         record.self = pointer_crossing(self, Conversion::Pointer, self);
         for (const Member &member : declared.members)
@@ -326,9 +377,20 @@ private:
         auto known = declarations_.typedefs.find(spelling);
         if (known != declarations_.typedefs.end())
             return Type::typedef_of(spelling, known->second);
-        if (!scalar_conversions().count(spelling))
-            error(family.file, "unknown element type '" + spelling + "'");
-        return Type::builtin(spelling);
+        if (scalar_conversions().count(spelling))
+            return Type::builtin(spelling);
+        error(family.file, "unknown element type '" + spelling + "'");
+        return Type::builtin("unsigned char");
+    }
+
+    void check_element(const FamilyInterface &family, const std::string &name, const Crossing &element, bool of_array)
+    {
+        const Conversion conversion = element.conversion;
+        // Arrays are of what the runtime has get_item_<kind>() for.
+        const bool fits = conversion == Conversion::Value || conversion == Conversion::UInt8 ||
+                          conversion == Conversion::UInt32 || (!of_array && !scalar_name(conversion).empty());
+        if (!fits || is_builtin(resolved(element.type), "unsigned long") || is_builtin(resolved(element.type), "long"))
+            error(family.file, "'" + name + "': elements of type '" + element.text + "' cannot be bound");
     }
 
     BoundCell bind(const FamilyInterface &family, const PointerClass &declared)
@@ -338,22 +400,28 @@ private:
         TypePtr self = Type::pointer_to(Type::record(declared.name));
         if (declared.equivalent)
             equivalent_[mangle(resolved(element))] = declared.name;
-        return {declared.name, pointer_crossing(self, Conversion::Pointer, self),
-                crossing_or_error(Type::pointer_to(element), family.file),
-                crossing_or_error(element, family.file)};
+        BoundCell cell{declared.name, pointer_crossing(self, Conversion::Pointer, self),
+                       crossing_or_error(Type::pointer_to(element), family.file),
+                       crossing_or_error(element, family.file)};
+        check_element(family, cell.name, cell.element, false);
+        return cell;
     }
 
     BoundArray bind(const FamilyInterface &family, const ArrayFamily &declared)
     {
         TypePtr element = parse_type(family, declared.element);
-        return {declared.name, crossing_or_error(Type::pointer_to(element), family.file),
-                crossing_or_error(Type::builtin("int"), family.file), crossing_or_error(element, family.file)};
+        BoundArray array{declared.name, crossing_or_error(Type::pointer_to(element), family.file),
+                         crossing_or_error(Type::builtin("int"), family.file), crossing_or_error(element, family.file)};
+        check_element(family, array.name, array.element, true);
+        return array;
     }
 
     BoundVariable bind(const Variable &declared)
     {
         const TypePtr &type = declared.type;
-        BoundVariable variable{declared.name, VariableKind::Scalar, crossing_or_error(type, declared.header)};
+        const std::string where = place(declared.header, declared.line) + ": " + declared.name;
+        BoundVariable variable{declared.name, VariableKind::Scalar, crossing_or_error(type, where)};
+        check_size(variable.crossing, declared.size, where);
         TypePtr full = resolved(type);
         if (type->is_const || full->is_const)
             variable.kind = VariableKind::Constant;
@@ -382,21 +450,32 @@ private:
         headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
         Patterns functions(source.functions), records(source.records), constants(source.constants);
         Patterns variables(source.variables);
-        for (const PointerClass &declared : source.pointer_classes)
+        for (const PointerClass &declared : source.pointer_classes) {
+            claim(source, declared.name);
             family.cells.push_back(bind(source, declared));
-        for (const ArrayFamily &declared : source.arrays)
+        }
+        for (const ArrayFamily &declared : source.arrays) {
+            claim(source, declared.name);
             family.arrays.push_back(bind(source, declared));
+        }
         for (const Record &record : declarations_.records)
-            if (declared_in(record.header, headers) && records.match(record.name))
+            if (declared_in(record.header, headers) && records.match(record.name)) {
+                claim(source, record.name);
                 family.records.push_back(bind(record));
+            }
         for (const Function &function : declarations_.functions) {
-            if (declared_in(function.header, source.headers) && sdk_functions_.insert(function.name).second)
+            if (declared_in(function.header, source.headers) && !function.is_variadic && !function.is_inline &&
+                sdk_functions_.insert(function.name).second)
                 family.sdk_functions.push_back(function);
-            if (declared_in(function.header, headers) && functions.match(function.name))
+            if (declared_in(function.header, headers) && functions.match(function.name)) {
+                claim(source, function.name);
                 family.functions.push_back(bind(source, function));
+            }
         }
         for (const Constant &constant : declarations_.constants)
             if (declared_in(constant.header, headers) && constants.match(constant.name)) {
+                if (!constant.fits_32_bits)
+                    error(place(constant.header, constant.line) + ": " + constant.name, "more than 32 bits");
                 model_.constants.push_back(constant);
                 // An enumerator is a value of its enumeration, which crosses with it.
                 if (!constant.enumeration.empty())
@@ -422,6 +501,14 @@ private:
         for (const std::string &name : source.raises)
             check_departures(source, family, {{name, ""}});
         return family;
+    }
+
+    // A name of Python's has one family.
+    void claim(const FamilyInterface &family, const std::string &name)
+    {
+        auto [owner, is_new] = owners_.emplace(name, &family);
+        if (!is_new && owner->second != &family)
+            error(family.file, "'" + name + "' is bound by " + owner->second->file + " too");
     }
 
     void check_departures(const FamilyInterface &source, const Family &family,
@@ -473,6 +560,7 @@ private:
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
     std::map<std::string, std::string> equivalent_; ///< mangled element type to pointer class
+    std::map<std::string, const FamilyInterface *> owners_;
     std::set<std::string> sdk_functions_; ///< a header may serve several families
     std::string errors_;
 };

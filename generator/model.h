@@ -103,7 +103,7 @@ struct Family {
     std::vector<BoundRecord> records;
     std::vector<BoundCell> cells;
     std::vector<BoundArray> arrays;
-    std::vector<Function> sdk_functions; ///< all functions of the C headers, for the development SDK
+    std::vector<Function> sdk_functions; ///< what the C headers leave to the development SDK to define
     /// Enumerators by the tag of their enumeration, in header order, for the development SDK.
     std::map<std::string, std::vector<std::string>> named_enumerations;
 };

@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 namespace generator {
@@ -36,6 +37,17 @@ protected:
         source.c_headers = {header};
         source.include_directories = {directory_};
         return build_model(read_headers(source), read_interface(directory_));
+    }
+
+    /// What is said of that text, or "".
+    std::string error_of(const std::string &interface)
+    {
+        try {
+            build(interface);
+        } catch (const std::runtime_error &error) {
+            return error.what();
+        }
+        return "";
     }
 
     std::string directory_;

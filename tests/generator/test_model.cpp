@@ -1,8 +1,6 @@
 // From a small header and interface files to the model, through libclang.
 #include "one_family.h"
 
-#include <stdexcept>
-
 namespace generator {
 namespace {
 
@@ -37,16 +35,6 @@ int tiny_port(int unit, tiny_port_t *port, const char *, double scale);
 class ModelTest : public OneFamily {
 protected:
     ModelTest() : OneFamily("tiny", header) {}
-
-    std::string error_of(const std::string &interface)
-    {
-        try {
-            build(interface);
-        } catch (const std::runtime_error &error) {
-            return error.what();
-        }
-        return "";
-    }
 };
 
 constexpr char typemap[] = "[typemaps]\ntiny_mac_t = { header = \"mac.h\", name = \"mac\" }\n";
@@ -134,12 +122,6 @@ TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
     EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_missing' fits nothing"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_walk' departs from the pattern, but is not bound"), std::string::npos) << errors;
-}
-
-TEST_F(ModelTest, InterfaceFilesAreCheckedWithTheirLine)
-{
-    EXPECT_NE(error_of("functions = \"tiny_*\"\n").find("tiny.toml:2: a list is wanted here"), std::string::npos);
-    EXPECT_NE(error_of("\nfunction = []\n").find("tiny.toml:3: unknown section 'function'"), std::string::npos);
 }
 
 }  // namespace

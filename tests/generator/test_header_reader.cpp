@@ -1,0 +1,212 @@
+// What headers of other vendors hold: bound as C means it, or refused at its file and line.
+#include "one_family.h"
+
+#include <algorithm>
+
+namespace generator {
+namespace {
+
+constexpr char header[] = R"(
+#ifndef VENDOR_H
+#define VENDOR_H
+#include <sys/cdefs.h>
+#define VENDOR_BEGIN __BEGIN_DECLS
+#define VENDOR_ENTER { if (1) {
+#define VENDOR_LEAVE } }
+#define VENDOR_ONCE do {
+#define VENDOR_OPEN (1 + VENDOR_BITS(
+#define VENDOR_CLOSE ))
+#define VENDOR_EMPTY
+#define VENDOR_BITS(n) (1 << (n))
+#define VENDOR_ATTRIBUTE __attribute__((aligned(8)))
+#define VENDOR_WORD unsigned int
+#define VENDOR_VERSION "1.2"
+#define VENDOR_SCALE 1.5
+#define VENDOR_NOWHERE ((void *)0)
+#define VENDOR_CALL vendor_plain
+#define VENDOR_GONE 5
+#undef VENDOR_GONE
+#define VENDOR_LOWEST (-2147483647 - 1)
+#define VENDOR_HIGHEST 0xffffffffu
+#define VENDOR_SIZE sizeof(int)
+#define VENDOR_MASK VENDOR_BITS(4) /* of ports */
+#define VENDOR_TWICE 1
+#undef VENDOR_TWICE
+#define VENDOR_TWICE 2
+enum { vendorFirst = -1, vendorSame = 7, vendorAlias = vendorSame, vendorTop = 0x80000000u };
+#define vendorAlias vendorAlias
+#define VENDOR_TOO_WIDE 0x100000000ll
+enum vendor_wide_e { vendorTooWide = 0x7fffffffffffffffll };
+enum vendor_low_e { vendorTooLow = -2147483649ll };
+typedef enum { vendorOff } vendor_mode_t;
+
+typedef unsigned char vendor_mac_t[6], vendor_ip_t[4 /* bytes */];
+struct vendor_ahead_s;
+typedef struct vendor_ahead_s vendor_ahead_t;
+typedef vendor_ahead_t *vendor_handle_t;
+typedef vendor_handle_t vendor_alias_t;
+typedef struct {
+    unsigned short id, rows[2], columns[3][4];
+    enum { vendorUp, vendorDown } state;
+    union {
+        int number;
+        struct { unsigned char low; vendor_ip_t *ip; };
+    };
+    float rates[2];
+    signed char level;
+    const vendor_ahead_t *ahead;
+} vendor_record_t;
+union vendor_bare_u { int number; unsigned char bytes[4]; };
+
+typedef struct vendor_refused_s {
+    unsigned int ready : 1;
+    unsigned int : 0;
+    struct { int x; } place[2];
+    union { int y; } *other;
+    float rate;
+    volatile int busy;
+    unsigned char data[];
+} vendor_refused_t;
+typedef struct vendor_long_s {
+    unsigned long counter;
+} vendor_long_t;
+
+int vendor_plain(int unit, vendor_alias_t handle, const vendor_record_t *record, const char *const *names);
+int vendor_plain(int, vendor_alias_t, const vendor_record_t *, const char *const *);
+extern "C" {
+extern int vendor_level;
+long vendor_long(long a, unsigned long b, signed char c, vendor_mode_t mode, vendor_mode_t *result);
+}
+static inline int vendor_inline(int a) { return 2 * a; }
+static int vendor_static(void) { return 1; }
+int vendor_print(const char *format, ...);
+int vendor_share(float share, long long total);
+vendor_mode_t (*vendor_choose(int unit))(int);
+int vendor_count(int unit, unsigned short *count, unsigned long *total);
+#ifdef __cplusplus
+namespace vendor { struct Place { int row; }; int find(int row, Place &place); }
+#endif
+#endif
+)";
+
+class HeaderReaderTest : public OneFamily {
+protected:
+    HeaderReaderTest() : OneFamily("vendor", header) {}
+
+    // "vendor.h:12: ", the place of the first line with that text, as messages begin.
+    std::string place(const std::string &text) const
+    {
+        const std::string before = std::string(header).substr(0, std::string(header).find(text));
+        return directory_ + "/vendor.h:" + std::to_string(std::count(before.begin(), before.end(), '\n') + 1) + ": ";
+    }
+
+    void expect_errors(const std::string &interface, const std::vector<std::string> &wanted)
+    {
+        std::string errors = error_of(interface);
+        for (const std::string &error : wanted)
+            EXPECT_NE(errors.find(error + "\n"), std::string::npos) << error << "\nis not among\n" << errors;
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), static_cast<long>(wanted.size())) << errors;
+    }
+};
+
+TEST_F(HeaderReaderTest, ConstantsAreAllIntegersAndNothingElse)
+{
+    // However many there are that are none, and whatever they open or close.
+    Model model = build("constants = [\"VENDOR_*\", \"vendor*\", \"!*TOO_*\", \"!vendorToo*\"]\n");
+    std::vector<std::string> names;
+    for (const Constant &constant : model.constants)
+        names.push_back(constant.name);
+    EXPECT_EQ(names, (std::vector<std::string>{"VENDOR_LOWEST", "VENDOR_HIGHEST", "VENDOR_SIZE", "VENDOR_MASK",
+                                               "VENDOR_TWICE", "vendorFirst", "vendorSame", "vendorAlias", "vendorTop",
+                                               "vendorOff"}));
+    expect_errors("constants = [\"*\"]\n",
+                  {place("define VENDOR_TOO_WIDE") + "VENDOR_TOO_WIDE: more than 32 bits",
+                   place("vendorTooWide") + "vendorTooWide: more than 32 bits",
+                   place("vendorTooLow") + "vendorTooLow: more than 32 bits"});
+}
+
+TEST_F(HeaderReaderTest, ManyMacrosThatAreNoIntegersHideNone)
+{
+    std::string text = "#define MANY_FIRST 1\n";
+    for (int i = 0; i < 300; ++i)
+        text += "#define MANY_TEXT_" + std::to_string(i) + " \"text\"\n";
+    write_if_changed(directory_ + "/vendor.h", text + "#define MANY_LAST 2\n");
+    EXPECT_EQ(build("constants = [\"MANY_*\"]\n").constants.size(), 2u);
+}
+
+TEST_F(HeaderReaderTest, MembersHaveTheirOwnBoundsAndTypes)
+{
+    Model model = build("records = [\"vendor_record_t\", \"vendor_bare_u\"]\n");
+    std::vector<std::string> members;
+    for (const BoundMember &member : model.families[0].records.at(0).members)
+        members.push_back(member.declared + " " + member.name + " " + member.crossing.descriptor);
+    EXPECT_EQ(members, (std::vector<std::string>{
+                           "unsigned short id ", "unsigned short [2] rows _p_unsigned_short",
+                           "unsigned short [3][4] columns _p_a_4__unsigned_short", "int state ", "int number ",
+                           "unsigned char low ", "vendor_ip_t * ip _p_a_4__unsigned_char", "float [2] rates _p_float",
+                           "signed char level ", "vendor_ahead_t const * ahead _p_vendor_ahead_s"}));
+    EXPECT_EQ(model.families[0].records.at(1).c_name, "union vendor_bare_u");
+}
+
+TEST_F(HeaderReaderTest, FunctionsAreBoundOnceWhereverTheyStand)
+{
+    Model model = build("functions = [\"vendor_plain\", \"vendor_long\", \"vendor_inline\", \"vendor_static\", \"find\"]\n"
+                        "variables = [\"vendor_level\"]\n");
+    std::vector<std::string> functions;
+    for (const BoundFunction &function : model.families[0].functions) {
+        std::string text = function.result.text + " " + function.callee;
+        for (const BoundParameter &parameter : function.parameters)
+            text += ", " + parameter.crossing.text + " " + parameter.crossing.descriptor;
+        functions.push_back(text);
+    }
+    EXPECT_EQ(functions,
+              (std::vector<std::string>{
+                  "int vendor_plain, int , vendor_alias_t _p_vendor_ahead_s, vendor_record_t const * _p_vendor_record_t, "
+                  "char const *const * _p_p_char",
+                  "long vendor_long, long , unsigned long , signed char , vendor_mode_t , vendor_mode_t * _p_vendor_mode_t",
+                  "int vendor_inline, int ", "int vendor_static", "int vendor::find, int , vendor::Place & _p_vendor__Place"}));
+    EXPECT_EQ(model.variables.size(), 1u);
+    // The development SDK defines neither what the header does, nor what it could not pass on.
+    std::vector<std::string> defined;
+    for (const Function &function : model.families[0].sdk_functions)
+        defined.push_back(function.name);
+    EXPECT_EQ(defined, (std::vector<std::string>{"vendor_plain", "vendor_long", "vendor_share", "vendor_choose",
+                                                 "vendor_count", "find"}));
+}
+
+TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
+{
+    const std::string member = "vendor_refused_t.";
+    std::vector<std::string> errors = {
+        place("ready : 1") + member + "ready: a bit-field has no address",
+        place("place[2]") + member + "place: its type has no name",
+        place("*other") + member + "other: its type has no name",
+        place("float rate;") + member + "rate: no conversion for a value of type 'float'",
+        place("volatile") + member + "busy: no conversion for a value of type 'volatile int'",
+        place("data[]") + member + "data: an array without bounds has no size",
+        place("int vendor_print") + "vendor_print: a variable number of arguments cannot be passed on",
+        place("int vendor_share") + "vendor_share: no conversion for a value of type 'float'",
+        place("int vendor_share") + "vendor_share: no conversion for a value of type 'long long'",
+        place("vendor_choose") + "vendor_choose: no result of type 'vendor_mode_t (*)(int)' can be bound",
+        place("int vendor_count") + "vendor_count: no output of type 'unsigned short' can be appended",
+    };
+    if (sizeof(long) != 4)
+        errors.push_back(place("unsigned long counter") +
+                         "vendor_long_t.counter: 'unsigned long' has 8 bytes on this host, and crosses as 4");
+    expect_errors("functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\n[appended]\nvendor_count = \"count\"\n", errors);
+    expect_errors("functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"total\"\n",
+                  {directory_ + "/vendor.toml: the appended output of 'vendor_count' has no fixed size"});
+    expect_errors("records = [\"Place\"]\n", {directory_ + "/vendor.toml: 'Place' fits nothing that its headers declare"});
+}
+
+TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
+{
+    write_if_changed(directory_ + "/vendor.h", "int vendor_a(vendor_gone_t *gone);\n#include \"vendor_gone.h\"\nint vendor_b(;\n");
+    std::string errors = error_of("functions = [\"*\"]\n");
+    for (const char *error : {"vendor.h:1:14: error: unknown type name 'vendor_gone_t'", "'vendor_gone.h' file not found",
+                              "vendor.h:3:14: error: expected"})
+        EXPECT_NE(errors.find(error), std::string::npos) << errors;
+}
+
+}  // namespace
+}  // namespace generator
