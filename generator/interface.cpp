@@ -1,5 +1,7 @@
 #include "interface.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <stdexcept>
 
 #define TOML_HEADER_ONLY 1
@@ -12,6 +14,12 @@ namespace {
 [[noreturn]] void fail(const std::string &file, const toml::node &node, const std::string &what)
 {
     throw std::runtime_error(file + ":" + std::to_string(node.source().begin.line) + ": " + what);
+}
+
+// No TOML, or no file to read it from.
+std::string described(const toml::parse_error &error, const std::string &file)
+{
+    return file + ":" + std::to_string(error.source().begin.line) + ": " + std::string(error.description());
 }
 
 std::string text_of(const std::string &file, const toml::node &node)
@@ -29,11 +37,21 @@ public:
         family_.file = directory + "/" + name + ".toml";
     }
 
-    FamilyInterface read()
+    /// Adds a line to `errors` for each section that is wrong.
+    FamilyInterface read(std::string &errors)
     {
-        toml::table table = toml::parse_file(family_.file);
-        for (auto &&[key, node] : table)
-            read_section(std::string(key.str()), node);
+        try {
+            toml::table table = toml::parse_file(family_.file);
+            for (auto &&[key, node] : table) {
+                try {
+                    read_section(std::string(key.str()), node);
+                } catch (const std::runtime_error &error) {
+                    errors += error.what() + std::string("\n");
+                }
+            }
+        } catch (const toml::parse_error &error) {
+            errors += described(error, family_.file) + "\n";
+        }
         return std::move(family_);
     }
 
@@ -120,19 +138,32 @@ private:
         return text_of(family_.file, *node);
     }
 
-    void read_typemaps(const toml::node &node)
+    // The table of one entry, which has no other keys than these.
+    const toml::table &entry(const toml::node &node, std::initializer_list<const char *> keys)
     {
         for (auto &&[key, value] : table(node))
-            family_.typemaps[std::string(key.str())] = {field(table(value), "header"),
-                                                        field(table(value), "name")};
+            if (std::count(keys.begin(), keys.end(), key.str()) == 0)
+                fail(family_.file, value, "unknown key '" + std::string(key.str()) + "'");
+        return *node.as_table();
+    }
+
+    void read_typemaps(const toml::node &node)
+    {
+        for (auto &&[key, value] : table(node)) {
+            const toml::table &typemap = entry(value, {"header", "name"});
+            family_.typemaps[std::string(key.str())] = {field(typemap, "header"), field(typemap, "name")};
+        }
     }
 
     void read_pointer_classes(const toml::node &node)
     {
         for (auto &&[key, value] : table(node)) {
-            const toml::table &entry = table(value);
-            bool equivalent = entry["equivalent"].value_or(false);
-            family_.pointer_classes.push_back({std::string(key.str()), field(entry, "element"), equivalent});
+            const toml::table &declared = entry(value, {"element", "equivalent"});
+            const toml::node *equivalent = declared.get("equivalent");
+            if (equivalent && !equivalent->is_boolean())
+                fail(family_.file, *equivalent, "true or false is wanted here");
+            family_.pointer_classes.push_back({std::string(key.str()), field(declared, "element"),
+                                               equivalent && **equivalent->as_boolean()});
         }
     }
 
@@ -143,21 +174,30 @@ private:
 
 std::vector<FamilyInterface> read_interface(const std::string &directory)
 {
-    std::string file = directory + "/binding.toml";
+    std::string file = directory + "/binding.toml", errors;
+    toml::table binding;
     try {
-        toml::table binding = toml::parse_file(file);
-        const toml::array *names = binding["families"].as_array();
-        if (!names)
-            throw std::runtime_error(file + ": 'families' is missing");
-        std::vector<FamilyInterface> families;
-        for (const toml::node &name : *names)
-            families.push_back(FamilyReader(directory, text_of(file, name)).read());
-        return families;
+        binding = toml::parse_file(file);
     } catch (const toml::parse_error &error) {
-        std::string where = error.source().path ? *error.source().path : file;
-        throw std::runtime_error(where + ":" + std::to_string(error.source().begin.line) + ": " +
-                                 std::string(error.description()));
+        throw std::runtime_error(described(error, file));
     }
+    for (auto &&[key, node] : binding)
+        if (key.str() != "families")
+            fail(file, node, "unknown key '" + std::string(key.str()) + "'");
+    const toml::array *names = binding["families"].as_array();
+    if (!names)
+        throw std::runtime_error(file + ": the list 'families' is missing");
+    std::vector<FamilyInterface> families;
+    for (const toml::node &node : *names) {
+        const std::string name = text_of(file, node);
+        for (const FamilyInterface &other : families)
+            if (other.name == name)
+                fail(file, node, "the family '" + name + "' is listed twice");
+        families.push_back(FamilyReader(directory, name).read(errors));
+    }
+    if (!errors.empty())
+        throw std::runtime_error(errors);
+    return families;
 }
 
 }  // namespace generator

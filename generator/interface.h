@@ -22,7 +22,7 @@
 //                          the one that makes it replace what the id has; none, if there are no such flags
 //   [key_checks]           typedefs that are checked where they are keys: function of sdk/src/rules.h
 //   [text]                 spellings that a declaration cannot give, by typedef name
-// An entry that fits no declaration is an error.
+// An entry that fits no declaration is an error, and so is a key that is none of these.
 #pragma once
 
 #include <map>
@@ -68,7 +68,8 @@ struct FamilyInterface {
     std::map<std::string, std::string> key_checks;    ///< typedef to function
 };
 
-/// Reads binding.toml and the family files beside it. Throws std::runtime_error naming file and line.
+/// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that
+/// is wrong, naming file and line.
 std::vector<FamilyInterface> read_interface(const std::string &directory);
 
 }  // namespace generator
