@@ -28,8 +28,10 @@ void write_if_changed(const std::string &path, const std::string &text)
         if (!file.flush())
             throw std::runtime_error("cannot write " + temporary);
     }
-    if (std::rename(temporary.c_str(), path.c_str()) != 0)
+    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
+        std::remove(temporary.c_str());
         throw std::runtime_error("cannot write " + path);
+    }
 }
 
 std::string banner(const std::string &subject, const std::string &inputs)

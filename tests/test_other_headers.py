@@ -7,6 +7,42 @@ import unittest
 
 GENERATE = os.environ['QUOREL_GENERATE'].split('|')
 HEADERS = os.environ['QUOREL_SDK_INCLUDE']
+SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+
+# What is not in the SDK's own headers, and can be bound.
+VENDOR = '''
+#pragma once
+#define VENDOR_BEGIN {
+#define VENDOR_END }
+#define VENDOR_SCALE 0.5
+#define VENDOR_LOWEST (-2147483647 - 1)
+#define VENDOR_BIT(n) (1u << (n))
+#define VENDOR_TOP_BIT VENDOR_BIT(31)
+enum { vendorNone = -1, vendorFirst = 7, vendorAlias = vendorFirst };
+#define vendorAlias vendorAlias
+typedef unsigned char vendor_mac_t[6], vendor_ip_t[4];
+struct vendor_ahead_s;
+typedef struct vendor_ahead_s vendor_ahead_t;
+typedef vendor_ahead_t *vendor_handle_t;
+typedef int (*vendor_walk_cb)(const vendor_ahead_t *ahead, void *user_data);
+union vendor_word_u { unsigned int word; unsigned char bytes[4]; };
+typedef struct {
+    signed char level, levels[3];
+    enum { vendorDown, vendorUp } state;
+    union { int number; struct { unsigned char low; vendor_ip_t *ip; }; };
+    union vendor_word_u word;
+    float rates[2][4];
+    const char *name;
+    vendor_walk_cb walk;
+    vendor_handle_t ahead;
+} vendor_record_t;
+extern const int vendor_limit;
+long vendor_open(long a, unsigned long b, signed char c, vendor_handle_t handle, const vendor_record_t *record);
+const vendor_record_t *vendor_walk(const char *const *names, vendor_walk_cb walk, const void *user_data);
+vendor_record_t vendor_last(const vendor_mac_t mac, vendor_record_t by_value);
+int vendor_names(char names[4][16], int rows[][3], void (*done)(int), vendor_record_t **records);
+static inline int vendor_twice(int a) { return 2 * a; }
+'''
 
 
 class OtherHeaders(unittest.TestCase):
@@ -28,10 +64,8 @@ class OtherHeaders(unittest.TestCase):
         output = os.path.join(self.directory, name)
         if not os.path.isdir(output):
             os.mkdir(output)
-        command = [self.headers if word == HEADERS else word for word in GENERATE] + ['--output', output]
-        process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-        log, _ = process.communicate()
-        return process.returncode, log, output
+        status, log = run(command_for({HEADERS: self.headers}) + ['--output', output])
+        return status, log, output
 
     def binding(self, output):
         with open(os.path.join(output, 'binding.tsv')) as file:
@@ -40,6 +74,11 @@ class OtherHeaders(unittest.TestCase):
     def test_the_binding_follows_the_headers(self):
         status, log, output = self.generate('as_it_is')
         self.assertEqual((status, log), (0, ''))
+        # Wherever the headers are: the same as the build's own.
+        built = os.path.dirname(os.environ['QUOREL_BINDING'])
+        for name in os.listdir(output):
+            with open(os.path.join(output, name)) as ours, open(os.path.join(built, name)) as theirs:
+                self.assertTrue(ours.read() == theirs.read(), name)
         times = dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in os.listdir(output))
         before = self.binding(output)
         self.assertEqual(self.generate('as_it_is')[0], 0)
@@ -68,6 +107,76 @@ class OtherHeaders(unittest.TestCase):
         status, log, output = self.generate('wrong')
         self.assertEqual((status, os.listdir(output)), (1, []))
         self.assertIn("no conversion for a value of type 'double'", log)
+
+
+def run(command):
+    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    log = process.communicate()[0]
+    return process.returncode, log
+
+
+def command_for(replaced):
+    """The command with which the build generates, some of its words replaced."""
+    return [replaced.get(word, word) for word in GENERATE]
+
+
+def values_of(option):
+    return [value for name, value in zip(GENERATE, GENERATE[1:]) if name == option]
+
+
+class VendorHeaders(unittest.TestCase):
+    """What is generated of them has to compile."""
+
+    def setUp(self):
+        self.directory = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, self.directory)
+        self.write('vendor.h', VENDOR)
+        self.write('binding.toml', 'families = ["vendor"]')
+        self.write('vendor.toml', 'headers = ["vendor.h"]\nfunctions = ["*"]\nrecords = ["*"]\nconstants = ["*"]\n'
+                                  'variables = ["*"]\n')
+
+    def write(self, name, text):
+        with open(os.path.join(self.directory, name), 'w') as file:
+            file.write(text)
+
+    def generate(self):
+        return run(command_for({HEADERS: self.directory, values_of('--interface')[0]: self.directory}) +
+                   ['--output', self.directory])
+
+    def test_the_bindings_compile(self):
+        self.assertEqual(self.generate(), (0, ''))
+        names = ('records_vendor', 'calls_vendor', 'shapes', 'variables', 'tables', 'constants')
+        self.write('all.cpp', ''.join('#include "%s.cpp"\n' % name for name in names))
+        for source, language in (('all.cpp', '-std=gnu++17'), ('layout.c', '-xc')):
+            command = [os.environ.get('CXX', 'c++'), language, '-fsyntax-only', '-w', '-I', self.directory, '-I', SOURCES]
+            command += values_of('--flag') + ['-isystem' + path for path in values_of('--system-include')]
+            self.assertEqual(run(command + [os.path.join(self.directory, source)]), (0, ''))
+
+    def test_where_nothing_can_be_written(self):
+        self.assertEqual(self.generate(), (0, ''))
+        taken = os.path.join(self.directory, 'shapes.h')
+        os.remove(taken)
+        os.mkdir(taken)
+        self.assertEqual(self.generate(), (1, 'generate: cannot write %s\n' % taken))
+        self.assertFalse(os.path.exists(taken + '.new'))
+        command = command_for({HEADERS: self.directory, values_of('--interface')[0]: self.directory})
+        for output in (os.path.join(self.directory, 'none'), os.path.join(self.directory, 'vendor.h')):
+            self.assertEqual(run(command + ['--output', output])[0], 1)
+        for words in ([], ['--output'], ['--outputs', 'x', '--output', 'x']):
+            status, log = run(command + words)
+            self.assertEqual((status, log[:15]), (2, 'usage: generate'))
+
+    def test_faults_of_both_sides_leave_what_was_there(self):
+        self.assertEqual(self.generate(), (0, ''))
+        before = os.listdir(self.directory)
+        self.write('vendor.h', 'int vendor_log(const char *, ...);\nstruct vendor_bits_s { int bit : 1; };\n')
+        self.write('vendor.toml', 'headers = ["vendor.h"]\nfunctions = ["*"]\nrecords = ["*", "vendor_gone_t"]\n')
+        status, log = self.generate()
+        self.assertEqual(status, 1)
+        for text in ('vendor.h:2: vendor_bits_s.bit: a bit-field', 'vendor.h:1: vendor_log: a variable number',
+                     "vendor.toml: 'vendor_gone_t' fits"):
+            self.assertIn(text, log)
+        self.assertEqual(os.listdir(self.directory), before)
 
 
 if __name__ == '__main__':
