@@ -1,7 +1,10 @@
 """Bringing chips up by a port map, SOC properties, and what protects memories."""
+import contextlib
 import ctypes
 import os
+import resource
 import shutil
+import signal
 import stat
 import tempfile
 import unittest
@@ -31,6 +34,17 @@ def wiring(**members):
     for name, value in dict(dict(speed=25000), **members).items():
         setattr(record, name, value)
     return record
+
+
+@contextlib.contextmanager
+def limit(which, number):
+    """What the process may use up."""
+    before = resource.getrlimit(which)
+    resource.setrlimit(which, (number, before[1]))
+    try:
+        yield
+    finally:
+        resource.setrlimit(which, before)
 
 
 class BringUpTest(PlatformTest):
@@ -155,8 +169,31 @@ class Properties(BringUpTest):
         for line in ('no property', '=1', 'na me=1', 'n' * 200 + '=1', 'hook_b=' + 'v' * 5000, 'hook_b=1\0'):
             self.assertIn('error: ', self.load('hook_a=2\nhook_b=2\nhook_a=4\n%s\n' % line), line)
             self.assertEqual(self.properties('hook_a', 'hook_b'), ['1', None], line)
-        for path in ('', self.directory, os.path.join(self.directory, 'none'), '/dev/zero'):
-            self.assertIn('cannot be read', printed(q.QuorelApiSetSocProperties, path)[1])
+        pipe, loop = os.path.join(self.directory, 'pipe'), os.path.join(self.directory, 'loop')
+        os.mkfifo(pipe)
+        os.symlink(loop, loop)
+        gone = os.path.join(self.directory, 'properties', 'in a file')
+        # The last can be opened, and is a regular file, but no read of it succeeds.
+        for path in ('', self.directory, os.path.join(self.directory, 'none'), '/dev/zero', pipe, loop, gone,
+                     'n' * 300, '/proc/self/mem'):
+            self.assertIn('cannot be read', printed(q.QuorelApiSetSocProperties, path)[1], path)
+        self.assertEqual(self.properties('hook_a', 'hook_b'), ['1', None])
+        with limit(resource.RLIMIT_NOFILE, 3):
+            text = printed(q.QuorelApiSetSocProperties, os.path.join(self.directory, 'properties'))[1]
+        self.assertIn('cannot be read', text)
+
+    def test_every_beginning_of_a_file_is_all_or_nothing(self):
+        self.keep_property('hook_a', 'hook_b')
+        text = 'hook_a=12\nhook_b=34\n'
+        for size in range(len(text) + 1):
+            library.sal_config_set('hook_a', None)
+            library.sal_config_set('hook_b', None)
+            said = self.load(text[:size])
+            lines = text[:size].splitlines()
+            refused = any('=' not in line for line in lines)
+            self.assertEqual('not a property' in said, refused, size)
+            values = [] if refused else [line.split('=')[1] for line in lines]
+            self.assertEqual(self.properties('hook_a', 'hook_b'), (values + [None] * 2)[:2], size)
 
     def test_the_newer_algorithm(self):
         name = 'fqp_pqp_new_algo_enable'
@@ -209,6 +246,42 @@ class Protection(BringUpTest):
         self.assertGreater(os.path.getsize(path), 1000)
         self.assertEqual(stat.S_IMODE(os.stat(path).st_mode), 0o640)
         self.assertEqual(sorted(os.listdir(self.directory)), ['link', 'memories'])
+
+    def test_what_fails_on_the_way_leaves_the_old_file(self):
+        path = os.path.join(self.directory, 'memories')
+        with open(path, 'w') as output:
+            output.write('as it was')
+        before = signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        self.addCleanup(signal.signal, signal.SIGXFSZ, before)
+        # The disk fills up; there are too many files open; somebody has a file where the new one would grow.
+        with limit(resource.RLIMIT_FSIZE, 1000):
+            self.assertStatus(q.BCM_E_FAIL, self.write(path))
+        with limit(resource.RLIMIT_NOFILE, 3):
+            self.assertStatus(q.BCM_E_FAIL, self.write(path))
+        self.assertEqual(os.listdir(self.directory), ['memories'])
+        others = '%s.%d.tmp' % (path, os.getpid())
+        os.mkdir(others)
+        self.assertStatus(q.BCM_E_FAIL, self.write(path))
+        os.rmdir(others)
+        with open(path) as unchanged:
+            self.assertEqual(unchanged.read(), 'as it was')
+        self.done(self.write(path))
+
+    def test_names_that_lead_elsewhere(self):
+        pipe, loop, link = [os.path.join(self.directory, name) for name in ('pipe', 'loop', 'link')]
+        os.mkfifo(pipe)
+        os.symlink(loop, loop)
+        for path in (pipe, loop):
+            self.assertStatus(q.BCM_E_FAIL, self.write(path))
+        os.symlink('not yet there', link)
+        self.done(self.write(link))
+        self.assertTrue(os.path.islink(link))
+        self.assertGreater(os.path.getsize(os.path.join(self.directory, 'not yet there')), 1000)
+        self.assertEqual(sorted(os.listdir(self.directory)), ['link', 'loop', 'not yet there', 'pipe'])
+        # As long as names can be.
+        longest = os.path.join(self.directory, 'n' * 255)
+        self.done(self.write(longest))
+        self.assertGreater(os.path.getsize(longest), 1000)
 
 
 if __name__ == '__main__':

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -15,11 +15,28 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// Where a path leads to through links, so that it is not the link that is replaced.
-std::string target(char const *path)
+constexpr int links_max = 40;
+constexpr std::size_t name_max = 200;
+
+/// Where a path leads to through links, there yet or not, so that it is not the link that is replaced. Empty: in
+/// a circle.
+std::string target(std::string path)
 {
-    std::unique_ptr<char, void (*)(void *)> resolved(::realpath(path, nullptr), std::free);
-    return resolved ? resolved.get() : path;
+    for (int links = 0; links < links_max; ++links) {
+        char text[PATH_MAX];
+        ssize_t const size = ::readlink(path.c_str(), text, sizeof text);
+        if (size <= 0)
+            return path;
+        std::string const to(text, static_cast<std::size_t>(size));
+        path = to[0] == '/' ? to : path.substr(0, path.rfind('/') + 1) + to;
+    }
+    return "";
+}
+
+/// A name in the same folder that is no longer than names can be.
+std::string besideOf(std::string const &path)
+{
+    return path.substr(0, path.rfind('/') + 1 + name_max) + "." + std::to_string(::getpid()) + ".tmp";
 }
 
 bool isRegular(int descriptor)
@@ -64,10 +81,10 @@ bool readWholeFile(char const *path, std::string *text)
 bool writeWholeFile(char const *path, std::string const &text)
 {
     std::string const wanted = target(path);
-    std::string const beside = wanted + "." + std::to_string(::getpid()) + ".tmp";
+    std::string const beside = besideOf(wanted);
     struct stat old;
     bool const exists = ::stat(wanted.c_str(), &old) == 0;
-    if (exists && !S_ISREG(old.st_mode))
+    if (wanted.empty() || (exists && !S_ISREG(old.st_mode)))
         return false;
     int const descriptor = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0)
