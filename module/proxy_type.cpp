@@ -38,9 +38,11 @@ int construct(PyObject *object, PyObject *args, PyObject *keywords)
     static PyObject *const name = PyString_InternFromString("_constructor");
     Owned constructor = Owned::share(name ? _PyType_Lookup(Py_TYPE(object), name) : nullptr);
     PyObject **dictionary = _PyObject_GetDictPtr(object);
-    if (!constructor || !dictionary || keywords) {
+    // A call with ** of an empty dictionary has none.
+    const bool has_keywords = keywords && PyDict_Size(keywords) != 0;
+    if (!constructor || !dictionary || has_keywords) {
         PyErr_Format(PyExc_TypeError,
-                     keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
+                     has_keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
                      Py_TYPE(object)->tp_name);
         return -1;
     }

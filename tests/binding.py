@@ -149,6 +149,13 @@ def error_of(call, *args):
     return None
 
 
+def wrong_counts(name, count):
+    """[(what a function of the module raises, what it should)] with one argument less and one more than it takes."""
+    return [(error_of(getattr(q, name), *[None] * given),
+             (TypeError, '%s expected %d arguments, got %d' % (name, count, given)))
+            for given in (count - 1, count + 1) if given >= 0]
+
+
 def wrong_values(argument):
     """[(value, exception, text or None for "in method ...")]: what an argument must refuse."""
     if argument.kind in INTEGERS:

@@ -3,7 +3,7 @@ import ctypes
 import unittest
 
 import QuorelApiNew as q
-from binding import error_of
+from binding import error_of, wrong_counts
 
 
 class Cells(unittest.TestCase):
@@ -56,6 +56,36 @@ class Cells(unittest.TestCase):
         self.assertEqual(error_of(q.delete_intp, q.uintp()),
                          (TypeError, "in method 'delete_intp', argument 1 of type 'intp *'"))
         self.assertEqual(error_of(q.new_intp, 1), (TypeError, 'new_intp expected 0 arguments, got 1'))
+
+    def test_cells_of_records_hold_copies(self):
+        cell, record = q.appl_dcmn_init_param_tp(), q.appl_dcmn_init_param_t()
+        record.base_modid = 7
+        cell.assign(record)
+        record.base_modid = 8
+        copy = cell.value()
+        self.assertIs(type(copy), q.appl_dcmn_init_param_t)
+        self.assertTrue(copy.thisown)
+        copy.base_modid += 1
+        self.assertEqual((copy.base_modid, cell.value().base_modid), (8, 7))
+        cell.cast().base_modid = 9
+        self.assertEqual(cell.value().base_modid, 9)
+        where = "in method 'appl_dcmn_init_param_tp_assign', argument 2 of type 'appl_dcmn_init_param_t'"
+        self.assertEqual(error_of(cell.assign, None), (ValueError, 'invalid null reference ' + where))
+        self.assertEqual(error_of(cell.assign, q.intp()), (TypeError, where))
+        self.assertEqual(cell.value().base_modid, 9)
+        del cell
+        self.assertEqual(copy.base_modid, 8)
+
+    def test_numbers_of_arguments(self):
+        cell = [('new_', '', 0), ('delete_', '', 1), ('', '_assign', 2), ('', '_value', 1), ('', '_cast', 1),
+                ('', '_frompointer', 1), ('', '_swigregister', 1)]
+        array = [('new_', '', 1), ('delete_', '', 1), ('', '_getitem', 2), ('', '_setitem', 3)]
+        for names, methods in ((('intp', 'uint64p', 'appl_dcmn_init_param_tp'), cell),
+                               (('uint8Array', 'entrydata', 'trunkMember'), array)):
+            for name in names:
+                for before, after, count in methods:
+                    for error, expected in wrong_counts(before + name + after, count):
+                        self.assertEqual(error, expected)
 
     def test_docstrings(self):
         docs = ['new_intp() -> intp', 'delete_intp(self)', 'intp_assign(self, value)', 'intp_value(self) -> int',

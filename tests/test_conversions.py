@@ -1,9 +1,11 @@
 """What arguments accept and what results are, where it is more than the sweeps can see."""
+import struct
 import unittest
 
 import QuorelApiNew as q
 from binding import error_of
 from recording import recording
+from type_table import pointer_of_type, retyped
 
 
 class Integers(unittest.TestCase):
@@ -104,6 +106,13 @@ class Calls(unittest.TestCase):
             q.bcm_l2_key_dump(99, text, None, text)
         _, arguments = calls()[0]
         self.assertEqual(arguments[1], arguments[3])
+        # What points to characters is as good.
+        pointer = pointer_of_type('_p_char', 16)
+        with recording() as calls:
+            q.bcm_l2_key_dump(99, pointer, None, text)
+        self.assertEqual(calls()[0][1][3], arguments[3])
+        self.assertEqual(calls()[0][1][1], struct.pack('P', int(pointer)))
+        q.delete_uint8Array(retyped(pointer, '_p_unsigned_char'))
 
 
 class AppendedOutputs(unittest.TestCase):

@@ -265,6 +265,50 @@ print type(q.new_bcm_l2_addr_t()).__name__
 ''')
         self.assertEqual(text.splitlines(), ["True ['this'] True 0"] * 2 + ['SwigPyObject'])
 
+    def test_classes_that_cannot_hold_a_result_fail_and_leave_the_module_usable(self):
+        text = output_of('''
+import _QuorelApiNew as q
+class Slots(object):
+    __slots__ = ('this',)
+    __swig_destroy__ = q.delete_bcm_l2_addr_t
+class NoThis(object):
+    __slots__ = ()
+class Failing(object):
+    def __new__(cls):
+        raise KeyError('no instance')
+class Wanting(object):
+    def __new__(cls, more):
+        return object.__new__(cls)
+class Nothing(object):
+    def __new__(cls):
+        return None
+class Old:
+    pass
+def get():
+    return q.bcm_l2_addr_get(0, '02:00:00:00:00:01', 1)[1]
+for cls in (NoThis, Failing, Wanting, Nothing, Old(), 5, len):
+    q.bcm_l2_addr_t_swigregister(cls)
+    try:
+        print get()
+    except Exception, error:
+        print type(error).__name__
+q.bcm_l2_addr_t_swigregister(Slots)
+found = get()
+print type(found).__name__, found.this.own(), q.bcm_l2_addr_t_vid_get(found)
+''')
+        lines = [line for line in text.splitlines() if 'memory leak' not in line]
+        self.assertEqual(lines, ['AttributeError', 'KeyError', 'TypeError', 'AttributeError', 'SystemError', 'TypeError',
+                                 'TypeError', 'Slots True 0'])
+
+    def test_records_are_constructed_without_keywords(self):
+        # None at all are no keywords.
+        self.assertEqual(q.bcm_l2_addr_t(*(), **{}).vid, 0)
+        self.assertEqual(error_of(lambda: q.bcm_l2_addr_t(vid=1)),
+                         (TypeError, 'bcm_l2_addr_t() takes no keyword arguments'))
+        self.assertEqual(error_of(q.bcm_l2_addr_t, 1), (TypeError, 'new_bcm_l2_addr_t expected 0 arguments, got 1'))
+        base = q.bcm_l2_addr_t.__bases__[0]
+        self.assertEqual(error_of(base), (TypeError, "cannot create '%s' instances" % base.__name__))
+
     def test_the_instance_method_hook_is_inert(self):
         self.assertEqual(error_of(q.SWIG_PyInstanceMethod_New, 5)[0], SystemError)
 

@@ -132,6 +132,16 @@ class SweepMembers(unittest.TestCase):
             length = self.places[member.record, member.name][1]
             self.assertIsNone(member.set(None, self.values(member, length)[0]))
 
+    def test_numbers_of_arguments(self):
+        functions = set()
+        for member in self.members:
+            prefix = '%s_%s_' % (member.record, member.name)
+            functions.update([(prefix + 'get', 1), (prefix + 'set', 2), ('new_' + member.record, 0),
+                              ('delete_' + member.record, 1), (member.record + '_swigregister', 1)])
+        for name, count in functions:
+            for error, expected in binding.wrong_counts(name, count):
+                self.assertEqual(error, expected)
+
     def test_records_are_complete(self):
         bound = collections.defaultdict(list)
         for member in self.members:
