@@ -1,5 +1,6 @@
 /// Trunks: their settings and members. No packet path reads them.
 #include "checked.h"
+#include "destination.h"
 #include "sim.h"
 
 #include <algorithm>
@@ -13,23 +14,54 @@ bool valid(bcm_trunk_t tid)
     return tid >= 0 && tid <= BCM_TRUNK_MAX;
 }
 
-/// body(Trunk &) on an existing trunk; BCM_E_UNIT, BCM_E_PARAM, BCM_E_BADID, BCM_E_NOT_FOUND.
+/// body(Switch &, Trunk &) on an existing trunk; BCM_E_UNIT, BCM_E_PARAM, BCM_E_NOT_FOUND.
 template <class Body>
 int on_trunk(int unit, bcm_trunk_t tid, Pointers pointers, Body body)
 {
     return on_unit(unit, pointers, [&](Switch &sw) -> int {
         if (!valid(tid)) {
-            return BCM_E_BADID;
+            return BCM_E_PARAM;
         }
         const auto found = sw.trunks.trunks.find(tid);
-        return found != sw.trunks.trunks.end() ? body(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+        return found != sw.trunks.trunks.end() ? body(sw, found->second) : static_cast<int>(BCM_E_NOT_FOUND);
     });
 }
 
-std::vector<bcm_trunk_member_t>::iterator find_member(Trunk &trunk, bcm_gport_t gport)
+/// The port behind a gport, which may have other names; BCM_E_PORT, BCM_E_BADID.
+int resolve_port(bcm_gport_t gport, Destination *port)
 {
-    return std::find_if(trunk.members.begin(), trunk.members.end(),
-                        [&](const bcm_trunk_member_t &member) { return member.gport == gport; });
+    const int rc = resolve(own_module, gport, port);
+    return rc == BCM_E_NONE && port->kind != Destination::Kind::port ? static_cast<int>(BCM_E_PORT) : rc;
+}
+
+std::vector<bcm_trunk_member_t>::iterator find_member(Trunk &trunk, const Destination &port)
+{
+    return std::find_if(trunk.members.begin(), trunk.members.end(), [&](const bcm_trunk_member_t &member) {
+        Destination own;
+        return resolve_port(member.gport, &own) == BCM_E_NONE && own == port;
+    });
+}
+
+/// Appends members whose ports are in no trunk yet: BCM_E_PORT, BCM_E_BADID, BCM_E_EXISTS, BCM_E_FULL.
+int append_members(Switch &sw, Trunk &trunk, const bcm_trunk_member_t *members, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        Destination port;
+        const int rc = resolve_port(members[i].gport, &port);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        for (auto &entry : sw.trunks.trunks) {
+            if (find_member(entry.second, port) != entry.second.members.end()) {
+                return BCM_E_EXISTS;
+            }
+        }
+        if (trunk.members.size() == TrunkTable::member_max) {
+            return BCM_E_FULL;
+        }
+        trunk.members.push_back(members[i]);
+    }
+    return BCM_E_NONE;
 }
 
 bool valid_psc(int psc)
@@ -83,7 +115,7 @@ int sim_bcm_trunk_create(int unit, uint32 flags, bcm_trunk_t *tid)
             }
         }
         if (!valid(id)) {
-            return BCM_E_BADID;
+            return BCM_E_PARAM;
         }
         if (trunks.count(id) != 0) {
             return BCM_E_EXISTS;
@@ -100,7 +132,7 @@ int sim_bcm_trunk_destroy(int unit, bcm_trunk_t tid)
 {
     return on_unit(unit, {}, [&](Switch &sw) -> int {
         if (!valid(tid)) {
-            return BCM_E_BADID;
+            return BCM_E_PARAM;
         }
         return sw.trunks.trunks.erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
@@ -109,15 +141,21 @@ int sim_bcm_trunk_destroy(int unit, bcm_trunk_t tid)
 int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_count,
                       bcm_trunk_member_t *member_array)
 {
-    return on_trunk(unit, tid, {trunk_info}, [&](Trunk &trunk) -> int {
+    return on_trunk(unit, tid, {trunk_info}, [&](Switch &sw, Trunk &trunk) -> int {
         if (member_count < 0 || (member_count > 0 && member_array == nullptr) || !valid_psc(trunk_info->psc)) {
             return BCM_E_PARAM;
         }
         if (member_count > TrunkTable::member_max) {
             return BCM_E_FULL;
         }
+        std::vector<bcm_trunk_member_t> before;
+        before.swap(trunk.members);
+        const int rc = append_members(sw, trunk, member_array, member_count);
+        if (rc != BCM_E_NONE) {
+            trunk.members.swap(before);
+            return rc;
+        }
         trunk.info = *trunk_info;
-        trunk.members.assign(member_array, member_array + member_count);
         return BCM_E_NONE;
     });
 }
@@ -125,7 +163,7 @@ int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
 int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_max,
                       bcm_trunk_member_t *member_array, int *member_count)
 {
-    return on_trunk(unit, tid, {member_count}, [&](Trunk &trunk) -> int {
+    return on_trunk(unit, tid, {member_count}, [&](Switch &, Trunk &trunk) -> int {
         if (member_max < 0 || (member_max > 0 && member_array == nullptr)) {
             return BCM_E_PARAM;
         }
@@ -143,22 +181,20 @@ int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
 
 int sim_bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
-    return on_trunk(unit, tid, {member}, [&](Trunk &trunk) -> int {
-        if (find_member(trunk, member->gport) != trunk.members.end()) {
-            return BCM_E_EXISTS;
-        }
-        if (trunk.members.size() == TrunkTable::member_max) {
-            return BCM_E_FULL;
-        }
-        trunk.members.push_back(*member);
-        return BCM_E_NONE;
+    return on_trunk(unit, tid, {member}, [&](Switch &sw, Trunk &trunk) {
+        return append_members(sw, trunk, member, 1);
     });
 }
 
 int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
-    return on_trunk(unit, tid, {member}, [&](Trunk &trunk) -> int {
-        const auto found = find_member(trunk, member->gport);
+    return on_trunk(unit, tid, {member}, [&](Switch &, Trunk &trunk) -> int {
+        Destination port;
+        const int rc = resolve_port(member->gport, &port);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        const auto found = find_member(trunk, port);
         if (found == trunk.members.end()) {
             return BCM_E_NOT_FOUND;
         }
@@ -169,7 +205,7 @@ int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *m
 
 int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
 {
-    return on_trunk(unit, tid, {}, [](Trunk &trunk) -> int {
+    return on_trunk(unit, tid, {}, [](Switch &, Trunk &trunk) -> int {
         trunk.members.clear();
         return BCM_E_NONE;
     });
@@ -177,7 +213,7 @@ int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
 
 int sim_bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc)
 {
-    return on_trunk(unit, tid, {}, [&](Trunk &trunk) -> int {
+    return on_trunk(unit, tid, {}, [&](Switch &, Trunk &trunk) -> int {
         if (!valid_psc(psc)) {
             return BCM_E_PARAM;
         }
@@ -188,7 +224,7 @@ int sim_bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc)
 
 int sim_bcm_trunk_psc_get(int unit, bcm_trunk_t tid, int *psc)
 {
-    return on_trunk(unit, tid, {psc}, [&](Trunk &trunk) -> int {
+    return on_trunk(unit, tid, {psc}, [&](Switch &, Trunk &trunk) -> int {
         *psc = trunk.info.psc;
         return BCM_E_NONE;
     });

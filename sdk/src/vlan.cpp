@@ -100,6 +100,7 @@ int sim_bcm_vlan_init(int unit)
 {
     return on_unit(unit, {}, [](Switch &sw) -> int {
         sw.vlans = VlanTable(front_ports());
+        sw.vlans.at(BCM_VLAN_DEFAULT).group = sw.groups.default_id;
         return BCM_E_NONE;
     });
 }
@@ -113,7 +114,7 @@ int sim_bcm_vlan_create(int unit, bcm_vlan_t vid)
         if (sw.vlans.has(vid)) {
             return BCM_E_EXISTS;
         }
-        sw.vlans.at(vid).exists = true;
+        sw.vlans.at(vid) = {true, {}, {}, sw.groups.default_id};
         return BCM_E_NONE;
     });
 }

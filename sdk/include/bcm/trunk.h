@@ -4,7 +4,8 @@
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
  * BCM_E_INIT (before bcm_trunk_init, after bcm_trunk_detach) and BCM_E_PARAM (null pointer, trunk outside
  * 0..BCM_TRUNK_MAX, unknown flag or selection criterion). Functions that take a trunk give BCM_E_NOT_FOUND
- * if it does not exist. Members are gports of local, module or system ports; a port can be in one trunk only.
+ * if it does not exist. Members are gports of local, module or system ports, BCM_E_PORT or BCM_E_BADID (its
+ * module) for what is none; a port can be in one trunk only, under all of its names, BCM_E_EXISTS.
  */
 #ifndef BCM_TRUNK_H
 #define BCM_TRUNK_H
@@ -123,9 +124,9 @@ int bcm_trunk_create(int, uint32, bcm_trunk_t *);
 int bcm_trunk_destroy(int unit, bcm_trunk_t tid);
 
 /*
- * Settings and members at once. set replaces all members. get takes unit, trunk, where the settings go, how
- * many members fit and where they go, and says last how many were written; with room for none, how many
- * there are.
+ * Settings and members at once. set replaces all members, or nothing if one of them cannot be. get takes
+ * unit, trunk, where the settings go, how many members fit and where they go, and says last how many were
+ * written; with room for none, how many there are.
  */
 int bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_count,
                   bcm_trunk_member_t *member_array);
