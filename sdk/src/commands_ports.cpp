@@ -7,6 +7,8 @@
 
 #include <cstdio>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 namespace sim {
 
@@ -99,6 +101,8 @@ cmd_result_t port(int unit, args_t *a)
     if (args.left() < 2 || !next_ports(unit, &args, &ports)) {
         return CMD_USAGE;
     }
+    // All words are read before the first is carried out, so that a misspelt line changes nothing.
+    std::vector<std::pair<const PortSetting *, int>> changes;
     while (args.left() > 0) {
         std::string key, text;
         int value;
@@ -106,10 +110,13 @@ cmd_result_t port(int unit, args_t *a)
         if (setting == nullptr || !read_int(text, &value)) {
             return CMD_USAGE;
         }
+        changes.emplace_back(setting, value);
+    }
+    for (const auto &[setting, value] : changes) {
         for (const int number : ports) {
             const int rc = setting->set(unit, number, value);
             if (rc < 0) {
-                return done_or_fail(args, key + " of port " + std::to_string(number), rc);
+                return done_or_fail(args, setting->key + (" of port " + std::to_string(number)), rc);
             }
         }
     }
@@ -181,7 +188,10 @@ cmd_result_t vlan(int unit, args_t *a)
     if ((action != "add" && action != "remove") || args.left() == 0 || !next_ports(unit, &args, &ports)) {
         return CMD_USAGE;
     }
-    const bool untagged = args.left() > 0 && std::string(args.next()) == "untagged";
+    const bool untagged = args.left() > 0;
+    if (untagged && (action != "add" || std::string(args.next()) != "untagged")) {
+        return CMD_USAGE;
+    }
     if (args.left() != 0) {
         return CMD_USAGE;
     }
