@@ -1,10 +1,12 @@
 """The tables beside the address table: stations, egress objects, MAC ports, cache, and where gports lead."""
+import ctypes
 import unittest
 
 import QuorelApiNew as q
-from simulator import LOCAL_PORT, MODULE_PORT, SYSTEM_PORT, SwitchTest, TRUNK
+from simulator import LOCAL_PORT, MODULE_PORT, SYSTEM_PORT, SwitchTest, TRUNK, library
 
 A, B = '02:00:5e:00:00:01', '02:00:5e:00:00:02'
+object_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 
 
 class Objects(SwitchTest):
@@ -55,6 +57,53 @@ class Objects(SwitchTest):
             self.assertStatus(q.BCM_E_NOT_FOUND, get(0, 2, found))
             self.assertEqual(getattr(found, mac), A)
             self.assertEqual(add(77), (0, 2))
+
+    def test_full_tables(self):
+        auth, octets = q.bcm_l2_auth_addr_t(), (ctypes.c_uint8 * 6)(2)
+        auth.src_port, auth.vlan = 5, 1
+
+        def tunnel(number):
+            octets[4:6] = divmod(number, 256)
+            return library.bcm_l2_tunnel_add(0, octets, 1)
+
+        def authorise(number):
+            auth.sa_mac = '02:00:00:00:%02x:%02x' % divmod(number, 256)
+            return q.bcm_l2_auth_add(0, auth)
+        self.done(tunnel(0))
+        self.assertStatus(q.BCM_E_EXISTS, tunnel(0))
+        for add, size, empty in ((lambda number: self.stations(0)[0], self.value(q.bcm_l2_station_size_get),
+                                  q.bcm_l2_station_delete_all),
+                                 (lambda number: self.mac_ports(0)[0], 1024, q.bcm_l2_mac_port_destroy_all),
+                                 (tunnel, 1024, q.bcm_l2_tunnel_delete_all),
+                                 (authorise, 4096, q.bcm_l2_auth_delete_all)):
+            self.done(empty(0))
+            self.assertEqual([add(number) for number in range(size + 1)], [0] * size + [q.BCM_E_FULL])
+            self.done(empty(0))
+            self.done(add(0))
+        self.done(authorise(0))  # replaces
+
+    def test_traversals_while_objects_come_and_go(self):
+        for add, delete, traverse in (
+                (self.stations, q.bcm_l2_station_delete, library.bcm_l2_station_traverse),
+                (self.egress, q.bcm_l2_egress_destroy, library.bcm_l2_egress_traverse)):
+            for mac in (A, B, A, A):
+                add(0, mac=mac)
+            seen = []
+
+            def visit(unit, number, *_):
+                seen.append(number)
+                if number == 1:
+                    self.done(delete(0, 2))
+                    self.assertEqual([add(0)[1], add(0)[1]], [2, 5])
+                    self.done(delete(0, 3))
+                return -7 if number == 5 else delete(0, number)
+            self.assertEqual(traverse(0, object_callback(visit), None), -7)
+            self.assertEqual(seen, [1, 2, 4, 5])
+        wanted, found = q.bcm_l2_egress_t(), q.intp()
+        wanted.dest_mac, wanted.dest_port = A, 5
+        self.assertEqual(self.value(q.bcm_l2_egress_find, wanted), 5)
+        wanted.dest_mac = B
+        self.assertStatus(q.BCM_E_NOT_FOUND, q.bcm_l2_egress_find(0, wanted, found))
 
     def test_the_cache(self):
         size, cached = self.value(q.bcm_l2_cache_size_get), q.bcm_l2_cache_addr_t()
