@@ -67,6 +67,13 @@ class Ports(SwitchTest):
                 word = q.uintp()
                 self.done(q.soc_reg32_get(0, q.IHP_MAC_AGEINGr, core, 0, word))
                 self.assertEqual(word.value(), expected)
+        self.done(q.bcm_l2_init(0))
+        self.assertEqual(self.value(q.bcm_l2_age_timer_get), 300)
+        self.done(q.soc_reg32_get(0, q.IHP_MAC_AGEINGr, 0, 0, word))
+        self.assertEqual(word.value(), 300 | 1 << 20)
+        self.done(q.bcm_port_init(0))
+        for port in (1, 7, 40, CPU_PORT):
+            self.assertEqual(shown(port), (self.value(q.bcm_port_speed_get, port), 3), port)
 
     def test_speeds(self):
         for port, highest in ((CPU_PORT, 10000), (1, 100000), (64, 100000)):
@@ -86,7 +93,7 @@ class Ports(SwitchTest):
             self.done(q.bcm_port_pause_sym_set(0, 7, both))
             self.assertEqual(q.bcm_port_pause_get(0, 7), (0, both, both))
 
-    def test_which_ports_there_are(self):
+    def test_names_of_ports(self):
         before = self.settings(64)
         for gport in (LOCAL_PORT + 64, SYSTEM_PORT + 64):
             self.done(q.bcm_port_speed_set(0, gport, 1000))

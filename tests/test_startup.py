@@ -4,6 +4,7 @@ import unittest
 
 import QuorelApiNew as q
 from binding import error_of
+from chip import snoop_callback
 from console import printed, run
 from recording import library, recording
 from simulator import SwitchTest, call_with_nulls, pointer
@@ -190,6 +191,32 @@ class StartUp(SwitchTest):
         self.done(q.bcm_attach(5, '', '', -1))
         self.done(q.bcm_detach_retry_get(5, retry))
         self.assertEqual((retry.num_retries, retry.poll_usecs), defaults)
+
+    def test_a_unit_attached_again_has_a_new_chip(self):
+        word = q.uintp()
+
+        def shown(reg, port):
+            self.done(q.soc_reg32_get(5, reg, port, 0, word))
+            return word.value()
+        fresh, seen = [], []
+        callback = snoop_callback(lambda *args: seen.append(args))
+        for change in (q.soc_deinit, lambda unit: 0):
+            self.done(q.bcm_attach(5, '', '', -1))
+            fresh.append([shown(*where) for where in (
+                (q.NIF_PORT_CTRLr, 3), (q.IHP_MAC_AGEINGr, 0), (q.FTX_TRANSMIT_ENABLEr, 0))])
+            self.assertEqual(q.soc_ppd_lag_member_add_wrapper(5, 1, 3, 0), q.BCM_E_NONE)
+            self.done(q.bcm_port_speed_set(5, 3, 1000))
+            self.done(q.bcm_l2_age_timer_set(5, 7))
+            self.done(q.soc_reg32_set(5, q.FTX_TRANSMIT_ENABLEr, 0, 0, 0))
+            self.assertNotEqual(shown(q.NIF_PORT_CTRLr, 3), fresh[0][0])
+            library.soc_reg_snoop_register(5, q.NIF_PORT_CTRLr, q.SOC_REG_SNOOP_READ, callback, None)
+            self.done(change(5))
+            self.done(q.bcm_detach(5))
+        self.assertEqual((fresh[1], seen), (fresh[0], []))
+        self.done(q.bcm_attach(5, '', '', -1))
+        self.done(q.bcm_port_speed_set(5, 3, 1000))
+        self.done(q.bcm_clear(5))
+        self.assertEqual(shown(q.NIF_PORT_CTRLr, 3), fresh[0][0])
 
     def test_the_chip_starts_and_ends_with_the_system(self):
         data = q.new_entrydata(1)

@@ -58,19 +58,48 @@ void Chip::write(const MemoryPlace &place, const Words &value)
     }
 }
 
-Chip *chip_of(int unit)
+namespace {
+
+/// By unit. One that has been used stays, since its unit may go away while something is done with it.
+std::map<int, Chip> &all_chips()
 {
     // As the switches, there before other start-up code and after other clean-up.
     static std::map<int, Chip> &chips = *new std::map<int, Chip>;
+    return chips;
+}
+
+}  // namespace
+
+Chip *chip_of(int unit)
+{
     if (attached(unit) == nullptr) {
         return nullptr;
     }
-    const auto [chip, is_new] = chips.try_emplace(unit);
+    const auto [chip, is_new] = all_chips().try_emplace(unit);
     if (is_new) {
         chip->second.unit = unit;
         configure(chip->second);
     }
     return &chip->second;
+}
+
+void renew_chip(int unit)
+{
+    const auto used = all_chips().find(unit);
+    if (used != all_chips().end()) {
+        used->second.reset();
+        configure(used->second);
+    }
+}
+
+void leave_chip(int unit)
+{
+    const auto used = all_chips().find(unit);
+    if (used != all_chips().end()) {
+        used->second.running = true;
+        used->second.stand_ins = {};
+        used->second.snoops.clear();
+    }
 }
 
 const Field *field_in(int unit, soc_reg_t reg, soc_field_t field)

@@ -45,6 +45,12 @@ private:
 /// The chip of that unit, running or not; null if no such unit is attached.
 Chip *chip_of(int unit);
 
+/// Registers and memories of the unit's chip as when it is attached.
+void renew_chip(int unit);
+
+/// The unit is detached: the next one finds a chip that runs and of which nobody is told.
+void leave_chip(int unit);
+
 /// body(Chip &) on a chip that runs; SOC_E_UNIT, SOC_E_INIT.
 template <class Body>
 int on_chip(int unit, Body body)

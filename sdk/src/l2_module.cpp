@@ -1,5 +1,6 @@
 /// The layer-2 module as a whole, and who is told of changes of its address table.
 #include "checked.h"
+#include "driver_registers.h"
 #include "sim.h"
 
 #include <algorithm>
@@ -27,9 +28,10 @@ extern "C" {
 
 int sim_bcm_l2_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
+    return on_unit(unit, {}, [&](Switch &sw) -> int {
         reset(sw.l2);
         sw.l2.initialised = true;
+        write_ageing_registers(unit, age_seconds_default);
         return BCM_E_NONE;
     });
 }

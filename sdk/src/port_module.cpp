@@ -1,5 +1,6 @@
 /// All ports of a unit at once.
 #include "checked.h"
+#include "driver_registers.h"
 #include "phy_unit.h"
 #include "sim.h"
 
@@ -9,9 +10,12 @@ extern "C" {
 
 int sim_bcm_port_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
+    return on_unit(unit, {}, [unit](Switch &sw) -> int {
         sw.reset_ports();
-        start_phys(sw.unit);
+        start_phys(unit);
+        for (int port = 0; port <= port_max; ++port) {
+            write_port_registers(unit, port);
+        }
         return BCM_E_NONE;
     });
 }

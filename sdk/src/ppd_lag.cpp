@@ -1,5 +1,4 @@
 #include "checked.h"
-#include "lag_members.h"
 #include "sim.h"
 
 #include <soc/ppd_lag.h>
@@ -7,12 +6,6 @@
 using namespace sim;
 
 namespace {
-
-LagMembers &members_of(const Switch &sw)
-{
-    static auto &members = *new std::map<int, LagMembers>;
-    return members[sw.unit];
-}
 
 bool valid(uint32 group, const SOC_PPD_LAG_MEMBER &member)
 {
@@ -39,7 +32,7 @@ int sim_soc_ppd_lag_member_add(int unit, uint32 lag_ndx, SOC_PPD_LAG_MEMBER *mem
         if (!valid(lag_ndx, *member)) {
             return BCM_E_PARAM;
         }
-        *failure = members_of(sw).add(lag_ndx, *member);
+        *failure = sw.lags.add(lag_ndx, *member);
         switch (*failure) {
         case SOC_PPD_LAG_FAILURE_NONE:
             return BCM_E_NONE;
@@ -57,7 +50,7 @@ int sim_soc_ppd_lag_member_remove(int unit, uint32 lag_ndx, SOC_PPD_LAG_MEMBER *
         if (!valid(lag_ndx, *member)) {
             return BCM_E_PARAM;
         }
-        return members_of(sw).remove(lag_ndx, *member) ? BCM_E_NONE : BCM_E_NOT_FOUND;
+        return sw.lags.remove(lag_ndx, *member) ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
 }
 

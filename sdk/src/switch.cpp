@@ -1,5 +1,6 @@
 #include "switch.h"
 
+#include "chip.h"
 #include "phy_unit.h"
 #include "soc_control.h"
 
@@ -65,6 +66,7 @@ bool attach(int unit)
     if (free != nullptr) {
         *free = std::make_unique<Switch>(unit);
         start_phys(unit);
+        renew_chip(unit);
         publish_control(unit, true);
     }
     return free != nullptr;
@@ -77,6 +79,7 @@ bool detach(int unit)
     if (was_attached) {
         publish_control(unit, false);
         stop_phys(unit);
+        leave_chip(unit);
         found->reset();
     }
     return was_attached;

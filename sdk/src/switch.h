@@ -3,6 +3,7 @@
 
 #include "destination.h"
 #include "l2_state.h"
+#include "lag_members.h"
 #include "linkscan.h"
 #include "rule_store.h"
 #include "stg_table.h"
@@ -40,6 +41,7 @@ struct Switch {
     VlanTable vlans;
     StgTable groups;
     TrunkTable trunks;
+    LagMembers lags;
     L2State l2;
     LinkScan links;
     RuleStore by_rule;
