@@ -8,7 +8,7 @@ import unittest
 
 import QuorelApiNew as q
 from simulator import (Address, BLACK_HOLE, LOCAL_PORT, MODULE_PORT, SwitchTest, TRUNK, call_with_nulls,
-                       functions, library, pointer, traverse_callback)
+                       change_callback, functions, library, pointer, traverse_callback)
 
 A, B, C, D = ['02:00:5e:00:00:0%d' % number for number in (1, 2, 3, 4)]
 
@@ -274,6 +274,25 @@ class ManyEntries(SwitchTest):
         self.assertEqual(self.traverse(library.bcm_l2_traverse, visit=lambda count: q.bcm_l2_clear(0)),
                          (0, [(A, 1)]))
 
+    def test_callbacks_may_detach_the_unit(self):
+        self.addCleanup(library.bcm_detach, 3)
+        addresses, status = (Address * 9)(), (ctypes.c_int * 9)()
+        for number, address in enumerate(addresses):
+            address.mac[5], address.vid, address.cos_dst = number, 1, 1
+        for ends in (library.bcm_detach, q.bcm_clear):
+            seen = []
+            visit = traverse_callback(lambda unit, *_: seen.append('visited') or ends(unit))
+            change = change_callback(lambda unit, *_: seen.append('changed') or ends(unit))
+            self.done(library.bcm_attach(3, None, None, 0))
+            self.done(library.bcm_l2_addr_multi_add(3, 9, addresses, status))
+            self.done(library.bcm_l2_traverse(3, visit, None))
+            library.bcm_attach(3, None, None, 0)
+            for user_data in (1, 2):
+                self.done(library.bcm_l2_addr_register(3, change, user_data))
+            self.done(library.bcm_l2_addr_multi_add(3, 9, addresses, status))
+            self.assertEqual(seen, ['visited', 'changed'])
+            library.bcm_detach(3)
+
 
 class Capacity(SwitchTest):
     CHUNK = 1 << 14
@@ -294,6 +313,37 @@ class Capacity(SwitchTest):
         for mac, entry in expected.items():
             found = self.find(mac)
             self.assertEqual(found and (found.port, found.encap_id), entry, mac)
+
+    def collisions(self, count):
+        """[(MAC, VLAN)] whose products with the table's multiplier have the same highest bits."""
+        inverse, found, low = 0xF1DE83E19937733D, [], 0
+        while len(found) < count:
+            low += 0x1003f
+            hashed = (1 << 64) - (1 << 46) + low
+            product = hashed * inverse & (1 << 64) - 1
+            key = product ^ product >> 32
+            vid, octets = key & 0xffff, struct.pack('>Q', key)[:6]
+            if 1 <= vid <= 4094 and ord(octets[0]) & 1 == 0:
+                found.append((':'.join('%02x' % ord(octet) for octet in octets), vid))
+        return found
+
+    def test_addresses_of_one_bucket_keep_apart(self):
+        bucket = self.collisions(40)
+        for _, vid in bucket:
+            q.bcm_vlan_create(0, vid)
+        for port, (mac, vid) in enumerate(bucket):
+            self.enter(mac, vid, port=port)
+        conflicts, found, subject = (Address * 64)(), ctypes.c_int(), self.address(*bucket[0])
+        self.done(library.bcm_l2_conflict_get(0, pointer(subject), conflicts, 64, ctypes.byref(found)))
+        self.assertEqual([(entry.mac_text(), entry.vid) for entry in conflicts[:found.value]], bucket[1:])
+        # From the middle, from the front and from the back; what comes behind has to be found still.
+        for gone in range(20, 30) + range(0, 19, 7) + [39, 38]:
+            self.done(q.bcm_l2_addr_delete(0, *bucket[gone]))
+            self.assertIsNone(self.find(*bucket[gone]))
+            bucket[gone] = None
+            for port, entry in enumerate(bucket):
+                self.assertEqual(entry and self.port_of(*entry), entry and port)
+        self.assertEqual([row[:2] for row in q.getHwMacTable(0)], filter(None, bucket))
 
     def add_chunk(self, first, results):
         head, tail = '\0' * 8 + '\2\0', buffer(Address(vid=1, port=5))[14:]

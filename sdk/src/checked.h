@@ -48,6 +48,7 @@ int on_l2(int unit, Pointers pointers, Body body)
         if (!sw.l2.initialised) {
             return static_cast<int>(BCM_E_INIT);
         }
+        const SwitchesInUse in_use;
         return any_null(pointers) ? static_cast<int>(BCM_E_PARAM) : static_cast<int>(body(sw));
     });
 }

@@ -99,6 +99,9 @@ void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation)
     // Copies, since a callback may unregister itself and may write to what it gets.
     const std::vector<L2Subscriber> subscribers = sw.l2.settings.subscribers;
     for (const L2Subscriber &subscriber : subscribers) {
+        if (attached(sw.unit) != &sw) {
+            return;
+        }
         bcm_l2_addr_t copy = address;
         subscriber.callback(sw.unit, &copy, operation, subscriber.userdata);
     }

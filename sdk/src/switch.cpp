@@ -5,6 +5,8 @@
 #include "soc_control.h"
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace sim {
 
@@ -26,6 +28,26 @@ std::unique_ptr<Switch> *place(int unit)
     // that it is still there for their clean-up.
     static Switches &switches = *first_attached();
     return unit >= 0 && unit < unit_max ? &switches[static_cast<std::size_t>(unit)] : nullptr;
+}
+
+int uses = 0;
+
+/// Switches without a unit that somebody may still be working on.
+std::vector<std::unique_ptr<Switch>> &retired()
+{
+    static auto &switches = *new std::vector<std::unique_ptr<Switch>>;
+    return switches;
+}
+
+void retire(std::unique_ptr<Switch> &old)
+{
+    if (old != nullptr && uses != 0) {
+        // What goes through the tables comes to an end, and nobody is told of a unit that is gone.
+        old->l2.clear();
+        old->l2.settings.subscribers.clear();
+        retired().push_back(std::move(old));
+    }
+    old.reset();
 }
 
 }  // namespace
@@ -64,6 +86,7 @@ bool attach(int unit)
 {
     std::unique_ptr<Switch> *free = place(unit);
     if (free != nullptr) {
+        retire(*free);
         *free = std::make_unique<Switch>(unit);
         start_phys(unit);
         renew_chip(unit);
@@ -80,9 +103,21 @@ bool detach(int unit)
         publish_control(unit, false);
         stop_phys(unit);
         leave_chip(unit);
-        found->reset();
+        retire(*found);
     }
     return was_attached;
+}
+
+SwitchesInUse::SwitchesInUse()
+{
+    ++uses;
+}
+
+SwitchesInUse::~SwitchesInUse()
+{
+    if (--uses == 0) {
+        retired().clear();
+    }
 }
 
 }  // namespace sim

@@ -61,4 +61,14 @@ bool attach(int unit);
 /// False if none is attached.
 bool detach(int unit);
 
+/// While there is one, a switch that is detached or replaced stays in memory, with empty address tables: a
+/// callback may do that to the switch whose function calls it.
+class SwitchesInUse {
+public:
+    SwitchesInUse();
+    ~SwitchesInUse();
+    SwitchesInUse(const SwitchesInUse &) = delete;
+    SwitchesInUse &operator=(const SwitchesInUse &) = delete;
+};
+
 }  // namespace sim
