@@ -26,6 +26,9 @@ std::string emit_variables(const Model &model, Numbering &numbering);
 /// tables.cpp: the method groups, argument texts and type descriptors.
 std::string emit_tables(const Model &model, const Numbering &numbering);
 
+/// destructors.cpp: how values of C++ classes that functions return are deleted.
+std::string emit_destructors(const Model &model, const Numbering &numbering);
+
 /// constants.cpp
 std::string emit_constants(const Model &model);
 
@@ -45,6 +48,9 @@ std::string emit_report(const Model &model);
 
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
 std::string emit_layout(const Model &model);
+
+/// Whether C++ declares the type in a scope: values of it are copied and deleted by its own rules.
+bool is_class(const TypePtr &type);
 
 /// The includes of a generated file, SDK headers as C.
 std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers);

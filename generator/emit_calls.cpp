@@ -48,12 +48,6 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
     }
 }
 
-// Copies of what C++ declares in a scope are made by its own rules.
-bool is_class(const TypePtr &type)
-{
-    return type->name.find("::") != std::string::npos;
-}
-
 std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name)
 {
     std::string parameters, arguments, preparation;
@@ -137,6 +131,11 @@ std::string overload_stub(std::vector<const BoundFunction *> functions, const st
 }
 
 }  // namespace
+
+bool is_class(const TypePtr &type)
+{
+    return type->name.find("::") != std::string::npos;
+}
 
 std::string docstring(const BoundFunction &function)
 {

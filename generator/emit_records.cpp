@@ -28,6 +28,8 @@ Accessors accessors_of(const BoundMember &member)
         return {"get_storage", "set_array"};
     case Storage::Record:
         return {"get_storage", "set_record"};
+    case Storage::Opaque:
+        return {"get_copy", "set_record"};
     case Storage::Pointer:
         return {"get_pointer", pointer_setter(member.crossing.conversion)};
     case Storage::Mapped:
@@ -80,8 +82,9 @@ public:
         std::string row = prefix_ + "arrays[" + std::to_string(arrays_++) + "]";
         bool record = array.element.conversion == Conversion::Value;
         std::string kind = record ? "record" : scalar_name(array.element.conversion);
-        unsigned constructor =
-            stub("new_" + array.name, "(nelements) -> " + array.pointer.text, "new_array", row);
+        // Of records as a record's constructor has it, by the class.
+        unsigned constructor = stub("new_" + array.name, "(nelements) -> " + (record ? array.element : array.pointer).text,
+                                    "new_array", row);
         stub("delete_" + array.name, "(ary)", "delete_array", row);
         stub(array.name + "_getitem", "(ary, index) -> " + array.element.text, "get_item_" + kind, row);
         stub(array.name + "_setitem", "(ary, index, value)", "set_item_" + kind, row);

@@ -1,5 +1,6 @@
 #include "emit.h"
 #include "output.h"
+#include "spelling.h"
 
 namespace generator {
 
@@ -63,6 +64,28 @@ std::string emit_tables(const Model &model, const Numbering &numbering)
     return banner("The tables that all families share.", "the interface files and the headers that they name") +
            "#include \"module/type_table.h\"\n\nnamespace quorel {\n\n" + groups(numbering) +
            argument_tables(numbering) + type_tables(model, numbering) + "}  // namespace quorel\n";
+}
+
+std::string emit_destructors(const Model &model, const Numbering &numbering)
+{
+    std::set<std::string> headers;
+    std::map<std::string, std::string> classes;
+    for (const Family &family : model.families) {
+        for (const BoundFunction &function : family.functions) {
+            if (function.result.conversion == Conversion::Value && is_class(function.result.type)) {
+                headers.insert(family.cxx_headers.begin(), family.cxx_headers.end());
+                classes[function.result.descriptor] = spell(Type::pointer_to(function.result.type));
+            }
+        }
+    }
+    std::string rows;
+    for (const auto &[descriptor, type] : classes)
+        rows += "    {" + std::to_string(numbering.type(descriptor)) +
+                ", [](void *value) { delete static_cast<" + type + ">(value); }},\n";
+    return banner("How values of C++ classes are deleted.", "the interface files and the headers that they name") +
+           includes({}, {headers.begin(), headers.end()}) + "\n#include \"module/tables.h\"\n\nnamespace quorel {\n\n" +
+           "const DestructorRow destructors[] = {\n" + rows + "    {no_type, nullptr},\n};\n" +
+           "const size_t destructor_count = " + std::to_string(classes.size()) + ";\n\n}  // namespace quorel\n";
 }
 
 std::string emit_constants(const Model &model)

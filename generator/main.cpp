@@ -78,6 +78,7 @@ void generate(const Options &options)
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));
     write("tables.cpp", emit_tables(model, numbering));
+    write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
     write("sim.h", emit_simulator_header(model));
     write("rules.tsv", emit_rules(model, rules));

@@ -249,6 +249,8 @@ private:
         if (source->is_variadic)
             error(where, "a variable number of arguments cannot be passed on");
         function.result = crossing_or_error(source->result, where);
+        if (function.result.conversion == Conversion::AnyPointer)
+            function.result.descriptor = add_descriptor(source->result);
         for (const Parameter &parameter : source->parameters)
             function.parameters.push_back({parameter.name, crossing_or_error(parameter.type, where), Direction::In});
         if (BoundParameter *output = departing_parameter(family, family.appended, function)) {
@@ -341,9 +343,10 @@ private:
             bound.storage = Storage::Mapped;
             break;
         case Conversion::Value:
-            bound.storage = Storage::Record;
-            // Messages name what the accessor takes, a pointer to the record.
-            bound.crossing.text += " *";
+            bound.storage = resolved(member.type)->kind == Type::Kind::Record ? Storage::Record : Storage::Opaque;
+            // Messages name what the accessor takes, of a record a pointer to it.
+            if (bound.storage == Storage::Record)
+                bound.crossing.text += " *";
             break;
         case Conversion::Pointer:
             bound.storage = resolved(member.type)->kind == Type::Kind::Array ? Storage::Array : Storage::Pointer;

@@ -66,7 +66,14 @@ struct BoundFunction {
 };
 
 /// What kind of storage a member is; scalars go by their conversion.
-enum class Storage { Scalar, Array, Record, Pointer, Mapped };
+enum class Storage {
+    Scalar,
+    Array,
+    Record,  ///< read as a pointer into the parent
+    Opaque,  ///< of a type that Python does not look into: read as a copy
+    Pointer,
+    Mapped,
+};
 
 struct BoundMember {
     std::string name;

@@ -95,7 +95,7 @@ NewReference new_packed_object(const void *data, size_t size, swig_type_info *ty
 swig_type_info *unpack_object(Borrowed object, void *data, size_t size)
 {
     PyObject *given = object;
-    bool packed = Py_TYPE(given) == &PackedObject_Type || std::strcmp(Py_TYPE(given)->tp_name, "SwigPyPacked") == 0;
+    bool packed = Py_TYPE(given) == &PackedObject_Type || is_of_runtime_type(given, "SwigPyPacked");
     if (!packed || as_packed(given)->size != size)
         return nullptr;
     std::memcpy(data, as_packed(given)->data, size);

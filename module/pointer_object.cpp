@@ -41,6 +41,18 @@ bool resurrect(PyObject *object, Call call)
     return true;
 }
 
+// Values of C++ classes that have no class in Python.
+bool destroy_value(SwigPyObject *self)
+{
+    for (size_t i = 0; i < destructor_count; ++i) {
+        if (types[destructors[i].type] == self->ty) {
+            destructors[i].destroy(self->ptr);
+            return true;
+        }
+    }
+    return false;
+}
+
 // Runs the class's destroy function for an owning object whose last reference went. Returns whether the object
 // stays alive because the function kept it.
 bool destroy_pointee(SwigPyObject *self)
@@ -48,7 +60,8 @@ bool destroy_pointee(SwigPyObject *self)
     auto *data = self->ty ? static_cast<SwigPyClientData *>(self->ty->clientdata) : nullptr;
     PyObject *destroy = data ? data->destroy : nullptr;
     if (!destroy) {
-        report_leak(self->ty);
+        if (!destroy_value(self))
+            report_leak(self->ty);
         return false;
     }
     PendingError pending;
@@ -79,19 +92,42 @@ void deallocate(PyObject *object)
     SwigPyObject *self = as_pointer_object(object);
     if (self->own == 1 && destroy_pointee(self))
         return;
-    Py_XDECREF(self->next);
+    // A long chain must not go as deep as it is long.
+    PyObject *next = self->next;
     PyObject_Del(object);
+    while (next && Py_REFCNT(next) == 1 && Py_TYPE(next) == &PointerObject_Type) {
+        SwigPyObject *link = as_pointer_object(next);
+        Owned dying = Owned::steal(next);
+        next = link->next;
+        link->next = nullptr;
+    }
+    Py_XDECREF(next);
 }
 
+NewReference repr_of_link(const SwigPyObject *self)
+{
+    const char *name = display_name(self->ty);
+    return PyString_FromFormat("<Swig Object of type '%s' at %p>", name ? name : "unknown",
+                               static_cast<const void *>(self));
+}
+
+// The texts of all links. Another module's pointer object gives that of what hangs on it too.
 NewReference repr(PyObject *object)
 {
     SwigPyObject *self = as_pointer_object(object);
-    const char *name = display_name(self->ty);
-    PyObject *text = PyString_FromFormat("<Swig Object of type '%s' at %p>", name ? name : "unknown",
-                                         static_cast<void *>(self));
-    if (text && self->next)
-        PyString_ConcatAndDel(&text, PyObject_Repr(self->next));
-    return text;
+    if (!self->next)
+        return repr_of_link(self);
+    Owned texts = Owned::steal(PyList_New(0)), empty = Owned::steal(PyString_FromString(""));
+    if (!texts || !empty)
+        return nullptr;
+    for (PyObject *link = object; link;) {
+        bool own_type = Py_TYPE(link) == &PointerObject_Type;
+        Owned text = Owned::steal(own_type ? repr_of_link(as_pointer_object(link)) : PyObject_Repr(link));
+        if (!text || PyList_Append(texts.get(), text.get()) != 0)
+            return nullptr;
+        link = own_type ? as_pointer_object(link)->next : nullptr;
+    }
+    return _PyString_Join(empty.get(), texts.get());
 }
 
 NewReference compare_rich(PyObject *left, PyObject *right, int operation)
@@ -212,7 +248,9 @@ NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
             return nullptr;
         return PyInstance_NewRaw(data.newargs, dictionary.get());
     }
-    Owned instance = Owned::steal(PyObject_Call(data.newraw, data.newargs, nullptr));
+    // The class may be registered again while it makes the instance.
+    Owned make = Owned::share(data.newraw), args = Owned::share(data.newargs);
+    Owned instance = Owned::steal(PyObject_Call(make.get(), args.get(), nullptr));
     if (!instance)
         return nullptr;
     PyObject **dictionary = _PyObject_GetDictPtr(instance.get());
@@ -295,7 +333,7 @@ bool initialise_pointer_object_type()
 
 bool is_other_pointer_object(PyObject *object)
 {
-    return std::strcmp(Py_TYPE(object)->tp_name, "SwigPyObject") == 0;
+    return is_of_runtime_type(object, "SwigPyObject");
 }
 
 NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership ownership)
@@ -315,10 +353,13 @@ NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownersh
     if (!pointer)
         return new_none();
     PyObject *bare = new_pointer_object(pointer, type, ownership);
-    auto *data = static_cast<SwigPyClientData *>(type->clientdata);
-    if (!bare || !data)
-        return bare;
-    return new_proxy(*data, Owned::steal(bare));
+    return bare ? with_proxy(Owned::steal(bare)) : nullptr;
+}
+
+NewReference with_proxy(Owned bare)
+{
+    auto *data = static_cast<SwigPyClientData *>(as_pointer_object(bare.get())->ty->clientdata);
+    return data ? new_proxy(*data, std::move(bare)) : bare.release();
 }
 
 SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper)

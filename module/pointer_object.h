@@ -2,8 +2,8 @@
 //
 // It holds an address, the descriptor of the type pointed to, whether Python owns the memory, and optionally
 // a further pointer object (a chain, made with append()). When an owning object's last reference goes, the
-// destroy function of the registered proxy class frees the memory; without one, a message about the leak is
-// printed and nothing is freed.
+// destroy function of the registered proxy class frees the memory. Without one a value of a C++ class, such as a
+// counted pointer, is deleted; of other types a message about the leak is printed and nothing is freed.
 //
 // The proxy object of a record keeps its pointer object in its instance dictionary under "this".
 #pragma once
@@ -27,6 +27,10 @@ NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership o
 /// A pointer as a result: None for null, an instance of the registered proxy class (made without running its
 /// __init__) where there is one, else a bare pointer object.
 NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownership);
+
+/// The same for a bare pointer object; where no proxy can be made, the pointer object is let go, and with it the
+/// memory that it owns.
+NewReference with_proxy(Owned bare);
 
 /// Whether the object is a pointer object, this module's or another SWIG module's.
 inline bool is_pointer_object(PyObject *object);

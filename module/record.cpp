@@ -127,10 +127,10 @@ NewReference from_copy(const void *record, size_t size, uint16_t type)
     void *copy = copy_of(record, size);
     if (!copy)
         return PyErr_NoMemory();
-    PyObject *result = from_pointer(copy, type, Ownership::owned);
-    if (!result)
+    PyObject *bare = new_pointer_object(copy, types[type], Ownership::owned);
+    if (!bare)
         std::free(copy);
-    return result;
+    return bare ? with_proxy(Owned::steal(bare)) : nullptr;
 }
 
 NewReference delete_record(PyObject *args, const RecordRow &row)

@@ -86,6 +86,15 @@ extern const TypeRow type_rows[];
 extern const char type_names[];
 extern const size_t type_count;
 
+/// A C++ class whose values own something: how one that operator new made is deleted.
+struct DestructorRow {
+    uint16_t type; ///< number of its pointer's descriptor
+    void (*destroy)(void *value);
+};
+
+extern const DestructorRow destructors[];
+extern const size_t destructor_count;
+
 extern const char constant_names[]; ///< in header order, each with its NUL
 extern const int32_t constant_values[];
 extern const size_t constant_count;

@@ -6,6 +6,8 @@
 #include "swig_runtime.h"
 #include "tables.h"
 
+#include <cstring>
+
 namespace quorel {
 
 /// The descriptors in use, by type number: this module's own, or another module's where that module had the
@@ -32,6 +34,13 @@ swig_type_info *find_type(const char *mangled_name);
 
 /// The interned attribute name "this" (borrowed; lives as long as the type table).
 PyObject *this_name();
+
+/// Whether the object is of a type that SWIG's runtime made under that name. A class that a script calls so is not.
+inline bool is_of_runtime_type(PyObject *object, const char *name)
+{
+    const PyTypeObject *type = Py_TYPE(object);
+    return std::strcmp(type->tp_name, name) == 0 && !(type->tp_flags & Py_TPFLAGS_HEAPTYPE);
+}
 
 /// Makes the client data of a proxy class: its raw constructor and its destroy function.
 /// Returns null with an exception when memory is short.

@@ -92,7 +92,8 @@ class Cells(unittest.TestCase):
                 'intp_cast(self) -> int *', 'intp_frompointer(t) -> intp', 'new_uint8Array(nelements) -> uint8 *',
                 'uint8Array_getitem(ary, index) -> uint8', 'uint8Array_setitem(ary, index, value)',
                 'delete_uint8Array(ary)', 'new_entrydata(nelements) -> unsigned int *',
-                'entrydata_getitem(ary, index) -> unsigned int']
+                'entrydata_getitem(ary, index) -> unsigned int',
+                'new_trunkMember(nelements) -> bcm_trunk_member_t']
         for doc in docs:
             self.assertEqual(getattr(q, doc[:doc.index('(')]).__doc__, doc)
         self.assertEqual(q.intp_swigregister.__doc__, '')

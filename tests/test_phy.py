@@ -396,7 +396,9 @@ class Life(PhyTest):
             return callback, pointer
         status = [0]
         default, own = register('default', status, 1), register('own', status, 0)
-        self.assertEqual(int(q.soc_phyctrl_ext_phy_reset(0, COPPER)), int(own[1]))
+        found = q.soc_phyctrl_ext_phy_reset(0, COPPER)
+        self.assertEqual((int(found), found.own()), (int(own[1]), False))
+        self.assertIn("'void *'", repr(found))
         self.done(q.soc_phyctrl_adv_local_set(0, COPPER, modes('10MB_FD')))
         self.done(q.soc_phy_reset(0, COPPER))
         self.assertEqual((calls, self.speed(COPPER)), ([('own', COPPER, None)], 10000))

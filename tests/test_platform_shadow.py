@@ -33,7 +33,6 @@ class ShadowTest(PlatformTest):
         pointer = q.getHwShadow(unit)
         self.assertTrue(pointer.own())
         self.assertIn("'Hardware::HardwareShadow::Ptr *'", repr(pointer))
-        pointer.disown()
         return ctypes.c_void_p.from_address(int(pointer)).value
 
     def block(self, reg, core=0, offset=0, words=1, unit=0):

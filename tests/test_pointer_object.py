@@ -76,6 +76,17 @@ class Chains(unittest.TestCase):
         self.assertEqual(error_of(other.append, pointer)[0], ValueError)
         self.assertEqual(error_of(pointer.append, pointer)[0], ValueError)
 
+    def test_a_long_chain_is_let_go_link_by_link(self):
+        links = 100000
+        number = q.intp()
+        first = last = q.intp_cast(number)
+        for _ in xrange(links):
+            link = q.intp_cast(number)
+            last.append(link)
+            last = link
+        self.assertEqual(repr(first).count('<Swig Object of type '), links + 1)
+        del first, last, link
+
 
 class Forms(unittest.TestCase):
     def test_text_names_the_last_spelling_and_the_object(self):
@@ -176,6 +187,9 @@ class WhereThisIsFound(unittest.TestCase):
         self.assertNotFound(outer)
         outer.this = 'no pointer'
         self.assertNotFound(outer)
+
+    def test_a_class_of_that_name_is_no_pointer_object(self):
+        self.assertNotFound(type('SwigPyObject', (object,), {})())
 
     def test_a_pointer_that_would_die_at_once_is_refused(self):
         class Fresh(object):
@@ -295,10 +309,23 @@ for cls in (NoThis, Failing, Wanting, Nothing, Old(), 5, len):
 q.bcm_l2_addr_t_swigregister(Slots)
 found = get()
 print type(found).__name__, found.this.own(), q.bcm_l2_addr_t_vid_get(found)
+members = q.new_trunkMember(1)
+Failing.__swig_destroy__ = q.delete_bcm_trunk_member_t
+q.bcm_trunk_member_t_swigregister(Failing)
+try:
+    q.trunkMember_getitem(members, 0)
+except KeyError:
+    print 'a copy is released once'
+class Again(object):
+    def __new__(cls):
+        q.bcm_trunk_member_t_swigregister(Failing)
+        return object.__new__(cls)
+q.bcm_trunk_member_t_swigregister(Again)
+print type(q.trunkMember_getitem(members, 0)).__name__
 ''')
         lines = [line for line in text.splitlines() if 'memory leak' not in line]
         self.assertEqual(lines, ['AttributeError', 'KeyError', 'TypeError', 'AttributeError', 'SystemError', 'TypeError',
-                                 'TypeError', 'Slots True 0'])
+                                 'TypeError', 'Slots True 0', 'a copy is released once', 'Again'])
 
     def test_records_are_constructed_without_keywords(self):
         # None at all are no keywords.
