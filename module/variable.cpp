@@ -29,7 +29,8 @@ int set_attribute(PyObject *, char *name, PyObject *value)
     const VariableRow *row = find_variable(name);
     if (!row)
         return -1;
-    if (!value) {
+    bool read_only = row->set == refuse_constant || row->set == refuse_unbounded_array;
+    if (!value && !read_only) {
         PyErr_Format(PyExc_AttributeError, "C global variable '%s' cannot be deleted", name);
         return -1;
     }

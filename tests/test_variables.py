@@ -34,8 +34,9 @@ class Variables(unittest.TestCase):
         self.assertEqual(set_error('MemNoName', 1), (AttributeError, 'Variable MemNoName is read-only.'))
         for name, kind in (('soc_regtypenames', 'char *[]'), ('soc_regtype_gran', 'int []'),
                            ('bcm_l2_flags_str', 'char *[]')):
-            self.assertEqual(set_error(name, None),
-                             (AttributeError, "in variable 'read-only %s' of type '%s'" % (name, kind)))
+            refused = (AttributeError, "in variable 'read-only %s' of type '%s'" % (name, kind))
+            self.assertEqual(set_error(name, None), refused)
+            self.assertEqual(error_of(delattr, cvar, name), refused)
         self.assertIn("'char **'", repr(cvar.soc_regtypenames))
         self.assertEqual(q.intp_value(q.intp.frompointer(cvar.soc_regtype_gran)), 1)
 
