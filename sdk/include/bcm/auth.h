@@ -49,10 +49,11 @@ typedef int (*bcm_auth_cb_t)(int unit, bcm_port_t port, int reason, void *cookie
 int bcm_auth_init(int unit);
 int bcm_auth_detach(int unit);
 
+/* What a port lets pass, and how it treats stations; at most max_stations have access, 0 for no limit. */
 int bcm_auth_mode_set(int unit, bcm_port_t port, uint32 mode);
 int bcm_auth_mode_get(int unit, bcm_port_t port, uint32 *modep);
-int bcm_auth_sec_mode_set(int unit, bcm_port_t port, int mode);
-int bcm_auth_sec_mode_get(int unit, bcm_port_t port, int *mode);
+int bcm_auth_sec_mode_set(int unit, bcm_port_t port, int mode, int max_stations);
+int bcm_auth_sec_mode_get(int unit, bcm_port_t port, int *mode, int *max_stations);
 
 /* One callback per unit; null for none. */
 int bcm_auth_unauth_callback(int unit, bcm_auth_cb_t func, void *cookie);

@@ -1016,9 +1016,11 @@ int bcm_cosq_control_range_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq
 int bcm_cosq_control_range_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_control_t type,
                                bcm_cosq_range_t *range);
 
-/* Classes of service of a gport's priorities, and the priority of a queue. */
-int bcm_cosq_priority_profile_get(int unit, bcm_gport_t gport, bcm_cosq_gport_priority_profile_t *profile);
-int bcm_cosq_priority_profile_set(int unit, bcm_gport_t gport, bcm_cosq_gport_priority_profile_t *profile);
+/* Classes of service of a queue's priorities, and the priority of the queue. */
+int bcm_cosq_priority_profile_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                  bcm_cosq_gport_priority_profile_t *profile);
+int bcm_cosq_priority_profile_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                  bcm_cosq_gport_priority_profile_t *profile);
 int bcm_cosq_priority_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int priority);
 int bcm_cosq_priority_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int *priority);
 
@@ -1047,8 +1049,8 @@ int bcm_cosq_gport_enable_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
 int bcm_cosq_gport_stat_sync_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
                                  bcm_cosq_gport_stats_t stat, uint64 *value);
 int bcm_cosq_gport_enable_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int *enable);
-int bcm_cosq_gport_stat_enable_set(int unit, bcm_gport_t gport, int enable);
-int bcm_cosq_gport_stat_enable_get(int unit, bcm_gport_t gport, int *enable);
+int bcm_cosq_gport_stat_enable_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int enable);
+int bcm_cosq_gport_stat_enable_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int *enable);
 int bcm_cosq_gport_stat_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_gport_stats_t stat,
                             uint64 *value);
 int bcm_cosq_gport_stat_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_gport_stats_t stat,
@@ -1097,11 +1099,11 @@ int bcm_cosq_gport_discard_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq
 int bcm_cosq_gport_discard_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
                                bcm_cosq_gport_discard_t *discard);
 
-/* Settings of a scheduler as a whole. */
-int bcm_cosq_gport_sched_config_set(int unit, bcm_gport_t gport, bcm_cosq_sched_config_type_t type,
-                                    int value);
-int bcm_cosq_gport_sched_config_get(int unit, bcm_gport_t gport, bcm_cosq_sched_config_type_t type,
-                                    int *value);
+/* Settings of a scheduler as a whole; cosq tells it from others of the same gport. */
+int bcm_cosq_gport_sched_config_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                    bcm_cosq_sched_config_type_t type, int value);
+int bcm_cosq_gport_sched_config_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                    bcm_cosq_sched_config_type_t type, int *value);
 
 /* Flow control that a queue obeys, BCM_COSQ_FC_*. */
 int bcm_cosq_gport_flow_control_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, uint32 flags);
@@ -1160,33 +1162,39 @@ int bcm_cosq_gport_handle_get(int unit, bcm_cosq_gport_type_t gport_type, bcm_gp
 int bcm_cosq_gport_handle_core_get(int unit, bcm_cosq_gport_info_core_t *gport_info_core,
                                    bcm_gport_t *out_gport);
 
-/* Destinations of virtual output queues, and the paths to them. */
+/* Destinations of virtual output queues, and the paths to them, each with its share of the traffic. */
 int bcm_cosq_gport_destmod_attach(int unit, bcm_gport_t gport, bcm_port_t ingress_port,
                                   bcm_module_t dest_modid, bcm_port_t fabric_egress_port);
 int bcm_cosq_gport_destmod_detach(int unit, bcm_gport_t gport, bcm_port_t ingress_port,
                                   bcm_module_t dest_modid, bcm_port_t fabric_egress_port);
-int bcm_cosq_gport_multipath_add(int unit, bcm_gport_t gport, bcm_gport_t member_gport);
+int bcm_cosq_gport_multipath_add(int unit, bcm_gport_t gport, bcm_gport_t member_gport, int weight);
 int bcm_cosq_gport_multipath_get(int unit, bcm_gport_t gport, int size, bcm_gport_t *member_gport_array,
-                                 int *count);
+                                 int *weight_array, int *count);
 int bcm_cosq_gport_multipath_delete(int unit, bcm_gport_t gport, bcm_gport_t member_gport);
 
-/* Lengths at which a queue is reported. */
-int bcm_cosq_gport_report_threshold_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+/* Whether a queue is reported, and at which lengths. */
+int bcm_cosq_gport_report_threshold_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int *enable,
                                         bcm_cosq_report_threshold_t *threshold);
-int bcm_cosq_gport_report_threshold_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+int bcm_cosq_gport_report_threshold_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int enable,
                                         bcm_cosq_report_threshold_t *threshold);
 
-/* Queue of each priority at the egress. */
-int bcm_cosq_gport_egress_mapping_set(int unit, bcm_gport_t gport, bcm_cos_t priority, bcm_cos_queue_t cosq);
-int bcm_cosq_gport_egress_mapping_get(int unit, bcm_gport_t gport, bcm_cos_t priority, bcm_cos_queue_t *cosq);
+/* Queue of each priority and colour at the egress. */
+int bcm_cosq_gport_egress_mapping_set(int unit, bcm_gport_t gport, bcm_cos_t priority, bcm_color_t color,
+                                      bcm_cos_queue_t cosq);
+int bcm_cosq_gport_egress_mapping_get(int unit, bcm_gport_t gport, bcm_cos_t priority, bcm_color_t color,
+                                      bcm_cos_queue_t *cosq);
 
-/* Messages about a queue's congestion. */
-int bcm_cosq_gport_congestion_config_set(int unit, bcm_gport_t gport, bcm_cosq_congestion_info_t *config);
-int bcm_cosq_gport_congestion_config_get(int unit, bcm_gport_t gport, bcm_cosq_congestion_info_t *config);
+/* Whether messages are sent about a queue's congestion, and where. */
+int bcm_cosq_gport_congestion_config_set(int unit, bcm_gport_t gport, int enable,
+                                         bcm_cosq_congestion_info_t *config);
+int bcm_cosq_gport_congestion_config_get(int unit, bcm_gport_t gport, int *enable,
+                                         bcm_cosq_congestion_info_t *config);
 
-/* What a link of a passive optical network is granted. */
-int bcm_cosq_gport_pon_link_sla_set(int unit, bcm_gport_t gport, bcm_cos_pon_link_sla_t *sla);
-int bcm_cosq_gport_pon_link_sla_get(int unit, bcm_gport_t gport, bcm_cos_pon_link_sla_t *sla);
+/* What a link of a passive optical network is granted, queue by queue. */
+int bcm_cosq_gport_pon_link_sla_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                    bcm_cos_pon_link_sla_t *sla);
+int bcm_cosq_gport_pon_link_sla_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq,
+                                    bcm_cos_pon_link_sla_t *sla);
 
 /* Attaches what is attached already elsewhere in the scheduling tree, without dropping packets. */
 int bcm_cosq_gport_reattach(int unit, bcm_gport_t sched_gport, bcm_gport_t input_gport, bcm_cos_queue_t cosq);
@@ -1289,7 +1297,7 @@ int bcm_cosq_bst_profile_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, 
                              bcm_cosq_bst_profile_t *profile);
 int bcm_cosq_bst_profile_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_bst_stat_id_t bid,
                              bcm_cosq_bst_profile_t *profile);
-int bcm_cosq_bst_stat_sync(int unit, bcm_cosq_bst_stat_id_t bid);
+int bcm_cosq_bst_stat_sync(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_bst_stat_id_t bid);
 int bcm_cosq_bst_stat_clear(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_bst_stat_id_t bid);
 int bcm_cosq_bst_stat_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_bst_stat_id_t bid,
                           uint32 options, uint64 *value);
@@ -1301,11 +1309,13 @@ int bcm_cosq_bst_stat_multi_get32(int unit, bcm_gport_t gport, bcm_cos_queue_t c
                                   int max_values, bcm_cosq_bst_stat_id_t *id_list, uint32 *values);
 
 /*
- * Priority flow control: thresholds of a priority's buffer, queues that a received class stops. set takes
- * array_count mappings, get writes at most array_max of them.
+ * Priority flow control: whether a priority's buffer takes part and its thresholds, queues that a received
+ * class stops. set takes array_count mappings, get writes at most array_max of them.
  */
-int bcm_cosq_pfc_config_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_pfc_config_t *config);
-int bcm_cosq_pfc_config_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, bcm_cosq_pfc_config_t *config);
+int bcm_cosq_pfc_config_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int enable,
+                            bcm_cosq_pfc_config_t *config);
+int bcm_cosq_pfc_config_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, int *enable,
+                            bcm_cosq_pfc_config_t *config);
 void bcm_cosq_pfc_class_mapping_t_init(bcm_cosq_pfc_class_mapping_t *mapping);
 int bcm_cosq_pfc_class_mapping_set(int unit, bcm_gport_t gport, int array_count,
                                    bcm_cosq_pfc_class_mapping_t *mapping_array);
@@ -1317,23 +1327,26 @@ int bcm_cosq_safc_class_mapping_set(int unit, bcm_gport_t gport, int array_count
 int bcm_cosq_safc_class_mapping_get(int unit, bcm_gport_t gport, int array_max,
                                     bcm_cosq_safc_class_mapping_t *mapping_array, int *array_count);
 
-/* Queues that flow control holds for too long, by priority 0..7; *deadlock: 0 or 1. */
+/*
+ * Queues that flow control holds for too long, by priority 0..7, how often there were any; *deadlock: 0 or 1.
+ */
 void bcm_cosq_pfc_deadlock_config_t_init(bcm_cosq_pfc_deadlock_config_t *config);
 void bcm_cosq_pfc_deadlock_queue_config_t_init(bcm_cosq_pfc_deadlock_queue_config_t *config);
 void bcm_cosq_pfc_deadlock_info_t_init(bcm_cosq_pfc_deadlock_info_t *info);
 int bcm_cosq_pfc_deadlock_config_set(int unit, int priority, bcm_cosq_pfc_deadlock_config_t *config);
 int bcm_cosq_pfc_deadlock_config_get(int unit, int priority, bcm_cosq_pfc_deadlock_config_t *config);
-int bcm_cosq_pfc_deadlock_info_get(int unit, int priority, bcm_cosq_pfc_deadlock_info_t *info);
+int bcm_cosq_pfc_deadlock_info_get(int unit, int priority, bcm_cosq_pfc_deadlock_info_t *info,
+                                   int *detections);
 int bcm_cosq_pfc_deadlock_queue_config_set(int unit, bcm_gport_t gport, int priority,
                                            bcm_cosq_pfc_deadlock_queue_config_t *config);
 int bcm_cosq_pfc_deadlock_queue_config_get(int unit, bcm_gport_t gport, int priority,
                                            bcm_cosq_pfc_deadlock_queue_config_t *config);
 int bcm_cosq_pfc_deadlock_queue_status_get(int unit, bcm_gport_t gport, int priority, int *deadlock);
 
-/* Queues of subscribers; add gives BCM_E_EXISTS, delete and get BCM_E_NOT_FOUND. */
+/* Queues of subscribers; BCM_E_EXISTS, BCM_E_NOT_FOUND. delete_all takes those of port, -1 for all. */
 int bcm_cosq_subscriber_map_add(int unit, bcm_cosq_subscriber_map_t *map);
 int bcm_cosq_subscriber_map_delete(int unit, bcm_cosq_subscriber_map_t *map);
-int bcm_cosq_subscriber_map_delete_all(int unit);
+int bcm_cosq_subscriber_map_delete_all(int unit, bcm_gport_t port);
 int bcm_cosq_subscriber_map_get(int unit, bcm_cosq_subscriber_map_t *map);
 int bcm_cosq_subscriber_traverse(int unit, bcm_cosq_subscriber_map_traverse_cb cb, void *user_data);
 
@@ -1352,7 +1365,7 @@ int bcm_cosq_classifier_mapping_get(int unit, bcm_gport_t port, int classifier_i
 int bcm_cosq_classifier_mapping_multi_get(int unit, bcm_gport_t port, int classifier_id,
                                           bcm_gport_t *queue_group, int array_max, bcm_cos_t *priority_array,
                                           bcm_cos_queue_t *cosq_array, int *array_count);
-int bcm_cosq_classifier_mapping_clear(int unit, bcm_gport_t port, int classifier_id);
+int bcm_cosq_classifier_mapping_clear(int unit, bcm_gport_t port, int classifier_id, bcm_gport_t queue_group);
 
 #ifdef __cplusplus
 }

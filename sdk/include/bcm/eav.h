@@ -35,14 +35,16 @@ int bcm_eav_detach(int unit);
 int bcm_eav_control_set(int unit, bcm_eav_control_t type, uint32 arg);
 int bcm_eav_control_get(int unit, bcm_eav_control_t type, uint32 *arg);
 
-/* Whether streams pass a port, and whether its link and its peer allow that at present. */
-int bcm_eav_port_enable_set(int unit, bcm_port_t port, int enable);
-int bcm_eav_port_enable_get(int unit, bcm_port_t port, int *enable);
-int bcm_eav_link_status_get(int unit, bcm_port_t port, int *status);
+/* Whether streams of a class pass a port; whether its link, and whether its peer, allows that at present. */
+int bcm_eav_port_enable_set(int unit, bcm_port_t port, bcm_eav_stream_class_t type, int enable);
+int bcm_eav_port_enable_get(int unit, bcm_port_t port, bcm_eav_stream_class_t type, int *enable);
+int bcm_eav_link_status_get(int unit, bcm_port_t port, int *status, int *peer_status);
 
-/* The VLAN priority that marks a class, 0..7, and the one that other frames with it are given. */
-int bcm_eav_pcp_mapping_set(int unit, bcm_eav_stream_class_t type, int pcp, int remapped_pcp);
-int bcm_eav_pcp_mapping_get(int unit, bcm_eav_stream_class_t type, int *pcp, int *remapped_pcp);
+/* The VLAN priority that marks a class at a port, 0..7, and the one that other frames with it are given. */
+int bcm_eav_pcp_mapping_set(int unit, bcm_port_t port, bcm_eav_stream_class_t type, int pcp,
+                            int remapped_pcp);
+int bcm_eav_pcp_mapping_get(int unit, bcm_port_t port, bcm_eav_stream_class_t type, int *pcp,
+                            int *remapped_pcp);
 
 /* What streams of a class may take of a port: bytes in a second, and bytes of a burst. */
 int bcm_eav_bandwidth_set(int unit, bcm_port_t port, bcm_eav_stream_class_t type, uint32 bandwidth,

@@ -19,7 +19,7 @@ extern "C" {
 #endif
 
 typedef int bcm_fabric_pipe_t;              /* part of a link, with buffers of its own */
-enum { bcmFabricPipeAll = -1 };             /* for a setter: every pipe of the link */
+enum { bcmFabricPipeAll = -1 };             /* every pipe of the link */
 
 /* flags of functions that create objects. */
 #define BCM_FABRIC_WITH_ID 0x00000001       /* the id to use is the one given */
@@ -194,17 +194,20 @@ typedef int (*bcm_fabric_qsel_offset_entry_traverse_cb)(int unit, int offset_id,
 int bcm_fabric_init(int unit);
 int bcm_fabric_detach(int unit);
 
-/* Settings by selector. */
+/* Settings by selector. What a threshold starts at so many cells of a pipe ends at cells_end. */
 int bcm_fabric_control_set(int unit, bcm_fabric_control_t type, int arg);
 int bcm_fabric_control_get(int unit, bcm_fabric_control_t type, int *arg);
 int bcm_fabric_link_control_set(int unit, bcm_port_t link, bcm_fabric_link_control_t type, int arg);
 int bcm_fabric_link_control_get(int unit, bcm_port_t link, bcm_fabric_link_control_t type, int *arg);
-int bcm_fabric_link_threshold_set(int unit, bcm_port_t link, bcm_fabric_link_threshold_t type, int cells);
-int bcm_fabric_link_threshold_get(int unit, bcm_port_t link, bcm_fabric_link_threshold_t type, int *cells);
+int bcm_fabric_link_threshold_set(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe,
+                                  bcm_fabric_link_threshold_t type, int cells, int cells_end);
+int bcm_fabric_link_threshold_get(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe,
+                                  bcm_fabric_link_threshold_t type, int *cells, int *cells_end);
 
 /*
  * Arbiters and crossbars, and handlers that are told of changes; several at a time. A crossbar that is
- * enabled need not be up. Fewer crossbars than the minimum, and the unit lowers its rate.
+ * enabled need not be up; *link_count is how many links to it are. Fewer crossbars than the minimum, and the
+ * unit lowers its rate to so many percent.
  */
 int bcm_fabric_control_redundancy_info_get(int unit, bcm_fabric_control_redundancy_info_t *info);
 int bcm_fabric_control_redundancy_register(int unit, bcm_fabric_control_redundancy_handler_t handler,
@@ -215,9 +218,9 @@ int bcm_fabric_arbiter_active_set(int unit, int arbiter);
 int bcm_fabric_arbiter_active_get(int unit, int *arbiter);
 int bcm_fabric_crossbar_enable_set(int unit, int xbar, int enable);
 int bcm_fabric_crossbar_enable_get(int unit, int xbar, int *enable);
-int bcm_fabric_crossbar_status_get(int unit, int xbar, int *up);
-int bcm_fabric_crossbar_min_set(int unit, int min_xbars);
-int bcm_fabric_crossbar_min_get(int unit, int *min_xbars);
+int bcm_fabric_crossbar_status_get(int unit, int xbar, int *up, int *link_count);
+int bcm_fabric_crossbar_min_set(int unit, int min_xbars, int rate);
+int bcm_fabric_crossbar_min_get(int unit, int *min_xbars, int *rate);
 int bcm_fabric_crossbar_link_set(int unit, int xbar, int xbar_port, bcm_port_t link);
 int bcm_fabric_crossbar_link_get(int unit, int xbar, int xbar_port, bcm_port_t *link);
 
@@ -231,7 +234,7 @@ int bcm_fabric_predicate_destroy(int unit, int predicate_id);
 int bcm_fabric_predicate_destroy_all(int unit);
 int bcm_fabric_predicate_set(int unit, int predicate_id, bcm_fabric_predicate_info_t *info);
 int bcm_fabric_predicate_get(int unit, int predicate_id, bcm_fabric_predicate_info_t *info);
-int bcm_fabric_predicate_stat_get(int unit, int predicate_id, uint64 *cells);
+int bcm_fabric_predicate_stat_get(int unit, int predicate_id, uint64 *cells, uint64 *bytes);
 int bcm_fabric_predicate_stat_clear(int unit, int predicate_id);
 int bcm_fabric_predicate_traverse(int unit, bcm_fabric_predicate_traverse_cb cb, void *user_data);
 
@@ -244,18 +247,19 @@ int bcm_fabric_action_set(int unit, int action_id, bcm_fabric_action_info_t *inf
 int bcm_fabric_action_get(int unit, int action_id, bcm_fabric_action_info_t *info);
 int bcm_fabric_action_traverse(int unit, bcm_fabric_action_traverse_cb cb, void *user_data);
 
-/* Actions of predicates; predicate_id and action_id say which. add gives BCM_E_EXISTS. */
+/* Actions of predicates, by predicate_id and action_id. add gives BCM_E_EXISTS. */
 void bcm_fabric_predicate_action_info_t_init(bcm_fabric_predicate_action_info_t *info);
 int bcm_fabric_predicate_action_add(int unit, bcm_fabric_predicate_action_info_t *info);
 int bcm_fabric_predicate_action_delete(int unit, int predicate_id, int action_id);
 int bcm_fabric_predicate_action_delete_all(int unit, int predicate_id);
-int bcm_fabric_predicate_action_get(int unit, bcm_fabric_predicate_action_info_t *info);
+int bcm_fabric_predicate_action_get(int unit, int predicate_id, int action_id,
+                                    bcm_fabric_predicate_action_info_t *info);
 int bcm_fabric_predicate_action_traverse(int unit, bcm_fabric_predicate_action_traverse_cb cb,
                                          void *user_data);
 
 /*
- * Selection of queues: tables from a destination, group or other index to a queue, which a port uses; and
- * tables of what is added to that queue by class and colour.
+ * Selection of queues: tables from a destination, group or other index to a queue, which a port uses for a
+ * kind of traffic; and tables of what is added to that queue by class and colour.
  */
 int bcm_fabric_qsel_create(int unit, uint32 flags, bcm_fabric_qsel_type_t type, int size, int *qsel_id);
 int bcm_fabric_qsel_destroy(int unit, int qsel_id);
@@ -273,32 +277,40 @@ int bcm_fabric_qsel_offset_entry_set(int unit, int offset_id, int tc, bcm_color_
 int bcm_fabric_qsel_offset_entry_get(int unit, int offset_id, int tc, bcm_color_t color, int *offset);
 int bcm_fabric_qsel_offset_entry_traverse(int unit, int offset_id,
                                           bcm_fabric_qsel_offset_entry_traverse_cb cb, void *user_data);
-int bcm_fabric_qsel_port_set(int unit, bcm_port_t port, int qsel_id, int offset_id);
-int bcm_fabric_qsel_port_get(int unit, bcm_port_t port, int *qsel_id, int *offset_id);
+int bcm_fabric_qsel_port_set(int unit, bcm_port_t port, bcm_fabric_cast_t cast, int qsel_id, int offset_id);
+int bcm_fabric_qsel_port_get(int unit, bcm_port_t port, bcm_fabric_cast_t cast, int *qsel_id, int *offset_id);
 
-/* Links: who is there and who should be, their state (bcm_fabric_link_status_t), rate and cable. */
-int bcm_fabric_link_connectivity_get(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity);
+/*
+ * Links: who is there and (*expected) whether it is who should be; their state (bcm_fabric_link_status_t
+ * bits, those given are cleared); the rate of traffic, and the most there can be; the cable, by the mean of
+ * so many samples and the span between them.
+ */
+int bcm_fabric_link_connectivity_get(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity,
+                                     int *expected);
 int bcm_fabric_link_connectivity_multi_get(int unit, int max_count, bcm_port_t *link_array,
-                                           bcm_fabric_link_connectivity_t *connectivity_array, int *count);
+                                           bcm_fabric_link_connectivity_t *connectivity_array,
+                                           int *expected_array, int *count);
 int bcm_fabric_link_expected_set(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity);
 int bcm_fabric_link_expected_get(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity);
 int bcm_fabric_link_expected_clear(int unit, bcm_port_t link);
 int bcm_fabric_link_status_get(int unit, bcm_port_t link, uint32 *status);
-int bcm_fabric_link_status_clear(int unit, bcm_port_t link);
-int bcm_fabric_link_rate_get(int unit, bcm_port_t link, uint32 *kbits_sec);
-int bcm_fabric_link_delay_measure(int unit, bcm_port_t link, int *nanoseconds);
+int bcm_fabric_link_status_clear(int unit, bcm_port_t link, uint32 status);
+int bcm_fabric_link_rate_get(int unit, bcm_port_t link, uint32 *kbits_sec, uint32 *kbits_sec_max);
+int bcm_fabric_link_delay_measure(int unit, bcm_port_t link, int samples, int *nanoseconds, int *jitter);
 
-/* Whether the neighbour stops cells of a priority just now. */
-int bcm_fabric_link_flow_control_get(int unit, bcm_port_t link, int priority, int *stopped);
+/* Whether the neighbour stops cells of a kind and priority just now. */
+int bcm_fabric_link_flow_control_get(int unit, bcm_port_t link, bcm_fabric_cast_t cast, int priority,
+                                     int *stopped);
 
 /*
- * A test of many links with as many cells: each cell passes from the first link to the last, over cables that
- * join neighbours. The links carry no traffic meanwhile; BCM_E_BUSY. get says how many cells were lost on
- * their way.
+ * A test of many links with as many cells of cell_size bytes: each cell passes from the first link to the
+ * last, over cables that join neighbours. The links carry no traffic meanwhile; BCM_E_BUSY. stop says how
+ * many cells were lost in all, get how many between a link and its neighbour, and how many came with errors.
  */
-int bcm_fabric_snake_test_start(int unit, bcm_port_t first_link, bcm_port_t last_link, int cells);
-int bcm_fabric_snake_test_stop(int unit);
-int bcm_fabric_snake_test_result_get(int unit, bcm_port_t link, int *lost_cells);
+int bcm_fabric_snake_test_start(int unit, bcm_port_t first_link, bcm_port_t last_link, int cells,
+                                int cell_size, int priority);
+int bcm_fabric_snake_test_stop(int unit, int *lost_cells);
+int bcm_fabric_snake_test_result_get(int unit, bcm_port_t link, int *lost_cells, int *bad_cells);
 
 /* Pipes of links: those at the other end, and the pipe that traffic takes by kind and priority. */
 void bcm_fabric_link_remote_pipe_mapping_t_init(bcm_fabric_link_remote_pipe_mapping_t *mapping);
@@ -309,29 +321,41 @@ int bcm_fabric_link_remote_pipe_mapping_get(int unit, bcm_port_t link,
 int bcm_fabric_pipe_map_set(int unit, bcm_fabric_cast_t cast, int priority, bcm_fabric_pipe_t pipe);
 int bcm_fabric_pipe_map_get(int unit, bcm_fabric_cast_t cast, int priority, bcm_fabric_pipe_t *pipe);
 
-/* Counters; those of the unit take any link. get32 cuts off, multi_get takes count selectors. */
-int bcm_fabric_stat_get(int unit, bcm_port_t link, bcm_fabric_stat_t stat, uint64 *value);
-int bcm_fabric_stat_get32(int unit, bcm_port_t link, bcm_fabric_stat_t stat, uint32 *value);
-int bcm_fabric_stat_multi_get(int unit, bcm_port_t link, int count, bcm_fabric_stat_t *stat_array,
-                              uint64 *value_array);
-int bcm_fabric_stat_clear(int unit, bcm_port_t link);
+/*
+ * Counters of a link's pipe, or of all its pipes together; those of the unit take any link and pipe. get32
+ * cuts off, multi_get takes count selectors.
+ */
+int bcm_fabric_stat_get(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe, bcm_fabric_stat_t stat,
+                        uint64 *value);
+int bcm_fabric_stat_get32(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe, bcm_fabric_stat_t stat,
+                          uint32 *value);
+int bcm_fabric_stat_multi_get(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe, int count,
+                              bcm_fabric_stat_t *stat_array, uint64 *value_array);
+int bcm_fabric_stat_clear(int unit, bcm_port_t link, bcm_fabric_pipe_t pipe, bcm_fabric_stat_t stat);
 
 /*
- * Reachability: the links to a module as learnt, or as software says (bcmFabricControlReachabilityStatic),
- * whether it is reached at all, and how much of its traffic a link carries.
+ * Reachability in a pipe: the links to a module as learnt, or as software says
+ * (bcmFabricControlReachabilityStatic), whether it is reached at all and over how many links, and how much of
+ * its traffic a link carries.
  */
-int bcm_fabric_reachability_get(int unit, bcm_module_t modid, int max_count, bcm_port_t *link_array,
-                                int *count);
-int bcm_fabric_reachability_link_add(int unit, bcm_module_t modid, bcm_port_t link);
-int bcm_fabric_reachability_link_delete(int unit, bcm_module_t modid, bcm_port_t link);
-int bcm_fabric_reachability_clear(int unit, bcm_module_t modid);
-int bcm_fabric_reachability_status_get(int unit, bcm_module_t modid, int *reachable);
-int bcm_fabric_reachability_weight_set(int unit, bcm_module_t modid, bcm_port_t link, int weight);
-int bcm_fabric_reachability_weight_get(int unit, bcm_module_t modid, bcm_port_t link, int *weight);
+int bcm_fabric_reachability_get(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe, int max_count,
+                                bcm_port_t *link_array, int *weight_array, int *count);
+int bcm_fabric_reachability_link_add(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe, bcm_port_t link);
+int bcm_fabric_reachability_link_delete(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe,
+                                        bcm_port_t link);
+int bcm_fabric_reachability_clear(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe);
+int bcm_fabric_reachability_status_get(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe, int *reachable,
+                                       int *link_count);
+int bcm_fabric_reachability_weight_set(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe, bcm_port_t link,
+                                       int weight);
+int bcm_fabric_reachability_weight_get(int unit, bcm_module_t modid, bcm_fabric_pipe_t pipe, bcm_port_t link,
+                                       int *weight);
 
-/* Modules to which nothing is sent over the fabric, and groups of modules behind the same links. */
-int bcm_fabric_module_isolate_set(int unit, bcm_module_t modid, int isolate);
-int bcm_fabric_module_isolate_get(int unit, bcm_module_t modid, int *isolate);
+/*
+ * Modules to which no traffic of a kind is sent over the fabric, and groups of modules behind the same links.
+ */
+int bcm_fabric_module_isolate_set(int unit, bcm_module_t modid, bcm_fabric_cast_t cast, int isolate);
+int bcm_fabric_module_isolate_get(int unit, bcm_module_t modid, bcm_fabric_cast_t cast, int *isolate);
 int bcm_fabric_module_group_set(int unit, bcm_module_t modid, int group);
 int bcm_fabric_module_group_get(int unit, bcm_module_t modid, int *group);
 
@@ -346,8 +370,8 @@ int bcm_fabric_multicast_delete_all(int unit, bcm_multicast_t group);
 /* Priority in the fabric by class and colour, and the lowest that a level of congestion lets pass. */
 int bcm_fabric_priority_set(int unit, bcm_fabric_cast_t cast, int tc, bcm_color_t color, int priority);
 int bcm_fabric_priority_get(int unit, bcm_fabric_cast_t cast, int tc, bcm_color_t color, int *priority);
-int bcm_fabric_priority_threshold_set(int unit, int level, int priority);
-int bcm_fabric_priority_threshold_get(int unit, int level, int *priority);
+int bcm_fabric_priority_threshold_set(int unit, bcm_fabric_cast_t cast, int level, int priority);
+int bcm_fabric_priority_threshold_get(int unit, bcm_fabric_cast_t cast, int level, int *priority);
 
 /* Bandwidth of a kind of traffic from a core, -1 for all. */
 void bcm_fabric_bandwidth_profile_t_init(bcm_fabric_bandwidth_profile_t *profile);
@@ -367,34 +391,39 @@ int bcm_fabric_distribution_member_delete(int unit, bcm_fabric_distribution_t ds
 int bcm_fabric_distribution_member_get(int unit, bcm_fabric_distribution_t ds_id, int max_count,
                                        int *member_array, int *weight_array, int *count);
 
-/* Traffic with bandwidth of its own: the header of a port's packets, the links to a module. */
+/* Traffic with bandwidth of its own: whether and which header a port's packets get, the links to a module. */
 void bcm_fabric_tdm_editing_t_init(bcm_fabric_tdm_editing_t *editing);
-int bcm_fabric_tdm_editing_set(int unit, bcm_port_t port, bcm_fabric_tdm_editing_t *editing);
-int bcm_fabric_tdm_editing_get(int unit, bcm_port_t port, bcm_fabric_tdm_editing_t *editing);
+int bcm_fabric_tdm_editing_set(int unit, bcm_port_t port, int enable, bcm_fabric_tdm_editing_t *editing);
+int bcm_fabric_tdm_editing_get(int unit, bcm_port_t port, int *enable, bcm_fabric_tdm_editing_t *editing);
 void bcm_fabric_tdm_direct_routing_t_init(bcm_fabric_tdm_direct_routing_t *routing);
 int bcm_fabric_tdm_direct_routing_set(int unit, bcm_port_t port, bcm_fabric_tdm_direct_routing_t *routing);
 int bcm_fabric_tdm_direct_routing_get(int unit, bcm_port_t port, bcm_fabric_tdm_direct_routing_t *routing);
 int bcm_fabric_tdm_direct_routing_delete(int unit, bcm_port_t port, bcm_module_t dest_modid);
 
-/* What is dropped for want of room; a get takes cast. */
+/* Whether cells are dropped for want of room, and which; a get takes cast. */
 void bcm_fabric_config_discard_t_init(bcm_fabric_config_discard_t *discard);
-int bcm_fabric_config_discard_set(int unit, bcm_port_t link, bcm_fabric_config_discard_t *discard);
-int bcm_fabric_config_discard_get(int unit, bcm_port_t link, bcm_fabric_config_discard_t *discard);
+int bcm_fabric_config_discard_set(int unit, bcm_port_t link, int enable,
+                                  bcm_fabric_config_discard_t *discard);
+int bcm_fabric_config_discard_get(int unit, bcm_port_t link, int *enable,
+                                  bcm_fabric_config_discard_t *discard);
 
-/* Cells of the CPU's own, size 32-bit words each. receive gives BCM_E_EMPTY if none has come. */
-int bcm_fabric_cell_send(int unit, bcm_fabric_route_t *route, int size, uint32 *data);
-int bcm_fabric_cell_receive(int unit, bcm_fabric_route_t *route, int max_size, uint32 *data, int *size);
+/*
+ * Cells of the CPU's own, size 32-bit words each. receive gives BCM_E_EMPTY if none has come for timeout ms.
+ */
+int bcm_fabric_cell_send(int unit, bcm_fabric_route_t *route, int priority, int size, uint32 *data);
+int bcm_fabric_cell_receive(int unit, bcm_fabric_route_t *route, int timeout, int max_size, uint32 *data,
+                            int *size);
 
 /* Packets that share cells on their way to a module. */
 void bcm_fabric_pcp_mode_config_t_init(bcm_fabric_pcp_mode_config_t *config);
 int bcm_fabric_pcp_mode_config_set(int unit, bcm_module_t modid, bcm_fabric_pcp_mode_config_t *config);
 int bcm_fabric_pcp_mode_config_get(int unit, bcm_module_t modid, bcm_fabric_pcp_mode_config_t *config);
 
-/* Slowing down while the fabric is congested; a get takes core. level_get says how congested it is now. */
+/* Slowing down while the fabric is congested; a get takes core. level_get: how congested it is. */
 void bcm_fabric_rci_config_t_init(bcm_fabric_rci_config_t *config);
 int bcm_fabric_rci_config_set(int unit, bcm_fabric_rci_config_t config);
 int bcm_fabric_rci_config_get(int unit, bcm_fabric_rci_config_t *config);
-int bcm_fabric_rci_level_get(int unit, bcm_core_t core, int *level);
+int bcm_fabric_rci_level_get(int unit, bcm_core_t core, bcm_fabric_cast_t cast, int *level);
 
 #ifdef __cplusplus
 }

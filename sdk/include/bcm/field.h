@@ -112,18 +112,19 @@ void bcm_field_group_status_t_init(bcm_field_group_status_t *status);
 int bcm_field_group_presel_set(int unit, bcm_field_group_t group, bcm_field_presel_set_t *presel);
 int bcm_field_group_presel_get(int unit, bcm_field_group_t group, bcm_field_presel_set_t *presel);
 
-/* How calls on the unit's groups reach the chip; synchronously at first. */
-int bcm_field_group_oper_mode_set(int unit, bcm_field_group_oper_mode_t mode);
-int bcm_field_group_oper_mode_get(int unit, bcm_field_group_oper_mode_t *mode);
+/* How calls on the groups of a stage reach the chip; synchronously at first. */
+int bcm_field_group_oper_mode_set(int unit, bcm_field_stage_t stage, bcm_field_group_oper_mode_t mode);
+int bcm_field_group_oper_mode_get(int unit, bcm_field_stage_t stage, bcm_field_group_oper_mode_t *mode);
 
 /* Start with no groups, end. */
 int bcm_field_init(int unit);
 int bcm_field_detach(int unit);
 
-/* Settings for the whole unit. */
+/* Settings for the whole unit, and what a stage can do and how many groups it has. */
 int bcm_field_control_get(int unit, bcm_field_control_t control, uint32 *state);
 int bcm_field_control_set(int unit, bcm_field_control_t control, uint32 state);
-int bcm_field_stage_info_get(int unit, bcm_field_stage_t stage, bcm_field_stage_info_t *stage_info);
+int bcm_field_stage_info_get(int unit, bcm_field_stage_t stage, bcm_field_stage_info_t *stage_info,
+                             int *group_count);
 void bcm_field_udf_spec_t_init(bcm_field_udf_spec_t *udf_spec);
 
 /* Ranges min..max, both included, of what the BCM_FIELD_RANGE_* flags say; group is a group of ranges. */
@@ -184,11 +185,13 @@ int bcm_field_qset_id_multi_get(int unit, bcm_field_qset_t qset, bcm_field_quali
                                 int max_objects, int *object_arr, int *num_objects);
 void bcm_field_qset_t_init(bcm_field_qset_t *qset);
 
-/* Makes an entry, without qualifiers, actions and effect. */
+/*
+ * Makes an entry, without qualifiers, actions and effect; multi_get gives those of a group, with priorities.
+ */
 int bcm_field_entry_create(int unit, bcm_field_group_t group, bcm_field_entry_t *entry);
 int bcm_field_entry_create_id(int unit, bcm_field_group_t group, bcm_field_entry_t entry);
 int bcm_field_entry_multi_get(int unit, bcm_field_group_t group, int max_count, bcm_field_entry_t *entry_arr,
-                              int *count);
+                              int *prio_arr, int *count);
 
 /* Removes an entry, or all of the unit, with their effects. */
 int bcm_field_entry_destroy(int unit, bcm_field_entry_t entry);
@@ -227,9 +230,10 @@ int bcm_field_entry_stat_extended_get(int unit, bcm_field_entry_t entry, int lev
 /* Prints an entry. */
 int bcm_field_entry_dump(int unit, bcm_field_entry_t entry);
 
-/* Installs and removes several entries in one go; stops at the first error. */
+/* Installs and removes several entries in one go; stops at the first error, after *num_done of them. */
 void bcm_field_entry_oper_t_init(bcm_field_entry_oper_t *entry_oper);
-int bcm_field_entry_operation(int unit, uint32 num_entries, bcm_field_entry_oper_t *entry_oper);
+int bcm_field_entry_operation(int unit, uint32 num_entries, bcm_field_entry_oper_t *entry_oper,
+                              uint32 *num_done);
 
 /* Makes the chip's tables what the entries say. */
 int bcm_field_resync(int unit);
@@ -244,15 +248,15 @@ int bcm_field_qualifier_delete(int unit, bcm_field_entry_t entry, bcm_field_qual
 int bcm_field_action_config_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, int core_count,
                                 bcm_field_action_core_config_t *core_config_arr);
 int bcm_field_action_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 param0,
-                         uint32 param1);
+                         uint32 param1, uint32 param2);
 int bcm_field_action_delete(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 param0,
-                            uint32 param1);
+                            uint32 param1, uint32 param2);
 int bcm_field_action_class_add(int unit, bcm_field_entry_t entry, bcm_field_class_info_t *class_info);
 int bcm_field_action_class_get(int unit, bcm_field_entry_t entry, bcm_field_class_info_t *class_info);
 int bcm_field_action_mac_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, bcm_mac_t mac);
 int bcm_field_action_ports_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, bcm_pbmp_t pbmp);
 int bcm_field_action_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 *param0,
-                         uint32 *param1);
+                         uint32 *param1, uint32 *param2);
 int bcm_field_action_mac_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action, bcm_mac_t *mac);
 int bcm_field_action_ports_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action,
                                bcm_pbmp_t *pbmp);
@@ -265,8 +269,8 @@ void bcm_field_extraction_action_t_init(bcm_field_extraction_action_t *action);
 int bcm_field_direct_extraction_action_add(int unit, bcm_field_entry_t entry,
                                            bcm_field_extraction_action_t action, uint32 count,
                                            bcm_field_extraction_field_t *extraction_arr);
-int bcm_field_direct_extraction_action_get(int unit, bcm_field_entry_t entry,
-                                           bcm_field_extraction_action_t *action, uint32 max_count,
+int bcm_field_direct_extraction_action_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action,
+                                           uint32 *bias, uint32 max_count,
                                            bcm_field_extraction_field_t *extraction_arr, uint32 *count);
 
 /* Counters: an object of nstat kinds, for entries of the group. BCM_E_BUSY: an entry has it. */
@@ -308,7 +312,7 @@ int bcm_field_stat_counter_set(int unit, int stat_id, bcm_field_stat_t stat, uin
 void bcm_field_oam_stat_action_t_init(bcm_field_oam_stat_action_t *oam_stat_action);
 int bcm_field_oam_stat_action_add(int unit, uint32 flags, bcm_field_oam_stat_action_t *oam_stat_action);
 int bcm_field_oam_stat_action_delete(int unit, uint32 flags, bcm_field_oam_stat_action_t *oam_stat_action);
-int bcm_field_oam_stat_action_delete_all(int unit);
+int bcm_field_oam_stat_action_delete_all(int unit, uint32 flags);
 int bcm_field_oam_stat_action_get(int unit, uint32 flags, bcm_field_oam_stat_action_t *oam_stat_action);
 int bcm_field_oam_stat_action_get_all(int unit, uint32 flags, int max_count,
                                       bcm_field_oam_stat_action_t *oam_stat_action_arr, int *count);

@@ -138,26 +138,27 @@ int bcm_ipfix_unregister(int unit, bcm_ipfix_callback_t callback, void *userdata
 int bcm_ipfix_config_set(int unit, bcm_ipfix_stage_t stage, bcm_port_t port, bcm_ipfix_config_t *config);
 int bcm_ipfix_config_get(int unit, bcm_ipfix_stage_t stage, bcm_port_t port, bcm_ipfix_config_t *config);
 
-/* Exports the flows of a port at once; how many it has now, and how many of a stage found no room. */
-int bcm_ipfix_flush(int unit, bcm_ipfix_stage_t stage, bcm_port_t port);
+/* Flows of a port: exports them at once, and says how many; how many it has now, how many found no room. */
+int bcm_ipfix_flush(int unit, bcm_ipfix_stage_t stage, bcm_port_t port, uint32 *flows);
 int bcm_ipfix_flow_count_get(int unit, bcm_ipfix_stage_t stage, bcm_port_t port, uint32 *flows);
-int bcm_ipfix_lost_count_get(int unit, bcm_ipfix_stage_t stage, uint32 *flows);
+int bcm_ipfix_lost_count_get(int unit, bcm_ipfix_stage_t stage, bcm_port_t port, uint32 *flows);
 
 /*
- * Meters. create chooses the lowest free id unless BCM_IPFIX_RATE_WITH_ID, and writes it to rate_id; set and
- * get take rate_id. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND; BCM_E_BUSY while the meter has ports to mirror
- * to.
+ * Meters. create chooses the lowest free id unless BCM_IPFIX_RATE_WITH_ID, and writes it to rate_id; get also
+ * says how many flows the meter has. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND; BCM_E_BUSY while the meter
+ * has ports to mirror to.
  */
 int bcm_ipfix_rate_create(int unit, bcm_ipfix_rate_t *rate_info);
 int bcm_ipfix_rate_destroy(int unit, int rate_id);
 int bcm_ipfix_rate_destroy_all(int unit);
-int bcm_ipfix_rate_set(int unit, bcm_ipfix_rate_t *rate_info);
-int bcm_ipfix_rate_get(int unit, bcm_ipfix_rate_t *rate_info);
+int bcm_ipfix_rate_set(int unit, int rate_id, bcm_ipfix_rate_t *rate_info);
+int bcm_ipfix_rate_get(int unit, int rate_id, bcm_ipfix_rate_t *rate_info, int *flow_count);
 int bcm_ipfix_rate_traverse(int unit, bcm_ipfix_rate_traverse_cb cb, void *user_data);
 
 /* Mirroring of the flows of a meter. */
 int bcm_ipfix_rate_mirror_add(int unit, int rate_id, bcm_ipfix_mirror_config_t *config);
-int bcm_ipfix_rate_mirror_get(int unit, int rate_id, bcm_ipfix_mirror_config_t *config);
+int bcm_ipfix_rate_mirror_get(int unit, int rate_id, bcm_gport_t mirror_dest_id,
+                              bcm_ipfix_mirror_config_t *config);
 int bcm_ipfix_rate_mirror_delete(int unit, int rate_id, bcm_gport_t mirror_dest_id);
 int bcm_ipfix_rate_mirror_delete_all(int unit, int rate_id);
 

@@ -95,13 +95,14 @@ int bcm_ipmc_enable(int unit, int enable);
 
 /*
  * Entries, one per routing table, source, multicast address and VLAN. find and remove go by these,
- * get_by_index by the place in the table.
+ * get_by_index by the place in the table, which add and find say in *index. remove_all takes those of a
+ * routing table, -1 for all.
  */
 void bcm_ipmc_addr_t_init(bcm_ipmc_addr_t *ipmc);
-int bcm_ipmc_add(int unit, bcm_ipmc_addr_t *ipmc);
-int bcm_ipmc_find(int unit, bcm_ipmc_addr_t *ipmc);
+int bcm_ipmc_add(int unit, bcm_ipmc_addr_t *ipmc, int *index);
+int bcm_ipmc_find(int unit, bcm_ipmc_addr_t *ipmc, int *index);
 int bcm_ipmc_remove(int unit, bcm_ipmc_addr_t *ipmc);
-int bcm_ipmc_remove_all(int unit);
+int bcm_ipmc_remove_all(int unit, bcm_vrf_t vrf);
 int bcm_ipmc_get_by_index(int unit, int index, bcm_ipmc_addr_t *ipmc);
 
 /* age removes what was not used since its last call, and tells each (the callback may be null). */
@@ -134,13 +135,13 @@ void bcm_ipmc_counters_t_init(bcm_ipmc_counters_t *counters);
 int bcm_ipmc_counters_get(int unit, bcm_port_t port, bcm_ipmc_counters_t *counters);
 int bcm_ipmc_counters_clear(int unit, bcm_port_t port);
 
-/* Ranges. get goes by address and mask; size_get says how many there can be. */
+/* Ranges. get goes by address and mask; size_get says how many there can be, and are. */
 void bcm_ipmc_range_t_init(bcm_ipmc_range_t *range);
 int bcm_ipmc_range_add(int unit, bcm_ipmc_range_t *range);
 int bcm_ipmc_range_delete(int unit, bcm_ipmc_range_t *range);
 int bcm_ipmc_range_delete_all(int unit);
 int bcm_ipmc_range_get(int unit, bcm_ipmc_range_t *range);
-int bcm_ipmc_range_size_get(int unit, int *size);
+int bcm_ipmc_range_size_get(int unit, int *size, int *used);
 
 /* Rendezvous points, and the interfaces on which packets towards one may arrive. */
 int bcm_ipmc_rp_create(int unit, uint32 flags, int *rp_id);

@@ -452,8 +452,8 @@ int bcm_l3_host_traverse(int unit, uint32 flags, uint32 start, uint32 end, bcm_l
                          void *user_data);
 
 /* An entry that is not valid stays in the table, but is not found by packets. */
-int bcm_l3_host_invalidate_entry(int unit, bcm_ip_t info);
-int bcm_l3_host_validate_entry(int unit, bcm_ip_t info);
+int bcm_l3_host_invalidate_entry(int unit, bcm_vrf_t vrf, bcm_ip_t info);
+int bcm_l3_host_validate_entry(int unit, bcm_vrf_t vrf, bcm_ip_t info);
 
 /* Counters of a host. */
 int bcm_l3_host_stat_get(int unit, bcm_l3_host_t *host, bcm_l3_stat_t stat, uint64 *val);
@@ -570,14 +570,13 @@ int bcm_l3_egress_ecmp_ethertype_get(int unit, uint32 *flags, int ethertype_max,
 int bcm_l3_egress_ecmp_member_status_set(int unit, bcm_if_t intf, int status);
 int bcm_l3_egress_ecmp_member_status_get(int unit, bcm_if_t intf, int *status);
 
-/* Hash values of resilient groups: those that match, and giving the first num_entries of them a new path. */
+/* Hash values of resilient groups: those that match, and giving the first *num_entries of them a new path. */
 int bcm_l3_egress_ecmp_resilient_traverse(int unit, uint32 flags,
                                           bcm_l3_egress_ecmp_resilient_entry_t *match_entry,
                                           bcm_l3_egress_ecmp_resilient_traverse_cb trav_fn, void *user_data);
 int bcm_l3_egress_ecmp_resilient_replace(int unit, uint32 flags,
-                                         bcm_l3_egress_ecmp_resilient_entry_t *match_entry,
-                                         int *num_entries,
-                                         bcm_l3_egress_ecmp_resilient_entry_t *replace_entry);
+                                         bcm_l3_egress_ecmp_resilient_entry_t *match_entry, bcm_if_t new_intf,
+                                         int *num_entries);
 
 /* Counters of an egress object. */
 int bcm_l3_egress_stat_get(int unit, bcm_if_t intf_id, bcm_l3_stat_t stat, uint64 *val);
@@ -646,13 +645,16 @@ int bcm_l3_ip6_prefix_map_add(int unit, bcm_ip6_t ip6_addr);
 int bcm_l3_ip6_prefix_map_delete(int unit, bcm_ip6_t ip6_addr);
 int bcm_l3_ip6_prefix_map_delete_all(int unit);
 
-/* Source binding: where it is enabled, a packet is dropped unless an entry allows its source. */
+/*
+ * Source binding: where it is enabled, a packet is dropped unless an entry allows its source. delete_all
+ * takes the entries of a port, -1 for all.
+ */
 void bcm_l3_source_bind_t_init(bcm_l3_source_bind_t *info);
 int bcm_l3_source_bind_enable_set(int unit, bcm_port_t port, int enable);
 int bcm_l3_source_bind_enable_get(int unit, bcm_port_t port, int *enable);
 int bcm_l3_source_bind_add(int unit, bcm_l3_source_bind_t *info);
 int bcm_l3_source_bind_delete(int unit, bcm_l3_source_bind_t *info);
-int bcm_l3_source_bind_delete_all(int unit);
+int bcm_l3_source_bind_delete_all(int unit, bcm_port_t port);
 int bcm_l3_source_bind_get(int unit, bcm_l3_source_bind_t *info);
 int bcm_l3_source_bind_traverse(int unit, bcm_l3_source_bind_traverse_cb cb, void *user_data);
 

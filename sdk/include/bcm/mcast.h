@@ -38,10 +38,13 @@ int bcm_mcast_detach(int unit);
 /* All members zero but those given. */
 void bcm_mcast_addr_t_init(bcm_mcast_addr_t *mcaddr, bcm_mac_t mac, bcm_vlan_t vid);
 
-/* Entries, one per address and VLAN. add gives BCM_E_EXISTS; port_get reads one. */
+/*
+ * Entries, one per address and VLAN. add gives BCM_E_EXISTS; port_get reads one; remove_all takes those of a
+ * VLAN, 0 for all.
+ */
 int bcm_mcast_addr_add(int unit, bcm_mcast_addr_t *mcaddr);
 int bcm_mcast_addr_remove(int unit, bcm_mac_t mac, bcm_vlan_t vid);
-int bcm_mcast_addr_remove_all(int unit);
+int bcm_mcast_addr_remove_all(int unit, bcm_vlan_t vid);
 int bcm_mcast_port_get(int unit, bcm_mac_t mac, bcm_vlan_t vid, bcm_mcast_addr_t *mcaddr);
 
 /* Adds the ports of mcaddr to an entry, or takes them out. */

@@ -104,31 +104,35 @@ typedef int (*bcm_mim_vpn_traverse_cb)(int unit, bcm_mim_vpn_config_t *info, voi
 int bcm_mim_init(int unit);
 int bcm_mim_detach(int unit);
 
-/* Instances. create writes the number to vpn; destroy takes out the ports first. */
+/* Instances. create writes the number to vpn; destroy takes out the ports first, get tells how many. */
 void bcm_mim_vpn_config_t_init(bcm_mim_vpn_config_t *info);
 int bcm_mim_vpn_create(int unit, bcm_mim_vpn_config_t *info);
 int bcm_mim_vpn_destroy(int unit, bcm_vpn_t vpn);
 int bcm_mim_vpn_destroy_all(int unit);
-int bcm_mim_vpn_get(int unit, bcm_vpn_t vpn, bcm_mim_vpn_config_t *info);
+int bcm_mim_vpn_get(int unit, bcm_vpn_t vpn, bcm_mim_vpn_config_t *info, int *port_count);
 int bcm_mim_vpn_traverse(int unit, bcm_mim_vpn_traverse_cb cb, void *user_data);
 
-/* Ports. add writes the gport to mim_port_id; get goes by it, and get_all writes at most port_max. */
+/* Ports. add writes the gport to mim_port_id; get_all writes at most port_max. */
 void bcm_mim_port_t_init(bcm_mim_port_t *mim_port);
 int bcm_mim_port_add(int unit, bcm_vpn_t vpn, bcm_mim_port_t *mim_port);
 int bcm_mim_port_delete(int unit, bcm_vpn_t vpn, bcm_gport_t mim_port_id);
 int bcm_mim_port_delete_all(int unit, bcm_vpn_t vpn);
-int bcm_mim_port_get(int unit, bcm_vpn_t vpn, bcm_mim_port_t *mim_port);
+int bcm_mim_port_get(int unit, bcm_vpn_t vpn, bcm_gport_t mim_port_id, bcm_mim_port_t *mim_port);
 int bcm_mim_port_get_all(int unit, bcm_vpn_t vpn, int port_max, bcm_mim_port_t *port_array, int *port_count);
 
-/* Counters of a port. They count while enabled; the 32-bit getter cuts off. */
+/*
+ * Counters of a port, by class of service, -1 for all. They count while enabled; the 32-bit getters cut off.
+ */
 int bcm_mim_stat_enable_set(int unit, bcm_vpn_t vpn, bcm_gport_t port, int enable);
-int bcm_mim_stat_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mim_stat_t stat, uint64 *val);
-int bcm_mim_stat_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mim_stat_t stat, uint32 *val);
-int bcm_mim_stat_multi_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, int nstat, bcm_mim_stat_t *stat_arr,
-                           uint64 *value_arr);
-int bcm_mim_stat_multi_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, int nstat, bcm_mim_stat_t *stat_arr,
-                             uint32 *value_arr);
-int bcm_mim_stat_clear(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mim_stat_t stat);
+int bcm_mim_stat_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mim_stat_t stat,
+                     uint64 *val);
+int bcm_mim_stat_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mim_stat_t stat,
+                       uint32 *val);
+int bcm_mim_stat_multi_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, int nstat,
+                           bcm_mim_stat_t *stat_arr, uint64 *value_arr);
+int bcm_mim_stat_multi_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, int nstat,
+                             bcm_mim_stat_t *stat_arr, uint32 *value_arr);
+int bcm_mim_stat_clear(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mim_stat_t stat);
 
 /* Flexible counters of a port. */
 int bcm_mim_port_stat_attach(int unit, bcm_vpn_t vpn, bcm_gport_t port, uint32 stat_counter_id);

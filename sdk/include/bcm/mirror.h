@@ -164,23 +164,27 @@ int bcm_mirror_port_set(int unit, bcm_port_t port, bcm_module_t dest_mod, bcm_po
 int bcm_mirror_port_get(int unit, bcm_port_t port, bcm_module_t *dest_mod, bcm_port_t *dest_port,
                         uint32 *flags);
 
-/* The VLAN tag that copies get at a mirroring port (tpid of 0: none), and the tags of a port's copies. */
-int bcm_mirror_vlan_set(int unit, bcm_port_t port, bcm_tpid_t tpid, bcm_vlan_t vlan);
-int bcm_mirror_vlan_get(int unit, bcm_port_t port, bcm_tpid_t *tpid, bcm_vlan_t *vlan);
+/*
+ * The VLAN tag that copies get at a mirroring port (tpid of 0: none) with the priority in it, 0..7, and the
+ * tags of a port's copies.
+ */
+int bcm_mirror_vlan_set(int unit, bcm_port_t port, bcm_tpid_t tpid, bcm_vlan_t vlan, int pri);
+int bcm_mirror_vlan_get(int unit, bcm_port_t port, bcm_tpid_t *tpid, bcm_vlan_t *vlan, int *pri);
 void bcm_mirror_port_info_t_init(bcm_mirror_port_info_t *info);
 int bcm_mirror_port_info_set(int unit, bcm_port_t port, bcm_mirror_port_info_t *info);
 int bcm_mirror_port_info_get(int unit, bcm_port_t port, bcm_mirror_port_info_t *info);
 
 /*
  * Destinations. create chooses the lowest free id unless BCM_MIRROR_DEST_WITH_ID, and writes it to
- * mirror_dest_id; BCM_E_EXISTS, BCM_E_FULL. destroy gives BCM_E_BUSY while a port uses it. find gives the
- * lowest id of one that is equal in every other member.
+ * mirror_dest_id; BCM_E_EXISTS, BCM_E_FULL. destroy gives BCM_E_BUSY while a port uses it, get says how many
+ * do. find gives the lowest id of one that is equal in every other member.
  */
 void bcm_mirror_destination_t_init(bcm_mirror_destination_t *mirror_dest);
 void bcm_mirror_options_t_init(bcm_mirror_options_t *options);
 int bcm_mirror_destination_create(int unit, bcm_mirror_destination_t *mirror_dest);
 int bcm_mirror_destination_destroy(int unit, bcm_gport_t mirror_dest_id);
-int bcm_mirror_destination_get(int unit, bcm_gport_t mirror_dest_id, bcm_mirror_destination_t *mirror_dest);
+int bcm_mirror_destination_get(int unit, bcm_gport_t mirror_dest_id, bcm_mirror_destination_t *mirror_dest,
+                               int *use_count);
 int bcm_mirror_destination_find(int unit, bcm_mirror_destination_t *mirror_dest, bcm_gport_t *mirror_dest_id);
 int bcm_mirror_destination_traverse(int unit, bcm_mirror_destination_traverse_cb cb, void *user_data);
 
@@ -190,21 +194,22 @@ int bcm_mirror_destination_enable_get(int unit, bcm_gport_t mirror_dest_id, int 
 
 /*
  * Destinations of a port's packets, and of those in one VLAN; flags are BCM_MIRROR_PORT_*. get writes at most
- * mirror_dest_size of those with the flags. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND.
+ * mirror_dest_size of those with any of the flags, and says which each has. BCM_E_EXISTS, BCM_E_FULL,
+ * BCM_E_NOT_FOUND.
  */
 int bcm_mirror_port_destination_add(int unit, bcm_port_t port, uint32 flags, bcm_gport_t mirror_dest_id,
                                     bcm_mirror_options_t options);
 int bcm_mirror_port_destination_delete(int unit, bcm_port_t port, uint32 flags, bcm_gport_t mirror_dest_id);
 int bcm_mirror_port_destination_delete_all(int unit, bcm_port_t port, uint32 flags);
 int bcm_mirror_port_destination_get(int unit, bcm_port_t port, uint32 flags, int mirror_dest_size,
-                                    bcm_gport_t *mirror_dest, int *mirror_dest_count);
+                                    bcm_gport_t *mirror_dest, uint32 *mirror_flags, int *mirror_dest_count);
 int bcm_mirror_port_vlan_destination_add(int unit, bcm_port_t port, bcm_vlan_t vlan, uint32 flags,
                                          bcm_gport_t mirror_dest_id, bcm_mirror_options_t options);
 int bcm_mirror_port_vlan_destination_delete(int unit, bcm_port_t port, bcm_vlan_t vlan, uint32 flags,
                                             bcm_gport_t mirror_dest_id);
 int bcm_mirror_port_vlan_destination_delete_all(int unit, bcm_port_t port, bcm_vlan_t vlan, uint32 flags);
 int bcm_mirror_port_vlan_destination_get(int unit, bcm_port_t port, bcm_vlan_t vlan, uint32 flags,
-                                         int mirror_dest_size, bcm_gport_t *mirror_dest,
+                                         int mirror_dest_size, bcm_gport_t *mirror_dest, uint32 *mirror_flags,
                                          int *mirror_dest_count);
 
 /* Counters of a destination; get32 cuts off. */

@@ -195,29 +195,32 @@ typedef int (*bcm_mpls_entropy_identifier_traverse_cb)(int unit, bcm_mpls_entrop
 int bcm_mpls_init(int unit);
 int bcm_mpls_cleanup(int unit);
 
-/* Switching instances. create writes the number to vpn; destroy takes out the ports first. */
+/*
+ * Switching instances. create writes the number to vpn; destroy takes out the ports first, get says how many
+ * there are.
+ */
 void bcm_mpls_vpn_config_t_init(bcm_mpls_vpn_config_t *info);
 int bcm_mpls_vpn_id_create(int unit, bcm_mpls_vpn_config_t *info);
 int bcm_mpls_vpn_id_destroy(int unit, bcm_vpn_t vpn);
 int bcm_mpls_vpn_id_destroy_all(int unit);
-int bcm_mpls_vpn_id_get(int unit, bcm_vpn_t vpn, bcm_mpls_vpn_config_t *info);
+int bcm_mpls_vpn_id_get(int unit, bcm_vpn_t vpn, bcm_mpls_vpn_config_t *info, int *port_count);
 int bcm_mpls_vpn_traverse(int unit, bcm_mpls_vpn_traverse_cb cb, void *user_data);
 
-/* Ports. add writes the gport to mpls_port_id; get goes by it. */
+/* Ports. add writes the gport to mpls_port_id; get also says whether packets can be sent to it, 0 or 1. */
 void bcm_mpls_port_t_init(bcm_mpls_port_t *mpls_port);
 int bcm_mpls_port_add(int unit, bcm_vpn_t vpn, bcm_mpls_port_t *mpls_port);
 int bcm_mpls_port_delete(int unit, bcm_vpn_t vpn, bcm_gport_t mpls_port_id);
 int bcm_mpls_port_delete_all(int unit, bcm_vpn_t vpn);
-int bcm_mpls_port_get(int unit, bcm_vpn_t vpn, bcm_mpls_port_t *mpls_port);
+int bcm_mpls_port_get(int unit, bcm_vpn_t vpn, bcm_gport_t mpls_port_id, bcm_mpls_port_t *mpls_port, int *up);
 int bcm_mpls_port_get_all(int unit, bcm_vpn_t vpn, int port_max, bcm_mpls_port_t *port_array,
                           int *port_count);
 
-/* Labels that an interface pushes, the outermost first; set gives it those, create a tunnel id as well. */
+/* Labels that an interface pushes, the outermost first; set gives it those, create also *tunnel_id. */
 void bcm_mpls_egress_label_t_init(bcm_mpls_egress_label_t *label);
 int bcm_mpls_tunnel_initiator_set(int unit, bcm_if_t intf, int num_labels,
                                   bcm_mpls_egress_label_t *label_array);
 int bcm_mpls_tunnel_initiator_create(int unit, bcm_if_t intf, int num_labels,
-                                     bcm_mpls_egress_label_t *label_array);
+                                     bcm_mpls_egress_label_t *label_array, bcm_gport_t *tunnel_id);
 int bcm_mpls_tunnel_initiator_clear(int unit, bcm_if_t intf);
 int bcm_mpls_tunnel_initiator_clear_all(int unit);
 int bcm_mpls_tunnel_initiator_get(int unit, bcm_if_t intf, int label_max,
@@ -225,16 +228,18 @@ int bcm_mpls_tunnel_initiator_get(int unit, bcm_if_t intf, int label_max,
 
 /*
  * Incoming labels, by label, second label, port and interface; create gives an entry a tunnel id as well.
- * size_get says how many there can be.
+ * delete_all takes those on a port, BCM_GPORT_INVALID for all; size_get says how many there can be, and are.
  */
 void bcm_mpls_tunnel_switch_t_init(bcm_mpls_tunnel_switch_t *info);
 int bcm_mpls_tunnel_switch_add(int unit, bcm_mpls_tunnel_switch_t *info);
 int bcm_mpls_tunnel_switch_create(int unit, bcm_mpls_tunnel_switch_t *info);
-int bcm_mpls_tunnel_switch_delete(int unit, bcm_mpls_tunnel_switch_t *info);
-int bcm_mpls_tunnel_switch_delete_all(int unit);
-int bcm_mpls_tunnel_switch_get(int unit, bcm_mpls_tunnel_switch_t *info);
+int bcm_mpls_tunnel_switch_delete(int unit, bcm_mpls_label_t label, bcm_mpls_label_t second_label,
+                                  bcm_gport_t port, bcm_if_t match_intf);
+int bcm_mpls_tunnel_switch_delete_all(int unit, bcm_gport_t port);
+int bcm_mpls_tunnel_switch_get(int unit, bcm_mpls_label_t label, bcm_mpls_label_t second_label,
+                               bcm_gport_t port, bcm_if_t match_intf, bcm_mpls_tunnel_switch_t *info);
 int bcm_mpls_tunnel_switch_traverse(int unit, bcm_mpls_tunnel_switch_traverse_cb cb, void *user_data);
-int bcm_mpls_tunnel_switch_size_get(int unit, int *size);
+int bcm_mpls_tunnel_switch_size_get(int unit, int *size, int *used);
 
 /* Ranges of labels, which may not overlap (BCM_E_EXISTS). */
 void bcm_mpls_range_action_t_init(bcm_mpls_range_action_t *action);
@@ -247,9 +252,10 @@ int bcm_mpls_range_action_get(int unit, bcm_mpls_label_t label_low, bcm_mpls_lab
 /* Labels that announce an entropy label. options has no flags yet. */
 void bcm_mpls_entropy_identifier_t_init(bcm_mpls_entropy_identifier_t *info);
 int bcm_mpls_entropy_identifier_add(int unit, uint32 options, bcm_mpls_entropy_identifier_t *info);
-int bcm_mpls_entropy_identifier_delete(int unit, bcm_mpls_entropy_identifier_t *info);
+int bcm_mpls_entropy_identifier_delete(int unit, bcm_mpls_label_t label, bcm_mpls_label_t label_mask);
 int bcm_mpls_entropy_identifier_delete_all(int unit);
-int bcm_mpls_entropy_identifier_get(int unit, bcm_mpls_entropy_identifier_t *info);
+int bcm_mpls_entropy_identifier_get(int unit, bcm_mpls_label_t label, bcm_mpls_label_t label_mask,
+                                    bcm_mpls_entropy_identifier_t *info);
 int bcm_mpls_entropy_identifier_traverse(int unit, bcm_mpls_entropy_identifier_traverse_cb cb,
                                          void *user_data);
 
@@ -261,19 +267,21 @@ int bcm_mpls_exp_map_set(int unit, int exp_map_id, bcm_mpls_exp_map_t *exp_map);
 int bcm_mpls_exp_map_get(int unit, int exp_map_id, bcm_mpls_exp_map_t *exp_map);
 
 /*
- * Counters of an incoming label on a port, BCM_GPORT_INVALID for all. They count while enabled; the sync
- * getters read the chip, the others what was collected last; the 32-bit getters cut off.
+ * Counters of an incoming label on a port, BCM_GPORT_INVALID for all, by class of service, -1 for all. They
+ * count while enabled; the sync getters read the chip, the others what was collected last; the 32-bit getters
+ * cut off.
  */
 int bcm_mpls_label_stat_enable_set(int unit, bcm_mpls_label_t label, bcm_gport_t port, int enable);
-int bcm_mpls_label_stat_get(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat,
-                            uint64 *val);
-int bcm_mpls_label_stat_get32(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat,
-                              uint32 *val);
-int bcm_mpls_label_stat_sync_get(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat,
-                                 uint64 *val);
-int bcm_mpls_label_stat_sync_get32(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat,
-                                   uint32 *val);
-int bcm_mpls_label_stat_clear(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat);
+int bcm_mpls_label_stat_get(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_cos_t cos,
+                            bcm_mpls_stat_t stat, uint64 *val);
+int bcm_mpls_label_stat_get32(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_cos_t cos,
+                              bcm_mpls_stat_t stat, uint32 *val);
+int bcm_mpls_label_stat_sync_get(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_cos_t cos,
+                                 bcm_mpls_stat_t stat, uint64 *val);
+int bcm_mpls_label_stat_sync_get32(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_cos_t cos,
+                                   bcm_mpls_stat_t stat, uint32 *val);
+int bcm_mpls_label_stat_clear(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_cos_t cos,
+                              bcm_mpls_stat_t stat);
 
 /* Flexible counters of an incoming label. */
 int bcm_mpls_label_stat_attach(int unit, bcm_mpls_label_t label, bcm_gport_t port, uint32 stat_counter_id);
@@ -290,11 +298,13 @@ int bcm_mpls_label_stat_counter_set(int unit, bcm_mpls_label_t label, bcm_gport_
 int bcm_mpls_label_stat_id_get(int unit, bcm_mpls_label_t label, bcm_gport_t port, bcm_mpls_stat_t stat,
                                uint32 *stat_counter_id);
 
-/* Counters of a port. */
+/* Counters of a port, likewise. */
 int bcm_mpls_port_stat_enable_set(int unit, bcm_vpn_t vpn, bcm_gport_t port, int enable);
-int bcm_mpls_port_stat_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mpls_stat_t stat, uint64 *val);
-int bcm_mpls_port_stat_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mpls_stat_t stat, uint32 *val);
-int bcm_mpls_port_stat_clear(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_mpls_stat_t stat);
+int bcm_mpls_port_stat_get(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mpls_stat_t stat,
+                           uint64 *val);
+int bcm_mpls_port_stat_get32(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mpls_stat_t stat,
+                             uint32 *val);
+int bcm_mpls_port_stat_clear(int unit, bcm_vpn_t vpn, bcm_gport_t port, bcm_cos_t cos, bcm_mpls_stat_t stat);
 
 /* Flexible counters of a port. */
 int bcm_mpls_port_stat_attach(int unit, bcm_vpn_t vpn, bcm_gport_t port, uint32 stat_counter_id);

@@ -63,12 +63,12 @@ int bcm_multicast_detach(int unit);
 /*
  * Groups. create chooses a free one of the kind that flags give, or takes the one given with
  * BCM_MULTICAST_WITH_ID (BCM_E_EXISTS); multi_alloc takes several with consecutive ids. group_get reads the
- * kind; the traversal visits groups of one kind, or all with flags 0.
+ * kind and the number of members; the traversal visits groups of one kind, or all with flags 0.
  */
 int bcm_multicast_create(int unit, uint32 flags, bcm_multicast_t *group);
 int bcm_multicast_multi_alloc(int unit, uint32 flags, int nof_groups, bcm_multicast_t *base_group);
 int bcm_multicast_destroy(int unit, bcm_multicast_t group);
-int bcm_multicast_group_get(int unit, bcm_multicast_t group, uint32 *flags);
+int bcm_multicast_group_get(int unit, bcm_multicast_t group, uint32 *flags, int *rep_count);
 int bcm_multicast_group_is_free(int unit, bcm_multicast_t group, int *is_free);
 int bcm_multicast_group_free_range_get(int unit, uint32 flags, bcm_multicast_t *group_min,
                                        bcm_multicast_t *group_max);
@@ -79,14 +79,17 @@ int bcm_multicast_group_traverse(int unit, bcm_multicast_group_traverse_cb_t tra
 int bcm_multicast_control_set(int unit, bcm_multicast_t group, bcm_multicast_control_t type, int arg);
 int bcm_multicast_control_get(int unit, bcm_multicast_t group, bcm_multicast_control_t type, int *arg);
 
-/* Members, whatever the place where copies are made; BCM_MULTICAST_*_GROUP in flags says which. */
+/*
+ * Members, whatever the place where copies are made; BCM_MULTICAST_*_GROUP in flags says which. After an
+ * error, *done_count says how many elements of rep_array were dealt with.
+ */
 void bcm_multicast_replication_t_init(bcm_multicast_replication_t *replication);
 int bcm_multicast_set(int unit, bcm_multicast_t group, uint32 flags, int nof_replications,
-                      bcm_multicast_replication_t *rep_array);
+                      bcm_multicast_replication_t *rep_array, int *done_count);
 int bcm_multicast_add(int unit, bcm_multicast_t group, uint32 flags, int nof_replications,
-                      bcm_multicast_replication_t *rep_array);
+                      bcm_multicast_replication_t *rep_array, int *done_count);
 int bcm_multicast_delete(int unit, bcm_multicast_t group, uint32 flags, int nof_replications,
-                         bcm_multicast_replication_t *rep_array);
+                         bcm_multicast_replication_t *rep_array, int *done_count);
 int bcm_multicast_get(int unit, bcm_multicast_t group, uint32 flags, int replications_max,
                       bcm_multicast_replication_t *out_rep_array, int *out_rep_count);
 
@@ -120,10 +123,13 @@ int bcm_multicast_egress_subscriber_get(int unit, bcm_multicast_t group, int por
                                         bcm_gport_t *port_array, bcm_if_t *encap_id_array,
                                         bcm_gport_t *subscriber_queue_array, int *port_count);
 
-/* A port seen from its groups: which have it as a member, and out of all of them. */
-int bcm_multicast_port_groups_get(int unit, bcm_gport_t port, int group_max, bcm_multicast_t *group_array,
-                                  int *group_count);
-int bcm_multicast_port_delete(int unit, bcm_gport_t port);
+/*
+ * A port seen from its groups, of one kind, or all with flags 0: which have it as a member and with which
+ * encapsulation; and out of all of them.
+ */
+int bcm_multicast_port_groups_get(int unit, bcm_gport_t port, uint32 flags, int group_max,
+                                  bcm_multicast_t *group_array, bcm_if_t *encap_id_array, int *group_count);
+int bcm_multicast_port_delete(int unit, bcm_gport_t port, uint32 flags, int *group_count);
 
 /* VLANs of which a port gets a copy each, by line of the table of routed groups. */
 int bcm_multicast_repl_set(int unit, int mc_index, bcm_port_t port, bcm_vlan_vector_t vlan_vec);

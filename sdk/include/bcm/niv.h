@@ -71,20 +71,21 @@ typedef int (*bcm_niv_forward_traverse_cb)(int unit, bcm_niv_forward_t *iv_fwd_e
 int bcm_niv_init(int unit);
 int bcm_niv_cleanup(int unit);
 
-/* Interfaces. add writes the gport to niv_port_id; get goes by niv_port_id. */
+/* Interfaces. add writes the gport to niv_port_id; delete_all takes those at a port, -1 for all. */
 void bcm_niv_port_t_init(bcm_niv_port_t *niv_port);
 int bcm_niv_port_add(int unit, bcm_niv_port_t *niv_port);
 int bcm_niv_port_delete(int unit, bcm_gport_t niv_port_id);
-int bcm_niv_port_delete_all(int unit);
-int bcm_niv_port_get(int unit, bcm_niv_port_t *niv_port);
+int bcm_niv_port_delete_all(int unit, bcm_gport_t port);
+int bcm_niv_port_get(int unit, bcm_gport_t niv_port_id, bcm_niv_port_t *niv_port);
 int bcm_niv_port_traverse(int unit, bcm_niv_port_traverse_cb cb, void *user_data);
 
-/* Entries of an extender, one per name space and interface. */
+/* Entries of an extender, one per name space and interface; delete_all takes those of a space, -1 for all. */
 void bcm_niv_forward_t_init(bcm_niv_forward_t *iv_fwd_entry);
 int bcm_niv_forward_add(int unit, bcm_niv_forward_t *iv_fwd_entry);
-int bcm_niv_forward_delete(int unit, bcm_niv_forward_t *iv_fwd_entry);
-int bcm_niv_forward_delete_all(int unit);
-int bcm_niv_forward_get(int unit, bcm_niv_forward_t *iv_fwd_entry);
+int bcm_niv_forward_delete(int unit, int name_space, uint16 virtual_interface_id);
+int bcm_niv_forward_delete_all(int unit, int name_space);
+int bcm_niv_forward_get(int unit, int name_space, uint16 virtual_interface_id,
+                        bcm_niv_forward_t *iv_fwd_entry);
 int bcm_niv_forward_traverse(int unit, bcm_niv_forward_traverse_cb cb, void *user_data);
 
 /*

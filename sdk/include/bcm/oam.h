@@ -682,49 +682,49 @@ int bcm_oam_pri_map_create(int unit, uint32 flags, int pri_count, int *offset_ar
 int bcm_oam_pri_map_get(int unit, int pri_map_id, int pri_max, int *offset_array, int *pri_count);
 int bcm_oam_pri_map_destroy(int unit, int pri_map_id);
 
-/* Loss measurement. */
+/* Loss measurement. Here and below, get takes the endpoint, and the remote one if any, from the record. */
 void bcm_oam_loss_t_init(bcm_oam_loss_t *loss);
 int bcm_oam_loss_add(int unit, bcm_oam_loss_t *loss);
 int bcm_oam_loss_get(int unit, bcm_oam_loss_t *loss);
-int bcm_oam_loss_delete(int unit, bcm_oam_loss_t *loss);
+int bcm_oam_loss_delete(int unit, bcm_oam_endpoint_t id, bcm_oam_endpoint_t remote_id);
 
 /* Delay measurement. */
 void bcm_oam_delay_t_init(bcm_oam_delay_t *delay);
 int bcm_oam_delay_add(int unit, bcm_oam_delay_t *delay);
 int bcm_oam_delay_get(int unit, bcm_oam_delay_t *delay);
-int bcm_oam_delay_delete(int unit, bcm_oam_delay_t *delay);
+int bcm_oam_delay_delete(int unit, bcm_oam_endpoint_t id, bcm_oam_endpoint_t remote_id);
 
 /* Alarm indication. */
 int bcm_oam_ais_add(int unit, bcm_oam_ais_t *ais);
 int bcm_oam_ais_get(int unit, bcm_oam_ais_t *ais);
-int bcm_oam_ais_delete(int unit, bcm_oam_ais_t *ais);
+int bcm_oam_ais_delete(int unit, bcm_oam_endpoint_t id);
 
 /* Sending test packets, and receiving them. */
 void bcm_oam_tst_tx_t_init(bcm_oam_tst_tx_t *tst_tx);
 int bcm_oam_tst_tx_add(int unit, bcm_oam_tst_tx_t *tst_tx);
 int bcm_oam_tst_tx_get(int unit, bcm_oam_tst_tx_t *tst_tx);
-int bcm_oam_tst_tx_delete(int unit, bcm_oam_tst_tx_t *tst_tx);
+int bcm_oam_tst_tx_delete(int unit, bcm_oam_endpoint_t id);
 void bcm_oam_tst_rx_t_init(bcm_oam_tst_rx_t *tst_rx);
 int bcm_oam_tst_rx_add(int unit, bcm_oam_tst_rx_t *tst_rx);
 int bcm_oam_tst_rx_get(int unit, bcm_oam_tst_rx_t *tst_rx);
-int bcm_oam_tst_rx_delete(int unit, bcm_oam_tst_rx_t *tst_rx);
+int bcm_oam_tst_rx_delete(int unit, bcm_oam_endpoint_t id);
 
 /* Loopback. */
 void bcm_oam_loopback_t_init(bcm_oam_loopback_t *loopback);
 int bcm_oam_loopback_add(int unit, bcm_oam_loopback_t *loopback);
 int bcm_oam_loopback_get(int unit, bcm_oam_loopback_t *loopback);
-int bcm_oam_loopback_delete(int unit, bcm_oam_loopback_t *loopback);
+int bcm_oam_loopback_delete(int unit, bcm_oam_endpoint_t id);
 
 /* Protection state coordination. */
 void bcm_oam_psc_t_init(bcm_oam_psc_t *psc);
 int bcm_oam_psc_add(int unit, bcm_oam_psc_t *psc);
 int bcm_oam_psc_get(int unit, bcm_oam_psc_t *psc);
-int bcm_oam_psc_delete(int unit, bcm_oam_psc_t *psc);
+int bcm_oam_psc_delete(int unit, bcm_oam_endpoint_t id);
 
 /* Status of pseudowires. */
 int bcm_oam_pw_status_add(int unit, bcm_oam_pw_status_t *pw_status);
 int bcm_oam_pw_status_get(int unit, bcm_oam_pw_status_t *pw_status);
-int bcm_oam_pw_status_delete(int unit, bcm_oam_pw_status_t *pw_status);
+int bcm_oam_pw_status_delete(int unit, bcm_oam_endpoint_t id);
 
 /*
  * Profiles. create writes the id; deleting one that endpoints have gives BCM_E_BUSY. An endpoint has at
@@ -732,15 +732,19 @@ int bcm_oam_pw_status_delete(int unit, bcm_oam_pw_status_t *pw_status);
  */
 void bcm_oam_pm_profile_info_t_init(bcm_oam_pm_profile_info_t *profile_info);
 int bcm_oam_pm_profile_create(int unit, bcm_oam_pm_profile_info_t *profile_info);
-int bcm_oam_pm_profile_get(int unit, bcm_oam_pm_profile_info_t *profile_info);
+int bcm_oam_pm_profile_get(int unit, bcm_oam_pm_profile_t profile_id,
+                           bcm_oam_pm_profile_info_t *profile_info);
 int bcm_oam_pm_profile_delete(int unit, bcm_oam_pm_profile_t profile_id);
 int bcm_oam_pm_profile_traverse(int unit, bcm_oam_pm_profile_traverse_cb cb, void *user_data);
 int bcm_oam_pm_profile_attach(int unit, bcm_oam_endpoint_t endpoint, bcm_oam_pm_profile_t profile_id);
 int bcm_oam_pm_profile_detach(int unit, bcm_oam_endpoint_t endpoint, bcm_oam_pm_profile_t profile_id);
 
-/* What profiles gathered, and callbacks on the thresholds of profiles and on raw data. */
+/*
+ * What profiles gathered, in the present interval (0) or one of those before (1 for the last), and callbacks
+ * on the thresholds of profiles and on raw data.
+ */
 void bcm_oam_pm_stats_t_init(bcm_oam_pm_stats_t *stats);
-int bcm_oam_pm_stats_get(int unit, bcm_oam_endpoint_t endpoint, bcm_oam_pm_profile_t profile_id,
+int bcm_oam_pm_stats_get(int unit, bcm_oam_endpoint_t endpoint, bcm_oam_pm_profile_t profile_id, int interval,
                          bcm_oam_pm_stats_t *stats);
 int bcm_oam_pm_event_register(int unit, bcm_oam_event_types_t event_types, bcm_oam_pm_event_cb cb,
                               void *user_data);

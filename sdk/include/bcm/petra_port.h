@@ -128,9 +128,9 @@ int bcm_petra_port_deinit(int unit);
 /* Uses of the TPIDs of a profile, and accepted frames by tag class. */
 int bcm_petra_tpid_profile_info_set(int unit, int profile, bcm_petra_port_tpid_info *info);
 void _bcm_dpp_port_tpid_class_acceptable_frame_type_info_t_clear(
-    _bcm_dpp_port_tpid_class_acceptable_frame_type_info_t *info);
+    int unit, _bcm_dpp_port_tpid_class_acceptable_frame_type_info_t *info);
 void _bcm_dpp_port_tpid_class_info_t_to_bcm_dpp_port_tpid_class_acceptable_frame_type_info_t(
-    _bcm_dpp_port_tpid_class_info_t *info,
+    int unit, _bcm_dpp_port_tpid_class_info_t *info,
     _bcm_dpp_port_tpid_class_acceptable_frame_type_info_t *acceptable_frame_type_info);
 int bcm_petra_port_tpid_profile_alloc(int unit, bcm_petra_tpid_pair_t tpids, int *profile);
 
@@ -144,8 +144,8 @@ int _bcm_dpp_port_reassembly_context_get(int unit, bcm_port_t port, int *context
 int _bcm_dpp_port_mod_port_to_sys_port(int unit, bcm_module_t modid, bcm_port_t port, int *sys_port);
 int _bcm_dpp_port_mod_port_from_sys_port(int unit, int sys_port, bcm_module_t *modid, bcm_port_t *port);
 
-/* Ports of one arm of the packet processor, and ports of the fabric that are taken out of use. */
-int _bcm_dpp_port_pbmp_arm_get(int unit, int arm, bcm_pbmp_t *pbmp);
+/* Ports of one arm of a core's packet processor, and ports of the fabric that are taken out of use. */
+int _bcm_dpp_port_pbmp_arm_get(int unit, bcm_core_t core, int arm, bcm_pbmp_t *pbmp);
 int _bcm_petra_port_fabric_detach(int unit, pbmp_t pbmp);
 
 #ifdef __cplusplus

@@ -348,17 +348,18 @@ int bcm_policer_envelop_group_create(int unit, uint32 flag, bcm_policer_t macro_
                                      int *npolicers);
 
 /*
- * Groups of policers in a row, for an object: by a ready-made mode, or by one that a mode id stands for.
- * *policer_id is the first, *npolicers how many.
+ * Groups of policers in a row, for an object, on a core or (-1) on all: by a ready-made mode, or by one that
+ * a mode id stands for. *policer_id is the first, *npolicers how many.
  */
-int bcm_policer_group_create(int unit, bcm_policer_group_mode_t mode, bcm_policer_t *policer_id,
-                             int *npolicers);
-int bcm_policer_custom_group_create(int unit, uint32 mode_id, bcm_policer_t macro_flow_policer_id,
-                                    bcm_policer_t *policer_id, int *npolicers);
+int bcm_policer_group_create(int unit, bcm_core_t core, bcm_policer_group_mode_t mode,
+                             bcm_policer_t *policer_id, int *npolicers);
+int bcm_policer_custom_group_create(int unit, bcm_core_t core, uint32 mode_id,
+                                    bcm_policer_t macro_flow_policer_id, bcm_policer_t *policer_id,
+                                    int *npolicers);
 int bcm_policer_aggregate_group_create(int unit, bcm_policer_aggregate_group_info_t *info,
                                        bcm_policer_t *policer_id, int *npolicers);
 int bcm_policer_aggregate_group_get(int unit, bcm_policer_t policer_id,
-                                    bcm_policer_aggregate_group_info_t *info);
+                                    bcm_policer_aggregate_group_info_t *info, int *npolicers);
 
 /*
  * Modes of one's own. get fills in at most num_selectors selectors and says in *actual_num_selectors how
@@ -381,13 +382,16 @@ int bcm_policer_map_delete(int unit, int map_id, bcm_policer_map_t *map);
 int bcm_policer_map_multi_get(int unit, int map_id, int array_size, bcm_policer_map_t *array,
                               int *array_count);
 
-/* What becomes of packets of a colour, under an id that policers refer to. */
+/*
+ * What becomes of packets of a colour, under an id that policers refer to; parameters as the action needs
+ * them.
+ */
 int bcm_policer_action_create(int unit, uint32 *action_id);
 int bcm_policer_action_destroy(int unit, uint32 action_id);
 int bcm_policer_action_add(int unit, uint32 action_id, bcm_color_t color, bcm_policer_action_t action,
-                           uint32 param0);
+                           uint32 param0, uint32 param1);
 int bcm_policer_action_get(int unit, uint32 action_id, bcm_color_t color, bcm_policer_action_t action,
-                           uint32 *param0);
+                           uint32 *param0, uint32 *param1);
 
 /* How the colours that several stages gave a packet become one. */
 int bcm_policer_color_resolution_set(int unit, bcm_policer_color_resolution_t *resolution,
@@ -395,15 +399,18 @@ int bcm_policer_color_resolution_set(int unit, bcm_policer_color_resolution_t *r
 int bcm_policer_color_resolution_get(int unit, bcm_policer_color_resolution_t *resolution, int array_max,
                                      bcm_policer_color_decision_t *decision_array, int *array_count);
 
-/* Counters of a policer; set is for clearing them. */
+/* Counters of a policer on a core, -1 for all; set is for clearing them. */
 int bcm_policer_stat_enable_set(int unit, bcm_policer_t policer_id, int enable);
-int bcm_policer_stat_get(int unit, bcm_policer_t policer_id, bcm_policer_stat_t stat, uint64 *value);
-int bcm_policer_stat_get32(int unit, bcm_policer_t policer_id, bcm_policer_stat_t stat, uint32 *value);
-int bcm_policer_stat_set(int unit, bcm_policer_t policer_id, bcm_policer_stat_t stat, uint64 value);
+int bcm_policer_stat_get(int unit, bcm_policer_t policer_id, bcm_core_t core, bcm_policer_stat_t stat,
+                         uint64 *value);
+int bcm_policer_stat_get32(int unit, bcm_policer_t policer_id, bcm_core_t core, bcm_policer_stat_t stat,
+                           uint32 *value);
+int bcm_policer_stat_set(int unit, bcm_policer_t policer_id, bcm_core_t core, bcm_policer_stat_t stat,
+                         uint64 value);
 
-/* Behaviour of all policers of a unit. */
-int bcm_policer_control_set(int unit, bcm_policer_control_t type, int arg);
-int bcm_policer_control_get(int unit, bcm_policer_control_t type, int *arg);
+/* Behaviour of all policers of a core, -1 for all. */
+int bcm_policer_control_set(int unit, bcm_core_t core, bcm_policer_control_t type, int arg);
+int bcm_policer_control_get(int unit, bcm_core_t core, bcm_policer_control_t type, int *arg);
 
 #ifdef __cplusplus
 }

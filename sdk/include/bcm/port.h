@@ -1253,7 +1253,10 @@ int bcm_port_phy_control_get(int unit, bcm_port_t port, bcm_port_phy_control_t t
 int bcm_port_phy_firmware_set(int unit, bcm_port_t port, uint32 flags, int offset, uint8 *array,
                               int length);
 
-/* Time stamping and delay measurement in the PHY. */
+/*
+ * Time stamping and delay measurement in the PHY. A capture is taken out of a queue; *remaining are left
+ * there.
+ */
 void bcm_port_phy_timesync_config_t_init(bcm_port_phy_timesync_config_t *conf);
 int bcm_port_phy_timesync_config_set(int unit, bcm_port_t port, bcm_port_phy_timesync_config_t *conf);
 int bcm_port_phy_timesync_config_get(int unit, bcm_port_t port, bcm_port_phy_timesync_config_t *conf);
@@ -1262,7 +1265,8 @@ int bcm_port_control_phy_timesync_set(int unit, bcm_port_t port, bcm_port_contro
 int bcm_port_control_phy_timesync_get(int unit, bcm_port_t port, bcm_port_control_phy_timesync_t type,
                                       uint64 *value);
 int bcm_port_phy_timesync_enhanced_capture_get(int unit, bcm_port_t port,
-                                               bcm_port_phy_timesync_enhanced_capture_t *value);
+                                               bcm_port_phy_timesync_enhanced_capture_t *value,
+                                               int *remaining);
 int bcm_port_config_phy_oam_set(int unit, bcm_port_t port, bcm_port_config_phy_oam_t *conf);
 int bcm_port_config_phy_oam_get(int unit, bcm_port_t port, bcm_port_config_phy_oam_t *conf);
 int bcm_port_control_phy_oam_set(int unit, bcm_port_t port, bcm_port_control_phy_oam_t type, uint64 value);
@@ -1329,8 +1333,8 @@ int bcm_port_force_forward_set(int unit, bcm_port_t port, bcm_port_t egr_port, i
 int bcm_port_force_forward_get(int unit, bcm_port_t port, bcm_port_t *egr_port, int *enable);
 int bcm_port_force_forward_mode_set(int unit, bcm_port_t port, bcm_port_t egr_port, uint32 flags);
 int bcm_port_force_forward_mode_get(int unit, bcm_port_t port, bcm_port_t *egr_port, uint32 *flags);
-int bcm_port_force_dest_set(int unit, bcm_port_t port, bcm_port_dest_info_t *dest);
-int bcm_port_force_dest_get(int unit, bcm_port_t port, bcm_port_dest_info_t *dest);
+int bcm_port_force_dest_set(int unit, bcm_port_t port, int enable, bcm_port_dest_info_t *dest);
+int bcm_port_force_dest_get(int unit, bcm_port_t port, int *enable, bcm_port_dest_info_t *dest);
 
 /* Longest routed packet in bytes. */
 int bcm_port_l3_mtu_set(int unit, bcm_port_t port, int size);

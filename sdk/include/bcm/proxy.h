@@ -66,11 +66,11 @@ int bcm_proxy_egress_get(int unit, int proxy_id, bcm_proxy_egress_t *egr);
 int bcm_proxy_egress_find(int unit, bcm_proxy_egress_t *egr, int *proxy_id);
 int bcm_proxy_egress_traverse(int unit, bcm_proxy_egress_traverse_cb cb, void *user_data);
 
-/* Servers; port and mode say which. set replaces, get and delete give BCM_E_NOT_FOUND. */
+/* Servers; port and mode say which, get takes them from *server. set replaces; BCM_E_NOT_FOUND. */
 void bcm_proxy_server_t_init(bcm_proxy_server_t *server);
 int bcm_proxy_server_set(int unit, bcm_proxy_server_t *server);
 int bcm_proxy_server_get(int unit, bcm_proxy_server_t *server);
-int bcm_proxy_server_delete(int unit, bcm_proxy_server_t *server);
+int bcm_proxy_server_delete(int unit, bcm_port_t port, int mode);
 int bcm_proxy_server_delete_all(int unit);
 
 #ifdef __cplusplus

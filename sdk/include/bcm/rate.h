@@ -45,13 +45,13 @@ int bcm_rate_mcast_get(int unit, bcm_port_t port, int *pps, uint32 *flags);
 int bcm_rate_dlf_set(int unit, bcm_port_t port, int pps, uint32 flags);
 int bcm_rate_dlf_get(int unit, bcm_port_t port, int *pps, uint32 *flags);
 
-/* Packets that a port may send in a row before its limits apply. */
-int bcm_rate_burst_set(int unit, bcm_port_t port, int packets);
-int bcm_rate_burst_get(int unit, bcm_port_t port, int *packets);
+/* Packets of a kind, BCM_RATE_*, that a port may send in a row before the limit applies. */
+int bcm_rate_burst_set(int unit, bcm_port_t port, uint32 type, int packets);
+int bcm_rate_burst_get(int unit, bcm_port_t port, uint32 type, int *packets);
 
-/* Kinds that share one limit per port, the lowest of theirs, instead of having one each. */
-int bcm_rate_type_set(int unit, uint32 type_mask);
-int bcm_rate_type_get(int unit, uint32 *type_mask);
+/* Kinds that share one limit of a port, the lowest of theirs, instead of having one each. */
+int bcm_rate_type_set(int unit, bcm_port_t port, uint32 type_mask);
+int bcm_rate_type_get(int unit, bcm_port_t port, uint32 *type_mask);
 
 #ifdef __cplusplus
 }

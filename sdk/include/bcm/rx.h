@@ -221,10 +221,10 @@ int bcm_rx_queue_unregister(int unit, bcm_cos_queue_t cosq, bcm_rx_cb_f callback
 
 /*
  * The table that says which queue a packet waits in: the first entry, by index, that it agrees with in the
- * bits of the masks. mapping_reasons_get gives the reasons that may be in a mask, reasons_get all that the
- * unit can give.
+ * bits of the masks. size_get says how many entries fit and are in use, mapping_reasons_get gives the
+ * reasons that may be in a mask, reasons_get all that the unit can give.
  */
-int bcm_rx_cosq_mapping_size_get(int unit, int *size);
+int bcm_rx_cosq_mapping_size_get(int unit, int *size, int *used);
 int bcm_rx_cosq_mapping_set(int unit, int index, bcm_rx_reasons_t reasons, bcm_rx_reasons_t reasons_mask,
                             uint8 int_prio, uint8 int_prio_mask, uint32 packet_type,
                             uint32 packet_type_mask, bcm_cos_queue_t cosq);

@@ -73,32 +73,35 @@ int bcm_stk_modid_config_get(int unit, bcm_stk_modid_config_t *config);
 int bcm_stk_module_enable_set(int unit, bcm_module_t modid, int nports, int enable);
 int bcm_stk_module_enable_get(int unit, bcm_module_t modid, int nports, int *enable);
 
-/* The module whose CPU manages the stack, and the port on the way to a module's CPU. */
+/* The module whose CPU manages the stack, and the port and queue on the way to a module's CPU. */
 int bcm_stk_master_set(int unit, bcm_module_t modid);
 int bcm_stk_master_get(int unit, bcm_module_t *modid);
-int bcm_stk_cpu_path_set(int unit, bcm_module_t modid, bcm_port_t port);
-int bcm_stk_cpu_path_get(int unit, bcm_module_t modid, bcm_port_t *port);
+int bcm_stk_cpu_path_set(int unit, bcm_module_t modid, bcm_port_t port, bcm_cos_queue_t cosq);
+int bcm_stk_cpu_path_get(int unit, bcm_module_t modid, bcm_port_t *port, bcm_cos_queue_t *cosq);
 
 /* Stacking ports: of the two kinds, and each with its BCM_STK_PORT_* flags, 0 if it is none. */
 int bcm_stk_pbmp_get(int unit, bcm_pbmp_t *internal_pbmp, bcm_pbmp_t *external_pbmp);
 int bcm_stk_port_set(int unit, bcm_port_t port, uint32 flags);
 int bcm_stk_port_get(int unit, bcm_port_t port, uint32 *flags);
 
-/* Header, hops after which a packet is dropped, and flow control of a stacking port. */
+/* Header, hops after which a packet is dropped, and flow control by class of a stacking port. */
 int bcm_stk_port_header_set(int unit, bcm_port_t port, int header);
 int bcm_stk_port_header_get(int unit, bcm_port_t port, int *header);
 int bcm_stk_port_ttl_set(int unit, bcm_port_t port, int ttl);
 int bcm_stk_port_ttl_get(int unit, bcm_port_t port, int *ttl);
-int bcm_stk_port_flow_control_set(int unit, bcm_port_t port, int enable);
-int bcm_stk_port_flow_control_get(int unit, bcm_port_t port, int *enable);
+int bcm_stk_port_flow_control_set(int unit, bcm_port_t port, bcm_cos_t cos, int enable);
+int bcm_stk_port_flow_control_get(int unit, bcm_port_t port, bcm_cos_t cos, int *enable);
 
-/* The queue that packets of a class take at a stacking port. */
-int bcm_stk_port_cosq_set(int unit, bcm_port_t port, bcm_cos_t cos, bcm_cos_queue_t cosq);
-int bcm_stk_port_cosq_get(int unit, bcm_port_t port, bcm_cos_t cos, bcm_cos_queue_t *cosq);
+/* The queue that packets of a class and colour take at a stacking port. */
+int bcm_stk_port_cosq_set(int unit, bcm_port_t port, bcm_cos_t cos, bcm_color_t color, bcm_cos_queue_t cosq);
+int bcm_stk_port_cosq_get(int unit, bcm_port_t port, bcm_cos_t cos, bcm_color_t color, bcm_cos_queue_t *cosq);
 
-/* Ports that take over while a stacking port is down: one, or several that share; count of 0 for none. */
-int bcm_stk_port_failover_set(int unit, bcm_port_t port, bcm_port_t backup_port);
-int bcm_stk_port_failover_get(int unit, bcm_port_t port, bcm_port_t *backup_port);
+/*
+ * Ports that take over while a stacking port is down: one, which with revert gives the traffic back, or
+ * several that share; count of 0 for none.
+ */
+int bcm_stk_port_failover_set(int unit, bcm_port_t port, bcm_port_t backup_port, int revert);
+int bcm_stk_port_failover_get(int unit, bcm_port_t port, bcm_port_t *backup_port, int *revert);
 int bcm_stk_port_failover_multi_set(int unit, bcm_port_t port, int count, bcm_port_t *backup_array);
 int bcm_stk_port_failover_multi_get(int unit, bcm_port_t port, int max_count, bcm_port_t *backup_array,
                                     int *count);
@@ -108,7 +111,8 @@ int bcm_stk_port_neighbor_get(int unit, bcm_port_t port, bcm_module_t *modid, bc
 
 /*
  * Routes: the stacking port towards a module. set replaces, add adds a port of equal cost; BCM_E_EXISTS,
- * BCM_E_FULL, BCM_E_NOT_FOUND. A route by source holds for packets from one port, or -1 for all.
+ * BCM_E_FULL, BCM_E_NOT_FOUND. A route by source holds for packets from one port, or -1 for all; hops are
+ * those to the module through a port.
  */
 int bcm_stk_modport_set(int unit, bcm_module_t modid, bcm_port_t port);
 int bcm_stk_modport_get(int unit, bcm_module_t modid, bcm_port_t *port);
@@ -117,13 +121,13 @@ int bcm_stk_modport_delete(int unit, bcm_module_t modid, bcm_port_t port);
 int bcm_stk_modport_clear(int unit, bcm_module_t modid);
 int bcm_stk_modport_clear_all(int unit);
 int bcm_stk_modport_multi_get(int unit, bcm_module_t modid, int max_count, bcm_port_t *port_array,
-                              int *count);
+                              int *hops_array, int *count);
 int bcm_stk_modport_src_set(int unit, bcm_port_t ingress_port, bcm_module_t modid, bcm_port_t port);
 int bcm_stk_modport_src_get(int unit, bcm_port_t ingress_port, bcm_module_t modid, bcm_port_t *port);
 int bcm_stk_modport_trunk_set(int unit, bcm_module_t modid, bcm_trunk_t trunk);
 int bcm_stk_modport_trunk_get(int unit, bcm_module_t modid, bcm_trunk_t *trunk);
-int bcm_stk_modport_hops_set(int unit, bcm_module_t modid, int hops);
-int bcm_stk_modport_hops_get(int unit, bcm_module_t modid, int *hops);
+int bcm_stk_modport_hops_set(int unit, bcm_module_t modid, bcm_port_t port, int hops);
+int bcm_stk_modport_hops_get(int unit, bcm_module_t modid, bcm_port_t port, int *hops);
 
 /* Trunks of stacking ports, see bcm_trunk_chip_info_t for their ids. */
 int bcm_stk_trunk_port_add(int unit, bcm_trunk_t trunk, bcm_port_t port);
@@ -153,13 +157,13 @@ int bcm_stk_modmap_enable_set(int unit, bcm_port_t port, int enable);
 int bcm_stk_modmap_enable_get(int unit, bcm_port_t port, int *enable);
 int bcm_stk_modmap_register(int unit, bcm_stk_modmap_cb_t callback, void *userdata);
 
-/* System ports. BCM_E_NOT_FOUND; many at once stop at the first error. */
+/* System ports. BCM_E_NOT_FOUND; many at once stop at the first error, after *done_count. */
 int bcm_stk_sysport_gport_set(int unit, bcm_gport_t sysport, bcm_gport_t gport);
 int bcm_stk_sysport_gport_get(int unit, bcm_gport_t sysport, bcm_gport_t *gport);
 int bcm_stk_sysport_gport_delete(int unit, bcm_gport_t sysport);
 int bcm_stk_gport_sysport_get(int unit, bcm_gport_t gport, bcm_gport_t *sysport);
 void bcm_stk_system_gport_map_t_init(bcm_stk_system_gport_map_t *map);
-int bcm_stk_system_gport_map_set(int unit, int count, bcm_stk_system_gport_map_t *map_array);
+int bcm_stk_system_gport_map_set(int unit, int count, bcm_stk_system_gport_map_t *map_array, int *done_count);
 int bcm_stk_system_gport_map_get(int unit, int max_count, bcm_stk_system_gport_map_t *map_array, int *count);
 
 /*

@@ -122,24 +122,30 @@ void bcm_subport_config_t_init(bcm_subport_config_t *config);
 void bcm_subport_group_linkphy_config_t_init(bcm_subport_group_linkphy_config_t *config);
 void bcm_subport_linkphy_rx_error_reg_info_t_init(bcm_subport_linkphy_rx_error_reg_info_t *info);
 
-/* Groups. BCM_E_EXISTS, BCM_E_FULL; destroy destroys the subports too, traverse visits those of a group. */
+/*
+ * Groups. BCM_E_EXISTS, BCM_E_FULL; destroy destroys the subports too, get says how many there are, traverse
+ * visits those of a group. enable: whether packets are sent in fragments, as config says.
+ */
 int bcm_subport_group_create(int unit, bcm_subport_group_config_t *config, bcm_gport_t *group);
 int bcm_subport_group_destroy(int unit, bcm_gport_t group);
-int bcm_subport_group_get(int unit, bcm_gport_t group, bcm_subport_group_config_t *config);
+int bcm_subport_group_get(int unit, bcm_gport_t group, bcm_subport_group_config_t *config,
+                          int *subport_count);
 int bcm_subport_group_traverse(int unit, bcm_gport_t group, bcm_subport_port_traverse_cb cb,
                                void *user_data);
-int bcm_subport_group_linkphy_config_set(int unit, bcm_gport_t group,
+int bcm_subport_group_linkphy_config_set(int unit, bcm_gport_t group, int enable,
                                          bcm_subport_group_linkphy_config_t *config);
-int bcm_subport_group_linkphy_config_get(int unit, bcm_gport_t group,
+int bcm_subport_group_linkphy_config_get(int unit, bcm_gport_t group, int *enable,
                                          bcm_subport_group_linkphy_config_t *config);
 
-/* Subports. add gives BCM_E_EXISTS for a tag or stream that the group has already. */
+/* Subports. add gives BCM_E_EXISTS for a tag or stream that the group has already. cos of -1: all classes. */
 int bcm_subport_port_add(int unit, bcm_subport_config_t *config, bcm_gport_t *subport);
 int bcm_subport_port_delete(int unit, bcm_gport_t subport);
 int bcm_subport_port_get(int unit, bcm_gport_t subport, bcm_subport_config_t *config);
 int bcm_subport_port_traverse(int unit, bcm_subport_port_traverse_cb cb, void *user_data);
-int bcm_subport_port_stat_get(int unit, bcm_gport_t subport, bcm_subport_stat_t stat, uint64 *value);
-int bcm_subport_port_stat_set(int unit, bcm_gport_t subport, bcm_subport_stat_t stat, uint64 value);
+int bcm_subport_port_stat_get(int unit, bcm_gport_t subport, bcm_cos_t cos, bcm_subport_stat_t stat,
+                              uint64 *value);
+int bcm_subport_port_stat_set(int unit, bcm_gport_t subport, bcm_cos_t cos, bcm_subport_stat_t stat,
+                              uint64 value);
 
 /* Reports of the errors in rx_errors; the same info again adds to them. BCM_E_NOT_FOUND. */
 int bcm_subport_linkphy_rx_error_register(int unit, bcm_subport_linkphy_rx_errors_t rx_errors,

@@ -246,8 +246,9 @@ int bcm_switch_hash_entry_priority_set(int unit, bcm_switch_hash_entry_t entry_i
 int bcm_switch_hash_entry_priority_get(int unit, bcm_switch_hash_entry_t entry_id, int *priority);
 int bcm_switch_hash_entry_traverse(int unit, bcm_switch_hash_entry_traverse_cb cb, void *user_data);
 
-/* Banks of a table: how many it may have, and the hash of each (BCM_HASH_ZERO and following). */
-int bcm_switch_hash_banks_max_get(int unit, bcm_switch_hash_table_t hash_table, uint32 *banks_count);
+/* Banks of a table: how many of how many entries, and the hash of each (BCM_HASH_ZERO and following). */
+int bcm_switch_hash_banks_max_get(int unit, bcm_switch_hash_table_t hash_table, uint32 *banks_count,
+                                  uint32 *bank_size);
 int bcm_switch_hash_banks_config_set(int unit, bcm_switch_hash_table_t hash_table, uint32 bank_num,
                                      int hash_type, uint32 hash_offset);
 int bcm_switch_hash_banks_config_get(int unit, bcm_switch_hash_table_t hash_table, uint32 bank_num,
@@ -278,10 +279,14 @@ int bcm_switch_service_config_set(int unit, bcm_switch_service_config_t *config)
 int bcm_switch_service_config_get(int unit, bcm_switch_service_config_t *config);
 int bcm_switch_service_config_delete(int unit, bcm_switch_service_t service);
 
-/* Profiles. Values without a mapping stay; set replaces all mappings. BCM_E_BUSY: the profile is in use. */
+/*
+ * Profiles. Values without a mapping stay; set replaces all mappings. list tells how many objects use each;
+ * BCM_E_BUSY: the profile is in use.
+ */
 int bcm_switch_profile_create(int unit, uint32 flags, bcm_switch_profile_t type, int *profile_id);
 int bcm_switch_profile_destroy(int unit, bcm_switch_profile_t type, int profile_id);
-int bcm_switch_profile_list(int unit, bcm_switch_profile_t type, int max, int *profile_arr, int *count);
+int bcm_switch_profile_list(int unit, bcm_switch_profile_t type, int max, int *profile_arr,
+                            int *use_count_arr, int *count);
 int bcm_switch_profile_mapping_set(int unit, bcm_switch_profile_t type, int profile_id, int count,
                                    bcm_switch_profile_mapping_t *mapping_arr);
 int bcm_switch_profile_mapping_get(int unit, bcm_switch_profile_t type, int profile_id, int max,
@@ -302,22 +307,24 @@ int bcm_switch_lif_property_config_get(int unit, uint32 flags, bcm_switch_lif_pr
 
 /* Stations of offload processors; gport says which one, and add replaces. */
 int bcm_switch_olp_l2_addr_add(int unit, bcm_switch_olp_l2_addr_t *olp_l2_addr);
-int bcm_switch_olp_l2_addr_get(int unit, bcm_switch_olp_l2_addr_t *olp_l2_addr);
-int bcm_switch_olp_l2_addr_delete(int unit, bcm_switch_olp_l2_addr_t *olp_l2_addr);
+int bcm_switch_olp_l2_addr_get(int unit, bcm_gport_t gport, bcm_switch_olp_l2_addr_t *olp_l2_addr);
+int bcm_switch_olp_l2_addr_delete(int unit, bcm_gport_t gport);
 int bcm_switch_olp_l2_addr_delete_all(int unit);
 int bcm_switch_olp_l2_addr_traverse(int unit, bcm_switch_olp_l2_addr_traverse_cb trav_fn, void *user_data);
 
 /*
- * Monitors of groups; bcm_l3_ecmp_agm_attach and its like start one. stat_set puts the counters of the
- * members in stat_arr to the values there, count of them.
+ * Monitors of groups; bcm_l3_ecmp_agm_attach and its like start one. get also says how many members are
+ * counted now. stat_set puts the counters of the members in stat_arr to the values there, count of them;
+ * stat_clear takes a member, or -1 for all.
  */
 void bcm_switch_agm_info_t_init(bcm_switch_agm_info_t *agm_info);
 int bcm_switch_agm_create(int unit, bcm_switch_agm_info_t *agm_info);
 int bcm_switch_agm_destroy(int unit, bcm_switch_agm_id_t agm_id);
 int bcm_switch_agm_destroy_all(int unit);
-int bcm_switch_agm_get(int unit, bcm_switch_agm_info_t *agm_info);
+int bcm_switch_agm_get(int unit, bcm_switch_agm_id_t agm_id, bcm_switch_agm_info_t *agm_info,
+                       int *member_count);
 int bcm_switch_agm_traverse(int unit, bcm_switch_agm_traverse_cb cb, void *user_data);
-int bcm_switch_agm_stat_clear(int unit, bcm_switch_agm_id_t agm_id);
+int bcm_switch_agm_stat_clear(int unit, bcm_switch_agm_id_t agm_id, int member);
 int bcm_switch_agm_stat_set(int unit, bcm_switch_agm_id_t agm_id, int count, bcm_switch_agm_stat_t *stat_arr);
 int bcm_switch_agm_stat_get(int unit, bcm_switch_agm_id_t agm_id, int max, bcm_switch_agm_stat_t *stat_arr,
                             int *count);
@@ -340,15 +347,23 @@ int bcm_switch_stable_set(int unit, int location, uint32 flags, uint32 size);
 int bcm_switch_stable_get(int unit, int *location, uint32 *flags, uint32 *size);
 int bcm_switch_stable_used_get(int unit, uint32 *used);
 
-/* External memories, 0 for the first. The test destroys what the memory holds; *passed is 0 or 1. */
-int bcm_switch_dram_vendor_info_get(int unit, int dram_index, bcm_switch_dram_vendor_info_t *vendor_info);
-int bcm_switch_dram_self_test(int unit, int dram_index, int *passed);
+/*
+ * External memories, 0 for the first; temperature in tenths of a degree. The test destroys what the memory
+ * holds: pattern is a byte to fill it with, -1 for all in turn; *passed is 0 or 1, *failed_address the first
+ * that did not keep it.
+ */
+int bcm_switch_dram_vendor_info_get(int unit, int dram_index, bcm_switch_dram_vendor_info_t *vendor_info,
+                                    int *temperature);
+int bcm_switch_dram_self_test(int unit, int dram_index, int pattern, int *passed, uint32 *failed_address);
 
-/* Sensors, 0 for the first; outside its limits (tenths of a degree) a sensor raises an event. */
+/*
+ * Sensors, 0 for the first. Outside its limits a sensor raises an event and *alarm is 1, until it is back by
+ * hysteresis; all in tenths of a degree.
+ */
 int bcm_switch_thermo_sensor_count_get(int unit, int *count);
-int bcm_switch_thermo_sensor_read(int unit, int sensor_num, bcm_switch_thermo_sensor_t *sensor);
-int bcm_switch_thermo_sensor_limit_set(int unit, int sensor_num, int low, int high);
-int bcm_switch_thermo_sensor_limit_get(int unit, int sensor_num, int *low, int *high);
+int bcm_switch_thermo_sensor_read(int unit, int sensor_num, bcm_switch_thermo_sensor_t *sensor, int *alarm);
+int bcm_switch_thermo_sensor_limit_set(int unit, int sensor_num, int low, int high, int hysteresis);
+int bcm_switch_thermo_sensor_limit_get(int unit, int sensor_num, int *low, int *high, int *hysteresis);
 
 /* Pins of the device: whether one is an output, and its level, 0 or 1. set of an input leaves the level. */
 int bcm_switch_gpio_set(int unit, int gpio_num, int output, int value);

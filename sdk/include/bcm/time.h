@@ -106,10 +106,10 @@ int bcm_time_detach(int unit);
 
 void bcm_time_spec_t_init(bcm_time_spec_t *spec);
 
-/* Interfaces; add writes id unless it is given, get takes it from there. */
+/* Interfaces; add writes id unless it is given. */
 void bcm_time_interface_t_init(bcm_time_interface_t *intf);
 int bcm_time_interface_add(int unit, bcm_time_interface_t *intf);
-int bcm_time_interface_get(int unit, bcm_time_interface_t *intf);
+int bcm_time_interface_get(int unit, bcm_time_if_t id, bcm_time_interface_t *intf);
 int bcm_time_interface_delete(int unit, bcm_time_if_t id);
 int bcm_time_interface_delete_all(int unit);
 int bcm_time_interface_traverse(int unit, bcm_time_interface_traverse_cb cb, void *user_data);
@@ -120,18 +120,20 @@ int bcm_time_heartbeat_unregister(int unit, bcm_time_if_t id);
 int bcm_time_heartbeat_enable_set(int unit, bcm_time_if_t id, int enable);
 int bcm_time_heartbeat_enable_get(int unit, bcm_time_if_t id, int *enable);
 
-/* Times of events: flags, event and event_id say which. */
+/* Times of events: flags, event and event_id say which; *missed counts those since the call before. */
 void bcm_time_capture_t_init(bcm_time_capture_t *capture);
-int bcm_time_capture_get(int unit, bcm_time_if_t id, bcm_time_capture_t *capture);
+int bcm_time_capture_get(int unit, bcm_time_if_t id, bcm_time_capture_t *capture, int *missed);
 
 /* The time of day at an interface. */
 int bcm_time_tod_set(int unit, bcm_time_if_t id, bcm_time_spec_t *time);
 int bcm_time_tod_get(int unit, bcm_time_if_t id, bcm_time_spec_t *time);
 
-/* Recovered clocks, clk_index of a device's outputs. BCM_E_PARAM: no such divisor. */
+/* Recovered clocks, clk_index of a device's outputs; enable drives it. BCM_E_PARAM: no such divisor. */
 void bcm_time_synce_divisor_setting_t_init(bcm_time_synce_divisor_setting_t *divisor_setting);
-int bcm_time_synce_clock_set(int unit, int clk_index, bcm_time_synce_divisor_setting_t *divisor_setting);
-int bcm_time_synce_clock_get(int unit, int clk_index, bcm_time_synce_divisor_setting_t *divisor_setting);
+int bcm_time_synce_clock_set(int unit, int clk_index, int enable,
+                             bcm_time_synce_divisor_setting_t *divisor_setting);
+int bcm_time_synce_clock_get(int unit, int clk_index, int *enable,
+                             bcm_time_synce_divisor_setting_t *divisor_setting);
 
 #ifdef __cplusplus
 }

@@ -99,27 +99,27 @@ typedef int (*bcm_trill_multicast_adjacency_traverse_cb)(int unit,
 int bcm_trill_init(int unit);
 int bcm_trill_cleanup(int unit);
 
-/* Switching instances. create writes the number to vpn. */
+/* Switching instances. create writes the number to vpn; get says how many ports an instance has, too. */
 void bcm_trill_vpn_config_t_init(bcm_trill_vpn_config_t *info);
 int bcm_trill_vpn_create(int unit, bcm_trill_vpn_config_t *info);
 int bcm_trill_vpn_destroy(int unit, bcm_vpn_t vpn);
 int bcm_trill_vpn_destroy_all(int unit);
-int bcm_trill_vpn_get(int unit, bcm_vpn_t vpn, bcm_trill_vpn_config_t *info);
+int bcm_trill_vpn_get(int unit, bcm_vpn_t vpn, bcm_trill_vpn_config_t *info, int *port_count);
 int bcm_trill_vpn_traverse(int unit, bcm_trill_vpn_traverse_cb cb, void *user_data);
 
-/* Ports. add writes the gport to trill_port_id; get goes by trill_port_id. */
+/* Ports. add writes the gport to trill_port_id; delete_all takes those at port, BCM_GPORT_INVALID for all. */
 void bcm_trill_port_t_init(bcm_trill_port_t *trill_port);
 int bcm_trill_port_add(int unit, bcm_trill_port_t *trill_port);
 int bcm_trill_port_delete(int unit, bcm_gport_t trill_port_id);
-int bcm_trill_port_delete_all(int unit);
-int bcm_trill_port_get(int unit, bcm_trill_port_t *trill_port);
+int bcm_trill_port_delete_all(int unit, bcm_gport_t port);
+int bcm_trill_port_get(int unit, bcm_gport_t trill_port_id, bcm_trill_port_t *trill_port);
 
 /* Routing bridges, by name. */
 void bcm_trill_rbridge_t_init(bcm_trill_rbridge_t *rbridge);
 int bcm_trill_rbridge_add(int unit, bcm_trill_rbridge_t *rbridge);
 int bcm_trill_rbridge_delete(int unit, bcm_trill_name_t name);
 int bcm_trill_rbridge_delete_all(int unit);
-int bcm_trill_rbridge_get(int unit, bcm_trill_rbridge_t *rbridge);
+int bcm_trill_rbridge_get(int unit, bcm_trill_name_t name, bcm_trill_rbridge_t *rbridge);
 
 /* Multicasts along a tree, by root, VLAN and address. */
 void bcm_trill_multicast_entry_t_init(bcm_trill_multicast_entry_t *trill_addr);
@@ -139,9 +139,10 @@ int bcm_trill_multicast_source_traverse(int unit, bcm_trill_multicast_source_tra
 /* Neighbours in a tree, by root and port. */
 void bcm_trill_multicast_adjacency_t_init(bcm_trill_multicast_adjacency_t *trill_adjacent);
 int bcm_trill_multicast_adjacency_add(int unit, bcm_trill_multicast_adjacency_t *trill_adjacent);
-int bcm_trill_multicast_adjacency_delete(int unit, bcm_trill_multicast_adjacency_t *trill_adjacent);
+int bcm_trill_multicast_adjacency_delete(int unit, bcm_trill_name_t root_name, bcm_gport_t port);
 int bcm_trill_multicast_adjacency_delete_all(int unit, bcm_trill_name_t root_name);
-int bcm_trill_multicast_adjacency_get(int unit, bcm_trill_multicast_adjacency_t *trill_adjacent);
+int bcm_trill_multicast_adjacency_get(int unit, bcm_trill_name_t root_name, bcm_gport_t port,
+                                      bcm_trill_multicast_adjacency_t *trill_adjacent);
 int bcm_trill_multicast_adjacency_traverse(int unit, bcm_trill_multicast_adjacency_traverse_cb cb,
                                            void *user_data);
 

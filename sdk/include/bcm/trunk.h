@@ -106,10 +106,10 @@ typedef struct bcm_trunk_resilient_entry_s {
 /* Called once per entry, which is valid during the call; a negative result ends the traversal with it. */
 typedef int (*bcm_trunk_resilient_traverse_cb)(int unit, bcm_trunk_resilient_entry_t *entry, void *user_data);
 
-/* The module. init destroys all trunks. */
+/* The module. init destroys all trunks; *trunk_count is how many there are now. */
 int bcm_trunk_init(int unit);
 int bcm_trunk_detach(int unit);
-int bcm_trunk_chip_info_get(int unit, bcm_trunk_chip_info_t *ta_info);
+int bcm_trunk_chip_info_get(int unit, bcm_trunk_chip_info_t *ta_info, int *trunk_count);
 
 /* All members zero, save that gports, indices and trunks become -1 and criteria the default. */
 void bcm_trunk_info_t_init(bcm_trunk_info_t *trunk_info);
@@ -132,26 +132,26 @@ int bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int m
                   bcm_trunk_member_t *member_array);
 int bcm_trunk_get(int, bcm_trunk_t, bcm_trunk_info_t *, int, bcm_trunk_member_t *, int *);
 
-/* The trunk that a port of a module, -1 for this one, is in; BCM_E_NOT_FOUND if none. */
-int bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_t *tid);
+/* The trunk that a port of a module, -1 for this one, is in, and as which member; BCM_E_NOT_FOUND if none. */
+int bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_t *tid, int *index);
 
 /* Single members. Of a member to delete only gport counts. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND. */
 int bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member);
 int bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member);
 int bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid);
 
-/* The members on this unit, at most member_max of them. */
+/* The members on this unit and their BCM_TRUNK_MEMBER_STATUS_*, at most member_max of them. */
 int bcm_trunk_local_members_get(int unit, bcm_trunk_t tid, int member_max, bcm_port_t *member_array,
-                                int *member_count);
+                                int *status_array, int *member_count);
 
 /* Whether a member takes traffic (BCM_TRUNK_MEMBER_STATUS_*); link aggregation protocols set it. */
 int bcm_trunk_member_status_set(int unit, bcm_trunk_t tid, bcm_gport_t member, int status);
 int bcm_trunk_member_status_get(int unit, bcm_trunk_t tid, bcm_gport_t member, int *status);
 
-/* Active members below which the whole trunk counts as down, 1 at first; and whether it is up. */
+/* Active members below which the whole trunk counts as down, 1 at first; whether it is up, how many are. */
 int bcm_trunk_min_links_set(int unit, bcm_trunk_t tid, int min_links);
 int bcm_trunk_min_links_get(int unit, bcm_trunk_t tid, int *min_links);
-int bcm_trunk_status_get(int unit, bcm_trunk_t tid, int *up);
+int bcm_trunk_status_get(int unit, bcm_trunk_t tid, int *up, int *active_count);
 
 /* The selection criterion of unicast packets, BCM_TRUNK_PSC_*; get takes unit and trunk. */
 int bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc);
@@ -193,12 +193,12 @@ int bcm_trunk_failover_get(int unit, bcm_trunk_t tid, bcm_gport_t failport, int 
 
 /*
  * Bound flows of resilient trunks; tid and hash_key say which. add gives BCM_E_EXISTS unless it replaces,
- * get and delete BCM_E_NOT_FOUND.
+ * get and delete BCM_E_NOT_FOUND. delete_all takes those of a trunk, -1 for all.
  */
 int bcm_trunk_resilient_add(int unit, bcm_trunk_resilient_entry_t *entry);
-int bcm_trunk_resilient_get(int unit, bcm_trunk_resilient_entry_t *entry);
-int bcm_trunk_resilient_delete(int unit, bcm_trunk_resilient_entry_t *entry);
-int bcm_trunk_resilient_delete_all(int unit);
+int bcm_trunk_resilient_get(int unit, bcm_trunk_t tid, uint32 hash_key, bcm_trunk_resilient_entry_t *entry);
+int bcm_trunk_resilient_delete(int unit, bcm_trunk_t tid, uint32 hash_key);
+int bcm_trunk_resilient_delete_all(int unit, bcm_trunk_t tid);
 int bcm_trunk_resilient_traverse(int unit, bcm_trunk_resilient_traverse_cb cb, void *user_data);
 
 #ifdef __cplusplus

@@ -550,7 +550,7 @@ int bcm_vlan_port_destroy(int unit, bcm_gport_t gport);
 int bcm_vlan_port_find(int unit, bcm_vlan_port_t *vlan_port);
 void bcm_vlan_port_translation_t_init(bcm_vlan_port_translation_t *port_trans);
 int bcm_vlan_port_translation_set(int unit, bcm_vlan_port_translation_t *port_trans);
-int bcm_vlan_port_translation_get(int unit, bcm_vlan_port_translation_t *port_trans);
+int bcm_vlan_port_translation_get(int unit, bcm_gport_t gport, bcm_vlan_port_translation_t *port_trans);
 
 /* Members that are gports, BCM_VLAN_GPORT_ADD_* flags. get_all writes at most array_max of them. */
 int bcm_vlan_gport_add(int unit, bcm_vlan_t vlan, bcm_gport_t port, uint32 flags);
@@ -561,7 +561,7 @@ int bcm_vlan_gport_get(int unit, bcm_vlan_t vlan, bcm_gport_t port, uint32 *flag
 int bcm_vlan_gport_get_all(int unit, bcm_vlan_t vlan, int array_max, bcm_gport_t *gport_array,
                            uint32 *flags_array, int *array_size);
 void bcm_vlan_gport_info_t_init(bcm_vlan_gport_info_t *gport_info);
-int bcm_vlan_gport_info_get(int unit, bcm_vlan_gport_info_t *gport_info);
+int bcm_vlan_gport_info_get(int unit, bcm_gport_t gport, bcm_vlan_gport_info_t *gport_info);
 
 /*
  * All VLANs, or those with any of the ports as members, by ascending id. *listp is allocated for the
@@ -651,7 +651,8 @@ int bcm_vlan_translate_action_id_set(int unit, uint32 flags, int action_id, bcm_
 int bcm_vlan_translate_action_id_get(int unit, uint32 flags, int action_id, bcm_vlan_action_set_t *action);
 void bcm_vlan_translate_action_class_t_init(bcm_vlan_translate_action_class_t *action_class);
 int bcm_vlan_translate_action_class_set(int unit, bcm_vlan_translate_action_class_t *action_class);
-int bcm_vlan_translate_action_class_get(int unit, bcm_vlan_translate_action_class_t *action_class);
+int bcm_vlan_translate_action_class_get(int unit, uint32 vlan_edit_class_id, uint32 tag_format_class_id,
+                                        bcm_vlan_translate_action_class_t *action_class);
 
 /* Counters of a translation on arrival. The _sync_ functions read the chip, not the last sweep's copy. */
 int bcm_vlan_translate_stat_get(int unit, bcm_gport_t port, bcm_vlan_translate_key_t key_type,
@@ -849,12 +850,12 @@ int bcm_vlan_queue_map_attach_get(int unit, bcm_vlan_t vlan, int *qmap_id);
 int bcm_vlan_queue_map_detach(int unit, bcm_vlan_t vlan);
 int bcm_vlan_queue_map_detach_all(int unit);
 
-/* Switching instances. create writes the id to vpn. */
+/* Switching instances. create writes the id to vpn; get says how many ports an instance has, too. */
 void bcm_vlan_vpn_config_t_init(bcm_vlan_vpn_config_t *info);
 int bcm_vlan_vpn_create(int unit, bcm_vlan_vpn_config_t *info);
 int bcm_vlan_vpn_destroy(int unit, bcm_vpn_t vpn);
 int bcm_vlan_vpn_destroy_all(int unit);
-int bcm_vlan_vpn_get(int unit, bcm_vpn_t vpn, bcm_vlan_vpn_config_t *info);
+int bcm_vlan_vpn_get(int unit, bcm_vpn_t vpn, bcm_vlan_vpn_config_t *info, int *port_count);
 int bcm_vlan_vpn_traverse(int unit, bcm_vlan_vpn_traverse_cb cb, void *user_data);
 
 /*

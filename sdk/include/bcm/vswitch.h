@@ -53,10 +53,10 @@ int bcm_vswitch_port_delete_all(int unit, bcm_vlan_t vsi);
 int bcm_vswitch_port_get(int unit, bcm_gport_t port, bcm_vlan_t *vsi);
 int bcm_vswitch_port_traverse(int unit, bcm_vlan_t vsi, bcm_vswitch_port_traverse_cb cb, void *user_data);
 
-/* Connected pairs. get and delete go by port1, and fill in or need no more than that. */
+/* Connected pairs, by port1; get takes it from *cross_connect. */
 void bcm_vswitch_cross_connect_t_init(bcm_vswitch_cross_connect_t *cross_connect);
 int bcm_vswitch_cross_connect_add(int unit, bcm_vswitch_cross_connect_t *cross_connect);
-int bcm_vswitch_cross_connect_delete(int unit, bcm_vswitch_cross_connect_t *cross_connect);
+int bcm_vswitch_cross_connect_delete(int unit, bcm_gport_t port1);
 int bcm_vswitch_cross_connect_delete_all(int unit);
 int bcm_vswitch_cross_connect_get(int unit, bcm_vswitch_cross_connect_t *cross_connect);
 int bcm_vswitch_cross_connect_traverse(int unit, bcm_vswitch_cross_connect_traverse_cb cb, void *user_data);

@@ -57,26 +57,29 @@ typedef int (*bcm_wlan_client_traverse_cb)(int unit, bcm_wlan_client_t *info, vo
 int bcm_wlan_init(int unit);
 int bcm_wlan_detach(int unit);
 
-/* Radios. add writes the gport to wlan_port_id; delete gives BCM_E_BUSY while clients are there. */
+/*
+ * Radios. add writes the gport to wlan_port_id; delete gives BCM_E_BUSY while clients are there, get says how
+ * many; delete_all takes those at port, BCM_GPORT_INVALID for all.
+ */
 void bcm_wlan_port_t_init(bcm_wlan_port_t *info);
 int bcm_wlan_port_add(int unit, bcm_wlan_port_t *info);
 int bcm_wlan_port_delete(int unit, bcm_gport_t wlan_port_id);
-int bcm_wlan_port_delete_all(int unit);
-int bcm_wlan_port_get(int unit, bcm_gport_t wlan_port_id, bcm_wlan_port_t *info);
+int bcm_wlan_port_delete_all(int unit, bcm_gport_t port);
+int bcm_wlan_port_get(int unit, bcm_gport_t wlan_port_id, bcm_wlan_port_t *info, int *client_count);
 int bcm_wlan_port_traverse(int unit, bcm_wlan_port_traverse_cb cb, void *user_data);
 
-/* Clients, one entry per address; adding one again moves it. */
+/* Clients, one entry per address; adding one again moves it. delete_by_port says how many there were. */
 void bcm_wlan_client_t_init(bcm_wlan_client_t *info);
 int bcm_wlan_client_add(int unit, bcm_wlan_client_t *info);
 int bcm_wlan_client_delete(int unit, bcm_mac_t mac);
-int bcm_wlan_client_delete_by_port(int unit, bcm_gport_t wlan_port_id);
+int bcm_wlan_client_delete_by_port(int unit, bcm_gport_t wlan_port_id, int *client_count);
 int bcm_wlan_client_delete_all(int unit);
 int bcm_wlan_client_get(int unit, bcm_mac_t mac, bcm_wlan_client_t *info);
 int bcm_wlan_client_traverse(int unit, bcm_wlan_client_traverse_cb cb, void *user_data);
 
-/* The most clients of a radio, -1 for no limit. */
-int bcm_wlan_client_limit_set(int unit, bcm_gport_t wlan_port_id, int limit);
-int bcm_wlan_client_limit_get(int unit, bcm_gport_t wlan_port_id, int *limit);
+/* The most clients of a radio, -1 for no limit, and whether packets of others go to the CPU. */
+int bcm_wlan_client_limit_set(int unit, bcm_gport_t wlan_port_id, int limit, int to_cpu);
+int bcm_wlan_client_limit_get(int unit, bcm_gport_t wlan_port_id, int *limit, int *to_cpu);
 
 #ifdef __cplusplus
 }
