@@ -160,7 +160,7 @@ class KeysWithinRecords(TableTest):
         for key, server in (((5, 0), 11), ((5, 1), 12), ((6, 0), 13), ((5, 0), 14)):  # the last one replaces
             self.assertEqual(self.call('set', *key, server=server)[0], 0)
         self.assertEqual([self.call('get', *key)[1] for key in ((5, 0), (5, 1), (6, 0))], [14, 12, 13])
-        self.assertEqual([self.call('delete', 5, 0) for _ in range(2)], [(0, 77), (MISSING, 77)])
+        self.assertEqual([library.bcm_proxy_server_delete(UNIT, 5, 0) for _ in range(2)], [0, MISSING])
         self.assertEqual([self.call('get', *key) for key in ((5, 0), (5, 1))], [(MISSING, 77), (0, 12)])
 
 

@@ -59,7 +59,7 @@ int bcm_eav_srp_mac_ethertype_set(int unit, bcm_mac_t mac, bcm_ethertype_t ether
 int bcm_eav_srp_mac_ethertype_get(int unit, bcm_mac_t mac, bcm_ethertype_t *ethertype);
 
 /* When the last time packet left a port, in nanoseconds of the unit's clock; count: how many have left. */
-int bcm_eav_timestamp_get(int unit, bcm_port_t port, int *count, uint64 *timestamp);
+int bcm_eav_timestamp_get(int unit, bcm_port_t port, int *count, COMPILER_UINT64 *timestamp);
 
 #ifdef __cplusplus
 }

@@ -281,20 +281,20 @@ int bcm_fabric_qsel_port_set(int unit, bcm_port_t port, bcm_fabric_cast_t cast, 
 int bcm_fabric_qsel_port_get(int unit, bcm_port_t port, bcm_fabric_cast_t cast, int *qsel_id, int *offset_id);
 
 /*
- * Links: who is there and (*expected) whether it is who should be; their state (bcm_fabric_link_status_t
- * bits, those given are cleared); the rate of traffic, and the most there can be; the cable, by the mean of
- * so many samples and the span between them.
+ * Links: who is there and (*expected) whether it is who should be, null for anyone; their state
+ * (bcm_fabric_link_status_t bits, all of which clear clears); the rate of traffic, and the most there may be;
+ * the cable, by the mean of so many samples and the span between them.
  */
 int bcm_fabric_link_connectivity_get(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity,
                                      int *expected);
-int bcm_fabric_link_connectivity_multi_get(int unit, int max_count, bcm_port_t *link_array,
-                                           bcm_fabric_link_connectivity_t *connectivity_array,
-                                           int *expected_array, int *count);
+int bcm_fabric_link_connectivity_get_all(int unit, int max_count, bcm_port_t *link_array,
+                                         bcm_fabric_link_connectivity_t *connectivity_array,
+                                         int *expected_array, int *count);
 int bcm_fabric_link_expected_set(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity);
 int bcm_fabric_link_expected_get(int unit, bcm_port_t link, bcm_fabric_link_connectivity_t *connectivity);
-int bcm_fabric_link_expected_clear(int unit, bcm_port_t link);
 int bcm_fabric_link_status_get(int unit, bcm_port_t link, uint32 *status);
-int bcm_fabric_link_status_clear(int unit, bcm_port_t link, uint32 status);
+int bcm_fabric_link_status_clear(int unit, bcm_port_t link);
+int bcm_fabric_link_rate_set(int unit, bcm_port_t link, uint32 kbits_sec_max);
 int bcm_fabric_link_rate_get(int unit, bcm_port_t link, uint32 *kbits_sec, uint32 *kbits_sec_max);
 int bcm_fabric_link_delay_measure(int unit, bcm_port_t link, int samples, int *nanoseconds, int *jitter);
 
@@ -308,7 +308,7 @@ int bcm_fabric_link_flow_control_get(int unit, bcm_port_t link, bcm_fabric_cast_
  * many cells were lost in all, get how many between a link and its neighbour, and how many came with errors.
  */
 int bcm_fabric_snake_test_start(int unit, bcm_port_t first_link, bcm_port_t last_link, int cells,
-                                int cell_size, int priority);
+                                int cell_size);
 int bcm_fabric_snake_test_stop(int unit, int *lost_cells);
 int bcm_fabric_snake_test_result_get(int unit, bcm_port_t link, int *lost_cells, int *bad_cells);
 

@@ -62,13 +62,13 @@ int bcm_qos_map_used_get(int unit, int map_id, int *used);
 void bcm_qos_map_t_init(bcm_qos_map_t *map);
 int bcm_qos_map_add(int unit, uint32 flags, bcm_qos_map_t *map, int map_id);
 int bcm_qos_map_delete(int unit, uint32 flags, bcm_qos_map_t *map, int map_id);
-int bcm_qos_map_delete_all(int unit, uint32 flags, int map_id);
 int bcm_qos_map_multi_get(int unit, uint32 flags, int map_id, int array_size, bcm_qos_map_t *array,
                           int *array_count);
 
-/* The maps of a port, one per direction, -1 to leave it or for none; type_get looks for one kind. */
+/* The maps of a port, one per direction, -1 to leave it or for none; the one of a kind (BCM_QOS_MAP_*). */
 int bcm_qos_port_map_set(int unit, bcm_gport_t port, int ing_map, int egr_map);
 int bcm_qos_port_map_get(int unit, bcm_gport_t port, int *ing_map, int *egr_map);
+int bcm_qos_port_map_type_set(int unit, bcm_gport_t port, uint32 flags, int map_id);
 int bcm_qos_port_map_type_get(int unit, bcm_gport_t port, uint32 flags, int *map_id);
 
 /* All maps with their flags. */

@@ -171,13 +171,13 @@ int bcm_tunnel_initiator_get(int unit, bcm_if_t intf, bcm_tunnel_initiator_t *tu
 int bcm_tunnel_initiator_traverse(int unit, bcm_tunnel_initiator_traverse_cb cb, void *user_data);
 
 /*
- * Terminators, by type, addresses, masks and UDP ports; create gives one a gport as well. update changes the
+ * Terminators, by type, addresses, masks and UDP ports; create gives one a gport as well. set changes the
  * other members of an existing one.
  */
 void bcm_tunnel_terminator_t_init(bcm_tunnel_terminator_t *info);
 int bcm_tunnel_terminator_add(int unit, bcm_tunnel_terminator_t *info);
 int bcm_tunnel_terminator_create(int unit, bcm_tunnel_terminator_t *info);
-int bcm_tunnel_terminator_update(int unit, bcm_tunnel_terminator_t *info);
+int bcm_tunnel_terminator_set(int unit, bcm_tunnel_terminator_t *info);
 int bcm_tunnel_terminator_delete(int unit, bcm_tunnel_terminator_t *info);
 int bcm_tunnel_terminator_delete_all(int unit);
 int bcm_tunnel_terminator_get(int unit, bcm_tunnel_terminator_t *info);
