@@ -114,13 +114,13 @@ class EveryPair(RulesTest):
 
 class Settings(RulesTest):
     def test_ports_have_one_setting_under_all_their_names(self):
-        self.done(q.bcm_port_frame_max_set(0, 5, 9000))
-        self.addCleanup(q.bcm_port_frame_max_set, 0, 5, 0)
-        self.assertEqual(self.value(q.bcm_port_frame_max_get, 1 << 26 | 5), 9000)
-        self.assertEqual(self.value(q.bcm_port_frame_max_get, 6), 0)
+        self.done(q.bcm_port_jam_set(0, 5, 9000))
+        self.addCleanup(q.bcm_port_jam_set, 0, 5, 0)
+        self.assertEqual(self.value(q.bcm_port_jam_get, 1 << 26 | 5), 9000)
+        self.assertEqual(self.value(q.bcm_port_jam_get, 6), 0)
         for port in (65, -1, 3 << 26):
-            self.assertEqual(q.bcm_port_frame_max_set(0, port, 9000), q.BCM_E_PORT)
-            self.assertEqual(q.bcm_port_frame_max_get(0, port, q.intp()), q.BCM_E_PORT)
+            self.assertEqual(q.bcm_port_jam_set(0, port, 9000), q.BCM_E_PORT)
+            self.assertEqual(q.bcm_port_jam_get(0, port, q.intp()), q.BCM_E_PORT)
         # A gport may be a queue, but what it says of ports has to be so.
         scheduler = 7 << 26 | 900
         self.done(q.bcm_cosq_gport_enable_set(0, scheduler, 1, 1))

@@ -1,4 +1,5 @@
 /// Commands on ports and VLANs.
+#include "enumerators.h"
 #include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
@@ -123,6 +124,43 @@ cmd_result_t port(int unit, args_t *a)
     return CMD_OK;
 }
 
+int print_counters(int unit, int port)
+{
+    for (const Enumerator &statistic : names_of_bcm_stat_val_e) {
+        const auto type = static_cast<bcm_stat_val_t>(statistic.value);
+        uint64 value = 0;
+        const int rc = type < snmpValCount ? bcm_stat_sync_get(unit, port, type, &value)
+                                           : static_cast<int>(BCM_E_NONE);
+        if (rc < 0) {
+            return rc;
+        }
+        if (value != 0) {
+            std::printf("%4d  %-38s %20llu\n", port, statistic.name, static_cast<unsigned long long>(value));
+        }
+    }
+    return BCM_E_NONE;
+}
+
+cmd_result_t counters(int unit, args_t *a)
+{
+    Arguments args(a);
+    const bool clears = args.left() > 0 && std::string(args.peek()) == "clear";
+    if (clears) {
+        args.next();
+    }
+    std::vector<int> ports;
+    if (!next_ports(unit, &args, &ports) || args.left() != 0) {
+        return CMD_USAGE;
+    }
+    for (const int port : ports) {
+        const int rc = clears ? bcm_stat_clear(unit, port) : print_counters(unit, port);
+        if (rc < 0) {
+            return done_or_fail(args, "port " + std::to_string(port), rc);
+        }
+    }
+    return CMD_OK;
+}
+
 /// "1-3,7"
 std::string port_list(const bcm_pbmp_t &ports)
 {
@@ -206,6 +244,7 @@ constexpr cmd_t commands[] = {
     command("ps", ps, "[PORTS]", "show the ports' status"),
     command("port", port, "PORTS SETTING=NUMBER...",
             "set enable, speed (Mbit/s), pause, vlan or learn (flags)"),
+    command("counters", counters, "[clear] [PORTS]", "show the ports' counters that are not 0, or clear all"),
     command("vlan", vlan, "[show | create ID | destroy ID | add ID PORTS [untagged] | remove ID PORTS]",
             "look at VLANs and their ports, or change them"),
 };

@@ -85,6 +85,18 @@ int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int opera
 
 void l2_remove(Switch &sw, std::size_t position, int operation);
 
+/// What became of a packet's source address.
+struct L2Arrival {
+    int status;         // as of sim_l2_learn
+    bool was_in_place;  // its entry said so already
+};
+
+/// A packet of that length arrives at the port: notes, learns or moves its source address, and counts for it.
+L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length);
+
+/// Counts a packet for the entry, if it has counters.
+void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length);
+
 /// Calls the callbacks.
 void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation);
 

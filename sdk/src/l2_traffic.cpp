@@ -1,6 +1,8 @@
 /// A packet arrives: refreshing, learning and moving its source address.
 #include "checked.h"
+#include "frame.h"
 #include "l2_state.h"
+#include "trunk_path.h"
 
 #include <sim/traffic.h>
 
@@ -9,8 +11,6 @@
 using namespace sim;
 
 namespace {
-
-constexpr uint64 packet_bytes = 64;
 
 /// Whether a limit, if it is set, leaves room for one more address.
 bool below_limit(const L2State &l2, uint32 selector, int id)
@@ -33,17 +33,9 @@ bool may_move(const L2Settings &settings, const Destination &from, int to)
     return (old_class.flags & BCM_L2_LEARN_CLASS_MOVE) || class_of(to).priority >= old_class.priority;
 }
 
-void count(L2State &l2, L2Key key)
-{
-    const auto counters = l2.counters.find(key);
-    if (counters != l2.counters.end()) {
-        counters->second[bcmL2StatInBytes] += packet_bytes;
-        ++counters->second[bcmL2StatInPackets];
-    }
-}
-
-/// The source address of the packet has no entry for the port: learns it, or moves the entry at position.
-int learn(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t position)
+/// The source address of the packet has no entry for the place: learns it, or moves the entry at position.
+int learn(Switch &sw, int port, const Destination &place, const unsigned char *mac, bcm_vlan_t vid,
+          std::size_t position)
 {
     L2State &l2 = sw.l2;
     const bool known = position != L2Table::none;
@@ -65,16 +57,17 @@ int learn(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::s
     }
 
     const uint32 mode = sw.ports[static_cast<std::size_t>(port)].learn;
-    set_destination(&address, {Destination::Kind::port, own_module, port});
+    set_destination(&address, place);
     if ((mode & BCM_PORT_LEARN_CPU) && !(mode & BCM_PORT_LEARN_ARL)) {
         l2_notify(sw, address, BCM_L2_CALLBACK_REPORT);
     }
     if (!(mode & BCM_PORT_LEARN_ARL) || l2.settings.freezes != 0) {
         return BCM_E_DISABLED;
     }
-    // A learnt address that moves counts already, though not for the port.
+    // A learnt address that moves counts already, though not for the place.
     const bool counted = known && (l2.addresses.state(position) & l2_learnt);
-    const bool room = below_limit(l2, BCM_L2_LEARN_LIMIT_PORT, port)
+    const bool on_trunk = place.kind == Destination::Kind::trunk;
+    const bool room = below_limit(l2, on_trunk ? BCM_L2_LEARN_LIMIT_TRUNK : BCM_L2_LEARN_LIMIT_PORT, place.id)
         && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
         && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
     if (!room) {
@@ -89,6 +82,40 @@ int learn(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::s
 
 }  // namespace
 
+namespace sim {
+
+void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length)
+{
+    const auto counters = l2.counters.find(key);
+    if (counters != l2.counters.end()) {
+        counters->second[bytes] += length;
+        ++counters->second[packets];
+    }
+}
+
+L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length)
+{
+    const Destination place = place_of_arrival(sw, port);
+    L2Table &addresses = sw.l2.addresses;
+    const L2Key key = l2_key(mac, vid);
+    const std::size_t position = addresses.find(key);
+    Destination at = {};
+    const bool in_place = position != L2Table::none
+        && resolve_address(addresses.record(position), &at) == BCM_E_NONE && at == place;
+    int status = BCM_E_NONE;
+    if (in_place) {
+        addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
+    } else {
+        status = learn(sw, port, place, mac, vid, position);
+    }
+    if (status == BCM_E_NONE) {
+        l2_count(sw.l2, key, bcmL2StatInPackets, bcmL2StatInBytes, length);
+    }
+    return {status, in_place};
+}
+
+}  // namespace sim
+
 extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac, bcm_vlan_t vid)
 {
     return on_l2(unit, {mac}, [&](Switch &sw) -> int {
@@ -98,34 +125,14 @@ extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac,
             return rc;
         }
         const Port &own = sw.ports[static_cast<std::size_t>(arrival)];
-        const bool group_address = mac[0] & 1;
-        if (group_address || (vid != 0 && !VlanTable::valid(vid))) {
+        if (is_group(mac) || (vid != 0 && !VlanTable::valid(vid))) {
             return BCM_E_PARAM;
         }
         const bcm_vlan_t vlan = vid != 0 ? vid : own.untagged_vlan;
         if (!sw.vlans.has(vlan)) {
             return BCM_E_NOT_FOUND;
         }
-        if (!own.enabled) {
-            return BCM_E_DISABLED;
-        }
-
-        L2Table &addresses = sw.l2.addresses;
-        const L2Key key = l2_key(mac, vlan);
-        const std::size_t position = addresses.find(key);
-        Destination at = {};
-        const bool in_place = position != L2Table::none
-            && resolve_address(addresses.record(position), &at) == BCM_E_NONE
-            && at == Destination{Destination::Kind::port, own_module, arrival};
-        if (in_place) {
-            addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
-            count(sw.l2, key);
-            return BCM_E_NONE;
-        }
-        const int learnt = learn(sw, arrival, mac, vlan, position);
-        if (learnt == BCM_E_NONE) {
-            count(sw.l2, key);
-        }
-        return learnt;
+        return own.enabled ? l2_arrive(sw, arrival, mac, vlan, frame_min).status
+                           : static_cast<int>(BCM_E_DISABLED);
     });
 }

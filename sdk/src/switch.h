@@ -5,6 +5,7 @@
 #include "l2_state.h"
 #include "lag_members.h"
 #include "linkscan.h"
+#include "port_counters.h"
 #include "rule_store.h"
 #include "stg_table.h"
 #include "trunk_table.h"
@@ -13,11 +14,16 @@
 #include <bcm/port.h>
 
 #include <array>
+#include <map>
 
 namespace sim {
 
 constexpr int front_speed_max = 100000;  // Mbit/s
 constexpr int cpu_speed_max = 10000;
+
+constexpr int frame_max_default = 9216;  // bytes, with checksum
+
+constexpr int multicast_lines = 8192;
 
 struct Port {
     bool enabled = true;
@@ -28,6 +34,9 @@ struct Port {
     std::array<unsigned char, 6> pause_address = {};
     bcm_vlan_t untagged_vlan = BCM_VLAN_DEFAULT;
     uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
+    int frame_max = frame_max_default;
+    int discard = BCM_PORT_DISCARD_NONE;
+    uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
 };
 
 struct Switch {
@@ -38,11 +47,13 @@ struct Switch {
 
     int unit;
     std::array<Port, port_max + 1> ports;
+    std::array<PortCounters, port_max + 1> counters;
     VlanTable vlans;
     StgTable groups;
     TrunkTable trunks;
     LagMembers lags;
     L2State l2;
+    std::map<int, bcm_pbmp_t> multicast;  // sets of ports by line
     LinkScan links;
     RuleStore by_rule;
 };

@@ -1,4 +1,4 @@
-/// Trunks: their settings and members. No packet path reads them.
+/// Trunks: their settings and members.
 #include "checked.h"
 #include "destination.h"
 #include "sim.h"

@@ -20,9 +20,54 @@ extern "C" {
 int sim_l2_age_step(int unit);
 
 /*
- * A minimum-size packet arrives at the port from the source address mac. vid is the VLAN of its tag, 0 for
- * an untagged packet, which belongs to the port's untagged VLAN. Returns
- *   BCM_E_NONE       the address was known there, or has been learnt or moved there
+ * A packet arrives on the wire of a front port: length bytes of a frame from its destination address on,
+ * without checksum, 14..16379 of them. It takes the way that the tables of the unit say, in this order:
+ *   1. The MAC drops what is shorter than 64 bytes or longer than bcm_port_frame_max, checksum included, and
+ *      takes the control frames (type 0x8808) for itself.
+ *   2. bcm_port_discard. A tag (type 0x8100) without VLAN id counts as none here.
+ *   3. The VLAN of the tag or else the port's untagged VLAN has to exist, and to have the port as a member if
+ *      the port filters (bcm_port_vlan_member, bcm_port_ifilter).
+ *   4. The port's state in the VLAN's spanning tree group. Packets to 01:80:c2:00:00:00 to ..:0f go to the
+ *      CPU and nowhere else, unless that state is BCM_STG_STP_DISABLE.
+ *   5. The source address is learnt, as by sim_l2_learn. BCM_L2_DISCARD_SRC; an address that was not known
+ *      there drops the packet if the port has not BCM_PORT_LEARN_FWD.
+ *   6. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
+ *      without entry, the VLAN's members. Never back to the port that it came from or to the trunk of that.
+ *      Of a trunk one member that can send is selected: for an entry's trunk by the criterion, else by
+ *      dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot send; a single one
+ *      counts the drop.
+ *   7. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
+ *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
+ *      send without tag, all others with one, at priority 0 if it had none on arrival.
+ * A port has a link if bcm_port_link_status_get says so. The CPU is port 0: what it gets counts there as
+ * sent. Loopbacks, routing, filters, mirrors and rates play no part.
+ *
+ * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
+ * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors
+ * (by the MAC), snmpIfInDiscards (2 to 6; snmpBcmRx*Discards give reasons) and, at the port that was to send
+ * it, snmpIfOutDiscards. Returns
+ *   BCM_E_NONE       it has arrived, whatever became of it
+ *   BCM_E_DISABLED   the port is disabled or has no link: nothing arrives, nothing counts
+ *   BCM_E_PARAM      frame null, or length out of range
+ *   BCM_E_UNIT, BCM_E_PORT (the CPU's too), BCM_E_INIT
+ */
+int sim_packet_arrive(int unit, bcm_port_t port, const unsigned char *frame, int length);
+
+/*
+ * Called for each packet that leaves a port, the CPU's too, of any unit. The frame is as above, valid during
+ * the call. By then the arrival is over: the watcher may call anything.
+ */
+typedef void (*sim_packet_watcher_t)(int unit, bcm_port_t port, const unsigned char *frame, int length,
+                                     void *datum);
+
+/* From now on it is this one, or none (null). */
+void sim_packet_watch(sim_packet_watcher_t watcher, void *datum);
+
+/*
+ * A minimum-size packet arrives at the port from the source address mac, and goes no further. vid is the VLAN
+ * of its tag, 0 for an untagged packet, which belongs to the port's untagged VLAN. Returns
+ *   BCM_E_NONE       the address was known there, or has been learnt or moved there; for a member of a trunk,
+ *                    there is the trunk
  *   BCM_E_DISABLED   port disabled, learning off, or table frozen, and the address not known there
  *   BCM_E_EXISTS     a static entry, an authorisation for another port or a learn class holds it elsewhere
  *   BCM_E_RESOURCE   a learn limit is reached

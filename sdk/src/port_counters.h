@@ -1,0 +1,97 @@
+/// What a port counts of the frames that pass it, and how the statistics of the SDK are made up from that.
+#pragma once
+
+#include "frame.h"
+
+#include <bcm/stat.h>
+
+#include <array>
+#include <cstddef>
+#include <map>
+
+namespace sim {
+
+/// Of each direction. Lengths are those on the wire, with tag and checksum.
+enum class FrameCounter {
+    octets,
+    unicast,  // this and the next two: without errors
+    multicast,
+    broadcast,
+    undersize,  // errors
+    too_long,
+    size_64,  // this and the next ones: up to the next
+    size_65,
+    size_128,
+    size_256,
+    size_512,
+    size_1024,
+    size_1519,
+    size_1523,
+    size_2048,
+    size_4096,
+    size_9217,
+    tagged,
+    double_tagged,
+    pause,
+    priority_pause,
+    unknown_control,
+    count
+};
+
+/// Why a frame without errors goes no further.
+enum class Discard {
+    // On arrival.
+    port_takes_none,
+    tag_type,
+    vlan_unknown,
+    vlan_filter,
+    stp_state,
+    source_address,
+    destination_address,
+    no_destination,
+    // Instead of being sent.
+    no_link,
+    stp_state_to_send,
+    vlan_filter_to_send,
+    too_long_to_send,
+    count
+};
+
+constexpr Discard first_discard_to_send = Discard::no_link;
+
+enum class Direction { received, sent };
+
+constexpr std::size_t frame_counters = static_cast<std::size_t>(FrameCounter::count);
+constexpr std::size_t counters_of_a_port = 2 * frame_counters + static_cast<std::size_t>(Discard::count);
+
+/// The places of counters in the array.
+constexpr std::size_t place(Direction direction, FrameCounter counter)
+{
+    return static_cast<std::size_t>(direction) * frame_counters + static_cast<std::size_t>(counter);
+}
+
+constexpr std::size_t place(Discard reason)
+{
+    return 2 * frame_counters + static_cast<std::size_t>(reason);
+}
+
+struct PortCounters {
+    std::array<uint64, counters_of_a_port> counts = {};
+    std::map<bcm_stat_val_t, uint64> cleared_at;  // of single statistics, which share counters
+};
+
+inline void count_discard(PortCounters &counters, Discard reason)
+{
+    ++counters.counts[place(reason)];
+}
+
+/// Counts a frame as the MAC sees it. False if it is too short, or longer than frame_max: it has errors then.
+bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &bytes, int frame_max);
+
+/// The value of a statistic, 0 if no packet here can ever move it.
+uint64 statistic(const PortCounters &counters, bcm_stat_val_t type);
+
+/// From now on it counts from 0; the other statistics go on.
+void clear_statistic(PortCounters &counters, bcm_stat_val_t type);
+
+}  // namespace sim
