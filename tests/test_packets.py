@@ -90,6 +90,11 @@ class Forwarding(PacketTest):
 
     def test_vlans_are_apart(self):
         self.vlan(20, tagged=[1, 2], untagged=[3])
+        self.vlan(30, tagged=[1])
+        self.assertEqual(self.ports(1, B, A, VLAN, 30, ARP), [])
+        self.enter(C, 30, port=5, modid=1)
+        self.assertEqual(self.ports(1, C, A, VLAN, 30, ARP), [])
+        self.assertEqual(self.counted(1)['IfInDiscards'], 2)
         self.assertEqual(self.ports(1, B, A, VLAN, 20, ARP), [2, 3])
         self.done(self.learn(5, A))  # in VLAN 1
         self.assertEqual(self.ports(2, A, B, VLAN, 20, ARP), [1])
@@ -124,7 +129,7 @@ class Forwarding(PacketTest):
         self.assertEqual(self.counted(1)['BcmRxDoubleVlanTagFrame'], 1)
 
     def test_spanning_tree(self):
-        self.vlan(20, tagged=[1, 2, 3])
+        self.vlan(20, tagged=[CPU_PORT, 1, 2, 3])
         self.done(q.bcm_stg_create_id(0, 7))
         self.done(q.bcm_stg_vlan_add(0, 7, 20))
         for port in (2, 3):
@@ -133,9 +138,9 @@ class Forwarding(PacketTest):
             self.done(q.bcm_stg_stp_set(0, 7, 1, state))
             self.done(q.bcm_l2_clear(0))
             forwards = state == q.BCM_STG_STP_FORWARD
-            self.assertEqual(self.ports(1, B, A, VLAN, 20, ARP), [2, 3] if forwards else [])
+            self.assertEqual(self.ports(1, B, A, VLAN, 20, ARP), [CPU_PORT, 2, 3] if forwards else [])
             self.assertEqual(self.find(A, 20) is not None, state >= q.BCM_STG_STP_LEARN)
-            self.assertEqual(self.ports(2, B, C, VLAN, 20, ARP), [1, 3] if forwards else [3])
+            self.assertEqual(self.ports(2, B, C, VLAN, 20, ARP), [0, 1, 3] if forwards else [0, 3])
             self.enter(A, 20, port=1)
             self.assertEqual(self.ports(2, A, C, VLAN, 20, ARP), [1] if forwards else [])
             self.assertEqual(self.ports(1, BRIDGES, A, VLAN, 20, ARP),
@@ -161,18 +166,22 @@ class Forwarding(PacketTest):
 
     def test_what_the_cpu_gets(self):
         for flags, ports in ((q.BCM_L2_LOCAL_CPU, [CPU_PORT]), (q.BCM_L2_COPY_TO_CPU, [CPU_PORT, 5]),
+                             (q.BCM_L2_LOCAL_CPU | q.BCM_L2_COPY_TO_CPU, [CPU_PORT]),
                              (q.BCM_L2_COPY_TO_CPU | q.BCM_L2_DISCARD_DST, [CPU_PORT])):
             self.enter(B, port=5, flags=flags)
             self.assertEqual(self.ports(1, B, A, ARP), ports)
         self.done(q.bcm_vlan_port_add(0, 1, [CPU_PORT], [CPU_PORT]))
         self.assertEqual(self.ports(1, ALL, A, ARP)[:2], [CPU_PORT, 2])
-        self.assertEqual(self.counted(CPU_PORT)['IfOutUcastPkts'], 3)
+        self.done(q.bcm_port_enable_set(0, CPU_PORT, 0))
+        self.assertEqual(self.ports(1, B, A, ARP), [])
+        self.assertEqual([self.counted(CPU_PORT)[name] for name in ('IfOutUcastPkts', 'IfOutDiscards')], [4, 1])
         self.assertEqual(self.counted(CPU_PORT)['IfOutBroadcastPkts'], 1)
 
     def test_groups(self):
         self.addCleanup(q.bcm_mcast_bitmap_set, 0, 6, [])
         self.done(q.bcm_mcast_bitmap_set(0, 6, [1, 4, 5]))
         self.assertEqual(len(self.ports(1, GROUP, A, ARP)), 63)
+        self.assertEqual([len(self.ports(1, BRIDGES[:-2] + end, A, ARP)) for end in ('0f', '10')], [1, 63])
         self.enter(GROUP, flags=q.BCM_L2_MCAST | q.BCM_L2_STATIC, l2mc_group=6)
         self.assertEqual([self.ports(port, GROUP, A, ARP) for port in (1, 2)], [[4, 5], [1, 4, 5]])
 
@@ -221,7 +230,7 @@ class Trunks(PacketTest):
             return [self.sent(port, data)[0][0] for port, data in flows]
 
         by_source = [(1, frame(A, mac, ARP)) for mac in macs]
-        by_ip = [(1, frame(A, B, IP4, *[0] * 8 + [10, number])) for number in range(32)]
+        by_ip = [(1, frame(A, B, IP4, *[0] * 8 + [number, 10])) for number in range(32)]
         by_port = [(port, frame(A, B, ARP)) for port in range(1, 9)]
         for criterion, varying, constant in (('SRCMAC', by_source, by_ip), ('SRCDSTMAC', by_source, by_ip),
                                              ('DSTIP', by_ip, by_source), ('PORTFLOW', by_ip, by_port)):
@@ -282,6 +291,8 @@ class Statistics(PacketTest):
                 self.assertEqual((counted['IfInOctets'], counted['EtherStatsPkts']), (size, 1))
                 self.assertEqual('EtherStatsOversizePkts' in counted, size > 1518)
                 self.assertEqual('IfInErrors' in counted, size < 64)
+                self.assertEqual('EtherStatsUndersizePkts' in counted, size < 64)
+                self.assertEqual('BcmEtherStatsPkts1519to1522Octets' in counted, 1519 <= size <= 1522)
         self.assertEqual(self.counted(2)['Dot1dBasePortMtuExceededDiscards'], 2)
         self.assertStatus(q.BCM_E_PARAM, q.bcm_port_frame_max_set(0, 1, 63))
         self.done(q.bcm_port_frame_max_set(0, 1, 1518))
