@@ -148,6 +148,10 @@ class Forwarding(PacketTest):
             self.assertEqual(len(self.ports(1, C, A, ARP)), 63)  # another group
         self.assertEqual(self.counted(1)['BcmRxStpStateDiscards'], 5)
         self.assertEqual(self.counted(1)['IfOutDiscards'], 4)
+        self.assertEqual(self.value(q.bcm_port_stp_get, 1), q.BCM_STG_STP_FORWARD)
+        self.done(q.bcm_port_stp_set(0, 1, q.BCM_STG_STP_BLOCK))  # in all groups
+        self.assertEqual(self.ports(1, C, A, ARP) + self.ports(1, B, A, VLAN, 20, ARP), [])
+        self.assertStatus(q.BCM_E_PARAM, q.bcm_port_stp_set(0, 1, 5))
 
     def test_ports_without_link(self):
         self.addCleanup(library.sim_cable_plug, 0, 3, 1 << q.SOC_PHY_MEDIUM_FIBER, 10)

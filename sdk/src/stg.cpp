@@ -23,6 +23,11 @@ int on_group(int unit, bcm_stg_t stg, Pointers pointers, Body body)
     });
 }
 
+bool valid_state(int stp_state)
+{
+    return stp_state >= BCM_STG_STP_DISABLE && stp_state <= BCM_STG_STP_FORWARD;
+}
+
 int create(Switch &sw, int id)
 {
     return sw.groups.groups.emplace(id, StgGroup{}).second ? BCM_E_NONE : BCM_E_EXISTS;
@@ -217,7 +222,7 @@ int sim_bcm_stg_stp_set(int unit, bcm_stg_t stg, bcm_port_t port, int stp_state)
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        if (stp_state < BCM_STG_STP_DISABLE || stp_state > BCM_STG_STP_FORWARD) {
+        if (!valid_state(stp_state)) {
             return BCM_E_PARAM;
         }
         group.states[static_cast<std::size_t>(own_port)] = stp_state;
@@ -234,6 +239,32 @@ int sim_bcm_stg_stp_get(int unit, bcm_stg_t stg, bcm_port_t port, int *stp_state
             *stp_state = group.states[static_cast<std::size_t>(own_port)];
         }
         return rc;
+    });
+}
+
+int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
+{
+    return on_unit(unit, {}, [&](Switch &sw) -> int {
+        int own_port;
+        const int rc = resolve_own_port(port, &own_port);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        if (!valid_state(state)) {
+            return BCM_E_PARAM;
+        }
+        for (auto &[id, group] : sw.groups.groups) {
+            group.states[static_cast<std::size_t>(own_port)] = state;
+        }
+        return BCM_E_NONE;
+    });
+}
+
+// Of the groups, which may differ, the default one speaks.
+int sim_bcm_port_stp_get(int unit, bcm_port_t port, int *state)
+{
+    return on_unit(unit, {state}, [&](Switch &sw) -> int {
+        return sim_bcm_stg_stp_get(unit, sw.groups.default_id, port, state);
     });
 }
 
