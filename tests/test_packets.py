@@ -6,7 +6,7 @@ import unittest
 import QuorelApiNew as q
 from console import run
 from recording import library
-from simulator import CPU_PORT, FRONT_PORTS, SwitchTest, TRUNK, call_with_nulls, functions
+from simulator import CPU_PORT, FRONT_PORTS, SwitchTest, TRUNK, call_with_nulls, change_callback, functions
 
 A, B, C = ['02:00:5e:00:00:0%d' % number for number in (1, 2, 3)]
 ALL, GROUP, BRIDGES = 'ff:ff:ff:ff:ff:ff', '01:00:5e:00:00:01', '01:80:c2:00:00:00'
@@ -189,7 +189,7 @@ class Forwarding(PacketTest):
         self.enter(GROUP, flags=q.BCM_L2_MCAST | q.BCM_L2_STATIC, l2mc_group=6)
         self.assertEqual([self.ports(port, GROUP, A, ARP) for port in (1, 2)], [[4, 5], [1, 4, 5]])
 
-    def test_a_watcher_may_call_anything(self):
+    def test_watchers_may_call_anything(self):
         def detach(unit, port, data, size, _):
             seen.append((unit, port))
             if len(seen) == 1:
@@ -202,6 +202,12 @@ class Forwarding(PacketTest):
         self.done(arrive(1, frame(B, A, ARP), 1))
         self.assertEqual((len(seen), seen[:3]), (64, [(1, 2), (0, 9), (1, 3)]))
         self.assertStatus(q.BCM_E_UNIT, arrive(1, frame(B, A, ARP), 1))
+        # One that is told of the address that a packet brings may do so too.
+        self.done(library.bcm_attach(1, None, None, 0))
+        callback = change_callback(lambda unit, *_: self.done(library.bcm_detach(unit)))
+        self.done(library.bcm_l2_addr_register(1, callback, None))
+        self.done(arrive(1, frame(B, A, ARP), 1))
+        self.assertEqual(len(seen), 64)
 
 
 class Trunks(PacketTest):

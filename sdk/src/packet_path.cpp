@@ -120,7 +120,8 @@ bool Passage::is_source_accepted()
         return false;
     }
     const L2Arrival arrival = l2_arrive(sw_, port_, frame_.from(), vid_, length_with_checksum(arrived_));
-    if (!arrival.was_in_place && !(own_.learn & BCM_PORT_LEARN_FWD)) {
+    const bool has_gone = attached(sw_.unit) != &sw_;  // by a callback that was told of the address
+    if (has_gone || (!arrival.was_in_place && !(own_.learn & BCM_PORT_LEARN_FWD))) {
         return false;
     }
     const std::size_t position = sw_.l2.addresses.find(l2_key(frame_.from(), vid_));
