@@ -270,6 +270,24 @@ class Trunks(PacketTest):
         self.assertFalse(set((20, 21)) & set(self.ports(1, ALL, B, ARP)))
 
 
+    def test_inactive_members_and_trunks_without_enough_of_them(self):
+        self.trunk(3, (10, 11, 12))
+        self.enter(A, flags=q.BCM_L2_TRUNK_MEMBER, tgid=3)
+        sources = ['02:00:00:00:00:%02x' % number for number in range(32)]
+
+        def used():
+            return set(port for mac in sources for port in self.ports(1, A, mac, ARP))
+        inactive, active = q.BCM_TRUNK_MEMBER_STATUS_INACTIVE, q.BCM_TRUNK_MEMBER_STATUS_ACTIVE
+        self.assertEqual(used(), set((10, 11, 12)))
+        self.done(q.bcm_trunk_member_status_set(0, 3, 11, inactive))
+        self.assertEqual(used(), set((10, 12)))
+        self.done(q.bcm_trunk_min_links_set(0, 3, 3))
+        self.assertEqual(used(), set())
+        self.assertFalse(set((10, 11, 12)) & set(self.ports(1, ALL, B, ARP)))
+        self.done(q.bcm_trunk_member_status_set(0, 3, 11, active))
+        self.assertEqual(used(), set((10, 11, 12)))
+
+
 class Statistics(PacketTest):
     def test_both_directions(self):
         self.assertEqual(len(STATISTICS), q.snmpValCount)

@@ -1,9 +1,11 @@
 """Spanning tree groups and trunks, and the shapes of their results."""
+import ctypes
 import unittest
 
 import QuorelApiNew as q
 from binding import error_of
-from simulator import (BLACK_HOLE, LOCAL_PORT, MODULE_PORT, SYSTEM_PORT, SwitchTest, TRUNK,
+from recording import library
+from simulator import (BLACK_HOLE, LOCAL_PORT, MODULE_PORT, PortBitmap, SYSTEM_PORT, SwitchTest, TRUNK,
                        call_with_nulls, functions)
 
 
@@ -212,6 +214,50 @@ class Trunks(SwitchTest):
         self.done(self.change(add, 4, far))
         self.create(3)
         self.assertEqual((self.gports(3), self.gports(4)), ([], [5, far]))
+
+    def status(self, trunk):
+        up, count = q.intp(), q.intp()
+        self.done(q.bcm_trunk_status_get(0, trunk, up, count))
+        return up.value(), count.value()
+
+    def local_members(self, trunk, room=8):
+        """[(port, status)]"""
+        ports, statuses, count = (ctypes.c_int * 8)(), (ctypes.c_int * 8)(), ctypes.c_int()
+        self.done(library.bcm_trunk_local_members_get(0, trunk, room, ports, statuses, ctypes.byref(count)))
+        return zip(ports, statuses)[:count.value]
+
+    def test_who_is_in_which_trunk_and_takes_traffic(self):
+        far = MODULE_PORT + (3 << 11) + 5
+        self.create(3, 4)
+        self.assertEqual((self.status(3), self.local_members(3)), ((0, 0), []))
+        for trunk, gport in ((3, 9), (3, far), (3, LOCAL_PORT + 5), (4, 20)):
+            self.done(self.change(q.bcm_trunk_member_add, trunk, gport))
+        trunk, index, status, links = q.intp(), q.intp(), q.intp(), q.intp()
+        for module, port, found in ((-1, 5, (3, 2)), (0, 9, (3, 0)), (3, 5, (3, 1)), (-1, SYSTEM_PORT + 20, (4, 0))):
+            self.done(q.bcm_trunk_find(0, module, port, trunk, index))
+            self.assertEqual((trunk.value(), index.value()), found)
+        self.assertStatus(q.BCM_E_NOT_FOUND, q.bcm_trunk_find(0, -1, 6, trunk, index))
+        self.assertStatus(q.BCM_E_PORT, q.bcm_trunk_find(0, -1, 65, trunk, index))
+        self.assertEqual((self.local_members(3), self.local_members(3, 1)), ([(9, 1), (5, 1)], [(9, 1)]))
+        self.done(q.bcm_trunk_min_links_get(0, 3, links))
+        self.assertEqual((links.value(), self.status(3)), (1, (1, 3)))
+
+        self.done(q.bcm_trunk_member_status_set(0, 3, SYSTEM_PORT + 5, q.BCM_TRUNK_MEMBER_STATUS_INACTIVE))
+        self.done(q.bcm_trunk_member_status_get(0, 3, 5, status))
+        self.assertEqual((status.value(), self.status(3), self.local_members(3)), (0, (1, 2), [(9, 1), (5, 0)]))
+        self.done(q.bcm_trunk_min_links_set(0, 3, 3))
+        self.assertEqual(self.status(3), (0, 2))
+        self.done(self.change(q.bcm_trunk_member_delete, 3, 5))
+        self.done(self.change(q.bcm_trunk_member_add, 3, 5))  # who comes back is active
+        self.assertEqual(self.status(3), (1, 3))
+        self.assertStatus(q.BCM_E_NOT_FOUND, q.bcm_trunk_member_status_set(0, 3, 20, 0))
+        for call, value in ((q.bcm_trunk_min_links_set, -1), (q.bcm_trunk_min_links_set, 257)):
+            self.assertStatus(q.BCM_E_PARAM, call(0, 3, value))
+        self.assertStatus(q.BCM_E_PARAM, q.bcm_trunk_member_status_set(0, 3, 5, 2))
+
+        ports = PortBitmap([9, 30])
+        self.done(library.bcm_trunk_bitmap_expand(0, ctypes.byref(ports)))
+        self.assertEqual(ports.ports(), [5, 9, 30])
 
     def test_members_are_set_all_or_none(self):
         self.create(3, 4)

@@ -42,6 +42,42 @@ std::vector<bcm_trunk_member_t>::iterator find_member(Trunk &trunk, const Destin
     });
 }
 
+/// Who comes back later is active again.
+void forget_absent_members(Trunk &trunk)
+{
+    std::vector<Destination> &ports = trunk.inactive;
+    const auto absent = [&](const Destination &port) { return find_member(trunk, port) == trunk.members.end(); };
+    ports.erase(std::remove_if(ports.begin(), ports.end(), absent), ports.end());
+}
+
+/// The trunk's ports of this unit.
+std::vector<int> own_ports(const Trunk &trunk)
+{
+    std::vector<int> ports;
+    for (const bcm_trunk_member_t &member : trunk.members) {
+        int port;
+        if (resolve_own_port(member.gport, &port) == BCM_E_NONE) {
+            ports.push_back(port);
+        }
+    }
+    return ports;
+}
+
+/// body(Trunk &, const Destination &) on a member; also BCM_E_PORT, BCM_E_BADID.
+template <class Body>
+int on_member(int unit, bcm_trunk_t tid, bcm_gport_t gport, Pointers pointers, Body body)
+{
+    return on_trunk(unit, tid, pointers, [&](Switch &, Trunk &trunk) -> int {
+        Destination port;
+        const int rc = resolve_port(gport, &port);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        const bool is_member = find_member(trunk, port) != trunk.members.end();
+        return is_member ? body(trunk, port) : static_cast<int>(BCM_E_NOT_FOUND);
+    });
+}
+
 /// Appends members whose ports are in no trunk yet: BCM_E_PORT, BCM_E_BADID, BCM_E_EXISTS, BCM_E_FULL.
 int append_members(Switch &sw, Trunk &trunk, const bcm_trunk_member_t *members, int count)
 {
@@ -155,6 +191,7 @@ int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
             trunk.members.swap(before);
             return rc;
         }
+        forget_absent_members(trunk);
         trunk.info = *trunk_info;
         return BCM_E_NONE;
     });
@@ -188,17 +225,10 @@ int sim_bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *memb
 
 int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
-    return on_trunk(unit, tid, {member}, [&](Switch &, Trunk &trunk) -> int {
-        Destination port;
-        const int rc = resolve_port(member->gport, &port);
-        if (rc != BCM_E_NONE) {
-            return rc;
-        }
-        const auto found = find_member(trunk, port);
-        if (found == trunk.members.end()) {
-            return BCM_E_NOT_FOUND;
-        }
-        trunk.members.erase(found);
+    const bcm_gport_t gport = member != nullptr ? member->gport : BCM_GPORT_INVALID;
+    return on_member(unit, tid, gport, {member}, [](Trunk &trunk, const Destination &port) -> int {
+        trunk.members.erase(find_member(trunk, port));
+        forget_absent_members(trunk);
         return BCM_E_NONE;
     });
 }
@@ -207,6 +237,114 @@ int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
 {
     return on_trunk(unit, tid, {}, [](Switch &, Trunk &trunk) -> int {
         trunk.members.clear();
+        trunk.inactive.clear();
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_t *tid, int *index)
+{
+    return on_unit(unit, {tid, index}, [&](Switch &sw) -> int {
+        Destination wanted;
+        const int rc = resolve(modid, port, &wanted);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        for (auto &entry : sw.trunks.trunks) {
+            const auto found = find_member(entry.second, wanted);
+            if (found != entry.second.members.end()) {
+                *tid = entry.first;
+                *index = static_cast<int>(found - entry.second.members.begin());
+                return BCM_E_NONE;
+            }
+        }
+        return BCM_E_NOT_FOUND;
+    });
+}
+
+int sim_bcm_trunk_local_members_get(int unit, bcm_trunk_t tid, int member_max, bcm_port_t *member_array,
+                                    int *status_array, int *member_count)
+{
+    return on_trunk(unit, tid, {member_count}, [&](Switch &, Trunk &trunk) -> int {
+        if (member_max < 0 || (member_max > 0 && any_null({member_array, status_array}))) {
+            return BCM_E_PARAM;
+        }
+        int written = 0;
+        for (const int port : own_ports(trunk)) {
+            if (written < member_max) {
+                member_array[written] = port;
+                status_array[written++] = trunk.is_active({Destination::Kind::port, own_module, port});
+            }
+        }
+        *member_count = written;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_member_status_set(int unit, bcm_trunk_t tid, bcm_gport_t member, int status)
+{
+    return on_member(unit, tid, member, {}, [&](Trunk &trunk, const Destination &port) -> int {
+        if (status != BCM_TRUNK_MEMBER_STATUS_INACTIVE && status != BCM_TRUNK_MEMBER_STATUS_ACTIVE) {
+            return BCM_E_PARAM;
+        }
+        std::vector<Destination> &ports = trunk.inactive;
+        ports.erase(std::remove(ports.begin(), ports.end(), port), ports.end());
+        if (status == BCM_TRUNK_MEMBER_STATUS_INACTIVE) {
+            ports.push_back(port);
+        }
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_member_status_get(int unit, bcm_trunk_t tid, bcm_gport_t member, int *status)
+{
+    return on_member(unit, tid, member, {status}, [&](Trunk &trunk, const Destination &port) -> int {
+        *status = trunk.is_active(port);
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_min_links_set(int unit, bcm_trunk_t tid, int min_links)
+{
+    return on_trunk(unit, tid, {}, [&](Switch &, Trunk &trunk) -> int {
+        if (min_links < 0 || min_links > TrunkTable::member_max) {
+            return BCM_E_PARAM;
+        }
+        trunk.min_links = min_links;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_min_links_get(int unit, bcm_trunk_t tid, int *min_links)
+{
+    return on_trunk(unit, tid, {min_links}, [&](Switch &, Trunk &trunk) -> int {
+        *min_links = trunk.min_links;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_status_get(int unit, bcm_trunk_t tid, int *up, int *active_count)
+{
+    return on_trunk(unit, tid, {up, active_count}, [&](Switch &, Trunk &trunk) -> int {
+        *active_count = trunk.active_members();
+        *up = trunk.is_up();
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_trunk_bitmap_expand(int unit, bcm_pbmp_t *pbmp)
+{
+    return on_unit(unit, {pbmp}, [&](Switch &sw) -> int {
+        const bcm_pbmp_t given = *pbmp;
+        for (const auto &entry : sw.trunks.trunks) {
+            const std::vector<int> ports = own_ports(entry.second);
+            const auto is_given = [&](int port) { return BCM_PBMP_MEMBER(given, port) != 0; };
+            if (std::any_of(ports.begin(), ports.end(), is_given)) {
+                for (const int port : ports) {
+                    BCM_PBMP_PORT_ADD(*pbmp, port);
+                }
+            }
+        }
         return BCM_E_NONE;
     });
 }

@@ -118,7 +118,8 @@ std::vector<int> senders(const Trunk &trunk)
     for (const bcm_trunk_member_t &member : trunk.members) {
         int own;
         if (!(member.flags & BCM_TRUNK_MEMBER_EGRESS_DISABLE)
-            && resolve_own_port(member.gport, &own) == BCM_E_NONE) {
+            && resolve_own_port(member.gport, &own) == BCM_E_NONE
+            && trunk.is_up() && trunk.is_active({Destination::Kind::port, own_module, own})) {
             ports.push_back(own);
         }
     }
