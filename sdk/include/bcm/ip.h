@@ -10,8 +10,8 @@ extern "C" {
 #endif
 
 /*
- * The mask with len leading ones, 0..32 (0 for any other len); and how many leading ones a mask has, BCM_E_PARAM if
- * there is a one behind the first zero.
+ * The mask with len leading ones, 0..32 (0 for any other len); and how many leading ones a mask has,
+ * BCM_E_PARAM if there is a one behind the first zero.
  */
 bcm_ip_t bcm_ip_mask_create(int len);
 int bcm_ip_mask_length(bcm_ip_t mask);

@@ -1157,8 +1157,8 @@ int bcm_port_speed_set(int unit, bcm_port_t port, int speed);
 int bcm_port_speed_get(int unit, bcm_port_t port, int *speed);
 
 /*
- * Clock master of the link, interface, duplex, longest frame (bytes, with tags and checksum), jamming, gap between
- * frames (bits).
+ * Clock master of the link, interface, duplex, longest frame (bytes, with tags and checksum), jamming, gap
+ * between frames (bits).
  */
 int bcm_port_master_set(int unit, bcm_port_t port, int master);
 int bcm_port_master_get(int unit, bcm_port_t port, int *master);

@@ -33,9 +33,9 @@ int sim_l2_age_step(int unit);
  *      there drops the packet if the port has not BCM_PORT_LEARN_FWD.
  *   6. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
  *      without entry, the VLAN's members. Never back to the port that it came from or to the trunk of that.
- *      Of a trunk that is up one active member that can send is selected: for an entry's trunk by the criterion, else by
- *      dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot send; a single one
- *      counts the drop.
+ *      Of a trunk that is up one active member that can send is selected: for an entry's trunk by the
+ *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
+ *      send; a single one counts the drop.
  *   7. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
  *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
  *      send without tag, all others with one, at priority 0 if it had none on arrival.
