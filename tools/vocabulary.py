@@ -33,6 +33,7 @@ def kind_of(kind, text, descriptor, records):
         return NAMED.get(kind)
     if '[' in text:
         return 'array'
+    # Where a callback goes to is a cell like any other.
     if descriptor.startswith('_p_p_') and not descriptor.startswith('_p_p_f_'):
         return 'pointer to pointer'
     return 'pointer to record' if descriptor in records else 'pointer to scalar'

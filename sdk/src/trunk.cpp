@@ -1,7 +1,7 @@
 /// Trunks: their settings and members.
 #include "checked.h"
-#include "destination.h"
 #include "sim.h"
+#include "trunk_path.h"
 
 #include <algorithm>
 
@@ -27,40 +27,12 @@ int on_trunk(int unit, bcm_trunk_t tid, Pointers pointers, Body body)
     });
 }
 
-/// The port behind a gport, which may have other names; BCM_E_PORT, BCM_E_BADID.
-int resolve_port(bcm_gport_t gport, Destination *port)
-{
-    const int rc = resolve(own_module, gport, port);
-    return rc == BCM_E_NONE && port->kind != Destination::Kind::port ? static_cast<int>(BCM_E_PORT) : rc;
-}
-
-std::vector<bcm_trunk_member_t>::iterator find_member(Trunk &trunk, const Destination &port)
-{
-    return std::find_if(trunk.members.begin(), trunk.members.end(), [&](const bcm_trunk_member_t &member) {
-        Destination own;
-        return resolve_port(member.gport, &own) == BCM_E_NONE && own == port;
-    });
-}
-
 /// Who comes back later is active again.
 void forget_absent_members(Trunk &trunk)
 {
     std::vector<Destination> &ports = trunk.inactive;
-    const auto absent = [&](const Destination &port) { return find_member(trunk, port) == trunk.members.end(); };
+    const auto absent = [&](const Destination &port) { return member_index(trunk, port) < 0; };
     ports.erase(std::remove_if(ports.begin(), ports.end(), absent), ports.end());
-}
-
-/// The trunk's ports of this unit.
-std::vector<int> own_ports(const Trunk &trunk)
-{
-    std::vector<int> ports;
-    for (const bcm_trunk_member_t &member : trunk.members) {
-        int port;
-        if (resolve_own_port(member.gport, &port) == BCM_E_NONE) {
-            ports.push_back(port);
-        }
-    }
-    return ports;
 }
 
 /// body(Trunk &, const Destination &) on a member; also BCM_E_PORT, BCM_E_BADID.
@@ -73,8 +45,7 @@ int on_member(int unit, bcm_trunk_t tid, bcm_gport_t gport, Pointers pointers, B
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        const bool is_member = find_member(trunk, port) != trunk.members.end();
-        return is_member ? body(trunk, port) : static_cast<int>(BCM_E_NOT_FOUND);
+        return member_index(trunk, port) >= 0 ? body(trunk, port) : static_cast<int>(BCM_E_NOT_FOUND);
     });
 }
 
@@ -87,8 +58,8 @@ int append_members(Switch &sw, Trunk &trunk, const bcm_trunk_member_t *members, 
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (auto &entry : sw.trunks.trunks) {
-            if (find_member(entry.second, port) != entry.second.members.end()) {
+        for (const auto &entry : sw.trunks.trunks) {
+            if (member_index(entry.second, port) >= 0) {
                 return BCM_E_EXISTS;
             }
         }
@@ -227,7 +198,7 @@ int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *m
 {
     const bcm_gport_t gport = member != nullptr ? member->gport : BCM_GPORT_INVALID;
     return on_member(unit, tid, gport, {member}, [](Trunk &trunk, const Destination &port) -> int {
-        trunk.members.erase(find_member(trunk, port));
+        trunk.members.erase(trunk.members.begin() + member_index(trunk, port));
         forget_absent_members(trunk);
         return BCM_E_NONE;
     });
@@ -250,11 +221,11 @@ int sim_bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (auto &entry : sw.trunks.trunks) {
-            const auto found = find_member(entry.second, wanted);
-            if (found != entry.second.members.end()) {
+        for (const auto &entry : sw.trunks.trunks) {
+            const int place = member_index(entry.second, wanted);
+            if (place >= 0) {
                 *tid = entry.first;
-                *index = static_cast<int>(found - entry.second.members.begin());
+                *index = place;
                 return BCM_E_NONE;
             }
         }

@@ -8,14 +8,9 @@ namespace sim {
 
 namespace {
 
-const bcm_trunk_member_t *member_at(const Trunk &trunk, int port)
+Destination own_port(int port)
 {
-    const auto found = std::find_if(trunk.members.begin(), trunk.members.end(),
-                                    [&](const bcm_trunk_member_t &member) {
-                                        int own;
-                                        return resolve_own_port(member.gport, &own) == BCM_E_NONE && own == port;
-                                    });
-    return found != trunk.members.end() ? &*found : nullptr;
+    return {Destination::Kind::port, own_module, port};
 }
 
 /// FNV-1a, with the bits mixed, since few of them select.
@@ -38,6 +33,12 @@ public:
 private:
     std::uint32_t state_ = 2166136261u;
 };
+
+/// Of a port that is a member.
+uint32 flags_of(const Trunk &trunk, int port)
+{
+    return trunk.members[static_cast<std::size_t>(member_index(trunk, own_port(port)))].flags;
+}
 
 enum Part : unsigned { source = 1, target = 2, mac = 4, ip = 8 };
 
@@ -93,10 +94,38 @@ std::uint32_t number_by(int criterion, Switch &sw, Trunk &trunk, const Flow &flo
 
 }  // namespace
 
+int resolve_port(bcm_gport_t gport, Destination *port)
+{
+    const int rc = resolve(own_module, gport, port);
+    return rc == BCM_E_NONE && port->kind != Destination::Kind::port ? static_cast<int>(BCM_E_PORT) : rc;
+}
+
+int member_index(const Trunk &trunk, const Destination &port)
+{
+    const auto is_it = [&](const bcm_trunk_member_t &member) {
+        Destination own;
+        return resolve_port(member.gport, &own) == BCM_E_NONE && own == port;
+    };
+    const auto found = std::find_if(trunk.members.begin(), trunk.members.end(), is_it);
+    return found != trunk.members.end() ? static_cast<int>(found - trunk.members.begin()) : -1;
+}
+
+std::vector<int> own_ports(const Trunk &trunk)
+{
+    std::vector<int> ports;
+    for (const bcm_trunk_member_t &member : trunk.members) {
+        int port;
+        if (resolve_own_port(member.gport, &port) == BCM_E_NONE) {
+            ports.push_back(port);
+        }
+    }
+    return ports;
+}
+
 bcm_trunk_t trunk_of(const Switch &sw, int port)
 {
     for (const auto &[id, trunk] : sw.trunks.trunks) {
-        if (member_at(trunk, port) != nullptr) {
+        if (member_index(trunk, own_port(port)) >= 0) {
             return id;
         }
     }
@@ -107,22 +136,20 @@ Destination place_of_arrival(const Switch &sw, int port)
 {
     const bcm_trunk_t id = trunk_of(sw, port);
     const bool is_of_trunk = id >= 0
-        && !(member_at(sw.trunks.trunks.at(id), port)->flags & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
-    return is_of_trunk ? Destination{Destination::Kind::trunk, 0, id}
-                       : Destination{Destination::Kind::port, own_module, port};
+        && !(flags_of(sw.trunks.trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
+    return is_of_trunk ? Destination{Destination::Kind::trunk, 0, id} : own_port(port);
 }
 
 std::vector<int> senders(const Trunk &trunk)
 {
-    std::vector<int> ports;
-    for (const bcm_trunk_member_t &member : trunk.members) {
-        int own;
-        if (!(member.flags & BCM_TRUNK_MEMBER_EGRESS_DISABLE)
-            && resolve_own_port(member.gport, &own) == BCM_E_NONE
-            && trunk.is_up() && trunk.is_active({Destination::Kind::port, own_module, own})) {
-            ports.push_back(own);
-        }
+    if (!trunk.is_up()) {
+        return {};
     }
+    std::vector<int> ports = own_ports(trunk);
+    const auto may_not = [&](int port) {
+        return flags_of(trunk, port) & BCM_TRUNK_MEMBER_EGRESS_DISABLE || !trunk.is_active(own_port(port));
+    };
+    ports.erase(std::remove_if(ports.begin(), ports.end(), may_not), ports.end());
     return ports;
 }
 

@@ -1,4 +1,4 @@
-/// Trunks in the way of packets: which one a port is in, and which of its members sends.
+/// The ports of trunks: which trunk one is in, and which of them sends a packet.
 #pragma once
 
 #include "destination.h"
@@ -10,6 +10,15 @@ namespace sim {
 
 struct Switch;
 struct Trunk;
+
+/// The port behind a gport, which may have other names; BCM_E_PORT, BCM_E_BADID.
+int resolve_port(bcm_gport_t gport, Destination *port);
+
+/// The place of a port among the trunk's members, or -1.
+int member_index(const Trunk &trunk, const Destination &port);
+
+/// The trunk's ports of this unit, in the order of its members.
+std::vector<int> own_ports(const Trunk &trunk);
 
 /// The lowest trunk that the port is a member of, or -1.
 bcm_trunk_t trunk_of(const Switch &sw, int port);
