@@ -33,11 +33,13 @@ static PyObject *port_enable_get(PyObject *self, PyObject *args)
         PyErr_SetString(PyExc_TypeError, "three arguments expected");
         return NULL;
     }
-    if (int_from(PyTuple_GET_ITEM(args, 0), &unit) || int_from(PyTuple_GET_ITEM(args, 1), &port))
+    if (int_from(PyTuple_GET_ITEM(args, 0), &unit) || int_from(PyTuple_GET_ITEM(args, 1), &port)) {
         return NULL;
+    }
     enable = pointer_from(PyTuple_GET_ITEM(args, 2));
-    if (__builtin_expect(!enable, 0))
+    if (__builtin_expect(!enable, 0)) {
         return NULL;
+    }
     return PyInt_FromLong(bcm_port_enable_get(unit, port, enable));
 }
 
@@ -47,8 +49,9 @@ static PyObject *call_sdk(PyObject *self, PyObject *count)
     long i;
     int enable;
     (void)self;
-    for (i = PyInt_AsLong(count); i > 0; --i)
+    for (i = PyInt_AsLong(count); i > 0; --i) {
         bcm_port_enable_get(0, 1, &enable);
+    }
     Py_RETURN_NONE;
 }
 

@@ -32,8 +32,9 @@ static void *self_from(PyObject *args, Py_ssize_t size)
 static PyObject *take(PyObject *self, PyObject *args)
 {
     (void)self;
-    if (!self_from(args, PyTuple_GET_SIZE(args)))
+    if (!self_from(args, PyTuple_GET_SIZE(args))) {
         return NULL;
+    }
     Py_RETURN_NONE;
 }
 
@@ -42,8 +43,9 @@ static PyObject *mac_get(PyObject *self, PyObject *args)
     char text[18];
     bcm_l2_addr_t *address = self_from(args, 1);
     (void)self;
-    if (!address)
+    if (!address) {
         return NULL;
+    }
     write_mac(text, address->mac);
     return PyString_FromString(text);
 }
@@ -55,15 +57,18 @@ static PyObject *mac_set(PyObject *self, PyObject *args)
     const char *text;
     bcm_l2_addr_t *address = self_from(args, 2);
     (void)self;
-    if (!address || !(text = PyString_AsString(PyTuple_GET_ITEM(args, 1))))
+    if (!address || !(text = PyString_AsString(PyTuple_GET_ITEM(args, 1)))) {
         return NULL;
+    }
     if (sscanf(text, "%2x:%2x:%2x:%2x:%2x:%2x", &field[0], &field[1], &field[2], &field[3], &field[4],
-               &field[5]) != 6) {
+               &field[5])
+        != 6) {
         PyErr_SetString(PyExc_ValueError, "not a MAC address");
         return NULL;
     }
-    for (i = 0; i < 6; ++i)
+    for (i = 0; i < 6; ++i) {
         address->mac[i] = (unsigned char)field[i];
+    }
     Py_RETURN_NONE;
 }
 
@@ -73,8 +78,9 @@ static PyObject *port_bitmap_get(PyObject *self, PyObject *args)
     PyObject *list;
     bcm_vlan_data_t *vlan = self_from(args, 1);
     (void)self;
-    if (!vlan || !(list = PyList_New(0)))
+    if (!vlan || !(list = PyList_New(0))) {
         return NULL;
+    }
     for (port = 0; port < BCM_PBMP_PORT_MAX; ++port) {
         if (BCM_PBMP_MEMBER(vlan->port_bitmap, port)) {
             PyObject *number = PyLong_FromUnsignedLong(port);
@@ -91,10 +97,12 @@ static PyObject *port_bitmap_get(PyObject *self, PyObject *args)
 
 static unsigned destination(const bcm_l2_addr_t *entry)
 {
-    if (entry->flags & BCM_L2_DISCARD_DST)
+    if (entry->flags & BCM_L2_DISCARD_DST) {
         return 0x10000000;
-    if (entry->flags & BCM_L2_TRUNK_MEMBER)
+    }
+    if (entry->flags & BCM_L2_TRUNK_MEMBER) {
         return (entry->tgid & 0x3ffffffu) | 0x0c000000;
+    }
     return (entry->port & 0x7ffu) | 0x04000000;
 }
 
@@ -117,11 +125,13 @@ static PyObject *mac_table(PyObject *self, PyObject *args)
     int unit;
     PyObject *list;
     (void)self;
-    if (!PyArg_ParseTuple(args, "i", &unit) || !(list = PyList_New(0)))
+    if (!PyArg_ParseTuple(args, "i", &unit) || !(list = PyList_New(0))) {
         return NULL;
+    }
     bcm_l2_traverse(unit, append_entry, list);
-    if (PyErr_Occurred())
+    if (PyErr_Occurred()) {
         Py_CLEAR(list);
+    }
     return list;
 }
 
@@ -136,8 +146,9 @@ static PyObject *traverse(PyObject *self, PyObject *args)
 {
     int unit;
     (void)self;
-    if (!PyArg_ParseTuple(args, "i", &unit))
+    if (!PyArg_ParseTuple(args, "i", &unit)) {
         return NULL;
+    }
     bcm_l2_traverse(unit, skip_entry, NULL);
     Py_RETURN_NONE;
 }
@@ -147,19 +158,21 @@ static PyObject *fill_mac_table(PyObject *self, PyObject *args)
 {
     int unit, count, i, rc = BCM_E_NONE;
     (void)self;
-    if (!PyArg_ParseTuple(args, "ii", &unit, &count))
+    if (!PyArg_ParseTuple(args, "ii", &unit, &count)) {
         return NULL;
+    }
     for (i = 0; i < count && rc == BCM_E_NONE; ++i) {
-        bcm_mac_t mac = {0x02, 0x00, 0x5e,
-                         (unsigned char)(i >> 16), (unsigned char)(i >> 8), (unsigned char)i};
+        bcm_mac_t mac = {
+            0x02, 0x00, 0x5e, (unsigned char)(i >> 16), (unsigned char)(i >> 8), (unsigned char)i};
         bcm_l2_addr_t address;
         bcm_l2_addr_t_init(&address, mac, 1);
         address.port = i % 64 + 1;
         address.flags = i % 8 == 0 ? BCM_L2_STATIC : 0;
         rc = bcm_l2_addr_add(unit, &address);
     }
-    if (rc != BCM_E_NONE)
+    if (rc != BCM_E_NONE) {
         return PyErr_Format(PyExc_RuntimeError, "entry %d: SDK status %d", i - 1, rc);
+    }
     Py_RETURN_NONE;
 }
 

@@ -9,8 +9,7 @@
 
 /* The layout that all modules of SWIG's runtime version 4 share. */
 typedef struct {
-    PyObject_HEAD
-    void *pointer;
+    PyObject_HEAD void *pointer;
     void *descriptor;
 } PointerObject;
 

@@ -11,7 +11,7 @@
 namespace generator {
 
 struct Parameter {
-    std::string name; ///< "arg<n>" where the header gives none
+    std::string name;  ///< "arg<n>" where the header gives none
     TypePtr type;
 };
 
@@ -21,25 +21,25 @@ struct Function {
     std::string header;
     TypePtr result;
     std::vector<Parameter> parameters;
-    std::string scope = {}; ///< "QuorelApi::" for what stands in that namespace
+    std::string scope = {};  ///< "QuorelApi::" for what stands in that namespace
     unsigned line = 0;
     bool is_variadic = false;
-    bool is_inline = false; ///< whether the header itself defines it
+    bool is_inline = false;  ///< whether the header itself defines it
 };
 
 struct Member {
     std::string name;
     TypePtr type;
     unsigned line = 0;
-    long long size = 0; ///< bytes; of a flexible array less than 0
+    long long size = 0;  ///< bytes; of a flexible array less than 0
     bool is_bit_field = false;
 };
 
 /// Example: name "bcm_l2_addr_t", tag "bcm_l2_addr_s". Members of anonymous unions and structs are its own.
 struct Record {
-    std::string name; ///< the typedef's name, or the tag if there is none
-    std::string tag;  ///< the tag, or the typedef's name if there is none
-    bool has_typedef = false; ///< whether C knows it without "struct" or "union"
+    std::string name;          ///< the typedef's name, or the tag if there is none
+    std::string tag;           ///< the tag, or the typedef's name if there is none
+    bool has_typedef = false;  ///< whether C knows it without "struct" or "union"
     bool is_union = false;
     std::string header;
     std::vector<Member> members;
@@ -50,8 +50,8 @@ struct Constant {
     std::string name;
     std::string header;
     unsigned line = 0, column = 0;
-    std::string enumeration; ///< tag of its enumeration; empty for a macro, and where it has no name
-    bool fits_32_bits = true; ///< with or without a sign
+    std::string enumeration;   ///< tag of its enumeration; empty for a macro, and where it has no name
+    bool fits_32_bits = true;  ///< with or without a sign
 };
 
 /// A global variable.
@@ -60,7 +60,7 @@ struct Variable {
     std::string header;
     TypePtr type;
     unsigned line = 0;
-    long long size = 0; ///< bytes; of an array without bounds less than 0
+    long long size = 0;  ///< bytes; of an array without bounds less than 0
 };
 
 struct Declarations {
@@ -68,8 +68,8 @@ struct Declarations {
     std::vector<Record> records;
     std::vector<Constant> constants;
     std::vector<Variable> variables;
-    std::map<std::string, TypePtr> typedefs; ///< name to what it stands for
-    std::set<std::string> enumerations;      ///< names of those that anything is declared with
+    std::map<std::string, TypePtr> typedefs;  ///< name to what it stands for
+    std::set<std::string> enumerations;       ///< names of those that anything is declared with
 };
 
 }  // namespace generator

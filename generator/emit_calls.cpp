@@ -20,12 +20,14 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
 {
     const Crossing &crossing = parameter.crossing;
     const TypePtr &type = crossing.type;
-    if (parameter.direction == Direction::InOut)
+    if (parameter.direction == Direction::InOut) {
         return name;
+    }
     if (parameter.direction == Direction::Out) {
         std::string pointer = spell(Type::pointer_to(type));
         bool record = crossing.conversion == Conversion::Value;
-        return record ? "static_cast<" + pointer + ">(*" + name + ")" : "reinterpret_cast<" + pointer + ">(" + name + ")";
+        return record ? "static_cast<" + pointer + ">(*" + name + ")"
+                      : "reinterpret_cast<" + pointer + ">(" + name + ")";
     }
     switch (crossing.conversion) {
     case Conversion::Pointer: {
@@ -35,8 +37,8 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
     }
     case Conversion::AnyPointer:
     case Conversion::Callback:
-        return (crossing.conversion == Conversion::Callback ? "reinterpret_cast<" : "static_cast<") +
-               spell(Type::without_const(type)) + ">(" + name + ")";
+        return (crossing.conversion == Conversion::Callback ? "reinterpret_cast<" : "static_cast<")
+               + spell(Type::without_const(type)) + ">(" + name + ")";
     case Conversion::Value: {
         TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
         return "*static_cast<" + spell(Type::pointer_to(target)) + ">(" + name + ")";
@@ -56,29 +58,35 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
         std::string name = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
         parameters += comma + thunk_parameter(shape.parameters[i], name);
         arguments += comma + typed_argument(parameter, name);
-        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value)
-            preparation += "    *" + name + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
+        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
+            preparation +=
+                "    *" + name + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
+        }
     }
     std::string call = function.callee + "(" + arguments + ")";
-    if (function.result.conversion == Conversion::Pointer)
+    if (function.result.conversion == Conversion::Pointer) {
         call = "const_cast<void *>(static_cast<const void *>(" + call + "))";
+    }
     std::string statement = (shape.result.type == "void" ? "" : "return ") + call;
-    if (function.result.conversion == Conversion::Value)
-        statement = "auto value = " + call + ";\n    return " +
-                    (function.raises ? "PyErr_Occurred() ? nullptr : " : "") +
-                    (is_class(function.result.type) ? "new " + spell(function.result.type) + "(value)"
-                                                    : "copy_of(&value, sizeof value)");
+    if (function.result.conversion == Conversion::Value) {
+        statement = "auto value = " + call + ";\n    return "
+                    + (function.raises ? "PyErr_Occurred() ? nullptr : " : "")
+                    + (is_class(function.result.type) ? "new " + spell(function.result.type) + "(value)"
+                                                      : "copy_of(&value, sizeof value)");
+    }
     std::string space = shape.result.type.back() == '*' ? "" : " ";
-    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + preparation +
-           "    " + statement + ";\n}\n";
+    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + preparation + "    " + statement
+           + ";\n}\n";
 }
 
 // A pointer result's descriptor, or that of an appended record.
 std::string result_descriptor(const BoundFunction &function)
 {
-    for (const BoundParameter &parameter : function.parameters)
-        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value)
+    for (const BoundParameter &parameter : function.parameters) {
+        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
             return parameter.crossing.descriptor;
+        }
+    }
     return function.result.descriptor;
 }
 
@@ -86,8 +94,9 @@ std::string result_descriptor(const BoundFunction &function)
 std::string overload_prototype(const BoundFunction &function)
 {
     std::string types;
-    for (const BoundParameter &parameter : function.parameters)
+    for (const BoundParameter &parameter : function.parameters) {
         types += (types.empty() ? "" : ",") + parameter.crossing.text;
+    }
     return function.callee + "(" + types + ")";
 }
 
@@ -98,15 +107,17 @@ std::vector<std::vector<const BoundFunction *>> by_name(const std::vector<BoundF
     std::map<std::string, size_t> places;
     for (const BoundFunction &function : functions) {
         auto [place, is_new] = places.emplace(function.name, groups.size());
-        if (is_new)
+        if (is_new) {
             groups.emplace_back();
+        }
         groups[place->second].push_back(&function);
     }
     return groups;
 }
 
 // The stub of functions of one name: that with the fewest parameters whose arguments would convert is called.
-std::string overload_stub(std::vector<const BoundFunction *> functions, const std::string &table, size_t first_row)
+std::string overload_stub(std::vector<const BoundFunction *> functions, const std::string &table,
+                          size_t first_row)
 {
     const std::string &name = functions.front()->name;
     std::string prototypes, choices;
@@ -120,14 +131,15 @@ std::string overload_stub(std::vector<const BoundFunction *> functions, const st
     });
     for (size_t i : order) {
         std::string codes, row = table + "[" + std::to_string(first_row + i) + "]";
-        for (const BoundParameter &parameter : functions[i]->parameters)
+        for (const BoundParameter &parameter : functions[i]->parameters) {
             codes += shape_parameter(parameter).code;
-        choices += "    if (converts(args, " + row + ", \"" + codes + "\"))\n        return " +
-                   shape_of(*functions[i]).name() + "(args, " + row + ", thunk_" + name + "_" + std::to_string(i) +
-                   ");\n";
+        }
+        choices += "    if (converts(args, " + row + ", \"" + codes + "\"))\n        return "
+                   + shape_of(*functions[i]).name() + "(args, " + row + ", thunk_" + name + "_"
+                   + std::to_string(i) + ");\n";
     }
-    return "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n" + choices + "    return raise_overloaded(\"" +
-           name + "\", \"" + prototypes + "\");\n}\n\n";
+    return "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n" + choices
+           + "    return raise_overloaded(\"" + name + "\", \"" + prototypes + "\");\n}\n\n";
 }
 
 }  // namespace
@@ -140,23 +152,29 @@ bool is_class(const TypePtr &type)
 std::string docstring(const BoundFunction &function)
 {
     std::string names;
-    for (const BoundParameter &parameter : function.parameters)
-        if (parameter.direction != Direction::Out)
+    for (const BoundParameter &parameter : function.parameters) {
+        if (parameter.direction != Direction::Out) {
             names += (names.empty() ? "" : ", ") + parameter.name;
-    std::string result = function.result.conversion == Conversion::Nothing ? "" : " -> " + function.result.text;
+        }
+    }
+    std::string result =
+        function.result.conversion == Conversion::Nothing ? "" : " -> " + function.result.text;
     return function.name + "(" + names + ")" + result;
 }
 
 std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers)
 {
     std::string text;
-    for (const std::string &header : cxx_headers)
+    for (const std::string &header : cxx_headers) {
         text += "#include \"" + header + "\"\n";
-    if (headers.empty())
+    }
+    if (headers.empty()) {
         return text;
+    }
     text += "extern \"C\" {\n";
-    for (const std::string &header : headers)
+    for (const std::string &header : headers) {
         text += "#include <" + header + ">\n";
+    }
     return text + "}\n";
 }
 
@@ -170,25 +188,31 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
     for (const std::vector<const BoundFunction *> &overloads : by_name(family.functions)) {
         const std::string &name = overloads.front()->name;
         std::string docs;
-        for (const BoundFunction *function : overloads)
+        for (const BoundFunction *function : overloads) {
             docs += (docs.empty() ? "" : "\n") + docstring(*function);
+        }
         unsigned method = numbering.method("py_" + name, docs);
         for (size_t i = 0; i < overloads.size(); ++i) {
             const BoundFunction &function = *overloads[i];
             Shape shape = shape_of(function);
             shapes.emplace(shape.name(), shape);
             std::vector<Crossing> arguments;
-            for (const BoundParameter &parameter : function.parameters)
-                if (parameter.direction != Direction::Out)
+            for (const BoundParameter &parameter : function.parameters) {
+                if (parameter.direction != Direction::Out) {
                     arguments.push_back(parameter.crossing);
-            rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments)) + ", " +
-                    std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name + "\n";
+                }
+            }
+            rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments))
+                    + ", " + std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name
+                    + "\n";
             bool alone = overloads.size() == 1;
             std::string thunk_name = "thunk_" + name + (alone ? "" : "_" + std::to_string(i));
             stubs += thunk(function, shape, thunk_name);
-            if (alone)
-                stubs += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + shape.name() +
-                         "(args, " + table + "[" + std::to_string(number) + "], " + thunk_name + ");\n}\n";
+            if (alone) {
+                stubs += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return "
+                         + shape.name() + "(args, " + table + "[" + std::to_string(number) + "], "
+                         + thunk_name + ");\n}\n";
+            }
         }
         stubs += overloads.size() == 1 ? "\n" : overload_stub(overloads, table, number);
         number += overloads.size();
@@ -197,8 +221,9 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
                               "interface/" + family.name + ".toml and the headers that it names") +
                        includes(family.headers, family.cxx_headers) +
                        "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
-    if (!rows.empty())
+    if (!rows.empty()) {
         text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
+    }
     text += "}  // namespace\n\n";
     return text + emit_group(numbering.groups().back()) + "\n}  // namespace quorel\n";
 }

@@ -44,7 +44,10 @@ Accessors accessors_of(const BoundMember &member)
 // Collects the rows and stubs of one file.
 class RecordWriter {
 public:
-    RecordWriter(const std::string &family, Numbering &numbering) : prefix_(family + "_"), numbering_(numbering) {}
+    RecordWriter(const std::string &family, Numbering &numbering)
+        : prefix_(family + "_"), numbering_(numbering)
+    {
+    }
 
     void add(const BoundRecord &record)
     {
@@ -52,10 +55,11 @@ public:
         unsigned constructor = stub("new_" + record.name, "() -> " + record.name, "new_record", row);
         stub("delete_" + record.name, "(self)", "delete_record", row);
         stub(record.name + "_swigregister", "", "register_record", row);
-        record_rows_ += "    {" + std::to_string(constructor) + ", " + argument(record.self) + ", sizeof(" +
-                        record.name + ")},\n";
-        for (const BoundMember &member : record.members)
+        record_rows_ += "    {" + std::to_string(constructor) + ", " + argument(record.self) + ", sizeof("
+                        + record.name + ")},\n";
+        for (const BoundMember &member : record.members) {
             add(record, member);
+        }
     }
 
     void add(const BoundCell &cell)
@@ -64,7 +68,8 @@ public:
         std::string size = "sizeof(" + cell.element.text + ")";
         bool record = cell.element.conversion == Conversion::Value;
         std::string kind = scalar_name(cell.element.conversion), member = next_member();
-        std::string getter_name = record ? "get_copy" : "get_" + kind, setter_name = record ? "set_record" : "set_" + kind;
+        std::string getter_name = record ? "get_copy" : "get_" + kind,
+                    setter_name = record ? "set_record" : "set_" + kind;
         unsigned constructor = stub("new_" + cell.name, "() -> " + cell.name, "new_cell", row);
         stub("delete_" + cell.name, "(self)", "delete_cell", row);
         stub(cell.name + "_assign", "(self, value)", setter_name, member);
@@ -73,8 +78,8 @@ public:
         stub(cell.name + "_frompointer", "(t) -> " + cell.name, "cell_from_pointer", row);
         stub(cell.name + "_swigregister", "", "register_cell", row);
         member_row(getter, cell.self, cell.element, 0, "0", size);
-        cell_rows_ += "    {" + std::to_string(constructor) + ", " + argument(cell.self) + ", " +
-                      argument(cell.pointer) + ", " + size + "},\n";
+        cell_rows_ += "    {" + std::to_string(constructor) + ", " + argument(cell.self) + ", "
+                      + argument(cell.pointer) + ", " + size + "},\n";
     }
 
     void add(const BoundArray &array)
@@ -83,21 +88,22 @@ public:
         bool record = array.element.conversion == Conversion::Value;
         std::string kind = record ? "record" : scalar_name(array.element.conversion);
         // Of records as a record's constructor has it, by the class.
-        unsigned constructor = stub("new_" + array.name, "(nelements) -> " + (record ? array.element : array.pointer).text,
-                                    "new_array", row);
+        unsigned constructor =
+            stub("new_" + array.name, "(nelements) -> " + (record ? array.element : array.pointer).text,
+                 "new_array", row);
         stub("delete_" + array.name, "(ary)", "delete_array", row);
         stub(array.name + "_getitem", "(ary, index) -> " + array.element.text, "get_item_" + kind, row);
         stub(array.name + "_setitem", "(ary, index, value)", "set_item_" + kind, row);
-        array_rows_ += "    {" + std::to_string(constructor) + ", " +
-                       std::to_string(numbering_.arguments({array.pointer, array.index, array.element})) +
-                       ", sizeof(" + array.element.text + ")},\n";
+        array_rows_ += "    {" + std::to_string(constructor) + ", "
+                       + std::to_string(numbering_.arguments({array.pointer, array.index, array.element}))
+                       + ", sizeof(" + array.element.text + ")},\n";
     }
 
     std::string text() const
     {
-        return table("RecordRow", "records", record_rows_) + table("CellRow", "cells", cell_rows_) +
-               table("ArrayRow", "arrays", array_rows_) + table("MemberRow", "members", member_rows_) + checks_ +
-               (checks_.empty() ? "" : "\n") + stubs_;
+        return table("RecordRow", "records", record_rows_) + table("CellRow", "cells", cell_rows_)
+               + table("ArrayRow", "arrays", array_rows_) + table("MemberRow", "members", member_rows_)
+               + checks_ + (checks_.empty() ? "" : "\n") + stubs_;
     }
 
 private:
@@ -110,27 +116,32 @@ private:
         member_row(getter, record.self, member.crossing, record.name.size() + 1,
                    "offsetof(" + record.name + ", " + member.name + ")",
                    "sizeof(" + record.name + "::" + member.name + ")");
-        if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32)
-            checks_ += "static_assert(sizeof(" + record.name + "::" + member.name + ") == sizeof(int32_t), \"\");\n";
+        if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
+            checks_ +=
+                "static_assert(sizeof(" + record.name + "::" + member.name + ") == sizeof(int32_t), \"\");\n";
+        }
     }
 
     void member_row(unsigned getter, const Crossing &self, const Crossing &value, size_t name_offset,
                     const std::string &offset, const std::string &size)
     {
         ++members_;
-        member_rows_ += "    {" + std::to_string(getter) + ", " + argument(self) + ", " + argument(value) + ", " +
-                        std::to_string(name_offset) + ", " + offset + ", " + size + "},\n";
+        member_rows_ += "    {" + std::to_string(getter) + ", " + argument(self) + ", " + argument(value)
+                        + ", " + std::to_string(name_offset) + ", " + offset + ", " + size + "},\n";
     }
 
     std::string next_member() const { return prefix_ + "members[" + std::to_string(members_) + "]"; }
 
-    std::string argument(const Crossing &crossing) { return std::to_string(numbering_.arguments({crossing})); }
+    std::string argument(const Crossing &crossing)
+    {
+        return std::to_string(numbering_.arguments({crossing}));
+    }
 
     unsigned stub(const std::string &name, const std::string &doc, const std::string &function,
                   const std::string &row)
     {
-        stubs_ += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + function + "(args, " +
-                  row + ");\n}\n\n";
+        stubs_ += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + function
+                  + "(args, " + row + ");\n}\n\n";
         return numbering_.method("py_" + name, name + doc);
     }
 
@@ -150,28 +161,32 @@ private:
 
 std::string emit_group(const Numbering::Group &group)
 {
-    if (group.methods.empty())
-        return "extern const PyCFunction " + group.name + "_functions[] = {nullptr};\nextern const char " +
-               group.name + "_docs[] = \"\";\n";
+    if (group.methods.empty()) {
+        return "extern const PyCFunction " + group.name + "_functions[] = {nullptr};\nextern const char "
+               + group.name + "_docs[] = \"\";\n";
+    }
     std::string functions, docs;
     for (const Numbering::Method &method : group.methods) {
         functions += "    " + method.stub + ",\n";
         docs += "    " + literal_with_nul(method.doc) + "\n";
     }
-    return "extern const PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n" +
-           "extern const char " + group.name + "_docs[] =\n" + docs + "    ;\n";
+    return "extern const PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n"
+           + "extern const char " + group.name + "_docs[] =\n" + docs + "    ;\n";
 }
 
 std::string emit_records(const Family &family, Numbering &numbering)
 {
     numbering.begin_group("records_" + family.name);
     RecordWriter writer(family.name, numbering);
-    for (const BoundCell &cell : family.cells)
+    for (const BoundCell &cell : family.cells) {
         writer.add(cell);
-    for (const BoundArray &array : family.arrays)
+    }
+    for (const BoundArray &array : family.arrays) {
         writer.add(array);
-    for (const BoundRecord &record : family.records)
+    }
+    for (const BoundRecord &record : family.records) {
         writer.add(record);
+    }
     return banner("Records, pointer classes and arrays of the family '" + family.name + "'.",
                   "interface/" + family.name + ".toml and the headers that it names") +
            includes(family.headers, {}) +

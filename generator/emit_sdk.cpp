@@ -9,8 +9,9 @@ namespace {
 std::string parameter_list(const Function &function)
 {
     std::string text;
-    for (const Parameter &parameter : function.parameters)
+    for (const Parameter &parameter : function.parameters) {
         text += (text.empty() ? "" : ", ") + declare(parameter.type, parameter.name);
+    }
     return text.empty() ? "void" : text;
 }
 
@@ -22,8 +23,9 @@ std::string prototype(const Function &function, const std::string &prefix)
 std::string recorded(const Parameter &parameter)
 {
     TypePtr type = resolve_array_typedef(parameter.type);
-    if (type->kind == Type::Kind::Array && !type->extent.empty())
+    if (type->kind == Type::Kind::Array && !type->extent.empty()) {
         return "{" + parameter.name + ", sizeof(" + declare(type, "") + ")}";
+    }
     return "record::value(" + parameter.name + ")";
 }
 
@@ -36,25 +38,27 @@ std::string forwarder(const Function &function)
         records += comma + recorded(parameter);
     }
     std::string keyword = spell(function.result) == "void" ? "" : "return ";
-    return prototype(function, "") + "\n{\n    if (record::on)\n        record::write(\"" + function.name + "\", {" +
-           records + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
+    return prototype(function, "") + "\n{\n    if (record::on)\n        record::write(\"" + function.name
+           + "\", {" + records + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
 }
 
 // What a function answers that nobody has written by hand.
 std::string by_rule(const Function &function, const Rule &rule)
 {
     std::string arguments;
-    for (const RuleArgument &argument : rule.arguments)
+    for (const RuleArgument &argument : rule.arguments) {
         arguments += (arguments.empty() ? "" : ", ") + argument.text;
-    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    return rules::" + rule.operation +
-           "(\"" + rule.table + "\", " + rule.unit + ", {" + arguments + "}" + rule.more + ");\n}\n\n";
+    }
+    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    return rules::" + rule.operation
+           + "(\"" + rule.table + "\", " + rule.unit + ", {" + arguments + "}" + rule.more + ");\n}\n\n";
 }
 
 // Whether it is "void T_init(T *record)".
 bool is_initialiser(const Function &function)
 {
-    if (spell(function.result) != "void" || function.parameters.size() != 1)
+    if (spell(function.result) != "void" || function.parameters.size() != 1) {
         return false;
+    }
     const TypePtr &type = function.parameters.front().type;
     return type->kind == Type::Kind::Pointer && function.name == spell(type->target) + "_init";
 }
@@ -62,67 +66,78 @@ bool is_initialiser(const Function &function)
 std::string initialiser(const Function &function)
 {
     const std::string &record = function.parameters.front().name;
-    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    if (" + record + " != nullptr)\n        std::memset(" +
-           record + ", 0, sizeof *" + record + ");\n}\n\n";
+    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    if (" + record
+           + " != nullptr)\n        std::memset(" + record + ", 0, sizeof *" + record + ");\n}\n\n";
 }
 
 // What a function answers that nobody has implemented.
 std::string fallback(const Function &function)
 {
     TypePtr result = function.result;
-    while (result->kind == Type::Kind::Typedef)
+    while (result->kind == Type::Kind::Typedef) {
         result = result->target;
+    }
     std::string body;
-    if (result->kind == Type::Kind::Pointer)
+    if (result->kind == Type::Kind::Pointer) {
         body = " return nullptr; ";
-    else if (spell(result) == "int")
+    } else if (spell(result) == "int") {
         body = " return BCM_E_UNAVAIL; ";
-    else if (spell(result) != "void")
+    } else if (spell(result) != "void") {
         body = " return {}; ";
+    }
     std::string unnamed;
-    for (const Parameter &parameter : function.parameters)
+    for (const Parameter &parameter : function.parameters) {
         unnamed += (unnamed.empty() ? "" : ", ") + spell(parameter.type);
-    return "__attribute__((weak)) " +
-           declare(function.result, "sim_" + function.name + "(" + (unnamed.empty() ? "void" : unnamed) + ")") + " {" +
-           body + "}\n\n";
+    }
+    return "__attribute__((weak)) "
+           + declare(function.result,
+                     "sim_" + function.name + "(" + (unnamed.empty() ? "void" : unnamed) + ")")
+           + " {" + body + "}\n\n";
 }
 
 // "key", "value", "key,value" for a record some members of which are keys, or "other".
 std::string role_of(const Parameter &parameter, const Rule &rule)
 {
     bool is_key = false, is_value = false;
-    for (const RuleArgument &argument : rule.arguments)
-        if (argument.parameter == parameter.name)
+    for (const RuleArgument &argument : rule.arguments) {
+        if (argument.parameter == parameter.name) {
             (argument.is_key ? is_key : is_value) = true;
+        }
+    }
     return is_key ? is_value ? "key,value" : "key" : is_value ? "value" : "other";
 }
 
 std::string enumerator_table(const std::string &tag, const std::vector<std::string> &enumerators)
 {
     std::string rows;
-    for (const std::string &name : enumerators)
+    for (const std::string &name : enumerators) {
         rows += "    {\"" + name + "\", " + name + "},\n";
-    return "static const sim::Enumerator table_of_" + tag + "[] = {\n" + rows + "};\nconst sim::Enumerators sim::names_of_" +
-           tag + " = {std::begin(table_of_" + tag + "), std::end(table_of_" + tag + ")};\n\n";
+    }
+    return "static const sim::Enumerator table_of_" + tag + "[] = {\n" + rows
+           + "};\nconst sim::Enumerators sim::names_of_" + tag + " = {std::begin(table_of_" + tag
+           + "), std::end(table_of_" + tag + ")};\n\n";
 }
 
 }  // namespace
 
 std::string emit_simulator_header(const Model &model)
 {
-    std::string text = banner("The functions by which the simulator answers the SDK's calls.", "the SDK's headers") +
-                       "#pragma once\n\n";
+    std::string text =
+        banner("The functions by which the simulator answers the SDK's calls.", "the SDK's headers")
+        + "#pragma once\n\n";
     std::string prototypes, names;
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
         headers.insert(headers.end(), family.headers.begin(), family.headers.end());
-        for (const Function &function : family.sdk_functions)
+        for (const Function &function : family.sdk_functions) {
             prototypes += prototype(function, "sim_") + ";\n";
-        for (const auto &entry : family.named_enumerations)
+        }
+        for (const auto &entry : family.named_enumerations) {
             names += "extern const Enumerators names_of_" + entry.first + ";\n";
+        }
     }
-    return text + "#include \"enumerators.h\"\n\n" + includes(headers, {}) + "\nextern \"C\" {\n\n" + prototypes +
-           "\n}\n\nnamespace sim {\n\n" + names + "\n}\n";
+    return text + "#include \"enumerators.h\"\n\n" + includes(headers, {}) + "\nextern \"C\" {\n\n"
+           + prototypes + "\n}\n\nnamespace sim {\n\n" + names + "\n}\n";
 }
 
 std::string emit_sdk_calls(const Family &family, const Rules &rules)
@@ -138,8 +153,9 @@ std::string emit_sdk_calls(const Family &family, const Rules &rules)
                                            : fallback(function);
     }
     text += "}\n\n";
-    for (const auto &[tag, enumerators] : family.named_enumerations)
+    for (const auto &[tag, enumerators] : family.named_enumerations) {
         text += enumerator_table(tag, enumerators);
+    }
     return text;
 }
 
@@ -147,21 +163,23 @@ std::string emit_rules(const Model &model, const Rules &rules)
 {
     auto transparent = [](const std::string &) { return false; };
     std::string text;
-    for (const Family &family : model.families)
+    for (const Family &family : model.families) {
         for (const Function &function : family.sdk_functions) {
             auto found = rules.find(function.name);
-            if (found == rules.end())
+            if (found == rules.end()) {
                 continue;
+            }
             const std::string &operation = found->second.operation;
             text += function.name + "\t" + operation.substr(0, operation.find('<'));
             text += "\t" + found->second.table;
             for (std::size_t i = 1; i < function.parameters.size(); ++i) {
                 const Parameter &parameter = function.parameters[i];
-                text += "\t" + role_of(parameter, found->second) + "\t" +
-                        declare(Type::without_const(resolve(parameter.type, transparent)), "");
+                text += "\t" + role_of(parameter, found->second) + "\t"
+                        + declare(Type::without_const(resolve(parameter.type, transparent)), "");
             }
             text += "\n";
         }
+    }
     return text;
 }
 

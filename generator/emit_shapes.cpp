@@ -7,7 +7,8 @@ namespace {
 
 std::string signature(const Shape &shape)
 {
-    return "NewReference " + shape.name() + "(PyObject *args, const CallRow &row, " + shape.thunk_signature() + ")";
+    return "NewReference " + shape.name() + "(PyObject *args, const CallRow &row, " + shape.thunk_signature()
+           + ")";
 }
 
 std::string argument_conversion(const ShapeParameter &parameter, size_t position, size_t parameter_number)
@@ -17,13 +18,17 @@ std::string argument_conversion(const ShapeParameter &parameter, size_t position
     std::string target = (parameter.by_address ? "&" : "") + local;
     std::string space = parameter.variable.back() == '*' ? "" : " ";
     std::string text = "    " + parameter.variable + space + local + ";\n";
-    if (parameter.converter.empty())
+    if (parameter.converter.empty()) {
         return "    " + parameter.variable + local + " = " + item + ";\n";
-    if (parameter.mapped)
-        return text + "    if (!" + parameter.converter + "(" + item + ", " + target + "))\n        return nullptr;\n";
+    }
+    if (parameter.mapped) {
+        return text + "    if (!" + parameter.converter + "(" + item + ", " + target
+               + "))\n        return nullptr;\n";
+    }
     std::string type = parameter.typed ? ", type_of(row, " + std::to_string(position) + ")" : "";
-    return text + "    if ((status = " + parameter.converter + "(" + item + type + ", " + target +
-           ")) != Status::ok)\n        return raise_argument(row, " + std::to_string(position) + ", status);\n";
+    return text + "    if ((status = " + parameter.converter + "(" + item + type + ", " + target
+           + ")) != Status::ok)\n        return raise_argument(row, " + std::to_string(position)
+           + ", status);\n";
 }
 
 std::string definition(const Shape &shape)
@@ -35,40 +40,45 @@ std::string definition(const Shape &shape)
         const ShapeParameter &parameter = shape.parameters[i];
         std::string local = "a" + std::to_string(i);
         bool both = parameter.direction == Direction::InOut;
-        call += (i == 0 ? "" : ", ") + std::string(parameter.direction == Direction::Out ? "&" : "") + local +
-                (both ? ".pointer" : "");
-        if (both)
-            appended += "    result = append_output(result, from_in_out_int32(" + local + ", type_of(row, " +
-                        std::to_string(inputs) + ")));\n";
+        call += (i == 0 ? "" : ", ") + std::string(parameter.direction == Direction::Out ? "&" : "") + local
+                + (both ? ".pointer" : "");
+        if (both) {
+            appended += "    result = append_output(result, from_in_out_int32(" + local + ", type_of(row, "
+                        + std::to_string(inputs) + ")));\n";
+        }
         if (parameter.direction != Direction::Out) {
             fallible = fallible || !(parameter.mapped || parameter.converter.empty());
             conversions += argument_conversion(parameter, inputs++, i);
         } else if (parameter.appended_record) {
             outputs += "    void *" + local + " = nullptr;\n";
-            appended += "    result = append_output(result, from_pointer(" + local +
-                        ", row.result, Ownership::owned));\n";
+            appended += "    result = append_output(result, from_pointer(" + local
+                        + ", row.result, Ownership::owned));\n";
         } else {
             outputs += "    " + parameter.variable + " " + local + " = 0;\n";
             appended += "    result = append_output(result, " + parameter.converter + "(" + local + "));\n";
         }
     }
-    std::string text = signature(shape) + "\n{\n    if (PyTuple_GET_SIZE(args) != " + std::to_string(inputs) +
-                       ")\n        return raise_arity(row.method, args, " + std::to_string(inputs) + ");\n";
-    if (fallible)
+    std::string text = signature(shape) + "\n{\n    if (PyTuple_GET_SIZE(args) != " + std::to_string(inputs)
+                       + ")\n        return raise_arity(row.method, args, " + std::to_string(inputs) + ");\n";
+    if (fallible) {
         text += "    Status status;\n";
+    }
     text += conversions + outputs;
     call = "thunk(" + call + ")";
     std::string check = shape.raises ? "    if (PyErr_Occurred())\n        return nullptr;\n" : "";
-    if (shape.result.type == "void")
+    if (shape.result.type == "void") {
         return text + "    " + call + ";\n" + check + "    return new_none();\n}\n\n";
+    }
     if (shape.raises) {
         text += "    auto value = " + call + ";\n" + check;
         call = "value";
     }
-    if (!shape.result.converter.empty())
+    if (!shape.result.converter.empty()) {
         call = shape.result.converter + "(" + call + shape.result.more_arguments + ")";
-    if (appended.empty())
+    }
+    if (appended.empty()) {
         return text + "    return " + call + ";\n}\n\n";
+    }
     return text + "    NewReference result = " + call + ";\n" + appended + "    return result;\n}\n\n";
 }
 
@@ -77,25 +87,32 @@ std::string definition(const Shape &shape)
 std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
 {
     std::string text = banner("One call function per sequence of argument kinds.", "the bound functions");
-    text += "// Codes, the result first: i int, u unsigned int, c signed char, b unsigned char, h unsigned short,\n"
-            "// q unsigned long long, t bool, s char *, p pointer, v void *, r value or reference, f callback,\n"
-            "// n nothing, o Python object; I, U, P outputs that join the result, X in and out; else the name of a typemap.\n"
-            "#pragma once\n\n#include \"typemaps/callback.h\"\n";
-    for (const FamilyInterface &family : model.interface)
-        for (const auto &entry : family.typemaps)
+    text +=
+        "// Codes, the result first: i int, u unsigned int, c signed char, b unsigned char, h unsigned "
+        "short,\n"
+        "// q unsigned long long, t bool, s char *, p pointer, v void *, r value or reference, f callback,\n"
+        "// n nothing, o Python object; I, U, P outputs that join the result, X in and out; else the name of "
+        "a typemap.\n"
+        "#pragma once\n\n#include \"typemaps/callback.h\"\n";
+    for (const FamilyInterface &family : model.interface) {
+        for (const auto &entry : family.typemaps) {
             text += "#include \"" + entry.second.header + "\"\n";
+        }
+    }
     text += "\nnamespace quorel {\n\n";
-    for (const auto &entry : shapes)
+    for (const auto &entry : shapes) {
         text += signature(entry.second) + ";\n";
+    }
     return text + "\n}  // namespace quorel\n";
 }
 
 std::string emit_shape_definitions(const Shapes &shapes)
 {
-    std::string text = banner("One call function per sequence of argument kinds.", "the bound functions") +
-                       "#include \"shapes.h\"\n\nnamespace quorel {\n\n";
-    for (const auto &entry : shapes)
+    std::string text = banner("One call function per sequence of argument kinds.", "the bound functions")
+                       + "#include \"shapes.h\"\n\nnamespace quorel {\n\n";
+    for (const auto &entry : shapes) {
         text += definition(entry.second);
+    }
     return text + "}  // namespace quorel\n";
 }
 

@@ -32,18 +32,21 @@ std::string accessors(const BoundVariable &variable)
 std::string emit_variables(const Model &model, Numbering &numbering)
 {
     std::vector<std::string> headers;
-    for (const Family &family : model.families)
+    for (const Family &family : model.families) {
         headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+    }
     std::string rows;
     for (const BoundVariable &variable : model.variables) {
-        std::string size = variable.kind == VariableKind::UnboundedArray ? "0" : "sizeof(" + variable.name + ")";
-        rows += "    {\"" + variable.name + "\", " + accessors(variable) + ", const_cast<void *>(static_cast<const void *>(&" +
-                variable.name + ")), " + std::to_string(numbering.arguments({variable.crossing})) + ", " + size + "},\n";
+        std::string size =
+            variable.kind == VariableKind::UnboundedArray ? "0" : "sizeof(" + variable.name + ")";
+        rows += "    {\"" + variable.name + "\", " + accessors(variable)
+                + ", const_cast<void *>(static_cast<const void *>(&" + variable.name + ")), "
+                + std::to_string(numbering.arguments({variable.crossing})) + ", " + size + "},\n";
     }
-    return banner("Global variables, in header order.", "the interface files and the headers that they name") +
-           includes(headers, {}) + "\n#include \"typemaps/callback.h\"\n\nnamespace quorel {\n\n" +
-           "const VariableRow variable_rows[] = {\n" + rows + "    {},\n};\nconst size_t variable_count = " +
-           std::to_string(model.variables.size()) + ";\n\n}  // namespace quorel\n";
+    return banner("Global variables, in header order.", "the interface files and the headers that they name")
+           + includes(headers, {}) + "\n#include \"typemaps/callback.h\"\n\nnamespace quorel {\n\n"
+           + "const VariableRow variable_rows[] = {\n" + rows + "    {},\n};\nconst size_t variable_count = "
+           + std::to_string(model.variables.size()) + ";\n\n}  // namespace quorel\n";
 }
 
 }  // namespace generator

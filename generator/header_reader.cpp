@@ -27,10 +27,11 @@ std::string qualified_name(CXCursor declaration)
 {
     std::string name = take(clang_getCursorSpelling(declaration));
     for (CXCursor scope = clang_getCursorSemanticParent(declaration);
-         clang_getCursorKind(scope) == CXCursor_Namespace || clang_getCursorKind(scope) == CXCursor_ClassDecl ||
-         clang_getCursorKind(scope) == CXCursor_StructDecl;
-         scope = clang_getCursorSemanticParent(scope))
+         clang_getCursorKind(scope) == CXCursor_Namespace || clang_getCursorKind(scope) == CXCursor_ClassDecl
+         || clang_getCursorKind(scope) == CXCursor_StructDecl;
+         scope = clang_getCursorSemanticParent(scope)) {
         name = take(clang_getCursorSpelling(scope)) + "::" + name;
+    }
     return name;
 }
 
@@ -43,21 +44,25 @@ public:
         // Each error counts: it says what a macro is not.
         std::vector<std::string> options = {"-x", "c++", "-std=c++17", "-ferror-limit=0"};
         options.insert(options.end(), source.flags.begin(), source.flags.end());
-        for (const std::string &directory : source.include_directories)
+        for (const std::string &directory : source.include_directories) {
             options.push_back("-I" + directory);
-        for (const std::string &directory : source.system_directories)
+        }
+        for (const std::string &directory : source.system_directories) {
             options.insert(options.end(), {"-isystem", directory});
+        }
         std::vector<const char *> arguments;
-        for (const std::string &option : options)
+        for (const std::string &option : options) {
             arguments.push_back(option.c_str());
+        }
         CXUnsavedFile file{main_file, text.c_str(), static_cast<unsigned long>(text.size())};
         index_ = clang_createIndex(0, 0);
         unit_ = clang_parseTranslationUnit(
             index_, main_file, arguments.data(), static_cast<int>(arguments.size()), &file, 1,
-            CXTranslationUnit_DetailedPreprocessingRecord | CXTranslationUnit_SkipFunctionBodies |
-                CXTranslationUnit_KeepGoing);
-        if (!unit_)
+            CXTranslationUnit_DetailedPreprocessingRecord | CXTranslationUnit_SkipFunctionBodies
+                | CXTranslationUnit_KeepGoing);
+        if (!unit_) {
             throw std::runtime_error("libclang cannot read the headers");
+        }
     }
     ~TranslationUnit()
     {
@@ -70,7 +75,7 @@ public:
     CXTranslationUnit get() const { return unit_; }
 
     /// Calls visit(line in the main file or 0, message) for each error.
-    template<typename Visit>
+    template <typename Visit>
     void for_each_error(Visit visit) const
     {
         for (unsigned i = 0; i < clang_getNumDiagnostics(unit_); ++i) {
@@ -78,7 +83,8 @@ public:
             if (clang_getDiagnosticSeverity(diagnostic) >= CXDiagnostic_Error) {
                 CXFile file;
                 unsigned line = 0;
-                clang_getExpansionLocation(clang_getDiagnosticLocation(diagnostic), &file, &line, nullptr, nullptr);
+                clang_getExpansionLocation(clang_getDiagnosticLocation(diagnostic), &file, &line, nullptr,
+                                           nullptr);
                 bool in_main = file && take(clang_getFileName(file)) == main_file;
                 visit(in_main ? line : 0,
                       take(clang_formatDiagnostic(diagnostic, clang_defaultDiagnosticDisplayOptions())));
@@ -95,11 +101,13 @@ private:
 std::string including(const HeaderSource &source)
 {
     std::string text = "extern \"C\" {\n";
-    for (const std::string &header : source.c_headers)
+    for (const std::string &header : source.c_headers) {
         text += "#include <" + header + ">\n";
+    }
     text += "}\n";
-    for (const std::string &header : source.cxx_headers)
+    for (const std::string &header : source.cxx_headers) {
         text += "#include \"" + header + "\"\n";
+    }
     return text;
 }
 
@@ -117,9 +125,11 @@ public:
     std::vector<Constant> macros()
     {
         std::vector<Constant> macros;
-        for (const Constant &macro : macros_)
-            if (is_balanced(macro.name))
+        for (const Constant &macro : macros_) {
+            if (is_balanced(macro.name)) {
                 macros.push_back(macro);
+            }
+        }
         return macros;
     }
 
@@ -140,10 +150,12 @@ private:
 
     void visit(CXCursor cursor)
     {
-        if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition)
+        if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition) {
             macro_definitions_[take(clang_getCursorSpelling(cursor))] = cursor;
-        if (clang_Location_isInSystemHeader(clang_getCursorLocation(cursor)))
+        }
+        if (clang_Location_isInSystemHeader(clang_getCursorLocation(cursor))) {
             return;
+        }
         switch (clang_getCursorKind(cursor)) {
         case CXCursor_LinkageSpec:
         case CXCursor_UnexposedDecl:
@@ -164,7 +176,8 @@ private:
             break;
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
-            declarations_.constants.back().enumeration = qualified_name(clang_getCursorSemanticParent(cursor));
+            declarations_.constants.back().enumeration =
+                qualified_name(clang_getCursorSemanticParent(cursor));
             declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
             break;
         case CXCursor_VarDecl:
@@ -187,8 +200,9 @@ private:
         CXFile file;
         clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
         std::string name = file ? take(clang_getFileName(file)) : "";
-        if (std::find(headers_.begin(), headers_.end(), name) == headers_.end())
+        if (std::find(headers_.begin(), headers_.end(), name) == headers_.end()) {
             headers_.push_back(name);
+        }
         return name;
     }
 
@@ -199,7 +213,10 @@ private:
         return line;
     }
 
-    static long long size_of(CXCursor declarator) { return clang_Type_getSizeOf(clang_getCursorType(declarator)); }
+    static long long size_of(CXCursor declarator)
+    {
+        return clang_Type_getSizeOf(clang_getCursorType(declarator));
+    }
 
     static bool enumerator_fits(CXCursor cursor)
     {
@@ -224,9 +241,11 @@ private:
         unsigned count = 0;
         clang_tokenize(unit_.get(), range, &tokens, &count);
         std::vector<std::string> texts;
-        for (unsigned i = 0; i < count; ++i)
-            if (clang_getTokenKind(tokens[i]) != CXToken_Comment)
+        for (unsigned i = 0; i < count; ++i) {
+            if (clang_getTokenKind(tokens[i]) != CXToken_Comment) {
                 texts.push_back(take(clang_getTokenSpelling(unit_.get(), tokens[i])));
+            }
+        }
         clang_disposeTokens(unit_.get(), tokens, count);
         return texts;
     }
@@ -238,17 +257,21 @@ private:
         std::vector<std::string> extents;
         int depth = 0;
         CXSourceRange range = clang_getCursorExtent(declarator);
-        if (!take(clang_getCursorSpelling(declarator)).empty())
+        if (!take(clang_getCursorSpelling(declarator)).empty()) {
             range = clang_getRange(clang_getCursorLocation(declarator), clang_getRangeEnd(range));
+        }
         for (const std::string &token : tokens_of(range)) {
-            if (token == "]" && --depth == 0)
+            if (token == "]" && --depth == 0) {
                 continue;
-            if (depth > 0)
-                extents.back() += (extents.back().empty() || is_tight(token) || is_tight_after(extents.back())
-                                       ? ""
-                                       : " ") + token;
-            if (token == "[" && depth++ == 0)
+            }
+            if (depth > 0) {
+                extents.back() +=
+                    (extents.back().empty() || is_tight(token) || is_tight_after(extents.back()) ? "" : " ")
+                    + token;
+            }
+            if (token == "[" && depth++ == 0) {
                 extents.emplace_back();
+            }
         }
         return extents;
     }
@@ -278,8 +301,9 @@ private:
         case CXType_Enum: {
             std::string name = name_of_declaration(type);
             // Nothing else can be declared with it.
-            if (name.empty())
+            if (name.empty()) {
                 return Type::builtin("int");
+            }
             declarations_.enumerations.insert(name);
             return Type::enumeration(name);
         }
@@ -302,14 +326,16 @@ private:
         case CXType_FunctionNoProto: {
             std::vector<TypePtr> parameters;
             std::vector<std::string> none;
-            for (int i = 0; i < clang_getNumArgTypes(type); ++i)
+            for (int i = 0; i < clang_getNumArgTypes(type); ++i) {
                 parameters.push_back(read_type(clang_getArgType(type, static_cast<unsigned>(i)), none));
+            }
             return Type::function(read_type(clang_getResultType(type), none), parameters);
         }
         default: {
             std::string name = take(clang_getTypeSpelling(type));
-            if (name.compare(0, 6, "const ") == 0)
+            if (name.compare(0, 6, "const ") == 0) {
                 name.erase(0, 6);
+            }
             return Type::builtin(name);
         }
         }
@@ -331,14 +357,16 @@ private:
     TypePtr typedef_target(CXCursor declaration, const std::string &name)
     {
         auto found = declarations_.typedefs.find(name);
-        if (found != declarations_.typedefs.end())
+        if (found != declarations_.typedefs.end()) {
             return found->second;
+        }
         std::vector<std::string> extents = extents_of(declaration);
         CXType underlying = clang_getTypedefDeclUnderlyingType(declaration);
         TypePtr target = read_type(underlying, extents);
         // A record or enumeration without a tag goes by its typedef's name.
-        if (target->kind == Type::Kind::Record && target->name.empty())
+        if (target->kind == Type::Kind::Record && target->name.empty()) {
             target = Type::record(name);
+        }
         CXType canonical = clang_getCanonicalType(underlying);
         if (target->kind == Type::Kind::Builtin && canonical.kind == CXType_Enum) {
             declarations_.enumerations.insert(name);
@@ -351,8 +379,9 @@ private:
     {
         std::string name = take(clang_getCursorSpelling(cursor));
         TypePtr target = typedef_target(cursor, name);
-        if (target->kind != Type::Kind::Record)
+        if (target->kind != Type::Kind::Record) {
             return;
+        }
         // The typedef that comes with or after a record names it in Python; one that came before it does not.
         for (Record &record : declarations_.records) {
             const bool names_it = record.tag.empty() && target->name == name;
@@ -366,8 +395,9 @@ private:
 
     void read_record(CXCursor cursor)
     {
-        if (!clang_isCursorDefinition(cursor))
+        if (!clang_isCursorDefinition(cursor)) {
             return;
+        }
         Record record;
         record.tag = record.name = take(clang_getCursorSpelling(cursor));
         record.header = header_of(cursor);
@@ -385,11 +415,12 @@ private:
                 auto [reader, record] = *static_cast<std::pair<Reader *, Record *> *>(data);
                 std::string name = take(clang_getCursorSpelling(child));
                 // Bit-fields without a name only fill up.
-                if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty())
-                    record->members.push_back({name, reader->declared_type(child), line_of(child), size_of(child),
-                                               clang_Cursor_isBitField(child) != 0});
-                else if (clang_Cursor_isAnonymousRecordDecl(child))
+                if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty()) {
+                    record->members.push_back({name, reader->declared_type(child), line_of(child),
+                                               size_of(child), clang_Cursor_isBitField(child) != 0});
+                } else if (clang_Cursor_isAnonymousRecordDecl(child)) {
                     reader->read_members(child, *record);
+                }
                 return CXChildVisit_Continue;
             },
             &context);
@@ -401,10 +432,11 @@ private:
         clang_visitChildren(
             cursor,
             [](CXCursor child, CXCursor, CXClientData self) {
-                if (clang_getCursorKind(child) == CXCursor_FunctionDecl)
+                if (clang_getCursorKind(child) == CXCursor_FunctionDecl) {
                     static_cast<Reader *>(self)->read_function(child);
-                else if (clang_getCursorKind(child) == CXCursor_Namespace)
+                } else if (clang_getCursorKind(child) == CXCursor_Namespace) {
                     static_cast<Reader *>(self)->read_namespace(child);
+                }
                 return CXChildVisit_Continue;
             },
             this);
@@ -415,8 +447,9 @@ private:
         Function function;
         function.name = take(clang_getCursorSpelling(cursor));
         // Declared again is the same function; overloaded is another.
-        if (!known_functions_.insert(take(clang_getCursorUSR(cursor))).second)
+        if (!known_functions_.insert(take(clang_getCursorUSR(cursor))).second) {
             return;
+        }
         std::string qualified = qualified_name(cursor);
         function.scope = qualified.substr(0, qualified.size() - function.name.size());
         function.header = header_of(cursor);
@@ -437,11 +470,13 @@ private:
 
     void read_macro(CXCursor cursor)
     {
-        if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor))
+        if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor)) {
             return;
+        }
         std::string header = header_of(cursor);
-        if (header.empty() || tokens_of(clang_getCursorExtent(cursor)).size() < 2)
+        if (header.empty() || tokens_of(clang_getCursorExtent(cursor)).size() < 2) {
             return;
+        }
         macros_.push_back(constant_at(cursor));
     }
 
@@ -452,8 +487,9 @@ private:
         auto definition = macro_definitions_.find(name);
         // Within itself a macro is a plain word, which the first answer stands for.
         auto [known, is_new] = balanced_.emplace(name, true);
-        if (definition == macro_definitions_.end() || !is_new)
+        if (definition == macro_definitions_.end() || !is_new) {
             return known->second;
+        }
         int depth = 0;
         bool balanced = true;
         for (const std::string &token : tokens_of(clang_getCursorExtent(definition->second))) {
@@ -466,8 +502,8 @@ private:
     const TranslationUnit &unit_;
     Declarations declarations_;
     std::vector<Constant> macros_;
-    std::map<std::string, CXCursor> macro_definitions_; ///< of system headers and with parameters too
-    std::map<std::string, bool> balanced_;              ///< by macro, as far as asked for
+    std::map<std::string, CXCursor> macro_definitions_;  ///< of system headers and with parameters too
+    std::map<std::string, bool> balanced_;               ///< by macro, as far as asked for
     std::vector<std::string> headers_;
     std::set<std::string> known_functions_;
 };
@@ -480,9 +516,9 @@ std::vector<Constant> integer_macros(const HeaderSource &source, const std::vect
     auto first = static_cast<unsigned>(std::count(text.begin(), text.end(), '\n')) + 1;
     for (const Constant &macro : macros) {
         const std::string value = "(" + macro.name + ")";
-        text += "static_assert(__is_integral(decltype(" + value + " + 0)) && (" + value + " == " + value +
-                " || true), \"\");\nstatic_assert(" + value + " < 0 ? (long long)" + value +
-                " >= -0x80000000LL : (unsigned long long)" + value + " <= 0xffffffffULL, \"\");\n";
+        text += "static_assert(__is_integral(decltype(" + value + " + 0)) && (" + value + " == " + value
+                + " || true), \"\");\nstatic_assert(" + value + " < 0 ? (long long)" + value
+                + " >= -0x80000000LL : (unsigned long long)" + value + " <= 0xffffffffULL, \"\");\n";
     }
     std::set<unsigned> refused;
     TranslationUnit unit(text, source);
@@ -500,7 +536,8 @@ std::vector<Constant> integer_macros(const HeaderSource &source, const std::vect
 
 // libclang gives all macros before all enumerators; readers of a header expect them as they stand in it. A macro
 // that is defined anew, or like an enumerator, is the same constant.
-std::vector<Constant> in_header_order(std::vector<Constant> constants, const std::vector<std::string> &headers)
+std::vector<Constant> in_header_order(std::vector<Constant> constants,
+                                      const std::vector<std::string> &headers)
 {
     auto place = [&](const Constant &constant) {
         auto header = std::find(headers.begin(), headers.end(), constant.header) - headers.begin();
@@ -509,9 +546,10 @@ std::vector<Constant> in_header_order(std::vector<Constant> constants, const std
     std::sort(constants.begin(), constants.end(),
               [&](const Constant &a, const Constant &b) { return place(a) < place(b); });
     std::set<std::string> known;
-    constants.erase(std::remove_if(constants.begin(), constants.end(),
-                                   [&](const Constant &constant) { return !known.insert(constant.name).second; }),
-                    constants.end());
+    constants.erase(
+        std::remove_if(constants.begin(), constants.end(),
+                       [&](const Constant &constant) { return !known.insert(constant.name).second; }),
+        constants.end());
     return constants;
 }
 
@@ -522,12 +560,14 @@ Declarations read_headers(const HeaderSource &source)
     TranslationUnit unit(including(source), source);
     std::string errors;
     unit.for_each_error([&](unsigned, const std::string &message) { errors += message + "\n"; });
-    if (!errors.empty())
+    if (!errors.empty()) {
         throw std::runtime_error("the headers do not compile:\n" + errors);
+    }
     Reader reader(unit);
     Declarations declarations = reader.read();
-    for (const Constant &macro : integer_macros(source, reader.macros()))
+    for (const Constant &macro : integer_macros(source, reader.macros())) {
         declarations.constants.push_back(macro);
+    }
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
     return declarations;
 }

@@ -9,11 +9,11 @@
 namespace generator {
 
 struct HeaderSource {
-    std::vector<std::string> c_headers;   ///< include paths, in the order in which they are read
-    std::vector<std::string> cxx_headers; ///< likewise, read after the C headers
+    std::vector<std::string> c_headers;    ///< include paths, in the order in which they are read
+    std::vector<std::string> cxx_headers;  ///< likewise, read after the C headers
     std::vector<std::string> include_directories;
-    std::vector<std::string> flags; ///< further compiler flags, such as "-m32"
-    std::vector<std::string> system_directories; ///< likewise, but nothing in them is bound
+    std::vector<std::string> flags;               ///< further compiler flags, such as "-m32"
+    std::vector<std::string> system_directories;  ///< likewise, but nothing in them is bound
 };
 
 /// Throws std::runtime_error with the compiler's messages if the headers do not compile.

@@ -24,8 +24,9 @@ std::string described(const toml::parse_error &error, const std::string &file)
 
 std::string text_of(const std::string &file, const toml::node &node)
 {
-    if (!node.is_string())
+    if (!node.is_string()) {
         fail(file, node, "a string is wanted here");
+    }
     return **node.as_string();
 }
 
@@ -58,92 +59,101 @@ public:
 private:
     void read_section(const std::string &section, const toml::node &node)
     {
-        if (section == "headers")
+        if (section == "headers") {
             family_.headers = list(node);
-        else if (section == "cxx_headers")
+        } else if (section == "cxx_headers") {
             family_.cxx_headers = list(node);
-        else if (section == "functions")
+        } else if (section == "functions") {
             family_.functions = list(node);
-        else if (section == "records")
+        } else if (section == "records") {
             family_.records = list(node);
-        else if (section == "constants")
+        } else if (section == "constants") {
             family_.constants = list(node);
-        else if (section == "variables")
+        } else if (section == "variables") {
             family_.variables = list(node);
-        else if (section == "raises")
+        } else if (section == "raises") {
             family_.raises = list(node);
-        else if (section == "named")
+        } else if (section == "named") {
             family_.named = list(node);
-        else if (section == "opaque")
+        } else if (section == "opaque") {
             family_.opaque = list(node);
-        else if (section == "opaque_here")
+        } else if (section == "opaque_here") {
             family_.opaque_here = list(node);
-        else if (section == "appended")
+        } else if (section == "appended") {
             family_.appended = strings(node);
-        else if (section == "in_and_out")
+        } else if (section == "in_and_out") {
             family_.in_and_out = strings(node);
-        else if (section == "replaced")
+        } else if (section == "replaced") {
             family_.replaced = strings(node);
-        else if (section == "unserved")
+        } else if (section == "unserved") {
             family_.unserved = list(node);
-        else if (section == "identified_by")
+        } else if (section == "identified_by") {
             family_.identified_by = strings(node);
-        else if (section == "created_with")
+        } else if (section == "created_with") {
             family_.created_with = strings(node);
-        else if (section == "key_checks")
+        } else if (section == "key_checks") {
             family_.key_checks = strings(node);
-        else if (section == "text")
+        } else if (section == "text") {
             family_.text = strings(node);
-        else if (section == "typemaps")
+        } else if (section == "typemaps") {
             read_typemaps(node);
-        else if (section == "pointer_classes")
+        } else if (section == "pointer_classes") {
             read_pointer_classes(node);
-        else if (section == "arrays")
-            for (auto &[name, element] : strings(node))
+        } else if (section == "arrays") {
+            for (auto &[name, element] : strings(node)) {
                 family_.arrays.push_back({name, element});
-        else
+            }
+        } else {
             fail(family_.file, node, "unknown section '" + section + "'");
+        }
     }
 
     const toml::table &table(const toml::node &node)
     {
-        if (!node.is_table())
+        if (!node.is_table()) {
             fail(family_.file, node, "a table is wanted here");
+        }
         return *node.as_table();
     }
 
     std::vector<std::string> list(const toml::node &node)
     {
-        if (!node.is_array())
+        if (!node.is_array()) {
             fail(family_.file, node, "a list is wanted here");
+        }
         std::vector<std::string> texts;
-        for (const toml::node &item : *node.as_array())
+        for (const toml::node &item : *node.as_array()) {
             texts.push_back(text_of(family_.file, item));
+        }
         return texts;
     }
 
     std::map<std::string, std::string> strings(const toml::node &node)
     {
         std::map<std::string, std::string> texts;
-        for (auto &&[key, value] : table(node))
+        for (auto &&[key, value] : table(node)) {
             texts[std::string(key.str())] = text_of(family_.file, value);
+        }
         return texts;
     }
 
     std::string field(const toml::table &entry, const char *name)
     {
         const toml::node *node = entry.get(name);
-        if (!node)
+        if (!node) {
             fail(family_.file, entry, std::string("'") + name + "' is missing");
+        }
         return text_of(family_.file, *node);
     }
 
     // The table of one entry, which has no other keys than these.
     const toml::table &entry(const toml::node &node, std::initializer_list<const char *> keys)
     {
-        for (auto &&[key, value] : table(node))
-            if (std::count(keys.begin(), keys.end(), key.str()) == 0)
+        for (auto &&[key, value] : table(node)) {
+            if (std::count(keys.begin(), keys.end(), key.str()) == 0) {
                 fail(family_.file, value, "unknown key '" + std::string(key.str()) + "'");
+            }
+        }
         return *node.as_table();
     }
 
@@ -160,8 +170,9 @@ private:
         for (auto &&[key, value] : table(node)) {
             const toml::table &declared = entry(value, {"element", "equivalent"});
             const toml::node *equivalent = declared.get("equivalent");
-            if (equivalent && !equivalent->is_boolean())
+            if (equivalent && !equivalent->is_boolean()) {
                 fail(family_.file, *equivalent, "true or false is wanted here");
+            }
             family_.pointer_classes.push_back({std::string(key.str()), field(declared, "element"),
                                                equivalent && **equivalent->as_boolean()});
         }
@@ -181,22 +192,28 @@ std::vector<FamilyInterface> read_interface(const std::string &directory)
     } catch (const toml::parse_error &error) {
         throw std::runtime_error(described(error, file));
     }
-    for (auto &&[key, node] : binding)
-        if (key.str() != "families")
+    for (auto &&[key, node] : binding) {
+        if (key.str() != "families") {
             fail(file, node, "unknown key '" + std::string(key.str()) + "'");
+        }
+    }
     const toml::array *names = binding["families"].as_array();
-    if (!names)
+    if (!names) {
         throw std::runtime_error(file + ": the list 'families' is missing");
+    }
     std::vector<FamilyInterface> families;
     for (const toml::node &node : *names) {
         const std::string name = text_of(file, node);
-        for (const FamilyInterface &other : families)
-            if (other.name == name)
+        for (const FamilyInterface &other : families) {
+            if (other.name == name) {
                 fail(file, node, "the family '" + name + "' is listed twice");
+            }
+        }
         families.push_back(FamilyReader(directory, name).read(errors));
     }
-    if (!errors.empty())
+    if (!errors.empty()) {
         throw std::runtime_error(errors);
+    }
     return families;
 }
 

@@ -32,14 +32,14 @@
 namespace generator {
 
 struct Typemap {
-    std::string header; ///< declares to_<name>(), from_<name>(), get_<name>() and set_<name>()
+    std::string header;  ///< declares to_<name>(), from_<name>(), get_<name>() and set_<name>()
     std::string name;
 };
 
 struct PointerClass {
     std::string name;
-    std::string element;     ///< spelling of the element type
-    bool equivalent = false; ///< whether it is accepted wherever a pointer to the element is
+    std::string element;      ///< spelling of the element type
+    bool equivalent = false;  ///< whether it is accepted wherever a pointer to the element is
 };
 
 struct ArrayFamily {
@@ -58,14 +58,14 @@ struct FamilyInterface {
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;
     std::vector<ArrayFamily> arrays;
-    std::map<std::string, std::string> appended; ///< function to parameter
-    std::map<std::string, std::string> in_and_out; ///< function to parameter
-    std::map<std::string, std::string> replaced; ///< function to stand-in
-    std::map<std::string, std::string> text;     ///< typedef to spelling
+    std::map<std::string, std::string> appended;    ///< function to parameter
+    std::map<std::string, std::string> in_and_out;  ///< function to parameter
+    std::map<std::string, std::string> replaced;    ///< function to stand-in
+    std::map<std::string, std::string> text;        ///< typedef to spelling
     std::vector<std::string> unserved;
-    std::map<std::string, std::string> identified_by; ///< table to members
-    std::map<std::string, std::string> created_with;  ///< table to flags
-    std::map<std::string, std::string> key_checks;    ///< typedef to function
+    std::map<std::string, std::string> identified_by;  ///< table to members
+    std::map<std::string, std::string> created_with;   ///< table to flags
+    std::map<std::string, std::string> key_checks;     ///< typedef to function
 };
 
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that

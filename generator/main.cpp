@@ -20,28 +20,31 @@ struct Options {
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --companion FILE --output DIR [--include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n";
+    "usage: generate --interface DIR --companion FILE --output DIR [--include DIR]... [--system-include "
+    "DIR]... [--flag COMPILER_FLAG]...\n";
 
 bool parse(int argc, char **argv, Options &options)
 {
     for (int i = 1; i + 1 < argc; i += 2) {
         std::string option = argv[i], value = argv[i + 1];
-        if (option == "--interface")
+        if (option == "--interface") {
             options.interface = value;
-        else if (option == "--companion")
+        } else if (option == "--companion") {
             options.companion = value;
-        else if (option == "--output")
+        } else if (option == "--output") {
             options.output = value;
-        else if (option == "--include")
+        } else if (option == "--include") {
             options.include_directories.push_back(value);
-        else if (option == "--system-include")
+        } else if (option == "--system-include") {
             options.system_directories.push_back(value);
-        else if (option == "--flag")
+        } else if (option == "--flag") {
             options.flags.push_back(value);
-        else
+        } else {
             return false;
+        }
     }
-    return argc % 2 == 1 && !options.interface.empty() && !options.companion.empty() && !options.output.empty();
+    return argc % 2 == 1 && !options.interface.empty() && !options.companion.empty()
+           && !options.output.empty();
 }
 
 HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Options &options)
@@ -49,7 +52,8 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
     HeaderSource source;
     for (const FamilyInterface &family : interface) {
         source.c_headers.insert(source.c_headers.end(), family.headers.begin(), family.headers.end());
-        source.cxx_headers.insert(source.cxx_headers.end(), family.cxx_headers.begin(), family.cxx_headers.end());
+        source.cxx_headers.insert(source.cxx_headers.end(), family.cxx_headers.begin(),
+                                  family.cxx_headers.end());
     }
     source.include_directories = options.include_directories;
     source.system_directories = options.system_directories;

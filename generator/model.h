@@ -22,14 +22,14 @@ enum class Conversion {
     UInt16,
     UInt64,
     Bool,
-    String,     ///< char *
-    Pointer,    ///< T *, and arrays as a pointer to their element
-    AnyPointer, ///< void *
-    Value,      ///< a record or opaque type by value or reference: a pointer that must not be null
-    Callback,   ///< pointer to function
-    Mapped,     ///< hand-written: see typemap
-    Object,     ///< PyObject *, of helpers
-    Nothing,    ///< void, as a result
+    String,      ///< char *
+    Pointer,     ///< T *, and arrays as a pointer to their element
+    AnyPointer,  ///< void *
+    Value,       ///< a record or opaque type by value or reference: a pointer that must not be null
+    Callback,    ///< pointer to function
+    Mapped,      ///< hand-written: see typemap
+    Object,      ///< PyObject *, of helpers
+    Nothing,     ///< void, as a result
 };
 
 /// One C type at the boundary. Example, a parameter `bcm_l2_addr_t *l2addr`: Pointer, text "bcm_l2_addr_t *",
@@ -37,32 +37,32 @@ enum class Conversion {
 struct Crossing {
     TypePtr type;
     Conversion conversion = Conversion::Int32;
-    std::string text;       ///< as messages and docstrings spell it
-    std::string descriptor; ///< mangled name, where a pointer crosses
+    std::string text;        ///< as messages and docstrings spell it
+    std::string descriptor;  ///< mangled name, where a pointer crosses
     const Typemap *typemap = nullptr;
 };
 
 /// Which way a parameter goes.
 enum class Direction {
     In,
-    Out,   ///< joins the result, is no argument
-    InOut, ///< both
+    Out,    ///< joins the result, is no argument
+    InOut,  ///< both
 };
 
 struct BoundParameter {
     std::string name;
-    Crossing crossing; ///< for Direction::Out what the pointer points to
+    Crossing crossing;  ///< for Direction::Out what the pointer points to
     Direction direction = Direction::In;
 };
 
 struct BoundFunction {
-    std::string name;   ///< in Python
-    std::string callee; ///< in C
+    std::string name;    ///< in Python
+    std::string callee;  ///< in C
     std::string header;
     Crossing result;
     std::vector<BoundParameter> parameters;
-    bool raises = false; ///< whether it may set a Python exception
-    bool of_sdk = false; ///< whether a C header declares what is called
+    bool raises = false;  ///< whether it may set a Python exception
+    bool of_sdk = false;  ///< whether a C header declares what is called
 };
 
 /// What kind of storage a member is; scalars go by their conversion.
@@ -77,23 +77,23 @@ enum class Storage {
 
 struct BoundMember {
     std::string name;
-    std::string declared; ///< type as docstrings spell it
+    std::string declared;  ///< type as docstrings spell it
     Storage storage = Storage::Scalar;
-    Crossing crossing; ///< for an array or record the pointer that the read accessor gives
+    Crossing crossing;  ///< for an array or record the pointer that the read accessor gives
 };
 
 struct BoundRecord {
     std::string name;
-    std::string c_name; ///< as C spells the type: "bcm_l2_addr_t", "struct bcm_pkt_s"
-    Crossing self; ///< "bcm_l2_addr_s *"
+    std::string c_name;  ///< as C spells the type: "bcm_l2_addr_t", "struct bcm_pkt_s"
+    Crossing self;       ///< "bcm_l2_addr_s *"
     std::vector<BoundMember> members;
 };
 
 struct BoundCell {
     std::string name;
-    Crossing self;    ///< "intp *"
-    Crossing pointer; ///< "int *"
-    Crossing element; ///< "int"
+    Crossing self;     ///< "intp *"
+    Crossing pointer;  ///< "int *"
+    Crossing element;  ///< "int"
 };
 
 struct BoundArray {
@@ -110,7 +110,7 @@ struct Family {
     std::vector<BoundRecord> records;
     std::vector<BoundCell> cells;
     std::vector<BoundArray> arrays;
-    std::vector<Function> sdk_functions; ///< what the C headers leave to the development SDK to define
+    std::vector<Function> sdk_functions;  ///< what the C headers leave to the development SDK to define
     /// Enumerators by the tag of their enumeration, in header order, for the development SDK.
     std::map<std::string, std::vector<std::string>> named_enumerations;
 };
@@ -121,14 +121,14 @@ enum class VariableKind { Scalar, String, Storage, Pointer, Constant, UnboundedA
 struct BoundVariable {
     std::string name;
     VariableKind kind = VariableKind::Scalar;
-    Crossing crossing; ///< for a record or array the pointer that reading gives
+    Crossing crossing;  ///< for a record or array the pointer that reading gives
 };
 
 /// A type descriptor. Example: type `bcm_l2_addr_s *`, spellings "bcm_l2_addr_s *" and "bcm_l2_addr_t *".
 struct Descriptor {
-    TypePtr type; ///< resolved
+    TypePtr type;  ///< resolved
     std::set<std::string> spellings;
-    std::string cast_from; ///< mangled name of the pointer-class twin that converts to it, or empty
+    std::string cast_from;  ///< mangled name of the pointer-class twin that converts to it, or empty
 };
 
 struct Model {
@@ -136,7 +136,7 @@ struct Model {
     std::vector<Family> families;
     std::vector<Constant> constants;
     std::vector<BoundVariable> variables;
-    std::map<std::string, Descriptor> descriptors; ///< by mangled name
+    std::map<std::string, Descriptor> descriptors;  ///< by mangled name
 };
 
 /// Throws std::runtime_error with all mistakes at once, a line each.

@@ -9,8 +9,9 @@ namespace {
 // Rows keep numbers in 16 bits.
 unsigned checked(size_t number, const char *what)
 {
-    if (number > 0xfffe)
+    if (number > 0xfffe) {
         throw std::runtime_error(std::string("too many ") + what + " for 16-bit numbers");
+    }
     return static_cast<unsigned>(number);
 }
 
@@ -18,8 +19,9 @@ unsigned checked(size_t number, const char *what)
 
 Numbering::Numbering(const Model &model)
 {
-    for (const auto &entry : model.descriptors)
+    for (const auto &entry : model.descriptors) {
         types_.emplace(entry.first, checked(types_.size(), "types"));
+    }
 }
 
 unsigned Numbering::type(const std::string &mangled) const
@@ -30,19 +32,22 @@ unsigned Numbering::type(const std::string &mangled) const
 unsigned Numbering::text(const std::string &text)
 {
     auto [place, added] = text_numbers_.emplace(text, checked(texts_.size(), "texts"));
-    if (added)
+    if (added) {
         texts_.push_back(text);
+    }
     return place->second;
 }
 
 unsigned Numbering::arguments(const std::vector<Crossing> &crossings)
 {
     std::vector<std::pair<unsigned, unsigned>> sequence;
-    for (const Crossing &crossing : crossings)
+    for (const Crossing &crossing : crossings) {
         sequence.emplace_back(type(crossing.descriptor), text(crossing.text));
+    }
     auto [place, added] = sequences_.emplace(sequence, checked(arguments_.size(), "arguments"));
-    if (added)
+    if (added) {
         arguments_.insert(arguments_.end(), sequence.begin(), sequence.end());
+    }
     return place->second;
 }
 

@@ -10,8 +10,9 @@ namespace generator {
 std::string read_file(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
+    if (!file) {
         throw std::runtime_error("cannot read " + path);
+    }
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
@@ -19,14 +20,16 @@ std::string read_file(const std::string &path)
 
 void write_if_changed(const std::string &path, const std::string &text)
 {
-    if (std::ifstream(path).good() && read_file(path) == text)
+    if (std::ifstream(path).good() && read_file(path) == text) {
         return;
+    }
     std::string temporary = path + ".new";
     {
         std::ofstream file(temporary, std::ios::binary);
         file << text;
-        if (!file.flush())
+        if (!file.flush()) {
             throw std::runtime_error("cannot write " + temporary);
+        }
     }
     if (std::rename(temporary.c_str(), path.c_str()) != 0) {
         std::remove(temporary.c_str());
@@ -43,12 +46,14 @@ std::string literal_with_nul(const std::string &text)
 {
     std::string literal = "\"";
     for (char c : text) {
-        if (c == '"' || c == '\\')
+        if (c == '"' || c == '\\') {
             literal += '\\';
-        if (c == '\n')
+        }
+        if (c == '\n') {
             literal += "\\n";
-        else
+        } else {
             literal += c;
+        }
     }
     return literal + "\\0\"";
 }

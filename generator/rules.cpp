@@ -74,8 +74,9 @@ std::vector<std::string> words(const std::string &text)
 {
     std::istringstream stream(text);
     std::vector<std::string> found;
-    for (std::string word; stream >> word;)
+    for (std::string word; stream >> word;) {
         found.push_back(word);
+    }
     return found;
 }
 
@@ -83,9 +84,9 @@ std::vector<std::string> words(const std::string &text)
 enum class Part {
     Key,
     KeyArray,
-    KeyRecord, ///< a record by pointer, some members of which are keys
+    KeyRecord,  ///< a record by pointer, some members of which are keys
     Value,
-    Record,    ///< a record by pointer, which is the value; listed members of it are keys as well
+    Record,  ///< a record by pointer, which is the value; listed members of it are keys as well
 };
 
 bool is_key(Part part)
@@ -105,29 +106,38 @@ public:
     explicit Finder(const Model &model)
     {
         for (const FamilyInterface &family : model.interface) {
-            for (const std::string &name : family.unserved)
+            for (const std::string &name : family.unserved) {
                 unserved_[name] = family.file;
-            for (const auto &[table, members] : family.identified_by)
+            }
+            for (const auto &[table, members] : family.identified_by) {
                 identified_by_[table] = {family.file, words(members)};
-            for (const auto &[table, flags] : family.created_with)
+            }
+            for (const auto &[table, flags] : family.created_with) {
                 created_with_[table] = {family.file, words(flags)};
-            for (const auto &[type, check] : family.key_checks)
+            }
+            for (const auto &[type, check] : family.key_checks) {
                 key_checks_[type] = {family.file, {check}};
+            }
         }
-        for (const Family &family : model.families)
+        for (const Family &family : model.families) {
             for (const Function &function : family.sdk_functions) {
                 names_.insert(function.name);
-                if (takes_unit(function) && unserved_.count(function.name) == 0)
+                if (takes_unit(function) && unserved_.count(function.name) == 0) {
                     functions_[function.name] = &function;
+                }
             }
+        }
     }
 
     Rules find()
     {
-        for (const auto &[name, function] : functions_)
-            for (const std::string &suffix : {std::string("_get"), std::string("_get32")})
-                if (ends_with(name, suffix))
+        for (const auto &[name, function] : functions_) {
+            for (const std::string &suffix : {std::string("_get"), std::string("_get32")}) {
+                if (ends_with(name, suffix)) {
                     serve(name.substr(0, name.size() - suffix.size()), *function, suffix == "_get32");
+                }
+            }
+        }
         check_entries();
         return std::move(rules_);
     }
@@ -140,8 +150,9 @@ private:
 
     static bool takes_unit(const Function &function)
     {
-        if (function.parameters.empty() || spell(function.result) != "int")
+        if (function.parameters.empty() || spell(function.result) != "int") {
             return false;
+        }
         const Parameter &first = function.parameters.front();
         return spell(first.type) == "int" && (first.name == "unit" || first.name == "arg1");
     }
@@ -159,14 +170,16 @@ private:
         const bool created = names_.count(table + "_create") != 0, added = names_.count(table + "_add") != 0;
         const std::string setter_name = table + (narrow ? "_set32" : "_set");
         const Function *setter = named(setter_name), *adder = named(table + "_add");
-        if (added && (created || names_.count(setter_name) != 0))
+        if (added && (created || names_.count(setter_name) != 0)) {
             return;
-        if (created)
+        }
+        if (created) {
             serve_created(table, getter, setter);
-        else if (setter)
+        } else if (setter) {
             serve_pair(table, *setter, "set", getter);
-        else if (adder && !narrow)
+        } else if (adder && !narrow) {
             serve_pair(table, *adder, "add", getter);
+        }
     }
 
     void serve_pair(const std::string &table, const Function &writer, const std::string &writing,
@@ -174,13 +187,15 @@ private:
     {
         std::optional<Parts> parts = match(table, writer.parameters, getter.parameters);
         Rules erasers;
-        if (!parts || !find_erasers(table, getter.parameters, *parts, erasers))
+        if (!parts || !find_erasers(table, getter.parameters, *parts, erasers)) {
             return;
+        }
         auto removes = [](const auto &entry) { return entry.second.operation == "remove"; };
         const bool removable = std::any_of(erasers.begin(), erasers.end(), removes);
         // What can be entered once only must be removable, perhaps by a function that no rule fits.
-        if (writing == "add" && !removable)
+        if (writing == "add" && !removable) {
             return;
+        }
         const std::string reading = removable || !members(table).empty() ? "find" : "get";
         add(writer, writing, table, *parts, true);
         add(getter, reading, table, *parts, false);
@@ -188,8 +203,9 @@ private:
         add_traversal(table, writer.parameters, *parts);
         // Counters are read as collected last, or collected first: here both are one.
         const Function *reader = named(table + "_sync" + getter.name.substr(table.size()));
-        if (reader && match(table, writer.parameters, reader->parameters) == parts)
+        if (reader && match(table, writer.parameters, reader->parameters) == parts) {
             add(*reader, reading, table, *parts, false);
+        }
     }
 
     // Objects that `create` gives an id, which the others take.
@@ -197,14 +213,16 @@ private:
     {
         const Function *creator = named(table + "_create");
         auto entry = created_with_.find(table);
-        if (!creator || entry == created_with_.end() || creator->parameters.size() < 2 ||
-            getter.parameters.size() < 2)
+        if (!creator || entry == created_with_.end() || creator->parameters.size() < 2
+            || getter.parameters.size() < 2) {
             return;
+        }
         const Parameter &unit = creator->parameters.front(), &id = creator->parameters.back();
         const Parameter &key = getter.parameters[1];
-        if (!pointee(id.type) || !same(pointee(id.type), key.type) ||
-            resolved(key.type)->kind != Type::Kind::Builtin)
+        if (!pointee(id.type) || !same(pointee(id.type), key.type)
+            || resolved(key.type)->kind != Type::Kind::Builtin) {
             return;
+        }
         const bool takes_flags = creator->parameters[1].name == "flags";
         const std::vector<Parameter> values(creator->parameters.begin() + (takes_flags ? 2 : 1),
                                             creator->parameters.end() - 1);
@@ -213,25 +231,30 @@ private:
         std::optional<Parts> parts = match(table, written, getter.parameters);
         if (setter) {
             std::optional<Parts> by_setter = match(table, setter->parameters, getter.parameters);
-            if (!values.empty() && by_setter != parts)
+            if (!values.empty() && by_setter != parts) {
                 return;
+            }
             parts = by_setter;
         }
         Rules erasers;
-        if (!parts || std::count_if(parts->begin(), parts->end(), is_key) != 1 ||
-            !find_erasers(table, getter.parameters, *parts, erasers))
+        if (!parts || std::count_if(parts->begin(), parts->end(), is_key) != 1
+            || !find_erasers(table, getter.parameters, *parts, erasers)) {
             return;
+        }
         Rule rule = {"create", table, unit.name, {}};
-        for (std::size_t i = 0; i < values.size(); ++i)
+        for (std::size_t i = 0; i < values.size(); ++i) {
             rule.arguments.push_back({values[i].name, false, value(values[i], true)});
+        }
         rule.more = ", {" + id.name;
-        for (const std::string &flag : entry->second.words)
+        for (const std::string &flag : entry->second.words) {
             rule.more += takes_flags ? ", (flags & " + flag + ") != 0" : ", " + flagged(values, flag);
+        }
         rule.more += "}";
         rules_[creator->name] = rule;
         used_.insert(table);
-        if (setter)
+        if (setter) {
             add(*setter, "modify", table, *parts, true);
+        }
         add(getter, "find", table, *parts, false);
         rules_.merge(erasers);
         add_traversal(table, setter ? setter->parameters : written, *parts);
@@ -239,8 +262,9 @@ private:
         written = values;
         written.insert(written.begin(), unit);
         written.push_back(id);
-        if (finder && !values.empty() && same_types(finder->parameters, written))
+        if (finder && !values.empty() && same_types(finder->parameters, written)) {
             rules_[finder->name] = found_by_value(*finder, table);
+        }
     }
 
     static bool same_types(const std::vector<Parameter> &a, const std::vector<Parameter> &b)
@@ -253,8 +277,9 @@ private:
     {
         const std::vector<Parameter> &parameters = finder.parameters;
         Rule rule = {"search", table, parameters.front().name, {}, ", {" + parameters.back().name + "}"};
-        for (std::size_t i = 1; i + 1 < parameters.size(); ++i)
+        for (std::size_t i = 1; i + 1 < parameters.size(); ++i) {
             rule.arguments.push_back({parameters[i].name, false, value(parameters[i], true)});
+        }
         return rule;
     }
 
@@ -268,28 +293,32 @@ private:
     std::optional<Parts> match(const std::string &table, const std::vector<Parameter> &writer,
                                const std::vector<Parameter> &getter) const
     {
-        if (writer.size() != getter.size())
+        if (writer.size() != getter.size()) {
             return std::nullopt;
+        }
         Parts parts;
         std::size_t last_in_both = 0;
         for (std::size_t i = 1; i < writer.size(); ++i) {
             const TypePtr &given = writer[i].type, &got = getter[i].type;
             const bool in_both = same(given, got), mirrored = has(parts, Part::Value);
-            if (names_an_array(writer[i].name) || names_an_array(getter[i].name))
+            if (names_an_array(writer[i].name) || names_an_array(getter[i].name)) {
                 return std::nullopt;
-            if (in_both && is_plain(given))
+            }
+            if (in_both && is_plain(given)) {
                 parts.push_back(Part::Key);
-            else if (in_both && is_array(given))
+            } else if (in_both && is_array(given)) {
                 parts.push_back(mirrored ? Part::Value : Part::KeyArray);
-            else if (in_both && is_record_pointer(given))
+            } else if (in_both && is_record_pointer(given)) {
                 parts.push_back(mirrored ? Part::Record : Part::KeyRecord);
-            else if (pointee(got) && same(pointee(got), given) &&
-                     (is_plain(given) || is_array(given) || is_kept_pointer(given)))
+            } else if (pointee(got) && same(pointee(got), given)
+                       && (is_plain(given) || is_array(given) || is_kept_pointer(given))) {
                 parts.push_back(Part::Value);
-            else
+            } else {
                 return std::nullopt;
-            if (parts.back() == Part::KeyArray || parts.back() == Part::KeyRecord)
+            }
+            if (parts.back() == Part::KeyArray || parts.back() == Part::KeyRecord) {
                 last_in_both = parts.size();
+            }
         }
         // Of what both take in the same way, the last is the value if there is no other.
         if (last_in_both != 0 && !has(parts, Part::Value)) {
@@ -311,27 +340,32 @@ private:
         Parts key_parts;
         bool by_number = true;
         const bool has_members = !members(table).empty();
-        for (std::size_t i = 0; i < parts.size(); ++i)
+        for (std::size_t i = 0; i < parts.size(); ++i) {
             if (is_key(parts[i]) || (parts[i] == Part::Record && i == first_record(parts) && has_members)) {
                 keys.push_back(getter[i + 1]);
                 key_parts.push_back(parts[i] == Part::Record ? Part::KeyRecord : parts[i]);
                 by_number = by_number && key_parts.back() != Part::KeyRecord;
             }
+        }
         for (const std::string &name : {table + "_delete", table + "_destroy"}) {
-            if (names_.count(name) == 0)
+            if (names_.count(name) == 0) {
                 continue;
+            }
             const Function *eraser = named(name);
-            if (eraser && eraser->parameters.size() == keys.size() + 1 && takes_first(*eraser, keys))
+            if (eraser && eraser->parameters.size() == keys.size() + 1 && takes_first(*eraser, keys)) {
                 erasers[name] = removal(*eraser, "remove", table, key_parts);
-            else if (eraser && key_parts == Parts{Part::KeyRecord} && takes_members(*eraser, members(table)))
+            } else if (eraser && key_parts == Parts{Part::KeyRecord}
+                       && takes_members(*eraser, members(table))) {
                 erasers[name] = removal_by_members(*eraser, table, keys.front());
-            else
+            } else {
                 return false;
+            }
         }
         for (const std::string &name : {table + "_delete_all", table + "_destroy_all"}) {
             const Function *eraser = named(name);
-            if (eraser && takes_first(*eraser, keys) && (by_number || eraser->parameters.size() == 1))
+            if (eraser && takes_first(*eraser, keys) && (by_number || eraser->parameters.size() == 1)) {
                 erasers[name] = removal(*eraser, "clear", table, key_parts);
+            }
         }
         return true;
     }
@@ -340,39 +374,48 @@ private:
     void add_traversal(const std::string &table, const std::vector<Parameter> &writer, const Parts &parts)
     {
         const Function *traverser = named(table + "_traverse");
-        if (!traverser || traverser->parameters.size() != 3 || has(parts, Part::KeyRecord) ||
-            !std::is_partitioned(parts.begin(), parts.end(), is_key))
+        if (!traverser || traverser->parameters.size() != 3 || has(parts, Part::KeyRecord)
+            || !std::is_partitioned(parts.begin(), parts.end(), is_key)) {
             return;
+        }
         const Parameter &callback = traverser->parameters[1], &user_data = traverser->parameters[2];
         TypePtr function = pointee(callback.type);
-        if (!function || function->kind != Type::Kind::Function || !is_kept_pointer(user_data.type))
+        if (!function || function->kind != Type::Kind::Function || !is_kept_pointer(user_data.type)) {
             return;
+        }
         const std::vector<TypePtr> &taken = function->parameters;
-        if (taken.size() != writer.size() + 1 || !same(taken.front(), writer.front().type) ||
-            !same(taken.back(), user_data.type))
+        if (taken.size() != writer.size() + 1 || !same(taken.front(), writer.front().type)
+            || !same(taken.back(), user_data.type)) {
             return;
+        }
         std::string pieces;
         for (std::size_t i = 1; i < writer.size(); ++i) {
-            if (!is_passed_as(writer[i].type, taken[i]))
+            if (!is_passed_as(writer[i].type, taken[i])) {
                 return;
+            }
             pieces += (pieces.empty() ? "" : ", ") + piece(writer[i].type);
         }
-        rules_[traverser->name] = {"traverse<" + pieces + ">", table, traverser->parameters.front().name, {},
+        rules_[traverser->name] = {"traverse<" + pieces + ">",
+                                   table,
+                                   traverser->parameters.front().name,
+                                   {},
                                    ", " + callback.name + ", " + user_data.name};
     }
 
     static bool is_passed_as(const TypePtr &written, const TypePtr &taken)
     {
-        return same(written, taken) ||
-               (is_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
+        return same(written, taken)
+               || (is_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
     }
 
     static std::string piece(const TypePtr &type)
     {
-        if (is_array(type))
+        if (is_array(type)) {
             return "rules::At<" + spell_declared(type) + ">";
-        if (is_record_pointer(type))
+        }
+        if (is_record_pointer(type)) {
             return "rules::At<" + resolved(pointee(type))->name + ">";
+        }
         return spell_declared(type);
     }
 
@@ -392,7 +435,8 @@ private:
         const std::string type = resolved(pointee(record.type))->name;
         for (std::size_t i = 1; i < eraser.parameters.size(); ++i) {
             const std::string &name = eraser.parameters[i].name;
-            rule.arguments.push_back({name, true, "rules::key_as(&" + type + "::" + name + ", " + name + ")"});
+            rule.arguments.push_back(
+                {name, true, "rules::key_as(&" + type + "::" + name + ", " + name + ")"});
         }
         return rule;
     }
@@ -401,16 +445,17 @@ private:
     static bool takes_first(const Function &function, const std::vector<Parameter> &keys)
     {
         const std::vector<Parameter> given(function.parameters.begin() + 1, function.parameters.end());
-        return given.size() <= keys.size() &&
-               same_types(given, {keys.begin(), keys.begin() + long(given.size())});
+        return given.size() <= keys.size()
+               && same_types(given, {keys.begin(), keys.begin() + long(given.size())});
     }
 
     Rule removal(const Function &eraser, const std::string &operation, const std::string &table,
                  const Parts &key_parts) const
     {
         Rule rule = {operation, table, eraser.parameters.front().name, {}};
-        for (std::size_t i = 1; i < eraser.parameters.size(); ++i)
+        for (std::size_t i = 1; i < eraser.parameters.size(); ++i) {
             append_keys(rule, table, eraser.parameters[i], key_parts[i - 1]);
+        }
         return rule;
     }
 
@@ -420,10 +465,12 @@ private:
         Rule rule = {operation, table, function.parameters.front().name, {}};
         for (std::size_t i = 0; i < parts.size(); ++i) {
             const Parameter &parameter = function.parameters[i + 1];
-            if (is_key(parts[i]) || (parts[i] == Part::Record && i == first_record(parts)))
+            if (is_key(parts[i]) || (parts[i] == Part::Record && i == first_record(parts))) {
                 append_keys(rule, table, parameter, parts[i]);
-            if (!is_key(parts[i]))
+            }
+            if (!is_key(parts[i])) {
                 rule.arguments.push_back({parameter.name, false, value(parameter, writing)});
+            }
             note_check(parameter, parts[i]);
         }
         rules_[function.name] = rule;
@@ -462,8 +509,9 @@ private:
 
     static std::string value(const Parameter &parameter, bool writing)
     {
-        if (writing && (is_plain(parameter.type) || is_kept_pointer(parameter.type)))
+        if (writing && (is_plain(parameter.type) || is_kept_pointer(parameter.type))) {
             return "rules::given(" + parameter.name + ")";
+        }
         const std::string function = writing ? "rules::given_at(" : "rules::result_at(";
         return function + parameter.name + ", " + size_of(parameter) + ")";
     }
@@ -481,30 +529,37 @@ private:
 
     void note_check(const Parameter &parameter, Part part)
     {
-        if (part == Part::Key)
+        if (part == Part::Key) {
             used_.insert(typedef_name(parameter));
+        }
     }
 
     void check_entries() const
     {
         std::string errors;
-        for (const auto &[name, file] : unserved_)
-            if (names_.count(name) == 0)
+        for (const auto &[name, file] : unserved_) {
+            if (names_.count(name) == 0) {
                 errors += file + ": no header declares '" + name + "', which is not to be served\n";
-        for (const auto *entries : {&identified_by_, &created_with_, &key_checks_})
-            for (const auto &[name, entry] : *entries)
-                if (used_.count(name) == 0)
+            }
+        }
+        for (const auto *entries : {&identified_by_, &created_with_, &key_checks_}) {
+            for (const auto &[name, entry] : *entries) {
+                if (used_.count(name) == 0) {
                     errors += entry.file + ": no rule of the development SDK uses '" + name + "'\n";
-        if (!errors.empty())
+                }
+            }
+        }
+        if (!errors.empty()) {
             throw std::runtime_error(errors.substr(0, errors.size() - 1));
+        }
     }
 
-    std::map<std::string, std::string> unserved_; ///< function to file
-    std::map<std::string, Entry> identified_by_, created_with_; ///< by table
-    std::map<std::string, Entry> key_checks_; ///< by typedef
-    std::set<std::string> names_; ///< of all functions
-    std::map<std::string, const Function *> functions_; ///< that may be served
-    std::set<std::string> used_; ///< tables and typedefs
+    std::map<std::string, std::string> unserved_;                ///< function to file
+    std::map<std::string, Entry> identified_by_, created_with_;  ///< by table
+    std::map<std::string, Entry> key_checks_;                    ///< by typedef
+    std::set<std::string> names_;                                ///< of all functions
+    std::map<std::string, const Function *> functions_;          ///< that may be served
+    std::set<std::string> used_;                                 ///< tables and typedefs
     Rules rules_;
 };
 

@@ -17,18 +17,18 @@ namespace generator {
 /// One C++ argument of the call that answers a function. Example: {"port", true, "rules::own_port(port)"}.
 struct RuleArgument {
     std::string parameter;
-    bool is_key = false; ///< else a value
+    bool is_key = false;  ///< else a value
     std::string text;
 };
 
 /// How one function is answered. Example, of `bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)`:
 /// operation "set", table "bcm_port_autoneg", arguments "rules::own_port(port)" and "rules::given(autoneg)".
 struct Rule {
-    std::string operation; ///< function of sdk/src/rules.h
-    std::string table;     ///< what the functions that share it have in common, a prefix of their names
-    std::string unit;      ///< name of the parameter
+    std::string operation;  ///< function of sdk/src/rules.h
+    std::string table;      ///< what the functions that share it have in common, a prefix of their names
+    std::string unit;       ///< name of the parameter
     std::vector<RuleArgument> arguments;
-    std::string more = {}; ///< further arguments of the operation; text that begins with a comma
+    std::string more = {};  ///< further arguments of the operation; text that begins with a comma
 };
 
 /// By function name.

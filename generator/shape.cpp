@@ -23,8 +23,15 @@ ShapeParameter mapped(const Crossing &crossing)
     TypePtr storage = crossing.type;
     bool array = resolve_array_typedef(storage)->kind == Type::Kind::Array;
     std::string type = array ? storage->name : storage->name + " const &";
-    return {"_" + crossing.typemap->name + "_", type, storage->name, "to_" + crossing.typemap->name,
-            false, true, !array, Direction::In, false};
+    return {"_" + crossing.typemap->name + "_",
+            type,
+            storage->name,
+            "to_" + crossing.typemap->name,
+            false,
+            true,
+            !array,
+            Direction::In,
+            false};
 }
 
 ShapeParameter in_parameter(const Crossing &crossing)
@@ -91,10 +98,13 @@ std::string scalar_name(Conversion conversion)
 
 ShapeParameter shape_parameter(const BoundParameter &parameter)
 {
-    if (parameter.direction == Direction::In)
+    if (parameter.direction == Direction::In) {
         return in_parameter(parameter.crossing);
-    if (parameter.direction == Direction::InOut)
-        return {"X", "int32_t *", "InOutInt32", "to_in_out_int32", true, false, true, Direction::InOut, false};
+    }
+    if (parameter.direction == Direction::InOut) {
+        return {"X",  "int32_t *",      "InOutInt32", "to_in_out_int32", true, false,
+                true, Direction::InOut, false};
+    }
     ShapeParameter output;
     output.direction = Direction::Out;
     switch (parameter.crossing.conversion) {
@@ -154,24 +164,27 @@ ShapeResult shape_result(const Crossing &result)
 std::string Shape::name() const
 {
     std::string codes;
-    for (const ShapeParameter &parameter : parameters)
+    for (const ShapeParameter &parameter : parameters) {
         codes += parameter.code;
+    }
     return std::string(raises ? "try_" : "call_") + result.code + (codes.empty() ? "" : "_" + codes);
 }
 
 std::string Shape::thunk_signature() const
 {
     std::string types;
-    for (const ShapeParameter &parameter : parameters)
+    for (const ShapeParameter &parameter : parameters) {
         types += (types.empty() ? "" : ", ") + parameter.type;
+    }
     return result.type + (result.type.back() == '*' ? "" : " ") + "(*thunk)(" + types + ")";
 }
 
 Shape shape_of(const BoundFunction &function)
 {
     Shape shape{shape_result(function.result), {}, function.raises};
-    for (const BoundParameter &parameter : function.parameters)
+    for (const BoundParameter &parameter : function.parameters) {
         shape.parameters.push_back(shape_parameter(parameter));
+    }
     return shape;
 }
 

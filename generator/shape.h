@@ -15,13 +15,13 @@ std::string scalar_name(Conversion conversion);
 
 /// One parameter of a shape. Examples: {int32_t, to_int32, 'i'}, {void *, to_pointer, 'p'}.
 struct ShapeParameter {
-    std::string code;      ///< in the call function's name
-    std::string type;      ///< of the thunk's parameter
-    std::string variable;  ///< type of the converted local
-    std::string converter; ///< function of module/convert.h, or of a typemap
-    bool typed = false;    ///< whether the converter takes a descriptor number
-    bool mapped = false;   ///< a typemap: raises its own errors
-    bool by_address = false; ///< whether the converter takes the local's address
+    std::string code;         ///< in the call function's name
+    std::string type;         ///< of the thunk's parameter
+    std::string variable;     ///< type of the converted local
+    std::string converter;    ///< function of module/convert.h, or of a typemap
+    bool typed = false;       ///< whether the converter takes a descriptor number
+    bool mapped = false;      ///< a typemap: raises its own errors
+    bool by_address = false;  ///< whether the converter takes the local's address
     Direction direction = Direction::In;
     bool appended_record = false;
 };
@@ -30,9 +30,9 @@ ShapeParameter shape_parameter(const BoundParameter &parameter);
 
 struct ShapeResult {
     std::string code;
-    std::string type;      ///< what the thunk returns
-    std::string converter; ///< function that makes the Python object; empty for void and Python objects
-    std::string more_arguments = ""; ///< of the converter
+    std::string type;       ///< what the thunk returns
+    std::string converter;  ///< function that makes the Python object; empty for void and Python objects
+    std::string more_arguments = "";  ///< of the converter
 };
 
 ShapeResult shape_result(const Crossing &result);
@@ -42,8 +42,8 @@ struct Shape {
     std::vector<ShapeParameter> parameters;
     bool raises = false;
 
-    std::string name() const;            ///< "call_i_iip"
-    std::string thunk_signature() const; ///< "int32_t (*thunk)(int32_t, int32_t, void *)"
+    std::string name() const;             ///< "call_i_iip"
+    std::string thunk_signature() const;  ///< "int32_t (*thunk)(int32_t, int32_t, void *)"
 };
 
 Shape shape_of(const BoundFunction &function);

@@ -9,8 +9,9 @@ namespace {
 std::string join(const std::vector<TypePtr> &types, std::string (*text)(const TypePtr &))
 {
     std::string joined;
-    for (const TypePtr &type : types)
+    for (const TypePtr &type : types) {
         joined += (joined.empty() ? "" : ",") + text(type);
+    }
     return joined;
 }
 
@@ -32,8 +33,8 @@ std::string encode(const TypePtr &type)
     case Type::Kind::Array:
         return qualifier + "a(" + type->extent + ")." + encode(type->target);
     case Type::Kind::Function:
-        return "f(" + (type->parameters.empty() ? "void" : join(type->parameters, encode)) + ")." +
-               encode(type->target);
+        return "f(" + (type->parameters.empty() ? "void" : join(type->parameters, encode)) + ")."
+               + encode(type->target);
     default:
         return qualifier + type->name;
     }
@@ -43,10 +44,12 @@ std::string encode(const TypePtr &type)
 TypePtr unqualified(const TypePtr &type)
 {
     TypePtr plain = Type::without_const(type);
-    if (plain->kind == Type::Kind::Pointer)
+    if (plain->kind == Type::Kind::Pointer) {
         return Type::pointer_to(unqualified(plain->target));
-    if (plain->kind == Type::Kind::Array)
+    }
+    if (plain->kind == Type::Kind::Array) {
         return Type::array_of(unqualified(plain->target), plain->extent);
+    }
     return plain;
 }
 
@@ -58,8 +61,9 @@ std::string declare(const TypePtr &type, const std::string &declarator)
     case Type::Kind::Pointer:
     case Type::Kind::Reference: {
         std::string mark = type->kind == Type::Kind::Pointer ? "*" : "&";
-        if (type->is_const)
+        if (type->is_const) {
             mark += "const" + std::string(declarator.empty() ? "" : " ");
+        }
         return declare(type->target, parenthesised_if_needed(type->target, mark + declarator));
     }
     case Type::Kind::Array:
@@ -76,8 +80,9 @@ std::string declare(const TypePtr &type, const std::string &declarator)
 std::string spell(const TypePtr &type)
 {
     TypePtr array = resolve_array_typedef(type);
-    if (array == type)
+    if (array == type) {
         return declare(type, "");
+    }
     return declare(resolve(array, [](const std::string &) { return false; }), "");
 }
 
@@ -89,10 +94,12 @@ std::string spell_declared(const TypePtr &type)
 TypePtr resolve_array_typedef(const TypePtr &type)
 {
     TypePtr inner = type;
-    while (inner->kind == Type::Kind::Typedef)
+    while (inner->kind == Type::Kind::Typedef) {
         inner = inner->target;
-    if (type->kind != Type::Kind::Typedef || inner->kind != Type::Kind::Array)
+    }
+    if (type->kind != Type::Kind::Typedef || inner->kind != Type::Kind::Array) {
         return type;
+    }
     return type->is_const ? Type::array_of(Type::constant(inner->target), inner->extent) : inner;
 }
 
@@ -100,13 +107,16 @@ TypePtr resolve(const TypePtr &type, const OpaqueTest &opaque)
 {
     switch (type->kind) {
     case Type::Kind::Typedef: {
-        if (opaque(type->name))
+        if (opaque(type->name)) {
             return type;
+        }
         TypePtr inner = resolve(type->target, opaque);
-        if (!type->is_const)
+        if (!type->is_const) {
             return inner;
-        if (inner->kind == Type::Kind::Array)
+        }
+        if (inner->kind == Type::Kind::Array) {
             return Type::array_of(Type::constant(inner->target), inner->extent);
+        }
         return Type::constant(inner);
     }
     case Type::Kind::Pointer:
@@ -115,8 +125,9 @@ TypePtr resolve(const TypePtr &type, const OpaqueTest &opaque)
     case Type::Kind::Function: {
         Type copy = *type;
         copy.target = resolve(type->target, opaque);
-        for (TypePtr &parameter : copy.parameters)
+        for (TypePtr &parameter : copy.parameters) {
             parameter = resolve(parameter, opaque);
+        }
         return std::make_shared<const Type>(std::move(copy));
     }
     default:
@@ -127,8 +138,9 @@ TypePtr resolve(const TypePtr &type, const OpaqueTest &opaque)
 std::string mangle(const TypePtr &resolved)
 {
     std::string mangled = "_";
-    for (char c : encode(unqualified(resolved)))
+    for (char c : encode(unqualified(resolved))) {
         mangled += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+    }
     return mangled;
 }
 

@@ -55,8 +55,9 @@ TypePtr Type::function(TypePtr result, std::vector<TypePtr> parameters)
 
 TypePtr Type::constant(TypePtr type)
 {
-    if (type->is_const)
+    if (type->is_const) {
         return type;
+    }
     Type copy = *type;
     copy.is_const = true;
     return make(std::move(copy));
@@ -64,8 +65,9 @@ TypePtr Type::constant(TypePtr type)
 
 TypePtr Type::without_const(TypePtr type)
 {
-    if (!type->is_const)
+    if (!type->is_const) {
         return type;
+    }
     Type copy = *type;
     copy.is_const = false;
     return make(std::move(copy));

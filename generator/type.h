@@ -14,14 +14,14 @@ using TypePtr = std::shared_ptr<const Type>;
 /// Record "bcm_vlan_data_s".
 struct Type {
     enum class Kind {
-        Builtin,   ///< name: "unsigned int", "void", "bool" ...
-        Record,    ///< name: the tag, or the typedef name of an untagged one
-        Enum,      ///< name as for Record
-        Typedef,   ///< name; target: what it stands for
-        Pointer,   ///< target
-        Reference, ///< target
-        Array,     ///< target: the element; extent as the header spells it
-        Function,  ///< target: the result; parameters
+        Builtin,    ///< name: "unsigned int", "void", "bool" ...
+        Record,     ///< name: the tag, or the typedef name of an untagged one
+        Enum,       ///< name as for Record
+        Typedef,    ///< name; target: what it stands for
+        Pointer,    ///< target
+        Reference,  ///< target
+        Array,      ///< target: the element; extent as the header spells it
+        Function,   ///< target: the result; parameters
     };
     Kind kind = Kind::Builtin;
     std::string name;

@@ -12,7 +12,7 @@ struct Place {
     uint32 bit;
 };
 
-template<typename Set>
+template <typename Set>
 Place place_of(Set &set, const char *kind, int element)
 {
     constexpr int elements = static_cast<int>(sizeof set.w / sizeof set.w[0]) * word_bits;
@@ -24,23 +24,25 @@ Place place_of(Set &set, const char *kind, int element)
     return {&set.w[element / word_bits], uint32{1} << (element % word_bits)};
 }
 
-template<typename Set>
+template <typename Set>
 void add(Set &set, const char *kind, int element)
 {
     Place place = place_of(set, kind, element);
-    if (place.word)
+    if (place.word) {
         *place.word |= place.bit;
+    }
 }
 
-template<typename Set>
+template <typename Set>
 void remove(Set &set, const char *kind, int element)
 {
     Place place = place_of(set, kind, element);
-    if (place.word)
+    if (place.word) {
         *place.word &= ~place.bit;
+    }
 }
 
-template<typename Set>
+template <typename Set>
 unsigned int test(Set &set, const char *kind, int element)
 {
     Place place = place_of(set, kind, element);

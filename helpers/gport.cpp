@@ -21,7 +21,7 @@ int bcm_get_sys_port_id_from_gport(int gport)
     return gport >> type_shift == type_system_port ? gport & system_port_mask : -1;
 }
 
-char const *getGPortType(unsigned long gport)
+const char *getGPortType(unsigned long gport)
 {
     switch (gport >> type_shift) {
     case type_local:

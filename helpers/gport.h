@@ -8,4 +8,4 @@ int bcm_get_gport_from_sys_port_id(int sys_port_id);
 int bcm_get_sys_port_id_from_gport(int gport);
 
 /// "local", "lag", "blackhole" or "unknown". System ports are "unknown" too, as scripts expect.
-char const *getGPortType(unsigned long gport);
+const char *getGPortType(unsigned long gport);

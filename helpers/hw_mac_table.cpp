@@ -21,10 +21,12 @@ constexpr uint32_t trunk = 0x0c000000, trunk_mask = 0x3ffffff;
 
 uint32_t destination(const bcm_l2_addr_t &entry)
 {
-    if (entry.flags & flag_discard)
+    if (entry.flags & flag_discard) {
         return black_hole;
-    if (entry.flags & flag_trunk)
+    }
+    if (entry.flags & flag_trunk) {
         return (static_cast<uint32_t>(entry.tgid) & trunk_mask) | trunk;
+    }
     return (static_cast<uint32_t>(entry.port) & port_mask) | local_port;
 }
 
@@ -40,8 +42,9 @@ const Collection *under_way;
 inline bool append_entry(const Collection &collection, const bcm_l2_addr_t &entry)
 {
     PyObject *row = PyTuple_New(4);
-    if (!row)
+    if (!row) {
         return false;
+    }
     PyObject *kind = entry.flags & flag_static ? collection.static_text : collection.dynamic_text;
     PyTuple_SET_ITEM(row, 0, from_mac_address(entry.mac));
     PyTuple_SET_ITEM(row, 1, PyInt_FromLong(entry.vid));
@@ -54,7 +57,7 @@ inline bool append_entry(const Collection &collection, const bcm_l2_addr_t &entr
 }
 
 // Calls `use` with the collection for a list; false with an exception set when memory is short.
-template<typename Use>
+template <typename Use>
 bool with_collection(PyObject *list, Use use)
 {
     Owned static_text = Owned::steal(PyString_InternFromString("static"));
@@ -66,16 +69,19 @@ bool with_collection(PyObject *list, Use use)
 Owned find_list(const void *address)
 {
     Owned collector = Owned::steal(PyImport_ImportModule("gc"));
-    if (!collector)
+    if (!collector) {
         return Owned();
+    }
     Owned tracked =
         Owned::steal(PyObject_CallMethod(collector.get(), const_cast<char *>("get_objects"), nullptr));
-    if (!tracked)
+    if (!tracked) {
         return Owned();
+    }
     for (Py_ssize_t i = 0, count = PyList_GET_SIZE(tracked.get()); i < count; ++i) {
         PyObject *object = PyList_GET_ITEM(tracked.get(), i);
-        if (object == address && PyList_Check(object))
+        if (object == address && PyList_Check(object)) {
             return Owned::share(object);
+        }
     }
     raise_argument_error("l2_traverse_cb", 3, "void *", Status::type);
     return Owned();
@@ -90,13 +96,16 @@ int refuse_null(int position, const char *type)
 // For any list. Not inline: what it needs on the stack would burden the callback of the list under way.
 __attribute__((noinline)) int append_to(const void *user_data, const bcm_l2_addr_t *entry)
 {
-    if (!entry)
+    if (!entry) {
         return refuse_null(2, "bcm_l2_addr_t *");
-    if (!user_data)
+    }
+    if (!user_data) {
         return refuse_null(3, "void *");
+    }
     Owned list = find_list(user_data);
-    if (!list)
+    if (!list) {
         return BCM_E_PARAM;
+    }
     auto append = [entry](const Collection &collection) { return append_entry(collection, *entry); };
     return with_collection(list.get(), append) ? BCM_E_NONE : BCM_E_MEMORY;
 }
@@ -105,8 +114,9 @@ __attribute__((noinline)) int append_to(const void *user_data, const bcm_l2_addr
 
 int l2_traverse_cb(int, bcm_l2_addr_t *info, void *user_data)
 {
-    if (!under_way || user_data != under_way->list || !info)
+    if (!under_way || user_data != under_way->list || !info) {
         return append_to(user_data, info);
+    }
     return append_entry(*under_way, *info) ? BCM_E_NONE : BCM_E_MEMORY;
 }
 
@@ -114,10 +124,10 @@ PyObject *getHwMacTable(int unit)
 {
     Owned list = Owned::steal(PyList_New(0));
     bool complete = list && with_collection(list.get(), [&](const Collection &collection) {
-        const Collection *outer = std::exchange(under_way, &collection);
-        bcm_l2_traverse(unit, l2_traverse_cb, list.get());
-        under_way = outer;
-        return !PyErr_Occurred();
-    });
+                        const Collection *outer = std::exchange(under_way, &collection);
+                        bcm_l2_traverse(unit, l2_traverse_cb, list.get());
+                        under_way = outer;
+                        return !PyErr_Occurred();
+                    });
     return complete ? list.release() : nullptr;
 }

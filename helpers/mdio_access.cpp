@@ -22,25 +22,29 @@ public:
     ActivityLock() : lock_(Vey::ActivityLockAnchor::lock())
     {
         int error = lock_.lock();
-        if (error != 0 && error != EDEADLK)
+        if (error != 0 && error != EDEADLK) {
             throw Vey::ErrnoException("Failed to grab lock", error);
+        }
         taken_ = error == 0;
     }
     /// Left without release(): an exception is on its way, and it is that which the caller is to see.
     ~ActivityLock()
     {
-        if (taken_)
+        if (taken_) {
             lock_.unlock();
+        }
     }
     ActivityLock(const ActivityLock &) = delete;
     ActivityLock &operator=(const ActivityLock &) = delete;
 
     void release()
     {
-        if (!std::exchange(taken_, false))
+        if (!std::exchange(taken_, false)) {
             return;
-        if (int error = lock_.unlock())
+        }
+        if (int error = lock_.unlock()) {
             throw Vey::ErrnoException("Failed to release the lock", error);
+        }
     }
 
 private:
@@ -51,13 +55,14 @@ private:
 void raise_os_error(const Vey::ErrnoException &exception)
 {
     PyObject *arguments = Py_BuildValue("(is)", exception.error(), exception.what());
-    if (arguments)
+    if (arguments) {
         PyErr_SetObject(PyExc_OSError, arguments);
+    }
     Py_XDECREF(arguments);
 }
 
 /// What body() returns, or an empty value with a Python exception set if it throws.
-template<typename Body>
+template <typename Body>
 auto without_exceptions(Body body) noexcept -> decltype(body())
 {
     try {
@@ -75,7 +80,7 @@ auto without_exceptions(Body body) noexcept -> decltype(body())
 }
 
 /// body() with the activity lock held.
-template<typename Body>
+template <typename Body>
 auto under_activity_lock(Body body) noexcept -> decltype(body())
 {
     return without_exceptions([&] {
@@ -102,8 +107,8 @@ void install(int unit, int phyId, PyObject *pythonHam, ManagedPhy managedPhy)
     Vey::Name name(Vey::format("PythonAccess-%d-%d", unit, phyId));
     Vey::Ptr<Vey::PyObjHandle> handle(new Vey::PyObjHandle(pythonHam, false));
     Vey::Ptr<HamImpl> access(new Hardware::QuorelApi::PythonMdioAccessWrapper(
-        name, Mdio::BusId(phy_number >> port_address_bits),
-        Mdio::PortAddr(phy_number & port_address_mask), nullptr, handle));
+        name, Mdio::BusId(phy_number >> port_address_bits), Mdio::PortAddr(phy_number & port_address_mask),
+        nullptr, handle));
     // One after the other: when both numbers are out of range, it is the PHY's that is complained of.
     ExternalPhyId checked_phy(phy_number);
     UnitId checked_unit(static_cast<unsigned int>(unit));

@@ -38,27 +38,30 @@ char *element_of(PyObject *args, const ArrayRow &row, Method which)
     return static_cast<char *>(array) + static_cast<ptrdiff_t>(index) * static_cast<ptrdiff_t>(row.size);
 }
 
-template<typename Value, NewReference (*convert)(Value)>
+template <typename Value, NewReference (*convert)(Value)>
 NewReference get_item(PyObject *args, const ArrayRow &row)
 {
     const char *element = element_of(args, row, getitem);
-    if (!element)
+    if (!element) {
         return nullptr;
+    }
     Value value;
     std::memcpy(&value, element, sizeof value);
     return convert(value);
 }
 
-template<typename Value, Status (*convert)(PyObject *, Value *)>
+template <typename Value, Status (*convert)(PyObject *, Value *)>
 NewReference set_item(PyObject *args, const ArrayRow &row)
 {
     char *element = element_of(args, row, setitem);
-    if (!element)
+    if (!element) {
         return nullptr;
+    }
     Value value;
     Status status = convert(PyTuple_GET_ITEM(args, 2), &value);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_array_argument(row, setitem, 2, status);
+    }
     std::memcpy(element, &value, sizeof value);
     return new_none();
 }
@@ -67,30 +70,35 @@ NewReference set_item(PyObject *args, const ArrayRow &row)
 
 NewReference new_array(PyObject *args, const ArrayRow &row)
 {
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(row.constructor, args, 1);
+    }
     int32_t count;
     Status status = to_int32(PyTuple_GET_ITEM(args, 0), &count);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_argument_error(method_name(row.constructor), 1,
                                     text_of(static_cast<uint16_t>(row.arguments + 1)), status);
+    }
     // As on the target: a byte count that does not fit in 32 bits asks for the largest size, which fails.
     uint64_t bytes = uint64_t{static_cast<uint32_t>(count)} * row.size;
     void *array = bytes > UINT32_MAX ? nullptr : ::operator new[](static_cast<size_t>(bytes), std::nothrow);
-    if (!array)
+    if (!array) {
         return PyErr_NoMemory();
+    }
     std::memset(array, 0, static_cast<size_t>(bytes));
     return from_pointer(array, arguments[row.arguments].type);
 }
 
 NewReference delete_array(PyObject *args, const ArrayRow &row)
 {
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(static_cast<uint16_t>(row.constructor + destructor), args, 1);
+    }
     void *array;
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[row.arguments].type, &array);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_array_argument(row, destructor, 0, status);
+    }
     ::operator delete[](array);
     return new_none();
 }
@@ -124,13 +132,14 @@ NewReference get_item_record(PyObject *args, const ArrayRow &row)
 NewReference set_item_record(PyObject *args, const ArrayRow &row)
 {
     char *element = element_of(args, row, setitem);
-    if (!element)
+    if (!element) {
         return nullptr;
+    }
     void *record;
-    Status status =
-        to_value(PyTuple_GET_ITEM(args, 2), arguments[row.arguments + 2].type, &record);
-    if (status != Status::ok)
+    Status status = to_value(PyTuple_GET_ITEM(args, 2), arguments[row.arguments + 2].type, &record);
+    if (status != Status::ok) {
         return raise_array_argument(row, setitem, 2, status);
+    }
     std::memmove(element, record, row.size);
     return new_none();
 }

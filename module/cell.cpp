@@ -12,12 +12,14 @@ enum Method { constructor, destructor, assign, value, cast, frompointer, registr
 NewReference convert_cell(PyObject *args, const CellRow &row, Method which, uint16_t from, uint16_t to)
 {
     auto method = static_cast<uint16_t>(row.constructor + which);
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
+    }
     void *pointer;
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[from].type, &pointer);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(from), status);
+    }
     return from_pointer(pointer, arguments[to].type);
 }
 
@@ -25,27 +27,32 @@ NewReference convert_cell(PyObject *args, const CellRow &row, Method which, uint
 
 NewReference new_cell(PyObject *args, const CellRow &row)
 {
-    if (PyTuple_GET_SIZE(args) != 0)
+    if (PyTuple_GET_SIZE(args) != 0) {
         return raise_arity(row.constructor, args, 0);
+    }
     void *cell = ::operator new(row.size, std::nothrow);
-    if (!cell)
+    if (!cell) {
         return PyErr_NoMemory();
+    }
     PyObject *pointer = new_pointer_object(cell, types[arguments[row.self].type], Ownership::owned);
-    if (!pointer)
+    if (!pointer) {
         ::operator delete(cell);
+    }
     return pointer;
 }
 
 NewReference delete_cell(PyObject *args, const CellRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + destructor);
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
+    }
     void *cell;
     Status status =
         convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &cell, Disown::yes);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(row.self), status);
+    }
     ::operator delete(cell);
     return new_none();
 }
@@ -63,10 +70,12 @@ NewReference cell_from_pointer(PyObject *args, const CellRow &row)
 NewReference register_cell(PyObject *args, const CellRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + registration);
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
-    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0)))
+    }
+    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0))) {
         return nullptr;
+    }
     return new_none();
 }
 

@@ -13,23 +13,26 @@ Status to_wide(PyObject *object, long long *value)
         *value = PyInt_AS_LONG(object);
         return Status::ok;
     }
-    if (!PyLong_Check(object))
+    if (!PyLong_Check(object)) {
         return Status::type;
+    }
     int overflow = 0;
     long long number = PyLong_AsLongLongAndOverflow(object, &overflow);
-    if (overflow)
+    if (overflow) {
         return Status::overflow;
+    }
     *value = number;
     return Status::ok;
 }
 
-template<typename Integer>
+template <typename Integer>
 Status to_integer(PyObject *object, Integer *value)
 {
     long long number;
     Status status = to_wide(object, &number);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return status;
+    }
     *value = static_cast<Integer>(number);
     return *value == number ? Status::ok : Status::overflow;
 }
@@ -72,10 +75,12 @@ Status to_uint64(PyObject *object, uint64_t *value)
     if (!PyLong_Check(object)) {
         long long number;
         Status status = to_wide(object, &number);
-        if (status == Status::ok && number < 0)
+        if (status == Status::ok && number < 0) {
             status = Status::overflow;
-        if (status == Status::ok)
+        }
+        if (status == Status::ok) {
             *value = static_cast<uint64_t>(number);
+        }
         return status;
     }
     uint64_t number = PyLong_AsUnsignedLongLong(object);
@@ -90,8 +95,9 @@ Status to_uint64(PyObject *object, uint64_t *value)
 Status to_bool(PyObject *object, bool *value)
 {
     // bool cannot be subclassed, and its truth is the object itself.
-    if (!PyBool_Check(object))
+    if (!PyBool_Check(object)) {
         return Status::type;
+    }
     *value = object == Py_True;
     return Status::ok;
 }
@@ -102,11 +108,13 @@ Status to_string(PyObject *object, char **value)
         *value = PyString_AS_STRING(object);
         return Status::ok;
     }
-    if (object == Py_None || !char_pointer_type())
+    if (object == Py_None || !char_pointer_type()) {
         return Status::type;
+    }
     void *pointer;
-    if (convert_pointer(object, char_pointer_type(), &pointer) != Status::ok)
+    if (convert_pointer(object, char_pointer_type(), &pointer) != Status::ok) {
         return Status::type;
+    }
     *value = static_cast<char *>(pointer);
     return Status::ok;
 }
@@ -157,13 +165,16 @@ NewReference append_output(NewReference result, NewReference output)
         return output;
     }
     Owned first = Owned::steal(result), second = Owned::steal(output);
-    if (!second)
+    if (!second) {
         return nullptr;
-    if (PyList_Check(result))
+    }
+    if (PyList_Check(result)) {
         return PyList_Append(result, second.get()) == 0 ? first.release() : nullptr;
+    }
     PyObject *list = PyList_New(2);
-    if (!list)
+    if (!list) {
         return nullptr;
+    }
     PyList_SET_ITEM(list, 0, first.release());
     PyList_SET_ITEM(list, 1, second.release());
     return list;

@@ -21,7 +21,8 @@ inline Status to_int32(PyObject *object, int32_t *value)
 {
     if (__builtin_expect(PyInt_CheckExact(object), true)) {
         long number = PyInt_AS_LONG(object);
-        if (sizeof(long) == sizeof(int32_t) || __builtin_expect(number == static_cast<int32_t>(number), true)) {
+        if (sizeof(long) == sizeof(int32_t)
+            || __builtin_expect(number == static_cast<int32_t>(number), true)) {
             *value = static_cast<int32_t>(number);
             return Status::ok;
         }
@@ -35,8 +36,9 @@ inline Status to_uint32(PyObject *object, uint32_t *value)
 {
     if (__builtin_expect(PyInt_CheckExact(object), true)) {
         long number = PyInt_AS_LONG(object);
-        if (number < 0 || static_cast<unsigned long>(number) > UINT32_MAX)
+        if (number < 0 || static_cast<unsigned long>(number) > UINT32_MAX) {
             return Status::overflow;
+        }
         *value = static_cast<uint32_t>(number);
         return Status::ok;
     }
@@ -84,7 +86,7 @@ inline Status to_value(PyObject *object, uint16_t type, void **pointer)
 /// An int that is read and written: a number, kept here, or whatever an int pointer object points to.
 struct InOutInt32 {
     int32_t number;
-    int32_t *pointer; ///< &number, or the caller's
+    int32_t *pointer;  ///< &number, or the caller's
 };
 Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value);
 
@@ -113,15 +115,17 @@ inline NewReference from_uint16(uint16_t value)
 /// An int up to 2147483647, a long above.
 inline NewReference from_uint32(uint32_t value)
 {
-    if (__builtin_expect(value <= INT32_MAX, true))
+    if (__builtin_expect(value <= INT32_MAX, true)) {
         return PyInt_FromLong(static_cast<long>(value));
+    }
     return PyLong_FromUnsignedLong(value);
 }
 
 inline NewReference from_uint64(uint64_t value)
 {
-    if (__builtin_expect(value <= INT32_MAX, true))
+    if (__builtin_expect(value <= INT32_MAX, true)) {
         return PyInt_FromLong(static_cast<long>(value));
+    }
     return PyLong_FromUnsignedLongLong(value);
 }
 

@@ -13,8 +13,9 @@ public:
     Message &add(const char *text, size_t length)
     {
         size_t room = sizeof buffer_ - length_;
-        if (length > room)
+        if (length > room) {
             length = room;
+        }
         std::memcpy(buffer_ + length_, text, length);
         length_ += length;
         return *this;
@@ -23,16 +24,17 @@ public:
     {
         char digits[12];
         char *end = digits + sizeof digits, *start = end;
-        do
+        do {
             *--start = static_cast<char>('0' + number % 10);
-        while ((number /= 10) != 0);
+        } while ((number /= 10) != 0);
         return add(start, static_cast<size_t>(end - start));
     }
     NewReference raise(PyObject *exception) const
     {
         Owned text = Owned::steal(PyString_FromStringAndSize(buffer_, static_cast<Py_ssize_t>(length_)));
-        if (text)
+        if (text) {
             PyErr_SetObject(exception, text.get());
+        }
         return nullptr;
     }
 
@@ -74,22 +76,26 @@ PyObject *exception_class(Status status)
 
 NewReference raise_argument_error(const char *method, int position, const char *type, Status status)
 {
-    if (status == Status::unknown)
+    if (status == Status::unknown) {
         status = Status::type;
+    }
     Message message;
-    if (status == Status::null_reference)
+    if (status == Status::null_reference) {
         message.add("invalid null reference ");
+    }
     message.add("in method '").add(method).add("', argument ").add(position);
     return message.add(" of type '").add(type).add("'").raise(exception_class(status));
 }
 
 NewReference raise_variable_error(const char *name, size_t name_length, const char *type, Status status)
 {
-    if (status == Status::unknown)
+    if (status == Status::unknown) {
         status = Status::type;
+    }
     Message message;
-    if (status == Status::null_reference)
+    if (status == Status::null_reference) {
         message.add("invalid null reference ");
+    }
     message.add("in variable '").add(name, name_length);
     return message.add("' of type '").add(type).add("'").raise(exception_class(status));
 }

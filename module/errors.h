@@ -22,7 +22,7 @@ enum class Status : int {
     system = -10,
     attribute = -11,
     memory = -12,
-    null_reference = -13, ///< the "invalid null reference" family; not a number of SWIG's runtime
+    null_reference = -13,  ///< the "invalid null reference" family; not a number of SWIG's runtime
 };
 
 /// The exception class for a status; an unknown failure of a conversion counts as a type error before this.

@@ -9,9 +9,8 @@ namespace quorel {
 namespace {
 
 struct MemberDescriptor {
-    PyObject_HEAD
-    PyObject *getter;
-    PyObject *setter; ///< null for a member that is only read
+    PyObject_HEAD PyObject *getter;
+    PyObject *setter;  ///< null for a member that is only read
 };
 
 MemberDescriptor *as_descriptor(PyObject *object)
@@ -21,11 +20,13 @@ MemberDescriptor *as_descriptor(PyObject *object)
 
 NewReference get(PyObject *self, PyObject *instance, PyObject *)
 {
-    if (!instance)
+    if (!instance) {
         return Owned::share(self).release();
+    }
     Owned args = Owned::steal(PyTuple_New(1));
-    if (!args)
+    if (!args) {
         return nullptr;
+    }
     PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
     return call_builtin(as_descriptor(self)->getter, args.get());
 }
@@ -38,8 +39,9 @@ int set(PyObject *self, PyObject *instance, PyObject *value)
         return -1;
     }
     Owned args = Owned::steal(PyTuple_New(2));
-    if (!args)
+    if (!args) {
         return -1;
+    }
     PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
     PyTuple_SET_ITEM(args.get(), 1, Owned::share(value).release());
     Owned result = Owned::steal(call_builtin(setter, args.get()));
@@ -77,12 +79,14 @@ PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_Quorel
 NewReference new_member_descriptor(Borrowed getter, Borrowed setter)
 {
     if (!is_builtin(getter) || (setter && !is_builtin(setter))) {
-        PyErr_SetString(PyExc_TypeError, "members are read and written with functions of an extension module");
+        PyErr_SetString(PyExc_TypeError,
+                        "members are read and written with functions of an extension module");
         return nullptr;
     }
     PyObject *self = PyType_GenericAlloc(&MemberDescriptor_Type, 0);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     as_descriptor(self)->getter = Owned::share(getter).release();
     as_descriptor(self)->setter = setter ? Owned::share(setter).release() : nullptr;
     return self;

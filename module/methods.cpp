@@ -32,8 +32,9 @@ size_t name_bytes()
 
 bool build_method_table()
 {
-    if (method_table)
+    if (method_table) {
         return true;
+    }
     auto *table = static_cast<PyMethodDef *>(PyMem_Malloc((method_count + 2) * sizeof(PyMethodDef)));
     auto *name = static_cast<char *>(PyMem_Malloc(name_bytes()));
     if (!table || !name) {

@@ -10,10 +10,12 @@ bool converts_one(PyObject *object, const CallRow &row, int index, char code)
 {
     int32_t number;
     void *pointer;
-    Status status = code == 'i' ? to_int32(object, &number) : to_pointer(object, type_of(row, index), &pointer);
+    Status status =
+        code == 'i' ? to_int32(object, &number) : to_pointer(object, type_of(row, index), &pointer);
     // Looking for `this` may run a user's code and fail in it.
-    if (PyErr_Occurred())
+    if (PyErr_Occurred()) {
         PyErr_Clear();
+    }
     return status == Status::ok;
 }
 
@@ -22,11 +24,14 @@ bool converts_one(PyObject *object, const CallRow &row, int index, char code)
 bool converts(PyObject *args, const CallRow &row, const char *codes)
 {
     auto count = static_cast<Py_ssize_t>(std::strlen(codes));
-    if (PyTuple_GET_SIZE(args) != count)
+    if (PyTuple_GET_SIZE(args) != count) {
         return false;
-    for (int i = 0; i < count; ++i)
-        if (!converts_one(PyTuple_GET_ITEM(args, i), row, i, codes[i]))
+    }
+    for (int i = 0; i < count; ++i) {
+        if (!converts_one(PyTuple_GET_ITEM(args, i), row, i, codes[i])) {
             return false;
+        }
+    }
     return true;
 }
 

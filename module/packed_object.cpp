@@ -7,8 +7,7 @@ namespace quorel {
 namespace {
 
 struct PackedObject {
-    PyObject_HEAD
-    void *data;
+    PyObject_HEAD void *data;
     swig_type_info *type;
     size_t size;
 };
@@ -30,8 +29,9 @@ NewReference str(PyObject *object)
     constexpr char digits[] = "0123456789abcdef";
     const PackedObject *self = as_packed(object);
     PyObject *text = PyString_FromStringAndSize(nullptr, static_cast<Py_ssize_t>(1 + 2 * self->size));
-    if (!text)
+    if (!text) {
         return nullptr;
+    }
     char *out = PyString_AS_STRING(text);
     *out++ = '_';
     auto *bytes = static_cast<const unsigned char *>(self->data);
@@ -52,8 +52,9 @@ NewReference repr(PyObject *object)
 int compare(PyObject *left, PyObject *right)
 {
     const PackedObject *a = as_packed(left), *b = as_packed(right);
-    if (a->size != b->size)
+    if (a->size != b->size) {
         return a->size < b->size ? -1 : 1;
+    }
     int order = std::memcmp(a->data, b->data, a->size);
     return order < 0 ? -1 : order > 0;
 }
@@ -78,8 +79,9 @@ bool initialise_packed_object_type()
 NewReference new_packed_object(const void *data, size_t size, swig_type_info *type)
 {
     void *copy = PyMem_Malloc(size);
-    if (!copy)
+    if (!copy) {
         return PyErr_NoMemory();
+    }
     PackedObject *self = PyObject_New(PackedObject, &PackedObject_Type);
     if (!self) {
         PyMem_Free(copy);
@@ -96,8 +98,9 @@ swig_type_info *unpack_object(Borrowed object, void *data, size_t size)
 {
     PyObject *given = object;
     bool packed = Py_TYPE(given) == &PackedObject_Type || is_of_runtime_type(given, "SwigPyPacked");
-    if (!packed || as_packed(given)->size != size)
+    if (!packed || as_packed(given)->size != size) {
         return nullptr;
+    }
     std::memcpy(data, as_packed(given)->data, size);
     return as_packed(given)->type;
 }

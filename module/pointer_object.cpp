@@ -27,13 +27,14 @@ void report_leak(const swig_type_info *type)
 
 // Brings a dying object back to life for as long as `call` runs, as the interpreter does for finalizers. Returns
 // whether it stays alive because somebody kept it.
-template<typename Call>
+template <typename Call>
 bool resurrect(PyObject *object, Call call)
 {
     Py_REFCNT(object) = 1;
     call();
-    if (--Py_REFCNT(object) == 0)
+    if (--Py_REFCNT(object) == 0) {
         return false;
+    }
     Py_ssize_t references = Py_REFCNT(object);
     _Py_NewReference(object);
     Py_REFCNT(object) = references;
@@ -60,8 +61,9 @@ bool destroy_pointee(SwigPyObject *self)
     auto *data = self->ty ? static_cast<SwigPyClientData *>(self->ty->clientdata) : nullptr;
     PyObject *destroy = data ? data->destroy : nullptr;
     if (!destroy) {
-        if (!destroy_value(self))
+        if (!destroy_value(self)) {
             report_leak(self->ty);
+        }
         return false;
     }
     PendingError pending;
@@ -82,16 +84,18 @@ bool destroy_pointee(SwigPyObject *self)
         kept = resurrect(as_object(self), [&] { result = Owned::steal(call(bound, as_object(self))); });
     }
     self->own = 0;
-    if (!result)
+    if (!result) {
         PyErr_WriteUnraisable(function.get());
+    }
     return kept;
 }
 
 void deallocate(PyObject *object)
 {
     SwigPyObject *self = as_pointer_object(object);
-    if (self->own == 1 && destroy_pointee(self))
+    if (self->own == 1 && destroy_pointee(self)) {
         return;
+    }
     // A long chain must not go as deep as it is long.
     PyObject *next = self->next;
     PyObject_Del(object);
@@ -115,16 +119,19 @@ NewReference repr_of_link(const SwigPyObject *self)
 NewReference repr(PyObject *object)
 {
     SwigPyObject *self = as_pointer_object(object);
-    if (!self->next)
+    if (!self->next) {
         return repr_of_link(self);
+    }
     Owned texts = Owned::steal(PyList_New(0)), empty = Owned::steal(PyString_FromString(""));
-    if (!texts || !empty)
+    if (!texts || !empty) {
         return nullptr;
+    }
     for (PyObject *link = object; link;) {
         bool own_type = Py_TYPE(link) == &PointerObject_Type;
         Owned text = Owned::steal(own_type ? repr_of_link(as_pointer_object(link)) : PyObject_Repr(link));
-        if (!text || PyList_Append(texts.get(), text.get()) != 0)
+        if (!text || PyList_Append(texts.get(), text.get()) != 0) {
             return nullptr;
+        }
         link = own_type ? as_pointer_object(link)->next : nullptr;
     }
     return _PyString_Join(empty.get(), texts.get());
@@ -185,15 +192,18 @@ NewReference acquire(PyObject *object, PyObject *)
 NewReference own(PyObject *object, PyObject *args)
 {
     PyObject *flag = nullptr;
-    if (!PyArg_UnpackTuple(args, "own", 0, 1, &flag))
+    if (!PyArg_UnpackTuple(args, "own", 0, 1, &flag)) {
         return nullptr;
+    }
     int truth = flag ? PyObject_IsTrue(flag) : 0;
-    if (truth < 0)
+    if (truth < 0) {
         return nullptr;
+    }
     SwigPyObject *self = as_pointer_object(object);
     PyObject *previous = PyBool_FromLong(self->own);
-    if (flag)
+    if (flag) {
         self->own = truth;
+    }
     return previous;
 }
 
@@ -244,22 +254,25 @@ NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
 {
     if (!data.newraw) {
         Owned dictionary = Owned::steal(PyDict_New());
-        if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0)
+        if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
             return nullptr;
+        }
         return PyInstance_NewRaw(data.newargs, dictionary.get());
     }
     // The class may be registered again while it makes the instance.
     Owned make = Owned::share(data.newraw), args = Owned::share(data.newargs);
     Owned instance = Owned::steal(PyObject_Call(make.get(), args.get(), nullptr));
-    if (!instance)
+    if (!instance) {
         return nullptr;
+    }
     PyObject **dictionary = _PyObject_GetDictPtr(instance.get());
     int failed;
     if (!dictionary) {
         failed = PyObject_SetAttr(instance.get(), this_name(), pointer.get());
     } else {
-        if (!*dictionary)
+        if (!*dictionary) {
             *dictionary = PyDict_New();
+        }
         failed = *dictionary ? PyDict_SetItem(*dictionary, this_name(), pointer.get()) : -1;
     }
     return failed ? nullptr : instance.release();
@@ -271,8 +284,9 @@ PyObject *this_in(PyObject *dictionary)
     PyObject *name = this_name();
     auto *table = reinterpret_cast<PyDictObject *>(dictionary);
     long hash = reinterpret_cast<PyStringObject *>(name)->ob_shash;
-    if (hash == -1)
+    if (hash == -1) {
         hash = PyObject_Hash(name);
+    }
     PyDictEntry *entry = table->ma_lookup(table, name, hash);
     if (!entry) {
         PyErr_Clear();
@@ -284,17 +298,20 @@ PyObject *this_in(PyObject *dictionary)
 // What an object offers as its `this`, borrowed from the object or from `keeper`; null if it has none.
 PyObject *this_of(PyObject *object, Owned &keeper)
 {
-    if (PyInstance_Check(object))
+    if (PyInstance_Check(object)) {
         return _PyInstance_Lookup(object, this_name());
-    if (PyObject **dictionary = _PyObject_GetDictPtr(object))
+    }
+    if (PyObject **dictionary = _PyObject_GetDictPtr(object)) {
         return *dictionary ? this_in(*dictionary) : nullptr;
+    }
     if (PyWeakref_CheckProxy(object)) {
         PyObject *referent = PyWeakref_GET_OBJECT(object);
         return referent == Py_None ? nullptr : referent;
     }
     keeper = Owned::steal(PyObject_GetAttr(object, this_name()));
-    if (!keeper)
+    if (!keeper) {
         PyErr_Clear();
+    }
     return keeper.get();
 }
 
@@ -311,8 +328,9 @@ long this_hash;
 bool initialise_pointer_object_type()
 {
     this_key = Owned::share(this_name()).release();
-    if (!this_key)
+    if (!this_key) {
         return false;
+    }
     this_hash = PyObject_Hash(this_key);
     number_methods.nb_int = to_integer;
     number_methods.nb_long = to_integer;
@@ -339,8 +357,9 @@ bool is_other_pointer_object(PyObject *object)
 NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership ownership)
 {
     SwigPyObject *self = PyObject_New(SwigPyObject, &PointerObject_Type);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     self->ptr = pointer;
     self->ty = type;
     self->own = static_cast<int>(ownership);
@@ -350,8 +369,9 @@ NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership o
 
 NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownership)
 {
-    if (!pointer)
+    if (!pointer) {
         return new_none();
+    }
     PyObject *bare = new_pointer_object(pointer, type, ownership);
     return bare ? with_proxy(Owned::steal(bare)) : nullptr;
 }
@@ -366,12 +386,14 @@ SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper)
 {
     PyObject *candidate = object;
     for (int depth = 0; candidate && depth < deepest_this; ++depth) {
-        if (is_pointer_object(candidate))
+        if (is_pointer_object(candidate)) {
             return as_pointer_object(candidate);
+        }
         Owned found;
         candidate = this_of(candidate, found);
-        if (found)
+        if (found) {
             keeper = std::move(found);
+        }
     }
     return nullptr;
 }
@@ -387,29 +409,34 @@ Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Di
         SwigPyObject *bare = as_pointer_object(object);
         if (bare->ty == type) {
             *pointer = bare->ptr;
-            if (disown == Disown::yes)
+            if (disown == Disown::yes) {
                 bare->own = 0;
+            }
             return Status::ok;
         }
     }
     Owned keeper;
     SwigPyObject *found = find_pointer_object(object, keeper);
     // What a property made for this call alone would be freed before the pointer is used.
-    if (found && keeper && Py_REFCNT(keeper.get()) == 1 && found->own)
+    if (found && keeper && Py_REFCNT(keeper.get()) == 1 && found->own) {
         return Status::unknown;
+    }
     for (; found; found = as_pointer_object(found->next)) {
         void *address = found->ptr;
         if (type && found->ty != type) {
             swig_cast_info *cast = found->ty ? find_cast(found->ty, type) : nullptr;
-            if (!cast)
+            if (!cast) {
                 continue;
+            }
             int new_memory = 0;
-            if (cast->converter)
+            if (cast->converter) {
                 address = cast->converter(address, &new_memory);
+            }
         }
         *pointer = address;
-        if (disown == Disown::yes)
+        if (disown == Disown::yes) {
             found->own = 0;
+        }
         return Status::ok;
     }
     return Status::unknown;

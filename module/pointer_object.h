@@ -61,11 +61,13 @@ inline SwigPyObject *likely_pointer_object(PyObject *object)
     PyObject *candidate = object;
     if (Py_TYPE(object)->tp_dictoffset == sizeof(PyObject)) {
         auto *dictionary = *reinterpret_cast<PyDictObject **>(object + 1);
-        if (!dictionary)
+        if (!dictionary) {
             return nullptr;
+        }
         const PyDictEntry &entry = dictionary->ma_table[this_hash & dictionary->ma_mask];
-        if (entry.me_key != this_key)
+        if (entry.me_key != this_key) {
             return nullptr;
+        }
         candidate = entry.me_value;
     }
     bool found = Py_TYPE(candidate) == &PointerObject_Type;

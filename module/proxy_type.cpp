@@ -19,8 +19,9 @@ int set_attribute(PyObject *object, PyObject *name, PyObject *value)
     if (attribute) {
         // Members are by far the most frequent: their descriptors are on the class.
         PyTypeObject *type = Py_TYPE(attribute.get());
-        if (PyType_HasFeature(type, Py_TPFLAGS_HAVE_CLASS) && type->tp_descr_set)
+        if (PyType_HasFeature(type, Py_TPFLAGS_HAVE_CLASS) && type->tp_descr_set) {
             return type->tp_descr_set(attribute.get(), object, value);
+        }
     } else if (name != this_name() && PyString_Check(name)) {
         const char *text = PyString_AS_STRING(name);
         if (PyString_GET_SIZE(name) != 4 || std::memcmp(text, "this", 4) != 0) {
@@ -41,27 +42,32 @@ int construct(PyObject *object, PyObject *args, PyObject *keywords)
     // A call with ** of an empty dictionary has none.
     const bool has_keywords = keywords && PyDict_Size(keywords) != 0;
     if (!constructor || !dictionary || has_keywords) {
-        PyErr_Format(PyExc_TypeError,
-                     has_keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
-                     Py_TYPE(object)->tp_name);
+        PyErr_Format(
+            PyExc_TypeError,
+            has_keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
+            Py_TYPE(object)->tp_name);
         return -1;
     }
     Owned pointer = Owned::steal(call_function(constructor.get(), args));
-    if (pointer && !*dictionary)
+    if (pointer && !*dictionary) {
         *dictionary = PyDict_New();
+    }
     return pointer && *dictionary ? PyDict_SetItem(*dictionary, this_name(), pointer.get()) : -1;
 }
 
 Owned joined(std::initializer_list<std::string_view> parts)
 {
     size_t size = 0;
-    for (std::string_view part : parts)
+    for (std::string_view part : parts) {
         size += part.size();
+    }
     Owned text = Owned::steal(PyString_FromStringAndSize(nullptr, static_cast<Py_ssize_t>(size)));
     char *place = text ? PyString_AS_STRING(text.get()) : nullptr;
-    for (std::string_view part : parts)
-        if (place)
+    for (std::string_view part : parts) {
+        if (place) {
             place = std::copy(part.begin(), part.end(), place);
+        }
+    }
     return text;
 }
 
@@ -73,11 +79,13 @@ bool add_members(PyObject *attributes, std::string_view class_name, PyObject *me
             PyErr_SetString(PyExc_TypeError, "_derive(): names of members are strings");
             return false;
         }
-        const std::string_view member_name(PyString_AS_STRING(member), static_cast<size_t>(PyString_GET_SIZE(member)));
+        const std::string_view member_name(PyString_AS_STRING(member),
+                                           static_cast<size_t>(PyString_GET_SIZE(member)));
         Owned getter_name = joined({class_name, "_", member_name, "_get"});
         Owned setter_name = joined({class_name, "_", member_name, "_set"});
-        if (!getter_name || !setter_name)
+        if (!getter_name || !setter_name) {
             return false;
+        }
         PyObject *getter = PyDict_GetItem(functions, getter_name.get());
         if (!getter) {
             PyErr_SetObject(PyExc_KeyError, getter_name.get());
@@ -85,8 +93,9 @@ bool add_members(PyObject *attributes, std::string_view class_name, PyObject *me
         }
         PyObject *setter = PyDict_GetItem(functions, setter_name.get());
         Owned descriptor = Owned::steal(new_member_descriptor(getter, setter));
-        if (!descriptor || PyDict_SetItem(attributes, member, descriptor.get()) != 0)
+        if (!descriptor || PyDict_SetItem(attributes, member, descriptor.get()) != 0) {
             return false;
+        }
     }
     return true;
 }
@@ -96,8 +105,9 @@ bool add_members(PyObject *attributes, std::string_view class_name, PyObject *me
 NewReference make_class(PyObject *base, PyObject *name, PyObject *attributes)
 {
     Owned made = Owned::steal(PyType_GenericAlloc(&PyType_Type, 0));
-    if (!made)
+    if (!made) {
         return nullptr;
+    }
     auto *heap_type = reinterpret_cast<PyHeapTypeObject *>(made.get());
     PyTypeObject &type = heap_type->ht_type;
     type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HEAPTYPE | Py_TPFLAGS_BASETYPE;
@@ -116,14 +126,16 @@ NewReference derive(PyObject *base, PyObject *args)
 {
     PyObject *name, *attributes, *members, *functions;
     if (!PyArg_ParseTuple(args, "SO!O!O!:_derive", &name, &PyDict_Type, &attributes, &PyList_Type, &members,
-                          &PyDict_Type, &functions))
+                          &PyDict_Type, &functions)) {
         return nullptr;
+    }
     if (!PyType_HasFeature(reinterpret_cast<PyTypeObject *>(base), Py_TPFLAGS_HEAPTYPE)) {
         PyErr_SetString(PyExc_TypeError, "_derive() is for subclasses of _Proxy");
         return nullptr;
     }
-    return add_members(attributes, PyString_AS_STRING(name), members, functions) ? make_class(base, name, attributes)
-                                                                                 : nullptr;
+    return add_members(attributes, PyString_AS_STRING(name), members, functions)
+               ? make_class(base, name, attributes)
+               : nullptr;
 }
 
 PyMethodDef methods[] = {

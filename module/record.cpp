@@ -15,24 +15,26 @@ namespace {
 inline char *usual_self(PyObject *object, const MemberRow &row)
 {
     SwigPyObject *pointer = likely_pointer_object(object);
-    if (!pointer || pointer->ty != types[arguments[row.self].type])
+    if (!pointer || pointer->ty != types[arguments[row.self].type]) {
         return nullptr;
+    }
     return static_cast<char *>(pointer->ptr);
 }
 
 // The general case and the usual one are functions of their own, so that the latter needs no stack frame.
-template<typename Value, NewReference (*convert)(Value)>
+template <typename Value, NewReference (*convert)(Value)>
 __attribute__((noinline)) NewReference get_value_generally(PyObject *args, const MemberRow &row)
 {
     const char *self = self_of_getter(args, row);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     Value value;
     std::memcpy(&value, self + row.offset, sizeof value);
     return convert(value);
 }
 
-template<typename Value, NewReference (*convert)(Value)>
+template <typename Value, NewReference (*convert)(Value)>
 NewReference get_value(PyObject *args, const MemberRow &row)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) == 1, true)) {
@@ -45,23 +47,26 @@ NewReference get_value(PyObject *args, const MemberRow &row)
     return get_value_generally<Value, convert>(args, row);
 }
 
-template<typename Value, Status (*convert)(PyObject *, Value *)>
+template <typename Value, Status (*convert)(PyObject *, Value *)>
 __attribute__((noinline)) NewReference set_value_generally(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     Value value;
     Status status = convert(setter.value, &value);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_value(row, status);
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memcpy(setter.self + row.offset, &value, sizeof value);
+    }
     return new_none();
 }
 
 // Integers only: the usual value is an exact int that the member can hold.
-template<typename Value, Status (*convert)(PyObject *, Value *)>
+template <typename Value, Status (*convert)(PyObject *, Value *)>
 NewReference set_value(PyObject *args, const MemberRow &row)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) == 2, true)) {
@@ -90,8 +95,9 @@ NewReference raise_null_array(const MemberRow &row)
 
 NewReference store_pointer(const SetterArguments &setter, const MemberRow &row, void *pointer)
 {
-    if (setter.self)
+    if (setter.self) {
         std::memcpy(setter.self + row.offset, &pointer, sizeof pointer);
+    }
     return new_none();
 }
 
@@ -99,50 +105,58 @@ NewReference store_pointer(const SetterArguments &setter, const MemberRow &row, 
 
 NewReference new_record(PyObject *args, const RecordRow &row)
 {
-    if (PyTuple_GET_SIZE(args) != 0)
+    if (PyTuple_GET_SIZE(args) != 0) {
         return raise_arity(row.constructor, args, 0);
+    }
     // Not calloc(): the C library's takes nothing from the thread's cache of freed blocks, at three times the
     // cost. Clearing only now keeps the compiler from making a calloc() of the two.
     void *record = std::malloc(row.size);
-    if (!record)
+    if (!record) {
         return PyErr_NoMemory();
+    }
     PyObject *pointer = new_pointer_object(record, types[arguments[row.self].type], Ownership::owned);
-    if (pointer)
+    if (pointer) {
         std::memset(record, 0, row.size);
-    else
+    } else {
         std::free(record);
+    }
     return pointer;
 }
 
 void *copy_of(const void *record, size_t size)
 {
     void *copy = std::malloc(size);
-    if (copy)
+    if (copy) {
         std::memcpy(copy, record, size);
+    }
     return copy;
 }
 
 NewReference from_copy(const void *record, size_t size, uint16_t type)
 {
     void *copy = copy_of(record, size);
-    if (!copy)
+    if (!copy) {
         return PyErr_NoMemory();
+    }
     PyObject *bare = new_pointer_object(copy, types[type], Ownership::owned);
-    if (!bare)
+    if (!bare) {
         std::free(copy);
+    }
     return bare ? with_proxy(Owned::steal(bare)) : nullptr;
 }
 
 NewReference delete_record(PyObject *args, const RecordRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + 1);
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
+    }
     void *record;
     Status status =
         convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &record, Disown::yes);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(row.self), status);
+    }
     std::free(record);
     return new_none();
 }
@@ -150,10 +164,12 @@ NewReference delete_record(PyObject *args, const RecordRow &row)
 NewReference register_record(PyObject *args, const RecordRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + 2);
-    if (PyTuple_GET_SIZE(args) != 1)
+    if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
-    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0)))
+    }
+    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0))) {
         return nullptr;
+    }
     return new_none();
 }
 
@@ -269,8 +285,9 @@ NewReference set_bool(PyObject *args, const MemberRow &row)
 NewReference get_string(PyObject *args, const MemberRow &row)
 {
     const char *self = self_of_getter(args, row);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     const char *text;
     std::memcpy(&text, self + row.offset, sizeof text);
     return from_string(text);
@@ -279,8 +296,9 @@ NewReference get_string(PyObject *args, const MemberRow &row)
 NewReference set_string(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     char *text = nullptr;
     auto *cell = setter.self ? reinterpret_cast<char **>(setter.self + row.offset) : &text;
     Status status = replace_string(setter.value, cell);
@@ -303,38 +321,46 @@ NewReference get_storage(PyObject *args, const MemberRow &row)
 NewReference set_array(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     void *elements;
     Status status = to_pointer(setter.value, arguments[row.value].type, &elements);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_value(row, status);
-    if (!elements)
+    }
+    if (!elements) {
         return raise_null_array(row);
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memmove(setter.self + row.offset, elements, row.size);
+    }
     return new_none();
 }
 
 NewReference set_record(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     void *record;
     Status status = to_value(setter.value, arguments[row.value].type, &record);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_value(row, status);
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memmove(setter.self + row.offset, record, row.size);
+    }
     return new_none();
 }
 
 NewReference get_pointer(PyObject *args, const MemberRow &row)
 {
     const char *self = self_of_getter(args, row);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     void *pointer;
     std::memcpy(&pointer, self + row.offset, sizeof pointer);
     return from_pointer(pointer, arguments[row.value].type);
@@ -343,8 +369,9 @@ NewReference get_pointer(PyObject *args, const MemberRow &row)
 NewReference set_pointer(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     void *pointer;
     Status status = to_pointer(setter.value, arguments[row.value].type, &pointer);
     return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);
@@ -353,8 +380,9 @@ NewReference set_pointer(PyObject *args, const MemberRow &row)
 NewReference set_any_pointer(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     void *pointer;
     Status status = convert_pointer(setter.value, nullptr, &pointer, Disown::yes);
     return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);

@@ -32,7 +32,7 @@ char *self_of_getter(PyObject *args, const MemberRow &row);
 /// a null `self` is no failure.
 struct SetterArguments {
     char *self;
-    PyObject *value; ///< borrowed
+    PyObject *value;  ///< borrowed
     bool failed;
 };
 SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row);

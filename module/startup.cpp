@@ -32,14 +32,16 @@ public:
         gc_ = Owned::steal(PyImport_ImportModule("gc"));
         Owned enabled = Owned::steal(gc_ ? call("isenabled") : nullptr);
         paused_ = enabled && PyObject_IsTrue(enabled.get()) == 1;
-        if (paused_)
+        if (paused_) {
             Owned::steal(call("disable"));
+        }
     }
     ~CollectorPause()
     {
         PendingError pending;
-        if (paused_)
+        if (paused_) {
             Owned::steal(call("enable"));
+        }
     }
 
 private:
@@ -55,8 +57,9 @@ private:
 void install(Borrowed dictionary, const char *name, Owned value)
 {
     // A value that could not be made surfaces as the pending exception when the import ends.
-    if (value)
+    if (value) {
         PyDict_SetItemString(dictionary, name, value.get());
+    }
 }
 
 void install_constants(Borrowed dictionary)
@@ -71,13 +74,14 @@ void install_constants(Borrowed dictionary)
 void initialise()
 {
     CollectorPause pause;
-    if (!build_method_table() || !initialise_pointer_object_type() || !initialise_packed_object_type() ||
-        !initialise_proxy_type() || !initialise_member_descriptor_type())
+    if (!build_method_table() || !initialise_pointer_object_type() || !initialise_packed_object_type()
+        || !initialise_proxy_type() || !initialise_member_descriptor_type()) {
         return;
-    PyObject *module =
-        Py_InitModule4("_QuorelApiNew", method_table, nullptr, nullptr, PYTHON_API_VERSION);
-    if (!module)
+    }
+    PyObject *module = Py_InitModule4("_QuorelApiNew", method_table, nullptr, nullptr, PYTHON_API_VERSION);
+    if (!module) {
         return;
+    }
     PyObject *dictionary = PyModule_GetDict(module);
     initialise_type_table();
     PyEval_InitThreads();

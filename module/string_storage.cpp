@@ -21,19 +21,23 @@ Status replace_string(Borrowed value, char **cell)
 {
     char *text;
     Status status = to_string(value, &text);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return status;
+    }
     char *copy = nullptr;
     if (text) {
         PyObject *object = value;
-        size_t size = (PyString_Check(object) ? static_cast<size_t>(PyString_GET_SIZE(object)) : std::strlen(text)) + 1;
+        size_t size =
+            (PyString_Check(object) ? static_cast<size_t>(PyString_GET_SIZE(object)) : std::strlen(text)) + 1;
         copy = new (std::nothrow) char[size];
-        if (!copy)
+        if (!copy) {
             return Status::memory;
+        }
         std::memcpy(copy, text, size);
     }
-    if (*cell && !is_static_storage(*cell))
+    if (*cell && !is_static_storage(*cell)) {
         delete[] *cell;
+    }
     *cell = copy;
     return Status::ok;
 }

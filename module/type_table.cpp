@@ -21,12 +21,14 @@ swig_type_info *find_in_module(const swig_module_info &module, const char *name)
         size_t middle = low + (high - low) / 2;
         const char *candidate = module.types[middle]->name;
         int order = candidate ? std::strcmp(name, candidate) : 1;
-        if (order == 0)
+        if (order == 0) {
             return module.types[middle];
-        if (order < 0)
+        }
+        if (order < 0) {
             high = middle;
-        else
+        } else {
             low = middle + 1;
+        }
     }
     return nullptr;
 }
@@ -35,8 +37,9 @@ swig_type_info *find_in_ring(swig_module_info *first, const swig_module_info *en
 {
     swig_module_info *module = first;
     do {
-        if (swig_type_info *found = find_in_module(*module, name))
+        if (swig_type_info *found = find_in_module(*module, name)) {
             return found;
+        }
         module = module->next;
     } while (module != end);
     return nullptr;
@@ -50,8 +53,9 @@ void build_initial_types()
     auto *initial = new swig_type_info *[type_count];
     auto *casts = new swig_cast_info *[type_count];
     size_t entries = 0;
-    for (size_t i = 0; i < type_count; ++i)
+    for (size_t i = 0; i < type_count; ++i) {
         entries += type_rows[i].cast_from == no_type ? 2 : 3;
+    }
     auto *entry = new swig_cast_info[entries]();
 
     const char *text = type_names;
@@ -90,14 +94,16 @@ void merge_type(size_t number)
     bool alone = module_record.next == &module_record;
     swig_type_info *shared = alone ? nullptr : find_in_ring(module_record.next, &module_record, own->name);
     swig_type_info *type = shared ? shared : own;
-    if (shared && own->clientdata)
+    if (shared && own->clientdata) {
         shared->clientdata = own->clientdata;
+    }
     for (swig_cast_info *cast = module_record.cast_initial[number]; cast->type; ++cast) {
         swig_type_info *other =
             alone ? nullptr : find_in_ring(module_record.next, &module_record, cast->type->name);
         if (other && shared) {
-            if (find_cast(other, shared))
+            if (find_cast(other, shared)) {
                 continue;
+            }
             cast->type = other;
         } else if (other) {
             cast->type = other;
@@ -110,8 +116,9 @@ void merge_type(size_t number)
 void destroy_ring_head(PyObject *capsule)
 {
     auto *module = static_cast<swig_module_info *>(PyCapsule_GetPointer(capsule, capsule_name));
-    if (!module)
+    if (!module) {
         return;
+    }
     for (size_t i = 0; i < module->size; ++i) {
         swig_type_info *type = module->types[i];
         if (type->owndata) {
@@ -126,10 +133,10 @@ void destroy_ring_head(PyObject *capsule)
 
 swig_module_info *existing_ring()
 {
-    auto *head = static_cast<swig_module_info *>(
-        PyCapsule_Import(const_cast<char *>(capsule_name), 0));
-    if (!head)
+    auto *head = static_cast<swig_module_info *>(PyCapsule_Import(const_cast<char *>(capsule_name), 0));
+    if (!head) {
         PyErr_Clear();
+    }
     return head;
 }
 
@@ -139,8 +146,9 @@ void start_ring()
     PyObject *module = Py_InitModule4(runtime_module, no_methods, nullptr, nullptr, PYTHON_API_VERSION);
     Owned capsule = Owned::steal(PyCapsule_New(&module_record, capsule_name, destroy_ring_head));
     // Without the meeting point the module works, it only shares no types.
-    if (module && capsule && PyModule_AddObject(module, capsule_attribute, capsule.get()) == 0)
+    if (module && capsule && PyModule_AddObject(module, capsule_attribute, capsule.get()) == 0) {
         capsule.release();
+    }
     PyErr_Clear();
 }
 
@@ -148,8 +156,9 @@ bool in_ring(const swig_module_info *head)
 {
     const swig_module_info *module = head;
     do {
-        if (module == &module_record)
+        if (module == &module_record) {
             return true;
+        }
         module = module->next;
     } while (module != head);
     return false;
@@ -171,10 +180,12 @@ void initialise_type_table()
         module_record.next = head->next;
         head->next = &module_record;
     }
-    if (!first)
+    if (!first) {
         return;
-    for (size_t i = 0; i < type_count; ++i)
+    }
+    for (size_t i = 0; i < type_count; ++i) {
         merge_type(i);
+    }
     types[type_count] = nullptr;
 }
 
@@ -186,13 +197,16 @@ void *same_pointer(void *pointer, int *)
 swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted)
 {
     swig_cast_info *cast = wanted->cast;
-    while (cast && cast->type != given && std::strcmp(cast->type->name, given->name) != 0)
+    while (cast && cast->type != given && std::strcmp(cast->type->name, given->name) != 0) {
         cast = cast->next;
-    if (!cast || cast == wanted->cast)
+    }
+    if (!cast || cast == wanted->cast) {
         return cast;
+    }
     cast->prev->next = cast->next;
-    if (cast->next)
+    if (cast->next) {
         cast->next->prev = cast->prev;
+    }
     cast->next = wanted->cast;
     cast->prev = nullptr;
     wanted->cast->prev = cast;
@@ -202,8 +216,9 @@ swig_cast_info *find_cast(swig_type_info *given, swig_type_info *wanted)
 
 const char *display_name(const swig_type_info *type)
 {
-    if (!type || !type->str)
+    if (!type || !type->str) {
         return type ? type->name : nullptr;
+    }
     const char *bar = std::strrchr(type->str, '|');
     return bar ? bar + 1 : type->str;
 }
@@ -215,8 +230,9 @@ swig_type_info *find_type(const char *mangled_name)
 
 PyObject *this_name()
 {
-    if (!interned_this)
+    if (!interned_this) {
         interned_this = PyString_InternFromString("this");
+    }
     return interned_this;
 }
 
@@ -235,8 +251,9 @@ SwigPyClientData *new_client_data(Borrowed proxy_class)
         }
     }
     Owned destroy = Owned::steal(PyObject_GetAttrString(proxy_class, "__swig_destroy__"));
-    if (!destroy)
+    if (!destroy) {
         PyErr_Clear();
+    }
     // The C heap's: whichever module the descriptor belongs to frees the data in the end.
     auto *data = static_cast<SwigPyClientData *>(std::malloc(sizeof(SwigPyClientData)));
     if (!data || !newargs) {
@@ -245,8 +262,7 @@ SwigPyClientData *new_client_data(Borrowed proxy_class)
         return nullptr;
     }
     PyObject *function = destroy.get();
-    bool one_argument =
-        function && PyCFunction_Check(function) && (PyCFunction_GET_FLAGS(function) & METH_O);
+    bool one_argument = function && PyCFunction_Check(function) && (PyCFunction_GET_FLAGS(function) & METH_O);
     data->klass = Owned::share(proxy_class).release();
     data->newraw = newraw.release();
     data->newargs = newargs.release();
@@ -259,8 +275,9 @@ SwigPyClientData *new_client_data(Borrowed proxy_class)
 
 void delete_client_data(SwigPyClientData *data)
 {
-    if (!data)
+    if (!data) {
         return;
+    }
     Py_XDECREF(data->klass);
     Py_XDECREF(data->newraw);
     Py_XDECREF(data->newargs);
@@ -271,8 +288,9 @@ void delete_client_data(SwigPyClientData *data)
 bool register_class(swig_type_info *type, Borrowed proxy_class)
 {
     SwigPyClientData *data = new_client_data(proxy_class);
-    if (!data)
+    if (!data) {
         return false;
+    }
     auto *earlier = type->owndata ? static_cast<SwigPyClientData *>(type->clientdata) : nullptr;
     type->clientdata = data;
     type->owndata = 1;

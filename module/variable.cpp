@@ -11,9 +11,11 @@ namespace {
 
 const VariableRow *find_variable(const char *name)
 {
-    for (size_t i = variable_count; i-- > 0;)
-        if (std::strcmp(variable_rows[i].name, name) == 0)
+    for (size_t i = variable_count; i-- > 0;) {
+        if (std::strcmp(variable_rows[i].name, name) == 0) {
             return &variable_rows[i];
+        }
+    }
     PyErr_Format(PyExc_AttributeError, "Unknown C global variable '%s'", name);
     return nullptr;
 }
@@ -27,8 +29,9 @@ NewReference get_attribute(PyObject *, char *name)
 int set_attribute(PyObject *, char *name, PyObject *value)
 {
     const VariableRow *row = find_variable(name);
-    if (!row)
+    if (!row) {
         return -1;
+    }
     bool read_only = row->set == refuse_constant || row->set == refuse_unbounded_array;
     if (!value && !read_only) {
         PyErr_Format(PyExc_AttributeError, "C global variable '%s' cannot be deleted", name);
@@ -45,8 +48,9 @@ NewReference repr(PyObject *)
 NewReference str(PyObject *)
 {
     PyObject *text = PyString_FromString("(");
-    for (size_t i = variable_count; i-- > 0;)
+    for (size_t i = variable_count; i-- > 0;) {
         PyString_ConcatAndDel(&text, PyString_FromFormat(i > 0 ? "%s, " : "%s", variable_rows[i].name));
+    }
     PyString_ConcatAndDel(&text, PyString_FromString(")"));
     return text;
 }
@@ -54,8 +58,9 @@ NewReference str(PyObject *)
 int print(PyObject *object, FILE *file, int)
 {
     Owned text = Owned::steal(str(object));
-    if (!text)
+    if (!text) {
         return -1;
+    }
     std::fprintf(file, "Swig global variables %s\n", PyString_AS_STRING(text.get()));
     return 0;
 }
@@ -74,8 +79,9 @@ Owned new_variable_object()
     type.tp_str = str;
     type.tp_flags = Py_TPFLAGS_DEFAULT;
     type.tp_doc = "Swig var link object";
-    if (PyType_Ready(&type) != 0)
+    if (PyType_Ready(&type) != 0) {
         return Owned();
+    }
     return Owned::steal(PyObject_New(PyObject, &type));
 }
 
@@ -105,8 +111,9 @@ bool set_storage_variable(const VariableRow &row, PyObject *value)
 {
     void *source;
     Status status = to_value(value, arguments[row.value].type, &source);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_variable(row, status);
+    }
     std::memmove(row.address, source, row.size);
     return true;
 }
@@ -126,7 +133,8 @@ bool refuse_constant(const VariableRow &row, PyObject *)
 
 bool refuse_unbounded_array(const VariableRow &row, PyObject *)
 {
-    PyErr_Format(PyExc_AttributeError, "in variable 'read-only %s' of type '%s'", row.name, text_of(row.value));
+    PyErr_Format(PyExc_AttributeError, "in variable 'read-only %s' of type '%s'", row.name,
+                 text_of(row.value));
     return false;
 }
 

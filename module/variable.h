@@ -16,11 +16,11 @@ struct VariableRow {
     /// Returns whether the variable was written; if not, an exception is set.
     bool (*set)(const VariableRow &row, PyObject *value);
     void *address;
-    uint16_t value; ///< argument: the variable's type; for arrays the descriptor is the element pointer's
-    uint32_t size;  ///< bytes
+    uint16_t value;  ///< argument: the variable's type; for arrays the descriptor is the element pointer's
+    uint32_t size;   ///< bytes
 };
 
-extern const VariableRow variable_rows[]; ///< in header order
+extern const VariableRow variable_rows[];  ///< in header order
 extern const size_t variable_count;
 
 /// A new variable object that lists the generated variables, last first.
@@ -29,19 +29,20 @@ Owned new_variable_object();
 /// Raises the failed conversion of a variable's new value; returns false.
 bool raise_variable(const VariableRow &row, Status status) __attribute__((cold));
 
-template<typename Value, NewReference (*convert)(Value)>
+template <typename Value, NewReference (*convert)(Value)>
 NewReference get_scalar_variable(const VariableRow &row)
 {
     return convert(*static_cast<const Value *>(row.address));
 }
 
-template<typename Value, Status (*convert)(PyObject *, Value *)>
+template <typename Value, Status (*convert)(PyObject *, Value *)>
 bool set_scalar_variable(const VariableRow &row, PyObject *object)
 {
     Value value;
     Status status = convert(object, &value);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_variable(row, status);
+    }
     *static_cast<Value *>(row.address) = value;
     return true;
 }

@@ -10,8 +10,9 @@ constexpr char marker[] = "swig_ptr: ";
 
 int digit_value(char c)
 {
-    if (c >= '0' && c <= '9')
+    if (c >= '0' && c <= '9') {
         return c - '0';
+    }
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
@@ -23,8 +24,9 @@ const char *unpack_pointer(const char *text, void **pointer)
     for (unsigned char &byte : bytes) {
         int high = digit_value(*text);
         int low = high < 0 ? -1 : digit_value(text[1]);
-        if (low < 0)
+        if (low < 0) {
             return nullptr;
+        }
         byte = static_cast<unsigned char>(high << 4 | low);
         text += 2;
     }
@@ -38,30 +40,36 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **point
 {
     const char *doc = reinterpret_cast<PyCFunctionObject *>(function)->m_ml->ml_doc;
     const char *packed = doc ? std::strstr(doc, marker) : nullptr;
-    if (!packed)
+    if (!packed) {
         return Status::unknown;
+    }
     packed += std::strlen(marker);
     if (*packed != '_') {
-        if (std::strcmp(packed, "NULL") != 0)
+        if (std::strcmp(packed, "NULL") != 0) {
             return Status::unknown;
+        }
         *pointer = nullptr;
         return Status::ok;
     }
     void *address;
     const char *name = unpack_pointer(packed + 1, &address);
-    if (!name)
+    if (!name) {
         return Status::unknown;
+    }
     swig_type_info given = {};
     given.name = name;
     swig_cast_info *cast = find_cast(&given, type);
-    if (!cast)
+    if (!cast) {
         return Status::unknown;
+    }
     int new_memory = 0;
-    if (cast->converter)
+    if (cast->converter) {
         address = cast->converter(address, &new_memory);
+    }
     // There is no such thing as a function on the heap.
-    if (new_memory)
+    if (new_memory) {
         return Status::system;
+    }
     *pointer = address;
     return Status::ok;
 }
@@ -69,14 +77,17 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **point
 NewReference set_callback(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
-    if (setter.failed)
+    if (setter.failed) {
         return nullptr;
+    }
     void *pointer;
     Status status = to_callback(setter.value, arguments[row.value].type, &pointer);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_value(row, status);
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memcpy(setter.self + row.offset, &pointer, sizeof pointer);
+    }
     return new_none();
 }
 
@@ -84,8 +95,9 @@ bool set_callback_variable(const VariableRow &row, PyObject *value)
 {
     void *pointer;
     Status status = to_callback(value, arguments[row.value].type, &pointer);
-    if (status != Status::ok)
+    if (status != Status::ok) {
         return raise_variable(row, status);
+    }
     std::memcpy(row.address, &pointer, sizeof pointer);
     return true;
 }

@@ -19,8 +19,9 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **point
 /// function as above.
 inline Status to_callback(PyObject *object, uint16_t type, void **pointer)
 {
-    if (__builtin_expect(PyCFunction_Check(object), false))
+    if (__builtin_expect(PyCFunction_Check(object), false)) {
         return to_packed_callback(object, types[type], pointer);
+    }
     return to_pointer(object, type, pointer);
 }
 

@@ -9,8 +9,8 @@ bool to_ip_text(Borrowed object, ip_addr_text_t text)
     char *source;
     if (to_string(object, &source) == Status::ok && source) {
         // A str may hold NULs of its own.
-        size_t size = PyString_Check(object) ? static_cast<size_t>(PyString_Size(object))
-                                             : std::strlen(source);
+        size_t size =
+            PyString_Check(object) ? static_cast<size_t>(PyString_Size(object)) : std::strlen(source);
         if (size <= sizeof(ip_addr_text_t)) {
             std::memset(text, 0, sizeof(ip_addr_text_t));
             std::memcpy(text, source, size);

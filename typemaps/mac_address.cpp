@@ -15,8 +15,9 @@ bool is_space(char c)
 
 int digit_value(char c)
 {
-    if (c >= '0' && c <= '9')
+    if (c >= '0' && c <= '9') {
         return c - '0';
+    }
     char lower = static_cast<char>(c | 0x20);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
@@ -24,8 +25,9 @@ int digit_value(char c)
 // One field of at most two characters, a sign and an "0x" counted; returns its end, or null if there is none.
 const char *parse_field(const char *text, unsigned *value)
 {
-    while (is_space(*text))
+    while (is_space(*text)) {
         ++text;
+    }
     int width = 2;
     bool negative = *text == '-';
     if (negative || *text == '+') {
@@ -57,12 +59,14 @@ bool parse_mac(const char *text, bcm_mac_t mac)
 {
     unsigned char bytes[fields];
     for (int i = 0; i < fields; ++i) {
-        if (i > 0 && *text++ != ':')
+        if (i > 0 && *text++ != ':') {
             return false;
+        }
         unsigned value;
         text = parse_field(text, &value);
-        if (!text)
+        if (!text) {
             return false;
+        }
         bytes[i] = static_cast<unsigned char>(value);
     }
     std::memcpy(mac, bytes, sizeof bytes);
@@ -77,8 +81,9 @@ void format_mac(const unsigned char *mac, char *text)
     for (int i = 0; i < fields; ++i) {
         text[3 * i] = digits[mac[i] >> 4];
         text[3 * i + 1] = digits[mac[i] & 15];
-        if (i < fields - 1)
+        if (i < fields - 1) {
             text[3 * i + 2] = ':';
+        }
     }
 }
 
@@ -89,8 +94,9 @@ bool to_mac_address(Borrowed object, bcm_mac_t mac)
         PyErr_SetString(PyExc_TypeError, "Expected a string");
         return false;
     }
-    if (parse_mac(text, mac))
+    if (parse_mac(text, mac)) {
         return true;
+    }
     PyErr_SetString(PyExc_ValueError, "Expected a string of the form 'AA:BB:CC:DD:EE:FF'");
     return false;
 }
@@ -98,8 +104,9 @@ bool to_mac_address(Borrowed object, bcm_mac_t mac)
 NewReference from_mac_address(const unsigned char *mac)
 {
     PyObject *text = PyString_FromStringAndSize(nullptr, mac_text_length);
-    if (text)
+    if (text) {
         format_mac(mac, PyString_AS_STRING(text));
+    }
     return text;
 }
 
@@ -113,10 +120,12 @@ NewReference set_mac_address(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
     bcm_mac_t mac;
-    if (setter.failed || !to_mac_address(setter.value, mac))
+    if (setter.failed || !to_mac_address(setter.value, mac)) {
         return nullptr;
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memcpy(setter.self + row.offset, mac, sizeof mac);
+    }
     return new_none();
 }
 

@@ -29,8 +29,10 @@ bool to_port_list(Borrowed list, bcm_pbmp_t *bitmap)
         }
         unsigned long port = PyLong_AsUnsignedLong(item);
         if (port >= ports) {
-            if (!PyErr_Occurred())
-                PyErr_Format(PyExc_ValueError, "Port %lu is outside the port bitmap (0 to %u)", port, ports - 1);
+            if (!PyErr_Occurred()) {
+                PyErr_Format(PyExc_ValueError, "Port %lu is outside the port bitmap (0 to %u)", port,
+                             ports - 1);
+            }
             return false;
         }
         bits[port / word_bits] |= uint32_t{1} << (port % word_bits);
@@ -46,8 +48,9 @@ namespace {
 PyObject *port_number(unsigned port)
 {
     static PyObject *numbers[listed_ports];
-    if (!numbers[port])
+    if (!numbers[port]) {
         numbers[port] = PyLong_FromUnsignedLong(port);
+    }
     return numbers[port];
 }
 
@@ -62,15 +65,17 @@ NewReference from_port_list(const bcm_pbmp_t &bitmap)
     bits[words - 1] &= listed_in_last_word;
 
     unsigned size = 0;
-    for (uint32_t word : bits)
+    for (uint32_t word : bits) {
         size += static_cast<unsigned>(__builtin_popcount(word));
+    }
     Owned list = Owned::steal(PyList_New(size));
     Py_ssize_t item = 0;
     for (unsigned word = 0; list && word < words; ++word) {
         for (uint32_t rest = bits[word]; rest != 0; rest &= rest - 1) {
             PyObject *number = port_number(word * word_bits + static_cast<unsigned>(__builtin_ctz(rest)));
-            if (!number)
+            if (!number) {
                 return nullptr;
+            }
             PyList_SET_ITEM(list.get(), item++, Owned::share(number).release());
         }
     }
@@ -80,8 +85,9 @@ NewReference from_port_list(const bcm_pbmp_t &bitmap)
 NewReference get_port_list(PyObject *args, const MemberRow &row)
 {
     const char *self = self_of_getter(args, row);
-    if (!self)
+    if (!self) {
         return nullptr;
+    }
     bcm_pbmp_t bitmap;
     std::memcpy(&bitmap, self + row.offset, sizeof bitmap);
     return from_port_list(bitmap);
@@ -91,10 +97,12 @@ NewReference set_port_list(PyObject *args, const MemberRow &row)
 {
     SetterArguments setter = arguments_of_setter(args, row);
     bcm_pbmp_t bitmap;
-    if (setter.failed || !to_port_list(setter.value, &bitmap))
+    if (setter.failed || !to_port_list(setter.value, &bitmap)) {
         return nullptr;
-    if (setter.self)
+    }
+    if (setter.self) {
         std::memcpy(setter.self + row.offset, &bitmap, sizeof bitmap);
+    }
     return new_none();
 }
 

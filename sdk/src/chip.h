@@ -28,10 +28,10 @@ public:
     /// All registers and memories.
     void reset() { changed_.clear(); }
 
-    int unit = -1; ///< as which it is attached
+    int unit = -1;  ///< as which it is attached
     bool running = true;
     soc_reg_access_t stand_ins = {};
-    std::map<int, Snoop> snoops; ///< by register
+    std::map<int, Snoop> snoops;  ///< by register
     bool in_stand_in = false;
     bool in_snoop = false;
 
@@ -39,7 +39,7 @@ private:
     Words stored(uint32 address, std::size_t count, const Words &after_reset) const;
     void store(uint32 address, std::size_t count, const Words &value);
 
-    std::unordered_map<uint32, uint32> changed_; ///< words since the reset, by address
+    std::unordered_map<uint32, uint32> changed_;  ///< words since the reset, by address
 };
 
 /// The chip of that unit, running or not; null if no such unit is attached.

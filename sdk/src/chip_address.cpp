@@ -88,8 +88,8 @@ bool locate_address(uint32 address, RegisterPlace *place, std::size_t *word)
         const bool of_port = reg.type == soc_portreg;
         const uint32 from_first = offset - reg.offset;
         const auto words = static_cast<uint32>(reg.words());
-        if (is_one_of(block_of(reg.block), block) && port <= (of_port ? port_max : 0) &&
-            from_first < words * static_cast<uint32>(reg.elements)) {
+        if (is_one_of(block_of(reg.block), block) && port <= (of_port ? port_max : 0)
+            && from_first < words * static_cast<uint32>(reg.elements)) {
             *place = {&reg, block, of_port ? port : REG_PORT_ANY, static_cast<int>(from_first / words)};
             *word = from_first % words;
             return true;
@@ -116,8 +116,8 @@ uint32 MemoryPlace::address() const
 
 int locate(const Memory *memory, unsigned int array, int copy, int index, MemoryPlace *place)
 {
-    if (memory == nullptr || array >= static_cast<unsigned int>(memory->arrays) || index < 0 ||
-        index >= memory->entries) {
+    if (memory == nullptr || array >= static_cast<unsigned int>(memory->arrays) || index < 0
+        || index >= memory->entries) {
         return SOC_E_PARAM;
     }
     // Blocks with memories have higher numbers than there are cores, so it is plain what a number means.

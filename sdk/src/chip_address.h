@@ -9,13 +9,13 @@ namespace sim {
 struct RegisterPlace {
     const Register *reg;
     int block;
-    int port; ///< REG_PORT_ANY unless the register is one of a port
+    int port;  ///< REG_PORT_ANY unless the register is one of a port
     int index;
 
     bool is_broadcast() const;
     /// The same in the first block, if it stands for all.
     RegisterPlace to_read() const;
-    uint32 address() const; ///< of the first word
+    uint32 address() const;  ///< of the first word
 };
 
 /// SOC_E_NONE, SOC_E_PARAM (null, index), SOC_E_PORT.
@@ -42,6 +42,5 @@ soc_regaddrinfo_t info_of(const RegisterPlace &place);
 
 /// What callers get for an address at which there is no register.
 soc_regaddrinfo_t info_of_nothing(uint32 address);
-
 
 }  // namespace sim

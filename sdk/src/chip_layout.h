@@ -16,7 +16,7 @@ constexpr int fields_max = 8;
 struct Field {
     soc_field_t id;
     int bit;
-    int length; ///< 0: no field
+    int length;  ///< 0: no field
     uint32 flags = 0;
 };
 
@@ -36,8 +36,8 @@ struct Register {
     soc_regtype_t type;
     uint32 offset;
     int elements;
-    int bits; ///< a multiple of 32
-    uint64 reset; ///< higher bits are 0
+    int bits;      ///< a multiple of 32
+    uint64 reset;  ///< higher bits are 0
     Layout layout;
 
     std::size_t words() const { return static_cast<std::size_t>(bits / 32); }
@@ -50,7 +50,7 @@ struct Memory {
     uint32 offset;
     int entries;
     int arrays;
-    int bits; ///< a multiple of 32
+    int bits;  ///< a multiple of 32
     Layout layout;
 
     std::size_t words() const { return static_cast<std::size_t>(bits / 32); }

@@ -76,10 +76,11 @@ const PortSetting port_settings[] = {
     {"enable", bcm_port_enable_set},
     {"speed", bcm_port_speed_set},
     {"pause", [](int unit, int port, int value) { return bcm_port_pause_set(unit, port, value, value); }},
-    {"vlan", [](int unit, int port, int value) {
+    {"vlan",
+     [](int unit, int port, int value) {
          return value == static_cast<bcm_vlan_t>(value)
-             ? bcm_port_untagged_vlan_set(unit, port, static_cast<bcm_vlan_t>(value))
-             : static_cast<int>(BCM_E_PARAM);
+                    ? bcm_port_untagged_vlan_set(unit, port, static_cast<bcm_vlan_t>(value))
+                    : static_cast<int>(BCM_E_PARAM);
      }},
     {"learn", [](int unit, int port, int value) {
          return bcm_port_learn_set(unit, port, static_cast<uint32>(value));
@@ -129,8 +130,8 @@ int print_counters(int unit, int port)
     for (const Enumerator &statistic : names_of_bcm_stat_val_e) {
         const auto type = static_cast<bcm_stat_val_t>(statistic.value);
         uint64 value = 0;
-        const int rc = type < snmpValCount ? bcm_stat_sync_get(unit, port, type, &value)
-                                           : static_cast<int>(BCM_E_NONE);
+        const int rc =
+            type < snmpValCount ? bcm_stat_sync_get(unit, port, type, &value) : static_cast<int>(BCM_E_NONE);
         if (rc < 0) {
             return rc;
         }
@@ -234,9 +235,8 @@ cmd_result_t vlan(int unit, args_t *a)
         return CMD_USAGE;
     }
     const bcm_pbmp_t members = bitmap(ports);
-    const int rc = action == "add"
-        ? bcm_vlan_port_add(unit, vid, members, untagged ? members : bcm_pbmp_t{})
-        : bcm_vlan_port_remove(unit, vid, members);
+    const int rc = action == "add" ? bcm_vlan_port_add(unit, vid, members, untagged ? members : bcm_pbmp_t{})
+                                   : bcm_vlan_port_remove(unit, vid, members);
     return done_or_fail(args, what, rc);
 }
 

@@ -59,9 +59,9 @@ cmd_result_t init_command(int unit, args_t *a)
         return CMD_USAGE;
     }
     const cmd_result_t parsed = appl_dcmn_init_usage_parse(unit, a, &parameters);
-    return parsed != CMD_OK ? parsed
-                            : done_or_fail(args, "unit " + std::to_string(unit),
-                                           appl_dcmn_init(unit, &parameters));
+    return parsed != CMD_OK
+               ? parsed
+               : done_or_fail(args, "unit " + std::to_string(unit), appl_dcmn_init(unit, &parameters));
 }
 
 cmd_result_t shutdown_command(int unit, args_t *a)

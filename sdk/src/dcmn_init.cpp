@@ -122,8 +122,8 @@ int check(int unit, const Parameters *parameters)
         return BCM_E_UNIT;
     }
     const bool possible = parameters->unit == static_cast<uint32>(unit) && parameters->nof_devices >= 1
-        && parameters->nof_devices <= unit_max - unit && parameters->repeat >= 0
-        && parameters->repeat <= repeat_max;
+                          && parameters->nof_devices <= unit_max - unit && parameters->repeat >= 0
+                          && parameters->repeat <= repeat_max;
     return possible ? BCM_E_NONE : BCM_E_PARAM;
 }
 

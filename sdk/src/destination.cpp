@@ -6,8 +6,8 @@ namespace sim {
 
 namespace {
 
-constexpr uint32 destination_flags
-    = BCM_L2_DISCARD_DST | BCM_L2_TRUNK_MEMBER | BCM_L2_MCAST | BCM_L2_LOCAL_CPU;
+constexpr uint32 destination_flags =
+    BCM_L2_DISCARD_DST | BCM_L2_TRUNK_MEMBER | BCM_L2_MCAST | BCM_L2_LOCAL_CPU;
 
 int resolve_module_port(int module, int port, Destination *to)
 {

@@ -14,7 +14,7 @@ struct Enumerator {
 /// All enumerators of an enumeration, as declared.
 struct Enumerators {
     const Enumerator *first;
-    const Enumerator *last; ///< one behind
+    const Enumerator *last;  ///< one behind
 
     const Enumerator *begin() const { return first; }
     const Enumerator *end() const { return last; }

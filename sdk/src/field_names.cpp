@@ -7,6 +7,7 @@ namespace sim {
 
 namespace {
 
+// clang-format off
 constexpr const char *names[] = {
     "ABORT", "ACKNOWLEDGE", "ACTIVE", "ADDRESS", "ADDRESS_MASK", "AGE", "AGE_PERIOD", "AGGREGATE",
     "AVERAGE_WEIGHT", "BD_CLEAR_TH", "BD_SET_TH", "BLACK_TH", "BLOCK_MASK", "BUCKET_OVERFLOW",
@@ -52,6 +53,7 @@ constexpr const char *names[] = {
     "USED_DB_MAX", "USER_HEADER_SIZE", "VALID", "VLAN_EDIT", "VSI", "VSQ", "VSQ_COUNTER_UNDERFLOW",
     "WATCHDOG_PERIOD", "WEIGHT", "WORDS", "WRED_ENABLE", "WRITE_START", "YELLOW_TH",
 };
+// clang-format on
 static_assert(std::size(names) == NUM_SOC_FIELD, "");
 
 }  // namespace

@@ -21,7 +21,7 @@ const Names mpls_oam_types(names_of_bcm_field_MplsOam_Control_pktType_e, "bcmFie
 constexpr std::string_view user_field = "Udf";
 constexpr char name_characters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
 
-template<typename Enumeration>
+template <typename Enumeration>
 Enumeration parse(const Names &names, const char *text)
 {
     return static_cast<Enumeration>(names.value(text != nullptr ? text : ""));
@@ -60,7 +60,7 @@ std::string qualifier_name(int bit)
 }
 
 /// change(bit) for each name of the text; false at the first unknown one.
-template<typename BitOf, typename Change>
+template <typename BitOf, typename Change>
 bool for_each_name(std::string_view text, BitOf bit_of, Change change)
 {
     for (std::size_t first; (first = text.find_first_of(name_characters)) != std::string_view::npos;) {
@@ -77,7 +77,7 @@ bool for_each_name(std::string_view text, BitOf bit_of, Change change)
 }
 
 /// Names of a set's bits below count.
-template<typename NameOf>
+template <typename NameOf>
 char *format_set(char *buf, const SHR_BITDCL *words, int count, const char *separator, NameOf name_of)
 {
     if (buf == nullptr) {

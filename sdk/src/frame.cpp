@@ -50,9 +50,9 @@ Frame::Frame(const FrameBytes &bytes) : untagged_(bytes)
 FrameBytes Frame::tagged(bcm_vlan_t vlan) const
 {
     const unsigned tag = (tag_ & ~vlan_mask) | vlan;
-    const unsigned char bytes[tag_bytes]
-        = {type_vlan >> 8, type_vlan & 0xff, static_cast<unsigned char>(tag >> 8),
-           static_cast<unsigned char>(tag & 0xff)};
+    const unsigned char bytes[tag_bytes] = {type_vlan >> 8, type_vlan & 0xff,
+                                            static_cast<unsigned char>(tag >> 8),
+                                            static_cast<unsigned char>(tag & 0xff)};
     FrameBytes whole = untagged_;
     whole.insert(whole.begin() + type_place, std::begin(bytes), std::end(bytes));
     return padded(whole);

@@ -55,9 +55,8 @@ int sim_bcm_l2_auth_traverse(int unit, bcm_l2_auth_traverse_cb trav_fn, void *us
         if (trav_fn == nullptr) {
             return BCM_E_PARAM;
         }
-        return sw.l2.authorised.traverse([&](L2Key, bcm_l2_auth_addr_t &addr) {
-            return trav_fn(unit, &addr, user_data);
-        });
+        return sw.l2.authorised.traverse(
+            [&](L2Key, bcm_l2_auth_addr_t &addr) { return trav_fn(unit, &addr, user_data); });
     });
 }
 

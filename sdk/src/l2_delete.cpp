@@ -26,8 +26,8 @@ int remove_common(Switch &sw, const Common &common, uint32 flags)
     }
     return l2_remove_if(sw, flags, [&](const bcm_l2_addr_t &address) {
         return (common.mac == nullptr || std::memcmp(address.mac, common.mac, sizeof address.mac) == 0)
-            && (common.vid == nullptr || address.vid == *common.vid)
-            && (common.to == nullptr || goes_to(address, *common.to));
+               && (common.vid == nullptr || address.vid == *common.vid)
+               && (common.to == nullptr || goes_to(address, *common.to));
     });
 }
 

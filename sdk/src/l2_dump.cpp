@@ -13,8 +13,8 @@ std::string key_text(const bcm_l2_addr_t &address)
 {
     char text[40];
     const unsigned char *mac = address.mac;
-    std::snprintf(text, sizeof text, "mac=%02x:%02x:%02x:%02x:%02x:%02x vlan=%d", mac[0], mac[1],
-                  mac[2], mac[3], mac[4], mac[5], address.vid);
+    std::snprintf(text, sizeof text, "mac=%02x:%02x:%02x:%02x:%02x:%02x vlan=%d", mac[0], mac[1], mac[2],
+                  mac[3], mac[4], mac[5], address.vid);
     return text;
 }
 
@@ -56,8 +56,8 @@ extern "C" {
 static char flag_words[][16] = {"src-priority", "discard-src", "discard-dst", "copy-to-cpu", "l3",
                                 "static",       "pending",     "trunk",       "mirror",      "set-priority",
                                 "multicast",    "src-hit",     "dst-hit",     "cpu"};
-char *bcm_l2_flags_str[] = {flag_words[0], flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
-                            flag_words[5], flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
+char *bcm_l2_flags_str[] = {flag_words[0],  flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
+                            flag_words[5],  flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
                             flag_words[10], flag_words[11], flag_words[12], flag_words[13]};
 int bcm_l2_flags_count = sizeof bcm_l2_flags_str / sizeof *bcm_l2_flags_str;
 

@@ -18,7 +18,7 @@ bool same(const bcm_l2_egress_t &a, const bcm_l2_egress_t &b)
                                e.mpls_extended_label_value);
     };
     return members(a) == members(b) && std::memcmp(a.dest_mac, b.dest_mac, sizeof a.dest_mac) == 0
-        && std::memcmp(a.src_mac, b.src_mac, sizeof a.src_mac) == 0;
+           && std::memcmp(a.src_mac, b.src_mac, sizeof a.src_mac) == 0;
 }
 
 }  // namespace
@@ -70,9 +70,8 @@ int sim_bcm_l2_egress_traverse(int unit, bcm_l2_egress_traverse_cb trav_fn, void
         if (trav_fn == nullptr) {
             return BCM_E_PARAM;
         }
-        return sw.l2.egress.traverse([&](bcm_if_t intf, bcm_l2_egress_t &egress) {
-            return trav_fn(unit, intf, &egress, user_data);
-        });
+        return sw.l2.egress.traverse(
+            [&](bcm_if_t intf, bcm_l2_egress_t &egress) { return trav_fn(unit, intf, &egress, user_data); });
     });
 }
 

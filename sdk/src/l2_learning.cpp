@@ -10,9 +10,8 @@ namespace {
 int limited(const bcm_l2_learn_limit_t &limit, std::pair<uint32, int> *key)
 {
     constexpr uint32 selectors = BCM_L2_LEARN_LIMIT_SYSTEM | BCM_L2_LEARN_LIMIT_VLAN | BCM_L2_LEARN_LIMIT_PORT
-        | BCM_L2_LEARN_LIMIT_TRUNK | BCM_L2_LEARN_LIMIT_TUNNEL;
-    constexpr uint32 known
-        = selectors | BCM_L2_LEARN_LIMIT_ACTION_DROP | BCM_L2_LEARN_LIMIT_ACTION_CPU;
+                                 | BCM_L2_LEARN_LIMIT_TRUNK | BCM_L2_LEARN_LIMIT_TUNNEL;
+    constexpr uint32 known = selectors | BCM_L2_LEARN_LIMIT_ACTION_DROP | BCM_L2_LEARN_LIMIT_ACTION_CPU;
     if (limit.flags & ~known) {
         return BCM_E_PARAM;
     }

@@ -53,9 +53,8 @@ int sim_bcm_l2_mac_port_traverse(int unit, bcm_l2_mac_port_traverse_cb cb, void 
         if (cb == nullptr) {
             return BCM_E_PARAM;
         }
-        return sw.l2.mac_ports.traverse([&](int, bcm_l2_mac_port_t &mac_port) {
-            return cb(unit, &mac_port, user_data);
-        });
+        return sw.l2.mac_ports.traverse(
+            [&](int, bcm_l2_mac_port_t &mac_port) { return cb(unit, &mac_port, user_data); });
     });
 }
 

@@ -10,8 +10,8 @@ bool match_kind(const bcm_l2_addr_t &address, uint32 flags)
     if (!(flags & both)) {
         return true;
     }
-    const uint32 kind = address.flags & BCM_L2_STATIC ? BCM_L2_TRAVERSE_MATCH_STATIC
-                                                      : BCM_L2_TRAVERSE_MATCH_DYNAMIC;
+    const uint32 kind =
+        address.flags & BCM_L2_STATIC ? BCM_L2_TRAVERSE_MATCH_STATIC : BCM_L2_TRAVERSE_MATCH_DYNAMIC;
     return (flags & kind) != 0;
 }
 

@@ -45,7 +45,7 @@ int l2_remove_if(Switch &sw, uint32 flags, Test test)
     return sw.l2.addresses.traverse([&](std::size_t position) -> int {
         const uint32 entry_flags = sw.l2.addresses.flags(position);
         const bool spared = ((entry_flags & BCM_L2_STATIC) && !(flags & BCM_L2_DELETE_STATIC))
-            || (!(entry_flags & BCM_L2_PENDING) && (flags & BCM_L2_DELETE_PENDING));
+                            || (!(entry_flags & BCM_L2_PENDING) && (flags & BCM_L2_DELETE_PENDING));
         if (!spared && test(sw.l2.addresses.record(position))) {
             l2_remove(sw, position, operation);
         }

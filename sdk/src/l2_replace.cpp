@@ -64,7 +64,7 @@ int remove_if(Switch &sw, uint32 flags, Test test)
 bool touches_key(const bcm_l2_addr_t &mask)
 {
     return mask.vid != 0
-        || std::any_of(mask.mac, mask.mac + sizeof mask.mac, [](int byte) { return byte != 0; });
+           || std::any_of(mask.mac, mask.mac + sizeof mask.mac, [](int byte) { return byte != 0; });
 }
 
 template <std::size_t words>
@@ -80,10 +80,10 @@ extern "C" {
 int sim_bcm_l2_replace(int unit, uint32 flags, bcm_l2_addr_t *match_addr, bcm_module_t new_module,
                        bcm_port_t new_port, bcm_trunk_t new_trunk)
 {
-    constexpr uint32 members
-        = BCM_L2_REPLACE_MATCH_MAC | BCM_L2_REPLACE_MATCH_VLAN | BCM_L2_REPLACE_MATCH_DEST;
+    constexpr uint32 members =
+        BCM_L2_REPLACE_MATCH_MAC | BCM_L2_REPLACE_MATCH_VLAN | BCM_L2_REPLACE_MATCH_DEST;
     constexpr uint32 known = members | BCM_L2_REPLACE_MATCH_STATIC | BCM_L2_REPLACE_DELETE
-        | BCM_L2_REPLACE_NEW_TRUNK | BCM_L2_REPLACE_NO_CALLBACKS;
+                             | BCM_L2_REPLACE_NEW_TRUNK | BCM_L2_REPLACE_NO_CALLBACKS;
     static_assert(uint32{BCM_L2_REPLACE_MATCH_MAC} == BCM_L2_TRAVERSE_MATCH_MAC
                       && uint32{BCM_L2_REPLACE_MATCH_VLAN} == BCM_L2_TRAVERSE_MATCH_VLAN
                       && uint32{BCM_L2_REPLACE_MATCH_DEST} == BCM_L2_TRAVERSE_MATCH_DEST,
@@ -119,8 +119,8 @@ int sim_bcm_l2_replace(int unit, uint32 flags, bcm_l2_addr_t *match_addr, bcm_mo
 int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, bcm_l2_addr_t *mask_addr,
                              bcm_l2_addr_t *replace_addr, bcm_l2_addr_t *replace_mask_addr)
 {
-    constexpr uint32 known
-        = BCM_L2_REPLACE_MATCH_STATIC | BCM_L2_REPLACE_DELETE | BCM_L2_REPLACE_NO_CALLBACKS;
+    constexpr uint32 known =
+        BCM_L2_REPLACE_MATCH_STATIC | BCM_L2_REPLACE_DELETE | BCM_L2_REPLACE_NO_CALLBACKS;
     return on_l2(unit, {match_addr, mask_addr}, [&](Switch &sw) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;
@@ -159,7 +159,7 @@ int sim_bcm_l2_ring_replace(int unit, bcm_l2_ring_t *l2_ring)
         }
         const auto test = [&](const bcm_l2_addr_t &address) {
             return !(address.flags & BCM_L2_STATIC) && SHR_BITGET(ring.vlan_vector, address.vid)
-                && (goes_to(address, ends[0]) || goes_to(address, ends[1]));
+                   && (goes_to(address, ends[0]) || goes_to(address, ends[1]));
         };
         return replace_if(sw, BCM_L2_CALLBACK_ADD, test, [&](bcm_l2_addr_t address) {
             set_destination(&address, goes_to(address, ends[0]) ? ends[1] : ends[0]);

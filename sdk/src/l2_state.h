@@ -37,7 +37,7 @@ struct L2Settings {
     std::array<L2LearnClass, learn_classes> classes;
     std::array<int, port_max + 1> port_classes = {};
     bcm_l2_learn_msgs_config_t learn_messages = {};
-    std::map<bcm_vlan_t, uint32> distribution;           // BCM_L2_ADDR_DIST_* by VLAN
+    std::map<bcm_vlan_t, uint32> distribution;  // BCM_L2_ADDR_DIST_* by VLAN
 };
 
 /// How many entries were learnt, in all and by VLAN, port and trunk: what learn limits are held against.
@@ -62,7 +62,7 @@ struct L2State {
     std::unordered_map<L2Key, L2Counters> counters;  // of the entries that have them enabled
 
     KeyedTable<int, bcm_l2_cache_addr_t> cache{128};
-    KeyedTable<L2Key, bool> tunnels{1024};           // the value says nothing
+    KeyedTable<L2Key, bool> tunnels{1024};  // the value says nothing
     KeyedTable<L2Key, bcm_l2_auth_addr_t> authorised{4096};
     ObjectTable<bcm_l2_station_t> stations{512};
     ObjectTable<bcm_l2_egress_t> egress{16384};

@@ -50,9 +50,8 @@ int sim_bcm_l2_station_traverse(int unit, bcm_l2_station_traverse_cb trav_fn, vo
         if (trav_fn == nullptr) {
             return BCM_E_PARAM;
         }
-        return sw.l2.stations.traverse([&](int id, bcm_l2_station_t &station) {
-            return trav_fn(unit, id, &station, user_data);
-        });
+        return sw.l2.stations.traverse(
+            [&](int id, bcm_l2_station_t &station) { return trav_fn(unit, id, &station, user_data); });
     });
 }
 

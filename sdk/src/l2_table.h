@@ -103,9 +103,9 @@ private:
     void rebuild_index(std::size_t slots);
     void close_gaps();
 
-    std::vector<Entry> entries_;              // in order of arrival; erased ones stay as gaps for a while
+    std::vector<Entry> entries_;  // in order of arrival; erased ones stay as gaps for a while
     std::size_t live_ = 0;
-    std::vector<std::uint32_t> index_;        // position + 1, or 0; a power of two of slots
+    std::vector<std::uint32_t> index_;  // position + 1, or 0; a power of two of slots
     unsigned index_bits_ = 0;
     std::unordered_map<L2Key, bcm_l2_addr_t> whole_;
     int traversals_ = 0;

@@ -68,8 +68,8 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
     const bool counted = known && (l2.addresses.state(position) & l2_learnt);
     const bool on_trunk = place.kind == Destination::Kind::trunk;
     const bool room = below_limit(l2, on_trunk ? BCM_L2_LEARN_LIMIT_TRUNK : BCM_L2_LEARN_LIMIT_PORT, place.id)
-        && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
-        && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
+                      && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
+                      && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
     if (!room) {
         return BCM_E_RESOURCE;
     }
@@ -101,7 +101,7 @@ L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t v
     const std::size_t position = addresses.find(key);
     Destination at = {};
     const bool in_place = position != L2Table::none
-        && resolve_address(addresses.record(position), &at) == BCM_E_NONE && at == place;
+                          && resolve_address(addresses.record(position), &at) == BCM_E_NONE && at == place;
     int status = BCM_E_NONE;
     if (in_place) {
         addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);

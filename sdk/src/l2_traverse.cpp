@@ -35,7 +35,8 @@ int sim_bcm_l2_matched_traverse(int unit, uint32 flags, bcm_l2_addr_t *match_add
                                 void *user_data)
 {
     constexpr uint32 known = BCM_L2_TRAVERSE_MATCH_STATIC | BCM_L2_TRAVERSE_MATCH_DYNAMIC
-        | BCM_L2_TRAVERSE_MATCH_MAC | BCM_L2_TRAVERSE_MATCH_VLAN | BCM_L2_TRAVERSE_MATCH_DEST;
+                             | BCM_L2_TRAVERSE_MATCH_MAC | BCM_L2_TRAVERSE_MATCH_VLAN
+                             | BCM_L2_TRAVERSE_MATCH_DEST;
     return on_l2(unit, {match_addr}, [&](Switch &sw) -> int {
         L2Match match;
         const int rc = flags & ~known ? static_cast<int>(BCM_E_PARAM) : match.set(flags, *match_addr);

@@ -62,8 +62,8 @@ int on_each_link(int unit, const bcm_pbmp_t &ports, Body body)
 LinkScan *watching(int unit, int port)
 {
     Switch *sw = attached(unit);
-    const bool watches = sw != nullptr && sw->links.initialised
-                         && sw->links.of(port).mode != BCM_LINKSCAN_MODE_NONE;
+    const bool watches =
+        sw != nullptr && sw->links.initialised && sw->links.of(port).mode != BCM_LINKSCAN_MODE_NONE;
     return watches ? &sw->links : nullptr;
 }
 

@@ -23,14 +23,14 @@ struct PortLinkHandler {
 
 struct WatchedLink {
     int mode = BCM_LINKSCAN_MODE_SW;
-    bool up = false; ///< at the last scan
-    bool is_due = false; ///< to be told of at the next scan even if it is as before
+    bool up = false;      ///< at the last scan
+    bool is_due = false;  ///< to be told of at the next scan even if it is as before
     std::vector<PortLinkHandler> handlers;
 };
 
 struct LinkScan {
     bool initialised = true;
-    int interval = 0; ///< microseconds, 0: off
+    int interval = 0;  ///< microseconds, 0: off
     std::array<WatchedLink, port_max + 1> ports;
     std::vector<bcm_linkscan_handler_t> handlers;
 

@@ -10,6 +10,7 @@ namespace {
 constexpr uint32 is_signed = SOCF_SIGNED;
 
 // Identifier, name, block, first word in the block, entries, arrays, bits of an entry, fields.
+// clang-format off
 constexpr Memory table[] = {
     // Egress queues
     {EGQ_TM_PORT_TO_INTERFACEm, "EGQ_TM_PORT_TO_INTERFACE", SOC_BLK_EGQ, 0x0, 256, 1, 32,
@@ -104,6 +105,7 @@ constexpr Memory table[] = {
     {STC_COUNTERm, "STC_COUNTER", SOC_BLK_STC, 0x0, 2048, 16, 64,
      {{{PACKETSf, 0, 29}, {OCTETSf, 29, 35}}}},
 };
+// clang-format on
 static_assert(std::size(table) == NUM_SOC_MEM, "");
 
 }  // namespace

@@ -28,7 +28,11 @@ struct Departure {
 class Passage {
 public:
     Passage(Switch &sw, int port, const FrameBytes &bytes)
-        : sw_(sw), port_(port), arrived_(bytes), frame_(bytes), own_(port_at(port)),
+        : sw_(sw),
+          port_(port),
+          arrived_(bytes),
+          frame_(bytes),
+          own_(port_at(port)),
           vid_(frame_.vlan() != 0 ? frame_.vlan() : own_.untagged_vlan)
     {
     }

@@ -12,8 +12,8 @@ constexpr int no_lane = -2;
 
 bool in_range(const Setting &setting, uint32 value)
 {
-    const long long number = setting.least < 0 ? static_cast<long long>(static_cast<int32>(value))
-                                               : static_cast<long long>(value);
+    const long long number =
+        setting.least < 0 ? static_cast<long long>(static_cast<int32>(value)) : static_cast<long long>(value);
     return number >= setting.least && number <= setting.most;
 }
 

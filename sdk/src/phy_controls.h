@@ -25,10 +25,10 @@ int get_control(const ControlPlace &place, int selector, uint32 *value);
 /// A setting that is only kept.
 struct Setting {
     int selector;
-    unsigned kinds; ///< set of on_serdes, on_copper
+    unsigned kinds;  ///< set of on_serdes, on_copper
     bool per_lane;
     uint32 at_reset;
-    long long least, most; ///< below 0: two's complement
+    long long least, most;  ///< below 0: two's complement
 };
 
 constexpr unsigned on_serdes = 1, on_copper = 2, on_both = 3;

@@ -11,8 +11,8 @@ using namespace sim;
 
 namespace {
 
-constexpr uint32 known_flags = SOC_PHY_FIRMWARE_BEGIN | SOC_PHY_FIRMWARE_END | SOC_PHY_FIRMWARE_BROADCAST
-                               | SOC_PHY_FIRMWARE_PERMANENT;
+constexpr uint32 known_flags =
+    SOC_PHY_FIRMWARE_BEGIN | SOC_PHY_FIRMWARE_END | SOC_PHY_FIRMWARE_BROADCAST | SOC_PHY_FIRMWARE_PERMANENT;
 
 /// A piece of a program. It begins anew by flag, or if it is all of it.
 struct Piece {

@@ -20,7 +20,7 @@ struct Rate {
 };
 
 constexpr int rate_count = 9;
-extern const Rate rates[rate_count]; ///< slowest first
+extern const Rate rates[rate_count];  ///< slowest first
 
 /// Null for a speed that there is not.
 const Rate *rate_of(int speed);
@@ -31,17 +31,17 @@ constexpr soc_port_mode_t pause_modes = _SHR_PM_PAUSE_TX | _SHR_PM_PAUSE_RX;
 struct MediumAbility {
     soc_port_medium_t medium;
     int speed_min, speed_max;
-    int half_duplex_max; ///< fastest speed in half duplex, 0 for none
+    int half_duplex_max;  ///< fastest speed in half duplex, 0 for none
     bool autonegotiation_at_reset;
 };
 
 struct PhyKind {
     bool clause45;
     int lanes, lane_speed;
-    MediumAbility media[2]; ///< the preferred one first
-    uint32 interfaces;      ///< bit n for _shr_port_if_t n
+    MediumAbility media[2];  ///< the preferred one first
+    uint32 interfaces;       ///< bit n for _shr_port_if_t n
     soc_port_if_t interface_at_reset;
-    std::size_t firmware_max; ///< bytes of program memory
+    std::size_t firmware_max;  ///< bytes of program memory
     sal_usecs_t autonegotiation_time;
 
     /// Null for a medium that the PHY has not.

@@ -33,9 +33,9 @@ struct InterfaceSpeed {
 };
 
 constexpr InterfaceSpeed interface_speeds[] = {
-    {_SHR_PORT_IF_SGMII, 1000},  {_SHR_PORT_IF_XFI, 10000},   {_SHR_PORT_IF_SFI, 25000},
-    {_SHR_PORT_IF_KR, 25000},    {_SHR_PORT_IF_XLAUI, 50000}, {_SHR_PORT_IF_KR4, 100000},
-    {_SHR_PORT_IF_CR4, 100000},  {_SHR_PORT_IF_CAUI, 100000},
+    {_SHR_PORT_IF_SGMII, 1000}, {_SHR_PORT_IF_XFI, 10000},   {_SHR_PORT_IF_SFI, 25000},
+    {_SHR_PORT_IF_KR, 25000},   {_SHR_PORT_IF_XLAUI, 50000}, {_SHR_PORT_IF_KR4, 100000},
+    {_SHR_PORT_IF_CR4, 100000}, {_SHR_PORT_IF_CAUI, 100000},
 };
 
 }  // namespace
@@ -53,17 +53,25 @@ constexpr Rate rates[rate_count] = {
 };
 
 constexpr PhyKind serdes_kind = {
-    false, 4, 25000,
+    false,
+    4,
+    25000,
     {{_SHR_PORT_MEDIUM_FIBER, 10, 100000, 0, false}, {_SHR_PORT_MEDIUM_BACKPLANE, 1000, 100000, 0, true}},
     interface_set(_SHR_PORT_IF_SGMII, _SHR_PORT_IF_XFI, _SHR_PORT_IF_SFI, _SHR_PORT_IF_KR, _SHR_PORT_IF_XLAUI,
                   _SHR_PORT_IF_KR4, _SHR_PORT_IF_CR4, _SHR_PORT_IF_CAUI),
-    _SHR_PORT_IF_CAUI, 128 * 1024, 500000};
+    _SHR_PORT_IF_CAUI,
+    128 * 1024,
+    500000};
 
 constexpr PhyKind copper_kind = {
-    true, 1, 10000,
+    true,
+    1,
+    10000,
     {{_SHR_PORT_MEDIUM_COPPER, 10, 10000, 100, true}, {_SHR_PORT_MEDIUM_FIBER, 1000, 10000, 0, false}},
     interface_set(_SHR_PORT_IF_SGMII, _SHR_PORT_IF_XFI),
-    _SHR_PORT_IF_XFI, 256 * 1024, 2000000};
+    _SHR_PORT_IF_XFI,
+    256 * 1024,
+    2000000};
 
 const Rate *rate_of(int speed)
 {

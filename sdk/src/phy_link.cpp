@@ -83,8 +83,7 @@ Link link_of(const PhyPort &port)
     if (!port.serdes) {
         return down;
     }
-    const bool looped =
-        port.mac_loopback || (port.serdes->system.loopback && passes_traffic(*port.serdes));
+    const bool looped = port.mac_loopback || (port.serdes->system.loopback && passes_traffic(*port.serdes));
     return looped ? wanted(port.outer(), port.cable, true) : link_of(port, *port.serdes);
 }
 

@@ -222,9 +222,8 @@ int sim_soc_phyctrl_mdix_status_get(int unit, soc_port_t port, soc_port_mdix_sta
 {
     return on_pairs(unit, port, {status}, [&](PhyPort &, soc_phy_config_t &settings) {
         // The cable is a straight one and the partner does not cross, so that this end has to.
-        const bool finds_out
-            = settings.mdix == _SHR_PORT_MDIX_FORCE_AUTO
-              || (settings.mdix == _SHR_PORT_MDIX_AUTO && settings.autoneg_enable);
+        const bool finds_out = settings.mdix == _SHR_PORT_MDIX_FORCE_AUTO
+                               || (settings.mdix == _SHR_PORT_MDIX_AUTO && settings.autoneg_enable);
         *status = finds_out || settings.mdix == _SHR_PORT_MDIX_XOVER ? _SHR_PORT_MDIX_STATUS_XOVER
                                                                      : _SHR_PORT_MDIX_STATUS_NORMAL;
         return SOC_E_NONE;

@@ -37,10 +37,14 @@ struct ModeBit {
     unsigned bit;
 };
 
-constexpr ModeBit ability_bits[] = {{_SHR_PM_100MB_FD, 1 << 14}, {_SHR_PM_100MB_HD, 1 << 13},
-                                    {_SHR_PM_10MB_FD, 1 << 12},  {_SHR_PM_10MB_HD, 1 << 11}};
-constexpr ModeBit base_bits[] = {{_SHR_PM_10MB_HD, 1 << 5},  {_SHR_PM_10MB_FD, 1 << 6},
-                                 {_SHR_PM_100MB_HD, 1 << 7}, {_SHR_PM_100MB_FD, 1 << 8}};
+constexpr ModeBit ability_bits[] = {{_SHR_PM_100MB_FD, 1 << 14},
+                                    {_SHR_PM_100MB_HD, 1 << 13},
+                                    {_SHR_PM_10MB_FD, 1 << 12},
+                                    {_SHR_PM_10MB_HD, 1 << 11}};
+constexpr ModeBit base_bits[] = {{_SHR_PM_10MB_HD, 1 << 5},
+                                 {_SHR_PM_10MB_FD, 1 << 6},
+                                 {_SHR_PM_100MB_HD, 1 << 7},
+                                 {_SHR_PM_100MB_FD, 1 << 8}};
 constexpr ModeBit gigabit_bits[] = {{_SHR_PM_1000MB_HD, 1 << 8}, {_SHR_PM_1000MB_FD, 1 << 9}};
 constexpr ModeBit gigabit_partner_bits[] = {{_SHR_PM_1000MB_HD, 1 << 10}, {_SHR_PM_1000MB_FD, 1 << 11}};
 constexpr ModeBit gigabit_ability_bits[] = {{_SHR_PM_1000MB_HD, 1 << 12}, {_SHR_PM_1000MB_FD, 1 << 13}};
@@ -186,9 +190,8 @@ void write_advert(PhyPort &port, Phy &phy, uint16 value)
 uint16 read_partner(PhyPort &port, Phy &phy)
 {
     const soc_port_mode_t modes = partner_modes(port, phy);
-    return static_cast<uint16>(modes == 0 ? 0
-                                          : ethernet_page | acknowledged | bits_of(base_bits, modes)
-                                                | pause_bits(modes));
+    return static_cast<uint16>(
+        modes == 0 ? 0 : ethernet_page | acknowledged | bits_of(base_bits, modes) | pause_bits(modes));
 }
 
 uint16 read_expansion(PhyPort &port, Phy &phy)

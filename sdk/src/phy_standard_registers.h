@@ -6,10 +6,10 @@
 namespace sim {
 
 struct RegisterView {
-    int device; ///< 0 for clause 22
+    int device;  ///< 0 for clause 22
     uint16 number;
     uint16 (*read)(PhyPort &port, Phy &phy);
-    void (*write)(PhyPort &port, Phy &phy, uint16 value); ///< null: read only
+    void (*write)(PhyPort &port, Phy &phy, uint16 value);  ///< null: read only
 };
 
 /// Null if the standard has none there.

@@ -14,14 +14,14 @@ namespace sim {
 
 struct CablePair {
     _shr_port_cable_state_t state;
-    int metres; ///< to the fault or the end
+    int metres;  ///< to the fault or the end
 };
 
 /// What is plugged into the port.
 struct Cable {
     Cable(uint32 plugged, int length);
 
-    uint32 media; ///< bit n for _shr_port_medium_t n: several in a port with several sockets
+    uint32 media;  ///< bit n for _shr_port_medium_t n: several in a port with several sockets
     int metres;
     std::array<CablePair, _SHR_PORT_CABLE_PAIRS> pairs;
 
@@ -32,11 +32,11 @@ struct Cable {
 /// One side of a PHY: towards the line or towards the MAC.
 struct PhySide {
     bool loopback = false;
-    bool autonegotiation = false; ///< of the side towards the MAC; the line's depends on the medium
+    bool autonegotiation = false;  ///< of the side towards the MAC; the line's depends on the medium
 
     /// By lane and address, those that have been written since the reset.
     std::map<std::pair<int, uint32>, uint16> registers;
-    std::map<std::pair<int, int>, uint32> controls; ///< by lane and selector, likewise
+    std::map<std::pair<int, int>, uint32> controls;  ///< by lane and selector, likewise
 };
 
 class Phy {
@@ -49,15 +49,15 @@ public:
     const PhyKind &kind;
     PhySide line, system;
     bool enabled;
-    uint32 stopped; ///< reasons why it passes no traffic
+    uint32 stopped;  ///< reasons why it passes no traffic
     int speed_max;
     soc_port_if_t interface;
     std::map<soc_port_medium_t, soc_phy_config_t> media;
     uint32 lane_mask;
-    bool link_up = false;    ///< when it was last looked at
-    uint32 link_changes = 0; ///< since they were read
-    bool link_lost; ///< since the status register was read; the register shows it once
-    std::vector<uint8> firmware; ///< outlives a reset
+    bool link_up = false;         ///< when it was last looked at
+    uint32 link_changes = 0;      ///< since they were read
+    bool link_lost;               ///< since the status register was read; the register shows it once
+    std::vector<uint8> firmware;  ///< outlives a reset
     bool firmware_started = false;
 
     PhySide &side(bool towards_mac) { return towards_mac ? system : line; }
@@ -99,13 +99,13 @@ public:
     Cable cable;
     std::optional<Phy> serdes, copper;
     bool probed, initialised;
-    bool mac_loopback;  ///< the MAC hears itself
-    bool was_down;      ///< since that was read
-    bool reported_link; ///< as the driver was last told
+    bool mac_loopback;   ///< the MAC hears itself
+    bool was_down;       ///< since that was read
+    bool reported_link;  ///< as the driver was last told
     ResetFunction own_reset, default_reset;
     bool in_reset = false;
     std::vector<MediumWatcher> watchers;
-    soc_port_medium_t reported_medium; ///< to the watchers
+    soc_port_medium_t reported_medium;  ///< to the watchers
     bool in_report = false;
     bool in_link_scan = false;
 

@@ -55,10 +55,9 @@ bool hears_itself(const ControlPlace &place)
 /// The receiver has locked to the sequence that comes back from the transmitter.
 uint32 prbs_lock(const ControlPlace &place)
 {
-    const bool inverted = setting(place, SOC_PHY_CONTROL_PRBS_TX_INVERT_DATA)
-                          ^ setting(place, SOC_PHY_CONTROL_TX_POLARITY)
-                          ^ setting(place, SOC_PHY_CONTROL_PRBS_RX_INVERT_DATA)
-                          ^ setting(place, SOC_PHY_CONTROL_RX_POLARITY);
+    const bool inverted =
+        setting(place, SOC_PHY_CONTROL_PRBS_TX_INVERT_DATA) ^ setting(place, SOC_PHY_CONTROL_TX_POLARITY)
+        ^ setting(place, SOC_PHY_CONTROL_PRBS_RX_INVERT_DATA) ^ setting(place, SOC_PHY_CONTROL_RX_POLARITY);
     return hears_itself(place) && setting(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE)
            && setting(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE) && !inverted;
 }
@@ -302,9 +301,9 @@ int set_system_autonegotiation(const ControlPlace &place, uint32 value)
 
 uint32 loopback_mode(const ControlPlace &place)
 {
-    return place.side.loopback                                ? SOC_PHY_LOOPBACK_PMD
+    return place.side.loopback                               ? SOC_PHY_LOOPBACK_PMD
            : setting(place, SOC_PHY_CONTROL_LOOPBACK_REMOTE) ? SOC_PHY_LOOPBACK_REMOTE
-                                                              : SOC_PHY_LOOPBACK_NONE;
+                                                             : SOC_PHY_LOOPBACK_NONE;
 }
 
 int set_loopback_mode(const ControlPlace &place, uint32 mode)

@@ -25,14 +25,14 @@ struct ByteRange {
 struct ModuleLayout {
     uint8 identifier;
     ByteRange vendor, part, serial;
-    ByteRange base, extended; ///< the sum follows
+    ByteRange base, extended;  ///< the sum follows
     const char *part_number;
 };
 
 constexpr ModuleLayout single_lane = {0x03,    {20, 36}, {40, 56},        {68, 84},
                                       {0, 63}, {64, 95}, "SIM-SFP-10G-SR"};
-constexpr ModuleLayout four_lanes
-    = {0x11, {148, 164}, {168, 184}, {196, 212}, {128, 191}, {192, 223}, "SIM-QSFP-100G-SR4"};
+constexpr ModuleLayout four_lanes = {0x11,       {148, 164}, {168, 184},         {196, 212},
+                                     {128, 191}, {192, 223}, "SIM-QSFP-100G-SR4"};
 
 void put_text(Contents &contents, const ByteRange &place, const std::string &text)
 {

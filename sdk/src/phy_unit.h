@@ -15,7 +15,7 @@ struct PhyUnit {
     PhyTables &tables;
     std::vector<PhyPort> ports;
     MdioBuses buses;
-    std::map<int, std::array<uint16, 256>> shared_registers; ///< by the first port of the PHY chip
+    std::map<int, std::array<uint16, 256>> shared_registers;  ///< by the first port of the PHY chip
     bool has_tables = true;
     bool has_common = true;
     bool has_drivers = true;

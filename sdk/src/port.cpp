@@ -170,8 +170,8 @@ int sim_bcm_port_untagged_vlan_get(int unit, bcm_port_t port, bcm_vlan_t *vid_pt
 
 int sim_bcm_port_learn_set(int unit, bcm_port_t port, uint32 flags)
 {
-    constexpr uint32 known
-        = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_CPU | BCM_PORT_LEARN_FWD | BCM_PORT_LEARN_PENDING;
+    constexpr uint32 known =
+        BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_CPU | BCM_PORT_LEARN_FWD | BCM_PORT_LEARN_PENDING;
     return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;

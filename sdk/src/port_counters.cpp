@@ -181,9 +181,9 @@ struct SizeRange {
 
 /// Each reaches up to the next.
 constexpr SizeRange size_ranges[] = {
-    {0, F::undersize},      {64, F::size_64},       {65, F::size_65},       {128, F::size_128},
-    {256, F::size_256},     {512, F::size_512},     {1024, F::size_1024},   {1519, F::size_1519},
-    {1523, F::size_1523},   {2048, F::size_2048},   {4096, F::size_4096},   {9217, F::size_9217},
+    {0, F::undersize},    {64, F::size_64},     {65, F::size_65},     {128, F::size_128},
+    {256, F::size_256},   {512, F::size_512},   {1024, F::size_1024}, {1519, F::size_1519},
+    {1523, F::size_1523}, {2048, F::size_2048}, {4096, F::size_4096}, {9217, F::size_9217},
 };
 
 FrameCounter size_counter(std::size_t length)
@@ -229,9 +229,7 @@ bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &
     } else if (type == type_mac_control) {
         constexpr unsigned pause = 0x0001, priority_pause = 0x0101;
         const unsigned opcode = number_at(bytes, frame_header_bytes);
-        count(opcode == pause            ? F::pause
-              : opcode == priority_pause ? F::priority_pause
-                                         : F::unknown_control);
+        count(opcode == pause ? F::pause : opcode == priority_pause ? F::priority_pause : F::unknown_control);
     }
     return true;
 }

@@ -85,8 +85,8 @@ int sim_soc_jer_egr_port2egress_offset(int unit, int core, uint32 tm_port, uint3
     return on_chip(unit, [&](Chip &chip) {
         const Memory &memory = *memory_at(EGQ_TM_PORT_TO_INTERFACEm);
         MemoryPlace place;
-        if (egr_if == nullptr || core < 0 || tm_port >= static_cast<uint32>(memory.entries) ||
-            locate(&memory, 0, core, static_cast<int>(tm_port), &place) != SOC_E_NONE) {
+        if (egr_if == nullptr || core < 0 || tm_port >= static_cast<uint32>(memory.entries)
+            || locate(&memory, 0, core, static_cast<int>(tm_port), &place) != SOC_E_NONE) {
             return SOC_E_PARAM;
         }
         const Words entry = chip.read(place);

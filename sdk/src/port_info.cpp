@@ -110,8 +110,7 @@ constexpr Attribute attributes[] = {
      set_unless_negotiated<sim_bcm_port_speed_set, &Info::speed>},
     {BCM_PORT_ATTR_DUPLEX_MASK, 0, get<sim_bcm_port_duplex_get, &Info::duplex>,
      set_unless_negotiated<sim_bcm_port_duplex_set, &Info::duplex>},
-    {BCM_PORT_ATTR_LOCAL_ADVERT_MASK, 0, get_local_advert,
-     set<sim_bcm_port_advert_set, &Info::local_advert>},
+    {BCM_PORT_ATTR_LOCAL_ADVERT_MASK, 0, get_local_advert, set<sim_bcm_port_advert_set, &Info::local_advert>},
     {BCM_PORT_ATTR_AUTONEG_MASK, 0, get<sim_bcm_port_autoneg_get, &Info::autoneg>,
      set<sim_bcm_port_autoneg_set, &Info::autoneg>},
     {BCM_PORT_ATTR_REMOTE_ADVERT_MASK, 0, get_remote_advert, nullptr},
@@ -150,8 +149,7 @@ constexpr Attribute attributes[] = {
      set<sim_bcm_port_untagged_vlan_set, &Info::untagged_vlan>},
     {BCM_PORT_ATTR_STP_STATE_MASK, 0, get<sim_bcm_port_stp_get, &Info::stp_state>,
      set<sim_bcm_port_stp_set, &Info::stp_state>},
-    {BCM_PORT_ATTR_PFM_MASK, 0, get<sim_bcm_port_pfm_get, &Info::pfm>,
-     set<sim_bcm_port_pfm_set, &Info::pfm>},
+    {BCM_PORT_ATTR_PFM_MASK, 0, get<sim_bcm_port_pfm_get, &Info::pfm>, set<sim_bcm_port_pfm_set, &Info::pfm>},
     {BCM_PORT_ATTR_RATE_MCAST_MASK, 0, nullptr, nullptr},
     {BCM_PORT_ATTR_RATE_BCAST_MASK, 0, nullptr, nullptr},
     {BCM_PORT_ATTR_RATE_DLFBC_MASK, 0, nullptr, nullptr},
@@ -183,8 +181,8 @@ int read(int unit, bcm_port_t port, Info &info, Absent absent)
         if (!attribute.is_in(info)) {
             continue;
         }
-        const int rc = attribute.get == nullptr ? static_cast<int>(BCM_E_UNAVAIL)
-                                                : attribute.get(unit, port, info);
+        const int rc =
+            attribute.get == nullptr ? static_cast<int>(BCM_E_UNAVAIL) : attribute.get(unit, port, info);
         if (rc == BCM_E_UNAVAIL && absent == Absent::is_left_out) {
             info.action_mask &= ~attribute.mask;
             info.action_mask2 &= ~attribute.mask2;
@@ -202,8 +200,8 @@ int write(int unit, bcm_port_t port, const Info &info, Absent absent)
         if (!attribute.is_in(info) || can_only_be_read) {
             continue;
         }
-        const int rc = attribute.set == nullptr ? static_cast<int>(BCM_E_UNAVAIL)
-                                                : attribute.set(unit, port, info);
+        const int rc =
+            attribute.set == nullptr ? static_cast<int>(BCM_E_UNAVAIL) : attribute.set(unit, port, info);
         if (rc != BCM_E_NONE && (rc != BCM_E_UNAVAIL || absent == Absent::is_error)) {
             return rc;
         }

@@ -33,9 +33,8 @@ int read(int unit, bcm_port_t port, int count, const bcm_stat_val_t *types, Valu
         if (count < 0 || !valid(types, count)) {
             return BCM_E_PARAM;
         }
-        std::transform(types, types + count, values, [&](bcm_stat_val_t type) {
-            return static_cast<Value>(statistic(counters, type));
-        });
+        std::transform(types, types + count, values,
+                       [&](bcm_stat_val_t type) { return static_cast<Value>(statistic(counters, type)); });
         return BCM_E_NONE;
     });
 }

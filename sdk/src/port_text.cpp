@@ -24,8 +24,8 @@ int port_named(int unit, std::string_view text)
     }
     int number, port;
     // A number with a kind in it is no port of the unit's, but a gport.
-    const bool own = read_int(text, &number) && !BCM_GPORT_IS_SET(number)
-                     && resolve_own_port(number, &port) == BCM_E_NONE;
+    const bool own =
+        read_int(text, &number) && !BCM_GPORT_IS_SET(number) && resolve_own_port(number, &port) == BCM_E_NONE;
     return own ? port : -1;
 }
 
@@ -35,8 +35,8 @@ int no_such_port(std::string_view text)
     const auto is_letter = [](unsigned char c) { return std::isalpha(c) != 0; };
     const auto is_digit = [](unsigned char c) { return std::isdigit(c) != 0; };
     const auto digits = std::find_if_not(text.begin(), text.end(), is_letter);
-    const bool name_like = digits != text.begin() && digits != text.end()
-                           && std::all_of(digits, text.end(), is_digit);
+    const bool name_like =
+        digits != text.begin() && digits != text.end() && std::all_of(digits, text.end(), is_digit);
     int number;
     return name_like || read_int(text, &number) ? BCM_E_PORT : BCM_E_PARAM;
 }

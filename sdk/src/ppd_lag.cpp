@@ -9,8 +9,8 @@ namespace {
 
 bool valid(uint32 group, const SOC_PPD_LAG_MEMBER &member)
 {
-    return group <= SOC_PPD_LAG_MAX && member.member_id <= SOC_PPD_LAG_MEMBER_ID_MAX &&
-           member.sys_port <= SOC_PPD_LAG_SYS_PORT_MAX;
+    return group <= SOC_PPD_LAG_MAX && member.member_id <= SOC_PPD_LAG_MEMBER_ID_MAX
+           && member.sys_port <= SOC_PPD_LAG_SYS_PORT_MAX;
 }
 
 }  // namespace

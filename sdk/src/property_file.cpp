@@ -160,7 +160,7 @@ int replace_file(const std::string &path, std::string beside, const std::string 
         return BCM_E_FAIL;
     }
     const bool written = (!exists || ::fchmod(file.number(), old.st_mode & 07777) == 0)
-        && write_all(file.number(), text) && ::fsync(file.number()) == 0 && file.close();
+                         && write_all(file.number(), text) && ::fsync(file.number()) == 0 && file.close();
     if (!written || ::rename(beside.c_str(), target.c_str()) != 0) {
         ::unlink(beside.c_str());
         return BCM_E_FAIL;

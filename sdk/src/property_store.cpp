@@ -12,20 +12,19 @@ namespace sim {
 bool valid_property_name(const std::string &name)
 {
     return !name.empty() && name.size() <= property_name_max
-        && std::all_of(name.begin(), name.end(), [](unsigned char c) {
-               return c > ' ' && c != 0x7f && c != '=' && c != '#';
-           });
+           && std::all_of(name.begin(), name.end(),
+                          [](unsigned char c) { return c > ' ' && c != 0x7f && c != '=' && c != '#'; });
 }
 
 bool valid_property_value(const std::string &value)
 {
     const auto blank = [](unsigned char c) { return std::isspace(c) != 0; };
-    const bool printable = std::none_of(value.begin(), value.end(), [](unsigned char c) {
-        return (c < ' ' && c != '\t') || c == 0x7f;
-    });
+    const bool printable = std::none_of(value.begin(), value.end(),
+                                        [](unsigned char c) { return (c < ' ' && c != '\t') || c == 0x7f; });
     return value.size() <= property_value_max && printable
-        && (value.empty() || (!blank(static_cast<unsigned char>(value.front()))
-                              && !blank(static_cast<unsigned char>(value.back()))));
+           && (value.empty()
+               || (!blank(static_cast<unsigned char>(value.front()))
+                   && !blank(static_cast<unsigned char>(value.back()))));
 }
 
 std::string *PropertyStore::find(const std::string &name)
@@ -68,9 +67,8 @@ const char *PropertyStore::lasting_name(const std::string &name)
 
 const std::string *PropertyStore::name_at(const char *address) const
 {
-    const auto found = std::find_if(names_.begin(), names_.end(), [address](const std::string &name) {
-        return name.c_str() == address;
-    });
+    const auto found = std::find_if(names_.begin(), names_.end(),
+                                    [address](const std::string &name) { return name.c_str() == address; });
     return found != names_.end() ? &*found : nullptr;
 }
 
@@ -83,8 +81,8 @@ PropertyStore &property_store()
 
 const Properties &default_properties()
 {
-    static const Properties &defaults
-        = *new Properties{{"l2_age_timer", "300"}, {"port_init_enable", "1"}, {"port_init_learn", "1"}};
+    static const Properties &defaults =
+        *new Properties{{"l2_age_timer", "300"}, {"port_init_enable", "1"}, {"port_init_learn", "1"}};
     return defaults;
 }
 

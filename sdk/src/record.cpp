@@ -89,8 +89,8 @@ const void *sim_record_argument(int call, int argument, size_t *size)
 {
     std::lock_guard<std::mutex> lock(record::mutex);
     const record::Entry *entry = record::find(call);
-    const bool exists = entry != nullptr && argument >= 0
-        && static_cast<std::size_t>(argument) < entry->ends.size();
+    const bool exists =
+        entry != nullptr && argument >= 0 && static_cast<std::size_t>(argument) < entry->ends.size();
     std::size_t begin = 0;
     std::size_t end = 0;
     if (exists) {

@@ -144,8 +144,8 @@ template <class Data>
 int get_number(int unit, soc_reg_t reg, int port, int index, Widths widths, Data *data)
 {
     Words value;
-    const int rc = on_chip_with(
-        unit, data, [&] { return get_register(unit, reg, port, index, widths, &value); });
+    const int rc =
+        on_chip_with(unit, data, [&] { return get_register(unit, reg, port, index, widths, &value); });
     if (rc == SOC_E_NONE) {
         *data = static_cast<Data>(low_64(value));
     }
@@ -258,8 +258,8 @@ int sim_soc_reg_set(int unit, soc_reg_t reg, int port, int index, uint64 data)
 int sim_soc_reg_above_64_get(int unit, soc_reg_t reg, int port, int index, soc_reg_above_64_val_t data)
 {
     Words value;
-    const int rc = on_chip_with(
-        unit, data, [&] { return get_register(unit, reg, port, index, any_width, &value); });
+    const int rc =
+        on_chip_with(unit, data, [&] { return get_register(unit, reg, port, index, any_width, &value); });
     if (rc == SOC_E_NONE) {
         std::copy(value.begin(), value.end(), data);
     }

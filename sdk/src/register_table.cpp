@@ -13,6 +13,7 @@ constexpr soc_regtype_t per_port = soc_portreg;
 constexpr uint32 read_only = SOCF_RO;
 
 // Identifier, name, block, type, first word in the block, elements, bits, value after reset, fields.
+// clang-format off
 constexpr Register table[] = {
     // Host interface
     {CMIC_DEVICE_IDr, "CMIC_DEVICE_ID", SOC_BLK_CMIC, host, 0x10, 1, 32, 0x114a10,
@@ -349,6 +350,7 @@ constexpr Register table[] = {
     {STC_COUNTER_DMAr, "STC_COUNTER_DMA", SOC_BLK_STC, generic, 0x20, 1, 64, 0x2000000000000,
      {{{BUFFER_ADDRESSf, 0, 48}, {ENABLEf, 48, 1}, {CLEAR_ON_READf, 49, 1}}}},
 };
+// clang-format on
 static_assert(std::size(table) == NUM_SOC_REG, "");
 
 }  // namespace

@@ -65,8 +65,8 @@ int read_number(int unit, soc_reg_t reg, int port, int index, soc_field_t field,
 {
     Words value;
     constexpr int bits = 8 * static_cast<int>(sizeof(Value));
-    const int rc = on_chip_with(
-        unit, out, [&] { return read_field(unit, reg, port, index, field, bits, &value); });
+    const int rc =
+        on_chip_with(unit, out, [&] { return read_field(unit, reg, port, index, field, bits, &value); });
     if (rc == SOC_E_NONE) {
         *out = static_cast<Value>(low_64(value));
     }

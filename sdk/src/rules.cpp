@@ -21,7 +21,7 @@ void append(std::string &bytes, const void *object, std::size_t size)
 bool names_port(bcm_gport_t port)
 {
     return !BCM_GPORT_IS_SET(port) || BCM_GPORT_IS_LOCAL(port) || BCM_GPORT_IS_MODPORT(port)
-        || BCM_GPORT_IS_SYSTEM_PORT(port);
+           || BCM_GPORT_IS_SYSTEM_PORT(port);
 }
 
 int append_port(std::string &key, const Argument &argument)

@@ -22,8 +22,8 @@ struct Argument {
     enum class Role : unsigned char { key, own_port, any_port, given, result };
     Role role;
     std::uint32_t size;
-    const void *from; ///< null only if the caller gave a null pointer
-    void *to = nullptr; ///< of a result, what `from` is
+    const void *from;    ///< null only if the caller gave a null pointer
+    void *to = nullptr;  ///< of a result, what `from` is
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -108,8 +108,8 @@ struct Id {
     }
 
     void *at;
-    bool chosen;  ///< by the caller
-    bool replace; ///< what has it, or BCM_E_NOT_FOUND
+    bool chosen;   ///< by the caller
+    bool replace;  ///< what has it, or BCM_E_NOT_FOUND
 };
 
 /// Makes an object under the lowest free id from 1 upwards, and writes that, or under the one that the caller

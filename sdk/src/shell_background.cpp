@@ -52,8 +52,8 @@ void run(Job *job)
     args_t args = job->args;
     const FoundCommand found = find_command(args.text);
     std::printf("[%d] %s\n", job->number, command_text(args).c_str());
-    const bool ready
-        = !found.group->needs_unit || sim_sh_check_attached(found.command->c_cmd, job->unit) == 0;
+    const bool ready =
+        !found.group->needs_unit || sim_sh_check_attached(found.command->c_cmd, job->unit) == 0;
     const cmd_result_t result = ready ? found.command->c_f(job->unit, &args) : CMD_FAIL;
     std::printf("[%d] %s\n", job->number, result_name(result));
     job->done = true;

@@ -31,8 +31,8 @@ std::string ShellVariables::value(const std::string &name, int unit) const
 bool ShellVariables::set(const std::string &name, const std::string &value)
 {
     const bool valid = !name.empty() && !std::isdigit(static_cast<unsigned char>(name[0])) && name != "unit"
-        && std::all_of(name.begin(), name.end(),
-                       [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
+                       && std::all_of(name.begin(), name.end(),
+                                      [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
     if (valid) {
         sets_[current_][name] = value;
     }

@@ -13,8 +13,8 @@ namespace {
 
 using Init = int (*)(int unit);
 
-constexpr Init modules[] = {bcm_port_init, bcm_vlan_init, bcm_l2_init, bcm_l3_init, bcm_field_init,
-                            bcm_stat_init, bcm_policer_init};
+constexpr Init modules[] = {bcm_port_init,  bcm_vlan_init, bcm_l2_init,     bcm_l3_init,
+                            bcm_field_init, bcm_stat_init, bcm_policer_init};
 
 constexpr int link_scan_usecs = 250000;
 
@@ -41,7 +41,8 @@ int apply_to_port(int unit, const char *name, int port, Set set)
         return rc == BCM_E_NOT_FOUND ? BCM_E_NONE : rc;
     }
     if (set(unit, port, value) < 0) {
-        std::fprintf(stderr, "unit %d: port %s: %s=%d is refused\n", unit, mod_port_name(unit, -1, port), name, value);
+        std::fprintf(stderr, "unit %d: port %s: %s=%d is refused\n", unit, mod_port_name(unit, -1, port),
+                     name, value);
         return BCM_E_CONFIG;
     }
     return BCM_E_NONE;

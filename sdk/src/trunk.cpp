@@ -149,7 +149,8 @@ int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
                       bcm_trunk_member_t *member_array)
 {
     return on_trunk(unit, tid, {trunk_info}, [&](Switch &sw, Trunk &trunk) -> int {
-        if (member_count < 0 || (member_count > 0 && member_array == nullptr) || !valid_psc(trunk_info->psc)) {
+        if (member_count < 0 || (member_count > 0 && member_array == nullptr)
+            || !valid_psc(trunk_info->psc)) {
             return BCM_E_PARAM;
         }
         if (member_count > TrunkTable::member_max) {
@@ -189,9 +190,8 @@ int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
 
 int sim_bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
-    return on_trunk(unit, tid, {member}, [&](Switch &sw, Trunk &trunk) {
-        return append_members(sw, trunk, member, 1);
-    });
+    return on_trunk(unit, tid, {member},
+                    [&](Switch &sw, Trunk &trunk) { return append_members(sw, trunk, member, 1); });
 }
 
 int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)

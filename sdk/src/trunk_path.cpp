@@ -135,8 +135,8 @@ bcm_trunk_t trunk_of(const Switch &sw, int port)
 Destination place_of_arrival(const Switch &sw, int port)
 {
     const bcm_trunk_t id = trunk_of(sw, port);
-    const bool is_of_trunk = id >= 0
-        && !(flags_of(sw.trunks.trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
+    const bool is_of_trunk =
+        id >= 0 && !(flags_of(sw.trunks.trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
     return is_of_trunk ? Destination{Destination::Kind::trunk, 0, id} : own_port(port);
 }
 

@@ -200,9 +200,8 @@ int sim_bcm_vlan_default_set(int unit, bcm_vlan_t vid)
 
 int sim_bcm_vlan_list(int unit, bcm_vlan_data_t **listp, int *countp)
 {
-    return on_unit(unit, {listp, countp}, [&](Switch &sw) {
-        return list(sw, listp, countp, [](const Vlan &) { return true; });
-    });
+    return on_unit(unit, {listp, countp},
+                   [&](Switch &sw) { return list(sw, listp, countp, [](const Vlan &) { return true; }); });
 }
 
 int sim_bcm_vlan_list_by_pbmp(int unit, bcm_pbmp_t ports, bcm_vlan_data_t **listp, int *countp)

@@ -97,14 +97,16 @@ protected:
     std::string place(const std::string &text) const
     {
         const std::string before = std::string(header).substr(0, std::string(header).find(text));
-        return directory_ + "/vendor.h:" + std::to_string(std::count(before.begin(), before.end(), '\n') + 1) + ": ";
+        return directory_ + "/vendor.h:" + std::to_string(std::count(before.begin(), before.end(), '\n') + 1)
+               + ": ";
     }
 
     void expect_errors(const std::string &interface, const std::vector<std::string> &wanted)
     {
         std::string errors = error_of(interface);
-        for (const std::string &error : wanted)
+        for (const std::string &error : wanted) {
             EXPECT_NE(errors.find(error + "\n"), std::string::npos) << error << "\nis not among\n" << errors;
+        }
         EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), static_cast<long>(wanted.size())) << errors;
     }
 };
@@ -114,11 +116,12 @@ TEST_F(HeaderReaderTest, ConstantsAreAllIntegersAndNothingElse)
     // However many there are that are none, and whatever they open or close.
     Model model = build("constants = [\"VENDOR_*\", \"vendor*\", \"!*TOO_*\", \"!vendorToo*\"]\n");
     std::vector<std::string> names;
-    for (const Constant &constant : model.constants)
+    for (const Constant &constant : model.constants) {
         names.push_back(constant.name);
-    EXPECT_EQ(names, (std::vector<std::string>{"VENDOR_LOWEST", "VENDOR_HIGHEST", "VENDOR_SIZE", "VENDOR_MASK",
-                                               "VENDOR_TWICE", "vendorFirst", "vendorSame", "vendorAlias", "vendorTop",
-                                               "vendorOff"}));
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"VENDOR_LOWEST", "VENDOR_HIGHEST", "VENDOR_SIZE",
+                                               "VENDOR_MASK", "VENDOR_TWICE", "vendorFirst", "vendorSame",
+                                               "vendorAlias", "vendorTop", "vendorOff"}));
     expect_errors("constants = [\"*\"]\n",
                   {place("define VENDOR_TOO_WIDE") + "VENDOR_TOO_WIDE: more than 32 bits",
                    place("vendorTooWide") + "vendorTooWide: more than 32 bits",
@@ -128,8 +131,9 @@ TEST_F(HeaderReaderTest, ConstantsAreAllIntegersAndNothingElse)
 TEST_F(HeaderReaderTest, ManyMacrosThatAreNoIntegersHideNone)
 {
     std::string text = "#define MANY_FIRST 1\n";
-    for (int i = 0; i < 300; ++i)
+    for (int i = 0; i < 300; ++i) {
         text += "#define MANY_TEXT_" + std::to_string(i) + " \"text\"\n";
+    }
     write_if_changed(directory_ + "/vendor.h", text + "#define MANY_LAST 2\n");
     EXPECT_EQ(build("constants = [\"MANY_*\"]\n").constants.size(), 2u);
 }
@@ -138,40 +142,47 @@ TEST_F(HeaderReaderTest, MembersHaveTheirOwnBoundsAndTypes)
 {
     Model model = build("records = [\"vendor_record_t\", \"vendor_bare_u\"]\n");
     std::vector<std::string> members;
-    for (const BoundMember &member : model.families[0].records.at(0).members)
+    for (const BoundMember &member : model.families[0].records.at(0).members) {
         members.push_back(member.declared + " " + member.name + " " + member.crossing.descriptor);
-    EXPECT_EQ(members, (std::vector<std::string>{
-                           "unsigned short id ", "unsigned short [2] rows _p_unsigned_short",
-                           "unsigned short [3][4] columns _p_a_4__unsigned_short", "int state ", "int number ",
-                           "unsigned char low ", "vendor_ip_t * ip _p_a_4__unsigned_char", "float [2] rates _p_float",
-                           "signed char level ", "vendor_ahead_t const * ahead _p_vendor_ahead_s"}));
+    }
+    EXPECT_EQ(members,
+              (std::vector<std::string>{
+                  "unsigned short id ", "unsigned short [2] rows _p_unsigned_short",
+                  "unsigned short [3][4] columns _p_a_4__unsigned_short", "int state ", "int number ",
+                  "unsigned char low ", "vendor_ip_t * ip _p_a_4__unsigned_char", "float [2] rates _p_float",
+                  "signed char level ", "vendor_ahead_t const * ahead _p_vendor_ahead_s"}));
     EXPECT_EQ(model.families[0].records.at(1).c_name, "union vendor_bare_u");
 }
 
 TEST_F(HeaderReaderTest, FunctionsAreBoundOnceWhereverTheyStand)
 {
-    Model model = build("functions = [\"vendor_plain\", \"vendor_long\", \"vendor_inline\", \"vendor_static\", \"find\"]\n"
-                        "variables = [\"vendor_level\"]\n");
+    Model model = build(
+        "functions = [\"vendor_plain\", \"vendor_long\", \"vendor_inline\", \"vendor_static\", \"find\"]\n"
+        "variables = [\"vendor_level\"]\n");
     std::vector<std::string> functions;
     for (const BoundFunction &function : model.families[0].functions) {
         std::string text = function.result.text + " " + function.callee;
-        for (const BoundParameter &parameter : function.parameters)
+        for (const BoundParameter &parameter : function.parameters) {
             text += ", " + parameter.crossing.text + " " + parameter.crossing.descriptor;
+        }
         functions.push_back(text);
     }
     EXPECT_EQ(functions,
-              (std::vector<std::string>{
-                  "int vendor_plain, int , vendor_alias_t _p_vendor_ahead_s, vendor_record_t const * _p_vendor_record_t, "
-                  "char const *const * _p_p_char",
-                  "long vendor_long, long , unsigned long , signed char , vendor_mode_t , vendor_mode_t * _p_vendor_mode_t",
-                  "int vendor_inline, int ", "int vendor_static", "int vendor::find, int , vendor::Place & _p_vendor__Place"}));
+              (std::vector<std::string>{"int vendor_plain, int , vendor_alias_t _p_vendor_ahead_s, "
+                                        "vendor_record_t const * _p_vendor_record_t, "
+                                        "char const *const * _p_p_char",
+                                        "long vendor_long, long , unsigned long , signed char , "
+                                        "vendor_mode_t , vendor_mode_t * _p_vendor_mode_t",
+                                        "int vendor_inline, int ", "int vendor_static",
+                                        "int vendor::find, int , vendor::Place & _p_vendor__Place"}));
     EXPECT_EQ(model.variables.size(), 1u);
     // The development SDK defines neither what the header does, nor what it could not pass on.
     std::vector<std::string> defined;
-    for (const Function &function : model.families[0].sdk_functions)
+    for (const Function &function : model.families[0].sdk_functions) {
         defined.push_back(function.name);
-    EXPECT_EQ(defined, (std::vector<std::string>{"vendor_plain", "vendor_long", "vendor_share", "vendor_choose",
-                                                 "vendor_count", "find"}));
+    }
+    EXPECT_EQ(defined, (std::vector<std::string>{"vendor_plain", "vendor_long", "vendor_share",
+                                                 "vendor_choose", "vendor_count", "find"}));
 }
 
 TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
@@ -190,22 +201,29 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
         place("vendor_choose") + "vendor_choose: no result of type 'vendor_mode_t (*)(int)' can be bound",
         place("int vendor_count") + "vendor_count: no output of type 'unsigned short' can be appended",
     };
-    if (sizeof(long) != 4)
-        errors.push_back(place("unsigned long counter") +
-                         "vendor_long_t.counter: 'unsigned long' has 8 bytes on this host, and crosses as 4");
-    expect_errors("functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\n[appended]\nvendor_count = \"count\"\n", errors);
+    if (sizeof(long) != 4) {
+        errors.push_back(
+            place("unsigned long counter")
+            + "vendor_long_t.counter: 'unsigned long' has 8 bytes on this host, and crosses as 4");
+    }
+    expect_errors(
+        "functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\n[appended]\nvendor_count = \"count\"\n",
+        errors);
     expect_errors("functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"total\"\n",
                   {directory_ + "/vendor.toml: the appended output of 'vendor_count' has no fixed size"});
-    expect_errors("records = [\"Place\"]\n", {directory_ + "/vendor.toml: 'Place' fits nothing that its headers declare"});
+    expect_errors("records = [\"Place\"]\n",
+                  {directory_ + "/vendor.toml: 'Place' fits nothing that its headers declare"});
 }
 
 TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
 {
-    write_if_changed(directory_ + "/vendor.h", "int vendor_a(vendor_gone_t *gone);\n#include \"vendor_gone.h\"\nint vendor_b(;\n");
+    write_if_changed(directory_ + "/vendor.h",
+                     "int vendor_a(vendor_gone_t *gone);\n#include \"vendor_gone.h\"\nint vendor_b(;\n");
     std::string errors = error_of("functions = [\"*\"]\n");
-    for (const char *error : {"vendor.h:1:14: error: unknown type name 'vendor_gone_t'", "'vendor_gone.h' file not found",
-                              "vendor.h:3:14: error: expected"})
+    for (const char *error : {"vendor.h:1:14: error: unknown type name 'vendor_gone_t'",
+                              "'vendor_gone.h' file not found", "vendor.h:3:14: error: expected"}) {
         EXPECT_NE(errors.find(error), std::string::npos) << errors;
+    }
 }
 
 }  // namespace

@@ -19,14 +19,18 @@ class InterfaceTest : public OneFamily {
 protected:
     InterfaceTest() : OneFamily("lamp", header) {}
 
-    void write(const std::string &file, const std::string &text) { write_if_changed(directory_ + "/" + file, text); }
+    void write(const std::string &file, const std::string &text)
+    {
+        write_if_changed(directory_ + "/" + file, text);
+    }
 
     // Without the directory that each of its lines names.
     std::string said(const std::string &interface)
     {
         std::string errors = error_of(interface);
-        for (size_t at; (at = errors.find(directory_ + "/")) != std::string::npos;)
+        for (size_t at; (at = errors.find(directory_ + "/")) != std::string::npos;) {
             errors.erase(at, directory_.size() + 1);
+        }
         return errors;
     }
 };
@@ -42,51 +46,63 @@ TEST_F(InterfaceTest, SectionsHaveTheirForm)
         {"[appended]\n\nlamp_get = [\"lamp\"]\n", "lamp.toml:4: a string is wanted here\n"},
         {"[pointer_classes]\nintp = \"int\"\n", "lamp.toml:3: a table is wanted here\n"},
         {"[pointer_classes]\nintp = { equivalent = true }\n", "lamp.toml:3: 'element' is missing\n"},
-        {"[pointer_classes]\nintp = { element = \"int\", equivalent = 1 }\n", "lamp.toml:3: true or false is wanted here\n"},
-        {"[pointer_classes]\nintp = { element = \"int\", equal = true }\n", "lamp.toml:3: unknown key 'equal'\n"},
+        {"[pointer_classes]\nintp = { element = \"int\", equivalent = 1 }\n",
+         "lamp.toml:3: true or false is wanted here\n"},
+        {"[pointer_classes]\nintp = { element = \"int\", equal = true }\n",
+         "lamp.toml:3: unknown key 'equal'\n"},
         {"[typemaps.lamp_mac_t]\nname = \"mac\"\n", "lamp.toml:2: 'header' is missing\n"},
-        {"[typemaps.lamp_mac_t]\nheader = \"mac.h\"\nname = \"mac\"\nnames = \"mac\"\n", "lamp.toml:5: unknown key 'names'\n"},
+        {"[typemaps.lamp_mac_t]\nheader = \"mac.h\"\nname = \"mac\"\nnames = \"mac\"\n",
+         "lamp.toml:5: unknown key 'names'\n"},
         // What is wrong in several places is said of each.
         {"function = []\nrecords = {}\n[appended]\nlamp_get = 1\n",
-         "lamp.toml:5: a string is wanted here\nlamp.toml:2: unknown section 'function'\nlamp.toml:3: a list is wanted here\n"},
+         "lamp.toml:5: a string is wanted here\nlamp.toml:2: unknown section 'function'\nlamp.toml:3: a list "
+         "is wanted here\n"},
     };
-    for (const auto &[text, errors] : faults)
+    for (const auto &[text, errors] : faults) {
         EXPECT_EQ(said(text), errors) << text;
-    for (const char *text : {"\nfunctions = [\"lamp_*\"\n", "\nfunctions = []\nfunctions = []\n", "\nlamp lamp\n"})
+    }
+    for (const char *text :
+         {"\nfunctions = [\"lamp_*\"\n", "\nfunctions = []\nfunctions = []\n", "\nlamp lamp\n"}) {
         EXPECT_EQ(said(text).find("lamp.toml:"), 0u) << text << said(text);
+    }
 }
 
 TEST_F(InterfaceTest, EntriesFitWhatTheHeadersDeclare)
 {
-    EXPECT_EQ(said("functions = [\"lamp_*\", \"lump_*\", \"!lamp_off\", \"\"]\nrecords = [\"lamp_s\"]\nconstants = [\"LAMP_MIN\"]\n"
-                   "variables = [\"*\"]\nraises = [\"lamp_off\"]\nopaque_here = [\"lump_t\"]\n"
-                   "[appended]\nlamp_get = \"lump\"\nlamp_set = \"unit\"\n[in_and_out]\nlamp_set = \"lamp\"\n"
-                   "[arrays]\nlumps = \"lump_t\"\n[text]\nlump_t = \"lump\"\n"),
-              "lamp.toml: no header declares the type 'lump_t'\nlamp.toml: no header declares the type 'lump_t'\n"
-              "lamp.toml: unknown element type 'lump_t'\n"
-              "lamp.toml: the appended output of 'lamp_set' is not a pointer\n"
-              "lamp.toml: 'lamp_set': only a pointer to int can be in and out\n"
-              "lamp.toml: 'lamp_get' has no parameter 'lump'\n"
-              "lamp.toml: 'lump_*' fits nothing that its headers declare\n"
-              "lamp.toml: '!lamp_off' fits nothing that its headers declare\n"
-              "lamp.toml: '' fits nothing that its headers declare\n"
-              "lamp.toml: 'lamp_s' fits nothing that its headers declare\n"
-              "lamp.toml: 'LAMP_MIN' fits nothing that its headers declare\n"
-              "lamp.toml: '*' fits nothing that its headers declare\n"
-              "lamp.toml: 'lamp_off' departs from the pattern, but is not bound\n");
+    EXPECT_EQ(
+        said("functions = [\"lamp_*\", \"lump_*\", \"!lamp_off\", \"\"]\nrecords = [\"lamp_s\"]\nconstants = "
+             "[\"LAMP_MIN\"]\n"
+             "variables = [\"*\"]\nraises = [\"lamp_off\"]\nopaque_here = [\"lump_t\"]\n"
+             "[appended]\nlamp_get = \"lump\"\nlamp_set = \"unit\"\n[in_and_out]\nlamp_set = \"lamp\"\n"
+             "[arrays]\nlumps = \"lump_t\"\n[text]\nlump_t = \"lump\"\n"),
+        "lamp.toml: no header declares the type 'lump_t'\nlamp.toml: no header declares the type 'lump_t'\n"
+        "lamp.toml: unknown element type 'lump_t'\n"
+        "lamp.toml: the appended output of 'lamp_set' is not a pointer\n"
+        "lamp.toml: 'lamp_set': only a pointer to int can be in and out\n"
+        "lamp.toml: 'lamp_get' has no parameter 'lump'\n"
+        "lamp.toml: 'lump_*' fits nothing that its headers declare\n"
+        "lamp.toml: '!lamp_off' fits nothing that its headers declare\n"
+        "lamp.toml: '' fits nothing that its headers declare\n"
+        "lamp.toml: 'lamp_s' fits nothing that its headers declare\n"
+        "lamp.toml: 'LAMP_MIN' fits nothing that its headers declare\n"
+        "lamp.toml: '*' fits nothing that its headers declare\n"
+        "lamp.toml: 'lamp_off' departs from the pattern, but is not bound\n");
 }
 
 TEST_F(InterfaceTest, ElementsAreWhatTheRuntimeKnows)
 {
     const std::string typemap = "[typemaps.lamp_mac_t]\nheader = \"mac.h\"\nname = \"mac\"\n";
-    EXPECT_EQ(said(typemap + "[pointer_classes]\nmacp = { element = \"lamp_mac_t\" }\nlongp = { element = \"long\" }\n"
-                             "[arrays]\nints = \"int\"\nmacs = \"lamp_mac_t\"\n"),
-              "lamp.toml: 'longp': elements of type 'long' cannot be bound\n"
-              "lamp.toml: 'macp': elements of type 'unsigned char [6]' cannot be bound\n"
-              "lamp.toml: 'ints': elements of type 'int' cannot be bound\n"
-              "lamp.toml: 'macs': elements of type 'unsigned char [6]' cannot be bound\n");
+    EXPECT_EQ(
+        said(typemap
+             + "[pointer_classes]\nmacp = { element = \"lamp_mac_t\" }\nlongp = { element = \"long\" }\n"
+               "[arrays]\nints = \"int\"\nmacs = \"lamp_mac_t\"\n"),
+        "lamp.toml: 'longp': elements of type 'long' cannot be bound\n"
+        "lamp.toml: 'macp': elements of type 'unsigned char [6]' cannot be bound\n"
+        "lamp.toml: 'ints': elements of type 'int' cannot be bound\n"
+        "lamp.toml: 'macs': elements of type 'unsigned char [6]' cannot be bound\n");
     EXPECT_EQ(said("[pointer_classes]\nlampp = { element = \"lamp_t\" }\nboolp = { element = \"bool\" }\n"
-                   "[arrays]\nlamps = \"lamp_t\"\n"), "");
+                   "[arrays]\nlamps = \"lamp_t\"\n"),
+              "");
 }
 
 TEST_F(InterfaceTest, FamiliesAreListedOnceAndShareNoNames)
@@ -104,11 +120,14 @@ TEST_F(InterfaceTest, FamiliesAreListedOnceAndShareNoNames)
     write("binding.toml", "families = [\"lamp\", \"gone\", \"bulb\"]\n");
     write("bulb.toml", "header = []\n");
     std::string errors = said("functions = 1\n");
-    for (const char *error : {"lamp.toml:2: a list", "gone.toml:", "bulb.toml:1: unknown section 'header'"})
+    for (const char *error : {"lamp.toml:2: a list", "gone.toml:", "bulb.toml:1: unknown section 'header'"}) {
         EXPECT_NE(errors.find(error), std::string::npos) << errors;
+    }
 
     write("binding.toml", "families = [\"lamp\", \"bulb\"]\n");
-    write("bulb.toml", "headers = [\"lamp.h\"]\nfunctions = [\"*_get\"]\nrecords = [\"*\"]\n[arrays]\nlamps = \"unsigned int\"\n");
+    write("bulb.toml",
+          "headers = [\"lamp.h\"]\nfunctions = [\"*_get\"]\nrecords = [\"*\"]\n[arrays]\nlamps = \"unsigned "
+          "int\"\n");
     EXPECT_EQ(said("functions = [\"*\"]\nrecords = [\"*\"]\n[arrays]\nlamps = \"unsigned int\"\n"),
               "bulb.toml: 'lamps' is bound by lamp.toml too\nbulb.toml: 'lamp_t' is bound by lamp.toml too\n"
               "bulb.toml: 'lamp_get' is bound by lamp.toml too\n");

@@ -41,8 +41,9 @@ constexpr char typemap[] = "[typemaps]\ntiny_mac_t = { header = \"mac.h\", name 
 
 TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
 {
-    Model model = build(std::string("functions = [\"tiny_*\", \"!tiny_port\"]\n[appended]\ntiny_entry_get = \"entry\"\n") +
-                        typemap);
+    Model model = build(
+        std::string("functions = [\"tiny_*\", \"!tiny_port\"]\n[appended]\ntiny_entry_get = \"entry\"\n")
+        + typemap);
     const std::vector<BoundFunction> &functions = model.families[0].functions;
     ASSERT_EQ(functions.size(), 5u);
     EXPECT_EQ(functions[0].name, "tiny_entry_add");
@@ -72,17 +73,18 @@ TEST_F(ModelTest, MembersAreReadInOrderWithTheirKindOfStorage)
     EXPECT_EQ(record.members[3].storage, Storage::Array);
     EXPECT_EQ(record.members[3].declared, "int [TINY_LIMIT + 1]");
     EXPECT_EQ(record.members[4].storage, Storage::Pointer);
-    EXPECT_EQ(model.descriptors.at("_p_tiny_entry_s").spellings,
-              (std::set<std::string>{"tiny_entry_s *"}));
+    EXPECT_EQ(model.descriptors.at("_p_tiny_entry_s").spellings, (std::set<std::string>{"tiny_entry_s *"}));
 }
 
 TEST_F(ModelTest, ConstantsAreEnumeratorsAndIntegerMacrosInHeaderOrder)
 {
     Model model = build("constants = [\"TINY_*\", \"tinyMode*\"]\n");
     std::vector<std::string> names;
-    for (const Constant &constant : model.constants)
+    for (const Constant &constant : model.constants) {
         names.push_back(constant.name);
-    EXPECT_EQ(names, (std::vector<std::string>{"tinyModeOff", "tinyModeOn", "tinyModeCount", "TINY_FLAG", "TINY_LIMIT"}));
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"tinyModeOff", "tinyModeOn", "tinyModeCount", "TINY_FLAG",
+                                               "TINY_LIMIT"}));
     // The enumeration crosses with its values.
     EXPECT_EQ(model.descriptors.count("_p_tiny_mode_e"), 1u);
 }
@@ -99,8 +101,9 @@ TEST_F(ModelTest, NamedEnumerationsHaveTheirOwnEnumerators)
 
 TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
 {
-    Model model = build("functions = [\"tiny_walk*\", \"tiny_weights\"]\n[pointer_classes]\n"
-                        "intp = { element = \"int\", equivalent = true }\nuint32p = { element = \"uint32\" }\n");
+    Model model = build(
+        "functions = [\"tiny_walk*\", \"tiny_weights\"]\n[pointer_classes]\n"
+        "intp = { element = \"int\", equivalent = true }\nuint32p = { element = \"uint32\" }\n");
     EXPECT_EQ(model.descriptors.at("_p_int").cast_from, "_p_intp");
     EXPECT_EQ(model.descriptors.at("_p_unsigned_int").cast_from, "");
     const std::string twin = model.descriptors.at("_p_f_int_p_tiny_entry_s_p_void__int").cast_from;
@@ -115,13 +118,16 @@ TEST_F(ModelTest, EquivalentPointerClassesHaveTwins)
 
 TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
 {
-    std::string errors = error_of("functions = [\"tiny_port\", \"tiny_missing\"]\nopaque = [\"tiny_gone_t\"]\n"
-                                  "[appended]\ntiny_port = \"gone\"\n[replaced]\ntiny_walk = \"tiny_walk_wrapper\"\n");
-    EXPECT_NE(errors.find("tiny.toml: no header declares the type 'tiny_gone_t'"), std::string::npos) << errors;
+    std::string errors = error_of(
+        "functions = [\"tiny_port\", \"tiny_missing\"]\nopaque = [\"tiny_gone_t\"]\n"
+        "[appended]\ntiny_port = \"gone\"\n[replaced]\ntiny_walk = \"tiny_walk_wrapper\"\n");
+    EXPECT_NE(errors.find("tiny.toml: no header declares the type 'tiny_gone_t'"), std::string::npos)
+        << errors;
     EXPECT_NE(errors.find("no conversion for a value of type 'double'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_missing' fits nothing"), std::string::npos) << errors;
-    EXPECT_NE(errors.find("'tiny_walk' departs from the pattern, but is not bound"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("'tiny_walk' departs from the pattern, but is not bound"), std::string::npos)
+        << errors;
 }
 
 }  // namespace

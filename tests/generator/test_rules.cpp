@@ -49,8 +49,9 @@ int box_list_delete(int unit, int key, int value);
 #endif
 )";
 
-constexpr char entries[] = "[key_checks]\nbox_port_t = \"own_port\"\n"
-                           "[identified_by]\nbox_hinge = \"hinge\"\n[created_with]\nbox_lid = \"BOX_WITH_ID\"\n";
+constexpr char entries[] =
+    "[key_checks]\nbox_port_t = \"own_port\"\n"
+    "[identified_by]\nbox_hinge = \"hinge\"\n[created_with]\nbox_lid = \"BOX_WITH_ID\"\n";
 
 class RulesTest : public OneFamily {
 protected:
@@ -62,11 +63,13 @@ protected:
     static std::string answer(const Rules &rules, const std::string &function)
     {
         auto found = rules.find(function);
-        if (found == rules.end())
+        if (found == rules.end()) {
             return "";
+        }
         std::string text;
-        for (const RuleArgument &argument : found->second.arguments)
+        for (const RuleArgument &argument : found->second.arguments) {
             text += " " + argument.text;
+        }
         return found->second.operation + " " + found->second.table + ":" + text + found->second.more;
     }
 };
@@ -76,10 +79,12 @@ TEST_F(RulesTest, GettersMirrorTheirSetters)
     Rules rules = find(entries);
     EXPECT_EQ(answer(rules, "box_speed_set"),
               "set box_speed: rules::own_port(port) rules::key(queue) rules::given(low) rules::given(high)");
-    EXPECT_EQ(answer(rules, "box_speed_get"), "get box_speed: rules::own_port(port) rules::key(queue) "
-                                              "rules::result_at(low, sizeof *low) rules::result_at(high, sizeof *high)");
-    EXPECT_EQ(answer(rules, "box_mac_get"), "get box_mac: rules::key_at(of, sizeof(box_mac_t)) "
-                                            "rules::result_at(to, sizeof(box_mac_t))");
+    EXPECT_EQ(answer(rules, "box_speed_get"),
+              "get box_speed: rules::own_port(port) rules::key(queue) "
+              "rules::result_at(low, sizeof *low) rules::result_at(high, sizeof *high)");
+    EXPECT_EQ(answer(rules, "box_mac_get"),
+              "get box_mac: rules::key_at(of, sizeof(box_mac_t)) "
+              "rules::result_at(to, sizeof(box_mac_t))");
     EXPECT_EQ(answer(rules, "box_count_set32"), "set box_count: rules::key(counter) rules::given(value)");
     EXPECT_EQ(answer(rules, "box_count_sync_get"), answer(rules, "box_count_get"));
 }
@@ -91,27 +96,34 @@ TEST_F(RulesTest, RecordsThatCanBeRemovedAreFoundOrNot)
               "find box_cover: rules::own_port(port) rules::result_at(lid, sizeof *lid)");
     EXPECT_EQ(answer(rules, "box_cover_delete"), "remove box_cover: rules::own_port(port)");
     EXPECT_EQ(answer(rules, "box_cover_delete_all"), "clear box_cover:");
-    EXPECT_EQ(answer(rules, "box_hinge_get"), "find box_hinge: rules::member(lid, &box_lid_s::hinge) "
-                                              "rules::result_at(lid, sizeof *lid)");
+    EXPECT_EQ(answer(rules, "box_hinge_get"),
+              "find box_hinge: rules::member(lid, &box_lid_s::hinge) "
+              "rules::result_at(lid, sizeof *lid)");
     EXPECT_EQ(answer(rules, "box_hinge_delete"), "remove box_hinge: rules::key_as(&box_lid_s::hinge, hinge)");
 }
 
 TEST_F(RulesTest, ObjectsHaveIds)
 {
     Rules rules = find(entries);
-    EXPECT_EQ(answer(rules, "box_lid_create"), "create box_lid: rules::given_at(lid, sizeof *lid), "
-                                               "{id, (flags & BOX_WITH_ID) != 0}");
-    EXPECT_EQ(answer(rules, "box_lid_get"), "find box_lid: rules::key(id) rules::result_at(lid, sizeof *lid)");
+    EXPECT_EQ(answer(rules, "box_lid_create"),
+              "create box_lid: rules::given_at(lid, sizeof *lid), "
+              "{id, (flags & BOX_WITH_ID) != 0}");
+    EXPECT_EQ(answer(rules, "box_lid_get"),
+              "find box_lid: rules::key(id) rules::result_at(lid, sizeof *lid)");
     EXPECT_EQ(answer(rules, "box_lid_find"), "search box_lid: rules::given_at(lid, sizeof *lid), {id}");
-    EXPECT_EQ(answer(rules, "box_lid_traverse"), "traverse<int, rules::At<box_lid_s>> box_lid:, cb, user_data");
+    EXPECT_EQ(answer(rules, "box_lid_traverse"),
+              "traverse<int, rules::At<box_lid_s>> box_lid:, cb, user_data");
 }
 
 TEST_F(RulesTest, WhatIsNotPlainIsLeftAlone)
 {
     Rules rules = find(entries);
-    for (const char *name : {"box_lids_set", "box_words_get", "box_width_set", "box_global_get", "box_list_add"})
+    for (const char *name :
+         {"box_lids_set", "box_words_get", "box_width_set", "box_global_get", "box_list_add"}) {
         EXPECT_EQ(answer(rules, name), "") << name;
-    rules = find(std::string("unserved = [\"box_speed_get\"]\n") + "[key_checks]\nbox_port_t = \"own_port\"\n");
+    }
+    rules =
+        find(std::string("unserved = [\"box_speed_get\"]\n") + "[key_checks]\nbox_port_t = \"own_port\"\n");
     EXPECT_EQ(answer(rules, "box_speed_set"), "");
     // What identifies the records, and how ids are chosen, is not guessed.
     EXPECT_EQ(answer(rules, "box_hinge_get"), "");
@@ -122,7 +134,9 @@ TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
 {
     std::string errors;
     try {
-        find("unserved = [\"box_gone_set\"]\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = \"key\"\n");
+        find(
+            "unserved = [\"box_gone_set\"]\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = "
+            "\"key\"\n");
     } catch (const std::runtime_error &error) {
         errors = error.what();
     }

@@ -51,7 +51,8 @@ TEST(Spelling, OneSpaceBeforeARunOfMarks)
     EXPECT_EQ(spell(Type::pointer_to(Type::pointer_to(address()))), "bcm_l2_addr_t **");
     EXPECT_EQ(spell(Type::reference_to(address())), "bcm_l2_addr_t &");
     EXPECT_EQ(spell(Type::array_of(Type::pointer_to(Type::builtin("char")), "")), "char *[]");
-    EXPECT_EQ(spell(Type::pointer_to(Type::array_of(Type::builtin("unsigned char"), "16"))), "unsigned char (*)[16]");
+    EXPECT_EQ(spell(Type::pointer_to(Type::array_of(Type::builtin("unsigned char"), "16"))),
+              "unsigned char (*)[16]");
 }
 
 TEST(Spelling, TypedefsOfArraysAreResolvedInMessagesOnly)
@@ -69,7 +70,8 @@ TEST(Spelling, CallbacksAreKnownByTheirSignature)
 {
     EXPECT_EQ(spell(traverse_callback()), "bcm_l2_traverse_cb");
     EXPECT_EQ(spell(resolved(traverse_callback())), "int (*)(int,bcm_l2_addr_s *,void *)");
-    EXPECT_EQ(declare(resolved(traverse_callback()), "callback"), "int (*callback)(int,bcm_l2_addr_s *,void *)");
+    EXPECT_EQ(declare(resolved(traverse_callback()), "callback"),
+              "int (*callback)(int,bcm_l2_addr_s *,void *)");
 }
 
 TEST(Mangling, NamesTheResolvedType)
@@ -80,7 +82,8 @@ TEST(Mangling, NamesTheResolvedType)
     EXPECT_EQ(mangle(resolved(Type::pointer_to(Type::pointer_to(address())))), "_p_p_bcm_l2_addr_s");
     EXPECT_EQ(mangle(resolved(traverse_callback())), "_p_f_int_p_bcm_l2_addr_s_p_void__int");
     EXPECT_EQ(mangle(Type::pointer_to(Type::function(integer(), {}))), "_p_f_void__int");
-    EXPECT_EQ(mangle(Type::pointer_to(Type::record("Hardware::ChipMemory::Ptr"))), "_p_Hardware__ChipMemory__Ptr");
+    EXPECT_EQ(mangle(Type::pointer_to(Type::record("Hardware::ChipMemory::Ptr"))),
+              "_p_Hardware__ChipMemory__Ptr");
 }
 
 TEST(Mangling, QualifiersOfWhatIsPointedToDoNotCount)
@@ -92,7 +95,8 @@ TEST(Mangling, QualifiersOfWhatIsPointedToDoNotCount)
 
 TEST(Resolving, AnOpaqueTypeIsATypeOfItsOwn)
 {
-    TypePtr bitmap = Type::typedef_of("bcm_pbmp_t", Type::typedef_of("_shr_pbmp_t", Type::record("_shr_pbmp")));
+    TypePtr bitmap =
+        Type::typedef_of("bcm_pbmp_t", Type::typedef_of("_shr_pbmp_t", Type::record("_shr_pbmp")));
     auto opaque = [](const std::string &name) { return name == "_shr_pbmp_t"; };
     EXPECT_EQ(mangle(resolve(Type::pointer_to(bitmap), opaque)), "_p__shr_pbmp_t");
     EXPECT_EQ(mangle(resolved(Type::pointer_to(bitmap))), "_p__shr_pbmp");

@@ -20,10 +20,10 @@ int BelvokInit(tridentPortMap_t *portMap, int numPorts);
 
 /// Sets SOC properties as the lines "name=value" of a file say; "#" begins a comment line. They go to the
 /// SDK's property store all or, with a message in the log, none.
-void QuorelApiSetSocProperties(char const *fname);
+void QuorelApiSetSocProperties(const char *fname);
 
 /// Where the constraints of the copy engine are told. Null: nowhere.
-void setCopyEngineConstraintsFilePath(char const *filePath);
+void setCopyEngineConstraintsFilePath(const char *filePath);
 
 /// Whether a unit pairs queues by the newer algorithm: 1 if the SOC property "fqp_pqp_new_algo_enable", with
 /// ".<unit>" behind or else without, says a number other than 0; else 0. BCM_E_UNIT.

@@ -21,12 +21,17 @@ public:
     using Ptr = Vey::Ptr<ChipMemory>;
 
     ChipMemory(std::string name, int unit, int mem, int arrayIndex, U32 baseAddr, U32 entryBytes, U32 entries)
-        : name_(std::move(name)), unit_(unit), mem_(mem), arrayIndex_(arrayIndex), baseAddr_(baseAddr),
-          entryBytes_(entryBytes), entries_(entries)
+        : name_(std::move(name)),
+          unit_(unit),
+          mem_(mem),
+          arrayIndex_(arrayIndex),
+          baseAddr_(baseAddr),
+          entryBytes_(entryBytes),
+          entries_(entries)
     {
     }
 
-    std::string const &name() const noexcept { return name_; }
+    const std::string &name() const noexcept { return name_; }
     int unit() const noexcept { return unit_; }
     int mem() const noexcept { return mem_; }
     int arrayIndex() const noexcept { return arrayIndex_; }

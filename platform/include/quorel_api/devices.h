@@ -9,7 +9,7 @@ extern "C" {
 
 /// While standby operation is on, what was set for it (standby.h) goes before what was found.
 int getNumDevices();
-U32 getDevId(int unit); ///< 0 for no device
+U32 getDevId(int unit);  ///< 0 for no device
 U32 getDevRev(int unit);
 
 /// Puts a chip at a PCI address (slot 0 to 31, function 0 to 7) on the list, mapped or not. The unit number,

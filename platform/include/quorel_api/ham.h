@@ -48,7 +48,7 @@ public:
     using Ptr = Vey::Ptr<HamImpl>;
 
     explicit HamImpl(Vey::Name name) : name_(std::move(name)) {}
-    Vey::Name const &name() const noexcept { return name_; }
+    const Vey::Name &name() const noexcept { return name_; }
 
     /// A register, 0 to 0xffff, of an MDIO device, 0 to 31, in the PHY. Both throw Vey::Exception when the
     /// access fails. To be called without the activity lock: an access may wait for another thread.

@@ -8,4 +8,4 @@ int QuorelApiInternalPhyRead(int unit, int port, int lane, unsigned int addr, un
 int QuorelApiInternalPhyWrite(int unit, int port, int lane, unsigned int addr, unsigned int data);
 
 /// What a status code means, in words; never null, and valid for ever.
-char const *errorString(int);
+const char *errorString(int);

@@ -15,5 +15,5 @@ void setSandAgentName(char *);
 /// Writes one line with all that it is given: the agent's name, severity, layer, source, unit (if
 /// not negative), where it comes from, and the text, of which line ends at the end are left out. Null texts
 /// count as empty.
-void BelvokWriteBslLogMsg(char const *file, unsigned int line, char const *func, int severity, int layer,
-                          int source, int unit, char const *msg);
+void BelvokWriteBslLogMsg(const char *file, unsigned int line, const char *func, int severity, int layer,
+                          int source, int unit, const char *msg);

@@ -5,7 +5,7 @@
 #include "quorel_api/chip_memory.h"
 
 /// Whether the chip itself writes the table: counters, occupancies. False for null.
-bool tableNotManagedBySdk(Hardware::ChipMemory const *);
+bool tableNotManagedBySdk(const Hardware::ChipMemory *);
 
 /// For one unit (0 to 15), and for every simulated chip.
 void allowAllTableAccess(int unit, bool allow);

@@ -15,8 +15,8 @@ public:
     /// Throws ErrnoException.
     Lock();
     ~Lock();
-    Lock(Lock const &) = delete;
-    Lock &operator=(Lock const &) = delete;
+    Lock(const Lock &) = delete;
+    Lock &operator=(const Lock &) = delete;
 
     /// Waits for the mutex. 0: this call took it; EDEADLK (35): this thread holds it already.
     int lock() noexcept;
@@ -28,7 +28,7 @@ public:
 
     /// Keeps the object until the thread that holds the lock now has released it. For objects whose end may run
     /// other people's code: that code might wait for a thread which waits for this lock.
-    void dropAfterUnlock(Ptr<PtrInterface const> object);
+    void dropAfterUnlock(Ptr<const PtrInterface> object);
 
     /// Lets tests see failures: the next lock() fails with lock_error, the next unlock() releases but answers
     /// unlock_error; 0 for one that is to go as usual.
@@ -37,8 +37,8 @@ public:
 private:
     pthread_mutex_t mutex_;
     std::atomic<bool> held_{false};
-    std::atomic<pthread_t> holder_{}; ///< valid while held_
-    std::vector<Ptr<PtrInterface const>> leaving_;
+    std::atomic<pthread_t> holder_{};  ///< valid while held_
+    std::vector<Ptr<const PtrInterface>> leaving_;
     std::atomic<int> next_lock_error_{0}, next_unlock_error_{0};
 };
 

@@ -12,7 +12,7 @@ class Exception : public std::exception {
 public:
     explicit Exception(String8 text) : text_(std::move(text)) {}
     ~Exception() override;
-    char const *what() const noexcept override { return text_.data(); }
+    const char *what() const noexcept override { return text_.data(); }
 
 private:
     String8 text_;
@@ -45,6 +45,6 @@ public:
 };
 
 /// Throws a RangeException.
-[[noreturn]] void throwRangeException(char const *text);
+[[noreturn]] void throwRangeException(const char *text);
 
 }  // namespace Vey

@@ -10,7 +10,7 @@ class Name {
 public:
     explicit Name(String8 text) : text_(std::move(text)) {}
 
-    String8 const &text() const noexcept { return text_; }
+    const String8 &text() const noexcept { return text_; }
 
 private:
     String8 text_;

@@ -11,16 +11,17 @@ namespace Vey {
 class PtrInterface {
 public:
     PtrInterface() = default;
-    PtrInterface(PtrInterface const &) = delete;
-    PtrInterface &operator=(PtrInterface const &) = delete;
+    PtrInterface(const PtrInterface &) = delete;
+    PtrInterface &operator=(const PtrInterface &) = delete;
 
     void addReference() const noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
 
     /// Deletes the object with its last reference.
     void dropReference() const noexcept
     {
-        if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
             delete this;
+        }
     }
 
 protected:
@@ -31,16 +32,16 @@ private:
 };
 
 /// One reference to a T, or null. T derives from PtrInterface and is made with new.
-template<typename T>
+template <typename T>
 class Ptr {
 public:
     Ptr() = default;
     Ptr(std::nullptr_t) {}
     Ptr(T *object) : object_(object) { add(); }
-    Ptr(Ptr const &other) : object_(other.object_) { add(); }
+    Ptr(const Ptr &other) : object_(other.object_) { add(); }
     Ptr(Ptr &&other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-    template<typename Derived>
-    Ptr(Ptr<Derived> const &other) : object_(other.get())
+    template <typename Derived>
+    Ptr(const Ptr<Derived> &other) : object_(other.get())
     {
         add();
     }
@@ -51,8 +52,9 @@ public:
     }
     ~Ptr()
     {
-        if (object_)
+        if (object_) {
             object_->dropReference();
+        }
     }
 
     T *get() const { return object_; }
@@ -63,21 +65,22 @@ public:
 private:
     void add() const
     {
-        if (object_)
+        if (object_) {
             object_->addReference();
+        }
     }
 
     T *object_ = nullptr;
 };
 
-template<typename T, typename U>
-bool operator==(Ptr<T> const &a, Ptr<U> const &b)
+template <typename T, typename U>
+bool operator==(const Ptr<T> &a, const Ptr<U> &b)
 {
     return a.get() == b.get();
 }
 
-template<typename T, typename U>
-bool operator!=(Ptr<T> const &a, Ptr<U> const &b)
+template <typename T, typename U>
+bool operator!=(const Ptr<T> &a, const Ptr<U> &b)
 {
     return !(a == b);
 }

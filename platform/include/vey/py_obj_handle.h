@@ -20,7 +20,7 @@ public:
     /// Calls a method of the object and gives the int or long that it returns, or nothing for None. Throws
     /// InternalException, with Python's text, if the method raises, returns anything else, or the interpreter
     /// has ended; no Python exception stays set.
-    std::optional<long> call(char const *method, std::initializer_list<long> arguments) const;
+    std::optional<long> call(const char *method, std::initializer_list<long> arguments) const;
 
 protected:
     ~PyObjHandle() override;

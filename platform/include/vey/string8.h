@@ -12,11 +12,11 @@ namespace Vey {
 class String8 {
 public:
     String8() = default;
-    String8(char const *text);
+    String8(const char *text);
     String8(std::string text);
 
     /// Ends with a zero that size() does not count; never null.
-    char const *data() const noexcept;
+    const char *data() const noexcept;
     std::size_t size() const noexcept;
 
 private:
@@ -24,16 +24,16 @@ private:
         explicit Text(std::string characters_) : characters(std::move(characters_)) {}
         std::string const characters;
     };
-    Ptr<Text const> text_; ///< null when empty
+    Ptr<const Text> text_;  ///< null when empty
 };
 
-bool operator==(String8 const &a, String8 const &b);
-inline bool operator!=(String8 const &a, String8 const &b)
+bool operator==(const String8 &a, const String8 &b);
+inline bool operator!=(const String8 &a, const String8 &b)
 {
     return !(a == b);
 }
 
 /// Text as printf() would write it. Throws InternalException if the C library refuses the format.
-String8 format(char const *pattern, ...) __attribute__((format(printf, 1, 2)));
+String8 format(const char *pattern, ...) __attribute__((format(printf, 1, 2)));
 
 }  // namespace Vey

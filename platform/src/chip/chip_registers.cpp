@@ -11,7 +11,7 @@ namespace {
 
 constexpr int block_bits = 6;
 
-std::string hexadecimal(soc_reg_above_64_val_t const value, int bytes)
+std::string hexadecimal(const soc_reg_above_64_val_t value, int bytes)
 {
     std::string text = "0x";
     for (int word = bytes / 4 - 1; word >= 0; --word) {
@@ -26,15 +26,17 @@ int print(int unit, soc_regaddrinfo_t *info, void *)
 {
     char name[SOC_REG_TEXT_SIZE] = "", fields[SOC_REG_TEXT_SIZE] = "";
     soc_reg_above_64_val_t value;
-    int const bytes = soc_reg_bytes(unit, info->reg);
+    const int bytes = soc_reg_bytes(unit, info->reg);
     for (int word = 0; word < bytes / 4; ++word) {
-        int const rc = soc_reg32_read(unit, info->addr + static_cast<uint32>(word), &value[word]);
-        if (rc != SOC_E_NONE)
+        const int rc = soc_reg32_read(unit, info->addr + static_cast<uint32>(word), &value[word]);
+        if (rc != SOC_E_NONE) {
             return rc;
+        }
     }
     soc_reg_sprint_addr(unit, name, info);
-    if (bytes == 4)
+    if (bytes == 4) {
         soc_reg_sprint_data(unit, fields, nullptr, info->reg, value[0]);
+    }
     std::printf("%08x %s=%s%s%s\n", info->addr, name, hexadecimal(value, bytes).c_str(), *fields ? " " : "",
                 fields);
     return SOC_E_NONE;

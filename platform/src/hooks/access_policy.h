@@ -3,7 +3,7 @@
 
 #include "quorel_api/chip_memory.h"
 
-bool mayAccess(Hardware::ChipMemory const &table);
+bool mayAccess(const Hardware::ChipMemory &table);
 
 /// As at first: nothing is allowed but what the SDK does not manage.
 void resetTableAccess();

@@ -31,64 +31,67 @@ bool isBetween(int value, int least, int most)
     return value >= least && value <= most;
 }
 
-bool isValid(tridentPortMap_t const &map)
+bool isValid(const tridentPortMap_t &map)
 {
     // The record may have been filled with anything.
-    int const type = static_cast<int>(map.phyType);
-    return std::count(std::begin(speeds), std::end(speeds), map.speed) != 0 &&
-           isBetween(map.warpCore, 0, cores_max) && isBetween(map.phyLane, 0, lanes_max) &&
-           isBetween(map.txLane, 0, lanes_max) && isBetween(map.rxLane, 0, lanes_max) &&
-           isBetween(map.xcvrLane, 0, lanes_max) && isBetween(type, quorelPhyNone, quorelPhyRetimer) &&
-           map.mdioAddr <= mdio_address_max;
+    const int type = static_cast<int>(map.phyType);
+    return std::count(std::begin(speeds), std::end(speeds), map.speed) != 0
+           && isBetween(map.warpCore, 0, cores_max) && isBetween(map.phyLane, 0, lanes_max)
+           && isBetween(map.txLane, 0, lanes_max) && isBetween(map.rxLane, 0, lanes_max)
+           && isBetween(map.xcvrLane, 0, lanes_max) && isBetween(type, quorelPhyNone, quorelPhyRetimer)
+           && map.mdioAddr <= mdio_address_max;
 }
 
-bool areValid(tridentPortMap_t const *maps, int count)
+bool areValid(const tridentPortMap_t *maps, int count)
 {
-    if (!isBetween(count, 0, front_ports) || (!maps && count > 0))
+    if (!isBetween(count, 0, front_ports) || (!maps && count > 0)) {
         return false;
+    }
     std::set<std::pair<int, int>> lanes;
-    return std::all_of(maps, maps + count, [&](tridentPortMap_t const &map) {
+    return std::all_of(maps, maps + count, [&](const tridentPortMap_t &map) {
         return isValid(map) && lanes.emplace(map.warpCore, map.phyLane).second;
     });
 }
 
 /// start(unit) for each device that has registers, until one fails.
-template<typename Start>
+template <typename Start>
 int onDevices(Start start)
 {
     int rc = BCM_E_NONE;
     for (int unit = 0; unit < deviceList().size() && rc >= 0; ++unit) {
-        Device const &device = *deviceList().at(unit);
-        if (device.mapped && !device.fake)
+        const Device &device = *deviceList().at(unit);
+        if (device.mapped && !device.fake) {
             rc = start(unit);
+        }
     }
     return rc;
 }
 
 int attachAndInitialise(int unit)
 {
-    if (bcm_attach_check(unit) == BCM_E_NONE)
+    if (bcm_attach_check(unit) == BCM_E_NONE) {
         return BCM_E_NONE;
-    int const rc = bcm_attach(unit, nullptr, nullptr, -1);
+    }
+    const int rc = bcm_attach(unit, nullptr, nullptr, -1);
     return rc < 0 ? rc : soc_init(unit);
 }
 
-int setWiring(tridentPortMap_t const *maps, int count)
+int setWiring(const tridentPortMap_t *maps, int count)
 {
     std::vector<Property> properties;
     for (int port = 1; port <= front_ports; ++port) {
-        auto const more = portProperties(port, port <= count ? &maps[port - 1] : nullptr);
+        const auto more = portProperties(port, port <= count ? &maps[port - 1] : nullptr);
         properties.insert(properties.end(), more.begin(), more.end());
     }
-    Property const *refused = nullptr;
+    const Property *refused = nullptr;
     return setProperties(properties, &refused);
 }
 
-int startPorts(tridentPortMap_t const *maps, int count)
+int startPorts(const tridentPortMap_t *maps, int count)
 {
     int rc = BCM_E_NONE;
     for (int port = 1; port <= front_ports && rc >= 0; ++port) {
-        bool const wired = port <= count;
+        const bool wired = port <= count;
         rc = wired ? bcm_port_speed_set(own_unit, port, maps[port - 1].speed) : static_cast<int>(BCM_E_NONE);
         rc = rc < 0 ? rc : bcm_port_enable_set(own_unit, port, wired);
     }
@@ -114,9 +117,10 @@ int BelvokInit(tridentPortMap_t *portMap, int numPorts)
     int rc = BelvokBasicInit();
     rc = rc < 0 ? rc : setWiring(portMap, numPorts);
     rc = rc < 0 ? rc : onDevices(system_init);
-    bool const own_is_up = deviceList().at(own_unit)->mapped;
-    if (rc >= 0 && numPorts > 0 && own_is_up)
+    const bool own_is_up = deviceList().at(own_unit)->mapped;
+    if (rc >= 0 && numPorts > 0 && own_is_up) {
         rc = startPorts(portMap, numPorts);
+    }
     trace("BelvokInit(%d) = %d", numPorts, rc);
     return rc;
 }

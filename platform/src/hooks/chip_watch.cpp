@@ -17,7 +17,7 @@ namespace {
 
 bool quiet;
 
-std::string registerName(sim_access_t const &access)
+std::string registerName(const sim_access_t &access)
 {
     char name[SOC_REG_TEXT_SIZE] = "";
     soc_regaddrinfo_t info;
@@ -26,20 +26,22 @@ std::string registerName(sim_access_t const &access)
     return name;
 }
 
-std::string tableName(sim_access_t const &access)
+std::string tableName(const sim_access_t &access)
 {
     Hardware::ChipAddress const place = {access.address, 0};
     Hardware::ChipMemory::Ptr memory = QuorelApi::findChipMemory(access.unit, access.id, place, 0);
-    if (!memory)
+    if (!memory) {
         return "";
+    }
     U32 const entry = (access.address - memory->baseAddr()) / access.words;
     return memory->name() + "[" + std::to_string(entry) + "]";
 }
 
-void traceAccess(char const *what, sim_access_t const &access, uint32 const *words)
+void traceAccess(const char *what, const sim_access_t &access, const uint32 *words)
 {
-    if (!tracing())
+    if (!tracing()) {
         return;
+    }
     std::string value;
     for (uint32 word = access.words; word-- > 0;) {
         char digits[16];
@@ -50,20 +52,22 @@ void traceAccess(char const *what, sim_access_t const &access, uint32 const *wor
     trace("unit %d %s %08x %s = 0x%s", access.unit, what, access.address, name.c_str(), value.c_str());
 }
 
-void written(sim_access_t const *access, uint32 const *words)
+void written(const sim_access_t *access, const uint32 *words)
 {
-    if (Hardware::HardwareShadow *shadow = shadowOf(access->unit).get())
+    if (Hardware::HardwareShadow *shadow = shadowOf(access->unit).get()) {
         shadow->write(access->address, words, access->words);
+    }
     traceAccess("write", *access, words);
 }
 
-void wasRead(sim_access_t const *access, uint32 const *words)
+void wasRead(const sim_access_t *access, const uint32 *words)
 {
-    if (!quiet)
+    if (!quiet) {
         traceAccess("read", *access, words);
+    }
 }
 
-int answers(sim_access_t const *access, uint32 *words)
+int answers(const sim_access_t *access, uint32 *words)
 {
     return readFromDynamicShadow(access->unit, access->address, words, access->words);
 }
@@ -72,7 +76,7 @@ int answers(sim_access_t const *access, uint32 *words)
 
 void watchChips()
 {
-    static sim_chip_observer_t const observer = {written, wasRead, answers};
+    static const sim_chip_observer_t observer = {written, wasRead, answers};
     sim_chip_observe(&observer);
 }
 

@@ -9,8 +9,8 @@ class QuietReads {
 public:
     QuietReads();
     ~QuietReads();
-    QuietReads(QuietReads const &) = delete;
-    QuietReads &operator=(QuietReads const &) = delete;
+    QuietReads(const QuietReads &) = delete;
+    QuietReads &operator=(const QuietReads &) = delete;
 
 private:
     bool before_;

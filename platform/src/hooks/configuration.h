@@ -12,7 +12,7 @@ struct Property {
 };
 
 /// A status: all are as wanted, or as before and *refused is the one that cannot be.
-int setProperties(std::vector<Property> const &properties, Property const **refused);
+int setProperties(const std::vector<Property> &properties, const Property **refused);
 
 /// The path last set, empty at first.
-std::string const &copyEngineConstraintsFilePath();
+const std::string &copyEngineConstraintsFilePath();

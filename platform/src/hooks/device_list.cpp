@@ -20,7 +20,7 @@ std::string PciAddress::text() const
     return Vey::format("%04x:%02x:%02x.%x", domain, bus, slot, function).data();
 }
 
-bool operator==(PciAddress const &a, PciAddress const &b)
+bool operator==(const PciAddress &a, const PciAddress &b)
 {
     return std::tie(a.domain, a.bus, a.slot, a.function) == std::tie(b.domain, b.bus, b.slot, b.function);
 }
@@ -35,35 +35,41 @@ Device *DeviceList::at(int unit)
     return unit >= 0 && unit < size() ? &devices_[static_cast<std::size_t>(unit)] : nullptr;
 }
 
-Device const *DeviceList::find(PciAddress const &address) const
+const Device *DeviceList::find(const PciAddress &address) const
 {
     auto found = std::find_if(devices_.begin(), devices_.end(),
-                              [&](Device const &device) { return device.address == address; });
+                              [&](const Device &device) { return device.address == address; });
     return found == devices_.end() ? nullptr : &*found;
 }
 
-int DeviceList::add(Device const &device)
+int DeviceList::add(const Device &device)
 {
-    if (!device.address.isValid())
+    if (!device.address.isValid()) {
         return BCM_E_PARAM;
-    if (find(device.address))
+    }
+    if (find(device.address)) {
         return BCM_E_EXISTS;
-    if (size() == unit_max)
+    }
+    if (size() == unit_max) {
         return BCM_E_FULL;
+    }
     devices_.push_back(device);
     return size() - 1;
 }
 
-int DeviceList::move(int unit, PciAddress const &address)
+int DeviceList::move(int unit, const PciAddress &address)
 {
     Device *device = at(unit);
-    if (!device)
+    if (!device) {
         return BCM_E_UNIT;
-    if (!address.isValid())
+    }
+    if (!address.isValid()) {
         return BCM_E_PARAM;
-    Device const *there = find(address);
-    if (there && there != device)
+    }
+    const Device *there = find(address);
+    if (there && there != device) {
         return BCM_E_EXISTS;
+    }
     device->address = address;
     return BCM_E_NONE;
 }

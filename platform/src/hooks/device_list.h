@@ -20,13 +20,13 @@ struct PciAddress {
     std::string text() const;
 };
 
-bool operator==(PciAddress const &a, PciAddress const &b);
+bool operator==(const PciAddress &a, const PciAddress &b);
 
 struct Device {
     PciAddress address;
     U32 deviceId, revisionId;
     bool mapped;
-    bool fake = false; ///< no hardware behind it
+    bool fake = false;  ///< no hardware behind it
 };
 
 class DeviceList {
@@ -41,13 +41,13 @@ public:
     Device *at(int unit);
 
     /// The unit, or BCM_E_PARAM, BCM_E_EXISTS, BCM_E_FULL.
-    int add(Device const &device);
+    int add(const Device &device);
 
     /// BCM_E_NONE, BCM_E_UNIT, BCM_E_PARAM, BCM_E_EXISTS.
-    int move(int unit, PciAddress const &address);
+    int move(int unit, const PciAddress &address);
 
 private:
-    Device const *find(PciAddress const &address) const;
+    const Device *find(const PciAddress &address) const;
 
     std::vector<Device> devices_;
 };

@@ -18,15 +18,15 @@ constexpr int revision_shift = 16;
 constexpr U32 device_mask = 0xffff, revision_mask = 0xff;
 
 /// What the device's own register says, device below revision; false if it cannot be asked.
-bool readIdentity(int unit, Device const &device, U32 *identity)
+bool readIdentity(int unit, const Device &device, U32 *identity)
 {
-    bool const answers = device.mapped && !device.fake && device.deviceId == sand_device_id;
+    const bool answers = device.mapped && !device.fake && device.deviceId == sand_device_id;
     return answers && soc_reg32_get(unit, CMIC_DEVICE_IDr, REG_PORT_ANY, 0, identity) == SOC_E_NONE;
 }
 
-int add(char const *caller, PciAddress const &address, U32 deviceId, U32 revisionId, bool mapped, bool fake)
+int add(const char *caller, const PciAddress &address, U32 deviceId, U32 revisionId, bool mapped, bool fake)
 {
-    int const unit = deviceList().add({address, deviceId, revisionId, mapped, fake});
+    const int unit = deviceList().add({address, deviceId, revisionId, mapped, fake});
     trace("%s(%s, %d) = %d", caller, address.text().c_str(), fake, unit);
     return unit;
 }
@@ -34,19 +34,21 @@ int add(char const *caller, PciAddress const &address, U32 deviceId, U32 revisio
 void mapIs(int unit, bool mapped)
 {
     trace("%s(%d)", mapped ? "mapSandDevice" : "unmapSandDevice", unit);
-    if (Device *device = deviceList().at(unit))
+    if (Device *device = deviceList().at(unit)) {
         device->mapped = mapped;
-    else
+    } else {
         logProblem("there is no device %d to map or unmap", unit);
+    }
 }
 
 /// Whether the device has moved.
-bool rewire(char const *caller, int unit, PciAddress const &address)
+bool rewire(const char *caller, int unit, const PciAddress &address)
 {
-    int const rc = deviceList().move(unit, address);
+    const int rc = deviceList().move(unit, address);
     trace("%s(%d, %s)", caller, unit, address.text().c_str());
-    if (rc != BCM_E_NONE)
+    if (rc != BCM_E_NONE) {
         logProblem("device %d cannot be moved to %s: status %d", unit, address.text().c_str(), rc);
+    }
     return rc == BCM_E_NONE;
 }
 
@@ -54,30 +56,35 @@ bool rewire(char const *caller, int unit, PciAddress const &address)
 
 int getNumDevices()
 {
-    if (auto const count = standbyValues().deviceCount())
+    if (const auto count = standbyValues().deviceCount()) {
         return static_cast<int>(std::min(*count, static_cast<U32>(INT_MAX)));
+    }
     return deviceList().size();
 }
 
 U32 getDevId(int unit)
 {
-    if (auto const id = standbyValues().deviceId(unit))
+    if (const auto id = standbyValues().deviceId(unit)) {
         return *id;
-    Device const *device = deviceList().at(unit);
+    }
+    const Device *device = deviceList().at(unit);
     U32 identity;
-    if (device && readIdentity(unit, *device, &identity))
+    if (device && readIdentity(unit, *device, &identity)) {
         return identity & device_mask;
+    }
     return device ? device->deviceId : 0;
 }
 
 U32 getDevRev(int unit)
 {
-    if (auto const id = standbyValues().revisionId(unit))
+    if (const auto id = standbyValues().revisionId(unit)) {
         return *id;
-    Device const *device = deviceList().at(unit);
+    }
+    const Device *device = deviceList().at(unit);
     U32 identity;
-    if (device && readIdentity(unit, *device, &identity))
+    if (device && readIdentity(unit, *device, &identity)) {
         return identity >> revision_shift & revision_mask;
+    }
     return device ? device->revisionId : 0;
 }
 
@@ -110,8 +117,9 @@ void unmapSandDevice(int unit)
 
 void rewireSandDeviceRemap(int unit, uint16 domain, uint8 bus, uint8 slot, uint8 function)
 {
-    if (rewire("rewireSandDeviceRemap", unit, {domain, bus, slot, function}))
+    if (rewire("rewireSandDeviceRemap", unit, {domain, bus, slot, function})) {
         deviceList().at(unit)->mapped = true;
+    }
 }
 
 void rewireSandDeviceNoRemap(int unit, uint16 domain, uint8 bus, uint8 slot, uint8 function)

@@ -14,7 +14,7 @@ struct Range {
     int unit;
     U32 first, words;
 
-    bool operator<(Range const &other) const
+    bool operator<(const Range &other) const
     {
         return std::tie(unit, first) < std::tie(other.unit, other.first);
     }
@@ -31,8 +31,9 @@ std::set<Range> &ranges()
 bool find(int unit, int mem, int arrayIndex, int baseAddr, Range *range)
 {
     Hardware::ChipMemory::Ptr memory = QuorelApi::findChipMemory(unit, mem, baseAddr);
-    if (!memory || memory->arrayIndex() != arrayIndex)
+    if (!memory || memory->arrayIndex() != arrayIndex) {
         return false;
+    }
     *range = {unit, memory->baseAddr(), memory->sizeBytes() / static_cast<U32>(sizeof(U32))};
     return true;
 }
@@ -40,9 +41,10 @@ bool find(int unit, int mem, int arrayIndex, int baseAddr, Range *range)
 bool isDynamic(int unit, U32 address)
 {
     auto after = ranges().upper_bound({unit, address, 0});
-    if (after == ranges().begin())
+    if (after == ranges().begin()) {
         return false;
-    Range const &range = *--after;
+    }
+    const Range &range = *--after;
     return range.unit == unit && address - range.first < range.words;
 }
 
@@ -50,8 +52,9 @@ bool isDynamic(int unit, U32 address)
 
 bool readFromDynamicShadow(int unit, U32 address, U32 *words, std::size_t count)
 {
-    if (forced || ranges().empty() || !isDynamic(unit, address))
+    if (forced || ranges().empty() || !isDynamic(unit, address)) {
         return false;
+    }
     Hardware::HardwareShadow::Ptr const shadow = shadowOf(unit);
     return shadow && shadow->read(address, words, count);
 }
@@ -73,12 +76,14 @@ void dynamicShadowEnableIs(int unit, int mem, int arrayIndex, int baseAddr, bool
     trace("dynamicShadowEnableIs(%d, %d, %d, 0x%x, %d)", unit, mem, arrayIndex, static_cast<U32>(baseAddr),
           enable);
     Range range;
-    if (!find(unit, mem, arrayIndex, baseAddr, &range))
+    if (!find(unit, mem, arrayIndex, baseAddr, &range)) {
         return;
-    if (enable && makeShadow(unit))
+    }
+    if (enable && makeShadow(unit)) {
         ranges().insert(range);
-    else
+    } else {
         ranges().erase(range);
+    }
 }
 
 bool forceReadFromHardware()

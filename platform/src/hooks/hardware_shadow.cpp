@@ -23,7 +23,7 @@ struct UnitShadow {
 
 struct State {
     std::array<UnitShadow, unit_max> units;
-    ibde_t const *bus = nullptr;
+    const ibde_t *bus = nullptr;
 };
 
 State &state()
@@ -44,17 +44,18 @@ UnitShadow *at(uint32 unit)
 }
 
 /// What a device's PCI configuration space holds without a bus that can be asked: only who it is.
-U32 ownPciConfig(Device const &device, U32 word)
+U32 ownPciConfig(const Device &device, U32 word)
 {
     constexpr U32 class_of_network_controllers = 0x02800000;
-    if (word == 0)
+    if (word == 0) {
         return device.deviceId << 16;
+    }
     return word == 2 ? class_of_network_controllers | device.revisionId : 0;
 }
 
 U32 readPciConfig(int unit, U32 word)
 {
-    ibde_t const *bus = state().bus;
+    const ibde_t *bus = state().bus;
     return bus && bus->pci_conf_read ? bus->pci_conf_read(unit, word * word_bytes)
                                      : ownPciConfig(*deviceList().at(unit), word);
 }
@@ -65,28 +66,32 @@ HardwareShadow::~HardwareShadow() = default;
 
 void HardwareShadow::write(U32 address, U32 const *words, std::size_t count)
 {
-    for (std::size_t word = 0; word < count; ++word)
+    for (std::size_t word = 0; word < count; ++word) {
         words_[address + static_cast<U32>(word)] = words[word];
+    }
 }
 
 bool HardwareShadow::read(U32 address, U32 *words, std::size_t count) const
 {
-    for (std::size_t word = 0; word < count; ++word)
-        if (!words_.count(address + static_cast<U32>(word)))
+    for (std::size_t word = 0; word < count; ++word) {
+        if (!words_.count(address + static_cast<U32>(word))) {
             return false;
-    for (std::size_t word = 0; word < count; ++word)
+        }
+    }
+    for (std::size_t word = 0; word < count; ++word) {
         words[word] = words_.find(address + static_cast<U32>(word))->second;
+    }
     return true;
 }
 
-HardwareShadow::Ptr const &shadowOf(int unit)
+const HardwareShadow::Ptr &shadowOf(int unit)
 {
-    static HardwareShadow::Ptr const &none = *new HardwareShadow::Ptr;
+    static const HardwareShadow::Ptr &none = *new HardwareShadow::Ptr;
     UnitShadow *found = at(unit);
     return found ? found->shadow : none;
 }
 
-HardwareShadow::Ptr const &makeShadow(int unit)
+const HardwareShadow::Ptr &makeShadow(int unit)
 {
     UnitShadow *found = at(unit);
     if (found && !found->shadow) {
@@ -98,9 +103,10 @@ HardwareShadow::Ptr const &makeShadow(int unit)
 
 int readHardware(int unit, U32 address, U32 *word)
 {
-    ibde_t const *bus = state().bus;
-    if (!bus || !bus->read)
+    const ibde_t *bus = state().bus;
+    if (!bus || !bus->read) {
         return soc_reg32_read(unit, address, word);
+    }
     *word = bus->read(unit, address);
     return SOC_E_NONE;
 }
@@ -127,43 +133,49 @@ void configureHwShadow(ibde_t *bus)
 {
     trace("configureHwShadow(%s)", bus && bus->name ? bus->name : "");
     state().bus = bus;
-    for (int unit = 0; unit < deviceList().size(); ++unit)
+    for (int unit = 0; unit < deviceList().size(); ++unit) {
         makeShadow(unit);
+    }
 }
 
 void configureHwPciConfigShadow()
 {
     trace("configureHwPciConfigShadow()");
-    for (int unit = 0; unit < deviceList().size(); ++unit)
-        for (U32 word = 0; word < pci_config_words; ++word)
+    for (int unit = 0; unit < deviceList().size(); ++unit) {
+        for (U32 word = 0; word < pci_config_words; ++word) {
             at(unit)->pci_config[word] = readPciConfig(unit, word);
+        }
+    }
 }
 
 void setupShadowForHwInit(uint32 unit, bool isDiags)
 {
     trace("setupShadowForHwInit(%u, %d)", unit, isDiags);
     UnitShadow *found = at(unit);
-    if (!found)
+    if (!found) {
         return;
+    }
     watchChips();
     found->shadow = new HardwareShadow;
     found->of_initialisation = true;
-    if (!isDiags)
+    if (!isDiags) {
         fillFromHardware(static_cast<int>(unit), *found->shadow);
+    }
 }
 
 void teardownShadowForHwInit(uint32 unit)
 {
     trace("teardownShadowForHwInit(%u)", unit);
     UnitShadow *found = at(unit);
-    if (!found || !found->of_initialisation)
+    if (!found || !found->of_initialisation) {
         return;
+    }
     found->shadow = nullptr;
     found->of_initialisation = false;
 }
 
 bool initShadowDestroyed(uint32 unit)
 {
-    UnitShadow const *found = at(unit);
+    const UnitShadow *found = at(unit);
     return !found || !found->of_initialisation;
 }

@@ -29,7 +29,7 @@ bool takesByte(int fd)
 bool isEnabled(int unit, U32 bits)
 {
     U32 enabled;
-    int const rc = soc_reg32_get(unit, CMIC_IRQ_MASKr, REG_PORT_ANY, 0, &enabled);
+    const int rc = soc_reg32_get(unit, CMIC_IRQ_MASKr, REG_PORT_ANY, 0, &enabled);
     return rc == SOC_E_NONE && (enabled & bits) != 0;
 }
 
@@ -37,11 +37,12 @@ bool isEnabled(int unit, U32 bits)
 
 bool deliverInterrupt(int unit, U32 bits)
 {
-    Device const *device = deviceList().at(unit);
-    if (!device || !device->mapped || device->fake || !isEnabled(unit, bits) || !takesByte(descriptor))
+    const Device *device = deviceList().at(unit);
+    if (!device || !device->mapped || device->fake || !isEnabled(unit, bits) || !takesByte(descriptor)) {
         return false;
+    }
     trace("interrupt of unit %d", unit);
-    auto const byte = static_cast<unsigned char>(unit);
+    const auto byte = static_cast<unsigned char>(unit);
     return ::write(descriptor, &byte, 1) == 1;
 }
 
@@ -60,11 +61,13 @@ void maskDeviceInterrupts(uint8 bus)
 {
     trace("maskDeviceInterrupts(%u)", bus);
     for (int unit = 0; unit < deviceList().size(); ++unit) {
-        Device const &device = *deviceList().at(unit);
-        if (device.address.bus != bus || !device.mapped || device.fake)
+        const Device &device = *deviceList().at(unit);
+        if (device.address.bus != bus || !device.mapped || device.fake) {
             continue;
-        for (int index = 0; index < mask_registers; ++index)
+        }
+        for (int index = 0; index < mask_registers; ++index) {
             soc_reg32_set(unit, CMIC_IRQ_MASKr, REG_PORT_ANY, index, 0);
+        }
     }
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int layers = 16, sources = 256;
 constexpr int error = 2, warning = 3;
-constexpr char const *severities[] = {"none",        "fatal",   "error",    "warning",
+constexpr const char *severities[] = {"none",        "fatal",   "error",    "warning",
                                       "information", "verbose", "debugging"};
 constexpr int severity_max = static_cast<int>(std::size(severities)) - 1;
 constexpr int platform_layer = 0, platform_source = 0;
@@ -29,8 +29,9 @@ signed char threshold(int severity)
 Thresholds allOf(int severity)
 {
     Thresholds all;
-    for (auto &layer : all)
+    for (auto &layer : all) {
         layer.fill(threshold(severity));
+    }
     return all;
 }
 
@@ -48,17 +49,17 @@ std::string &agent()
 
 signed char *thresholdOf(int layer, int source)
 {
-    bool const known = layer >= 0 && layer < layers && source >= 0 && source < sources;
+    const bool known = layer >= 0 && layer < layers && source >= 0 && source < sources;
     return known ? &thresholds()[static_cast<std::size_t>(layer)][static_cast<std::size_t>(source)] : nullptr;
 }
 
 /// Some text and what follows it, or nothing if there is none.
-std::string with(char const *text, char const *end)
+std::string with(const char *text, const char *end)
 {
     return text && *text ? std::string(text) + end : std::string();
 }
 
-std::string withoutLineEnds(char const *text)
+std::string withoutLineEnds(const char *text)
 {
     std::string line = text ? text : "";
     line.erase(line.find_last_not_of("\r\n") + 1);
@@ -76,8 +77,9 @@ void setSandAgentName(char *name)
 void BelvokSetTraceLevel(int layer, int source, int severity)
 {
     trace("BelvokSetTraceLevel(%d, %d, %d)", layer, source, severity);
-    if (signed char *chosen = thresholdOf(layer, source))
+    if (signed char *chosen = thresholdOf(layer, source)) {
         *chosen = threshold(severity);
+    }
 }
 
 void BelvokSetAllTraceLevel(int severity)
@@ -86,12 +88,13 @@ void BelvokSetAllTraceLevel(int severity)
     thresholds() = allOf(severity);
 }
 
-void BelvokWriteBslLogMsg(char const *file, unsigned int line, char const *func, int severity, int layer,
-                          int source, int unit, char const *msg)
+void BelvokWriteBslLogMsg(const char *file, unsigned int line, const char *func, int severity, int layer,
+                          int source, int unit, const char *msg)
 {
-    signed char const *limit = thresholdOf(layer, source);
-    if (!limit || severity < 1 || severity > *limit)
+    const signed char *limit = thresholdOf(layer, source);
+    if (!limit || severity < 1 || severity > *limit) {
         return;
+    }
     std::string const where = with(file, ":") + std::to_string(line) + ": " + with(func, "(): ");
     std::string const of_unit = unit >= 0 ? " unit " + std::to_string(unit) : "";
     std::string const who = with(agent().c_str(), ": ");
@@ -100,7 +103,7 @@ void BelvokWriteBslLogMsg(char const *file, unsigned int line, char const *func,
     std::fflush(stdout);
 }
 
-void logProblem(char const *format, ...)
+void logProblem(const char *format, ...)
 {
     char text[1024];
     std::va_list arguments;

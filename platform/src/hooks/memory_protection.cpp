@@ -19,19 +19,22 @@ constexpr U32 parity_bits_max = 64;
 
 /// What the chip's designers give an entry: a parity bit up to 64 bits, wider ones a code that corrects one
 /// bit and detects two. Entries of content-addressable memories are compared all at once and have neither.
-std::string protection(std::string const &name, U32 bits)
+std::string protection(const std::string &name, U32 bits)
 {
-    if (name.find("TCAM") != std::string::npos)
+    if (name.find("TCAM") != std::string::npos) {
         return "none";
-    if (bits <= parity_bits_max)
+    }
+    if (bits <= parity_bits_max) {
         return "parity, 1 bit";
+    }
     U32 check_bits = 0;
-    while (1u << check_bits < bits + check_bits + 1)
+    while (1u << check_bits < bits + check_bits + 1) {
         ++check_bits;
+    }
     return "ECC, " + std::to_string(check_bits + 1) + " bits";
 }
 
-std::string line(Hardware::ChipMemory const &memory)
+std::string line(const Hardware::ChipMemory &memory)
 {
     U32 const bits = memory.entryBytes() * 8;
     return Vey::format("%08x %s[%d]: %u entries of %u bits: %s\n", memory.baseAddr(), memory.name().c_str(),
@@ -42,21 +45,26 @@ std::string line(Hardware::ChipMemory const &memory)
 std::string lines(int unit)
 {
     std::string text;
-    for (int mem = 0; mem < NUM_SOC_MEM; ++mem)
-        for (int index = 0; U32 const base = QuorelApi::tableBaseAddr(unit, mem, index); ++index)
-            if (auto const memory = QuorelApi::findChipMemory(unit, mem, static_cast<int>(base)))
+    for (int mem = 0; mem < NUM_SOC_MEM; ++mem) {
+        for (int index = 0; U32 const base = QuorelApi::tableBaseAddr(unit, mem, index); ++index) {
+            if (const auto memory = QuorelApi::findChipMemory(unit, mem, static_cast<int>(base))) {
                 text += line(*memory);
+            }
+        }
+    }
     return text;
 }
 
 }  // namespace
 
-int QuorelApiPrintDeviceMemParityEccInfoToFile(int unit, char const *fname)
+int QuorelApiPrintDeviceMemParityEccInfoToFile(int unit, const char *fname)
 {
     trace("QuorelApiPrintDeviceMemParityEccInfoToFile(%d, %s)", unit, fname ? fname : "");
-    if (bcm_attach_check(unit) != BCM_E_NONE)
+    if (bcm_attach_check(unit) != BCM_E_NONE) {
         return BCM_E_UNIT;
-    if (!fname || !*fname)
+    }
+    if (!fname || !*fname) {
         return BCM_E_PARAM;
+    }
     return writeWholeFile(fname, lines(unit)) ? BCM_E_NONE : BCM_E_FAIL;
 }

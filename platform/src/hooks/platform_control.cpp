@@ -24,7 +24,7 @@ void platform_reset(void)
 const char *platform_device(int unit)
 {
     static std::string text;
-    Device const *device = deviceList().at(unit);
+    const Device *device = deviceList().at(unit);
     text = device ? device->address.text() + (device->mapped ? " mapped" : "") : "";
     return text.c_str();
 }

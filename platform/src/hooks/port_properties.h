@@ -6,4 +6,4 @@
 
 /// All that BelvokInit() tells of a port: what does not apply, or everything if the record is null, is not to
 /// be set.
-std::vector<Property> portProperties(int port, tridentPortMap_t const *map);
+std::vector<Property> portProperties(int port, const tridentPortMap_t *map);

@@ -10,10 +10,10 @@ inline bool isShadowUnit(int unit)
 }
 
 /// The unit's shadow, or null: for no such unit too.
-Hardware::HardwareShadow::Ptr const &shadowOf(int unit);
+const Hardware::HardwareShadow::Ptr &shadowOf(int unit);
 
 /// The same, made if there is none; null only for no such unit.
-Hardware::HardwareShadow::Ptr const &makeShadow(int unit);
+const Hardware::HardwareShadow::Ptr &makeShadow(int unit);
 
 /// One word of a register of the hardware: over the configured bus if it offers that, or from the chip.
 /// A status.

@@ -11,13 +11,15 @@ extern "C" {
 
 Vey::String8 sdc(int unit, char *command)
 {
-    if (!command)
+    if (!command) {
         return {};
+    }
     trace("sdc(%d, %s)", unit, command);
-    if (sim_console_capture_begin() != 0)
+    if (sim_console_capture_begin() != 0) {
         return {};
+    }
     belvok_sh_process_command(unit, command);
     std::size_t size = 0;
-    char const *text = sim_console_capture_end(&size);
+    const char *text = sim_console_capture_end(&size);
     return text ? Vey::String8(std::string(text, size)) : Vey::String8();
 }

@@ -15,17 +15,19 @@ bool isUnit(int unit)
 
 void StandbyValues::setDeviceId(int unit, U32 id)
 {
-    if (isUnit(unit))
+    if (isUnit(unit)) {
         device_ids_[unit] = id;
+    }
 }
 
 void StandbyValues::setRevisionId(int unit, U32 id)
 {
-    if (isUnit(unit))
+    if (isUnit(unit)) {
         revision_ids_[unit] = id;
+    }
 }
 
-std::optional<U32> StandbyValues::find(std::map<int, U32> const &ids, int unit) const
+std::optional<U32> StandbyValues::find(const std::map<int, U32> &ids, int unit) const
 {
     auto found = ids.find(unit);
     return on_ && found != ids.end() ? std::optional<U32>(found->second) : std::nullopt;

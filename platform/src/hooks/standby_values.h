@@ -19,7 +19,7 @@ public:
     std::optional<U32> revisionId(int unit) const { return find(revision_ids_, unit); }
 
 private:
-    std::optional<U32> find(std::map<int, U32> const &ids, int unit) const;
+    std::optional<U32> find(const std::map<int, U32> &ids, int unit) const;
 
     bool on_ = false;
     std::optional<U32> device_count_;

@@ -28,7 +28,7 @@ bool isAllowed(int unit)
 
 }  // namespace
 
-bool mayAccess(Hardware::ChipMemory const &table)
+bool mayAccess(const Hardware::ChipMemory &table)
 {
     return isAllowed(table.unit()) || tableNotManagedBySdk(&table);
 }
@@ -39,17 +39,19 @@ void resetTableAccess()
     all_allowed = false;
 }
 
-bool tableNotManagedBySdk(Hardware::ChipMemory const *table)
+bool tableNotManagedBySdk(const Hardware::ChipMemory *table)
 {
-    return table && std::find(std::begin(written_by_chip), std::end(written_by_chip), table->mem()) !=
-                        std::end(written_by_chip);
+    return table
+           && std::find(std::begin(written_by_chip), std::end(written_by_chip), table->mem())
+                  != std::end(written_by_chip);
 }
 
 void allowAllTableAccess(int unit, bool allow)
 {
     trace("allowAllTableAccess(%d, %d)", unit, allow);
-    if (unit >= 0 && unit < unit_max)
+    if (unit >= 0 && unit < unit_max) {
         units_allowed[static_cast<std::size_t>(unit)] = allow;
+    }
 }
 
 void simAllowAllTableAccess(bool allow)

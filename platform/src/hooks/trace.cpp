@@ -28,23 +28,26 @@ bool tracing()
     return capturing || to_log;
 }
 
-void captureText(char const *text, std::size_t size)
+void captureText(const char *text, std::size_t size)
 {
-    if (capturing)
+    if (capturing) {
         captured().append(text, std::min(size, captured_max - captured().size()));
+    }
 }
 
-void trace(char const *format, ...)
+void trace(const char *format, ...)
 {
-    if (!tracing())
+    if (!tracing()) {
         return;
+    }
     char line[line_max];
     std::va_list arguments;
     va_start(arguments, format);
-    int const length = std::vsnprintf(line, sizeof line - 1, format, arguments);
+    const int length = std::vsnprintf(line, sizeof line - 1, format, arguments);
     va_end(arguments);
-    if (length < 0)
+    if (length < 0) {
         return;
+    }
     std::size_t size = std::min(static_cast<std::size_t>(length), sizeof line - 2);
     line[size++] = '\n';
     captureText(line, size);
@@ -64,8 +67,9 @@ void resetTrace()
 void captureTrace(bool enable)
 {
     watchChips();
-    if (enable)
+    if (enable) {
         captured().clear();
+    }
     capturing = enable;
 }
 

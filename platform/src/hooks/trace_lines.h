@@ -7,13 +7,13 @@
 bool tracing();
 
 /// A line of the trace, as printf() would write it, without its end.
-void trace(char const *format, ...) __attribute__((format(printf, 1, 2)));
+void trace(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Characters of the captured text, as they are.
-void captureText(char const *text, std::size_t size);
+void captureText(const char *text, std::size_t size);
 
 /// A message of severity error of the platform's own.
-void logProblem(char const *format, ...) __attribute__((format(printf, 1, 2)));
+void logProblem(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
 /// The state of the files in question as when the library was loaded.
 void resetTrace();

@@ -24,9 +24,10 @@ std::string target(std::string path)
 {
     for (int links = 0; links < links_max; ++links) {
         char text[PATH_MAX];
-        ssize_t const size = ::readlink(path.c_str(), text, sizeof text);
-        if (size <= 0)
+        const ssize_t size = ::readlink(path.c_str(), text, sizeof text);
+        if (size <= 0) {
             return path;
+        }
         std::string const to(text, static_cast<std::size_t>(size));
         path = to[0] == '/' ? to : path.substr(0, path.rfind('/') + 1) + to;
     }
@@ -34,7 +35,7 @@ std::string target(std::string path)
 }
 
 /// A name in the same folder that is no longer than names can be.
-std::string besideOf(std::string const &path)
+std::string besideOf(const std::string &path)
 {
     return path.substr(0, path.rfind('/') + 1 + name_max) + "." + std::to_string(::getpid()) + ".tmp";
 }
@@ -46,26 +47,27 @@ bool isRegular(int descriptor)
 }
 
 /// Writes the text, and closes the file.
-bool write(int descriptor, std::string const &text)
+bool write(int descriptor, const std::string &text)
 {
     File file(::fdopen(descriptor, "w"));
     if (!file) {
         ::close(descriptor);
         return false;
     }
-    bool const written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
-                         std::fflush(file.get()) == 0 && ::fsync(descriptor) == 0;
+    const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size()
+                         && std::fflush(file.get()) == 0 && ::fsync(descriptor) == 0;
     return std::fclose(file.release()) == 0 && written;
 }
 
 }  // namespace
 
-bool readWholeFile(char const *path, std::string *text)
+bool readWholeFile(const char *path, std::string *text)
 {
     // Not blocking, since it may be a pipe that nobody writes to.
-    int const descriptor = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
+    const int descriptor = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
         return false;
+    }
     File file(isRegular(descriptor) ? ::fdopen(descriptor, "r") : nullptr);
     if (!file) {
         ::close(descriptor);
@@ -73,26 +75,30 @@ bool readWholeFile(char const *path, std::string *text)
     }
     text->clear();
     char block[16384];
-    while (std::size_t const got = std::fread(block, 1, sizeof block, file.get()))
+    while (std::size_t const got = std::fread(block, 1, sizeof block, file.get())) {
         text->append(block, got);
+    }
     return !std::ferror(file.get());
 }
 
-bool writeWholeFile(char const *path, std::string const &text)
+bool writeWholeFile(const char *path, const std::string &text)
 {
     std::string const wanted = target(path);
     std::string const beside = besideOf(wanted);
     struct stat old;
-    bool const exists = ::stat(wanted.c_str(), &old) == 0;
-    if (wanted.empty() || (exists && !S_ISREG(old.st_mode)))
+    const bool exists = ::stat(wanted.c_str(), &old) == 0;
+    if (wanted.empty() || (exists && !S_ISREG(old.st_mode))) {
         return false;
-    int const descriptor = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor < 0)
+    }
+    const int descriptor = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
         return false;
-    bool const same_rights = !exists || ::fchmod(descriptor, old.st_mode & 07777) == 0;
-    bool const written = write(descriptor, text) && same_rights;
-    bool const done = written && std::rename(beside.c_str(), wanted.c_str()) == 0;
-    if (!done)
+    }
+    const bool same_rights = !exists || ::fchmod(descriptor, old.st_mode & 07777) == 0;
+    const bool written = write(descriptor, text) && same_rights;
+    const bool done = written && std::rename(beside.c_str(), wanted.c_str()) == 0;
+    if (!done) {
         ::unlink(beside.c_str());
+    }
     return done;
 }

@@ -4,7 +4,7 @@
 #include <string>
 
 /// False if it is no regular file or cannot be read.
-bool readWholeFile(char const *path, std::string *text);
+bool readWholeFile(const char *path, std::string *text);
 
 /// Puts a file with that text in place of a regular file or of none. False, and what was there is untouched.
-bool writeWholeFile(char const *path, std::string const &text);
+bool writeWholeFile(const char *path, const std::string &text);

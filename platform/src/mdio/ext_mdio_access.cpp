@@ -10,11 +10,12 @@ using MdioHamImpl::HamImpl;
 
 namespace {
 
-Vey::Lock &heldActivityLock(char const *function)
+Vey::Lock &heldActivityLock(const char *function)
 {
     Vey::Lock &lock = Vey::ActivityLockAnchor::lock();
-    if (!lock.heldByThisThread())
+    if (!lock.heldByThisThread()) {
         throw Vey::InternalException(Vey::format("%s: the activity lock is not held", function));
+    }
     return lock;
 }
 
@@ -23,9 +24,10 @@ Vey::Lock &heldActivityLock(char const *function)
 void QuorelApiSetExtMdioAccess(UnitId unit, ExternalPhyId phyId, HamImpl::Ptr access, ManagedPhy managedPhy)
 {
     Vey::Lock &lock = heldActivityLock("QuorelApiSetExtMdioAccess");
-    if (!isManaged(managedPhy))
+    if (!isManaged(managedPhy)) {
         throw Vey::InternalException(Vey::format("QuorelApiSetExtMdioAccess: no managed PHY is of kind %d",
                                                  static_cast<int>(managedPhy)));
+    }
     ExtPhy &phy = extPhys()[{unit.value(), phyId.value()}];
     lock.dropAfterUnlock(phy.access);
     phy.access = std::move(access);

@@ -22,17 +22,19 @@ public:
     Activity() : lock_(Vey::ActivityLockAnchor::lock())
     {
         int error = lock_.lock();
-        if (error != 0 && error != EDEADLK)
+        if (error != 0 && error != EDEADLK) {
             throw Vey::ErrnoException("Failed to grab lock", error);
+        }
         taken_ = error == 0;
     }
     ~Activity()
     {
-        if (taken_)
+        if (taken_) {
             lock_.unlock();
+        }
     }
-    Activity(Activity const &) = delete;
-    Activity &operator=(Activity const &) = delete;
+    Activity(const Activity &) = delete;
+    Activity &operator=(const Activity &) = delete;
 
 private:
     Vey::Lock &lock_;
@@ -46,27 +48,28 @@ UnitId unitId(int unit)
 
 ExternalPhyId phyId(int phy)
 {
-    if (phy < 0 || phy > 0xffff)
+    if (phy < 0 || phy > 0xffff) {
         Vey::throwRangeException("no such PHY id");
+    }
     return ExternalPhyId(static_cast<std::uint16_t>(phy));
 }
 
 /// What body() returns, or the status that stands for what it threw. Nothing passes into C.
-template<typename Body>
+template <typename Body>
 int answer(Body body) noexcept
 {
     try {
         return body();
-    } catch (Vey::RangeException const &) {
+    } catch (const Vey::RangeException &) {
         return statusParam;
-    } catch (std::exception const &exception) {
+    } catch (const std::exception &exception) {
         last_error = exception.what();
         return statusFail;
     }
 }
 
 /// body(access) with the PHY's access method, without the activity lock.
-template<typename Body>
+template <typename Body>
 int withAccess(int unit, int phy, int managed_phy, Body body) noexcept
 {
     return answer([&] {
@@ -88,8 +91,9 @@ bool isRegister(unsigned int device, unsigned int address)
 int ext_phy_read(int unit, int phy, int managed_phy, unsigned int device, unsigned int address,
                  unsigned int *data)
 {
-    if (!isRegister(device, address) || !data)
+    if (!isRegister(device, address) || !data) {
         return statusParam;
+    }
     return withAccess(unit, phy, managed_phy, [&](MdioHamImpl::HamImpl &access) {
         *data = access.read(static_cast<std::uint8_t>(device), static_cast<std::uint16_t>(address));
         return statusOk;
@@ -99,8 +103,9 @@ int ext_phy_read(int unit, int phy, int managed_phy, unsigned int device, unsign
 int ext_phy_write(int unit, int phy, int managed_phy, unsigned int device, unsigned int address,
                   unsigned int data)
 {
-    if (!isRegister(device, address) || data > 0xffff)
+    if (!isRegister(device, address) || data > 0xffff) {
         return statusParam;
+    }
     return withAccess(unit, phy, managed_phy, [&](MdioHamImpl::HamImpl &access) {
         access.write(static_cast<std::uint8_t>(device), static_cast<std::uint16_t>(address),
                      static_cast<std::uint16_t>(data));
@@ -115,8 +120,9 @@ const char *ext_phy_error(void)
 
 int ext_phy_name(int unit, int phy, int managed_phy, char *buffer, unsigned int size)
 {
-    if (!buffer)
+    if (!buffer) {
         return statusParam;
+    }
     return withAccess(unit, phy, managed_phy, [&](MdioHamImpl::HamImpl &access) {
         std::snprintf(buffer, size, "%s", access.name().text().data());
         return statusOk;
@@ -125,8 +131,9 @@ int ext_phy_name(int unit, int phy, int managed_phy, char *buffer, unsigned int 
 
 int ext_phy_standby_version(int unit, int phy, unsigned int *version)
 {
-    if (!version)
+    if (!version) {
         return statusParam;
+    }
     return answer([&] {
         std::pair<unsigned int, std::uint16_t> key(unitId(unit).value(), phyId(phy).value());
         Activity activity;

@@ -30,8 +30,9 @@ bool exists(int unit, int port, int lane)
 
 int QuorelApiInternalPhyRead(int unit, int port, int lane, unsigned int addr, unsigned int *data)
 {
-    if (!exists(unit, port, lane) || !data)
+    if (!exists(unit, port, lane) || !data) {
         return statusParam;
+    }
     std::lock_guard<std::mutex> guard(registers().mutex);
     auto found = registers().values.find({unit, port, lane, addr});
     *data = found == registers().values.end() ? 0 : found->second;
@@ -40,8 +41,9 @@ int QuorelApiInternalPhyRead(int unit, int port, int lane, unsigned int addr, un
 
 int QuorelApiInternalPhyWrite(int unit, int port, int lane, unsigned int addr, unsigned int data)
 {
-    if (!exists(unit, port, lane))
+    if (!exists(unit, port, lane)) {
         return statusParam;
+    }
     std::lock_guard<std::mutex> guard(registers().mutex);
     registers().values[{unit, port, lane, addr}] = data;
     return statusOk;

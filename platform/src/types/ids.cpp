@@ -7,14 +7,16 @@ namespace QuorelApi {
 
 UnitId::UnitId(unsigned int value) : value_(value)
 {
-    if (value > 255)
+    if (value > 255) {
         Vey::throwRangeException("UnitId::value < 0 or > 255 not allowed");
+    }
 }
 
 ExternalPhyId::ExternalPhyId(std::uint16_t value) : value_(value)
 {
-    if (value > 0x3ff)
+    if (value > 0x3ff) {
         Vey::throwRangeException("ExternalPhyId::value < 0 or > 0x03ff not allowed");
+    }
 }
 
 }  // namespace QuorelApi

@@ -14,8 +14,9 @@ Lock::Lock()
         error = pthread_mutex_init(&mutex_, &attributes);
         pthread_mutexattr_destroy(&attributes);
     }
-    if (error != 0)
+    if (error != 0) {
         throw ErrnoException("Failed to make a lock", error);
+    }
 }
 
 Lock::~Lock()
@@ -25,8 +26,9 @@ Lock::~Lock()
 
 int Lock::lock() noexcept
 {
-    if (int error = next_lock_error_.exchange(0))
+    if (int error = next_lock_error_.exchange(0)) {
         return error;
+    }
     int error = pthread_mutex_lock(&mutex_);
     if (error == 0) {
         holder_ = pthread_self();
@@ -37,15 +39,17 @@ int Lock::lock() noexcept
 
 int Lock::unlock() noexcept
 {
-    if (!heldByThisThread())
+    if (!heldByThisThread()) {
         return pthread_mutex_unlock(&mutex_);
+    }
     // Taken out while the lock still protects them, ended when it no longer does.
-    std::vector<Ptr<PtrInterface const>> leaving;
+    std::vector<Ptr<const PtrInterface>> leaving;
     leaving.swap(leaving_);
     held_ = false;
     int error = pthread_mutex_unlock(&mutex_);
-    if (int wanted = next_unlock_error_.exchange(0))
+    if (int wanted = next_unlock_error_.exchange(0)) {
         error = wanted;
+    }
     return error;
 }
 
@@ -54,10 +58,11 @@ bool Lock::heldByThisThread() const noexcept
     return held_ && pthread_equal(holder_, pthread_self());
 }
 
-void Lock::dropAfterUnlock(Ptr<PtrInterface const> object)
+void Lock::dropAfterUnlock(Ptr<const PtrInterface> object)
 {
-    if (object)
+    if (object) {
         leaving_.push_back(std::move(object));
+    }
 }
 
 void Lock::failNext(int lock_error, int unlock_error) noexcept

@@ -8,7 +8,7 @@ ErrnoException::~ErrnoException() = default;
 RangeException::~RangeException() = default;
 InternalException::~InternalException() = default;
 
-void throwRangeException(char const *text)
+void throwRangeException(const char *text)
 {
     throw RangeException(text);
 }

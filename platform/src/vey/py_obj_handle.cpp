@@ -14,8 +14,8 @@ class InterpreterLock {
 public:
     InterpreterLock() : state_(PyGILState_Ensure()) {}
     ~InterpreterLock() { PyGILState_Release(state_); }
-    InterpreterLock(InterpreterLock const &) = delete;
-    InterpreterLock &operator=(InterpreterLock const &) = delete;
+    InterpreterLock(const InterpreterLock &) = delete;
+    InterpreterLock &operator=(const InterpreterLock &) = delete;
 
 private:
     PyGILState_STATE state_;
@@ -35,24 +35,27 @@ String8 takeError()
     Reference held_type(type), held_value(value), held_traceback(traceback);
     Reference text(value ? PyObject_Str(value) : nullptr);
     PyErr_Clear();
-    char const *name = type && PyExceptionClass_Check(type) ? PyExceptionClass_Name(type) : "error";
+    const char *name = type && PyExceptionClass_Check(type) ? PyExceptionClass_Name(type) : "error";
     // Built-in classes are known without their module.
-    if (std::strncmp(name, "exceptions.", 11) == 0)
+    if (std::strncmp(name, "exceptions.", 11) == 0) {
         name += 11;
+    }
     return format("%s: %s", name, text ? PyString_AsString(text.get()) : "");
 }
 
-Reference callMethod(PyObject *object, char const *method, std::initializer_list<long> arguments)
+Reference callMethod(PyObject *object, const char *method, std::initializer_list<long> arguments)
 {
     Reference function(PyObject_GetAttrString(object, method));
     Reference tuple(PyTuple_New(static_cast<Py_ssize_t>(arguments.size())));
-    if (!function || !tuple)
+    if (!function || !tuple) {
         return nullptr;
+    }
     Py_ssize_t position = 0;
     for (long argument : arguments) {
         PyObject *number = PyInt_FromLong(argument);
-        if (!number)
+        if (!number) {
             return nullptr;
+        }
         PyTuple_SET_ITEM(tuple.get(), position++, number);
     }
     return Reference(PyObject_CallObject(function.get(), tuple.get()));
@@ -71,27 +74,32 @@ PyObjHandle::PyObjHandle(_object *object, bool takesOver) : object_(object)
 PyObjHandle::~PyObjHandle()
 {
     // What outlives the interpreter has nothing left to give its reference back to.
-    if (!Py_IsInitialized())
+    if (!Py_IsInitialized()) {
         return;
+    }
     InterpreterLock interpreter;
     Py_DECREF(object_);
 }
 
-std::optional<long> PyObjHandle::call(char const *method, std::initializer_list<long> arguments) const
+std::optional<long> PyObjHandle::call(const char *method, std::initializer_list<long> arguments) const
 {
-    if (!Py_IsInitialized())
+    if (!Py_IsInitialized()) {
         throw InternalException("the Python interpreter has ended");
+    }
     InterpreterLock interpreter;
     Reference result = callMethod(object_, method, arguments);
-    if (result.get() == Py_None)
+    if (result.get() == Py_None) {
         return std::nullopt;
+    }
     long number = 0;
-    if (result && (PyInt_Check(result.get()) || PyLong_Check(result.get())))
+    if (result && (PyInt_Check(result.get()) || PyLong_Check(result.get()))) {
         number = PyInt_AsLong(result.get());
-    else if (result)
+    } else if (result) {
         PyErr_Format(PyExc_TypeError, "%s() returned neither a number nor None", method);
-    if (PyErr_Occurred())
+    }
+    if (PyErr_Occurred()) {
         throw InternalException(takeError());
+    }
     return number;
 }
 

@@ -8,15 +8,16 @@
 
 namespace Vey {
 
-String8::String8(char const *text) : String8(std::string(text)) {}
+String8::String8(const char *text) : String8(std::string(text)) {}
 
 String8::String8(std::string text)
 {
-    if (!text.empty())
+    if (!text.empty()) {
         text_ = new Text(std::move(text));
+    }
 }
 
-char const *String8::data() const noexcept
+const char *String8::data() const noexcept
 {
     return text_ ? text_->characters.c_str() : "";
 }
@@ -26,12 +27,12 @@ std::size_t String8::size() const noexcept
     return text_ ? text_->characters.size() : 0;
 }
 
-bool operator==(String8 const &a, String8 const &b)
+bool operator==(const String8 &a, const String8 &b)
 {
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0;
 }
 
-String8 format(char const *pattern, ...)
+String8 format(const char *pattern, ...)
 {
     std::va_list arguments, again;
     va_start(arguments, pattern);
@@ -45,8 +46,9 @@ String8 format(char const *pattern, ...)
         std::vsnprintf(&text[0], text.size() + 1, pattern, again);
     }
     va_end(again);
-    if (length < 0)
+    if (length < 0) {
         throw InternalException("text cannot be formatted");
+    }
     return text;
 }
 
