@@ -24,7 +24,7 @@ struct RuleArgument {
 /// How one function is answered. Example, of `bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)`:
 /// operation "set", table "bcm_port_autoneg", arguments "rules::own_port(port)" and "rules::given(autoneg)".
 struct Rule {
-    std::string operation;  ///< function of sdk/src/rules.h
+    std::string operation;  ///< function of sdk/src/rules/rules.h
     std::string table;      ///< what the functions that share it have in common, a prefix of their names
     std::string unit;       ///< name of the parameter
     std::vector<RuleArgument> arguments;
