@@ -30,7 +30,7 @@ def record_sizes():
 
 def by_hand():
     """Names of the functions that the simulator's sources define or call."""
-    sources = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'sdk', 'src', '*.cpp')
+    sources = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'sdk', 'src', '*', '*.cpp')
     return set(name for source in glob.glob(sources)
                for name in re.findall(r'\bsim_(\w+)\(', open(source).read()))
 
