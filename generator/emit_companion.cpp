@@ -13,8 +13,8 @@ std::string emit_companion(const Model &model, const std::string &source)
     }
     std::string manifest;
     for (const Family &family : model.families) {
-        for (const BoundCell &cell : family.cells) {
-            manifest += cell.name + " *\n";
+        for (const BoundPointerClass &bound : family.pointer_classes) {
+            manifest += bound.name + " *\n";
         }
         for (const BoundRecord &record : family.records) {
             manifest += record.name;

@@ -62,24 +62,24 @@ public:
         }
     }
 
-    void add(const BoundCell &cell)
+    void add(const BoundPointerClass &bound)
     {
-        std::string row = prefix_ + "cells[" + std::to_string(cells_++) + "]";
-        std::string size = "sizeof(" + cell.element.text + ")";
-        bool record = cell.element.conversion == Conversion::Value;
-        std::string kind = scalar_name(cell.element.conversion), member = next_member();
+        std::string row = prefix_ + "pointer_classes[" + std::to_string(pointer_classes_++) + "]";
+        std::string size = "sizeof(" + bound.element.text + ")";
+        bool record = bound.element.conversion == Conversion::Value;
+        std::string kind = scalar_name(bound.element.conversion), member = next_member();
         std::string getter_name = record ? "get_copy" : "get_" + kind,
                     setter_name = record ? "set_record" : "set_" + kind;
-        unsigned constructor = stub("new_" + cell.name, "() -> " + cell.name, "new_cell", row);
-        stub("delete_" + cell.name, "(self)", "delete_cell", row);
-        stub(cell.name + "_assign", "(self, value)", setter_name, member);
-        unsigned getter = stub(cell.name + "_value", "(self) -> " + cell.element.text, getter_name, member);
-        stub(cell.name + "_cast", "(self) -> " + cell.pointer.text, "cast_cell", row);
-        stub(cell.name + "_frompointer", "(t) -> " + cell.name, "cell_from_pointer", row);
-        stub(cell.name + "_swigregister", "", "register_cell", row);
-        member_row(getter, cell.self, cell.element, 0, "0", size);
-        cell_rows_ += "    {" + std::to_string(constructor) + ", " + argument(cell.self) + ", "
-                      + argument(cell.pointer) + ", " + size + "},\n";
+        unsigned constructor = stub("new_" + bound.name, "() -> " + bound.name, "new_pointer_class", row);
+        stub("delete_" + bound.name, "(self)", "delete_pointer_class", row);
+        stub(bound.name + "_assign", "(self, value)", setter_name, member);
+        unsigned getter = stub(bound.name + "_value", "(self) -> " + bound.element.text, getter_name, member);
+        stub(bound.name + "_cast", "(self) -> " + bound.pointer.text, "cast_pointer_class", row);
+        stub(bound.name + "_frompointer", "(t) -> " + bound.name, "pointer_class_from_pointer", row);
+        stub(bound.name + "_swigregister", "", "register_pointer_class", row);
+        member_row(getter, bound.self, bound.element, 0, "0", size);
+        pointer_class_rows_ += "    {" + std::to_string(constructor) + ", " + argument(bound.self) + ", "
+                               + argument(bound.pointer) + ", " + size + "},\n";
     }
 
     void add(const BoundArray &array)
@@ -101,7 +101,8 @@ public:
 
     std::string text() const
     {
-        return table("RecordRow", "records", record_rows_) + table("CellRow", "cells", cell_rows_)
+        return table("RecordRow", "records", record_rows_)
+               + table("PointerClassRow", "pointer_classes", pointer_class_rows_)
                + table("ArrayRow", "arrays", array_rows_) + table("MemberRow", "members", member_rows_)
                + checks_ + (checks_.empty() ? "" : "\n") + stubs_;
     }
@@ -153,8 +154,8 @@ private:
     // Tables are named after the family, since files of several families are compiled as one.
     std::string prefix_;
     Numbering &numbering_;
-    size_t records_ = 0, cells_ = 0, arrays_ = 0, members_ = 0;
-    std::string record_rows_, cell_rows_, array_rows_, member_rows_, checks_, stubs_;
+    size_t records_ = 0, pointer_classes_ = 0, arrays_ = 0, members_ = 0;
+    std::string record_rows_, pointer_class_rows_, array_rows_, member_rows_, checks_, stubs_;
 };
 
 }  // namespace
@@ -178,8 +179,8 @@ std::string emit_records(const Family &family, Numbering &numbering)
 {
     numbering.begin_group("records_" + family.name);
     RecordWriter writer(family.name, numbering);
-    for (const BoundCell &cell : family.cells) {
-        writer.add(cell);
+    for (const BoundPointerClass &bound : family.pointer_classes) {
+        writer.add(bound);
     }
     for (const BoundArray &array : family.arrays) {
         writer.add(array);
@@ -190,7 +191,7 @@ std::string emit_records(const Family &family, Numbering &numbering)
     return banner("Records, pointer classes and arrays of the family '" + family.name + "'.",
                   "interface/" + family.name + ".toml and the headers that it names") +
            includes(family.headers, {}) +
-           "\n#include \"module/array.h\"\n#include \"module/cell.h\"\n#include \"shapes.h\"\n\n"
+           "\n#include \"module/array.h\"\n#include \"module/pointer_class.h\"\n#include \"shapes.h\"\n\n"
            "#include <cstddef>\n\nnamespace quorel {\n\nnamespace {\n\n" +
            writer.text() + "}  // namespace\n\n" + emit_group(numbering.groups().back()) +
            "\n}  // namespace quorel\n";

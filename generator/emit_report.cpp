@@ -55,7 +55,7 @@ std::string kind_of(const BoundMember &member)
     }
 }
 
-std::string cells(const std::vector<std::string> &texts)
+std::string row(const std::vector<std::string> &texts)
 {
     std::string line;
     for (const std::string &text : texts) {
@@ -81,19 +81,19 @@ std::string emit_report(const Model &model)
                 line.push_back(parameter.crossing.text);
                 line.push_back(parameter.crossing.descriptor.empty() ? "-" : parameter.crossing.descriptor);
             }
-            text += cells(line);
+            text += row(line);
         }
         for (const BoundRecord &record : family.records) {
             for (const BoundMember &member : record.members) {
-                text += cells({"member", family.name, record.name, member.name, kind_of(member),
-                               member.crossing.text,
-                               member.crossing.descriptor.empty() ? "-" : member.crossing.descriptor,
-                               record.self.text});
+                text += row({"member", family.name, record.name, member.name, kind_of(member),
+                             member.crossing.text,
+                             member.crossing.descriptor.empty() ? "-" : member.crossing.descriptor,
+                             record.self.text});
             }
         }
     }
     for (const auto &[name, descriptor] : model.descriptors) {
-        text += cells({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});
+        text += row({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});
     }
     return text;
 }

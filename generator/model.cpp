@@ -456,7 +456,7 @@ private:
         }
     }
 
-    BoundCell bind(const FamilyInterface &family, const PointerClass &declared)
+    BoundPointerClass bind(const FamilyInterface &family, const PointerClass &declared)
     {
         TypePtr element = parse_type(family, declared.element);
         // The class is a type of its own; only equivalence (add_twins) makes it convert to its element.
@@ -464,11 +464,11 @@ private:
         if (declared.equivalent) {
             equivalent_[mangle(resolved(element))] = declared.name;
         }
-        BoundCell cell{declared.name, pointer_crossing(self, Conversion::Pointer, self),
-                       crossing_or_error(Type::pointer_to(element), family.file),
-                       crossing_or_error(element, family.file)};
-        check_element(family, cell.name, cell.element, false);
-        return cell;
+        BoundPointerClass bound{declared.name, pointer_crossing(self, Conversion::Pointer, self),
+                                crossing_or_error(Type::pointer_to(element), family.file),
+                                crossing_or_error(element, family.file)};
+        check_element(family, bound.name, bound.element, false);
+        return bound;
     }
 
     BoundArray bind(const FamilyInterface &family, const ArrayFamily &declared)
@@ -518,7 +518,7 @@ private:
         Patterns variables(source.variables);
         for (const PointerClass &declared : source.pointer_classes) {
             claim(source, declared.name);
-            family.cells.push_back(bind(source, declared));
+            family.pointer_classes.push_back(bind(source, declared));
         }
         for (const ArrayFamily &declared : source.arrays) {
             claim(source, declared.name);

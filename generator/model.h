@@ -89,7 +89,7 @@ struct BoundRecord {
     std::vector<BoundMember> members;
 };
 
-struct BoundCell {
+struct BoundPointerClass {
     std::string name;
     Crossing self;     ///< "intp *"
     Crossing pointer;  ///< "int *"
@@ -108,7 +108,7 @@ struct Family {
     std::vector<std::string> headers, cxx_headers;
     std::vector<BoundFunction> functions;
     std::vector<BoundRecord> records;
-    std::vector<BoundCell> cells;
+    std::vector<BoundPointerClass> pointer_classes;
     std::vector<BoundArray> arrays;
     std::vector<Function> sdk_functions;  ///< what the C headers leave to the development SDK to define
     /// Enumerators by the tag of their enumeration, in header order, for the development SDK.

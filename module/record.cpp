@@ -300,8 +300,8 @@ NewReference set_string(PyObject *args, const MemberRow &row)
         return nullptr;
     }
     char *text = nullptr;
-    auto *cell = setter.self ? reinterpret_cast<char **>(setter.self + row.offset) : &text;
-    Status status = replace_string(setter.value, cell);
+    auto *place = setter.self ? reinterpret_cast<char **>(setter.self + row.offset) : &text;
+    Status status = replace_string(setter.value, place);
     delete[] text;
     return status == Status::ok ? new_none() : raise_value(row, status);
 }

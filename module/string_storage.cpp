@@ -17,7 +17,7 @@ bool is_static_storage(const char *text)
 
 }  // namespace
 
-Status replace_string(Borrowed value, char **cell)
+Status replace_string(Borrowed value, char **place)
 {
     char *text;
     Status status = to_string(value, &text);
@@ -35,10 +35,10 @@ Status replace_string(Borrowed value, char **cell)
         }
         std::memcpy(copy, text, size);
     }
-    if (*cell && !is_static_storage(*cell)) {
-        delete[] *cell;
+    if (*place && !is_static_storage(*place)) {
+        delete[] *place;
     }
-    *cell = copy;
+    *place = copy;
     return Status::ok;
 }
 

@@ -47,7 +47,7 @@ struct RecordRow {
 
 /// One single-value pointer class. Its methods follow each other: constructor, destructor, assign, value, cast,
 /// frompointer, registration; assign and value are the accessors of a MemberRow.
-struct CellRow {
+struct PointerClassRow {
     uint16_t constructor;  ///< method number
     uint16_t self;         ///< argument, such as "intp *"
     uint16_t element;      ///< argument: the pointer that cast() gives, such as "int *"

@@ -1,4 +1,4 @@
-#include "cell.h"
+#include "pointer_class.h"
 
 #include <new>
 
@@ -9,7 +9,7 @@ namespace {
 enum Method { constructor, destructor, assign, value, cast, frompointer, registration };
 
 // Reinterprets the one argument as another pointer type.
-NewReference convert_cell(PyObject *args, const CellRow &row, Method which, uint16_t from, uint16_t to)
+NewReference reinterpret(PyObject *args, const PointerClassRow &row, Method which, uint16_t from, uint16_t to)
 {
     auto method = static_cast<uint16_t>(row.constructor + which);
     if (PyTuple_GET_SIZE(args) != 1) {
@@ -25,49 +25,49 @@ NewReference convert_cell(PyObject *args, const CellRow &row, Method which, uint
 
 }  // namespace
 
-NewReference new_cell(PyObject *args, const CellRow &row)
+NewReference new_pointer_class(PyObject *args, const PointerClassRow &row)
 {
     if (PyTuple_GET_SIZE(args) != 0) {
         return raise_arity(row.constructor, args, 0);
     }
-    void *cell = ::operator new(row.size, std::nothrow);
-    if (!cell) {
+    void *element = ::operator new(row.size, std::nothrow);
+    if (!element) {
         return PyErr_NoMemory();
     }
-    PyObject *pointer = new_pointer_object(cell, types[arguments[row.self].type], Ownership::owned);
+    PyObject *pointer = new_pointer_object(element, types[arguments[row.self].type], Ownership::owned);
     if (!pointer) {
-        ::operator delete(cell);
+        ::operator delete(element);
     }
     return pointer;
 }
 
-NewReference delete_cell(PyObject *args, const CellRow &row)
+NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + destructor);
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    void *cell;
+    void *element;
     Status status =
-        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &cell, Disown::yes);
+        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &element, Disown::yes);
     if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(row.self), status);
     }
-    ::operator delete(cell);
+    ::operator delete(element);
     return new_none();
 }
 
-NewReference cast_cell(PyObject *args, const CellRow &row)
+NewReference cast_pointer_class(PyObject *args, const PointerClassRow &row)
 {
-    return convert_cell(args, row, cast, row.self, row.element);
+    return reinterpret(args, row, cast, row.self, row.element);
 }
 
-NewReference cell_from_pointer(PyObject *args, const CellRow &row)
+NewReference pointer_class_from_pointer(PyObject *args, const PointerClassRow &row)
 {
-    return convert_cell(args, row, frompointer, row.element, row.self);
+    return reinterpret(args, row, frompointer, row.element, row.self);
 }
 
-NewReference register_cell(PyObject *args, const CellRow &row)
+NewReference register_pointer_class(PyObject *args, const PointerClassRow &row)
 {
     auto method = static_cast<uint16_t>(row.constructor + registration);
     if (PyTuple_GET_SIZE(args) != 1) {
