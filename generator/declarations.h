@@ -70,6 +70,7 @@ struct Declarations {
     std::vector<Variable> variables;
     std::map<std::string, TypePtr> typedefs;  ///< name to what it stands for
     std::set<std::string> enumerations;       ///< names of those that anything is declared with
+    std::vector<std::string> files;           ///< paths of all headers that were read, the system's too
 };
 
 }  // namespace generator

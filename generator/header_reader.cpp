@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -73,6 +74,22 @@ public:
     TranslationUnit &operator=(const TranslationUnit &) = delete;
 
     CXTranslationUnit get() const { return unit_; }
+
+    /// Paths of the headers that were read, without the links and dots by which the compiler came to them.
+    std::vector<std::string> files() const
+    {
+        std::vector<std::string> files;
+        clang_getInclusions(
+            unit_,
+            [](CXFile file, CXSourceLocation *, unsigned depth, CXClientData data) {
+                if (depth > 0) {
+                    static_cast<std::vector<std::string> *>(data)->push_back(
+                        std::filesystem::canonical(take(clang_getFileName(file))));
+                }
+            },
+            &files);
+        return files;
+    }
 
     /// Calls visit(line in the main file or 0, message) for each error.
     template <typename Visit>
@@ -568,6 +585,7 @@ Declarations read_headers(const HeaderSource &source)
     for (const Constant &macro : integer_macros(source, reader.macros())) {
         declarations.constants.push_back(macro);
     }
+    declarations.files = unit.files();
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
     return declarations;
 }

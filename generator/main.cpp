@@ -1,5 +1,8 @@
 // Generates the binding: reads the interface files and the headers that they name, and writes the module's
 // generated sources, the development SDK's forwarding functions, the companion and a report.
+//
+// Which files are written depends on the number of units alone, so a build can name them before any is made, and
+// need not look into the interface files. Which files were read is said beside the stamp.
 
 #include "emit.h"
 #include "header_reader.h"
@@ -7,6 +10,8 @@
 
 #include <cstdio>
 #include <exception>
+#include <fstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,13 +20,25 @@ namespace {
 using namespace generator;
 
 struct Options {
-    std::string interface, companion, output;
+    std::string interface, companion, output, stamp;
+    size_t units = 1;
     std::vector<std::string> include_directories, system_directories, flags;
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --companion FILE --output DIR [--include DIR]... [--system-include "
-    "DIR]... [--flag COMPILER_FLAG]...\n";
+    "usage: generate --interface DIR --companion FILE --output DIR [--units NUMBER] [--stamp FILE] "
+    "[--include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n"
+    "\n"
+    "The functions of all families are written to as many files as there are units (1), about equal in size. "
+    "The\n"
+    "stamp is written last; FILE.d says, as a rule for make, which files were read.\n";
+
+size_t positive(const std::string &text)
+{
+    const bool is_number =
+        !text.empty() && text.size() < 5 && text.find_first_not_of("0123456789") == std::string::npos;
+    return is_number ? std::stoul(text) : 0;
+}
 
 bool parse(int argc, char **argv, Options &options)
 {
@@ -33,6 +50,10 @@ bool parse(int argc, char **argv, Options &options)
             options.companion = value;
         } else if (option == "--output") {
             options.output = value;
+        } else if (option == "--units") {
+            options.units = positive(value);
+        } else if (option == "--stamp") {
+            options.stamp = value;
         } else if (option == "--include") {
             options.include_directories.push_back(value);
         } else if (option == "--system-include") {
@@ -44,7 +65,7 @@ bool parse(int argc, char **argv, Options &options)
         }
     }
     return argc % 2 == 1 && !options.interface.empty() && !options.companion.empty()
-           && !options.output.empty();
+           && !options.output.empty() && options.units > 0;
 }
 
 HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Options &options)
@@ -61,11 +82,24 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
     return source;
 }
 
+void write_stamp(const Options &options, std::vector<std::string> inputs,
+                 const std::vector<FamilyInterface> &interface)
+{
+    inputs.insert(inputs.end(), {options.companion, options.interface + "/binding.toml"});
+    for (const FamilyInterface &family : interface) {
+        inputs.push_back(family.file);
+    }
+    write_if_changed(options.stamp + ".d", make_rule(options.stamp, inputs));
+    if (!std::ofstream(options.stamp)) {
+        throw std::runtime_error("cannot write " + options.stamp);
+    }
+}
+
 void generate(const Options &options)
 {
-    std::vector<FamilyInterface> interface = read_interface(options.interface);
+    const std::vector<FamilyInterface> interface = read_interface(options.interface);
     Declarations declarations = read_headers(headers_of(interface, options));
-    Model model = build_model(declarations, std::move(interface));
+    Model model = build_model(declarations, interface);
 
     auto write = [&](const std::string &name, const std::string &text) {
         write_if_changed(options.output + "/" + name, text);
@@ -73,10 +107,18 @@ void generate(const Options &options)
     const Rules rules = find_rules(model);
     Numbering numbering(model);
     Shapes shapes;
+    std::vector<std::string> bindings, sdk_calls;
     for (const Family &family : model.families) {
-        write("records_" + family.name + ".cpp", emit_records(family, numbering));
-        write("calls_" + family.name + ".cpp", emit_calls(family, numbering, shapes));
-        write("sdk_" + family.name + ".cpp", emit_sdk_calls(family, rules));
+        bindings.push_back(emit_records(family, numbering));
+        bindings.push_back(emit_calls(family, numbering, shapes));
+        sdk_calls.push_back(emit_sdk_calls(family, rules));
+    }
+    // Reading the headers takes longer than compiling a family, so one file serves many of them.
+    const std::vector<std::string> binding_units = joined(bindings, options.units);
+    const std::vector<std::string> sdk_units = joined(sdk_calls, options.units);
+    for (size_t i = 0; i < options.units; ++i) {
+        write("families_" + std::to_string(i + 1) + ".cpp", binding_units[i]);
+        write("sdk_" + std::to_string(i + 1) + ".cpp", sdk_units[i]);
     }
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
@@ -89,6 +131,9 @@ void generate(const Options &options)
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));
     write("QuorelApiNew.py", emit_companion(model, read_file(options.companion)));
+    if (!options.stamp.empty()) {
+        write_stamp(options, declarations.files, interface);
+    }
 }
 
 }  // namespace

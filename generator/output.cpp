@@ -42,6 +42,36 @@ std::string banner(const std::string &subject, const std::string &inputs)
     return "// " + subject + "\n// Generated from " + inputs + ". Do not edit.\n\n";
 }
 
+std::vector<std::string> joined(const std::vector<std::string> &texts, size_t count)
+{
+    size_t total = 0, before = 0;
+    for (const std::string &text : texts) {
+        total += text.size();
+    }
+    std::vector<std::string> units(count);
+    for (const std::string &text : texts) {
+        units[total == 0 ? 0 : before * count / total] += text;
+        before += text.size();
+    }
+    return units;
+}
+
+std::string make_rule(const std::string &target, const std::vector<std::string> &inputs)
+{
+    auto escaped = [](const std::string &path) {
+        std::string text;
+        for (char c : path) {
+            text += c == ' ' || c == '#' ? std::string("\\") + c : c == '$' ? "$$" : std::string(1, c);
+        }
+        return text;
+    };
+    std::string rule = escaped(target) + ":";
+    for (const std::string &input : inputs) {
+        rule += " \\\n  " + escaped(input);
+    }
+    return rule + "\n";
+}
+
 std::string literal_with_nul(const std::string &text)
 {
     std::string literal = "\"";

@@ -145,12 +145,40 @@ class VendorHeaders(unittest.TestCase):
 
     def test_the_bindings_compile(self):
         self.assertEqual(self.generate(), (0, ''))
-        names = ('records_vendor', 'calls_vendor', 'shapes', 'variables', 'tables', 'constants')
+        names = ('shapes', 'variables', 'tables', 'constants') + tuple(
+            'families_%d' % (unit + 1) for unit in range(int(values_of('--units')[0])))
         self.write('all.cpp', ''.join('#include "%s.cpp"\n' % name for name in names))
         for source, language in (('all.cpp', '-std=gnu++17'), ('layout.c', '-xc')):
             command = [os.environ.get('CXX', 'c++'), language, '-fsyntax-only', '-w', '-I', self.directory, '-I', SOURCES]
             command += values_of('--flag') + ['-isystem' + path for path in values_of('--system-include')]
             self.assertEqual(run(command + [os.path.join(self.directory, source)]), (0, ''))
+
+    def test_a_build_need_not_read_the_interface_files(self):
+        """Which files are made does not depend on them, and the rule beside the stamp names those that were read."""
+        self.assertEqual(self.generate(), (0, ''))
+        made = set(os.listdir(self.directory))
+        other = os.path.join(self.directory, 'with a blank')
+        os.mkdir(other)
+        shutil.copy(os.path.join(self.directory, 'vendor.h'), other)
+        self.directory = other
+        self.write('helper.h', '#pragma once\n#include "inner.h"\n')
+        self.write('inner.h', '#pragma once\nint vendor_help(int a);\n')
+        self.write('binding.toml', '# not "gone"\nfamilies = ["vendor",  # nor "gone"\n    "helper"]')
+        self.write('vendor.toml', 'headers = ["vendor.h"]\nfunctions = ["*"]\nrecords = ["*"]\nconstants = ["*"]\n'
+                                  'variables = ["*"]\n')
+        self.write('helper.toml', 'cxx_headers = [\n    "helper.h", "inner.h",\n]\nfunctions = ["vendor_help"]\n')
+        stamp = os.path.join(other, 'stamp')
+        command = command_for({HEADERS: other, values_of('--interface')[0]: other})
+        self.assertEqual(run(command + ['--output', other, '--stamp', stamp]), (0, ''))
+        self.assertEqual(made, set(os.listdir(other)) - set(['helper.h', 'inner.h', 'helper.toml', 'stamp', 'stamp.d']))
+        with open(stamp + '.d') as file:
+            target, inputs = file.read().replace('\\ ', '?').split(':', 1)
+        self.assertEqual(target, stamp.replace(' ', '?'))
+        read = set(inputs.replace('\\\n', ' ').split())
+        for name in ('binding.toml', 'vendor.toml', 'helper.toml', 'vendor.h', 'helper.h', 'inner.h'):
+            self.assertIn(os.path.join(other, name).replace(' ', '?'), read)
+        self.assertIn(values_of('--companion')[0], read)
+        self.assertFalse([name for name in read if 'gone' in name or not os.path.isabs(name)])
 
     def test_where_nothing_can_be_written(self):
         self.assertEqual(self.generate(), (0, ''))
@@ -162,7 +190,7 @@ class VendorHeaders(unittest.TestCase):
         command = command_for({HEADERS: self.directory, values_of('--interface')[0]: self.directory})
         for output in (os.path.join(self.directory, 'none'), os.path.join(self.directory, 'vendor.h')):
             self.assertEqual(run(command + ['--output', output])[0], 1)
-        for words in ([], ['--output'], ['--outputs', 'x', '--output', 'x']):
+        for words in ([], ['--output'], ['--outputs', 'x', '--output', 'x'], ['--output', 'x', '--units', '-1']):
             status, log = run(command + words)
             self.assertEqual((status, log[:15]), (2, 'usage: generate'))
 

@@ -23,6 +23,18 @@ TEST(Output, IsWrittenOnlyWhenItDiffers)
     std::filesystem::remove(path);
 }
 
+TEST(Output, TextsAreJoinedInOrderAndAboutEqual)
+{
+    EXPECT_EQ(joined({"aa", "b", "cc", "d"}, 2), (std::vector<std::string>{"aab", "ccd"}));
+    EXPECT_EQ(joined({"a", "bbbbbbb", "c"}, 3), (std::vector<std::string>{"abbbbbbb", "", "c"}));
+    EXPECT_EQ(joined({"", ""}, 2), (std::vector<std::string>{"", ""}));
+}
+
+TEST(Output, RulesNameAnyPath)
+{
+    EXPECT_EQ(make_rule("a b", {"c#", "$d"}), "a\\ b: \\\n  c\\# \\\n  $$d\n");
+}
+
 TEST(Output, LiteralsAreEscaped)
 {
     EXPECT_EQ(literal_with_nul("a\"b\\c"), "\"a\\\"b\\\\c\\0\"");
