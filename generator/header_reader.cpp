@@ -1,11 +1,14 @@
 #include "header_reader.h"
 
+#include "errors.h"
+
 #include <clang-c/Index.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <set>
 #include <stdexcept>
 #include <tuple>
@@ -37,6 +40,18 @@ std::string qualified_name(CXCursor declaration)
 }
 
 constexpr char main_file[] = "bound_headers.cpp";
+
+struct Position {
+    std::string file;
+    unsigned line = 0, column = 0;
+};
+
+/// A message of the compiler.
+struct CompilerError {
+    Position position;
+    std::string text;
+    std::vector<Position> notes;  ///< what its notes point at
+};
 
 class TranslationUnit {
 public:
@@ -91,41 +106,115 @@ public:
         return files;
     }
 
-    /// Calls visit(line in the main file or 0, message) for each error.
-    template <typename Visit>
-    void for_each_error(Visit visit) const
+    std::vector<CompilerError> errors() const
     {
-        for (unsigned i = 0; i < clang_getNumDiagnostics(unit_); ++i) {
-            CXDiagnostic diagnostic = clang_getDiagnostic(unit_, i);
+        // Asking the unit for one diagnostic after the other takes quadratic time.
+        std::unique_ptr<void, void (*)(CXDiagnosticSet)> all(clang_getDiagnosticSetFromTU(unit_),
+                                                             clang_disposeDiagnosticSet);
+        std::vector<CompilerError> errors;
+        for (unsigned i = 0; i < clang_getNumDiagnosticsInSet(all.get()); ++i) {
+            CXDiagnostic diagnostic = clang_getDiagnosticInSet(all.get(), i);
             if (clang_getDiagnosticSeverity(diagnostic) >= CXDiagnostic_Error) {
-                CXFile file;
-                unsigned line = 0;
-                clang_getExpansionLocation(clang_getDiagnosticLocation(diagnostic), &file, &line, nullptr,
-                                           nullptr);
-                bool in_main = file && take(clang_getFileName(file)) == main_file;
-                visit(in_main ? line : 0,
-                      take(clang_formatDiagnostic(diagnostic, clang_defaultDiagnosticDisplayOptions())));
+                errors.push_back(
+                    {position_of(diagnostic), take(clang_getDiagnosticSpelling(diagnostic)), {}});
+                CXDiagnosticSet notes = clang_getChildDiagnostics(diagnostic);
+                for (unsigned note = 0; note < clang_getNumDiagnosticsInSet(notes); ++note) {
+                    errors.back().notes.push_back(position_of(clang_getDiagnosticInSet(notes, note)));
+                }
             }
-            clang_disposeDiagnostic(diagnostic);
         }
+        return errors;
     }
 
 private:
+    static Position position_of(CXDiagnostic diagnostic)
+    {
+        Position position;
+        CXFile file;
+        clang_getExpansionLocation(clang_getDiagnosticLocation(diagnostic), &file, &position.line,
+                                   &position.column, nullptr);
+        position.file = file ? take(clang_getFileName(file)) : "";
+        return position;
+    }
+
     CXIndex index_;
     CXTranslationUnit unit_;
 };
 
-std::string including(const HeaderSource &source)
+/// The main file: it includes the headers, each in a few lines of its own.
+class MainFile {
+public:
+    explicit MainFile(const HeaderSource &source)
+    {
+        for (const Entry &header : source.c_headers) {
+            add("extern \"C\" {\n#include <" + header.text + ">\n}\n", header);
+        }
+        for (const Entry &header : source.cxx_headers) {
+            add("#include \"" + header.text + "\"\n", header);
+        }
+    }
+
+    const std::string &text() const { return text_; }
+    unsigned line_count() const { return static_cast<unsigned>(entries_.size()); }
+
+    /// The entry that a line includes.
+    const Entry &entry_at(unsigned line) const
+    {
+        return *entries_.at(std::min<std::size_t>(std::max(line, 1u), entries_.size()) - 1);
+    }
+
+private:
+    void add(const std::string &lines, const Entry &entry)
+    {
+        text_ += lines;
+        entries_.resize(entries_.size() + std::size_t(std::count(lines.begin(), lines.end(), '\n')), &entry);
+    }
+
+    std::string text_;
+    std::vector<const Entry *> entries_;  ///< by line
+};
+
+// An error in a header has its place there; one that shows behind it, such as a brace that is not closed, has that
+// of the entry that names the header.
+void add_error(Errors &errors, const CompilerError &error, const MainFile &main)
 {
-    std::string text = "extern \"C\" {\n";
-    for (const std::string &header : source.c_headers) {
-        text += "#include <" + header + ">\n";
+    auto in_header = [](const Position &position) {
+        return !position.file.empty() && position.file != main_file;
+    };
+    Position position = error.position;
+    // The last note says what was begun.
+    if (!in_header(position) && !error.notes.empty()) {
+        position = error.notes.back();
     }
-    text += "}\n";
-    for (const std::string &header : source.cxx_headers) {
-        text += "#include \"" + header + "\"\n";
+    if (position.file.empty()) {
+        errors.add("the compiler", error.text);
+    } else if (in_header(position)) {
+        errors.add(position.file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column)
+                       + ": error",
+                   error.text);
+    } else {
+        const Entry &entry = main.entry_at(position.line);
+        errors.add(entry.place, "'" + entry.text + "': " + error.text);
     }
-    return text;
+}
+
+void refuse_what_does_not_compile(const TranslationUnit &unit, const MainFile &main,
+                                  const HeaderSource &source)
+{
+    std::vector<CompilerError> found = unit.errors();
+    if (found.empty()) {
+        return;
+    }
+    Errors errors;
+    HeaderSource c_source = source;
+    c_source.cxx_headers.clear();
+    // What C leaves open, all the C++ libraries that are read after it complain about.
+    const MainFile c_main(c_source);
+    std::vector<CompilerError> in_c = TranslationUnit(c_main.text(), c_source).errors();
+    for (const CompilerError &error : in_c.empty() ? found : in_c) {
+        add_error(errors, error, main);
+    }
+    errors.raise_any();
 }
 
 class Reader {
@@ -529,8 +618,9 @@ private:
 // and for those that draw an error the answer is no.
 std::vector<Constant> integer_macros(const HeaderSource &source, const std::vector<Constant> &macros)
 {
-    std::string text = including(source);
-    auto first = static_cast<unsigned>(std::count(text.begin(), text.end(), '\n')) + 1;
+    const MainFile main(source);
+    std::string text = main.text();
+    unsigned first = main.line_count() + 1;
     for (const Constant &macro : macros) {
         const std::string value = "(" + macro.name + ")";
         text += "static_assert(__is_integral(decltype(" + value + " + 0)) && (" + value + " == " + value
@@ -538,8 +628,11 @@ std::vector<Constant> integer_macros(const HeaderSource &source, const std::vect
                 + " >= -0x80000000LL : (unsigned long long)" + value + " <= 0xffffffffULL, \"\");\n";
     }
     std::set<unsigned> refused;
-    TranslationUnit unit(text, source);
-    unit.for_each_error([&](unsigned line, const std::string &) { refused.insert(line); });
+    for (const CompilerError &error : TranslationUnit(text, source).errors()) {
+        if (error.position.file == main_file) {
+            refused.insert(error.position.line);
+        }
+    }
     std::vector<Constant> integers;
     for (const Constant &macro : macros) {
         if (!refused.count(first)) {
@@ -574,12 +667,9 @@ std::vector<Constant> in_header_order(std::vector<Constant> constants,
 
 Declarations read_headers(const HeaderSource &source)
 {
-    TranslationUnit unit(including(source), source);
-    std::string errors;
-    unit.for_each_error([&](unsigned, const std::string &message) { errors += message + "\n"; });
-    if (!errors.empty()) {
-        throw std::runtime_error("the headers do not compile:\n" + errors);
-    }
+    const MainFile main(source);
+    TranslationUnit unit(main.text(), source);
+    refuse_what_does_not_compile(unit, main, source);
     Reader reader(unit);
     Declarations declarations = reader.read();
     for (const Constant &macro : integer_macros(source, reader.macros())) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "declarations.h"
+#include "interface.h"
 
 #include <string>
 #include <vector>
@@ -9,14 +10,15 @@
 namespace generator {
 
 struct HeaderSource {
-    std::vector<std::string> c_headers;    ///< include paths, in the order in which they are read
-    std::vector<std::string> cxx_headers;  ///< likewise, read after the C headers
+    Entries c_headers;    ///< include paths, in the order in which they are read
+    Entries cxx_headers;  ///< likewise, read after the C headers
     std::vector<std::string> include_directories;
     std::vector<std::string> flags;               ///< further compiler flags, such as "-m32"
     std::vector<std::string> system_directories;  ///< likewise, but nothing in them is bound
 };
 
-/// Throws std::runtime_error with the compiler's messages if the headers do not compile.
+/// Throws std::runtime_error with the compiler's messages if the headers do not compile. What is wrong with no line
+/// of a header is said of the line that names it.
 Declarations read_headers(const HeaderSource &source);
 
 }  // namespace generator

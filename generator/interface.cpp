@@ -1,8 +1,12 @@
 #include "interface.h"
 
+#include "errors.h"
+
 #include <algorithm>
+#include <filesystem>
 #include <initializer_list>
 #include <stdexcept>
+#include <variant>
 
 #define TOML_HEADER_ONLY 1
 #include <toml++/toml.h>
@@ -11,139 +15,152 @@ namespace generator {
 
 namespace {
 
-[[noreturn]] void fail(const std::string &file, const toml::node &node, const std::string &what)
+/// What is wrong in one place. The section that it stands in is not looked at further.
+struct Fault {
+    std::string place;
+    std::string what;
+};
+
+std::string place_in(const std::string &file, const toml::source_region &region)
 {
-    throw std::runtime_error(file + ":" + std::to_string(node.source().begin.line) + ": " + what);
+    return file + ":" + std::to_string(std::max(region.begin.line, toml::source_index(1)));
 }
 
-// No TOML, or no file to read it from.
-std::string described(const toml::parse_error &error, const std::string &file)
+/// Throws a Fault for what is no TOML.
+toml::table parse(const std::string &file)
 {
-    return file + ":" + std::to_string(error.source().begin.line) + ": " + std::string(error.description());
-}
-
-std::string text_of(const std::string &file, const toml::node &node)
-{
-    if (!node.is_string()) {
-        fail(file, node, "a string is wanted here");
+    try {
+        return toml::parse_file(file);
+    } catch (const toml::parse_error &error) {
+        throw Fault{place_in(file, error.source()), std::string(error.description())};
     }
-    return **node.as_string();
 }
 
-class FamilyReader {
+class Reader {
 public:
-    FamilyReader(const std::string &directory, const std::string &name)
+    explicit Reader(std::string file) : file_(std::move(file)) {}
+
+protected:
+    std::string place_of(const toml::node &node) const { return place_in(file_, node.source()); }
+
+    [[noreturn]] void fail(const toml::node &node, const std::string &what) const
+    {
+        throw Fault{place_of(node), what};
+    }
+
+    Entry text(const toml::node &node) const
+    {
+        if (!node.is_string()) {
+            fail(node, "a string is wanted here");
+        }
+        return {**node.as_string(), place_of(node)};
+    }
+
+    Entries list(const toml::node &node) const
+    {
+        if (!node.is_array()) {
+            fail(node, "a list is wanted here");
+        }
+        Entries entries;
+        for (const toml::node &item : *node.as_array()) {
+            entries.push_back(text(item));
+        }
+        return entries;
+    }
+
+    std::string file_;
+};
+
+class FamilyReader : Reader {
+public:
+    FamilyReader(const std::string &file, const std::string &name) : Reader(file)
     {
         family_.name = name;
-        family_.file = directory + "/" + name + ".toml";
+        family_.file = file;
     }
 
-    /// Adds a line to `errors` for each section that is wrong.
-    FamilyInterface read(std::string &errors)
+    FamilyInterface read(Errors &errors)
     {
         try {
-            toml::table table = toml::parse_file(family_.file);
-            for (auto &&[key, node] : table) {
+            for (auto &&[key, node] : parse(file_)) {
                 try {
                     read_section(std::string(key.str()), node);
-                } catch (const std::runtime_error &error) {
-                    errors += error.what() + std::string("\n");
+                } catch (const Fault &fault) {
+                    errors.add(fault.place, fault.what);
                 }
             }
-        } catch (const toml::parse_error &error) {
-            errors += described(error, family_.file) + "\n";
+        } catch (const Fault &fault) {
+            errors.add(fault.place, fault.what);
         }
         return std::move(family_);
     }
 
 private:
-    void read_section(const std::string &section, const toml::node &node)
+    using List = Entries FamilyInterface::*;
+    using Table = EntryTable FamilyInterface::*;
+    using Special = void (FamilyReader::*)(const toml::node &);
+
+    static const std::map<std::string, std::variant<List, Table, Special>> &sections()
     {
-        if (section == "headers") {
-            family_.headers = list(node);
-        } else if (section == "cxx_headers") {
-            family_.cxx_headers = list(node);
-        } else if (section == "functions") {
-            family_.functions = list(node);
-        } else if (section == "records") {
-            family_.records = list(node);
-        } else if (section == "constants") {
-            family_.constants = list(node);
-        } else if (section == "variables") {
-            family_.variables = list(node);
-        } else if (section == "raises") {
-            family_.raises = list(node);
-        } else if (section == "named") {
-            family_.named = list(node);
-        } else if (section == "opaque") {
-            family_.opaque = list(node);
-        } else if (section == "opaque_here") {
-            family_.opaque_here = list(node);
-        } else if (section == "appended") {
-            family_.appended = strings(node);
-        } else if (section == "in_and_out") {
-            family_.in_and_out = strings(node);
-        } else if (section == "replaced") {
-            family_.replaced = strings(node);
-        } else if (section == "unserved") {
-            family_.unserved = list(node);
-        } else if (section == "identified_by") {
-            family_.identified_by = strings(node);
-        } else if (section == "created_with") {
-            family_.created_with = strings(node);
-        } else if (section == "key_checks") {
-            family_.key_checks = strings(node);
-        } else if (section == "text") {
-            family_.text = strings(node);
-        } else if (section == "typemaps") {
-            read_typemaps(node);
-        } else if (section == "pointer_classes") {
-            read_pointer_classes(node);
-        } else if (section == "arrays") {
-            for (auto &[name, element] : strings(node)) {
-                family_.arrays.push_back({name, element});
-            }
-        } else {
-            fail(family_.file, node, "unknown section '" + section + "'");
+        static const std::map<std::string, std::variant<List, Table, Special>> sections = {
+            {"headers", &FamilyInterface::headers},
+            {"cxx_headers", &FamilyInterface::cxx_headers},
+            {"functions", &FamilyInterface::functions},
+            {"records", &FamilyInterface::records},
+            {"constants", &FamilyInterface::constants},
+            {"variables", &FamilyInterface::variables},
+            {"opaque", &FamilyInterface::opaque},
+            {"opaque_here", &FamilyInterface::opaque_here},
+            {"named", &FamilyInterface::named},
+            {"typemaps", &FamilyReader::read_typemaps},
+            {"pointer_classes", &FamilyReader::read_pointer_classes},
+            {"arrays", &FamilyInterface::arrays},
+            {"appended", &FamilyInterface::appended},
+            {"in_and_out", &FamilyInterface::in_and_out},
+            {"replaced", &FamilyInterface::replaced},
+            {"raises", &FamilyInterface::raises},
+            {"text", &FamilyInterface::text},
+            {"unserved", &FamilyInterface::unserved},
+            {"identified_by", &FamilyInterface::identified_by},
+            {"created_with", &FamilyInterface::created_with},
+            {"key_checks", &FamilyInterface::key_checks},
+        };
+        return sections;
+    }
+
+    void read_section(const std::string &name, const toml::node &node)
+    {
+        auto section = sections().find(name);
+        if (section == sections().end()) {
+            fail(node, "unknown section '" + name + "'");
+        }
+        std::visit([&](auto target) { read(target, node); }, section->second);
+    }
+
+    void read(List target, const toml::node &node) { family_.*target = list(node); }
+    void read(Special reader, const toml::node &node) { (this->*reader)(node); }
+    void read(Table target, const toml::node &node)
+    {
+        for (auto &&[key, value] : table(node)) {
+            (family_.*target)[std::string(key.str())] = text(value);
         }
     }
 
     const toml::table &table(const toml::node &node)
     {
         if (!node.is_table()) {
-            fail(family_.file, node, "a table is wanted here");
+            fail(node, "a table is wanted here");
         }
         return *node.as_table();
     }
 
-    std::vector<std::string> list(const toml::node &node)
-    {
-        if (!node.is_array()) {
-            fail(family_.file, node, "a list is wanted here");
-        }
-        std::vector<std::string> texts;
-        for (const toml::node &item : *node.as_array()) {
-            texts.push_back(text_of(family_.file, item));
-        }
-        return texts;
-    }
-
-    std::map<std::string, std::string> strings(const toml::node &node)
-    {
-        std::map<std::string, std::string> texts;
-        for (auto &&[key, value] : table(node)) {
-            texts[std::string(key.str())] = text_of(family_.file, value);
-        }
-        return texts;
-    }
-
-    std::string field(const toml::table &entry, const char *name)
+    Entry field(const toml::table &entry, const char *name)
     {
         const toml::node *node = entry.get(name);
         if (!node) {
-            fail(family_.file, entry, std::string("'") + name + "' is missing");
+            fail(entry, std::string("'") + name + "' is missing");
         }
-        return text_of(family_.file, *node);
+        return text(*node);
     }
 
     // The table of one entry, which has no other keys than these.
@@ -151,7 +168,7 @@ private:
     {
         for (auto &&[key, value] : table(node)) {
             if (std::count(keys.begin(), keys.end(), key.str()) == 0) {
-                fail(family_.file, value, "unknown key '" + std::string(key.str()) + "'");
+                fail(value, "unknown key '" + std::string(key.str()) + "'");
             }
         }
         return *node.as_table();
@@ -161,7 +178,8 @@ private:
     {
         for (auto &&[key, value] : table(node)) {
             const toml::table &typemap = entry(value, {"header", "name"});
-            family_.typemaps[std::string(key.str())] = {field(typemap, "header"), field(typemap, "name")};
+            family_.typemaps[std::string(key.str())] = {field(typemap, "header").text,
+                                                        field(typemap, "name").text, place_of(value)};
         }
     }
 
@@ -171,7 +189,7 @@ private:
             const toml::table &declared = entry(value, {"element", "equivalent"});
             const toml::node *equivalent = declared.get("equivalent");
             if (equivalent && !equivalent->is_boolean()) {
-                fail(family_.file, *equivalent, "true or false is wanted here");
+                fail(*equivalent, "true or false is wanted here");
             }
             family_.pointer_classes.push_back({std::string(key.str()), field(declared, "element"),
                                                equivalent && **equivalent->as_boolean()});
@@ -181,39 +199,66 @@ private:
     FamilyInterface family_;
 };
 
+class BindingReader : Reader {
+public:
+    explicit BindingReader(const std::string &directory)
+        : Reader(directory + "/binding.toml"), directory_(directory)
+    {
+    }
+
+    std::vector<FamilyInterface> read(Errors &errors)
+    {
+        const toml::table binding = parse(file_);
+        std::vector<FamilyInterface> families;
+        for (auto &&[key, node] : binding) {
+            if (key.str() != "families") {
+                fail(node, "unknown key '" + std::string(key.str()) + "'");
+            }
+        }
+        const toml::node *names = binding.get("families");
+        if (!names) {
+            fail(binding, "the list 'families' is missing");
+        }
+        for (const auto &[name, place] : list(*names)) {
+            const std::string file = directory_ + "/" + name + ".toml";
+            auto same = [&name = name](const FamilyInterface &other) { return other.name == name; };
+            if (std::any_of(families.begin(), families.end(), same)) {
+                throw Fault{place, "the family '" + name + "' is listed twice"};
+            }
+            if (!std::filesystem::is_regular_file(file)) {
+                errors.add(place, "the family '" + name + "' has no file " + file);
+                continue;
+            }
+            families.push_back(FamilyReader(file, name).read(errors));
+        }
+        return families;
+    }
+
+private:
+    std::string directory_;
+};
+
 }  // namespace
+
+std::vector<std::string> texts(const Entries &entries)
+{
+    std::vector<std::string> texts;
+    for (const Entry &entry : entries) {
+        texts.push_back(entry.text);
+    }
+    return texts;
+}
 
 std::vector<FamilyInterface> read_interface(const std::string &directory)
 {
-    std::string file = directory + "/binding.toml", errors;
-    toml::table binding;
-    try {
-        binding = toml::parse_file(file);
-    } catch (const toml::parse_error &error) {
-        throw std::runtime_error(described(error, file));
-    }
-    for (auto &&[key, node] : binding) {
-        if (key.str() != "families") {
-            fail(file, node, "unknown key '" + std::string(key.str()) + "'");
-        }
-    }
-    const toml::array *names = binding["families"].as_array();
-    if (!names) {
-        throw std::runtime_error(file + ": the list 'families' is missing");
-    }
+    Errors errors;
     std::vector<FamilyInterface> families;
-    for (const toml::node &node : *names) {
-        const std::string name = text_of(file, node);
-        for (const FamilyInterface &other : families) {
-            if (other.name == name) {
-                fail(file, node, "the family '" + name + "' is listed twice");
-            }
-        }
-        families.push_back(FamilyReader(directory, name).read(errors));
+    try {
+        families = BindingReader(directory).read(errors);
+    } catch (const Fault &fault) {
+        errors.add(fault.place, fault.what);
     }
-    if (!errors.empty()) {
-        throw std::runtime_error(errors);
-    }
+    errors.raise_any();
     return families;
 }
 

@@ -31,41 +31,48 @@
 
 namespace generator {
 
+/// A string of an interface file, and where it stands, as messages say it: "interface/l2.toml:5".
+struct Entry {
+    std::string text;
+    std::string place;
+};
+using Entries = std::vector<Entry>;
+/// By key.
+using EntryTable = std::map<std::string, Entry>;
+
+std::vector<std::string> texts(const Entries &entries);
+
 struct Typemap {
     std::string header;  ///< declares to_<name>(), from_<name>(), get_<name>() and set_<name>()
     std::string name;
+    std::string place;
 };
 
 struct PointerClass {
     std::string name;
-    std::string element;      ///< spelling of the element type
+    Entry element;            ///< spelling of the element type
     bool equivalent = false;  ///< whether it is accepted wherever a pointer to the element is
-};
-
-struct ArrayFamily {
-    std::string name;
-    std::string element;
 };
 
 struct FamilyInterface {
     std::string name;
     std::string file;
-    std::vector<std::string> headers, cxx_headers;
-    std::vector<std::string> functions, records, constants, variables;
-    std::vector<std::string> opaque, opaque_here;
-    std::vector<std::string> raises;
-    std::vector<std::string> named;
+    Entries headers, cxx_headers;
+    Entries functions, records, constants, variables;
+    Entries opaque, opaque_here;
+    Entries raises;
+    Entries named;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;
-    std::vector<ArrayFamily> arrays;
-    std::map<std::string, std::string> appended;    ///< function to parameter
-    std::map<std::string, std::string> in_and_out;  ///< function to parameter
-    std::map<std::string, std::string> replaced;    ///< function to stand-in
-    std::map<std::string, std::string> text;        ///< typedef to spelling
-    std::vector<std::string> unserved;
-    std::map<std::string, std::string> identified_by;  ///< table to members
-    std::map<std::string, std::string> created_with;   ///< table to flags
-    std::map<std::string, std::string> key_checks;     ///< typedef to function
+    EntryTable arrays;      ///< array family to spelling of the element type
+    EntryTable appended;    ///< function to parameter
+    EntryTable in_and_out;  ///< function to parameter
+    EntryTable replaced;    ///< function to stand-in
+    EntryTable text;        ///< typedef to spelling
+    Entries unserved;
+    EntryTable identified_by;  ///< table to members
+    EntryTable created_with;   ///< table to flags
+    EntryTable key_checks;     ///< typedef to function
 };
 
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that

@@ -148,7 +148,8 @@ int main(int argc, char **argv)
     try {
         generate(options);
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "generate: %s\n", error.what());
+        const std::string what = error.what();
+        std::fprintf(stderr, "generate: %s%s", what.c_str(), what.back() == '\n' ? "" : "\n");
         return 1;
     }
     return 0;

@@ -1,5 +1,6 @@
 #include "model.h"
 
+#include "errors.h"
 #include "shape.h"
 #include "spelling.h"
 
@@ -38,39 +39,39 @@ const std::map<std::string, Conversion> &scalar_conversions()
     return conversions;
 }
 
-// One function or record name list of a family, with exclusions.
+// A list of patterns over names, with exclusions.
 class Patterns {
 public:
-    explicit Patterns(const std::vector<std::string> &patterns) : patterns_(patterns), used_(patterns.size())
-    {
-    }
+    explicit Patterns(const Entries &patterns) : patterns_(patterns), used_(patterns.size()) {}
 
-    bool match(const std::string &name)
+    /// The pattern by which the name is wanted, or null.
+    const Entry *match(const std::string &name)
     {
-        bool wanted = false;
+        const Entry *wanted = nullptr;
         for (size_t i = 0; i < patterns_.size(); ++i) {
-            bool excludes = patterns_[i][0] == '!';
-            if (fnmatch(patterns_[i].c_str() + excludes, name.c_str(), 0) == 0) {
-                wanted = !excludes;
+            const std::string &pattern = patterns_[i].text;
+            const bool excludes = pattern[0] == '!';
+            if (fnmatch(pattern.c_str() + excludes, name.c_str(), 0) == 0) {
+                wanted = excludes ? nullptr : &patterns_[i];
                 used_[i] = true;
             }
         }
         return wanted;
     }
 
-    std::vector<std::string> unused() const
+    Entries unused() const
     {
-        std::vector<std::string> names;
+        Entries unused;
         for (size_t i = 0; i < patterns_.size(); ++i) {
             if (!used_[i]) {
-                names.push_back(patterns_[i]);
+                unused.push_back(patterns_[i]);
             }
         }
-        return names;
+        return unused;
     }
 
 private:
-    const std::vector<std::string> &patterns_;
+    const Entries &patterns_;
     std::vector<bool> used_;
 };
 
@@ -81,12 +82,14 @@ public:
     {
         model_.interface = std::move(interface);
         for (const FamilyInterface &family : model_.interface) {
-            opaque_.insert(family.opaque.begin(), family.opaque.end());
+            for (const Entry &entry : family.opaque) {
+                opaque_.insert(entry.text);
+            }
             for (const auto &[name, typemap] : family.typemaps) {
                 typemaps_[name] = &typemap;
             }
-            for (const auto &[name, text] : family.text) {
-                text_[name] = text;
+            for (const auto &[name, entry] : family.text) {
+                text_[name] = entry.text;
             }
         }
         for (const FamilyInterface &family : model_.interface) {
@@ -101,14 +104,12 @@ public:
             model_.families.push_back(build_family(family));
         }
         add_twins();
-        if (!errors_.empty()) {
-            throw std::runtime_error(errors_);
-        }
+        errors_.raise_any();
         return std::move(model_);
     }
 
 private:
-    void error(const std::string &where, const std::string &what) { errors_ += where + ": " + what + "\n"; }
+    void error(const std::string &place, const std::string &what) { errors_.add(place, what); }
 
     // As compilers say it: "include/bcm/l2.h:120".
     static std::string place(const std::string &header, unsigned line)
@@ -118,23 +119,23 @@ private:
 
     void check_typedefs(const FamilyInterface &family)
     {
-        auto check = [&](const std::string &name) {
+        auto check = [&](const std::string &name, const std::string &place) {
             if (!declarations_.typedefs.count(name)) {
-                error(family.file, "no header declares the type '" + name + "'");
+                error(place, "no header declares the type '" + name + "'");
             }
         };
-        for (const std::vector<std::string> *names : {&family.opaque, &family.opaque_here}) {
-            for (const std::string &name : *names) {
+        for (const Entries *names : {&family.opaque, &family.opaque_here}) {
+            for (const auto &[name, place] : *names) {
                 if (!declarations_.enumerations.count(name)) {
-                    check(name);
+                    check(name, place);
                 }
             }
         }
-        for (const auto &entry : family.typemaps) {
-            check(entry.first);
+        for (const auto &[name, typemap] : family.typemaps) {
+            check(name, typemap.place);
         }
-        for (const auto &entry : family.text) {
-            check(entry.first);
+        for (const auto &[name, entry] : family.text) {
+            check(name, entry.place);
         }
     }
 
@@ -266,18 +267,20 @@ private:
         const Function *source = &declared;
         auto replaced = family.replaced.find(declared.name);
         if (replaced != family.replaced.end()) {
-            source = find_function(replaced->second);
+            const auto &[stand_in, at] = replaced->second;
+            source = find_function(stand_in);
             if (!source) {
-                error(family.file, "no header declares '" + replaced->second + "'");
+                error(at, "no header declares '" + stand_in + "'");
                 source = &declared;
             }
         }
         BoundFunction function{declared.name, source->scope + source->name, source->header, {}, {}, false,
                                false};
-        function.of_sdk = declared_in(source->header, family.headers);
-        function.raises = std::count(family.raises.begin(), family.raises.end(), declared.name) != 0;
+        function.of_sdk = declared_in(source->header, texts(family.headers));
+        function.raises = std::any_of(family.raises.begin(), family.raises.end(),
+                                      [&](const Entry &entry) { return entry.text == declared.name; });
         const std::string where = place(source->header, source->line) + ": " + source->name;
-        const size_t known_errors = errors_.size();
+        const size_t known_errors = errors_.count();
         if (source->is_variadic) {
             error(where, "a variable number of arguments cannot be passed on");
         }
@@ -289,19 +292,15 @@ private:
             function.parameters.push_back(
                 {parameter.name, crossing_or_error(parameter.type, where), Direction::In});
         }
-        if (BoundParameter *output = departing_parameter(family, family.appended, function)) {
-            output->direction = Direction::Out;
-            output->crossing = appended_crossing(family, function.name, output->crossing.type);
+        auto appended = family.appended.find(function.name);
+        if (appended != family.appended.end()) {
+            append_output(function, appended->second);
         }
-        if (BoundParameter *both = departing_parameter(family, family.in_and_out, function)) {
-            both->direction = Direction::InOut;
-            both->name = "INOUT";
-            TypePtr full = resolved(both->crossing.type);
-            if (full->kind != Type::Kind::Pointer || !is_builtin(full->target, "int")) {
-                error(family.file, "'" + function.name + "': only a pointer to int can be in and out");
-            }
+        auto in_and_out = family.in_and_out.find(function.name);
+        if (in_and_out != family.in_and_out.end()) {
+            pass_in_and_out(function, in_and_out->second);
         }
-        if (errors_.size() == known_errors) {
+        if (errors_.count() == known_errors) {
             check_shape(function, where);
         }
         return function;
@@ -317,38 +316,51 @@ private:
         }
     }
 
-    // The parameter of `function` that a section of the interface file names, or null.
-    BoundParameter *departing_parameter(const FamilyInterface &family,
-                                        const std::map<std::string, std::string> &section,
-                                        BoundFunction &function)
+    // The parameter of `function` that an entry of the interface file names, or null.
+    BoundParameter *departing_parameter(BoundFunction &function, const Entry &entry)
     {
-        auto entry = section.find(function.name);
-        if (entry == section.end()) {
-            return nullptr;
-        }
         for (BoundParameter &parameter : function.parameters) {
-            if (parameter.name == entry->second) {
+            if (parameter.name == entry.text) {
                 return &parameter;
             }
         }
-        error(family.file, "'" + function.name + "' has no parameter '" + entry->second + "'");
+        error(entry.place, "'" + function.name + "' has no parameter '" + entry.text + "'");
         return nullptr;
     }
 
     // What an output pointer points to is what joins the result.
-    Crossing appended_crossing(const FamilyInterface &family, const std::string &function,
-                               const TypePtr &type)
+    void append_output(BoundFunction &function, const Entry &entry)
     {
+        BoundParameter *output = departing_parameter(function, entry);
+        if (!output) {
+            return;
+        }
+        output->direction = Direction::Out;
+        TypePtr type = output->crossing.type;
         if (type->kind != Type::Kind::Pointer) {
-            error(family.file, "the appended output of '" + function + "' is not a pointer");
-            return {};
+            error(entry.place, "the appended output of '" + function.name + "' is not a pointer");
+            return;
         }
         // The call keeps 4 bytes for it; a long has more on some hosts.
         TypePtr full = resolved(type->target);
         if (is_builtin(full, "long") || is_builtin(full, "unsigned long")) {
-            error(family.file, "the appended output of '" + function + "' has no fixed size");
+            error(entry.place, "the appended output of '" + function.name + "' has no fixed size");
         }
-        return crossing_or_error(type->target, family.file);
+        output->crossing = crossing_or_error(type->target, entry.place);
+    }
+
+    void pass_in_and_out(BoundFunction &function, const Entry &entry)
+    {
+        BoundParameter *both = departing_parameter(function, entry);
+        if (!both) {
+            return;
+        }
+        both->direction = Direction::InOut;
+        both->name = "INOUT";
+        TypePtr full = resolved(both->crossing.type);
+        if (full->kind != Type::Kind::Pointer || !is_builtin(full->target, "int")) {
+            error(entry.place, "'" + function.name + "': only a pointer to int can be in and out");
+        }
     }
 
     static bool has_32_bits(Conversion conversion)
@@ -429,20 +441,20 @@ private:
         return record;
     }
 
-    TypePtr parse_type(const FamilyInterface &family, const std::string &spelling)
+    TypePtr parse_type(const Entry &spelling)
     {
-        auto known = declarations_.typedefs.find(spelling);
+        auto known = declarations_.typedefs.find(spelling.text);
         if (known != declarations_.typedefs.end()) {
-            return Type::typedef_of(spelling, known->second);
+            return Type::typedef_of(spelling.text, known->second);
         }
-        if (scalar_conversions().count(spelling)) {
-            return Type::builtin(spelling);
+        if (scalar_conversions().count(spelling.text)) {
+            return Type::builtin(spelling.text);
         }
-        error(family.file, "unknown element type '" + spelling + "'");
+        error(spelling.place, "unknown element type '" + spelling.text + "'");
         return Type::builtin("unsigned char");
     }
 
-    void check_element(const FamilyInterface &family, const std::string &name, const Crossing &element,
+    void check_element(const std::string &place, const std::string &name, const Crossing &element,
                        bool of_array)
     {
         const Conversion conversion = element.conversion;
@@ -452,32 +464,33 @@ private:
                           || (!of_array && !scalar_name(conversion).empty());
         if (!fits || is_builtin(resolved(element.type), "unsigned long")
             || is_builtin(resolved(element.type), "long")) {
-            error(family.file, "'" + name + "': elements of type '" + element.text + "' cannot be bound");
+            error(place, "'" + name + "': elements of type '" + element.text + "' cannot be bound");
         }
     }
 
-    BoundPointerClass bind(const FamilyInterface &family, const PointerClass &declared)
+    BoundPointerClass bind(const PointerClass &declared)
     {
-        TypePtr element = parse_type(family, declared.element);
+        const std::string &place = declared.element.place;
+        TypePtr element = parse_type(declared.element);
         // The class is a type of its own; only equivalence (add_twins) makes it convert to its element.
         TypePtr self = Type::pointer_to(Type::record(declared.name));
         if (declared.equivalent) {
             equivalent_[mangle(resolved(element))] = declared.name;
         }
         BoundPointerClass bound{declared.name, pointer_crossing(self, Conversion::Pointer, self),
-                                crossing_or_error(Type::pointer_to(element), family.file),
-                                crossing_or_error(element, family.file)};
-        check_element(family, bound.name, bound.element, false);
+                                crossing_or_error(Type::pointer_to(element), place),
+                                crossing_or_error(element, place)};
+        check_element(place, bound.name, bound.element, false);
         return bound;
     }
 
-    BoundArray bind(const FamilyInterface &family, const ArrayFamily &declared)
+    BoundArray bind_array(const std::string &name, const Entry &declared)
     {
-        TypePtr element = parse_type(family, declared.element);
-        BoundArray array{declared.name, crossing_or_error(Type::pointer_to(element), family.file),
-                         crossing_or_error(Type::builtin("int"), family.file),
-                         crossing_or_error(element, family.file)};
-        check_element(family, array.name, array.element, true);
+        const std::string &place = declared.place;
+        TypePtr element = parse_type(declared);
+        BoundArray array{name, crossing_or_error(Type::pointer_to(element), place),
+                         crossing_or_error(Type::builtin("int"), place), crossing_or_error(element, place)};
+        check_element(place, name, array.element, true);
         return array;
     }
 
@@ -510,54 +523,92 @@ private:
 
     Family build_family(const FamilyInterface &source)
     {
-        Family family{source.name, source.headers, source.cxx_headers, {}, {}, {}, {}, {}, {}};
-        opaque_here_ = {source.opaque_here.begin(), source.opaque_here.end()};
-        std::vector<std::string> headers = source.headers;
-        headers.insert(headers.end(), source.cxx_headers.begin(), source.cxx_headers.end());
-        Patterns functions(source.functions), records(source.records), constants(source.constants);
-        Patterns variables(source.variables);
+        Family family;
+        family.name = source.name;
+        family.headers = texts(source.headers);
+        family.cxx_headers = texts(source.cxx_headers);
+        opaque_here_.clear();
+        for (const Entry &entry : source.opaque_here) {
+            opaque_here_.insert(entry.text);
+        }
         for (const PointerClass &declared : source.pointer_classes) {
-            claim(source, declared.name);
-            family.pointer_classes.push_back(bind(source, declared));
+            claim(source, declared.name, declared.element.place);
+            family.pointer_classes.push_back(bind(declared));
         }
-        for (const ArrayFamily &declared : source.arrays) {
-            claim(source, declared.name);
-            family.arrays.push_back(bind(source, declared));
+        for (const auto &[name, element] : source.arrays) {
+            claim(source, name, element.place);
+            family.arrays.push_back(bind_array(name, element));
         }
-        for (const Record &record : declarations_.records) {
-            if (declared_in(record.header, headers) && records.match(record.name)) {
-                claim(source, record.name);
-                family.records.push_back(bind(record));
+        for (const Record *record : wanted(source, source.records, declarations_.records)) {
+            family.records.push_back(bind(*record));
+        }
+        for (const Function *function : wanted(source, source.functions, declarations_.functions)) {
+            family.functions.push_back(bind(source, *function));
+        }
+        for (const Constant *constant : wanted(source, source.constants, declarations_.constants)) {
+            bind(*constant);
+        }
+        for (const Variable *variable :
+             wanted(source, source.variables, declarations_.variables, "variable ")) {
+            model_.variables.push_back(bind(*variable));
+        }
+        add_sdk_functions(family);
+        name_enumerations(source, family);
+        check_departures(source, family);
+        return family;
+    }
+
+    // What the family's headers declare and its patterns want.
+    template <typename Declared>
+    std::vector<const Declared *> wanted(const FamilyInterface &family, const Entries &entries,
+                                         const std::vector<Declared> &declarations,
+                                         const std::string &kind = "")
+    {
+        std::vector<std::string> headers = texts(family.headers);
+        for (const Entry &header : family.cxx_headers) {
+            headers.push_back(header.text);
+        }
+        Patterns patterns(entries);
+        std::vector<const Declared *> found;
+        for (const Declared &declared : declarations) {
+            const Entry *pattern =
+                declared_in(declared.header, headers) ? patterns.match(declared.name) : nullptr;
+            if (pattern) {
+                claim(family, kind + declared.name, pattern->place);
+                found.push_back(&declared);
             }
         }
+        for (const auto &[pattern, place] : patterns.unused()) {
+            error(place, "'" + pattern + "' fits nothing that its headers declare");
+        }
+        return found;
+    }
+
+    void bind(const Constant &constant)
+    {
+        if (!constant.fits_32_bits) {
+            error(place(constant.header, constant.line) + ": " + constant.name, "more than 32 bits");
+        }
+        model_.constants.push_back(constant);
+        // An enumerator is a value of its enumeration, which crosses with it.
+        if (!constant.enumeration.empty()) {
+            add_descriptor(Type::pointer_to(Type::enumeration(constant.enumeration)));
+        }
+    }
+
+    void add_sdk_functions(Family &family)
+    {
         for (const Function &function : declarations_.functions) {
-            if (declared_in(function.header, source.headers) && !function.is_variadic && !function.is_inline
+            if (declared_in(function.header, family.headers) && !function.is_variadic && !function.is_inline
                 && sdk_functions_.insert(function.name).second) {
                 family.sdk_functions.push_back(function);
             }
-            if (declared_in(function.header, headers) && functions.match(function.name)) {
-                claim(source, function.name);
-                family.functions.push_back(bind(source, function));
-            }
         }
-        for (const Constant &constant : declarations_.constants) {
-            if (declared_in(constant.header, headers) && constants.match(constant.name)) {
-                if (!constant.fits_32_bits) {
-                    error(place(constant.header, constant.line) + ": " + constant.name, "more than 32 bits");
-                }
-                model_.constants.push_back(constant);
-                // An enumerator is a value of its enumeration, which crosses with it.
-                if (!constant.enumeration.empty()) {
-                    add_descriptor(Type::pointer_to(Type::enumeration(constant.enumeration)));
-                }
-            }
-        }
-        for (const Variable &variable : declarations_.variables) {
-            if (declared_in(variable.header, headers) && variables.match(variable.name)) {
-                model_.variables.push_back(bind(variable));
-            }
-        }
-        for (const std::string &tag : source.named) {
+    }
+
+    void name_enumerations(const FamilyInterface &source, Family &family)
+    {
+        for (const auto &[tag, place] : source.named) {
             std::vector<std::string> &enumerators = family.named_enumerations[tag];
             for (const Constant &constant : declarations_.constants) {
                 if (constant.enumeration == tag) {
@@ -565,42 +616,38 @@ private:
                 }
             }
             if (enumerators.empty()) {
-                error(source.file, "no header declares the enumeration '" + tag + "'");
+                error(place, "no header declares the enumeration '" + tag + "'");
             }
         }
-        for (const Patterns *patterns : {&functions, &records, &constants, &variables}) {
-            for (const std::string &pattern : patterns->unused()) {
-                error(source.file, "'" + pattern + "' fits nothing that its headers declare");
-            }
-        }
-        check_departures(source, family, source.appended);
-        check_departures(source, family, source.in_and_out);
-        check_departures(source, family, source.replaced);
-        for (const std::string &name : source.raises) {
-            check_departures(source, family, {{name, ""}});
-        }
-        return family;
     }
 
     // A name of Python's has one family.
-    void claim(const FamilyInterface &family, const std::string &name)
+    void claim(const FamilyInterface &family, const std::string &name, const std::string &place)
     {
-        auto [owner, is_new] = owners_.emplace(name, &family);
-        if (!is_new && owner->second != &family) {
-            error(family.file, "'" + name + "' is bound by " + owner->second->file + " too");
+        auto [owner, is_new] = owners_.emplace(name, Owner{&family, place});
+        if (!is_new && owner->second.family != &family) {
+            error(place, "'" + name + "' is bound at " + owner->second.place + " too");
         }
     }
 
-    void check_departures(const FamilyInterface &source, const Family &family,
-                          const std::map<std::string, std::string> &departures)
+    void check_departures(const FamilyInterface &source, const Family &family)
     {
-        for (const auto &entry : departures) {
-            bool bound =
-                std::any_of(family.functions.begin(), family.functions.end(),
-                            [&](const BoundFunction &function) { return function.name == entry.first; });
-            if (!bound) {
-                error(source.file, "'" + entry.first + "' departs from the pattern, but is not bound");
+        std::set<std::string> bound;
+        for (const BoundFunction &function : family.functions) {
+            bound.insert(function.name);
+        }
+        auto check = [&](const std::string &name, const std::string &place) {
+            if (bound.count(name) == 0) {
+                error(place, "'" + name + "' departs from the pattern, but is not bound");
             }
+        };
+        for (const EntryTable *departures : {&source.appended, &source.in_and_out, &source.replaced}) {
+            for (const auto &[name, entry] : *departures) {
+                check(name, entry.place);
+            }
+        }
+        for (const auto &[name, place] : source.raises) {
+            check(name, place);
         }
     }
 
@@ -648,9 +695,13 @@ private:
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
     std::map<std::string, std::string> equivalent_;  ///< mangled element type to pointer class
-    std::map<std::string, const FamilyInterface *> owners_;
+    struct Owner {
+        const FamilyInterface *family;
+        std::string place;
+    };
+    std::map<std::string, Owner> owners_;  ///< by bound name
     std::set<std::string> sdk_functions_;  ///< a header may serve several families
-    std::string errors_;
+    Errors errors_;
 };
 
 }  // namespace

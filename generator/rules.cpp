@@ -1,5 +1,6 @@
 #include "rules.h"
 
+#include "errors.h"
 #include "spelling.h"
 
 #include <algorithm>
@@ -106,17 +107,17 @@ public:
     explicit Finder(const Model &model)
     {
         for (const FamilyInterface &family : model.interface) {
-            for (const std::string &name : family.unserved) {
-                unserved_[name] = family.file;
+            for (const auto &[name, place] : family.unserved) {
+                unserved_[name] = place;
             }
-            for (const auto &[table, members] : family.identified_by) {
-                identified_by_[table] = {family.file, words(members)};
+            for (const auto &[table, entry] : family.identified_by) {
+                identified_by_[table] = {entry.place, words(entry.text)};
             }
-            for (const auto &[table, flags] : family.created_with) {
-                created_with_[table] = {family.file, words(flags)};
+            for (const auto &[table, entry] : family.created_with) {
+                created_with_[table] = {entry.place, words(entry.text)};
             }
-            for (const auto &[type, check] : family.key_checks) {
-                key_checks_[type] = {family.file, {check}};
+            for (const auto &[type, entry] : family.key_checks) {
+                key_checks_[type] = {entry.place, {entry.text}};
             }
         }
         for (const Family &family : model.families) {
@@ -143,8 +144,8 @@ public:
     }
 
 private:
-    struct Entry {
-        std::string file;
+    struct WordEntry {
+        std::string place;
         std::vector<std::string> words;
     };
 
@@ -536,30 +537,28 @@ private:
 
     void check_entries() const
     {
-        std::string errors;
-        for (const auto &[name, file] : unserved_) {
+        Errors errors;
+        for (const auto &[name, place] : unserved_) {
             if (names_.count(name) == 0) {
-                errors += file + ": no header declares '" + name + "', which is not to be served\n";
+                errors.add(place, "no header declares '" + name + "', which is not to be served");
             }
         }
         for (const auto *entries : {&identified_by_, &created_with_, &key_checks_}) {
             for (const auto &[name, entry] : *entries) {
                 if (used_.count(name) == 0) {
-                    errors += entry.file + ": no rule of the development SDK uses '" + name + "'\n";
+                    errors.add(entry.place, "no rule of the development SDK uses '" + name + "'");
                 }
             }
         }
-        if (!errors.empty()) {
-            throw std::runtime_error(errors.substr(0, errors.size() - 1));
-        }
+        errors.raise_any();
     }
 
-    std::map<std::string, std::string> unserved_;                ///< function to file
-    std::map<std::string, Entry> identified_by_, created_with_;  ///< by table
-    std::map<std::string, Entry> key_checks_;                    ///< by typedef
-    std::set<std::string> names_;                                ///< of all functions
-    std::map<std::string, const Function *> functions_;          ///< that may be served
-    std::set<std::string> used_;                                 ///< tables and typedefs
+    std::map<std::string, std::string> unserved_;                    ///< function to place
+    std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
+    std::map<std::string, WordEntry> key_checks_;                    ///< by typedef
+    std::set<std::string> names_;                                    ///< of all functions
+    std::map<std::string, const Function *> functions_;              ///< that may be served
+    std::set<std::string> used_;                                     ///< tables and typedefs
     Rules rules_;
 };
 

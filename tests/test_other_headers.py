@@ -109,8 +109,12 @@ class OtherHeaders(unittest.TestCase):
         self.assertIn("no conversion for a value of type 'double'", log)
 
 
+def start(command):
+    return subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+
+
 def run(command):
-    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    process = start(command)
     log = process.communicate()[0]
     return process.returncode, log
 
@@ -202,7 +206,7 @@ class VendorHeaders(unittest.TestCase):
         status, log = self.generate()
         self.assertEqual(status, 1)
         for text in ('vendor.h:2: vendor_bits_s.bit: a bit-field', 'vendor.h:1: vendor_log: a variable number',
-                     "vendor.toml: 'vendor_gone_t' fits"):
+                     "vendor.toml:3: 'vendor_gone_t' fits"):
             self.assertIn(text, log)
         self.assertEqual(os.listdir(self.directory), before)
 

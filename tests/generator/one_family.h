@@ -34,7 +34,7 @@ protected:
         const std::string header = name_ + ".h";
         write_if_changed(directory_ + "/" + name_ + ".toml", "headers = [\"" + header + "\"]\n" + interface);
         HeaderSource source;
-        source.c_headers = {header};
+        source.c_headers = {{header, directory_ + "/" + name_ + ".toml:1"}};
         source.include_directories = {directory_};
         return build_model(read_headers(source), read_interface(directory_));
     }

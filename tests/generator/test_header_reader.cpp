@@ -210,20 +210,31 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
         "functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\n[appended]\nvendor_count = \"count\"\n",
         errors);
     expect_errors("functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"total\"\n",
-                  {directory_ + "/vendor.toml: the appended output of 'vendor_count' has no fixed size"});
+                  {directory_ + "/vendor.toml:4: the appended output of 'vendor_count' has no fixed size"});
     expect_errors("records = [\"Place\"]\n",
-                  {directory_ + "/vendor.toml: 'Place' fits nothing that its headers declare"});
+                  {directory_ + "/vendor.toml:2: 'Place' fits nothing that its headers declare"});
 }
 
 TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
 {
     write_if_changed(directory_ + "/vendor.h",
                      "int vendor_a(vendor_gone_t *gone);\n#include \"vendor_gone.h\"\nint vendor_b(;\n");
-    std::string errors = error_of("functions = [\"*\"]\n");
-    for (const char *error : {"vendor.h:1:14: error: unknown type name 'vendor_gone_t'",
-                              "'vendor_gone.h' file not found", "vendor.h:3:14: error: expected"}) {
-        EXPECT_NE(errors.find(error), std::string::npos) << errors;
+    expect_errors("functions = [\"*\"]\n",
+                  {directory_ + "/vendor.h:1:14: error: unknown type name 'vendor_gone_t'",
+                   directory_ + "/vendor.h:2:10: error: 'vendor_gone.h' file not found",
+                   directory_ + "/vendor.h:3:14: error: expected expression",
+                   directory_ + "/vendor.toml:1: 'vendor.h': expected ';' after top level declarator",
+                   directory_ + "/vendor.toml:1: 'vendor.h': expected '}'"});
+    // What is left open shows behind the header only.
+    for (const char *text : {"struct vendor_open_s {\nint x;\n", "extern \"C\" {\n", "}\n"}) {
+        write_if_changed(directory_ + "/vendor.h", text);
+        std::string errors = error_of("functions = [\"*\"]\n");
+        EXPECT_EQ(errors.find(directory_ + "/vendor."), 0u) << text << errors;
+        EXPECT_EQ(errors.find("bound_headers"), std::string::npos) << text << errors;
     }
+    std::filesystem::remove(directory_ + "/vendor.h");
+    expect_errors("functions = [\"*\"]\n",
+                  {directory_ + "/vendor.toml:1: 'vendor.h': 'vendor.h' file not found"});
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Interface files that are wrong: said with file and line, all at once, and nothing is bound by halves.
 #include "one_family.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ typedef struct lamp_s { int colour; } lamp_t;
 #define LAMP_MAX 3
 int lamp_set(int unit, lamp_t *lamp, int *level);
 int lamp_get(int unit, lamp_t *lamp);
+extern int lamp_limit;
 )";
 
 class InterfaceTest : public OneFamily {
@@ -72,21 +74,31 @@ TEST_F(InterfaceTest, EntriesFitWhatTheHeadersDeclare)
     EXPECT_EQ(
         said("functions = [\"lamp_*\", \"lump_*\", \"!lamp_off\", \"\"]\nrecords = [\"lamp_s\"]\nconstants = "
              "[\"LAMP_MIN\"]\n"
-             "variables = [\"*\"]\nraises = [\"lamp_off\"]\nopaque_here = [\"lump_t\"]\n"
+             "variables = [\"gone\"]\nraises = [\"lamp_off\"]\nopaque_here = [\"lump_t\"]\n"
              "[appended]\nlamp_get = \"lump\"\nlamp_set = \"unit\"\n[in_and_out]\nlamp_set = \"lamp\"\n"
              "[arrays]\nlumps = \"lump_t\"\n[text]\nlump_t = \"lump\"\n"),
-        "lamp.toml: no header declares the type 'lump_t'\nlamp.toml: no header declares the type 'lump_t'\n"
-        "lamp.toml: unknown element type 'lump_t'\n"
-        "lamp.toml: the appended output of 'lamp_set' is not a pointer\n"
-        "lamp.toml: 'lamp_set': only a pointer to int can be in and out\n"
-        "lamp.toml: 'lamp_get' has no parameter 'lump'\n"
-        "lamp.toml: 'lump_*' fits nothing that its headers declare\n"
-        "lamp.toml: '!lamp_off' fits nothing that its headers declare\n"
-        "lamp.toml: '' fits nothing that its headers declare\n"
-        "lamp.toml: 'lamp_s' fits nothing that its headers declare\n"
-        "lamp.toml: 'LAMP_MIN' fits nothing that its headers declare\n"
-        "lamp.toml: '*' fits nothing that its headers declare\n"
-        "lamp.toml: 'lamp_off' departs from the pattern, but is not bound\n");
+        "lamp.toml:7: no header declares the type 'lump_t'\n"
+        "lamp.toml:16: no header declares the type 'lump_t'\n"
+        "lamp.toml:14: unknown element type 'lump_t'\n"
+        "lamp.toml:3: 'lamp_s' fits nothing that its headers declare\n"
+        "lamp.toml:2: 'lump_*' fits nothing that its headers declare\n"
+        "lamp.toml:2: '!lamp_off' fits nothing that its headers declare\n"
+        "lamp.toml:2: '' fits nothing that its headers declare\n"
+        "lamp.toml:10: the appended output of 'lamp_set' is not a pointer\n"
+        "lamp.toml:12: 'lamp_set': only a pointer to int can be in and out\n"
+        "lamp.toml:9: 'lamp_get' has no parameter 'lump'\n"
+        "lamp.toml:4: 'LAMP_MIN' fits nothing that its headers declare\n"
+        "lamp.toml:5: 'gone' fits nothing that its headers declare\n"
+        "lamp.toml:6: 'lamp_off' departs from the pattern, but is not bound\n");
+    // Whoever has made hundreds of mistakes learns of the first.
+    std::string missing;
+    for (int i = 0; i < 100; ++i) {
+        missing += "\"lamp_gone_" + std::to_string(i) + "\",\n";
+    }
+    std::string errors = said("functions = [" + missing + "]\n");
+    EXPECT_EQ(errors.find("lamp.toml:2: 'lamp_gone_0' fits nothing"), 0u) << errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 41) << errors;
+    EXPECT_NE(errors.find("\nand 60 more\n"), std::string::npos) << errors;
 }
 
 TEST_F(InterfaceTest, ElementsAreWhatTheRuntimeKnows)
@@ -96,10 +108,10 @@ TEST_F(InterfaceTest, ElementsAreWhatTheRuntimeKnows)
         said(typemap
              + "[pointer_classes]\nmacp = { element = \"lamp_mac_t\" }\nlongp = { element = \"long\" }\n"
                "[arrays]\nints = \"int\"\nmacs = \"lamp_mac_t\"\n"),
-        "lamp.toml: 'longp': elements of type 'long' cannot be bound\n"
-        "lamp.toml: 'macp': elements of type 'unsigned char [6]' cannot be bound\n"
-        "lamp.toml: 'ints': elements of type 'int' cannot be bound\n"
-        "lamp.toml: 'macs': elements of type 'unsigned char [6]' cannot be bound\n");
+        "lamp.toml:7: 'longp': elements of type 'long' cannot be bound\n"
+        "lamp.toml:6: 'macp': elements of type 'unsigned char [6]' cannot be bound\n"
+        "lamp.toml:9: 'ints': elements of type 'int' cannot be bound\n"
+        "lamp.toml:10: 'macs': elements of type 'unsigned char [6]' cannot be bound\n");
     EXPECT_EQ(said("[pointer_classes]\nlampp = { element = \"lamp_t\" }\nboolp = { element = \"bool\" }\n"
                    "[arrays]\nlamps = \"lamp_t\"\n"),
               "");
@@ -109,8 +121,8 @@ TEST_F(InterfaceTest, FamiliesAreListedOnceAndShareNoNames)
 {
     for (const auto &[text, error] : std::vector<std::pair<const char *, const char *>>{
              {"family = [\"lamp\"]\n", "binding.toml:1: unknown key 'family'"},
-             {"", "binding.toml: the list 'families' is missing"},
-             {"families = \"lamp\"\n", "binding.toml: the list 'families' is missing"},
+             {"", "binding.toml:1: the list 'families' is missing"},
+             {"\nfamilies = \"lamp\"\n", "binding.toml:2: a list is wanted here"},
              {"families = [\"lamp\",\n\"lamp\"]\n", "binding.toml:2: the family 'lamp' is listed twice"},
              {"families = [\"lamp\", 5]\n", "binding.toml:1: a string is wanted here"},
              {"families = [\n", "binding.toml:"}}) {
@@ -120,17 +132,22 @@ TEST_F(InterfaceTest, FamiliesAreListedOnceAndShareNoNames)
     write("binding.toml", "families = [\"lamp\", \"gone\", \"bulb\"]\n");
     write("bulb.toml", "header = []\n");
     std::string errors = said("functions = 1\n");
-    for (const char *error : {"lamp.toml:2: a list", "gone.toml:", "bulb.toml:1: unknown section 'header'"}) {
+    for (const char *error : {"lamp.toml:2: a list", "binding.toml:1: the family 'gone' has no file",
+                              "bulb.toml:1: unknown section 'header'"}) {
         EXPECT_NE(errors.find(error), std::string::npos) << errors;
     }
 
     write("binding.toml", "families = [\"lamp\", \"bulb\"]\n");
     write("bulb.toml",
-          "headers = [\"lamp.h\"]\nfunctions = [\"*_get\"]\nrecords = [\"*\"]\n[arrays]\nlamps = \"unsigned "
-          "int\"\n");
-    EXPECT_EQ(said("functions = [\"*\"]\nrecords = [\"*\"]\n[arrays]\nlamps = \"unsigned int\"\n"),
-              "bulb.toml: 'lamps' is bound by lamp.toml too\nbulb.toml: 'lamp_t' is bound by lamp.toml too\n"
-              "bulb.toml: 'lamp_get' is bound by lamp.toml too\n");
+          "headers = [\"lamp.h\"]\nfunctions = [\"*_get\"]\nrecords = [\"*\"]\nconstants = [\"LAMP_*\"]\n"
+          "variables = [\"*\"]\n[arrays]\nlamps = \"unsigned int\"\n");
+    EXPECT_EQ(said("functions = [\"*\"]\nrecords = [\"*\"]\nconstants = [\"*\"]\n"
+                   "variables = [\"lamp_limit\"]\n[arrays]\nlamps = \"unsigned int\"\n"),
+              "bulb.toml:7: 'lamps' is bound at lamp.toml:7 too\n"
+              "bulb.toml:3: 'lamp_t' is bound at lamp.toml:3 too\n"
+              "bulb.toml:2: 'lamp_get' is bound at lamp.toml:2 too\n"
+              "bulb.toml:4: 'LAMP_MAX' is bound at lamp.toml:4 too\n"
+              "bulb.toml:5: 'variable lamp_limit' is bound at lamp.toml:5 too\n");
     EXPECT_EQ(said("functions = [\"*_set\"]\n"), "");
 }
 

@@ -121,7 +121,7 @@ TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
     std::string errors = error_of(
         "functions = [\"tiny_port\", \"tiny_missing\"]\nopaque = [\"tiny_gone_t\"]\n"
         "[appended]\ntiny_port = \"gone\"\n[replaced]\ntiny_walk = \"tiny_walk_wrapper\"\n");
-    EXPECT_NE(errors.find("tiny.toml: no header declares the type 'tiny_gone_t'"), std::string::npos)
+    EXPECT_NE(errors.find("tiny.toml:3: no header declares the type 'tiny_gone_t'"), std::string::npos)
         << errors;
     EXPECT_NE(errors.find("no conversion for a value of type 'double'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;
