@@ -32,8 +32,8 @@ std::string emit_destructors(const Model &model, const Numbering &numbering);
 /// constants.cpp
 std::string emit_constants(const Model &model);
 
-/// sim.h and sdk_<family>.cpp: the development SDK's public functions, which record and forward their calls.
-std::string emit_simulator_header(const Model &model);
+/// sim_<family>.h and sdk_<family>.cpp: the development SDK's public functions, which log and forward their calls.
+std::string emit_simulator_header(const Family &family);
 std::string emit_sdk_calls(const Family &family, const Rules &rules);
 
 /// rules.tsv: what the development SDK answers by rule, a line per function: name, operation, table, and "key" or

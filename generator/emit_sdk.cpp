@@ -20,26 +20,27 @@ std::string prototype(const Function &function, const std::string &prefix)
     return declare(function.result, prefix + function.name + "(" + parameter_list(function) + ")");
 }
 
-std::string recorded(const Parameter &parameter)
+std::string logged(const Parameter &parameter)
 {
     TypePtr type = resolve_array_typedef(parameter.type);
     if (type->kind == Type::Kind::Array && !type->extent.empty()) {
         return "{" + parameter.name + ", sizeof(" + declare(type, "") + ")}";
     }
-    return "record::value(" + parameter.name + ")";
+    return "call_log::value(" + parameter.name + ")";
 }
 
 std::string forwarder(const Function &function)
 {
-    std::string names, records;
+    std::string names, logged_arguments;
     for (const Parameter &parameter : function.parameters) {
         std::string comma = names.empty() ? "" : ", ";
         names += comma + parameter.name;
-        records += comma + recorded(parameter);
+        logged_arguments += comma + logged(parameter);
     }
     std::string keyword = spell(function.result) == "void" ? "" : "return ";
-    return prototype(function, "") + "\n{\n    if (record::on)\n        record::write(\"" + function.name
-           + "\", {" + records + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
+    return "__attribute__((visibility(\"default\"))) " + prototype(function, "")
+           + "\n{\n    if (call_log::on)\n        call_log::write(\"" + function.name + "\", {"
+           + logged_arguments + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
 }
 
 // What a function answers that nobody has written by hand.
@@ -120,31 +121,37 @@ std::string enumerator_table(const std::string &tag, const std::vector<std::stri
 
 }  // namespace
 
-std::string emit_simulator_header(const Model &model)
+std::string emit_simulator_header(const Family &family)
 {
     std::string text =
-        banner("The functions by which the simulator answers the SDK's calls.", "the SDK's headers")
+        banner("By which functions the simulated switch answers those of the family '" + family.name + "'.",
+               "interface/" + family.name + ".toml and the headers that it names")
         + "#pragma once\n\n";
-    std::string prototypes, names;
-    std::vector<std::string> headers;
-    for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
-        for (const Function &function : family.sdk_functions) {
-            prototypes += prototype(function, "sim_") + ";\n";
-        }
-        for (const auto &entry : family.named_enumerations) {
-            names += "extern const Enumerators names_of_" + entry.first + ";\n";
-        }
+    if (!family.named_enumerations.empty()) {
+        text += "#include \"enumerators.h\"\n\n";
     }
-    return text + "#include \"enumerators.h\"\n\n" + includes(headers, {}) + "\nextern \"C\" {\n\n"
-           + prototypes + "\n}\n\nnamespace sim {\n\n" + names + "\n}\n";
+    if (!family.sdk_functions.empty()) {
+        text += includes(family.headers, {}) + "\nextern \"C\" {\n\n";
+        for (const Function &function : family.sdk_functions) {
+            text += prototype(function, "sim_") + ";\n";
+        }
+        text += "\n}\n";
+    }
+    if (!family.named_enumerations.empty()) {
+        text += "\nnamespace sim {\n\n";
+        for (const auto &entry : family.named_enumerations) {
+            text += "extern const Enumerators names_of_" + entry.first + ";\n";
+        }
+        text += "\n}\n";
+    }
+    return text;
 }
 
 std::string emit_sdk_calls(const Family &family, const Rules &rules)
 {
-    std::string text = banner("Public functions of the family '" + family.name + "': record the call, ask the simulator.",
+    std::string text = banner("Public functions of the family '" + family.name + "': log the call, ask the simulator.",
                               "interface/" + family.name + ".toml and the headers that it names") +
-                       "#include \"sim.h\"\n\n#include \"record.h\"\n#include \"rules.h\"\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
+                       "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions) {
         auto rule = rules.find(function.name);
         text += forwarder(function);

@@ -112,6 +112,7 @@ void generate(const Options &options)
         bindings.push_back(emit_records(family, numbering));
         bindings.push_back(emit_calls(family, numbering, shapes));
         sdk_calls.push_back(emit_sdk_calls(family, rules));
+        write("sim_" + family.name + ".h", emit_simulator_header(family));
     }
     // Reading the headers takes longer than compiling a family, so one file serves many of them.
     const std::vector<std::string> binding_units = joined(bindings, options.units);
@@ -126,7 +127,6 @@ void generate(const Options &options)
     write("tables.cpp", emit_tables(model, numbering));
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
-    write("sim.h", emit_simulator_header(model));
     write("rules.tsv", emit_rules(model, rules));
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));

@@ -95,6 +95,7 @@ public:
         for (const FamilyInterface &family : model_.interface) {
             check_typedefs(family);
         }
+        share_sdk_functions();
     }
 
     Model build()
@@ -521,6 +522,24 @@ private:
                            [&](const std::string &name) { return ends_with(header, "/" + name); });
     }
 
+    // Which family defines a function for the development SDK: of those that name its header the first that binds
+    // it, else the first.
+    void share_sdk_functions()
+    {
+        std::set<std::string> bound;
+        for (const FamilyInterface &family : model_.interface) {
+            const std::vector<std::string> headers = texts(family.headers);
+            Patterns patterns(family.functions);
+            for (const Function &function : declarations_.functions) {
+                if (declared_in(function.header, headers)) {
+                    std::string &owner = sdk_families_[function.name];
+                    const bool binds = patterns.match(function.name) && bound.insert(function.name).second;
+                    owner = owner.empty() || binds ? family.name : owner;
+                }
+            }
+        }
+    }
+
     Family build_family(const FamilyInterface &source)
     {
         Family family;
@@ -600,7 +619,7 @@ private:
     {
         for (const Function &function : declarations_.functions) {
             if (declared_in(function.header, family.headers) && !function.is_variadic && !function.is_inline
-                && sdk_functions_.insert(function.name).second) {
+                && sdk_families_.at(function.name) == family.name) {
                 family.sdk_functions.push_back(function);
             }
         }
@@ -699,8 +718,8 @@ private:
         const FamilyInterface *family;
         std::string place;
     };
-    std::map<std::string, Owner> owners_;  ///< by bound name
-    std::set<std::string> sdk_functions_;  ///< a header may serve several families
+    std::map<std::string, Owner> owners_;              ///< by bound name
+    std::map<std::string, std::string> sdk_families_;  ///< by function: a header may serve several families
     Errors errors_;
 };
 

@@ -35,7 +35,7 @@ class Recording(unittest.TestCase):
         self.assertEqual(by_mac, ['\0' * 4, '', '\5\0\0\0'])
         self.assertEqual(add, ['\0' * 4, '\0' * ctypes.sizeof(ctypes.c_void_p)])
         size = ctypes.c_size_t(99)
-        self.assertTrue(library.sim_record_argument(0, 1, ctypes.byref(size)))
+        self.assertTrue(library.sim_call_log_argument(0, 1, ctypes.byref(size)))
         self.assertEqual(size.value, 0)
 
     def test_an_output_array_is_noted_as_it_was_before(self):
@@ -49,22 +49,22 @@ class Recording(unittest.TestCase):
         with recording():
             q.bcm_vlan_create(NO_UNIT, 1)
         for call in (-2 ** 31, -1, 1, 2 ** 31 - 1):
-            self.assertIsNone(library.sim_record_function(call))
-            self.assertEqual(library.sim_record_arguments(call), -1)
+            self.assertIsNone(library.sim_call_log_function(call))
+            self.assertEqual(library.sim_call_log_arguments(call), -1)
         for call, argument in ((0, -1), (0, 2), (0, 2 ** 31 - 1), (1, 0), (-1, 0)):
             size = ctypes.c_size_t(99)
-            self.assertIsNone(library.sim_record_argument(call, argument, ctypes.byref(size)))
+            self.assertIsNone(library.sim_call_log_argument(call, argument, ctypes.byref(size)))
             self.assertEqual(size.value, 0)
-            self.assertIsNone(library.sim_record_argument(call, argument, None))
+            self.assertIsNone(library.sim_call_log_argument(call, argument, None))
 
     def test_start_and_stop(self):
         with recording():
             q.bcm_vlan_create(NO_UNIT, 1)
-            first = library.sim_record_argument(0, 1, None)
+            first = library.sim_call_log_argument(0, 1, None)
             for vid in range(5000):
                 q.bcm_vlan_destroy(NO_UNIT, vid)
         q.bcm_vlan_create(NO_UNIT, 2)
-        self.assertEqual(library.sim_record_count(), 5001)
+        self.assertEqual(library.sim_call_log_count(), 5001)
         self.assertEqual([struct.unpack('H', args[1])[0] for _, args in calls()], [1] + list(range(5000)))
         self.assertEqual(ctypes.string_at(first, 2), '\1\0')  # held still through all later calls
         with recording():

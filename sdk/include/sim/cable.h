@@ -12,6 +12,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /*
  * Plugs cables of that length into the port and takes others out. media: bit n for _shr_port_medium_t n, 0
@@ -26,6 +27,7 @@ int sim_cable_plug(int unit, int port, uint32 media, int metres);
  */
 int sim_cable_pair_set(int unit, int port, int pair, _shr_port_cable_state_t state, int metres);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

@@ -10,6 +10,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 typedef struct sim_access_s {
     int unit;
@@ -34,6 +35,7 @@ typedef struct sim_chip_observer_s {
 /* From now on it is this one, which has to live as long, or none (null). */
 void sim_chip_observe(const sim_chip_observer_t *observer);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

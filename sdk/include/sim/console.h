@@ -9,6 +9,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /*
  * From now on what is written to the C library's standard output is kept instead, until the matching end.
@@ -22,6 +23,7 @@ int sim_console_capture_begin(void);
  */
 const char *sim_console_capture_end(size_t *size);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

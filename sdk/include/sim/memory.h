@@ -9,6 +9,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 typedef struct sim_memory_s {
     const char *name; /* never freed */
@@ -23,6 +24,7 @@ typedef struct sim_memory_s {
 /* SOC_E_NONE, SOC_E_UNIT or SOC_E_PARAM. */
 int sim_memory_describe(int unit, int mem, sim_memory_t *memory);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

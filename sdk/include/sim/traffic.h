@@ -11,6 +11,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /*
  * One sweep of the ageing timer: every dynamic address that no packet came from since the sweep before
@@ -78,6 +79,7 @@ void sim_packet_watch(sim_packet_watcher_t watcher, void *datum);
  */
 int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac, bcm_vlan_t vid);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

@@ -2,6 +2,7 @@
 
 #include "chip_observer.h"
 #include "chip_start.h"
+#include "soc_control.h"
 #include "switch.h"
 
 namespace sim {
@@ -58,48 +59,30 @@ void Chip::write(const MemoryPlace &place, const Words &value)
     }
 }
 
-namespace {
-
-/// By unit. One that has been used stays, since its unit may go away while something is done with it.
-std::map<int, Chip> &all_chips()
+Chip::Chip(Switch &sw) : unit(sw.unit)
 {
-    // As the switches, there before other start-up code and after other clean-up.
-    static std::map<int, Chip> &chips = *new std::map<int, Chip>;
-    return chips;
+    configure(*this);
 }
 
-}  // namespace
+void Chip::start(Switch &)
+{
+    reset();
+    configure(*this);
+    publish_control(unit, true);
+}
+
+void Chip::stop(Switch &)
+{
+    publish_control(unit, false);
+    running = true;
+    stand_ins = {};
+    snoops.clear();
+}
 
 Chip *chip_of(int unit)
 {
-    if (attached(unit) == nullptr) {
-        return nullptr;
-    }
-    const auto [chip, is_new] = all_chips().try_emplace(unit);
-    if (is_new) {
-        chip->second.unit = unit;
-        configure(chip->second);
-    }
-    return &chip->second;
-}
-
-void renew_chip(int unit)
-{
-    const auto used = all_chips().find(unit);
-    if (used != all_chips().end()) {
-        used->second.reset();
-        configure(used->second);
-    }
-}
-
-void leave_chip(int unit)
-{
-    const auto used = all_chips().find(unit);
-    if (used != all_chips().end()) {
-        used->second.running = true;
-        used->second.stand_ins = {};
-        used->second.snoops.clear();
-    }
+    Switch *sw = attached(unit);
+    return sw != nullptr ? &chip_of(*sw) : nullptr;
 }
 
 const Field *field_in(int unit, soc_reg_t reg, soc_field_t field)

@@ -1,8 +1,12 @@
-/// The state of one simulated chip below the switch's tables: what its registers and memories hold.
+/// The room of the chip: what its registers and memories hold, and who is told of accesses.
+///
+/// The chip is the unit's hardware: it stays when the unit is detached.
 #pragma once
 
+#include "begin.h"
 #include "chip_address.h"
 #include "chip_words.h"
+#include "marked.h"
 
 #include <map>
 #include <unordered_map>
@@ -16,8 +20,12 @@ struct Snoop {
     void *user_data;
 };
 
-class Chip {
+class Chip : public RoomState {
 public:
+    static constexpr Room room = Room::chip;
+
+    explicit Chip(Switch &sw);
+
     Words read(const RegisterPlace &place) const;
     Words read(const MemoryPlace &place) const;
 
@@ -28,7 +36,12 @@ public:
     /// All registers and memories.
     void reset() { changed_.clear(); }
 
-    int unit = -1;  ///< as which it is attached
+    /// Registers and memories as when it is attached; who is told of accesses stays.
+    void start(Switch &) override;
+    /// The next unit finds a chip that runs and of which nobody is told.
+    void stop(Switch &) override;
+
+    const int unit;
     bool running = true;
     soc_reg_access_t stand_ins = {};
     std::map<int, Snoop> snoops;  ///< by register
@@ -42,43 +55,23 @@ private:
     std::unordered_map<uint32, uint32> changed_;  ///< words since the reset, by address
 };
 
+inline Chip &chip_of(Switch &sw)
+{
+    return sw.of<Chip>();
+}
+
 /// The chip of that unit, running or not; null if no such unit is attached.
 Chip *chip_of(int unit);
 
-/// Registers and memories of the unit's chip as when it is attached.
-void renew_chip(int unit);
+/// The chip, which has to run: SOC_E_INIT.
+constexpr auto running_chip = [](Switch &sw, auto next) -> int {
+    Chip &chip = chip_of(sw);
+    return chip.running ? next(chip) : static_cast<int>(SOC_E_INIT);
+};
 
-/// The unit is detached: the next one finds a chip that runs and of which nobody is told.
-void leave_chip(int unit);
-
-/// body(Chip &) on a chip that runs; SOC_E_UNIT, SOC_E_INIT.
-template <class Body>
-int on_chip(int unit, Body body)
-{
-    Chip *chip = chip_of(unit);
-    if (chip == nullptr) {
-        return SOC_E_UNIT;
-    }
-    return chip->running ? static_cast<int>(body(*chip)) : static_cast<int>(SOC_E_INIT);
-}
-
-/// body() with such a chip and a pointer; also SOC_E_PARAM.
-template <class Body>
-int on_chip_with(int unit, const void *pointer, Body body)
-{
-    return on_chip(unit, [&](Chip &) { return pointer == nullptr ? static_cast<int>(SOC_E_PARAM) : body(); });
-}
-
-/// Has the flag set while it lives.
-class Marked {
-public:
-    explicit Marked(bool &flag) : flag_(flag) { flag_ = true; }
-    ~Marked() { flag_ = false; }
-    Marked(const Marked &) = delete;
-    Marked &operator=(const Marked &) = delete;
-
-private:
-    bool &flag_;
+/// The same where it is not needed itself.
+constexpr auto chip_runs = [](Switch &sw, auto next) -> int {
+    return chip_of(sw).running ? next() : static_cast<int>(SOC_E_INIT);
 };
 
 /// The description of a register's field on that unit; null if there is none.

@@ -1,5 +1,6 @@
 #include "chip_address.h"
 
+#include "destination.h"
 #include "switch.h"
 
 #include <soc/control.h>

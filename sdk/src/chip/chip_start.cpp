@@ -1,7 +1,8 @@
 #include "chip_start.h"
 
+#include "begin.h"
 #include "port_database.h"
-#include "sim.h"
+#include "sim_chip.h"
 
 #include <soc/init.h>
 
@@ -54,7 +55,7 @@ int sim_soc_init(int unit)
 
 int sim_soc_reset_init(int unit)
 {
-    return on_chip(unit, [](Chip &chip) {
+    return begin(unit, running_chip).then([](Chip &chip) {
         chip.reset();
         return SOC_E_NONE;
     });
@@ -62,7 +63,7 @@ int sim_soc_reset_init(int unit)
 
 int sim_soc_misc_init(int unit)
 {
-    return on_chip(unit, [](Chip &chip) {
+    return begin(unit, running_chip).then([](Chip &chip) {
         configure(chip);
         return SOC_E_NONE;
     });
@@ -70,7 +71,7 @@ int sim_soc_misc_init(int unit)
 
 int sim_soc_deinit(int unit)
 {
-    return on_chip(unit, [](Chip &chip) {
+    return begin(unit, running_chip).then([](Chip &chip) {
         chip.running = false;
         chip.reset();
         chip.stand_ins = {};

@@ -1,6 +1,6 @@
 #include "driver_registers.h"
 
-#include "sim.h"
+#include "sim_register.h"
 
 #include <soc/field_ids.h>
 
@@ -21,11 +21,8 @@ void write_field(int unit, soc_reg_t reg, int port, soc_field_t field, int value
 
 }  // namespace
 
-void write_port_registers(int unit, int port)
+void write_port_registers(int unit, int port, bool enabled, int speed)
 {
-    int enabled = 0, speed = 0;
-    sim_bcm_port_enable_get(unit, port, &enabled);
-    sim_bcm_port_speed_get(unit, port, &speed);
     write_field(unit, NIF_PORT_CTRLr, port, RX_ENABLEf, enabled);
     write_field(unit, NIF_PORT_CTRLr, port, TX_ENABLEf, enabled);
     write_field(unit, NIF_PORT_CTRLr, port, SPEEDf, speed);

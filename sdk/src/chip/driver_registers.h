@@ -5,7 +5,7 @@
 namespace sim {
 
 /// Whether the port is enabled, and its speed: NIF_PORT_CTRL.
-void write_port_registers(int unit, int port);
+void write_port_registers(int unit, int port, bool enabled, int speed);
 
 /// Seconds until addresses age out, 0 for never: IHP_MAC_AGEING of both cores.
 void write_ageing_registers(int unit, int seconds);

@@ -1,7 +1,8 @@
 /// Entries of the chip's memories.
+#include "begin.h"
 #include "chip.h"
 #include "chip_observer.h"
-#include "sim.h"
+#include "sim_memory.h"
 
 #include <sim/memory.h>
 
@@ -11,18 +12,15 @@ using namespace sim;
 
 namespace {
 
-/// body(Chip &, MemoryPlace) where the entry is.
-template <class Body>
-int on_entry(int unit, int memory, unsigned int array, int copy, int index, const void *data, Body body)
+/// Where the entry is: SOC_E_PARAM.
+auto entry_at(int memory, unsigned int array, int copy, int index)
 {
-    return on_chip(unit, [&](Chip &chip) {
+    return [=](Switch &, auto next) -> int {
         MemoryPlace place;
-        const int rc = locate(memory_at(memory), array, copy, index, &place);
-        if (rc != SOC_E_NONE || data == nullptr) {
-            return static_cast<int>(SOC_E_PARAM);
-        }
-        return static_cast<int>(body(chip, place));
-    });
+        return locate(memory_at(memory), array, copy, index, &place) == SOC_E_NONE
+                   ? next(place)
+                   : static_cast<int>(SOC_E_PARAM);
+    };
 }
 
 }  // namespace
@@ -32,34 +30,36 @@ extern "C" {
 int sim_soc_mem_array_read(int unit, int mem, unsigned int array_index, int copyno, int index,
                            void *entry_data)
 {
-    return on_entry(unit, mem, array_index, copyno, index, entry_data, [&](Chip &chip, MemoryPlace place) {
-        const soc_mem_array_read_f stand_in = chip.stand_ins.mem_read;
-        if (stand_in != nullptr && !chip.in_stand_in) {
-            const Marked marked(chip.in_stand_in);
-            return stand_in(unit, mem, array_index, copyno, index, entry_data);
-        }
-        Words entry = {};
-        if (!answered(unit, place, &entry)) {
-            entry = chip.read(place);
-        }
-        tell_read(unit, place, entry);
-        std::copy_n(entry.begin(), place.memory->words(), static_cast<uint32 *>(entry_data));
-        return static_cast<int>(SOC_E_NONE);
-    });
+    return begin(unit, running_chip, given(entry_data), entry_at(mem, array_index, copyno, index))
+        .then([&](Chip &chip, MemoryPlace place) {
+            const soc_mem_array_read_f stand_in = chip.stand_ins.mem_read;
+            if (stand_in != nullptr && !chip.in_stand_in) {
+                const Marked marked(chip.in_stand_in);
+                return stand_in(unit, mem, array_index, copyno, index, entry_data);
+            }
+            Words entry = {};
+            if (!answered(unit, place, &entry)) {
+                entry = chip.read(place);
+            }
+            tell_read(unit, place, entry);
+            std::copy_n(entry.begin(), place.memory->words(), static_cast<uint32 *>(entry_data));
+            return static_cast<int>(SOC_E_NONE);
+        });
 }
 
 int sim_soc_mem_array_write(int unit, int mem, unsigned int array_index, int copyno, int index,
                             void *entry_data)
 {
-    return on_entry(unit, mem, array_index, copyno, index, entry_data, [&](Chip &chip, MemoryPlace place) {
-        const soc_mem_array_write_f stand_in = chip.stand_ins.mem_write;
-        if (stand_in != nullptr && !chip.in_stand_in) {
-            const Marked marked(chip.in_stand_in);
-            return stand_in(unit, mem, array_index, copyno, index, entry_data);
-        }
-        chip.write(place, words_of(static_cast<uint32 *>(entry_data), place.memory->words()));
-        return static_cast<int>(SOC_E_NONE);
-    });
+    return begin(unit, running_chip, given(entry_data), entry_at(mem, array_index, copyno, index))
+        .then([&](Chip &chip, MemoryPlace place) {
+            const soc_mem_array_write_f stand_in = chip.stand_ins.mem_write;
+            if (stand_in != nullptr && !chip.in_stand_in) {
+                const Marked marked(chip.in_stand_in);
+                return stand_in(unit, mem, array_index, copyno, index, entry_data);
+            }
+            chip.write(place, words_of(static_cast<uint32 *>(entry_data), place.memory->words()));
+            return static_cast<int>(SOC_E_NONE);
+        });
 }
 
 int sim_soc_mem_read(int unit, int mem, int copyno, int index, unsigned int *entry_data)

@@ -1,7 +1,8 @@
 #include "register_access.h"
 
+#include "begin.h"
 #include "chip_observer.h"
-#include "sim.h"
+#include "sim_register.h"
 
 #include <algorithm>
 
@@ -77,52 +78,53 @@ bool set_by_stand_in(int unit, Chip &chip, const Register &reg, int port, int in
     return true;
 }
 
-/// body(Chip &, const RegisterPlace &) where a register of those widths is.
-template <class Body>
-int on_register(int unit, soc_reg_t id, int port, int index, Widths widths, Body body)
+/// Where a register of those widths is: SOC_E_PARAM.
+auto register_place(soc_reg_t id, int port, int index, Widths widths)
 {
-    return on_chip(unit, [&](Chip &chip) {
+    return [=](Switch &, auto next) -> int {
         const Register *reg = register_at(id);
         if (reg == nullptr || reg->bits < widths.least || reg->bits > widths.most) {
-            return static_cast<int>(SOC_E_PARAM);
+            return SOC_E_PARAM;
         }
         RegisterPlace place;
         const int rc = locate(reg, port, index, &place);
-        return rc != SOC_E_NONE ? rc : body(chip, place);
-    });
+        return rc != SOC_E_NONE ? rc : next(place);
+    };
 }
 
-/// body(Chip &, const RegisterPlace &, first word of the register) where that many words are.
-template <class Body>
-int on_address(int unit, uint32 address, std::size_t words, Body body)
+/// Where that many words of a register are, and the first of them: SOC_E_NOT_FOUND.
+auto words_at(uint32 address, std::size_t words)
 {
-    return on_chip(unit, [&](Chip &chip) {
+    return [=](Switch &, auto next) -> int {
         RegisterPlace place;
         std::size_t word;
         if (!locate_address(address, &place, &word) || word + words > place.reg->words()) {
             return SOC_E_NOT_FOUND;
         }
-        body(chip, place, word);
-        return SOC_E_NONE;
-    });
+        return next(place, word);
+    };
 }
 
 int read_at(int unit, uint32 address, std::size_t words, uint64 *data)
 {
-    return on_address(unit, address, words, [&](Chip &chip, const RegisterPlace &place, std::size_t word) {
-        const Words value = read_and_tell(unit, chip, place);
-        *data = low_64(words_of(&value[word], words));
-    });
+    return begin(unit, running_chip, words_at(address, words))
+        .then([&](Chip &chip, const RegisterPlace &place, std::size_t word) {
+            const Words value = read_and_tell(unit, chip, place);
+            *data = low_64(words_of(&value[word], words));
+            return SOC_E_NONE;
+        });
 }
 
 int write_at(int unit, uint32 address, std::size_t words, uint64 data)
 {
-    return on_address(unit, address, words, [&](Chip &chip, const RegisterPlace &place, std::size_t word) {
-        Words value = chip.read(place);
-        const Words written = words_of(data);
-        std::copy_n(written.begin(), words, value.begin() + static_cast<std::ptrdiff_t>(word));
-        write_and_tell(unit, chip, place, value);
-    });
+    return begin(unit, running_chip, words_at(address, words))
+        .then([&](Chip &chip, const RegisterPlace &place, std::size_t word) {
+            Words value = chip.read(place);
+            const Words written = words_of(data);
+            std::copy_n(written.begin(), words, value.begin() + static_cast<std::ptrdiff_t>(word));
+            write_and_tell(unit, chip, place, value);
+            return SOC_E_NONE;
+        });
 }
 
 /// Whether the address is that of the register's first word; the number of its words.
@@ -144,8 +146,9 @@ template <class Data>
 int get_number(int unit, soc_reg_t reg, int port, int index, Widths widths, Data *data)
 {
     Words value;
-    const int rc =
-        on_chip_with(unit, data, [&] { return get_register(unit, reg, port, index, widths, &value); });
+    const int rc = begin(unit, chip_runs, given(data)).then([&] {
+        return get_register(unit, reg, port, index, widths, &value);
+    });
     if (rc == SOC_E_NONE) {
         *data = static_cast<Data>(low_64(value));
     }
@@ -158,24 +161,26 @@ namespace sim {
 
 int get_register(int unit, soc_reg_t reg, int port, int index, Widths widths, Words *value)
 {
-    return on_register(unit, reg, port, index, widths, [&](Chip &chip, const RegisterPlace &place) {
-        int rc = SOC_E_NONE;
-        if (chip.in_stand_in || !get_by_stand_in(unit, chip, *place.reg, port, index, value, &rc)) {
-            *value = read_and_tell(unit, chip, place);
-        }
-        return rc;
-    });
+    return begin(unit, running_chip, register_place(reg, port, index, widths))
+        .then([&](Chip &chip, const RegisterPlace &place) {
+            int rc = SOC_E_NONE;
+            if (chip.in_stand_in || !get_by_stand_in(unit, chip, *place.reg, port, index, value, &rc)) {
+                *value = read_and_tell(unit, chip, place);
+            }
+            return rc;
+        });
 }
 
 int set_register(int unit, soc_reg_t reg, int port, int index, Widths widths, const Words &value)
 {
-    return on_register(unit, reg, port, index, widths, [&](Chip &chip, const RegisterPlace &place) {
-        int rc = SOC_E_NONE;
-        if (chip.in_stand_in || !set_by_stand_in(unit, chip, *place.reg, port, index, value, &rc)) {
-            write_and_tell(unit, chip, place, value);
-        }
-        return rc;
-    });
+    return begin(unit, running_chip, register_place(reg, port, index, widths))
+        .then([&](Chip &chip, const RegisterPlace &place) {
+            int rc = SOC_E_NONE;
+            if (chip.in_stand_in || !set_by_stand_in(unit, chip, *place.reg, port, index, value, &rc)) {
+                write_and_tell(unit, chip, place, value);
+            }
+            return rc;
+        });
 }
 
 }  // namespace sim
@@ -185,7 +190,7 @@ extern "C" {
 int sim_soc_reg32_read(int unit, uint32 addr, uint32 *data)
 {
     uint64 value;
-    const int rc = on_chip_with(unit, data, [&] { return read_at(unit, addr, 1, &value); });
+    const int rc = begin(unit, chip_runs, given(data)).then([&] { return read_at(unit, addr, 1, &value); });
     if (rc == SOC_E_NONE) {
         *data = static_cast<uint32>(value);
     }
@@ -199,7 +204,7 @@ int sim_soc_reg32_write(int unit, uint32 addr, uint32 data)
 
 int sim_soc_reg64_read(int unit, uint32 addr, uint64 *data)
 {
-    return on_chip_with(unit, data, [&] { return read_at(unit, addr, 2, data); });
+    return begin(unit, chip_runs, given(data)).then([&] { return read_at(unit, addr, 2, data); });
 }
 
 int sim_soc_reg64_write(int unit, uint32 addr, uint64 data)
@@ -209,7 +214,7 @@ int sim_soc_reg64_write(int unit, uint32 addr, uint64 data)
 
 int sim_soc_reg_read(int unit, soc_reg_t reg, uint32 addr, uint64 *data)
 {
-    return on_chip_with(unit, data, [&] {
+    return begin(unit, chip_runs, given(data)).then([&] {
         std::size_t words;
         const int rc = check_address(reg, addr, &words);
         return rc != SOC_E_NONE ? rc : read_at(unit, addr, words, data);
@@ -218,7 +223,7 @@ int sim_soc_reg_read(int unit, soc_reg_t reg, uint32 addr, uint64 *data)
 
 int sim_soc_reg_write(int unit, soc_reg_t reg, uint32 addr, uint64 data)
 {
-    return on_chip(unit, [&](Chip &) {
+    return begin(unit, running_chip).then([&](Chip &) {
         std::size_t words;
         const int rc = check_address(reg, addr, &words);
         return rc != SOC_E_NONE ? rc : write_at(unit, addr, words, data);
@@ -258,8 +263,9 @@ int sim_soc_reg_set(int unit, soc_reg_t reg, int port, int index, uint64 data)
 int sim_soc_reg_above_64_get(int unit, soc_reg_t reg, int port, int index, soc_reg_above_64_val_t data)
 {
     Words value;
-    const int rc =
-        on_chip_with(unit, data, [&] { return get_register(unit, reg, port, index, any_width, &value); });
+    const int rc = begin(unit, chip_runs, given(data)).then([&] {
+        return get_register(unit, reg, port, index, any_width, &value);
+    });
     if (rc == SOC_E_NONE) {
         std::copy(value.begin(), value.end(), data);
     }
@@ -268,7 +274,7 @@ int sim_soc_reg_above_64_get(int unit, soc_reg_t reg, int port, int index, soc_r
 
 int sim_soc_reg_above_64_set(int unit, soc_reg_t reg, int port, int index, soc_reg_above_64_val_t data)
 {
-    return on_chip_with(unit, data, [&] {
+    return begin(unit, chip_runs, given(data)).then([&] {
         return set_register(unit, reg, port, index, any_width, words_of(data, SOC_REG_ABOVE_64_MAX_SIZE_U32));
     });
 }

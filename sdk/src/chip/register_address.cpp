@@ -1,6 +1,6 @@
 /// Addresses of registers, and what is at an address.
 #include "chip.h"
-#include "sim.h"
+#include "sim_register.h"
 
 #include <soc/control.h>
 

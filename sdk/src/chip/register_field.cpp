@@ -1,6 +1,7 @@
 /// Fields of register values of up to 64 bits.
+#include "chip.h"
 #include "register_access.h"
-#include "sim.h"
+#include "sim_register.h"
 
 using namespace sim;
 

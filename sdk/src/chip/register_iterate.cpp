@@ -1,12 +1,13 @@
 /// Walks over all registers.
+#include "begin.h"
 #include "chip.h"
-#include "sim.h"
+#include "sim_register.h"
 
 using namespace sim;
 
 extern "C" int sim_soc_reg_iterate(int unit, soc_reg_iter_f do_it, void *data)
 {
-    return on_chip(unit, [&](Chip &) {
+    return begin(unit, running_chip).then([&](Chip &) {
         if (do_it == nullptr) {
             return static_cast<int>(SOC_E_PARAM);
         }

@@ -1,5 +1,5 @@
 /// Lists of register addresses: their room. Only what was given out here is ever released.
-#include "sim.h"
+#include "sim_register.h"
 
 #include <memory>
 #include <new>

@@ -1,6 +1,6 @@
 /// Which bits of a register belong to fields.
 #include "chip.h"
-#include "sim.h"
+#include "sim_register.h"
 
 #include <algorithm>
 

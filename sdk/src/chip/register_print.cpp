@@ -1,6 +1,6 @@
 /// Registers as text.
 #include "chip.h"
-#include "sim.h"
+#include "sim_register.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,6 +1,7 @@
 /// Who is told of accesses to registers, and who carries them out instead.
+#include "begin.h"
 #include "chip.h"
-#include "sim.h"
+#include "sim_register.h"
 
 using namespace sim;
 
@@ -9,7 +10,7 @@ extern "C" {
 void sim_soc_reg_snoop_register(int unit, soc_reg_t reg, uint32 flags, soc_reg_snoop_cb_t snoop_cb,
                                 void *user_data)
 {
-    on_chip(unit, [&](Chip &chip) {
+    begin(unit, running_chip).then([&](Chip &chip) {
         if (snoop_cb != nullptr && register_at(reg) != nullptr) {
             chip.snoops[reg] = {flags, snoop_cb, user_data};
         }
@@ -19,7 +20,7 @@ void sim_soc_reg_snoop_register(int unit, soc_reg_t reg, uint32 flags, soc_reg_s
 
 void sim_soc_reg_snoop_unregister(int unit, soc_reg_t reg)
 {
-    on_chip(unit, [&](Chip &chip) {
+    begin(unit, running_chip).then([&](Chip &chip) {
         chip.snoops.erase(reg);
         return SOC_E_NONE;
     });
@@ -27,7 +28,7 @@ void sim_soc_reg_snoop_unregister(int unit, soc_reg_t reg)
 
 int sim_soc_reg_access_func_register(int unit, soc_reg_access_t *reg_access)
 {
-    return on_chip(unit, [&](Chip &chip) {
+    return begin(unit, running_chip).then([&](Chip &chip) {
         if (reg_access == nullptr) {
             return SOC_E_PARAM;
         }

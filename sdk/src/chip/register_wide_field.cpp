@@ -1,6 +1,8 @@
 /// Fields of register values of any width, and of such registers themselves.
+#include "begin.h"
+#include "chip.h"
 #include "register_access.h"
-#include "sim.h"
+#include "sim_register.h"
 
 #include <algorithm>
 
@@ -65,8 +67,9 @@ int read_number(int unit, soc_reg_t reg, int port, int index, soc_field_t field,
 {
     Words value;
     constexpr int bits = 8 * static_cast<int>(sizeof(Value));
-    const int rc =
-        on_chip_with(unit, out, [&] { return read_field(unit, reg, port, index, field, bits, &value); });
+    const int rc = begin(unit, chip_runs, given(out)).then([&] {
+        return read_field(unit, reg, port, index, field, bits, &value);
+    });
     if (rc == SOC_E_NONE) {
         *out = static_cast<Value>(low_64(value));
     }
@@ -118,7 +121,7 @@ int sim_soc_reg_above_64_field_read(int unit, soc_reg_t reg, soc_port_t port, in
                                     soc_reg_above_64_val_t out_field_val)
 {
     Words value;
-    const int rc = on_chip_with(unit, out_field_val, [&] {
+    const int rc = begin(unit, chip_runs, given(out_field_val)).then([&] {
         return read_field(unit, reg, port, index, field, any_width.most, &value);
     });
     if (rc == SOC_E_NONE) {

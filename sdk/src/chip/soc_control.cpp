@@ -4,6 +4,8 @@
 
 #include <soc/control.h>
 
+#include <array>
+
 namespace {
 
 constexpr int no_block = -1;
@@ -50,7 +52,7 @@ std::array<soc_control_t, sim::unit_max> units = all_alike();
 }  // namespace
 
 // Unit 0 is attached from the start.
-soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {&units[0]};
+[[gnu::visibility("default")]] soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {&units[0]};
 
 namespace sim {
 

@@ -1,7 +1,7 @@
 /// Properties as the text of a file. Both functions do all or nothing.
 #pragma once
 
-#include "property_store.h"
+#include "config.h"
 
 namespace sim {
 

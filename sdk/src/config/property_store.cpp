@@ -1,4 +1,4 @@
-#include "property_store.h"
+#include "config.h"
 
 #include "number_text.h"
 
@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
+#include <string>
 
 namespace sim {
 

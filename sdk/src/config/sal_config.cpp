@@ -1,12 +1,13 @@
 /// The property store as the SDK's users see it.
 #include "property_file.h"
-#include "sim.h"
+#include "sim_config.h"
 
 #include <bcm/error.h>
 
 #include <fnmatch.h>
 
 #include <cstdio>
+#include <string>
 
 using namespace sim;
 

@@ -12,9 +12,9 @@ char *heap_string(const char *text)
 
 }  // namespace
 
-char *_build_release = heap_string("development host");
-char *_build_user = heap_string("unknown");
-char *_build_host = heap_string("unknown");
-char *_build_date = heap_string("unknown");
-char *_build_datestamp = heap_string("unknown");
-char *_build_tree = heap_string("unknown");
+[[gnu::visibility("default")]] char *_build_release = heap_string("development host");
+[[gnu::visibility("default")]] char *_build_user = heap_string("unknown");
+[[gnu::visibility("default")]] char *_build_host = heap_string("unknown");
+[[gnu::visibility("default")]] char *_build_date = heap_string("unknown");
+[[gnu::visibility("default")]] char *_build_datestamp = heap_string("unknown");
+[[gnu::visibility("default")]] char *_build_tree = heap_string("unknown");

@@ -1,7 +1,7 @@
 /// Where packets go: a port of some module, a trunk, a multicast group, or nowhere.
 #pragma once
 
-#include <bcm/l2.h>
+#include <bcm/error.h>
 #include <bcm/types.h>
 
 namespace sim {
@@ -35,10 +35,7 @@ int resolve_own_port(bcm_port_t port, int *own_port);
 /// BCM_E_BADID: no such trunk.
 int resolve_trunk(bcm_trunk_t trunk, Destination *to);
 
-/// The destination of an address record, as its flags and members say; errors as for resolve.
-int resolve_address(const bcm_l2_addr_t &address, Destination *to);
-
-/// Writes a destination into the record: the flags for it, and port, modid, tgid or l2mc_group.
-void set_destination(bcm_l2_addr_t *address, const Destination &to);
+/// All ports but the CPU's.
+bcm_pbmp_t front_ports();
 
 }  // namespace sim

@@ -3,6 +3,7 @@
 #include "number_text.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace sim {
 

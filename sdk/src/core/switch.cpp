@@ -1,10 +1,5 @@
 #include "switch.h"
 
-#include "chip.h"
-#include "phy_unit.h"
-#include "soc_control.h"
-
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -12,98 +7,109 @@ namespace sim {
 
 namespace {
 
-using Switches = std::array<std::unique_ptr<Switch>, unit_max>;
+/// Where a unit can be attached.
+struct Place {
+    RoomStates lasting;
+    std::unique_ptr<Switch> attached;
+};
 
-Switches *first_attached()
+using Places = std::array<Place, unit_max>;
+
+Places *with_first_attached()
 {
-    Switches *switches = new Switches;
-    switches->front() = std::make_unique<Switch>(0);
-    return switches;
+    Places *places = new Places;
+    Place &first = places->front();
+    first.attached = std::make_unique<Switch>(0, first.lasting);
+    return places;
 }
 
 /// The place of a unit, or null if there can be no such unit.
-std::unique_ptr<Switch> *place(int unit)
+Place *place_of(int unit)
 {
     // Made on first use, so that it is there for other libraries' start-up code too; never destroyed, so
     // that it is still there for their clean-up.
-    static Switches &switches = *first_attached();
-    return unit >= 0 && unit < unit_max ? &switches[static_cast<std::size_t>(unit)] : nullptr;
+    static Places &places = *with_first_attached();
+    return unit >= 0 && unit < unit_max ? &places[static_cast<std::size_t>(unit)] : nullptr;
 }
 
 int uses = 0;
 
-/// Switches without a unit that somebody may still be working on.
-std::vector<std::unique_ptr<Switch>> &retired()
-{
-    static auto &switches = *new std::vector<std::unique_ptr<Switch>>;
-    return switches;
-}
+/// Switches without a unit that somebody may still be working on. Never destroyed, as above.
+std::vector<std::unique_ptr<Switch>> *retired = nullptr;
 
 void retire(std::unique_ptr<Switch> &old)
 {
     if (old != nullptr && uses != 0) {
-        // What goes through the tables comes to an end, and nobody is told of a unit that is gone.
-        old->l2.clear();
-        old->l2.settings.subscribers.clear();
-        retired().push_back(std::move(old));
+        old->retire();
+        if (retired == nullptr) {
+            retired = new std::vector<std::unique_ptr<Switch>>;
+        }
+        retired->push_back(std::move(old));
     }
     old.reset();
 }
 
 }  // namespace
 
-bcm_pbmp_t front_ports()
+Switch::Switch(int unit_number, RoomStates &lasting) : unit(unit_number)
 {
-    bcm_pbmp_t ports = {};
-    for (int port = cpu_port + 1; port <= port_max; ++port) {
-        BCM_PBMP_PORT_ADD(ports, port);
+    for (std::size_t room = 0; room < room_count; ++room) {
+        const RoomMaker &maker = room_makers[room];
+        std::unique_ptr<RoomState> &state = maker.lasts ? lasting[room] : own_[room];
+        if (state == nullptr) {
+            state = maker.make(*this);
+        }
+        states_[room] = state.get();
     }
-    return ports;
 }
 
-Switch::Switch(int unit_number) : unit(unit_number), vlans(front_ports())
+void Switch::start()
 {
-    reset_ports();
+    for (RoomState *state : states_) {
+        state->start(*this);
+    }
 }
 
-void Switch::reset_ports()
+void Switch::stop()
 {
-    ports.fill({});
-    ports[cpu_port].speed_max = cpu_speed_max;
-    ports[cpu_port].speed = cpu_speed_max;
-    for (int port = first_copper_port; port <= last_copper_port; ++port) {
-        ports[static_cast<std::size_t>(port)].speed_max = copper_kind.media[0].speed_max;
+    for (RoomState *state : states_) {
+        state->stop(*this);
+    }
+}
+
+void Switch::retire()
+{
+    for (const std::unique_ptr<RoomState> &state : own_) {
+        if (state != nullptr) {
+            state->retire();
+        }
     }
 }
 
 Switch *attached(int unit)
 {
-    std::unique_ptr<Switch> *found = place(unit);
-    return found != nullptr ? found->get() : nullptr;
+    const Place *place = place_of(unit);
+    return place != nullptr ? place->attached.get() : nullptr;
 }
 
 bool attach(int unit)
 {
-    std::unique_ptr<Switch> *free = place(unit);
-    if (free != nullptr) {
-        retire(*free);
-        *free = std::make_unique<Switch>(unit);
-        start_phys(unit);
-        renew_chip(unit);
-        publish_control(unit, true);
+    Place *place = place_of(unit);
+    if (place != nullptr) {
+        retire(place->attached);
+        place->attached = std::make_unique<Switch>(unit, place->lasting);
+        place->attached->start();
     }
-    return free != nullptr;
+    return place != nullptr;
 }
 
 bool detach(int unit)
 {
-    std::unique_ptr<Switch> *found = place(unit);
-    const bool was_attached = found != nullptr && *found != nullptr;
+    Place *place = place_of(unit);
+    const bool was_attached = place != nullptr && place->attached != nullptr;
     if (was_attached) {
-        publish_control(unit, false);
-        stop_phys(unit);
-        leave_chip(unit);
-        retire(*found);
+        place->attached->stop();
+        retire(place->attached);
     }
     return was_attached;
 }
@@ -115,8 +121,8 @@ SwitchesInUse::SwitchesInUse()
 
 SwitchesInUse::~SwitchesInUse()
 {
-    if (--uses == 0) {
-        retired().clear();
+    if (--uses == 0 && retired != nullptr) {
+        retired->clear();
     }
 }
 

@@ -1,65 +1,80 @@
-/// The state of one simulated switch. It is not locked: one thread at a time may call the SDK.
+/// The units of the process and what each is made of.
+///
+/// A unit is made of its rooms' states. This file knows that there are rooms and how a state lives; what is in
+/// one, only its own room knows. Nothing is locked: one thread at a time may call the SDK.
 #pragma once
 
-#include "destination.h"
-#include "l2_state.h"
-#include "lag_members.h"
-#include "linkscan.h"
-#include "port_counters.h"
-#include "rule_store.h"
-#include "stg_table.h"
-#include "trunk_table.h"
-#include "vlan_table.h"
-
-#include <bcm/port.h>
-
 #include <array>
-#include <map>
+#include <cstddef>
+#include <memory>
 
 namespace sim {
 
-constexpr int front_speed_max = 100000;  // Mbit/s
-constexpr int cpu_speed_max = 10000;
+/// The rooms that keep something of a unit, lower ones first. States are made and started in this order.
+enum class Room { rules, chip, phy, mdio, vlan, port, trunk, l2, count };
 
-constexpr int frame_max_default = 9216;  // bytes, with checksum
+constexpr std::size_t room_count = static_cast<std::size_t>(Room::count);
 
-constexpr int multicast_lines = 8192;
+class Switch;
 
-struct Port {
-    bool enabled = true;
-    int speed_max = front_speed_max;
-    int speed = front_speed_max;  // of a port without PHY
-    bool pause_tx = false;
-    bool pause_rx = false;
-    std::array<unsigned char, 6> pause_address = {};
-    bcm_vlan_t untagged_vlan = BCM_VLAN_DEFAULT;
-    uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
-    int frame_max = frame_max_default;
-    int discard = BCM_PORT_DISCARD_NONE;
-    uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
+/// What a room keeps of one unit. A room derives one class from it, which has `static constexpr Room room`, and
+/// whose constructor makes it as it is when new; the states of lower rooms are there by then.
+class RoomState {
+public:
+    RoomState() = default;
+    virtual ~RoomState() = default;
+    RoomState(const RoomState &) = delete;
+    RoomState &operator=(const RoomState &) = delete;
+
+    /// The unit has been attached, or attached afresh. Not called for the unit that is there from the start.
+    virtual void start(Switch &) {}
+
+    /// The unit is about to be detached.
+    virtual void stop(Switch &) {}
+
+    /// The unit is gone while functions still work on it: their loops come to an end, and nobody is told.
+    virtual void retire() {}
 };
 
-struct Switch {
-    explicit Switch(int unit_number);
+using RoomStates = std::array<std::unique_ptr<RoomState>, room_count>;
 
-    /// Settings of ports as they are when new.
-    void reset_ports();
-
-    int unit;
-    std::array<Port, port_max + 1> ports;
-    std::array<PortCounters, port_max + 1> counters;
-    VlanTable vlans;
-    StgTable groups;
-    TrunkTable trunks;
-    LagMembers lags;
-    L2State l2;
-    std::map<int, bcm_pbmp_t> multicast;  // sets of ports by line
-    LinkScan links;
-    RuleStore by_rule;
+/// How a room's state is made.
+struct RoomMaker {
+    /// Whether it is the unit's hardware, which is still there after the unit was detached.
+    bool lasts;
+    std::unique_ptr<RoomState> (*make)(Switch &);
 };
 
-/// All ports but the CPU's.
-bcm_pbmp_t front_ports();
+/// By room. The topmost room, which knows them all, defines it.
+extern const std::array<RoomMaker, room_count> room_makers;
+
+/// One attached unit.
+class Switch {
+public:
+    /// With fresh states, but for those in `lasting`, which gets what it lacks.
+    Switch(int unit_number, RoomStates &lasting);
+
+    template <class State>
+    State &of()
+    {
+        return static_cast<State &>(*states_[static_cast<std::size_t>(State::room)]);
+    }
+    template <class State>
+    const State &of() const
+    {
+        return static_cast<const State &>(*states_[static_cast<std::size_t>(State::room)]);
+    }
+
+    void start();
+    void stop();
+    void retire();
+
+    const int unit;
+
+private:
+    RoomStates own_;
+    std::array<RoomState *, room_count> states_ = {};
+};
 
 /// Units are 0..unit_max - 1. Unit 0 is attached from the start.
 constexpr int unit_max = 16;
@@ -72,8 +87,8 @@ bool attach(int unit);
 /// False if none is attached.
 bool detach(int unit);
 
-/// While there is one, a switch that is detached or replaced stays in memory, with empty address tables: a
-/// callback may do that to the switch whose function calls it.
+/// While there is one, a switch that is detached or replaced stays in memory, retired: a callback may do that to
+/// the switch whose function calls it.
 class SwitchesInUse {
 public:
     SwitchesInUse();

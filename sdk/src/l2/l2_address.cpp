@@ -1,7 +1,9 @@
 /// Single entries of the address table, and lists of them.
-#include "checked.h"
+#include "begin.h"
+#include "l2.h"
 #include "l2_match.h"
-#include "sim.h"
+#include "sim_l2.h"
+#include "vlan.h"
 
 using namespace sim;
 
@@ -19,7 +21,7 @@ int find(Switch &sw, const unsigned char *mac, bcm_vlan_t vid, std::size_t *posi
     if (!VlanTable::valid(vid)) {
         return BCM_E_PARAM;
     }
-    *position = sw.l2.addresses.find(l2_key(mac, vid));
+    *position = l2_of(sw).addresses.find(l2_key(mac, vid));
     return *position != L2Table::none ? BCM_E_NONE : BCM_E_NOT_FOUND;
 }
 
@@ -37,7 +39,7 @@ int remove(Switch &sw, const unsigned char *mac, bcm_vlan_t vid)
 template <class Change>
 int change_each(int unit, int count, bcm_l2_addr_t *addresses, int *results, Change change)
 {
-    return on_l2(unit, {addresses}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(addresses)).then([&](Switch &sw, L2State &) -> int {
         if (count < 0) {
             return BCM_E_PARAM;
         }
@@ -61,21 +63,25 @@ extern "C" {
 
 int sim_bcm_l2_addr_add(int unit, bcm_l2_addr_t *l2addr)
 {
-    return on_l2(unit, {l2addr}, [&](Switch &sw) { return add(sw, *l2addr); });
+    return begin(unit, ready<L2State>, given(l2addr)).then([&](Switch &sw, L2State &) {
+        return add(sw, *l2addr);
+    });
 }
 
 int sim_bcm_l2_addr_delete(int unit, bcm_mac_t mac, bcm_vlan_t vid)
 {
-    return on_l2(unit, {mac}, [&](Switch &sw) { return remove(sw, mac, vid); });
+    return begin(unit, ready<L2State>, given(mac)).then([&](Switch &sw, L2State &) {
+        return remove(sw, mac, vid);
+    });
 }
 
 int sim_bcm_l2_addr_get(int unit, bcm_mac_t mac_addr, bcm_vlan_t vid, bcm_l2_addr_t *l2addr)
 {
-    return on_l2(unit, {mac_addr, l2addr}, [&](Switch &sw) {
+    return begin(unit, ready<L2State>, given(mac_addr, l2addr)).then([&](Switch &sw, L2State &l2) {
         std::size_t position;
         const int rc = find(sw, mac_addr, vid, &position);
         if (rc == BCM_E_NONE) {
-            *l2addr = sw.l2.addresses.record(position);
+            *l2addr = l2.addresses.record(position);
         }
         return rc;
     });
@@ -95,16 +101,16 @@ int sim_bcm_l2_addr_multi_delete(int unit, int count, bcm_l2_addr_t *addr_arr, i
 
 int sim_bcm_l2_conflict_get(int unit, bcm_l2_addr_t *addr, bcm_l2_addr_t *cf_array, int cf_max, int *cf_count)
 {
-    return on_l2(unit, {addr, cf_count}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(addr, cf_count)).then([&](L2State &l2) -> int {
         if (cf_max < 0 || (cf_max > 0 && cf_array == nullptr) || !VlanTable::valid(addr->vid)) {
             return BCM_E_PARAM;
         }
         const L2Key key = l2_key(addr->mac, addr->vid);
         int count = 0;
-        sw.l2.addresses.traverse([&](std::size_t position) -> int {
-            const L2Key other = sw.l2.addresses.key(position);
+        l2.addresses.traverse([&](std::size_t position) -> int {
+            const L2Key other = l2.addresses.key(position);
             if (count < cf_max && other != key && L2Table::bucket(other) == L2Table::bucket(key)) {
-                cf_array[count++] = sw.l2.addresses.record(position);
+                cf_array[count++] = l2.addresses.record(position);
             }
             return BCM_E_NONE;
         });

@@ -1,7 +1,8 @@
 /// How long entries live: the ageing timer, and freezing the table.
-#include "checked.h"
+#include "begin.h"
 #include "driver_registers.h"
-#include "sim.h"
+#include "l2.h"
+#include "sim_l2.h"
 
 #include <sim/traffic.h>
 
@@ -11,11 +12,11 @@ extern "C" {
 
 int sim_bcm_l2_age_timer_set(int unit, int age_seconds)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         if (age_seconds < 0) {
             return BCM_E_PARAM;
         }
-        sw.l2.settings.age_seconds = age_seconds;
+        l2.settings.age_seconds = age_seconds;
         write_ageing_registers(unit, age_seconds);
         return BCM_E_NONE;
     });
@@ -23,39 +24,39 @@ int sim_bcm_l2_age_timer_set(int unit, int age_seconds)
 
 int sim_bcm_l2_age_timer_get(int unit, int *age_seconds)
 {
-    return on_l2(unit, {age_seconds}, [&](Switch &sw) -> int {
-        *age_seconds = sw.l2.settings.age_seconds;
+    return begin(unit, ready<L2State>, given(age_seconds)).then([&](L2State &l2) -> int {
+        *age_seconds = l2.settings.age_seconds;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_addr_freeze(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        ++sw.l2.settings.freezes;
+    return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
+        ++l2.settings.freezes;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_addr_thaw(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        if (sw.l2.settings.freezes == 0) {
+    return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
+        if (l2.settings.freezes == 0) {
             return BCM_E_FAIL;
         }
-        --sw.l2.settings.freezes;
+        --l2.settings.freezes;
         return BCM_E_NONE;
     });
 }
 
 int sim_l2_age_step(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        if (sw.l2.settings.age_seconds == 0 || sw.l2.settings.freezes != 0) {
+    return begin(unit, ready<L2State>).then([](Switch &sw, L2State &l2) -> int {
+        if (l2.settings.age_seconds == 0 || l2.settings.freezes != 0) {
             return 0;
         }
         int removed = 0;
-        L2Table &addresses = sw.l2.addresses;
+        L2Table &addresses = l2.addresses;
         addresses.traverse([&](std::size_t position) -> int {
             const uint32 flags = addresses.flags(position);
             const unsigned state = addresses.state(position);

@@ -1,6 +1,7 @@
 /// The cache of masked addresses.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_l2.h"
 
 using namespace sim;
 
@@ -23,8 +24,8 @@ int check(const bcm_l2_cache_addr_t &addr)
 
 int clear(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        sw.l2.cache.clear();
+    return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
+        l2.cache.clear();
         return BCM_E_NONE;
     });
 }
@@ -45,15 +46,15 @@ int sim_bcm_l2_cache_delete_all(int unit)
 
 int sim_bcm_l2_cache_size_get(int unit, int *size)
 {
-    return on_l2(unit, {size}, [&](Switch &sw) -> int {
-        *size = static_cast<int>(sw.l2.cache.capacity());
+    return begin(unit, ready<L2State>, given(size)).then([&](L2State &l2) -> int {
+        *size = static_cast<int>(l2.cache.capacity());
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_cache_set(int unit, int index, bcm_l2_cache_addr_t *addr, int *index_used)
 {
-    return on_l2(unit, {addr, index_used}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(addr, index_used)).then([&](L2State &l2) -> int {
         int rc = check(*addr);
         if (rc != BCM_E_NONE) {
             return rc;
@@ -61,13 +62,13 @@ int sim_bcm_l2_cache_set(int unit, int index, bcm_l2_cache_addr_t *addr, int *in
         int chosen = index;
         if (index == -1) {
             chosen = 0;
-            while (sw.l2.cache.find(chosen) != nullptr) {
+            while (l2.cache.find(chosen) != nullptr) {
                 ++chosen;
             }
-        } else if (!valid_index(sw.l2, index)) {
+        } else if (!valid_index(l2, index)) {
             return BCM_E_PARAM;
         }
-        rc = sw.l2.cache.put(chosen, *addr);
+        rc = l2.cache.put(chosen, *addr);
         if (rc == BCM_E_NONE) {
             *index_used = chosen;
         }
@@ -77,15 +78,15 @@ int sim_bcm_l2_cache_set(int unit, int index, bcm_l2_cache_addr_t *addr, int *in
 
 int sim_bcm_l2_cache_get(int unit, int index, bcm_l2_cache_addr_t *addr)
 {
-    return on_l2(unit, {addr}, [&](Switch &sw) -> int {
-        return valid_index(sw.l2, index) ? sw.l2.cache.get(index, addr) : static_cast<int>(BCM_E_PARAM);
+    return begin(unit, ready<L2State>, given(addr)).then([&](L2State &l2) -> int {
+        return valid_index(l2, index) ? l2.cache.get(index, addr) : static_cast<int>(BCM_E_PARAM);
     });
 }
 
 int sim_bcm_l2_cache_delete(int unit, int index)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
-        return valid_index(sw.l2, index) ? sw.l2.cache.erase(index) : static_cast<int>(BCM_E_PARAM);
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
+        return valid_index(l2, index) ? l2.cache.erase(index) : static_cast<int>(BCM_E_PARAM);
     });
 }
 

@@ -1,7 +1,9 @@
 /// Deleting the addresses that have something in common.
-#include "checked.h"
+#include "begin.h"
+#include "l2.h"
 #include "l2_match.h"
-#include "sim.h"
+#include "sim_l2.h"
+#include "vlan.h"
 
 #include <algorithm>
 #include <cstring>
@@ -33,7 +35,7 @@ int remove_common(Switch &sw, const Common &common, uint32 flags)
 
 int remove_by_port(int unit, Common common, bcm_module_t mod, bcm_port_t port, uint32 flags)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](Switch &sw, L2State &) -> int {
         Destination to;
         const int rc = resolve(mod, port, &to);
         common.to = &to;
@@ -43,7 +45,7 @@ int remove_by_port(int unit, Common common, bcm_module_t mod, bcm_port_t port, u
 
 int remove_by_trunk(int unit, Common common, bcm_trunk_t tid, uint32 flags)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](Switch &sw, L2State &) -> int {
         Destination to;
         const int rc = resolve_trunk(tid, &to);
         common.to = &to;
@@ -62,12 +64,16 @@ int sim_bcm_l2_addr_delete_by_port(int unit, bcm_module_t mod, bcm_port_t port, 
 
 int sim_bcm_l2_addr_delete_by_mac(int unit, bcm_mac_t mac, uint32 flags)
 {
-    return on_l2(unit, {mac}, [&](Switch &sw) { return remove_common(sw, {mac, nullptr, nullptr}, flags); });
+    return begin(unit, ready<L2State>, given(mac)).then([&](Switch &sw, L2State &) {
+        return remove_common(sw, {mac, nullptr, nullptr}, flags);
+    });
 }
 
 int sim_bcm_l2_addr_delete_by_vlan(int unit, bcm_vlan_t vid, uint32 flags)
 {
-    return on_l2(unit, {}, [&](Switch &sw) { return remove_common(sw, {nullptr, &vid, nullptr}, flags); });
+    return begin(unit, ready<L2State>).then([&](Switch &sw, L2State &) {
+        return remove_common(sw, {nullptr, &vid, nullptr}, flags);
+    });
 }
 
 int sim_bcm_l2_addr_delete_by_trunk(int unit, bcm_trunk_t tid, uint32 flags)
@@ -78,7 +84,7 @@ int sim_bcm_l2_addr_delete_by_trunk(int unit, bcm_trunk_t tid, uint32 flags)
 int sim_bcm_l2_addr_delete_by_mac_port(int unit, bcm_mac_t mac, bcm_module_t mod, bcm_port_t port,
                                        uint32 flags)
 {
-    return on_l2(unit, {mac}, [&](Switch &) {
+    return begin(unit, ready<L2State>, given(mac)).then([&](L2State &) {
         return remove_by_port(unit, {mac, nullptr, nullptr}, mod, port, flags);
     });
 }
@@ -97,7 +103,7 @@ int sim_bcm_l2_addr_delete_by_vlan_trunk(int unit, bcm_vlan_t vid, bcm_trunk_t t
 int sim_bcm_l2_addr_delete_by_vlan_gport_multi(int unit, int count, bcm_vlan_t *vid_arr,
                                                bcm_gport_t *gport_arr, uint32 flags)
 {
-    return on_l2(unit, {vid_arr, gport_arr}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(vid_arr, gport_arr)).then([&](Switch &sw, L2State &) -> int {
         if (count < 0) {
             return BCM_E_PARAM;
         }

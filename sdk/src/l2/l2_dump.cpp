@@ -1,8 +1,11 @@
 /// Addresses printed for people.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "l2_destination.h"
+#include "sim_l2.h"
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 using namespace sim;
@@ -56,14 +59,15 @@ extern "C" {
 static char flag_words[][16] = {"src-priority", "discard-src", "discard-dst", "copy-to-cpu", "l3",
                                 "static",       "pending",     "trunk",       "mirror",      "set-priority",
                                 "multicast",    "src-hit",     "dst-hit",     "cpu"};
-char *bcm_l2_flags_str[] = {flag_words[0],  flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
-                            flag_words[5],  flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
-                            flag_words[10], flag_words[11], flag_words[12], flag_words[13]};
-int bcm_l2_flags_count = sizeof bcm_l2_flags_str / sizeof *bcm_l2_flags_str;
+[[gnu::visibility("default")]] char *bcm_l2_flags_str[] = {
+    flag_words[0],  flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
+    flag_words[5],  flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
+    flag_words[10], flag_words[11], flag_words[12], flag_words[13]};
+[[gnu::visibility("default")]] int bcm_l2_flags_count = sizeof bcm_l2_flags_str / sizeof *bcm_l2_flags_str;
 
 int sim_bcm_l2_addr_dump(int unit, bcm_l2_addr_t *entry)
 {
-    return on_l2(unit, {entry}, [&](Switch &) -> int {
+    return begin(unit, ready<L2State>, given(entry)).then([&](L2State &) -> int {
         std::printf("%s %s %s\n", key_text(*entry).c_str(), destination_text(*entry).c_str(),
                     flags_text(entry->flags).c_str());
         return BCM_E_NONE;
@@ -72,7 +76,7 @@ int sim_bcm_l2_addr_dump(int unit, bcm_l2_addr_t *entry)
 
 int sim_bcm_l2_key_dump(int unit, char *pfx, bcm_l2_addr_t *entry, char *sfx)
 {
-    return on_l2(unit, {pfx, entry, sfx}, [&](Switch &) -> int {
+    return begin(unit, ready<L2State>, given(pfx, entry, sfx)).then([&](L2State &) -> int {
         std::printf("%s%s%s", pfx, key_text(*entry).c_str(), sfx);
         return BCM_E_NONE;
     });

@@ -1,6 +1,7 @@
 /// Layer-2 egress objects.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_l2.h"
 
 #include <cstring>
 #include <tuple>
@@ -28,7 +29,7 @@ extern "C" {
 int sim_bcm_l2_egress_create(int unit, uint32 flags, bcm_l2_egress_t *egr, bcm_if_t *intf)
 {
     constexpr uint32 known = BCM_L2_EGRESS_WITH_ID | BCM_L2_EGRESS_REPLACE;
-    return on_l2(unit, {egr, intf}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(egr, intf)).then([&](L2State &l2) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;
         }
@@ -37,25 +38,27 @@ int sim_bcm_l2_egress_create(int unit, uint32 flags, bcm_l2_egress_t *egr, bcm_i
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        return sw.l2.egress.create(*egr, flags & BCM_L2_EGRESS_WITH_ID, flags & BCM_L2_EGRESS_REPLACE, intf);
+        return l2.egress.create(*egr, flags & BCM_L2_EGRESS_WITH_ID, flags & BCM_L2_EGRESS_REPLACE, intf);
     });
 }
 
 int sim_bcm_l2_egress_destroy(int unit, bcm_if_t intf)
 {
-    return on_l2(unit, {}, [&](Switch &sw) { return sw.l2.egress.erase(intf); });
+    return begin(unit, ready<L2State>).then([&](L2State &l2) { return l2.egress.erase(intf); });
 }
 
 int sim_bcm_l2_egress_get(int unit, bcm_if_t intf, bcm_l2_egress_t *egr)
 {
-    return on_l2(unit, {egr}, [&](Switch &sw) { return sw.l2.egress.get(intf, egr); });
+    return begin(unit, ready<L2State>, given(egr)).then([&](L2State &l2) {
+        return l2.egress.get(intf, egr);
+    });
 }
 
 int sim_bcm_l2_egress_find(int unit, bcm_l2_egress_t *egr, bcm_if_t *intf)
 {
-    return on_l2(unit, {egr, intf}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(egr, intf)).then([&](L2State &l2) -> int {
         const auto equals = [&](const bcm_l2_egress_t &known) { return same(known, *egr); };
-        const bcm_if_t *found = sw.l2.egress.find_if(equals);
+        const bcm_if_t *found = l2.egress.find_if(equals);
         if (found == nullptr) {
             return BCM_E_NOT_FOUND;
         }
@@ -66,11 +69,11 @@ int sim_bcm_l2_egress_find(int unit, bcm_l2_egress_t *egr, bcm_if_t *intf)
 
 int sim_bcm_l2_egress_traverse(int unit, bcm_l2_egress_traverse_cb trav_fn, void *user_data)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         if (trav_fn == nullptr) {
             return BCM_E_PARAM;
         }
-        return sw.l2.egress.traverse(
+        return l2.egress.traverse(
             [&](bcm_if_t intf, bcm_l2_egress_t &egress) { return trav_fn(unit, intf, &egress, user_data); });
     });
 }

@@ -1,6 +1,7 @@
 /// What layer 2 knows of ports: whose they are, and where a gport leads.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_l2.h"
 
 using namespace sim;
 
@@ -8,7 +9,7 @@ extern "C" {
 
 int sim_bcm_l2_port_native(int unit, bcm_module_t modid, bcm_port_t port)
 {
-    return on_l2(unit, {}, [&](Switch &) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &) -> int {
         Destination to;
         const int rc = resolve(modid, port, &to);
         return rc == BCM_E_NONE ? static_cast<int>(is_own_port(to)) : rc;
@@ -17,7 +18,7 @@ int sim_bcm_l2_port_native(int unit, bcm_module_t modid, bcm_port_t port)
 
 int sim_bcm_l2_gport_forward_info_get(int unit, bcm_gport_t gport, bcm_l2_gport_forward_info_t *info)
 {
-    return on_l2(unit, {info}, [&](Switch &) -> int {
+    return begin(unit, ready<L2State>, given(info)).then([&](L2State &) -> int {
         Destination to;
         const int rc = resolve(own_module, gport, &to);
         if (rc != BCM_E_NONE) {

@@ -1,6 +1,8 @@
 /// What learning is held to: limits, classes, and who is told.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_l2.h"
+#include "vlan.h"
 
 using namespace sim;
 
@@ -53,7 +55,7 @@ extern "C" {
 
 int sim_bcm_l2_learn_limit_set(int unit, bcm_l2_learn_limit_t *limit)
 {
-    return on_l2(unit, {limit}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(limit)).then([&](L2State &l2) -> int {
         std::pair<uint32, int> key;
         const int rc = limited(*limit, &key);
         if (rc != BCM_E_NONE) {
@@ -63,9 +65,9 @@ int sim_bcm_l2_learn_limit_set(int unit, bcm_l2_learn_limit_t *limit)
             return BCM_E_PARAM;
         }
         if (limit->limit == -1) {
-            sw.l2.settings.learn_limits.erase(key);
+            l2.settings.learn_limits.erase(key);
         } else {
-            sw.l2.settings.learn_limits[key] = limit->limit;
+            l2.settings.learn_limits[key] = limit->limit;
         }
         return BCM_E_NONE;
     });
@@ -73,12 +75,12 @@ int sim_bcm_l2_learn_limit_set(int unit, bcm_l2_learn_limit_t *limit)
 
 int sim_bcm_l2_learn_limit_get(int unit, bcm_l2_learn_limit_t *limit)
 {
-    return on_l2(unit, {limit}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(limit)).then([&](L2State &l2) -> int {
         std::pair<uint32, int> key;
         const int rc = limited(*limit, &key);
         if (rc == BCM_E_NONE) {
-            const auto found = sw.l2.settings.learn_limits.find(key);
-            limit->limit = found != sw.l2.settings.learn_limits.end() ? found->second : -1;
+            const auto found = l2.settings.learn_limits.find(key);
+            limit->limit = found != l2.settings.learn_limits.end() ? found->second : -1;
         }
         return rc;
     });
@@ -86,22 +88,22 @@ int sim_bcm_l2_learn_limit_get(int unit, bcm_l2_learn_limit_t *limit)
 
 int sim_bcm_l2_learn_class_set(int unit, int lclass, int lclass_prio, uint32 flags)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         if (!valid_class(lclass) || lclass_prio < 0 || (flags & ~uint32{BCM_L2_LEARN_CLASS_MOVE})) {
             return BCM_E_PARAM;
         }
-        sw.l2.settings.classes[static_cast<std::size_t>(lclass)] = {lclass_prio, flags};
+        l2.settings.classes[static_cast<std::size_t>(lclass)] = {lclass_prio, flags};
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_learn_class_get(int unit, int lclass, int *lclass_prio, uint32 *flags)
 {
-    return on_l2(unit, {lclass_prio, flags}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(lclass_prio, flags)).then([&](L2State &l2) -> int {
         if (!valid_class(lclass)) {
             return BCM_E_PARAM;
         }
-        const L2LearnClass &found = sw.l2.settings.classes[static_cast<std::size_t>(lclass)];
+        const L2LearnClass &found = l2.settings.classes[static_cast<std::size_t>(lclass)];
         *lclass_prio = found.priority;
         *flags = found.flags;
         return BCM_E_NONE;
@@ -110,7 +112,7 @@ int sim_bcm_l2_learn_class_get(int unit, int lclass, int *lclass_prio, uint32 *f
 
 int sim_bcm_l2_learn_port_class_set(int unit, bcm_gport_t port, int lclass)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc != BCM_E_NONE) {
@@ -119,18 +121,18 @@ int sim_bcm_l2_learn_port_class_set(int unit, bcm_gport_t port, int lclass)
         if (!valid_class(lclass)) {
             return BCM_E_PARAM;
         }
-        sw.l2.settings.port_classes[static_cast<std::size_t>(own_port)] = lclass;
+        l2.settings.port_classes[static_cast<std::size_t>(own_port)] = lclass;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_learn_port_class_get(int unit, bcm_gport_t port, int *lclass)
 {
-    return on_l2(unit, {lclass}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(lclass)).then([&](L2State &l2) -> int {
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc == BCM_E_NONE) {
-            *lclass = sw.l2.settings.port_classes[static_cast<std::size_t>(own_port)];
+            *lclass = l2.settings.port_classes[static_cast<std::size_t>(own_port)];
         }
         return rc;
     });
@@ -141,7 +143,7 @@ int sim_bcm_l2_learn_port_class_get(int unit, bcm_gport_t port, int *lclass)
 
 int sim_bcm_l2_learn_msgs_config_set(int unit, bcm_l2_learn_msgs_config_t *learn_msgs_config)
 {
-    return on_l2(unit, {learn_msgs_config}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(learn_msgs_config)).then([&](L2State &l2) -> int {
         Destination to;
         if (!(learn_msgs_config->flags & BCM_L2_LEARN_MSG_DEST_MULTICAST)) {
             const int rc = resolve(own_module, learn_msgs_config->dest_port, &to);
@@ -149,38 +151,38 @@ int sim_bcm_l2_learn_msgs_config_set(int unit, bcm_l2_learn_msgs_config_t *learn
                 return rc;
             }
         }
-        sw.l2.settings.learn_messages = *learn_msgs_config;
+        l2.settings.learn_messages = *learn_msgs_config;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_learn_msgs_config_get(int unit, bcm_l2_learn_msgs_config_t *learn_msgs_config)
 {
-    return on_l2(unit, {learn_msgs_config}, [&](Switch &sw) -> int {
-        *learn_msgs_config = sw.l2.settings.learn_messages;
+    return begin(unit, ready<L2State>, given(learn_msgs_config)).then([&](L2State &l2) -> int {
+        *learn_msgs_config = l2.settings.learn_messages;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_addr_msg_distribute_set(int unit, bcm_l2_addr_distribute_t *addr_distribute)
 {
-    return on_l2(unit, {addr_distribute}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(addr_distribute)).then([&](L2State &l2) -> int {
         if (!VlanTable::valid(addr_distribute->vid)) {
             return BCM_E_PARAM;
         }
-        sw.l2.settings.distribution[addr_distribute->vid] = addr_distribute->flags;
+        l2.settings.distribution[addr_distribute->vid] = addr_distribute->flags;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_addr_msg_distribute_get(int unit, bcm_l2_addr_distribute_t *addr_distribute)
 {
-    return on_l2(unit, {addr_distribute}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(addr_distribute)).then([&](L2State &l2) -> int {
         if (!VlanTable::valid(addr_distribute->vid)) {
             return BCM_E_PARAM;
         }
-        const auto found = sw.l2.settings.distribution.find(addr_distribute->vid);
-        addr_distribute->flags = found != sw.l2.settings.distribution.end() ? found->second : 0;
+        const auto found = l2.settings.distribution.find(addr_distribute->vid);
+        addr_distribute->flags = found != l2.settings.distribution.end() ? found->second : 0;
         return BCM_E_NONE;
     });
 }

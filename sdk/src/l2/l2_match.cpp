@@ -1,5 +1,8 @@
 #include "l2_match.h"
 
+#include "vlan.h"
+#include "l2_destination.h"
+
 #include <cstring>
 
 namespace sim {

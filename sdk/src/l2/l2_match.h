@@ -1,6 +1,7 @@
 /// Which addresses a call means: by flags and members, by masks, or any test.
 #pragma once
 
+#include "l2.h"
 #include "switch.h"
 
 namespace sim {
@@ -42,11 +43,11 @@ int l2_remove_if(Switch &sw, uint32 flags, Test test)
         return BCM_E_PARAM;
     }
     const int operation = flags & BCM_L2_DELETE_NO_CALLBACKS ? l2_silent : BCM_L2_CALLBACK_DELETE;
-    return sw.l2.addresses.traverse([&](std::size_t position) -> int {
-        const uint32 entry_flags = sw.l2.addresses.flags(position);
+    return l2_of(sw).addresses.traverse([&](std::size_t position) -> int {
+        const uint32 entry_flags = l2_of(sw).addresses.flags(position);
         const bool spared = ((entry_flags & BCM_L2_STATIC) && !(flags & BCM_L2_DELETE_STATIC))
                             || (!(entry_flags & BCM_L2_PENDING) && (flags & BCM_L2_DELETE_PENDING));
-        if (!spared && test(sw.l2.addresses.record(position))) {
+        if (!spared && test(l2_of(sw).addresses.record(position))) {
             l2_remove(sw, position, operation);
         }
         return BCM_E_NONE;

@@ -1,9 +1,11 @@
 /// The layer-2 module as a whole, and who is told of changes of its address table.
-#include "checked.h"
+#include "begin.h"
 #include "driver_registers.h"
-#include "sim.h"
+#include "l2.h"
+#include "sim_l2.h"
 
 #include <algorithm>
+#include <vector>
 
 using namespace sim;
 
@@ -28,9 +30,9 @@ extern "C" {
 
 int sim_bcm_l2_init(int unit)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
-        reset(sw.l2);
-        sw.l2.initialised = true;
+    return begin(unit).then([&](Switch &sw) -> int {
+        reset(l2_of(sw));
+        l2_of(sw).initialised = true;
         write_ageing_registers(unit, age_seconds_default);
         return BCM_E_NONE;
     });
@@ -38,28 +40,28 @@ int sim_bcm_l2_init(int unit)
 
 int sim_bcm_l2_clear(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        sw.l2.clear();
+    return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
+        l2.clear();
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_detach(int unit)
 {
-    return on_l2(unit, {}, [](Switch &sw) -> int {
-        reset(sw.l2);
-        sw.l2.initialised = false;
+    return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
+        reset(l2);
+        l2.initialised = false;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *userdata)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         if (callback == nullptr) {
             return BCM_E_PARAM;
         }
-        std::vector<L2Subscriber> &subscribers = sw.l2.settings.subscribers;
+        std::vector<L2Subscriber> &subscribers = l2.settings.subscribers;
         if (find_subscriber(subscribers, callback, userdata) == subscribers.end()) {
             subscribers.push_back({callback, userdata});
         }
@@ -69,11 +71,11 @@ int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *us
 
 int sim_bcm_l2_addr_unregister(int unit, bcm_l2_addr_callback_t callback, void *userdata)
 {
-    return on_l2(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
         if (callback == nullptr) {
             return BCM_E_PARAM;
         }
-        std::vector<L2Subscriber> &subscribers = sw.l2.settings.subscribers;
+        std::vector<L2Subscriber> &subscribers = l2.settings.subscribers;
         const auto found = find_subscriber(subscribers, callback, userdata);
         if (found == subscribers.end()) {
             return BCM_E_NOT_FOUND;

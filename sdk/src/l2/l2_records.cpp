@@ -1,6 +1,6 @@
 /// Records of layer 2 set to their initial values: all members zero, whatever was in them. A null pointer is
 /// left alone.
-#include "sim.h"
+#include "sim_l2.h"
 
 #include <cstring>
 

@@ -1,7 +1,9 @@
 /// Giving many addresses a new destination or other new members at once.
-#include "checked.h"
+#include "begin.h"
+#include "l2.h"
+#include "l2_destination.h"
 #include "l2_match.h"
-#include "sim.h"
+#include "sim_l2.h"
 
 #include <algorithm>
 
@@ -25,7 +27,7 @@ bool spared(const bcm_l2_addr_t &address, uint32 flags)
 template <class Test, class Change>
 int replace_if(Switch &sw, int operation, Test test, Change change)
 {
-    L2Table &addresses = sw.l2.addresses;
+    L2Table &addresses = l2_of(sw).addresses;
     int rc = addresses.traverse([&](std::size_t position) -> int {
         bcm_l2_addr_t address = addresses.record(position);
         if (!test(address)) {
@@ -88,7 +90,7 @@ int sim_bcm_l2_replace(int unit, uint32 flags, bcm_l2_addr_t *match_addr, bcm_mo
                       && uint32{BCM_L2_REPLACE_MATCH_VLAN} == BCM_L2_TRAVERSE_MATCH_VLAN
                       && uint32{BCM_L2_REPLACE_MATCH_DEST} == BCM_L2_TRAVERSE_MATCH_DEST,
                   "L2Match takes the flags of both");
-    return on_l2(unit, {match_addr}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(match_addr)).then([&](Switch &sw, L2State &) -> int {
         if (!(flags & members) || (flags & ~known)) {
             return BCM_E_PARAM;
         }
@@ -121,7 +123,7 @@ int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, 
 {
     constexpr uint32 known =
         BCM_L2_REPLACE_MATCH_STATIC | BCM_L2_REPLACE_DELETE | BCM_L2_REPLACE_NO_CALLBACKS;
-    return on_l2(unit, {match_addr, mask_addr}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(match_addr, mask_addr)).then([&](Switch &sw, L2State &) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;
         }
@@ -131,7 +133,7 @@ int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, 
         if (flags & BCM_L2_REPLACE_DELETE) {
             return remove_if(sw, flags, test);
         }
-        if (any_null({replace_addr, replace_mask_addr}) || touches_key(*replace_mask_addr)
+        if (replace_addr == nullptr || replace_mask_addr == nullptr || touches_key(*replace_mask_addr)
             || ((replace_addr->flags & replace_mask_addr->flags) >> bcm_l2_flags_count) != 0) {
             return BCM_E_PARAM;
         }
@@ -144,7 +146,7 @@ int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, 
 
 int sim_bcm_l2_ring_replace(int unit, bcm_l2_ring_t *l2_ring)
 {
-    return on_l2(unit, {l2_ring}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(l2_ring)).then([&](Switch &sw, L2State &) -> int {
         if (any_bit(l2_ring->vpn_vector)) {
             return BCM_E_UNAVAIL;
         }

@@ -1,5 +1,7 @@
 #include "l2_table.h"
 
+#include "l2.h"
+
 #include <cstring>
 #include <type_traits>
 

@@ -1,8 +1,11 @@
 /// A packet arrives: refreshing, learning and moving its source address.
-#include "checked.h"
+#include "begin.h"
 #include "frame.h"
-#include "l2_state.h"
-#include "trunk_path.h"
+#include "l2.h"
+#include "l2_destination.h"
+#include "port.h"
+#include "trunk_selection.h"
+#include "vlan.h"
 
 #include <sim/traffic.h>
 
@@ -37,7 +40,7 @@ bool may_move(const L2Settings &settings, const Destination &from, int to)
 int learn(Switch &sw, int port, const Destination &place, const unsigned char *mac, bcm_vlan_t vid,
           std::size_t position)
 {
-    L2State &l2 = sw.l2;
+    L2State &l2 = l2_of(sw);
     const bool known = position != L2Table::none;
     bcm_l2_addr_t address = {};
     if (known) {
@@ -56,7 +59,7 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
         return BCM_E_EXISTS;
     }
 
-    const uint32 mode = sw.ports[static_cast<std::size_t>(port)].learn;
+    const uint32 mode = port_of(sw, port).learn;
     set_destination(&address, place);
     if ((mode & BCM_PORT_LEARN_CPU) && !(mode & BCM_PORT_LEARN_ARL)) {
         l2_notify(sw, address, BCM_L2_CALLBACK_REPORT);
@@ -96,7 +99,7 @@ void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes
 L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length)
 {
     const Destination place = place_of_arrival(sw, port);
-    L2Table &addresses = sw.l2.addresses;
+    L2Table &addresses = l2_of(sw).addresses;
     const L2Key key = l2_key(mac, vid);
     const std::size_t position = addresses.find(key);
     Destination at = {};
@@ -109,7 +112,7 @@ L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t v
         status = learn(sw, port, place, mac, vid, position);
     }
     if (status == BCM_E_NONE) {
-        l2_count(sw.l2, key, bcmL2StatInPackets, bcmL2StatInBytes, length);
+        l2_count(l2_of(sw), key, bcmL2StatInPackets, bcmL2StatInBytes, length);
     }
     return {status, in_place};
 }
@@ -118,18 +121,18 @@ L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t v
 
 extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac, bcm_vlan_t vid)
 {
-    return on_l2(unit, {mac}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(mac)).then([&](Switch &sw, L2State &) -> int {
         int arrival;
         const int rc = resolve_own_port(port, &arrival);
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        const Port &own = sw.ports[static_cast<std::size_t>(arrival)];
+        const Port &own = port_of(sw, arrival);
         if (is_group(mac) || (vid != 0 && !VlanTable::valid(vid))) {
             return BCM_E_PARAM;
         }
         const bcm_vlan_t vlan = vid != 0 ? vid : own.untagged_vlan;
-        if (!sw.vlans.has(vlan)) {
+        if (!vlans_of(sw).has(vlan)) {
             return BCM_E_NOT_FOUND;
         }
         return own.enabled ? l2_arrive(sw, arrival, mac, vlan, frame_min).status

@@ -1,7 +1,8 @@
 /// Traversals of the address table.
-#include "checked.h"
+#include "begin.h"
+#include "l2.h"
 #include "l2_match.h"
-#include "sim.h"
+#include "sim_l2.h"
 
 using namespace sim;
 
@@ -14,8 +15,8 @@ int traverse(Switch &sw, bcm_l2_traverse_cb function, void *user_data, Test test
     if (function == nullptr) {
         return BCM_E_PARAM;
     }
-    return sw.l2.addresses.traverse([&](std::size_t position) -> int {
-        bcm_l2_addr_t address = sw.l2.addresses.record(position);
+    return l2_of(sw).addresses.traverse([&](std::size_t position) -> int {
+        bcm_l2_addr_t address = l2_of(sw).addresses.record(position);
         return test(address) ? function(sw.unit, &address, user_data) : static_cast<int>(BCM_E_NONE);
     });
 }
@@ -26,7 +27,7 @@ extern "C" {
 
 int sim_bcm_l2_traverse(int unit, bcm_l2_traverse_cb trav_fn, void *user_data)
 {
-    return on_l2(unit, {}, [&](Switch &sw) {
+    return begin(unit, ready<L2State>).then([&](Switch &sw, L2State &) {
         return traverse(sw, trav_fn, user_data, [](const bcm_l2_addr_t &) { return true; });
     });
 }
@@ -37,7 +38,7 @@ int sim_bcm_l2_matched_traverse(int unit, uint32 flags, bcm_l2_addr_t *match_add
     constexpr uint32 known = BCM_L2_TRAVERSE_MATCH_STATIC | BCM_L2_TRAVERSE_MATCH_DYNAMIC
                              | BCM_L2_TRAVERSE_MATCH_MAC | BCM_L2_TRAVERSE_MATCH_VLAN
                              | BCM_L2_TRAVERSE_MATCH_DEST;
-    return on_l2(unit, {match_addr}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(match_addr)).then([&](Switch &sw, L2State &) -> int {
         L2Match match;
         const int rc = flags & ~known ? static_cast<int>(BCM_E_PARAM) : match.set(flags, *match_addr);
         if (rc != BCM_E_NONE) {
@@ -53,7 +54,7 @@ int sim_bcm_l2_match_masked_traverse(int unit, uint32 flags, bcm_l2_addr_t *matc
                                      bcm_l2_addr_t *mask_addr, bcm_l2_traverse_cb trav_fn, void *user_data)
 {
     constexpr uint32 known = BCM_L2_TRAVERSE_MATCH_STATIC | BCM_L2_TRAVERSE_MATCH_DYNAMIC;
-    return on_l2(unit, {match_addr, mask_addr}, [&](Switch &sw) -> int {
+    return begin(unit, ready<L2State>, given(match_addr, mask_addr)).then([&](Switch &sw, L2State &) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;
         }

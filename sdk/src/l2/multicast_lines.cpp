@@ -1,19 +1,19 @@
 /// Sets of ports that multicast packets go to, by line of their table.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_mcast.h"
 
 using namespace sim;
 
 namespace {
 
-/// body(bcm_pbmp_t &) on a line; BCM_E_UNIT, BCM_E_PARAM.
-template <class Body>
-int on_line(int unit, int index, Pointers pointers, Body body)
+/// A line of the table: BCM_E_PARAM.
+auto multicast_line(int index)
 {
-    return on_unit(unit, pointers, [&](Switch &sw) {
-        return index >= 0 && index < multicast_lines ? static_cast<int>(body(sw.multicast[index]))
+    return [index](Switch &sw, auto next) -> int {
+        return index >= 0 && index < multicast_lines ? next(l2_of(sw).multicast[index])
                                                      : static_cast<int>(BCM_E_PARAM);
-    });
+    };
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ extern "C" {
 
 int sim_bcm_mcast_bitmap_max(int unit, int *max)
 {
-    return on_unit(unit, {max}, [&](Switch &) -> int {
+    return begin(unit, given(max)).then([&]() -> int {
         *max = multicast_lines - 1;
         return BCM_E_NONE;
     });
@@ -30,7 +30,7 @@ int sim_bcm_mcast_bitmap_max(int unit, int *max)
 
 int sim_bcm_mcast_bitmap_set(int unit, int mcindex, bcm_pbmp_t pbmp)
 {
-    return on_line(unit, mcindex, {}, [&](bcm_pbmp_t &ports) {
+    return begin(unit, multicast_line(mcindex)).then([&](bcm_pbmp_t &ports) {
         ports = pbmp;
         return BCM_E_NONE;
     });
@@ -38,7 +38,7 @@ int sim_bcm_mcast_bitmap_set(int unit, int mcindex, bcm_pbmp_t pbmp)
 
 int sim_bcm_mcast_bitmap_get(int unit, int mcindex, bcm_pbmp_t *pbmp)
 {
-    return on_line(unit, mcindex, {pbmp}, [&](bcm_pbmp_t &ports) {
+    return begin(unit, given(pbmp), multicast_line(mcindex)).then([&](bcm_pbmp_t &ports) {
         *pbmp = ports;
         return BCM_E_NONE;
     });
@@ -46,7 +46,7 @@ int sim_bcm_mcast_bitmap_get(int unit, int mcindex, bcm_pbmp_t *pbmp)
 
 int sim_bcm_mcast_bitmap_del(int unit, int mcindex, bcm_pbmp_t pbmp)
 {
-    return on_line(unit, mcindex, {}, [&](bcm_pbmp_t &ports) {
+    return begin(unit, multicast_line(mcindex)).then([&](bcm_pbmp_t &ports) {
         for (int word = 0; word < _SHR_PBMP_WORD_MAX; ++word) {
             ports.pbits[word] &= ~pbmp.pbits[word];
         }

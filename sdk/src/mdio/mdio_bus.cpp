@@ -1,7 +1,9 @@
 /// Frames on the MDIO buses, to the registers of whichever PHY answers.
+#include "begin.h"
+#include "mdio.h"
+#include "phy.h"
 #include "phy_registers.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "sim_mdio_bus.h"
 
 #include <soc/phy_access.h>
 
@@ -12,24 +14,23 @@ namespace {
 constexpr int device_shift = 16;
 constexpr int all_lanes = -1;
 
-/// body(PhyUnit &, MdioBus &); SOC_E_PARAM if there is no such bus.
-template <class Body>
-int on_bus(int unit, int bus, Pointers pointers, Body body)
+/// A bus of the unit: SOC_E_PARAM.
+auto mdio_bus(int bus)
 {
-    return on_phy_unit(unit, pointers, [&](PhyUnit &phys) {
+    return [bus](Switch &sw, auto next) -> int {
         const bool is_bus = bus >= 0 && static_cast<std::size_t>(bus) < mdio_buses;
-        return is_bus ? static_cast<int>(body(phys, phys.buses[static_cast<std::size_t>(bus)]))
-                      : static_cast<int>(SOC_E_PARAM);
-    });
+        return is_bus ? next(buses_of(sw)[static_cast<std::size_t>(bus)]) : static_cast<int>(SOC_E_PARAM);
+    };
 }
 
-/// The same on a bus that is enabled; SOC_E_DISABLED.
-template <class Body>
-int on_enabled_bus(int unit, int bus, Pointers pointers, Body body)
+/// One that is enabled: SOC_E_DISABLED.
+auto enabled_bus(int bus)
 {
-    return on_bus(unit, bus, pointers, [&](PhyUnit &phys, MdioBus &own) {
-        return own.enabled ? static_cast<int>(body(phys, own)) : static_cast<int>(SOC_E_DISABLED);
-    });
+    return [bus](Switch &sw, auto next) -> int {
+        return mdio_bus(bus)(sw, [&](MdioBus &own) -> int {
+            return own.enabled ? next(own) : static_cast<int>(SOC_E_DISABLED);
+        });
+    };
 }
 
 PhyPlace answering(PhyUnit &phys, int bus, int address)
@@ -44,41 +45,47 @@ void count(MdioBus &bus, uint32 soc_mdio_stat_t::*kind, const PhyPlace &place)
     bus.frames.errors += place.phy == nullptr;
 }
 
-/// body(PhyPort &, Phy &, const RegisterAddress &) at the register: flags and addr as decode() takes them.
-template <class Body>
-int exchange(int unit, int bus, uint8 address, uint32 flags, uint32 addr, uint32 soc_mdio_stat_t::*kind,
-             Pointers pointers, Body body)
+/// Where a frame goes, counted: flags and addr as decode() takes them. SOC_E_PARAM, SOC_E_DISABLED, SOC_E_TIMEOUT.
+auto register_on(int bus, uint8 address, uint32 flags, uint32 addr, uint32 soc_mdio_stat_t::*kind)
 {
-    RegisterAddress place;
-    if (address > SOC_MDIO_ADDRESS_MAX || !decode(flags, addr, &place)) {
-        return on_bus(unit, bus, pointers, [](PhyUnit &, MdioBus &) { return SOC_E_PARAM; });
-    }
-    return on_enabled_bus(unit, bus, pointers, [&](PhyUnit &phys, MdioBus &own) {
-        const PhyPlace found = answering(phys, bus, address);
-        count(own, kind, found);
-        if (found.phy == nullptr) {
-            return SOC_E_TIMEOUT;
-        }
-        body(*found.port, *found.phy, place);
-        tell_changes(unit, *found.port);
-        return SOC_E_NONE;
-    });
+    return [=](Switch &sw, auto next) -> int {
+        return mdio_bus(bus)(sw, [&](MdioBus &own) -> int {
+            RegisterAddress place;
+            if (address > SOC_MDIO_ADDRESS_MAX || !decode(flags, addr, &place)) {
+                return SOC_E_PARAM;
+            }
+            if (!own.enabled) {
+                return SOC_E_DISABLED;
+            }
+            const PhyPlace found = answering(phys_of(sw), bus, address);
+            count(own, kind, found);
+            if (found.phy == nullptr) {
+                return SOC_E_TIMEOUT;
+            }
+            const int rc = next(*found.port, *found.phy, place);
+            tell_changes(sw.unit, *found.port);
+            return rc;
+        });
+    };
 }
 
 int read(int unit, int bus, uint8 address, uint32 flags, uint32 addr, uint16 *data)
 {
-    return exchange(unit, bus, address, flags, addr, &soc_mdio_stat_t::reads, {data},
-                    [&](PhyPort &port, Phy &phy, const RegisterAddress &place) {
-                        *data = read_register(port, phy, all_lanes, place);
-                    });
+    return begin(unit, chip_runs, given(data),
+                 register_on(bus, address, flags, addr, &soc_mdio_stat_t::reads))
+        .then([&](PhyPort &port, Phy &phy, const RegisterAddress &place) {
+            *data = read_register(port, phy, all_lanes, place);
+            return SOC_E_NONE;
+        });
 }
 
 int write(int unit, int bus, uint8 address, uint32 flags, uint32 addr, uint16 data)
 {
-    return exchange(unit, bus, address, flags, addr, &soc_mdio_stat_t::writes, {},
-                    [&](PhyPort &port, Phy &phy, const RegisterAddress &place) {
-                        write_register(port, phy, all_lanes, place, data);
-                    });
+    return begin(unit, chip_runs, register_on(bus, address, flags, addr, &soc_mdio_stat_t::writes))
+        .then([&](PhyPort &port, Phy &phy, const RegisterAddress &place) {
+            write_register(port, phy, all_lanes, place, data);
+            return SOC_E_NONE;
+        });
 }
 
 uint32 clause45_address(uint8 device, uint16 reg)
@@ -92,7 +99,7 @@ extern "C" {
 
 int sim_soc_mdio_bus_count_get(int unit, int *count)
 {
-    return on_phy_unit(unit, {count}, [&](PhyUnit &) {
+    return begin(unit, chip_runs, given(count), phy_unit).then([&](PhyUnit &) {
         *count = static_cast<int>(mdio_buses);
         return SOC_E_NONE;
     });
@@ -100,7 +107,7 @@ int sim_soc_mdio_bus_count_get(int unit, int *count)
 
 int sim_soc_mdio_bus_reset(int unit, int bus)
 {
-    return on_bus(unit, bus, {}, [](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, mdio_bus(bus)).then([](MdioBus &own) {
         own = MdioBus();
         return SOC_E_NONE;
     });
@@ -108,7 +115,7 @@ int sim_soc_mdio_bus_reset(int unit, int bus)
 
 int sim_soc_mdio_bus_enable_set(int unit, int bus, int enable)
 {
-    return on_bus(unit, bus, {}, [&](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, mdio_bus(bus)).then([&](MdioBus &own) {
         own.enabled = enable != 0;
         return SOC_E_NONE;
     });
@@ -116,7 +123,7 @@ int sim_soc_mdio_bus_enable_set(int unit, int bus, int enable)
 
 int sim_soc_mdio_bus_enable_get(int unit, int bus, int *enable)
 {
-    return on_bus(unit, bus, {enable}, [&](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, given(enable), mdio_bus(bus)).then([&](MdioBus &own) {
         *enable = own.enabled;
         return SOC_E_NONE;
     });
@@ -124,7 +131,7 @@ int sim_soc_mdio_bus_enable_get(int unit, int bus, int *enable)
 
 int sim_soc_mdio_clock_set(int unit, int bus, int khz)
 {
-    return on_bus(unit, bus, {}, [&](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, mdio_bus(bus)).then([&](MdioBus &own) {
         if (khz < 1 || khz > SOC_MDIO_CLOCK_MAX) {
             return SOC_E_PARAM;
         }
@@ -135,7 +142,7 @@ int sim_soc_mdio_clock_set(int unit, int bus, int khz)
 
 int sim_soc_mdio_clock_get(int unit, int bus, int *khz)
 {
-    return on_bus(unit, bus, {khz}, [&](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, given(khz), mdio_bus(bus)).then([&](MdioBus &own) {
         *khz = own.khz;
         return SOC_E_NONE;
     });
@@ -143,10 +150,10 @@ int sim_soc_mdio_clock_get(int unit, int bus, int *khz)
 
 int sim_soc_mdio_probe(int unit, int bus, uint32 *present)
 {
-    return on_enabled_bus(unit, bus, {present}, [&](PhyUnit &phys, MdioBus &own) {
+    return begin(unit, chip_runs, given(present), enabled_bus(bus)).then([&](Switch &sw, MdioBus &own) {
         uint32 answers = 0;
         for (int address = 0; address <= SOC_MDIO_ADDRESS_MAX; ++address) {
-            const PhyPlace found = answering(phys, bus, address);
+            const PhyPlace found = answering(phys_of(sw), bus, address);
             count(own, &soc_mdio_stat_t::reads, found);
             answers |= found.phy != nullptr ? 1u << address : 0;
         }
@@ -184,7 +191,7 @@ void sim_soc_mdio_stat_t_init(soc_mdio_stat_t *stat)
 
 int sim_soc_mdio_stat_get(int unit, int bus, soc_mdio_stat_t *stat)
 {
-    return on_bus(unit, bus, {stat}, [&](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, given(stat), mdio_bus(bus)).then([&](MdioBus &own) {
         *stat = own.frames;
         return SOC_E_NONE;
     });
@@ -192,7 +199,7 @@ int sim_soc_mdio_stat_get(int unit, int bus, soc_mdio_stat_t *stat)
 
 int sim_soc_mdio_stat_clear(int unit, int bus)
 {
-    return on_bus(unit, bus, {}, [](PhyUnit &, MdioBus &own) {
+    return begin(unit, chip_runs, mdio_bus(bus)).then([](MdioBus &own) {
         own.frames = {};
         return SOC_E_NONE;
     });

@@ -1,5 +1,5 @@
 /// Patterns in packet buffers.
-#include "sim.h"
+#include "sim_text.h"
 
 #include <algorithm>
 #include <random>

@@ -3,6 +3,6 @@
 #include <bcm/rx_pktlist.h>
 #include <bcm/trans.h>
 
-int bcm_rx_token_check_us = 100000;
-int bcm_rx_pktlist_count = 128;
-bcm_trans_ptr_t bcm_trans_ptr;
+[[gnu::visibility("default")]] int bcm_rx_token_check_us = 100000;
+[[gnu::visibility("default")]] int bcm_rx_pktlist_count = 128;
+[[gnu::visibility("default")]] bcm_trans_ptr_t bcm_trans_ptr;

@@ -1,7 +1,8 @@
+#include "begin.h"
 #include "phy_controls.h"
 
-#include "phy_unit.h"
-#include "sim.h"
+#include "phy.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -33,14 +34,14 @@ bool is_selector(int selector)
 
 int any_set(int unit, soc_port_t port, int lane, soc_phy_control_t ctrl_type, uint32 value)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         return set_control({own, own.outer(), own.outer().line, lane}, ctrl_type, value);
     });
 }
 
 int any_get(int unit, soc_port_t port, int lane, soc_phy_control_t ctrl_type, uint32 *value)
 {
-    return on_phy(unit, port, {value}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(value), ready_phy(port)).then([&](PhyPort &own) {
         return get_control({own, own.outer(), own.outer().line, lane}, ctrl_type, value);
     });
 }

@@ -1,8 +1,8 @@
 /// Diagnostics of one PHY, side and lane of a port: operations in classes.
+#include "phy.h"
 #include "phy_controls.h"
 #include "phy_registers.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "sim_phyctrl.h"
 
 #include <soc/phy_access.h>
 #include <soc/phy_diag.h>
@@ -207,7 +207,7 @@ extern "C" {
 
 int sim_soc_phyctrl_diag_ctrl(int arg1, soc_port_t arg2, uint32 arg3, int arg4, int arg5, void *arg6)
 {
-    return on_phy(arg1, arg2, {}, [&](PhyPort &own) {
+    return begin(arg1, chip_runs, ready_phy(arg2)).then([&](PhyPort &own) {
         constexpr uint32 instance_bits = PHY_DIAG_LANE_MASK << PHY_DIAG_LANE_SHIFT
                                          | PHY_DIAG_SIDE_MASK << PHY_DIAG_SIDE_SHIFT
                                          | PHY_DIAG_DEVICE_MASK << PHY_DIAG_DEVICE_SHIFT;

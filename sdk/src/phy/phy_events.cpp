@@ -1,7 +1,8 @@
 /// What a MAC tells the driver of its PHY.
+#include "begin.h"
+#include "phy.h"
 #include "phy_settings.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -59,23 +60,24 @@ extern "C" {
 
 int sim_soc_phyctrl_notify(int unit, soc_port_t port, soc_phy_event_t event, uint32 data)
 {
-    return on_phy(unit, port, {},
-                  [&](PhyPort &own) { return take_event(own, static_cast<int>(event), data); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return take_event(own, static_cast<int>(event), data);
+    });
 }
 
 int sim_soc_phyctrl_linkup_evt(int unit, soc_port_t port)
 {
-    return on_phy(unit, port, {}, [](PhyPort &own) { return report_link(own, true); });
+    return begin(unit, chip_runs, ready_phy(port)).then([](PhyPort &own) { return report_link(own, true); });
 }
 
 int sim_soc_phyctrl_linkdn_evt(int unit, soc_port_t port)
 {
-    return on_phy(unit, port, {}, [](PhyPort &own) { return report_link(own, false); });
+    return begin(unit, chip_runs, ready_phy(port)).then([](PhyPort &own) { return report_link(own, false); });
 }
 
 int sim_soc_phyctrl_link_get(int unit, soc_port_t port, int *link)
 {
-    return on_phy(unit, port, {link}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(link), ready_phy(port)).then([&](PhyPort &own) {
         *link = link_of(own).up();
         return SOC_E_NONE;
     });
@@ -83,7 +85,7 @@ int sim_soc_phyctrl_link_get(int unit, soc_port_t port, int *link)
 
 int sim_soc_phyctrl_link_change(int unit, soc_port_t port, int *link)
 {
-    return on_phy(unit, port, {link}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(link), ready_phy(port)).then([&](PhyPort &own) {
         if (*link != 0 && *link != 1) {
             return static_cast<int>(SOC_E_PARAM);
         }
@@ -95,7 +97,7 @@ int sim_soc_phyctrl_link_change(int unit, soc_port_t port, int *link)
 
 int sim_soc_phyctrl_linkfault_get(int unit, soc_port_t port, int *fault)
 {
-    return on_phy(unit, port, {fault}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(fault), ready_phy(port)).then([&](PhyPort &own) {
         *fault = has_fault(own, own.outer());
         return SOC_E_NONE;
     });

@@ -1,11 +1,13 @@
 #include "phy_firmware.h"
 
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phyctrl.h"
 
 #include <soc/phy_access.h>
 
 #include <algorithm>
+#include <vector>
 
 using namespace sim;
 
@@ -84,7 +86,7 @@ extern "C" {
 
 int sim_soc_phyctrl_firmware_set(int unit, soc_port_t port, uint32 flags, int offset, uint8 *array, int len)
 {
-    return on_phy_port(unit, port, {array}, [&](PhyUnit &phys, PhyPort &own) {
+    return begin(unit, chip_runs, given(array), phy_port(port)).then([&](PhyUnit &phys, PhyPort &own) {
         if (!is_ready(phys, own)) {
             return SOC_E_INIT;
         }

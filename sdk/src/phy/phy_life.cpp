@@ -1,6 +1,8 @@
 /// Tables and drivers of PHYs, from init to detach.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -8,7 +10,7 @@ namespace {
 
 int set_common(int unit, bool present)
 {
-    return on_phy_unit(unit, {}, [&](PhyUnit &phys) {
+    return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         phys.has_common = present;
         phys.shared_registers.clear();
         return SOC_E_NONE;
@@ -17,7 +19,7 @@ int set_common(int unit, bool present)
 
 int set_drivers(int unit, bool present)
 {
-    return on_phy_unit(unit, {}, [&](PhyUnit &phys) {
+    return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         phys.has_drivers = present;
         for (PhyPort &port : phys.ports) {
             port.probed = port.initialised = false;
@@ -58,7 +60,7 @@ extern "C" {
 
 int sim_soc_phy_init(int unit)
 {
-    return on_phy_unit(unit, {}, [&](PhyUnit &phys) {
+    return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         remake(phys.tables);
         publish(unit, &phys.tables);
         phys.has_tables = true;
@@ -68,7 +70,7 @@ int sim_soc_phy_init(int unit)
 
 int sim_soc_phy_deinit(int unit)
 {
-    return on_phy_unit(unit, {}, [&](PhyUnit &phys) {
+    return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         publish(unit, nullptr);
         phys.has_tables = false;
         for (PhyPort &port : phys.ports) {
@@ -101,24 +103,24 @@ int sim_soc_phyctrl_software_deinit(int unit)
 
 int sim_soc_phyctrl_probe(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, probe);
+    return begin(unit, chip_runs, phy_port(port)).then(probe);
 }
 
 int sim_soc_phyctrl_init(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, [](PhyUnit &phys, PhyPort &own) {
+    return begin(unit, chip_runs, phy_port(port)).then([](PhyUnit &phys, PhyPort &own) {
         return phys.has_common && phys.has_drivers ? initialise(own) : static_cast<int>(SOC_E_INIT);
     });
 }
 
 int sim_soc_phy_port_init(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, probe_and_initialise);
+    return begin(unit, chip_runs, phy_port(port)).then(probe_and_initialise);
 }
 
 int sim_soc_phyctrl_software_port_init(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, [](PhyUnit &phys, PhyPort &own) {
+    return begin(unit, chip_runs, phy_port(port)).then([](PhyUnit &phys, PhyPort &own) {
         const int rc = probe(phys, own);
         own.initialised = own.initialised || rc == SOC_E_NONE;
         return rc;
@@ -127,7 +129,7 @@ int sim_soc_phyctrl_software_port_init(int unit, soc_port_t port)
 
 int sim_soc_phyctrl_detach(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, [](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, phy_port(port)).then([](PhyUnit &, PhyPort &own) {
         if (!own.probed) {
             return SOC_E_INIT;
         }
@@ -138,7 +140,7 @@ int sim_soc_phyctrl_detach(int unit, soc_port_t port)
 
 int sim_soc_phyctrl_pbm_probe_init(int unit, pbmp_t pbmp, pbmp_t *okay_pbmp)
 {
-    return on_phy_unit(unit, {okay_pbmp}, [&](PhyUnit &) {
+    return begin(unit, chip_runs, given(okay_pbmp), phy_unit).then([&](PhyUnit &) {
         pbmp_t okay = {};
         for (int port = 0; port <= port_max; ++port) {
             if (_SHR_PBMP_MEMBER(pbmp, port) && sim_soc_phy_port_init(unit, port) == SOC_E_NONE) {

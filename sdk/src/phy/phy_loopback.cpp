@@ -1,6 +1,7 @@
 /// Loopback in PHYs: what the MAC sends comes back to it.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -19,7 +20,7 @@ extern "C" {
 int sim_soc_phyctrl_loopback_extended_set(int unit, soc_port_t port, int enable, int serdes_linkup_wait,
                                           uint32 en_int_phy)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         Phy &phy = en_int_phy != 0 ? *own.serdes : own.outer();
         phy.line.loopback = enable != 0;
         return wait_for_serdes(own, enable != 0, serdes_linkup_wait != 0);
@@ -28,7 +29,7 @@ int sim_soc_phyctrl_loopback_extended_set(int unit, soc_port_t port, int enable,
 
 int sim_soc_phyctrl_loopback_set(int unit, soc_port_t port, int enable, int serdes_linkup_wait)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         own.outer().line.loopback = enable != 0;
         if (!enable) {
             own.serdes->line.loopback = false;
@@ -39,7 +40,7 @@ int sim_soc_phyctrl_loopback_set(int unit, soc_port_t port, int enable, int serd
 
 int sim_soc_phyctrl_loopback_get(int unit, soc_port_t port, int *enable)
 {
-    return on_phy(unit, port, {enable}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(enable), ready_phy(port)).then([&](PhyPort &own) {
         *enable = own.serdes->line.loopback || own.outer().line.loopback;
         return SOC_E_NONE;
     });

@@ -1,12 +1,16 @@
 /// Media of ports: which one is in use, how each is treated, the cable, and who is told of changes.
+#include "begin.h"
+#include "marked.h"
+#include "phy.h"
 #include "phy_settings.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
 
 #include <sim/cable.h>
 #include <soc/phy_values.h>
 
 #include <algorithm>
+#include <vector>
 
 using namespace sim;
 
@@ -53,17 +57,18 @@ bool fits(const MediumAbility &ability, const soc_phy_config_t &config)
            && static_cast<int>(config.mdix) >= 0 && config.mdix < _SHR_PORT_MDIX_COUNT;
 }
 
-/// body(const MediumAbility &, soc_phy_config_t &) of a medium of the port's outer PHY.
-template <class Body>
-int on_medium(int unit, soc_port_t port, soc_port_medium_t medium, Pointers pointers, Body body)
+/// A port with a ready PHY, and what its outer PHY can do over a medium: SOC_E_PARAM, SOC_E_UNAVAIL.
+auto medium_of(soc_port_t port, soc_port_medium_t medium)
 {
-    return on_phy(unit, port, pointers, [&](PhyPort &own) {
-        if (medium <= _SHR_PORT_MEDIUM_NONE || medium >= _SHR_PORT_MEDIUM_COUNT) {
-            return static_cast<int>(SOC_E_PARAM);
-        }
-        const MediumAbility *ability = own.outer().kind.over(medium);
-        return ability == nullptr ? static_cast<int>(SOC_E_UNAVAIL) : static_cast<int>(body(own, *ability));
-    });
+    return [=](Switch &sw, auto next) -> int {
+        return ready_phy(port)(sw, [&](PhyPort &own) -> int {
+            if (medium <= _SHR_PORT_MEDIUM_NONE || medium >= _SHR_PORT_MEDIUM_COUNT) {
+                return SOC_E_PARAM;
+            }
+            const MediumAbility *ability = own.outer().kind.over(medium);
+            return ability == nullptr ? static_cast<int>(SOC_E_UNAVAIL) : next(own, *ability);
+        });
+    };
 }
 
 _shr_port_cable_state_t summary(const soc_port_cable_diag_t &diag)
@@ -103,7 +108,7 @@ extern "C" {
 
 int sim_soc_phyctrl_medium_get(int unit, soc_port_t port, soc_port_medium_t *medium)
 {
-    return on_phy(unit, port, {medium}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(medium), ready_phy(port)).then([&](PhyPort &own) {
         *medium = own.medium_in_use();
         return SOC_E_NONE;
     });
@@ -112,51 +117,54 @@ int sim_soc_phyctrl_medium_get(int unit, soc_port_t port, soc_port_medium_t *med
 int sim_soc_phyctrl_medium_config_set(int unit, soc_port_t port, soc_port_medium_t medium,
                                       soc_phy_config_t *cfg)
 {
-    return on_medium(unit, port, medium, {cfg}, [&](PhyPort &own, const MediumAbility &ability) {
-        if (!fits(ability, *cfg)) {
-            return SOC_E_PARAM;
-        }
-        // One medium at most is preferred.
-        for (auto &[other, config] : own.outer().media) {
-            config.preferred = config.preferred && !cfg->preferred;
-        }
-        own.outer().media.at(medium) = *cfg;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(cfg), medium_of(port, medium))
+        .then([&](PhyPort &own, const MediumAbility &ability) {
+            if (!fits(ability, *cfg)) {
+                return SOC_E_PARAM;
+            }
+            // One medium at most is preferred.
+            for (auto &[other, config] : own.outer().media) {
+                config.preferred = config.preferred && !cfg->preferred;
+            }
+            own.outer().media.at(medium) = *cfg;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phyctrl_medium_config_get(int unit, soc_port_t port, soc_port_medium_t medium,
                                       soc_phy_config_t *cfg)
 {
-    return on_medium(unit, port, medium, {cfg}, [&](PhyPort &own, const MediumAbility &) {
-        *cfg = own.outer().media.at(medium);
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(cfg), medium_of(port, medium))
+        .then([&](PhyPort &own, const MediumAbility &) {
+            *cfg = own.outer().media.at(medium);
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phyctrl_cable_diag(int unit, soc_port_t port, soc_port_cable_diag_t *status)
 {
-    return on_medium(unit, port, _SHR_PORT_MEDIUM_COPPER, {status}, [&](PhyPort &own, const MediumAbility &) {
-        constexpr int precision = 5;
-        soc_port_cable_diag_t diag = {};
-        const bool is_plugged = own.cable.media >> _SHR_PORT_MEDIUM_COPPER & 1;
-        diag.npairs = _SHR_PORT_CABLE_PAIRS;
-        diag.fuzz_len = precision;
-        for (std::size_t pair = 0; pair < own.cable.pairs.size(); ++pair) {
-            diag.pair_state[pair] = is_plugged ? own.cable.pairs[pair].state : _SHR_PORT_CABLE_STATE_OPEN;
-            diag.pair_len[pair] = is_plugged ? own.cable.pairs[pair].metres : 0;
-        }
-        diag.state = summary(diag);
-        own.outer().link_lost = true;
-        *status = diag;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(status), medium_of(port, _SHR_PORT_MEDIUM_COPPER))
+        .then([&](PhyPort &own, const MediumAbility &) {
+            constexpr int precision = 5;
+            soc_port_cable_diag_t diag = {};
+            const bool is_plugged = own.cable.media >> _SHR_PORT_MEDIUM_COPPER & 1;
+            diag.npairs = _SHR_PORT_CABLE_PAIRS;
+            diag.fuzz_len = precision;
+            for (std::size_t pair = 0; pair < own.cable.pairs.size(); ++pair) {
+                diag.pair_state[pair] = is_plugged ? own.cable.pairs[pair].state : _SHR_PORT_CABLE_STATE_OPEN;
+                diag.pair_len[pair] = is_plugged ? own.cable.pairs[pair].metres : 0;
+            }
+            diag.state = summary(diag);
+            own.outer().link_lost = true;
+            *status = diag;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phy_medium_status_register(int unit, soc_port_t port, soc_port_medium_status_cb_t cb,
                                        void *user_data)
 {
-    return on_phy_port(unit, port, {reinterpret_cast<const void *>(cb)}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, given(cb), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         const MediumWatcher watcher = {cb, user_data};
         if (find(own.watchers, watcher) != own.watchers.end()) {
             return SOC_E_EXISTS;
@@ -169,7 +177,7 @@ int sim_soc_phy_medium_status_register(int unit, soc_port_t port, soc_port_mediu
 int sim_soc_phy_medium_status_unregister(int unit, soc_port_t port, soc_port_medium_status_cb_t cb,
                                          void *user_data)
 {
-    return on_phy_port(unit, port, {reinterpret_cast<const void *>(cb)}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, given(cb), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         const auto found = find(own.watchers, {cb, user_data});
         if (found == own.watchers.end()) {
             return SOC_E_NOT_FOUND;
@@ -181,7 +189,7 @@ int sim_soc_phy_medium_status_unregister(int unit, soc_port_t port, soc_port_med
 
 void sim_soc_phy_medium_status_notify(int unit, soc_port_t port, soc_port_medium_t medium)
 {
-    on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+    begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         if (medium < 0 || medium >= _SHR_PORT_MEDIUM_COUNT) {
             return SOC_E_PARAM;
         }
@@ -192,7 +200,7 @@ void sim_soc_phy_medium_status_notify(int unit, soc_port_t port, soc_port_medium
 
 int sim_cable_plug(int unit, int port, uint32 media, int metres)
 {
-    return on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         uint32 sockets = 0;
         for (const MediumAbility &ability : own.outer().kind.media) {
             sockets |= 1u << ability.medium;
@@ -207,7 +215,7 @@ int sim_cable_plug(int unit, int port, uint32 media, int metres)
 
 int sim_cable_pair_set(int unit, int port, int pair, _shr_port_cable_state_t state, int metres)
 {
-    return on_phy_port(unit, port, {}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         if (pair < 0 || pair >= _SHR_PORT_CABLE_PAIRS || static_cast<int>(state) < 0
             || state >= _SHR_PORT_CABLE_STATE_COUNT || metres <= 0) {
             return SOC_E_PARAM;

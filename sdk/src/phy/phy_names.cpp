@@ -1,6 +1,8 @@
 /// What is known of PHYs: names, identifiers, addresses, places in their chips.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
 
 #include <soc/phy_access.h>
 
@@ -15,7 +17,7 @@ namespace {
 template <class Value>
 Value entry_value(int unit, soc_port_t port, Value soc_phy_info_t::*member, Value none)
 {
-    on_phy_table(unit, port, {}, [&](PhyUnit &phys, int own) {
+    begin(unit, chip_runs, phy_entry(port)).then([&](PhyUnit &phys, int own) {
         none = phys.tables.of(own).*member;
         return SOC_E_NONE;
     });
@@ -33,30 +35,32 @@ uint16 soc_phy_info_t::*address_member(int flags)
     return flags & SOC_PHY_INTERNAL ? &soc_phy_info_t::phy_addr_int : &soc_phy_info_t::phy_addr;
 }
 
-/// body(PhyUnit &, uint16 &address) of the PHY that the flags mean.
-template <class Body>
-int on_address(int unit, soc_port_t port, int flags, Pointers pointers, Body body)
+/// The unit's PHYs, and the bus address of the one that the flags mean: SOC_E_PARAM, SOC_E_UNAVAIL.
+auto bus_address(soc_port_t port, int flags)
 {
-    return on_phy_port(unit, port, pointers, [&](PhyUnit &phys, PhyPort &own) {
-        if (flags & ~SOC_PHY_INTERNAL) {
-            return static_cast<int>(SOC_E_PARAM);
-        }
-        if (!(flags & SOC_PHY_INTERNAL) && !own.copper) {
-            return static_cast<int>(SOC_E_UNAVAIL);
-        }
-        return static_cast<int>(body(phys, phys.tables.of(own.number).*address_member(flags)));
-    });
+    return [=](Switch &sw, auto next) -> int {
+        return phy_port(port)(sw, [&](PhyUnit &phys, PhyPort &own) -> int {
+            if (flags & ~SOC_PHY_INTERNAL) {
+                return SOC_E_PARAM;
+            }
+            if (!(flags & SOC_PHY_INTERNAL) && !own.copper) {
+                return SOC_E_UNAVAIL;
+            }
+            return next(phys, phys.tables.of(own.number).*address_member(flags));
+        });
+    };
 }
 
-/// body(PhyPort &, soc_phy_chip_info_t &) with the port's entry; the tables follow.
-template <class Body>
-int on_chip_info(int unit, soc_port_t port, Pointers pointers, Body body)
+/// A port with a PHY, and its chip's entry; the tables follow.
+auto chip_info(soc_port_t port)
 {
-    return on_phy_port(unit, port, pointers, [&](PhyUnit &phys, PhyPort &own) {
-        const int rc = body(own, phys.tables.of(own.number).chip_info);
-        reindex(phys.tables);
-        return rc;
-    });
+    return [port](Switch &sw, auto next) -> int {
+        return phy_port(port)(sw, [&](PhyUnit &phys, PhyPort &own) -> int {
+            const int rc = next(own, phys.tables.of(own.number).chip_info);
+            reindex(phys.tables);
+            return rc;
+        });
+    };
 }
 
 }  // namespace
@@ -66,7 +70,7 @@ extern "C" {
 char *sim_soc_phyctrl_drv_name(int unit, soc_port_t port)
 {
     char *name = nullptr;
-    on_phy_port(unit, port, {}, [&](PhyUnit &phys, PhyPort &own) {
+    begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &phys, PhyPort &own) {
         name = driver_name(phys, own);
         return SOC_E_NONE;
     });
@@ -75,7 +79,7 @@ char *sim_soc_phyctrl_drv_name(int unit, soc_port_t port)
 
 int sim_soc_phyctrl_drv_name_get(int unit, soc_port_t port, char *name, int len)
 {
-    return on_phy_port(unit, port, {name}, [&](PhyUnit &phys, PhyPort &own) {
+    return begin(unit, chip_runs, given(name), phy_port(port)).then([&](PhyUnit &phys, PhyPort &own) {
         if (len <= 0) {
             return SOC_E_PARAM;
         }
@@ -97,7 +101,7 @@ char *sim_soc_phy_name_get(int unit, soc_port_t port)
 
 int sim_soc_phy_info_get(int unit, soc_port_t port, soc_phy_info_t *pi)
 {
-    return on_phy_table(unit, port, {pi}, [&](PhyUnit &phys, int own) {
+    return begin(unit, chip_runs, given(pi), phy_entry(port)).then([&](PhyUnit &phys, int own) {
         *pi = phys.tables.of(own);
         return SOC_E_NONE;
     });
@@ -131,7 +135,7 @@ uint16 sim_soc_phy_addr_int_of_port(int unit, soc_port_t port)
 soc_port_t sim_soc_phy_addr_to_port(int unit, uint16 phy_id)
 {
     soc_port_t port = -1;
-    on_phy_unit(unit, {}, [&](PhyUnit &phys) {
+    begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         port = phys.has_tables ? phys.tables.port_at(phy_id) : -1;
         return SOC_E_NONE;
     });
@@ -140,20 +144,23 @@ soc_port_t sim_soc_phy_addr_to_port(int unit, uint16 phy_id)
 
 int sim_soc_phy_is_c45_miim(int unit, soc_port_t port)
 {
-    return on_phy_port(unit, port, {}, [](PhyUnit &, PhyPort &own) { return own.outer().kind.clause45; });
+    return begin(unit, chip_runs, phy_port(port)).then([](PhyUnit &, PhyPort &own) {
+        return own.outer().kind.clause45;
+    });
 }
 
 int sim_soc_phy_cfg_addr_get(int unit, soc_port_t port, int flags, uint16 *addr_ptr)
 {
-    return on_address(unit, port, flags, {addr_ptr}, [&](PhyUnit &, uint16 &address) {
-        *addr_ptr = address;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(addr_ptr), bus_address(port, flags))
+        .then([&](PhyUnit &, uint16 &address) {
+            *addr_ptr = address;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phy_cfg_addr_set(int unit, soc_port_t port, int flags, uint16 addr)
 {
-    return on_address(unit, port, flags, {}, [&](PhyUnit &phys, uint16 &address) {
+    return begin(unit, chip_runs, bus_address(port, flags)).then([&](PhyUnit &phys, uint16 &address) {
         if (addr >= no_phy_address) {
             return SOC_E_PARAM;
         }
@@ -168,16 +175,17 @@ int sim_soc_phy_cfg_addr_set(int unit, soc_port_t port, int flags, uint16 addr)
 
 int sim_soc_phy_primary_and_offset_get(int unit, soc_port_t port, soc_port_t *primary_port, int *offset)
 {
-    return on_chip_info(unit, port, {primary_port, offset}, [&](PhyPort &, soc_phy_chip_info_t &info) {
-        *primary_port = info.primary;
-        *offset = info.offset;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(primary_port, offset), chip_info(port))
+        .then([&](PhyPort &, soc_phy_chip_info_t &info) {
+            *primary_port = info.primary;
+            *offset = info.offset;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phyctrl_primary_set(int unit, soc_port_t port, soc_port_t primary)
 {
-    return on_chip_info(unit, port, {}, [&](PhyPort &own, soc_phy_chip_info_t &info) {
+    return begin(unit, chip_runs, chip_info(port)).then([&](PhyPort &own, soc_phy_chip_info_t &info) {
         if (!has_serdes(primary) || has_copper_phy(primary) != own.copper.has_value()) {
             return SOC_E_PARAM;
         }
@@ -188,15 +196,16 @@ int sim_soc_phyctrl_primary_set(int unit, soc_port_t port, soc_port_t primary)
 
 int sim_soc_phyctrl_primary_get(int unit, soc_port_t port, soc_port_t *primary)
 {
-    return on_chip_info(unit, port, {primary}, [&](PhyPort &, soc_phy_chip_info_t &info) {
-        *primary = info.primary;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(primary), chip_info(port))
+        .then([&](PhyPort &, soc_phy_chip_info_t &info) {
+            *primary = info.primary;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phyctrl_offset_set(int unit, soc_port_t port, int offset)
 {
-    return on_chip_info(unit, port, {}, [&](PhyPort &, soc_phy_chip_info_t &info) {
+    return begin(unit, chip_runs, chip_info(port)).then([&](PhyPort &, soc_phy_chip_info_t &info) {
         if (offset < 0 || offset >= phy_chip_offsets) {
             return SOC_E_PARAM;
         }
@@ -207,10 +216,11 @@ int sim_soc_phyctrl_offset_set(int unit, soc_port_t port, int offset)
 
 int sim_soc_phyctrl_offset_get(int unit, soc_port_t port, soc_port_t *offset)
 {
-    return on_chip_info(unit, port, {offset}, [&](PhyPort &, soc_phy_chip_info_t &info) {
-        *offset = info.offset;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(offset), chip_info(port))
+        .then([&](PhyPort &, soc_phy_chip_info_t &info) {
+            *offset = info.offset;
+            return SOC_E_NONE;
+        });
 }
 
 }  // extern "C"

@@ -1,7 +1,8 @@
 /// Autonegotiation: what both ends can do, what they advertise, and what has come of it.
+#include "begin.h"
+#include "phy.h"
 #include "phy_settings.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -47,7 +48,7 @@ bool is_well_formed(const soc_port_ability_t &ability)
 template <class Read>
 int read_modes(int unit, soc_port_t port, soc_port_mode_t *modes, Read read)
 {
-    return on_phy(unit, port, {modes}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(modes), ready_phy(port)).then([&](PhyPort &own) {
         *modes = read(own, own.outer());
         return SOC_E_NONE;
     });
@@ -56,7 +57,7 @@ int read_modes(int unit, soc_port_t port, soc_port_mode_t *modes, Read read)
 template <class Read>
 int read_ability(int unit, soc_port_t port, soc_port_ability_t *ability, Read read)
 {
-    return on_phy(unit, port, {ability}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(ability), ready_phy(port)).then([&](PhyPort &own) {
         *ability = by_kind(read(own, own.outer()));
         return SOC_E_NONE;
     });
@@ -98,12 +99,14 @@ extern "C" {
 
 int sim_soc_phyctrl_auto_negotiate_set(int unit, soc_port_t port, int an)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return set_autonegotiation(own, own.outer(), an); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return set_autonegotiation(own, own.outer(), an);
+    });
 }
 
 int sim_soc_phyctrl_auto_negotiate_get(int unit, soc_port_t port, int *an, int *an_done)
 {
-    return on_phy(unit, port, {an, an_done}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(an, an_done), ready_phy(port)).then([&](PhyPort &own) {
         *an = own.outer().settings(own.cable).autoneg_enable;
         *an_done = has_negotiated(own, own.outer());
         return SOC_E_NONE;
@@ -112,7 +115,9 @@ int sim_soc_phyctrl_auto_negotiate_get(int unit, soc_port_t port, int *an, int *
 
 int sim_soc_phyctrl_adv_local_set(int unit, soc_port_t port, soc_port_mode_t mode)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return set_advert(own, own.outer(), mode); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return set_advert(own, own.outer(), mode);
+    });
 }
 
 int sim_soc_phyctrl_adv_local_get(int unit, soc_port_t port, soc_port_mode_t *mode)
@@ -132,7 +137,7 @@ int sim_soc_phyctrl_ability_get(int unit, soc_port_t port, soc_port_mode_t *mode
 
 int sim_soc_phyctrl_ability_advert_set(int unit, soc_port_t port, soc_port_ability_t *ability)
 {
-    return on_phy(unit, port, {ability}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(ability), ready_phy(port)).then([&](PhyPort &own) {
         if (!is_well_formed(*ability)) {
             return static_cast<int>(SOC_E_PARAM);
         }
@@ -153,7 +158,7 @@ int sim_soc_phyctrl_ability_remote_get(int unit, soc_port_t port, soc_port_abili
 
 int sim_soc_phyctrl_ability_local_get(int unit, soc_port_t port, soc_port_ability_t *ability)
 {
-    return on_phy(unit, port, {ability}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(ability), ready_phy(port)).then([&](PhyPort &own) {
         const Phy &phy = own.outer();
         *ability = by_kind(ability_of(own, phy));
         ability->interface = phy.kind.interfaces;

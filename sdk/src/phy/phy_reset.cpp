@@ -1,6 +1,9 @@
 /// Resets of PHYs, and the functions that are called for them.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "marked.h"
+#include "phy.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
 
 using namespace sim;
 
@@ -14,7 +17,7 @@ bool operator==(const ResetFunction &a, const ResetFunction &b)
 /// What the driver of the copper PHY does by itself.
 int reset_copper(int unit, soc_port_t port, void *)
 {
-    return on_phy(unit, port, {}, [](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([](PhyPort &own) {
         if (!own.copper) {
             return SOC_E_UNAVAIL;
         }
@@ -50,7 +53,9 @@ extern "C" {
 
 int sim_soc_phyctrl_reset(int unit, soc_port_t port, void *user_arg)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return reset(unit, own, user_arg); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return reset(unit, own, user_arg);
+    });
 }
 
 int sim_soc_phy_reset(int unit, soc_port_t port)
@@ -61,7 +66,7 @@ int sim_soc_phy_reset(int unit, soc_port_t port)
 void *sim_soc_phyctrl_ext_phy_reset(int unit, soc_port_t port)
 {
     void *function = nullptr;
-    on_phy(unit, port, {}, [&](PhyPort &own) {
+    begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         if (own.copper) {
             const soc_port_phy_reset_cb_t registered = reset_function_of(own).callback;
             function = reinterpret_cast<void *>(registered != nullptr ? registered : reset_copper);
@@ -74,7 +79,7 @@ void *sim_soc_phyctrl_ext_phy_reset(int unit, soc_port_t port)
 int sim_soc_phy_reset_register(int unit, soc_port_t port, soc_port_phy_reset_cb_t callback, void *user_data,
                                int reg_default)
 {
-    return on_phy_port(unit, port, {reinterpret_cast<const void *>(callback)}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, given(callback), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         ResetFunction &place = reg_default != 0 ? own.default_reset : own.own_reset;
         if (place.callback != nullptr) {
             return SOC_E_EXISTS;
@@ -86,7 +91,7 @@ int sim_soc_phy_reset_register(int unit, soc_port_t port, soc_port_phy_reset_cb_
 
 int sim_soc_phy_reset_unregister(int unit, soc_port_t port, soc_port_phy_reset_cb_t callback, void *user_data)
 {
-    return on_phy_port(unit, port, {reinterpret_cast<const void *>(callback)}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, chip_runs, given(callback), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
         for (ResetFunction *place : {&own.own_reset, &own.default_reset}) {
             if (*place == ResetFunction{callback, user_data}) {
                 *place = ResetFunction();

@@ -1,10 +1,13 @@
 /// Speed, duplex, interface, clock master and crossing of a port.
 #include "phy_settings.h"
 
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phyctrl.h"
 
 #include <soc/phy_values.h>
+
+#include <algorithm>
 
 using namespace sim;
 
@@ -20,14 +23,15 @@ bool uses_pairs(const PhyPort &port)
     return port.outer().medium(port.cable.media) == _SHR_PORT_MEDIUM_COPPER;
 }
 
-/// body(PhyPort &, soc_phy_config_t &) of a port that uses copper pairs; otherwise SOC_E_UNAVAIL.
-template <class Body>
-int on_pairs(int unit, soc_port_t port, Pointers pointers, Body body)
+/// A port that uses copper pairs, and the settings of that medium: SOC_E_UNAVAIL.
+auto copper_pairs(soc_port_t port)
 {
-    return on_phy(unit, port, pointers, [&](PhyPort &own) {
-        return uses_pairs(own) ? static_cast<int>(body(own, own.outer().settings(own.cable)))
-                               : static_cast<int>(SOC_E_UNAVAIL);
-    });
+    return [port](Switch &sw, auto next) -> int {
+        return ready_phy(port)(sw, [&](PhyPort &own) -> int {
+            return uses_pairs(own) ? next(own, own.outer().settings(own.cable))
+                                   : static_cast<int>(SOC_E_UNAVAIL);
+        });
+    };
 }
 
 }  // namespace
@@ -110,7 +114,7 @@ extern "C" {
 
 int sim_soc_phyctrl_enable_set(int unit, soc_port_t port, int enable)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         set_enabled(own, enable != 0);
         return SOC_E_NONE;
     });
@@ -118,7 +122,7 @@ int sim_soc_phyctrl_enable_set(int unit, soc_port_t port, int enable)
 
 int sim_soc_phyctrl_enable_get(int unit, soc_port_t port, int *enable)
 {
-    return on_phy(unit, port, {enable}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(enable), ready_phy(port)).then([&](PhyPort &own) {
         *enable = own.serdes->enabled && own.outer().enabled;
         return SOC_E_NONE;
     });
@@ -126,12 +130,14 @@ int sim_soc_phyctrl_enable_get(int unit, soc_port_t port, int *enable)
 
 int sim_soc_phyctrl_speed_set(int unit, soc_port_t port, int speed)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return set_speed(own, own.outer(), speed); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return set_speed(own, own.outer(), speed);
+    });
 }
 
 int sim_soc_phyctrl_speed_get(int unit, soc_port_t port, int *speed)
 {
-    return on_phy(unit, port, {speed}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(speed), ready_phy(port)).then([&](PhyPort &own) {
         *speed = speed_of(own);
         return SOC_E_NONE;
     });
@@ -139,7 +145,7 @@ int sim_soc_phyctrl_speed_get(int unit, soc_port_t port, int *speed)
 
 int sim_soc_phyctrl_set_speed_max(int unit, soc_port_t port, int speed_max)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
         Phy &phy = own.outer();
         const MediumAbility &ability = phy.ability(own.cable);
         if (!can_do(ability, speed_max, true)) {
@@ -154,12 +160,14 @@ int sim_soc_phyctrl_set_speed_max(int unit, soc_port_t port, int speed_max)
 
 int sim_soc_phyctrl_duplex_set(int unit, soc_port_t port, int duplex)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return set_duplex(own, own.outer(), duplex); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return set_duplex(own, own.outer(), duplex);
+    });
 }
 
 int sim_soc_phyctrl_duplex_get(int unit, soc_port_t port, int *duplex)
 {
-    return on_phy(unit, port, {duplex}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(duplex), ready_phy(port)).then([&](PhyPort &own) {
         const soc_phy_config_t &settings = own.outer().settings(own.cable);
         *duplex = settings.autoneg_enable ? link_of(own, own.outer()).full_duplex : settings.force_duplex;
         return SOC_E_NONE;
@@ -168,12 +176,14 @@ int sim_soc_phyctrl_duplex_get(int unit, soc_port_t port, int *duplex)
 
 int sim_soc_phyctrl_interface_set(int unit, soc_port_t port, soc_port_if_t pif)
 {
-    return on_phy(unit, port, {}, [&](PhyPort &own) { return set_interface(own.outer(), pif); });
+    return begin(unit, chip_runs, ready_phy(port)).then([&](PhyPort &own) {
+        return set_interface(own.outer(), pif);
+    });
 }
 
 int sim_soc_phyctrl_interface_get(int unit, soc_port_t port, soc_port_if_t *pif)
 {
-    return on_phy(unit, port, {pif}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(pif), ready_phy(port)).then([&](PhyPort &own) {
         *pif = interface_in_force(own, own.outer());
         return SOC_E_NONE;
     });
@@ -181,7 +191,7 @@ int sim_soc_phyctrl_interface_get(int unit, soc_port_t port, soc_port_if_t *pif)
 
 int sim_soc_phyctrl_master_set(int unit, soc_port_t port, int master)
 {
-    return on_pairs(unit, port, {}, [&](PhyPort &, soc_phy_config_t &settings) {
+    return begin(unit, chip_runs, copper_pairs(port)).then([&](PhyPort &, soc_phy_config_t &settings) {
         if (master < 0 || master > SOC_PHY_MS_AUTO) {
             return SOC_E_PARAM;
         }
@@ -192,7 +202,7 @@ int sim_soc_phyctrl_master_set(int unit, soc_port_t port, int master)
 
 int sim_soc_phyctrl_master_get(int unit, soc_port_t port, int *master)
 {
-    return on_phy(unit, port, {master}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(master), ready_phy(port)).then([&](PhyPort &own) {
         *master =
             uses_pairs(own) ? own.outer().settings(own.cable).master : static_cast<int>(SOC_PHY_MS_NONE);
         return SOC_E_NONE;
@@ -201,7 +211,7 @@ int sim_soc_phyctrl_master_get(int unit, soc_port_t port, int *master)
 
 int sim_soc_phyctrl_mdix_set(int unit, soc_port_t port, soc_port_mdix_t mdix)
 {
-    return on_pairs(unit, port, {}, [&](PhyPort &, soc_phy_config_t &settings) {
+    return begin(unit, chip_runs, copper_pairs(port)).then([&](PhyPort &, soc_phy_config_t &settings) {
         if (mdix < 0 || mdix >= _SHR_PORT_MDIX_COUNT) {
             return SOC_E_PARAM;
         }
@@ -212,22 +222,24 @@ int sim_soc_phyctrl_mdix_set(int unit, soc_port_t port, soc_port_mdix_t mdix)
 
 int sim_soc_phyctrl_mdix_get(int unit, soc_port_t port, soc_port_mdix_t *mdix)
 {
-    return on_pairs(unit, port, {mdix}, [&](PhyPort &, soc_phy_config_t &settings) {
-        *mdix = settings.mdix;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(mdix), copper_pairs(port))
+        .then([&](PhyPort &, soc_phy_config_t &settings) {
+            *mdix = settings.mdix;
+            return SOC_E_NONE;
+        });
 }
 
 int sim_soc_phyctrl_mdix_status_get(int unit, soc_port_t port, soc_port_mdix_status_t *status)
 {
-    return on_pairs(unit, port, {status}, [&](PhyPort &, soc_phy_config_t &settings) {
-        // The cable is a straight one and the partner does not cross, so that this end has to.
-        const bool finds_out = settings.mdix == _SHR_PORT_MDIX_FORCE_AUTO
-                               || (settings.mdix == _SHR_PORT_MDIX_AUTO && settings.autoneg_enable);
-        *status = finds_out || settings.mdix == _SHR_PORT_MDIX_XOVER ? _SHR_PORT_MDIX_STATUS_XOVER
-                                                                     : _SHR_PORT_MDIX_STATUS_NORMAL;
-        return SOC_E_NONE;
-    });
+    return begin(unit, chip_runs, given(status), copper_pairs(port))
+        .then([&](PhyPort &, soc_phy_config_t &settings) {
+            // The cable is a straight one and the partner does not cross, so that this end has to.
+            const bool finds_out = settings.mdix == _SHR_PORT_MDIX_FORCE_AUTO
+                                   || (settings.mdix == _SHR_PORT_MDIX_AUTO && settings.autoneg_enable);
+            *status = finds_out || settings.mdix == _SHR_PORT_MDIX_XOVER ? _SHR_PORT_MDIX_STATUS_XOVER
+                                                                         : _SHR_PORT_MDIX_STATUS_NORMAL;
+            return SOC_E_NONE;
+        });
 }
 
 }  // extern "C"

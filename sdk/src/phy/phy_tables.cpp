@@ -120,6 +120,8 @@ void publish(int unit, PhyTables *tables)
 
 }  // namespace sim
 
-soc_phy_info_t *phy_port_info[SOC_MAX_NUM_DEVICES] = {sim::first_phy_tables.infos.data()};
-soc_port_t *phy_rmap[SOC_MAX_NUM_DEVICES] = {sim::first_phy_tables.by_address.data()};
-int (*soc_phy_cb_xlate_port_func)(int unit, int *port);
+[[gnu::visibility("default")]] soc_phy_info_t *phy_port_info[SOC_MAX_NUM_DEVICES] = {
+    sim::first_phy_tables.infos.data()};
+[[gnu::visibility("default")]] soc_port_t *phy_rmap[SOC_MAX_NUM_DEVICES] = {
+    sim::first_phy_tables.by_address.data()};
+[[gnu::visibility("default")]] int (*soc_phy_cb_xlate_port_func)(int unit, int *port);

@@ -1,10 +1,12 @@
 /// The memory of the optical module in a port's cage, as it says itself what it is.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phyctrl.h"
 
 #include <soc/phy_access.h>
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <string>
 
@@ -68,7 +70,7 @@ extern "C" {
 int sim_soc_phyctrl_port_phy_multi_get(int unit, soc_port_t port, uint32 flags, uint32 dev_addr,
                                        uint32 offset, int max_size, uint8 *data, int *actual_size)
 {
-    return on_phy(unit, port, {data, actual_size}, [&](PhyPort &own) {
+    return begin(unit, chip_runs, given(data, actual_size), ready_phy(port)).then([&](PhyPort &own) {
         if (flags & ~static_cast<uint32>(SOC_PHY_I2C_ADDRESS16) || max_size <= 0 || offset >= contents_size) {
             return SOC_E_PARAM;
         }

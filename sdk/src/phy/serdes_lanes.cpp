@@ -1,18 +1,20 @@
 /// Which lanes of a SerDes a 100 Gbit/s port uses.
-#include "phy_unit.h"
-#include "sim.h"
+#include "begin.h"
+#include "phy.h"
+#include "sim_phy.h"
 
 using namespace sim;
 
 namespace {
 
-/// body(Phy &) of a port without another PHY behind its SerDes; SOC_E_UNAVAIL.
-template <class Body>
-int on_serdes_port(int unit, soc_port_t port, Pointers pointers, Body body)
+/// The SerDes of a port without another PHY behind it: SOC_E_UNAVAIL.
+auto lone_serdes(soc_port_t port)
 {
-    return on_phy(unit, port, pointers, [&](PhyPort &own) {
-        return own.copper ? static_cast<int>(SOC_E_UNAVAIL) : static_cast<int>(body(*own.serdes));
-    });
+    return [port](Switch &sw, auto next) -> int {
+        return ready_phy(port)(sw, [&](PhyPort &own) -> int {
+            return own.copper ? static_cast<int>(SOC_E_UNAVAIL) : next(*own.serdes);
+        });
+    };
 }
 
 }  // namespace
@@ -21,7 +23,7 @@ extern "C" {
 
 int sim_soc_serdes_mask_100G_get(int unit, soc_port_t port, uint32 *mask)
 {
-    return on_serdes_port(unit, port, {mask}, [&](Phy &phy) {
+    return begin(unit, chip_runs, given(mask), lone_serdes(port)).then([&](Phy &phy) {
         *mask = phy.lane_mask;
         return SOC_E_NONE;
     });
@@ -29,7 +31,7 @@ int sim_soc_serdes_mask_100G_get(int unit, soc_port_t port, uint32 *mask)
 
 int sim_soc_serdes_mask_100G_set(int unit, soc_port_t port, uint32 mask)
 {
-    return on_serdes_port(unit, port, {}, [&](Phy &phy) {
+    return begin(unit, chip_runs, lone_serdes(port)).then([&](Phy &phy) {
         if (mask == 0 || mask >> phy.kind.lanes != 0) {
             return SOC_E_PARAM;
         }

@@ -1,7 +1,10 @@
 #include "linkscan.h"
 
-#include "port_phy.h"
-#include "sim.h"
+#include "begin.h"
+#include "marked.h"
+#include "port.h"
+#include "sim_link.h"
+#include "sim_port.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -11,50 +14,37 @@ using namespace sim;
 
 namespace {
 
-/// body(LinkScan &) of a unit whose link scan is initialised; BCM_E_UNIT, BCM_E_INIT, BCM_E_PARAM.
-template <class Body>
-int on_links(int unit, Pointers pointers, Body body)
+/// The unit's link scan, which has to be initialised: BCM_E_INIT.
+constexpr auto link_scan = [](Switch &sw, auto next) -> int {
+    LinkScan &links = links_of(sw);
+    return links.initialised ? next(links) : static_cast<int>(BCM_E_INIT);
+};
+
+/// A port that can be watched: BCM_E_PORT, BCM_E_UNAVAIL.
+auto watched_link(bcm_port_t port)
 {
-    return on_unit(unit, {}, [&](Switch &sw) {
-        if (!sw.links.initialised) {
-            return static_cast<int>(BCM_E_INIT);
-        }
-        return any_null(pointers) ? static_cast<int>(BCM_E_PARAM) : static_cast<int>(body(sw.links));
-    });
+    return [port](Switch &sw, auto next) -> int {
+        return own_port(port)(sw, [&](int own) -> int {
+            return has_serdes(own) ? next(own) : static_cast<int>(BCM_E_UNAVAIL);
+        });
+    };
 }
 
-/// body(LinkScan &, int port) of a port that can be watched; also BCM_E_PORT, BCM_E_UNAVAIL.
-template <class Body>
-int on_link(int unit, bcm_port_t port, Pointers pointers, Body body)
+/// visit(int port) for each that can be watched; BCM_E_PORT if the unit has not all of the ports.
+template <class Visit>
+int visit_links(const bcm_pbmp_t &ports, Visit visit)
 {
-    return on_links(unit, pointers, [&](LinkScan &links) {
-        int own_port;
-        const int rc = resolve_own_port(port, &own_port);
-        if (rc != BCM_E_NONE) {
-            return rc;
+    for (int port = port_max + 1; port < BCM_PBMP_PORT_MAX; ++port) {
+        if (BCM_PBMP_MEMBER(ports, port)) {
+            return BCM_E_PORT;
         }
-        return has_serdes(own_port) ? static_cast<int>(body(links, own_port))
-                                    : static_cast<int>(BCM_E_UNAVAIL);
-    });
-}
-
-/// body(int port) of each that can be watched; BCM_E_PORT if the unit has not all of the ports.
-template <class Body>
-int on_each_link(int unit, const bcm_pbmp_t &ports, Body body)
-{
-    return on_links(unit, {}, [&](LinkScan &) {
-        for (int port = port_max + 1; port < BCM_PBMP_PORT_MAX; ++port) {
-            if (BCM_PBMP_MEMBER(ports, port)) {
-                return BCM_E_PORT;
-            }
+    }
+    for (int port = 0; port <= port_max; ++port) {
+        if (BCM_PBMP_MEMBER(ports, port) && has_serdes(port)) {
+            visit(port);
         }
-        for (int port = 0; port <= port_max; ++port) {
-            if (BCM_PBMP_MEMBER(ports, port) && has_serdes(port)) {
-                body(port);
-            }
-        }
-        return BCM_E_NONE;
-    });
+    }
+    return BCM_E_NONE;
 }
 
 /// Null if the unit has gone, its link scan is not initialised, or it does not watch the port. Handlers may
@@ -63,15 +53,16 @@ LinkScan *watching(int unit, int port)
 {
     Switch *sw = attached(unit);
     const bool watches =
-        sw != nullptr && sw->links.initialised && sw->links.of(port).mode != BCM_LINKSCAN_MODE_NONE;
-    return watches ? &sw->links : nullptr;
+        sw != nullptr && links_of(*sw).initialised && links_of(*sw).of(port).mode != BCM_LINKSCAN_MODE_NONE;
+    return watches ? &links_of(*sw) : nullptr;
 }
 
 /// Whether the link can be asked for: the chip runs and the PHY's driver is there.
 bool can_ask(int unit, const PhyPort &port)
 {
-    return on_chip(unit, [&](Chip &) { return is_ready(*phys_of(unit), port) ? SOC_E_NONE : SOC_E_INIT; })
-           == SOC_E_NONE;
+    return begin(unit, running_chip).then([&](Chip &) {
+        return is_ready(*phys_of(unit), port) ? SOC_E_NONE : SOC_E_INIT;
+    }) == SOC_E_NONE;
 }
 
 bool operator==(const PortLinkHandler &a, const PortLinkHandler &b)
@@ -113,7 +104,7 @@ void call_handlers(int unit, int port)
         return;
     }
     // A handler may register and unregister others, and gets a record of its own.
-    const std::vector<bcm_linkscan_handler_t> handlers = attached(unit)->links.handlers;
+    const std::vector<bcm_linkscan_handler_t> handlers = links_of(*attached(unit)).handlers;
     for (const bcm_linkscan_handler_t handler : handlers) {
         LinkScan *links = watching(unit, port);
         if (links != nullptr && find(links->handlers, handler) != links->handlers.end()) {
@@ -183,7 +174,7 @@ void set_mode(int unit, int port, int mode)
 {
     // The handlers of a port before may have done anything.
     if (Switch *sw = attached(unit)) {
-        sw->links.of(port).mode = mode;
+        links_of(*sw).of(port).mode = mode;
         scan_if_on(unit, port);
     }
 }
@@ -209,15 +200,15 @@ extern "C" {
 
 int sim_bcm_linkscan_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) {
-        sw.links = LinkScan();
+    return begin(unit).then([](Switch &sw) {
+        links_of(sw) = LinkScan();
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_linkscan_detach(int unit)
 {
-    return on_links(unit, {}, [](LinkScan &links) {
+    return begin(unit, link_scan).then([](LinkScan &links) {
         links = LinkScan();
         links.initialised = false;
         return BCM_E_NONE;
@@ -226,7 +217,7 @@ int sim_bcm_linkscan_detach(int unit)
 
 int sim_bcm_linkscan_enable_set(int unit, int us)
 {
-    return on_links(unit, {}, [&](LinkScan &links) {
+    return begin(unit, link_scan).then([&](LinkScan &links) {
         if (us < 0) {
             return BCM_E_PARAM;
         }
@@ -242,7 +233,7 @@ int sim_bcm_linkscan_enable_set(int unit, int us)
 
 int sim_bcm_linkscan_enable_get(int unit, int *us)
 {
-    return on_links(unit, {us}, [&](LinkScan &links) {
+    return begin(unit, link_scan, given(us)).then([&](LinkScan &links) {
         *us = links.interval;
         return BCM_E_NONE;
     });
@@ -250,7 +241,7 @@ int sim_bcm_linkscan_enable_get(int unit, int *us)
 
 int sim_bcm_linkscan_enable_port_get(int unit, bcm_port_t port)
 {
-    return on_link(unit, port, {}, [](LinkScan &links, int own) {
+    return begin(unit, link_scan, watched_link(port)).then([](LinkScan &links, int own) {
         const bool watched = links.interval > 0 && links.of(own).mode != BCM_LINKSCAN_MODE_NONE;
         return watched ? BCM_E_NONE : BCM_E_DISABLED;
     });
@@ -258,7 +249,7 @@ int sim_bcm_linkscan_enable_port_get(int unit, bcm_port_t port)
 
 int sim_bcm_linkscan_mode_set(int unit, bcm_port_t port, int mode)
 {
-    return on_link(unit, port, {}, [&](LinkScan &, int own) {
+    return begin(unit, link_scan, watched_link(port)).then([&](LinkScan &, int own) {
         if (!is_mode(mode)) {
             return BCM_E_PARAM;
         }
@@ -269,15 +260,15 @@ int sim_bcm_linkscan_mode_set(int unit, bcm_port_t port, int mode)
 
 int sim_bcm_linkscan_mode_set_pbm(int unit, bcm_pbmp_t pbm, int mode)
 {
-    return on_links(unit, {}, [&](LinkScan &) {
-        return is_mode(mode) ? on_each_link(unit, pbm, [&](int port) { set_mode(unit, port, mode); })
+    return begin(unit, link_scan).then([&](LinkScan &) {
+        return is_mode(mode) ? visit_links(pbm, [&](int port) { set_mode(unit, port, mode); })
                              : static_cast<int>(BCM_E_PARAM);
     });
 }
 
 int sim_bcm_linkscan_mode_get(int unit, bcm_port_t port, int *mode)
 {
-    return on_link(unit, port, {mode}, [&](LinkScan &links, int own) {
+    return begin(unit, link_scan, given(mode), watched_link(port)).then([&](LinkScan &links, int own) {
         *mode = links.of(own).mode;
         return BCM_E_NONE;
     });
@@ -295,19 +286,19 @@ int sim_bcm_port_linkscan_get(int unit, bcm_port_t port, int *linkscan)
 
 int sim_bcm_linkscan_register(int unit, bcm_linkscan_handler_t f)
 {
-    return on_links(unit, {reinterpret_cast<const void *>(f)},
-                    [&](LinkScan &links) { return add(links.handlers, f); });
+    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) { return add(links.handlers, f); });
 }
 
 int sim_bcm_linkscan_unregister(int unit, bcm_linkscan_handler_t f)
 {
-    return on_links(unit, {reinterpret_cast<const void *>(f)},
-                    [&](LinkScan &links) { return take_away(links.handlers, f); });
+    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) {
+        return take_away(links.handlers, f);
+    });
 }
 
 int sim_bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data)
 {
-    return on_link(unit, port, {reinterpret_cast<const void *>(f)}, [&](LinkScan &links, int own) {
+    return begin(unit, link_scan, given(f), watched_link(port)).then([&](LinkScan &links, int own) {
         return add(links.of(own).handlers, PortLinkHandler{f, user_data});
     });
 }
@@ -315,19 +306,21 @@ int sim_bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_
 int sim_bcm_linkscan_port_unregister(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f,
                                      void *user_data)
 {
-    return on_link(unit, port, {reinterpret_cast<const void *>(f)}, [&](LinkScan &links, int own) {
+    return begin(unit, link_scan, given(f), watched_link(port)).then([&](LinkScan &links, int own) {
         return take_away(links.of(own).handlers, PortLinkHandler{f, user_data});
     });
 }
 
 int sim_bcm_linkscan_update(int unit, bcm_pbmp_t pbm)
 {
-    return on_each_link(unit, pbm, [&](int port) { scan(unit, port); });
+    return begin(unit, link_scan).then([&](LinkScan &) {
+        return visit_links(pbm, [&](int port) { scan(unit, port); });
+    });
 }
 
 int sim_bcm_linkscan_dump(int unit)
 {
-    return on_links(unit, {}, [&](LinkScan &links) {
+    return begin(unit, link_scan).then([&](LinkScan &links) {
         std::printf("link scan every %d us\nport  mode  link\n", links.interval);
         for (int port = 0; port <= port_max; ++port) {
             if (has_serdes(port)) {
@@ -342,22 +335,24 @@ int sim_bcm_linkscan_dump(int unit)
 
 int sim_bcm_link_change(int unit, bcm_pbmp_t pbmp)
 {
-    return on_each_link(unit, pbmp, [&](int port) {
-        if (LinkScan *links = watching(unit, port)) {
-            links->of(port).is_due = true;
-            scan_if_on(unit, port);
-        }
+    return begin(unit, link_scan).then([&](LinkScan &) {
+        return visit_links(pbmp, [&](int port) {
+            if (LinkScan *links = watching(unit, port)) {
+                links->of(port).is_due = true;
+                scan_if_on(unit, port);
+            }
+        });
     });
 }
 
 int sim_bcm_link_wait(int unit, bcm_pbmp_t *pbmp, int us)
 {
-    return on_links(unit, {pbmp}, [&](LinkScan &) {
+    return begin(unit, link_scan, given(pbmp)).then([&](LinkScan &) {
         if (us < 0) {
             return static_cast<int>(BCM_E_PARAM);
         }
         bcm_pbmp_t up = {};
-        const int rc = on_each_link(unit, *pbmp, [&](int port) {
+        const int rc = visit_links(*pbmp, [&](int port) {
             if (has_link(*attached(unit), port)) {
                 BCM_PBMP_PORT_ADD(up, port);
             }

@@ -1,192 +1,47 @@
-/// Settings of single ports.
-#include "checked.h"
+#include "port.h"
+
 #include "driver_registers.h"
 #include "phy_settings.h"
-#include "port_phy.h"
-#include "sim.h"
 
-#include <algorithm>
-#include <iterator>
+namespace sim {
 
-using namespace sim;
-
-namespace {
-
-int number_of(const Switch &sw, const Port &own)
+PortState::PortState(Switch &sw)
 {
-    return static_cast<int>(&own - sw.ports.data());
+    reset();
+    phys_of(sw).link_may_have_changed = follow_link;
 }
 
-PhyPort *phy_of(const Switch &sw, const Port &own)
+void PortState::reset()
 {
-    return phy_of(sw, number_of(sw, own));
+    ports.fill({});
+    ports[cpu_port].speed_max = cpu_speed_max;
+    ports[cpu_port].speed = cpu_speed_max;
+    for (int port = first_copper_port; port <= last_copper_port; ++port) {
+        ports[static_cast<std::size_t>(port)].speed_max = copper_kind.media[0].speed_max;
+    }
 }
 
-}  // namespace
-
-extern "C" {
-
-int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
+PhyPort *phy_of(Switch &sw, int port)
 {
-    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
-        own.enabled = enable != 0;
-        PhyPort *phy = phy_of(sw, own);
-        if (phy != nullptr) {
-            set_enabled(*phy, own.enabled);
-        }
-        write_port_registers(unit, number_of(sw, own));
-        // Who is told may do anything, detach the unit too.
-        if (phy != nullptr) {
-            tell_changes(unit, *phy);
-        }
-        return BCM_E_NONE;
-    });
+    PhyPort &found = phys_of(sw).of(port);
+    return found.serdes ? &found : nullptr;
 }
 
-int sim_bcm_port_enable_get(int unit, bcm_port_t port, int *enable)
+int speed_of(Switch &sw, int port)
 {
-    return on_port(unit, port, {enable}, [&](Switch &, Port &own) -> int {
-        *enable = own.enabled;
-        return BCM_E_NONE;
-    });
+    const PhyPort *phy = phy_of(sw, port);
+    return phy == nullptr ? port_of(sw, port).speed : speed_of(*phy);
 }
 
-int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
+bool has_link(Switch &sw, int port)
 {
-    return on_port(unit, port, {status}, [&](Switch &sw, Port &own) -> int {
-        *status = has_link(sw, number_of(sw, own));
-        return BCM_E_NONE;
-    });
+    const PhyPort *phy = phy_of(sw, port);
+    return port_of(sw, port).enabled && (phy == nullptr || link_of(*phy).up());
 }
 
-int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
+void write_registers(Switch &sw, int port)
 {
-    static constexpr int speeds[] = {10, 100, 1000, 10000, 25000, 40000, 50000, 100000};
-    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
-        const bool known = std::find(std::begin(speeds), std::end(speeds), speed) != std::end(speeds);
-        if (!known || speed > own.speed_max) {
-            return BCM_E_PARAM;
-        }
-        int rc = BCM_E_NONE;
-        PhyPort *phy = phy_of(sw, own);
-        if (phy != nullptr) {
-            rc = force_speed(*phy, phy->outer(), speed);
-        } else {
-            own.speed = speed;
-        }
-        write_port_registers(unit, number_of(sw, own));
-        if (phy != nullptr) {
-            tell_changes(unit, *phy);
-        }
-        return rc;
-    });
+    write_port_registers(sw.unit, port, port_of(sw, port).enabled, speed_of(sw, port));
 }
 
-int sim_bcm_port_speed_get(int unit, bcm_port_t port, int *speed)
-{
-    return on_port(unit, port, {speed}, [&](Switch &sw, Port &own) -> int {
-        const PhyPort *phy = phy_of(sw, own);
-        *speed = phy == nullptr ? own.speed : speed_of(*phy);
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_speed_max(int unit, bcm_port_t port, int *speed)
-{
-    return on_port(unit, port, {speed}, [&](Switch &, Port &own) -> int {
-        *speed = own.speed_max;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_pause_set(int unit, bcm_port_t port, int pause_tx, int pause_rx)
-{
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
-        own.pause_tx = pause_tx != 0;
-        own.pause_rx = pause_rx != 0;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_pause_get(int unit, bcm_port_t port, int *pause_tx, int *pause_rx)
-{
-    return on_port(unit, port, {pause_tx, pause_rx}, [&](Switch &, Port &own) -> int {
-        *pause_tx = own.pause_tx;
-        *pause_rx = own.pause_rx;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_pause_addr_set(int unit, bcm_port_t port, bcm_mac_t mac)
-{
-    return on_port(unit, port, {mac}, [&](Switch &, Port &own) -> int {
-        std::copy_n(mac, own.pause_address.size(), own.pause_address.begin());
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_pause_addr_get(int unit, bcm_port_t port, bcm_mac_t mac)
-{
-    return on_port(unit, port, {mac}, [&](Switch &, Port &own) -> int {
-        std::copy(own.pause_address.begin(), own.pause_address.end(), mac);
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_pause_sym_set(int unit, bcm_port_t port, int pause)
-{
-    return sim_bcm_port_pause_set(unit, port, pause, pause);
-}
-
-int sim_bcm_port_pause_sym_get(int unit, bcm_port_t port, int *pause)
-{
-    return on_port(unit, port, {pause}, [&](Switch &, Port &own) -> int {
-        *pause = own.pause_tx && own.pause_rx;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_untagged_vlan_set(int unit, bcm_port_t port, bcm_vlan_t vid)
-{
-    return on_port(unit, port, {}, [&](Switch &sw, Port &own) -> int {
-        if (!VlanTable::valid(vid)) {
-            return BCM_E_PARAM;
-        }
-        if (!sw.vlans.has(vid)) {
-            return BCM_E_NOT_FOUND;
-        }
-        own.untagged_vlan = vid;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_untagged_vlan_get(int unit, bcm_port_t port, bcm_vlan_t *vid_ptr)
-{
-    return on_port(unit, port, {vid_ptr}, [&](Switch &, Port &own) -> int {
-        *vid_ptr = own.untagged_vlan;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_learn_set(int unit, bcm_port_t port, uint32 flags)
-{
-    constexpr uint32 known =
-        BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_CPU | BCM_PORT_LEARN_FWD | BCM_PORT_LEARN_PENDING;
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
-        if (flags & ~known) {
-            return BCM_E_PARAM;
-        }
-        own.learn = flags;
-        return BCM_E_NONE;
-    });
-}
-
-int sim_bcm_port_learn_get(int unit, bcm_port_t port, uint32 *flags)
-{
-    return on_port(unit, port, {flags}, [&](Switch &, Port &own) -> int {
-        *flags = own.learn;
-        return BCM_E_NONE;
-    });
-}
-
-}  // extern "C"
+}  // namespace sim

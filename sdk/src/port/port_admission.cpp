@@ -1,7 +1,8 @@
 /// What a port takes and lets out: length of frames, tags, VLANs.
-#include "checked.h"
+#include "begin.h"
 #include "frame.h"
-#include "sim.h"
+#include "port.h"
+#include "sim_port.h"
 
 using namespace sim;
 
@@ -9,7 +10,7 @@ extern "C" {
 
 int sim_bcm_port_frame_max_set(int unit, bcm_port_t port, int size)
 {
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return begin(unit, settings_of(port)).then([&](Port &own) -> int {
         if (size < static_cast<int>(frame_min) || size > static_cast<int>(frame_longest)) {
             return BCM_E_PARAM;
         }
@@ -20,7 +21,7 @@ int sim_bcm_port_frame_max_set(int unit, bcm_port_t port, int size)
 
 int sim_bcm_port_frame_max_get(int unit, bcm_port_t port, int *size)
 {
-    return on_port(unit, port, {size}, [&](Switch &, Port &own) -> int {
+    return begin(unit, given(size), settings_of(port)).then([&](Port &own) -> int {
         *size = own.frame_max;
         return BCM_E_NONE;
     });
@@ -28,7 +29,7 @@ int sim_bcm_port_frame_max_get(int unit, bcm_port_t port, int *size)
 
 int sim_bcm_port_discard_set(int unit, bcm_port_t port, int mode)
 {
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return begin(unit, settings_of(port)).then([&](Port &own) -> int {
         if (mode < BCM_PORT_DISCARD_NONE || mode > BCM_PORT_DISCARD_TAG) {
             return BCM_E_PARAM;
         }
@@ -39,7 +40,7 @@ int sim_bcm_port_discard_set(int unit, bcm_port_t port, int mode)
 
 int sim_bcm_port_discard_get(int unit, bcm_port_t port, int *mode)
 {
-    return on_port(unit, port, {mode}, [&](Switch &, Port &own) -> int {
+    return begin(unit, given(mode), settings_of(port)).then([&](Port &own) -> int {
         *mode = own.discard;
         return BCM_E_NONE;
     });
@@ -48,7 +49,7 @@ int sim_bcm_port_discard_get(int unit, bcm_port_t port, int *mode)
 int sim_bcm_port_vlan_member_set(int unit, bcm_port_t port, uint32 flags)
 {
     constexpr uint32 known = BCM_PORT_VLAN_MEMBER_INGRESS | BCM_PORT_VLAN_MEMBER_EGRESS;
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return begin(unit, settings_of(port)).then([&](Port &own) -> int {
         if (flags & ~known) {
             return BCM_E_PARAM;
         }
@@ -59,7 +60,7 @@ int sim_bcm_port_vlan_member_set(int unit, bcm_port_t port, uint32 flags)
 
 int sim_bcm_port_vlan_member_get(int unit, bcm_port_t port, uint32 *flags)
 {
-    return on_port(unit, port, {flags}, [&](Switch &, Port &own) -> int {
+    return begin(unit, given(flags), settings_of(port)).then([&](Port &own) -> int {
         *flags = own.vlan_filter;
         return BCM_E_NONE;
     });
@@ -68,7 +69,7 @@ int sim_bcm_port_vlan_member_get(int unit, bcm_port_t port, uint32 *flags)
 // The same as one of the flags.
 int sim_bcm_port_ifilter_set(int unit, bcm_port_t port, int mode)
 {
-    return on_port(unit, port, {}, [&](Switch &, Port &own) -> int {
+    return begin(unit, settings_of(port)).then([&](Port &own) -> int {
         own.vlan_filter &= ~static_cast<uint32>(BCM_PORT_VLAN_MEMBER_INGRESS);
         own.vlan_filter |= mode ? BCM_PORT_VLAN_MEMBER_INGRESS : 0;
         return BCM_E_NONE;
@@ -77,7 +78,7 @@ int sim_bcm_port_ifilter_set(int unit, bcm_port_t port, int mode)
 
 int sim_bcm_port_ifilter_get(int unit, bcm_port_t port, int *mode)
 {
-    return on_port(unit, port, {mode}, [&](Switch &, Port &own) -> int {
+    return begin(unit, given(mode), settings_of(port)).then([&](Port &own) -> int {
         *mode = (own.vlan_filter & BCM_PORT_VLAN_MEMBER_INGRESS) != 0;
         return BCM_E_NONE;
     });

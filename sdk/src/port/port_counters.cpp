@@ -1,5 +1,7 @@
 #include "port_counters.h"
 
+#include <cstdint>
+
 namespace sim {
 
 namespace {

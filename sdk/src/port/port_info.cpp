@@ -1,6 +1,7 @@
 /// Settings of a port together, each by the function that gets or sets it alone.
-#include "port_phy.h"
-#include "sim.h"
+#include "begin.h"
+#include "port.h"
+#include "sim_port.h"
 
 #include <algorithm>
 #include <iterator>
@@ -222,7 +223,7 @@ void sim_bcm_port_info_t_init(bcm_port_info_t *info)
 
 int sim_bcm_port_info_get(int unit, bcm_port_t port, bcm_port_info_t *info)
 {
-    return with_own_port(unit, port, {info}, [&](int own) {
+    return begin(unit, given(info), own_port(port)).then([&](int own) {
         Info found = all_attributes();
         const int rc = read(unit, own, found, Absent::is_left_out);
         if (rc == BCM_E_NONE) {
@@ -234,7 +235,7 @@ int sim_bcm_port_info_get(int unit, bcm_port_t port, bcm_port_info_t *info)
 
 int sim_bcm_port_info_set(int unit, bcm_port_t port, bcm_port_info_t *info)
 {
-    return with_own_port(unit, port, {info}, [&](int own) {
+    return begin(unit, given(info), own_port(port)).then([&](int own) {
         Info all = *info;
         all.action_mask = all_attributes().action_mask;
         all.action_mask2 = all_attributes().action_mask2;
@@ -244,7 +245,7 @@ int sim_bcm_port_info_set(int unit, bcm_port_t port, bcm_port_info_t *info)
 
 int sim_bcm_port_selective_get(int unit, bcm_port_t port, bcm_port_info_t *info)
 {
-    return with_own_port(unit, port, {info}, [&](int own) {
+    return begin(unit, given(info), own_port(port)).then([&](int own) {
         Info found = *info;
         if (!is_known(found)) {
             return static_cast<int>(BCM_E_PARAM);
@@ -259,7 +260,7 @@ int sim_bcm_port_selective_get(int unit, bcm_port_t port, bcm_port_info_t *info)
 
 int sim_bcm_port_selective_set(int unit, bcm_port_t port, bcm_port_info_t *info)
 {
-    return with_own_port(unit, port, {info}, [&](int own) {
+    return begin(unit, given(info), own_port(port)).then([&](int own) {
         const Info wanted = *info;
         return is_known(wanted) ? write(unit, own, wanted, Absent::is_error) : static_cast<int>(BCM_E_PARAM);
     });
@@ -272,7 +273,7 @@ int sim_bcm_port_info_save(int unit, bcm_port_t port, bcm_port_info_t *info)
 
 int sim_bcm_port_info_restore(int unit, bcm_port_t port, bcm_port_info_t *info)
 {
-    return with_own_port(unit, port, {info}, [&](int own) {
+    return begin(unit, given(info), own_port(port)).then([&](int own) {
         const Info saved = *info;
         return is_known(saved) ? write(unit, own, saved, Absent::is_left_out) : static_cast<int>(BCM_E_PARAM);
     });

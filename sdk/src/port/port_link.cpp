@@ -1,6 +1,8 @@
 /// Links of ports: state, faults, and what is remembered of them.
-#include "port_phy.h"
-#include "sim.h"
+#include "begin.h"
+#include "port.h"
+#include "sim_phyctrl.h"
+#include "sim_port.h"
 
 using namespace sim;
 
@@ -15,28 +17,12 @@ void forget_interruption(PhyPort &port)
 
 }  // namespace
 
-namespace sim {
-
-PhyPort *phy_of(const Switch &sw, int port)
-{
-    PhyPort &found = phys_of(sw.unit)->of(port);
-    return found.serdes ? &found : nullptr;
-}
-
-bool has_link(const Switch &sw, int port)
-{
-    const PhyPort *phy = phy_of(sw, port);
-    return sw.ports[static_cast<std::size_t>(port)].enabled && (phy == nullptr || link_of(*phy).up());
-}
-
-}  // namespace sim
-
 extern "C" {
 
 int sim_bcm_port_link_state_get(int unit, bcm_port_t port, uint32 flags, bcm_port_link_state_t *state)
 {
-    return with_own_port(unit, port, {state}, [&](soc_port_t own_port) {
-        return on_phy_port(unit, own_port, {}, [&](PhyUnit &, PhyPort &own) {
+    return begin(unit, given(state), own_port(port)).then([&](soc_port_t own_port) {
+        return begin(unit, chip_runs, phy_port(own_port)).then([&](PhyUnit &, PhyPort &own) {
             if (flags != 0) {
                 return BCM_E_PARAM;
             }
@@ -50,8 +36,8 @@ int sim_bcm_port_link_state_get(int unit, bcm_port_t port, uint32 flags, bcm_por
 
 int sim_bcm_port_link_failed_clear(int unit, bcm_port_t port)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own_port) {
-        return on_phy_port(unit, own_port, {}, [](PhyUnit &, PhyPort &own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own_port) {
+        return begin(unit, chip_runs, phy_port(own_port)).then([](PhyUnit &, PhyPort &own) {
             forget_interruption(own);
             return BCM_E_NONE;
         });
@@ -60,8 +46,8 @@ int sim_bcm_port_link_failed_clear(int unit, bcm_port_t port)
 
 int sim_bcm_port_fault_get(int unit, bcm_port_t port, uint32 *flags)
 {
-    return with_own_port(unit, port, {flags}, [&](soc_port_t own_port) {
-        return on_phy(unit, own_port, {}, [&](PhyPort &own) {
+    return begin(unit, given(flags), own_port(port)).then([&](soc_port_t own_port) {
+        return begin(unit, chip_runs, ready_phy(own_port)).then([&](PhyPort &own) {
             // The partner always receives.
             *flags = has_fault(own, own.outer()) ? BCM_PORT_FAULT_LOCAL : 0;
             return BCM_E_NONE;
@@ -71,7 +57,7 @@ int sim_bcm_port_fault_get(int unit, bcm_port_t port, uint32 *flags)
 
 int sim_bcm_port_update(int unit, bcm_port_t port, int link)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
         if (link != 0 && link != 1) {
             return static_cast<int>(BCM_E_PARAM);
         }

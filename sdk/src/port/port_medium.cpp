@@ -1,7 +1,10 @@
 /// Crossing, medium, cable and loopback of ports.
+#include "begin.h"
 #include "phy_controls.h"
-#include "port_phy.h"
-#include "sim.h"
+#include "port.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
+#include "sim_port.h"
 
 using namespace sim;
 
@@ -24,13 +27,14 @@ extern "C" {
 
 int sim_bcm_port_mdix_set(int unit, bcm_port_t port, bcm_port_mdix_t mode)
 {
-    return with_own_port(unit, port, {},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_mdix_set(unit, own, mode); });
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_mdix_set(unit, own, mode);
+    });
 }
 
 int sim_bcm_port_mdix_get(int unit, bcm_port_t port, bcm_port_mdix_t *mode)
 {
-    return with_own_port(unit, port, {mode}, [&](soc_port_t own) {
+    return begin(unit, given(mode), own_port(port)).then([&](soc_port_t own) {
         soc_port_mdix_t number;
         const int rc = sim_soc_phyctrl_mdix_get(unit, own, &number);
         if (rc == BCM_E_NONE) {
@@ -42,7 +46,7 @@ int sim_bcm_port_mdix_get(int unit, bcm_port_t port, bcm_port_mdix_t *mode)
 
 int sim_bcm_port_mdix_status_get(int unit, bcm_port_t port, bcm_port_mdix_status_t *status)
 {
-    return with_own_port(unit, port, {status}, [&](soc_port_t own) {
+    return begin(unit, given(status), own_port(port)).then([&](soc_port_t own) {
         soc_port_mdix_status_t number;
         const int rc = sim_soc_phyctrl_mdix_status_get(unit, own, &number);
         if (rc == BCM_E_NONE) {
@@ -55,7 +59,7 @@ int sim_bcm_port_mdix_status_get(int unit, bcm_port_t port, bcm_port_mdix_status
 int sim_bcm_port_medium_config_set(int unit, bcm_port_t port, bcm_port_medium_t medium,
                                    bcm_phy_config_t *config)
 {
-    return with_own_port(unit, port, {config}, [&](soc_port_t own) {
+    return begin(unit, given(config), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_medium_config_set(unit, own, medium, config);
     });
 }
@@ -63,14 +67,14 @@ int sim_bcm_port_medium_config_set(int unit, bcm_port_t port, bcm_port_medium_t 
 int sim_bcm_port_medium_config_get(int unit, bcm_port_t port, bcm_port_medium_t medium,
                                    bcm_phy_config_t *config)
 {
-    return with_own_port(unit, port, {config}, [&](soc_port_t own) {
+    return begin(unit, given(config), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_medium_config_get(unit, own, medium, config);
     });
 }
 
 int sim_bcm_port_medium_get(int unit, bcm_port_t port, bcm_port_medium_t *medium)
 {
-    return with_own_port(unit, port, {medium}, [&](soc_port_t own) {
+    return begin(unit, given(medium), own_port(port)).then([&](soc_port_t own) {
         soc_port_medium_t number;
         const int rc = sim_soc_phyctrl_medium_get(unit, own, &number);
         if (rc == BCM_E_NONE) {
@@ -83,7 +87,7 @@ int sim_bcm_port_medium_get(int unit, bcm_port_t port, bcm_port_medium_t *medium
 int sim_bcm_port_medium_status_register(int unit, bcm_port_t port, bcm_port_medium_status_cb_t callback,
                                         void *user_data)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phy_medium_status_register(unit, own, as_chip_level(callback), user_data);
     });
 }
@@ -91,21 +95,22 @@ int sim_bcm_port_medium_status_register(int unit, bcm_port_t port, bcm_port_medi
 int sim_bcm_port_medium_status_unregister(int unit, bcm_port_t port, bcm_port_medium_status_cb_t callback,
                                           void *user_data)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phy_medium_status_unregister(unit, own, as_chip_level(callback), user_data);
     });
 }
 
 int sim_bcm_port_cable_diag(int unit, bcm_port_t port, bcm_port_cable_diag_t *status)
 {
-    return with_own_port(unit, port, {status},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_cable_diag(unit, own, status); });
+    return begin(unit, given(status), own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_cable_diag(unit, own, status);
+    });
 }
 
 int sim_bcm_port_loopback_set(int unit, bcm_port_t port, int loopback)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own_port) {
-        return on_phy(unit, own_port, {}, [&](PhyPort &own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own_port) {
+        return begin(unit, chip_runs, ready_phy(own_port)).then([&](PhyPort &own) {
             if (loopback < BCM_PORT_LOOPBACK_NONE || loopback > BCM_PORT_LOOPBACK_PHY_REMOTE) {
                 return static_cast<int>(BCM_E_PARAM);
             }
@@ -120,8 +125,8 @@ int sim_bcm_port_loopback_set(int unit, bcm_port_t port, int loopback)
 
 int sim_bcm_port_loopback_get(int unit, bcm_port_t port, int *loopback)
 {
-    return with_own_port(unit, port, {loopback}, [&](soc_port_t own_port) {
-        return on_phy(unit, own_port, {}, [&](PhyPort &own) {
+    return begin(unit, given(loopback), own_port(port)).then([&](soc_port_t own_port) {
+        return begin(unit, chip_runs, ready_phy(own_port)).then([&](PhyPort &own) {
             uint32 remote = 0;
             const int rc = get_control(line_of(own), SOC_PHY_CONTROL_LOOPBACK_REMOTE, &remote);
             if (own.mac_loopback) {

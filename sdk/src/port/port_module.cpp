@@ -1,8 +1,11 @@
 /// All ports of a unit at once.
-#include "checked.h"
+#include "begin.h"
 #include "driver_registers.h"
-#include "phy_unit.h"
-#include "sim.h"
+#include "mdio.h"
+#include "phy.h"
+#include "port.h"
+#include "sim_gport.h"
+#include "sim_port.h"
 
 using namespace sim;
 
@@ -10,11 +13,12 @@ extern "C" {
 
 int sim_bcm_port_init(int unit)
 {
-    return on_unit(unit, {}, [unit](Switch &sw) -> int {
-        sw.reset_ports();
-        start_phys(unit);
+    return begin(unit).then([unit](Switch &sw) -> int {
+        sw.of<PortState>().reset();
+        buses_of(sw) = {};
+        phys_of(sw).start(sw);
         for (int port = 0; port <= port_max; ++port) {
-            write_port_registers(unit, port);
+            write_registers(sw, port);
         }
         return BCM_E_NONE;
     });
@@ -34,13 +38,13 @@ void sim_bcm_port_config_t_init(bcm_port_config_t *config)
 
 int sim_bcm_port_config_get(int unit, bcm_port_config_t *config)
 {
-    return on_unit(unit, {config}, [&](Switch &sw) -> int {
+    return begin(unit, given(config)).then([&](Switch &sw) -> int {
         *config = {};
         BCM_PBMP_PORT_ADD(config->cpu, cpu_port);
         config->port = config->e = config->nif = config->all = front_ports();
         BCM_PBMP_PORT_ADD(config->all, cpu_port);
         for (int port = cpu_port + 1; port <= port_max; ++port) {
-            const bool fastest = sw.ports[static_cast<std::size_t>(port)].speed_max == front_speed_max;
+            const bool fastest = port_of(sw, port).speed_max == front_speed_max;
             BCM_PBMP_PORT_ADD(fastest ? config->ce : config->xe, port);
         }
         return BCM_E_NONE;

@@ -1,6 +1,8 @@
 /// Autonegotiation and abilities of ports, and the settings that it replaces.
-#include "port_phy.h"
-#include "sim.h"
+#include "begin.h"
+#include "port.h"
+#include "sim_phyctrl.h"
+#include "sim_port.h"
 
 using namespace sim;
 
@@ -15,14 +17,14 @@ extern "C" {
 
 int sim_bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_auto_negotiate_set(unit, own, autoneg != 0);
     });
 }
 
 int sim_bcm_port_autoneg_get(int unit, bcm_port_t port, int *autoneg)
 {
-    return with_own_port(unit, port, {autoneg}, [&](soc_port_t own) {
+    return begin(unit, given(autoneg), own_port(port)).then([&](soc_port_t own) {
         int done;
         return sim_soc_phyctrl_auto_negotiate_get(unit, own, autoneg, &done);
     });
@@ -30,28 +32,28 @@ int sim_bcm_port_autoneg_get(int unit, bcm_port_t port, int *autoneg)
 
 int sim_bcm_port_advert_set(int unit, bcm_port_t port, bcm_port_abil_t ability_mask)
 {
-    return with_own_port(unit, port, {}, [&](soc_port_t own) {
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_adv_local_set(unit, own, ability_mask & ~mac_abilities);
     });
 }
 
 int sim_bcm_port_advert_get(int unit, bcm_port_t port, bcm_port_abil_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_adv_local_get(unit, own, ability_mask);
     });
 }
 
 int sim_bcm_port_advert_remote_get(int unit, bcm_port_t port, bcm_port_abil_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_adv_remote_get(unit, own, ability_mask);
     });
 }
 
 int sim_bcm_port_ability_get(int unit, bcm_port_t port, bcm_port_abil_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         const int rc = sim_soc_phyctrl_ability_get(unit, own, ability_mask);
         *ability_mask |= rc == BCM_E_NONE ? mac_abilities : 0;
         return rc;
@@ -67,28 +69,28 @@ void sim_bcm_port_ability_t_init(bcm_port_ability_t *ability)
 
 int sim_bcm_port_ability_advert_set(int unit, bcm_port_t port, bcm_port_ability_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_ability_advert_set(unit, own, ability_mask);
     });
 }
 
 int sim_bcm_port_ability_advert_get(int unit, bcm_port_t port, bcm_port_ability_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_ability_advert_get(unit, own, ability_mask);
     });
 }
 
 int sim_bcm_port_ability_remote_get(int unit, bcm_port_t port, bcm_port_ability_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         return sim_soc_phyctrl_ability_remote_get(unit, own, ability_mask);
     });
 }
 
 int sim_bcm_port_ability_local_get(int unit, bcm_port_t port, bcm_port_ability_t *ability_mask)
 {
-    return with_own_port(unit, port, {ability_mask}, [&](soc_port_t own) {
+    return begin(unit, given(ability_mask), own_port(port)).then([&](soc_port_t own) {
         const int rc = sim_soc_phyctrl_ability_local_get(unit, own, ability_mask);
         ability_mask->loopback |= rc == BCM_E_NONE ? mac_abilities : 0;
         return rc;
@@ -97,37 +99,42 @@ int sim_bcm_port_ability_local_get(int unit, bcm_port_t port, bcm_port_ability_t
 
 int sim_bcm_port_duplex_set(int unit, bcm_port_t port, int duplex)
 {
-    return with_own_port(unit, port, {},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_duplex_set(unit, own, duplex); });
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_duplex_set(unit, own, duplex);
+    });
 }
 
 int sim_bcm_port_duplex_get(int unit, bcm_port_t port, int *duplex)
 {
-    return with_own_port(unit, port, {duplex},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_duplex_get(unit, own, duplex); });
+    return begin(unit, given(duplex), own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_duplex_get(unit, own, duplex);
+    });
 }
 
 int sim_bcm_port_master_set(int unit, bcm_port_t port, int master)
 {
-    return with_own_port(unit, port, {},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_master_set(unit, own, master); });
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_master_set(unit, own, master);
+    });
 }
 
 int sim_bcm_port_master_get(int unit, bcm_port_t port, int *master)
 {
-    return with_own_port(unit, port, {master},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_master_get(unit, own, master); });
+    return begin(unit, given(master), own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_master_get(unit, own, master);
+    });
 }
 
 int sim_bcm_port_interface_set(int unit, bcm_port_t port, bcm_port_if_t intf)
 {
-    return with_own_port(unit, port, {},
-                         [&](soc_port_t own) { return sim_soc_phyctrl_interface_set(unit, own, intf); });
+    return begin(unit, own_port(port)).then([&](soc_port_t own) {
+        return sim_soc_phyctrl_interface_set(unit, own, intf);
+    });
 }
 
 int sim_bcm_port_interface_get(int unit, bcm_port_t port, bcm_port_if_t *intf)
 {
-    return with_own_port(unit, port, {intf}, [&](soc_port_t own) {
+    return begin(unit, given(intf), own_port(port)).then([&](soc_port_t own) {
         soc_port_if_t number;
         const int rc = sim_soc_phyctrl_interface_get(unit, own, &number);
         if (rc == BCM_E_NONE) {

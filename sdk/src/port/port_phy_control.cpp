@@ -1,6 +1,8 @@
 /// Settings of the PHY by their names at ports.
-#include "port_phy.h"
-#include "sim.h"
+#include "begin.h"
+#include "port.h"
+#include "sim_phyctrl.h"
+#include "sim_port.h"
 
 #include <soc/phy_values.h>
 
@@ -88,18 +90,17 @@ constexpr Counterpart counterparts[] = {
 static_assert(static_cast<int>(bcmPortPrbsPolynomial31) == static_cast<int>(SOC_PHY_PRBS_POLYNOMIAL_X31_X28),
               "polynomials are counted alike");
 
-/// call(soc_phy_control_t, soc_port_t); BCM_E_PARAM: no such setting, BCM_E_UNAVAIL: without counterpart.
-template <class Call>
-int with_selector(int unit, bcm_port_t port, bcm_port_phy_control_t type, Pointers pointers, Call call)
+/// The PHY's setting of that name: BCM_E_PARAM: no such setting, BCM_E_UNAVAIL: without counterpart.
+auto selector_of(bcm_port_phy_control_t type)
 {
-    return with_own_port(unit, port, pointers, [&](soc_port_t own) {
+    return [type](Switch &, auto next) -> int {
         if (static_cast<int>(type) < 0 || type >= bcmPortPhyControlCount) {
-            return static_cast<int>(BCM_E_PARAM);
+            return BCM_E_PARAM;
         }
         const Counterpart *found = std::find_if(std::begin(counterparts), std::end(counterparts),
                                                 [&](const Counterpart &one) { return one.type == type; });
-        return found == std::end(counterparts) ? static_cast<int>(BCM_E_UNAVAIL) : call(found->selector, own);
-    });
+        return found == std::end(counterparts) ? static_cast<int>(BCM_E_UNAVAIL) : next(found->selector);
+    };
 }
 
 }  // namespace
@@ -108,16 +109,18 @@ extern "C" {
 
 int sim_bcm_port_phy_control_set(int unit, bcm_port_t port, bcm_port_phy_control_t type, uint32 value)
 {
-    return with_selector(unit, port, type, {}, [&](soc_phy_control_t selector, soc_port_t own) {
-        return sim_soc_phyctrl_control_set(unit, own, selector, value);
-    });
+    return begin(unit, own_port(port), selector_of(type))
+        .then([&](soc_port_t own, soc_phy_control_t selector) {
+            return sim_soc_phyctrl_control_set(unit, own, selector, value);
+        });
 }
 
 int sim_bcm_port_phy_control_get(int unit, bcm_port_t port, bcm_port_phy_control_t type, uint32 *value)
 {
-    return with_selector(unit, port, type, {value}, [&](soc_phy_control_t selector, soc_port_t own) {
-        return sim_soc_phyctrl_control_get(unit, own, selector, value);
-    });
+    return begin(unit, given(value), own_port(port), selector_of(type))
+        .then([&](soc_port_t own, soc_phy_control_t selector) {
+            return sim_soc_phyctrl_control_get(unit, own, selector, value);
+        });
 }
 
 }  // extern "C"

@@ -1,6 +1,9 @@
 /// Statistics of ports. What was counted is collected at once, so that all ways to read it are one.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "port.h"
+#include "sim_stat.h"
+
+#include <algorithm>
 
 using namespace sim;
 
@@ -14,22 +17,19 @@ bool valid(const bcm_stat_val_t *types, int count)
     });
 }
 
-/// body(PortCounters &); BCM_E_UNIT, BCM_E_PARAM for null pointers, BCM_E_PORT.
-template <class Body>
-int on_counters(int unit, bcm_port_t port, Pointers pointers, Body body)
+/// The counters of a port of the unit: BCM_E_PORT.
+auto port_counters(bcm_port_t port)
 {
-    return on_unit(unit, pointers, [&](Switch &sw) -> int {
-        int own;
-        const int rc = resolve_own_port(port, &own);
-        return rc == BCM_E_NONE ? static_cast<int>(body(sw.counters[static_cast<std::size_t>(own)])) : rc;
-    });
+    return [port](Switch &sw, auto next) -> int {
+        return own_port(port)(sw, [&](int own) { return next(counters_of(sw, own)); });
+    };
 }
 
 /// Nothing is written unless all types are valid.
 template <class Value>
 int read(int unit, bcm_port_t port, int count, const bcm_stat_val_t *types, Value *values)
 {
-    return on_counters(unit, port, {types, values}, [&](const PortCounters &counters) {
+    return begin(unit, given(types, values), port_counters(port)).then([&](const PortCounters &counters) {
         if (count < 0 || !valid(types, count)) {
             return BCM_E_PARAM;
         }
@@ -45,20 +45,20 @@ extern "C" {
 
 int sim_bcm_stat_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
-        sw.counters.fill({});
+    return begin(unit).then([](Switch &sw) -> int {
+        sw.of<PortState>().counters.fill({});
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_stat_sync(int unit)
 {
-    return on_unit(unit, {}, [](Switch &) -> int { return BCM_E_NONE; });
+    return begin(unit).then([]() -> int { return BCM_E_NONE; });
 }
 
 int sim_bcm_stat_clear(int unit, bcm_port_t port)
 {
-    return on_counters(unit, port, {}, [](PortCounters &counters) {
+    return begin(unit, port_counters(port)).then([](PortCounters &counters) {
         counters = {};
         return BCM_E_NONE;
     });
@@ -66,7 +66,7 @@ int sim_bcm_stat_clear(int unit, bcm_port_t port)
 
 int sim_bcm_stat_clear_single(int unit, bcm_port_t port, bcm_stat_val_t type)
 {
-    return on_counters(unit, port, {}, [&](PortCounters &counters) {
+    return begin(unit, port_counters(port)).then([&](PortCounters &counters) {
         if (!valid(&type, 1)) {
             return BCM_E_PARAM;
         }

@@ -1,8 +1,9 @@
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_gport.h"
 
 #include <soc/stack_port.h>
 
+#include <array>
 #include <string>
 
 using namespace sim;

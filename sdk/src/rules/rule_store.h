@@ -1,6 +1,8 @@
 /// What a unit keeps for the functions that are answered by rule: tables of records by key, both as bytes.
 #pragma once
 
+#include "switch.h"
+
 #include <map>
 #include <string>
 
@@ -32,5 +34,16 @@ public:
 private:
     std::map<std::string, Table> tables_;
 };
+
+struct RuleState : RoomState {
+    static constexpr Room room = Room::rules;
+
+    RuleStore store;
+};
+
+inline RuleStore &rule_store_of(Switch &sw)
+{
+    return sw.of<RuleState>().store;
+}
 
 }  // namespace sim

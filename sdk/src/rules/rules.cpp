@@ -1,11 +1,13 @@
 #include "rules.h"
 
-#include "checked.h"
+#include "begin.h"
+#include "rule_store.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
-using sim::on_unit;
+using sim::begin;
 using sim::Switch;
 
 namespace rules {
@@ -82,11 +84,10 @@ void write_results(Arguments arguments, const std::string &value)
     }
 }
 
-/// body(RuleStore &, key) after the checks.
-template <class Body>
-int on_table(int unit, Arguments arguments, Body body)
+/// The unit's store and the key among the arguments: BCM_E_PARAM, BCM_E_PORT.
+auto entry_of(Arguments arguments)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
+    return [arguments](sim::Switch &sw, auto next) -> int {
         for (const Argument &argument : arguments) {
             if (argument.from == nullptr) {
                 return BCM_E_PARAM;
@@ -94,8 +95,8 @@ int on_table(int unit, Arguments arguments, Body body)
         }
         std::string key;
         const int rc = key_of(arguments, &key);
-        return rc != BCM_E_NONE ? rc : body(sw.by_rule, key);
-    });
+        return rc != BCM_E_NONE ? rc : next(sim::rule_store_of(sw), key);
+    };
 }
 
 std::string id_key(std::int32_t id)
@@ -109,7 +110,7 @@ std::string id_key(std::int32_t id)
 
 int set(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         store.put(table, key, value_of(arguments));
         return BCM_E_NONE;
     });
@@ -117,7 +118,7 @@ int set(const char *table, int unit, Arguments arguments)
 
 int get(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         const std::string *value = store.find(table, key);
         write_results(arguments, value != nullptr ? *value : std::string());
         return BCM_E_NONE;
@@ -126,7 +127,7 @@ int get(const char *table, int unit, Arguments arguments)
 
 int add(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         if (store.find(table, key) != nullptr) {
             return BCM_E_EXISTS;
         }
@@ -137,7 +138,7 @@ int add(const char *table, int unit, Arguments arguments)
 
 int modify(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         if (store.find(table, key) == nullptr) {
             return BCM_E_NOT_FOUND;
         }
@@ -148,7 +149,7 @@ int modify(const char *table, int unit, Arguments arguments)
 
 int find(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         const std::string *value = store.find(table, key);
         if (value == nullptr) {
             return BCM_E_NOT_FOUND;
@@ -160,22 +161,23 @@ int find(const char *table, int unit, Arguments arguments)
 
 int remove(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {
         return store.erase(table, key) ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
 }
 
 int clear(const char *table, int unit, Arguments arguments)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &key_begin) -> int {
-        store.erase_all(table, key_begin);
-        return BCM_E_NONE;
-    });
+    return begin(unit, entry_of(arguments))
+        .then([&](sim::RuleStore &store, const std::string &key_begin) -> int {
+            store.erase_all(table, key_begin);
+            return BCM_E_NONE;
+        });
 }
 
 int create(const char *table, int unit, Arguments arguments, Id id)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &) -> int {
         if (id.at == nullptr) {
             return BCM_E_PARAM;
         }
@@ -202,7 +204,7 @@ int create(const char *table, int unit, Arguments arguments, Id id)
 
 int search(const char *table, int unit, Arguments arguments, Id id)
 {
-    return on_table(unit, arguments, [&](sim::RuleStore &store, const std::string &) -> int {
+    return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &) -> int {
         if (id.at == nullptr) {
             return BCM_E_PARAM;
         }
@@ -230,7 +232,7 @@ int visit_all(const char *table, int unit, bool no_callback, std::size_t size,
     std::string last;
     bool first = true;
     while (Switch *sw = sim::attached(unit)) {
-        const sim::RuleStore::Table &records = sw->by_rule.table(table);
+        const sim::RuleStore::Table &records = sim::rule_store_of(*sw).table(table);
         const auto next = first ? records.begin() : records.upper_bound(last);
         if (next == records.end()) {
             break;

@@ -3,12 +3,18 @@
 #include "property_file.h"
 #include "shell.h"
 #include "shell_variables.h"
-#include "sim.h"
+#include "sim_shell.h"
 #include "switch.h"
+
+#include <bcm/error.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <map>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace sim {
 

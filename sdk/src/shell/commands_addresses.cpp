@@ -2,10 +2,12 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_ports.h"
-#include "sim.h"
+#include "sim_l2.h"
 
 #include <cstdio>
 #include <iterator>
+#include <string>
+#include <vector>
 
 namespace sim {
 

@@ -3,7 +3,8 @@
 #include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_memory.h"
+#include "sim_register.h"
 
 #include <soc/control.h>
 
@@ -14,6 +15,8 @@
 #include <cstdio>
 #include <cstring>
 #include <iterator>
+#include <string>
+#include <string_view>
 
 namespace sim {
 

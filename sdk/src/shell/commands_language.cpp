@@ -3,10 +3,12 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_variables.h"
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <cstdio>
+#include <cstring>
 #include <iterator>
+#include <string>
 
 namespace sim {
 

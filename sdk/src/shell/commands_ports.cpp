@@ -4,10 +4,15 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_ports.h"
-#include "sim.h"
+#include "sim_gport.h"
+#include "sim_port.h"
+#include "sim_stat.h"
+#include "sim_vlan.h"
 
 #include <cstdio>
+#include <cstring>
 #include <iterator>
+#include <string>
 #include <utility>
 #include <vector>
 

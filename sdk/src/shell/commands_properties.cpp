@@ -1,11 +1,13 @@
 /// Commands on the property store.
-#include "property_store.h"
+#include "config.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_config.h"
 
 #include <cstdio>
+#include <cstring>
 #include <iterator>
+#include <string>
 
 namespace sim {
 

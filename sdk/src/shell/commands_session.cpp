@@ -2,14 +2,16 @@
 #include "ctrl_c.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <time.h>
 
 #include <appl/build.h>
 
 #include <cstdio>
+#include <cstring>
 #include <iterator>
+#include <string>
 
 namespace sim {
 

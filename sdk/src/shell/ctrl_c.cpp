@@ -1,6 +1,6 @@
 #include "ctrl_c.h"
 
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <algorithm>
 #include <iterator>

@@ -4,7 +4,7 @@
 #include "shell_commands.h"
 #include "shell_variables.h"
 #include "shell_words.h"
-#include "sim.h"
+#include "sim_shell.h"
 #include "status_name.h"
 #include "switch.h"
 

@@ -1,11 +1,13 @@
 /// Background commands. The switch is not locked, so they do not run beside others but when these are done.
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_shell.h"
 #include "switch.h"
 
 #include <cstdio>
+#include <cstring>
 #include <deque>
+#include <string>
 #include <vector>
 
 namespace sim {

@@ -1,8 +1,9 @@
 /// The shell on standard input.
+#include "config.h"
 #include "ctrl_c.h"
-#include "property_store.h"
 #include "shell.h"
-#include "sim.h"
+#include "sim_config.h"
+#include "sim_shell.h"
 
 #include <sim/console.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
 #include "shell_ports.h"
 
 #include "destination.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 namespace sim {
 

@@ -1,7 +1,7 @@
 #include "shell_variables.h"
 
 #include "number_text.h"
-#include "sim.h"
+#include "sim_shell.h"
 #include "switch.h"
 
 #include <algorithm>

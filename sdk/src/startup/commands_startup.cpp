@@ -1,12 +1,14 @@
 /// Commands that attach and start units.
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_shell.h"
+#include "sim_startup.h"
 #include "switch.h"
 #include "unit_attach.h"
 
 #include <cstdio>
 #include <iterator>
+#include <string>
 
 namespace sim {
 

@@ -1,15 +1,21 @@
 /// Start-up of the application, and its parameters as words.
 #include "number_text.h"
 #include "shell_arguments.h"
-#include "sim.h"
+#include "sim_chip.h"
+#include "sim_config.h"
+#include "sim_shell.h"
+#include "sim_startup.h"
 #include "startup_steps.h"
 #include "switch.h"
 #include "unit_attach.h"
 
 #include <soc/init.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <string>
+#include <vector>
 
 using namespace sim;
 

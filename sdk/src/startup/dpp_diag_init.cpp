@@ -1,7 +1,10 @@
 /// Steps of the diagnostic application's start.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_cosq.h"
+#include "sim_shell.h"
+#include "sim_stk.h"
 #include "startup_steps.h"
+#include "switch.h"
 
 using namespace sim;
 
@@ -9,7 +12,7 @@ extern "C" {
 
 int sim_appl_dpp_bcm_diag_init(int unit, appl_dcmn_init_param_t *init_param)
 {
-    return on_unit(unit, {init_param}, [&](Switch &) -> int {
+    return begin(unit, given(init_param)).then([&]() -> int {
         if (init_param->nof_devices < 1 || init_param->nof_devices > unit_max) {
             return BCM_E_PARAM;
         }
@@ -30,12 +33,12 @@ int sim_appl_dpp_bcm_diag_init_py(int unit, int nof_devices, int mymodid, int co
 
 int sim_appl_dpp_cosq_diag_init(int unit)
 {
-    return on_unit(unit, {}, [&](Switch &) { return bcm_cosq_init(unit); });
+    return begin(unit).then([&] { return bcm_cosq_init(unit); });
 }
 
 int sim_appl_dpp_stk_diag_init(int unit)
 {
-    return on_unit(unit, {}, [&](Switch &) { return bcm_stk_init(unit); });
+    return begin(unit).then([&] { return bcm_stk_init(unit); });
 }
 
 }  // extern "C"

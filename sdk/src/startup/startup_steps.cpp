@@ -1,7 +1,20 @@
 #include "startup_steps.h"
 
-#include "property_store.h"
-#include "sim.h"
+#include "config.h"
+#include "destination.h"
+#include "sim_cosq.h"
+#include "sim_field.h"
+#include "sim_gport.h"
+#include "sim_l2.h"
+#include "sim_l3.h"
+#include "sim_link.h"
+#include "sim_phyctrl.h"
+#include "sim_policer.h"
+#include "sim_port.h"
+#include "sim_rx.h"
+#include "sim_stat.h"
+#include "sim_stk.h"
+#include "sim_vlan.h"
 #include "switch.h"
 
 #include <cstdio>

@@ -1,7 +1,9 @@
 /// Start and end of a unit as a whole.
 #include "command_files.h"
 #include "shell_variables.h"
-#include "sim.h"
+#include "sim_chip.h"
+#include "sim_config.h"
+#include "sim_startup.h"
 #include "startup_steps.h"
 #include "switch.h"
 #include "unit_attach.h"

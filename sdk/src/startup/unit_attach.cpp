@@ -1,9 +1,12 @@
 #include "unit_attach.h"
 
-#include "checked.h"
+#include "begin.h"
 #include "packet_watch.h"
-#include "sim.h"
+#include "sim_attach.h"
+#include "switch.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -201,7 +204,7 @@ int sim_bcm_detach_late_txrx(int unit)
 
 int sim_bcm_detach_retry_get(int unit, bcm_detach_retry_t *retry)
 {
-    return on_unit(unit, {retry}, [&](Switch &) -> int {
+    return begin(unit, given(retry)).then([&]() -> int {
         *retry = driver_of(unit).retry;
         return BCM_E_NONE;
     });
@@ -209,7 +212,7 @@ int sim_bcm_detach_retry_get(int unit, bcm_detach_retry_t *retry)
 
 int sim_bcm_detach_retry_set(int unit, bcm_detach_retry_t *retry)
 {
-    return on_unit(unit, {retry}, [&](Switch &) -> int {
+    return begin(unit, given(retry)).then([&]() -> int {
         if (retry->num_retries < 0) {
             return BCM_E_PARAM;
         }
@@ -227,7 +230,7 @@ void sim_bcm_detach_retry_t_init(bcm_detach_retry_t *retry)
 
 int sim_bcm_info_get(int unit, bcm_info_t *info)
 {
-    return on_unit(unit, {info}, [&](Switch &) -> int {
+    return begin(unit, given(info)).then([&]() -> int {
         *info = {vendor_id, device_id, revision_id, BCM_INFO_SWITCH | BCM_INFO_TRAFFIC_MANAGER, pipes};
         return BCM_E_NONE;
     });

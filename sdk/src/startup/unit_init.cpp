@@ -1,9 +1,28 @@
 /// Initialisation of a unit as a whole and of single families.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_auth.h"
+#include "sim_cosq.h"
+#include "sim_fabric.h"
+#include "sim_field.h"
+#include "sim_init.h"
+#include "sim_l2.h"
+#include "sim_l3.h"
+#include "sim_link.h"
+#include "sim_mcast.h"
+#include "sim_mirror.h"
+#include "sim_phy.h"
+#include "sim_port.h"
+#include "sim_rx.h"
+#include "sim_stat.h"
+#include "sim_stk.h"
+#include "sim_trunk.h"
+#include "sim_tx.h"
+#include "sim_vlan.h"
+#include "switch.h"
 
 #include <bcm/init.h>
 
+#include <algorithm>
 #include <iterator>
 
 using namespace sim;
@@ -48,17 +67,17 @@ extern "C" {
 // Attaching a unit initialises all of it.
 int sim_bcm_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &) -> int { return BCM_E_NONE; });
+    return begin(unit).then([]() -> int { return BCM_E_NONE; });
 }
 
 int sim_bcm_init_check(int unit)
 {
-    return on_unit(unit, {}, [](Switch &) -> int { return BCM_E_NONE; });
+    return begin(unit).then([]() -> int { return BCM_E_NONE; });
 }
 
 int sim_bcm_init_selective(int unit, int module_num)
 {
-    return on_unit(unit, {}, [&](Switch &) -> int {
+    return begin(unit).then([&]() -> int {
         const Module *module = module_numbered(module_num);
         return module != nullptr ? module->init(unit) : BCM_E_PARAM;
     });
@@ -66,7 +85,7 @@ int sim_bcm_init_selective(int unit, int module_num)
 
 int sim_bcm_clear(int unit)
 {
-    return on_unit(unit, {}, [&](Switch &) -> int {
+    return begin(unit).then([&]() -> int {
         // All of its state goes with the old one.
         attach(unit);
         return BCM_E_NONE;
@@ -75,7 +94,7 @@ int sim_bcm_clear(int unit)
 
 int sim_bcm_phy_init(int unit)
 {
-    return on_unit(unit, {}, [&](Switch &) -> int { return sim_soc_phy_init(unit); });
+    return begin(unit).then([&]() -> int { return sim_soc_phy_init(unit); });
 }
 
 char *sim_bcm_module_name(int unit, int module_num)

@@ -1,8 +1,11 @@
 /// Which units there are, and through what they are driven.
-#include "checked.h"
+#include "begin.h"
 #include "number_text.h"
-#include "sim.h"
+#include "sim_attach.h"
+#include "switch.h"
 #include "unit_attach.h"
+
+#include <string>
 
 using namespace sim;
 
@@ -11,7 +14,7 @@ namespace {
 template <class Value>
 int answer(int unit, int *result, Value value)
 {
-    return on_unit(unit, {result}, [&](Switch &) -> int {
+    return begin(unit, given(result)).then([&]() -> int {
         *result = value(driver_of(unit));
         return BCM_E_NONE;
     });
@@ -77,7 +80,7 @@ int sim_bcm_unit_remote_get(int unit, int *remunit)
 
 int sim_bcm_unit_subtype_get(int unit, char *subtype, int size)
 {
-    return on_unit(unit, {subtype}, [&](Switch &) -> int {
+    return begin(unit, given(subtype)).then([&]() -> int {
         return write_text(driver_of(unit).subtype, subtype, size) ? BCM_E_NONE : BCM_E_PARAM;
     });
 }

@@ -1,10 +1,12 @@
 /// Abilities of ports and PHYs from text and back.
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 using namespace sim;
 

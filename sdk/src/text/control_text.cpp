@@ -1,6 +1,6 @@
 /// Names of switch controls and tunnel types from text.
 #include "enumerators.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 using namespace sim;
 

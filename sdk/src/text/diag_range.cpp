@@ -1,6 +1,8 @@
 /// Ends of ranges as the shell reads them.
 #include "number_text.h"
-#include "sim.h"
+#include "sim_shell.h"
+
+#include <string_view>
 
 namespace {
 

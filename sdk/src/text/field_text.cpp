@@ -1,10 +1,12 @@
 /// Names of the field processor's enumerations, and sets of them, from text and back.
 #include "enumerators.h"
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 #include <algorithm>
 #include <cstring>
+#include <string>
+#include <string_view>
 
 using namespace sim;
 

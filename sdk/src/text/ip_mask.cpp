@@ -1,5 +1,5 @@
 /// Masks of IPv4 and IPv6 prefixes, and the prefix lengths of masks.
-#include "sim.h"
+#include "sim_ip.h"
 
 #include <iterator>
 

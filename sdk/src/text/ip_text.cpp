@@ -1,8 +1,9 @@
 /// IPv4 addresses from text and back.
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 #include <cstdio>
+#include <string_view>
 
 using namespace sim;
 

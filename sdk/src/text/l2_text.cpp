@@ -1,6 +1,8 @@
 /// Layer-2 entries printed with a prefix.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "l2.h"
+#include "sim_l2.h"
+#include "sim_parse.h"
 
 #include <cstdio>
 
@@ -10,7 +12,7 @@ extern "C" {
 
 void sim_dump_l2_addr(int unit, char *pfx, bcm_l2_addr_t *l2addr)
 {
-    on_l2(unit, {l2addr}, [&](Switch &) -> int {
+    begin(unit, ready<L2State>, given(l2addr)).then([&](L2State &) -> int {
         std::fputs(pfx != nullptr ? pfx : "", stdout);
         sim_bcm_l2_addr_dump(unit, l2addr);
         return std::fflush(stdout);
@@ -19,7 +21,7 @@ void sim_dump_l2_addr(int unit, char *pfx, bcm_l2_addr_t *l2addr)
 
 void sim_dump_l2_cache_addr(int unit, char *pfx, bcm_l2_cache_addr_t *l2caddr)
 {
-    on_l2(unit, {l2caddr}, [&](Switch &) -> int {
+    begin(unit, ready<L2State>, given(l2caddr)).then([&](L2State &) -> int {
         const bcm_l2_cache_addr_t &entry = *l2caddr;
         const auto octets = [](const char *name, const bcm_mac_t mac) {
             std::printf(" %s=%02x:%02x:%02x:%02x:%02x:%02x", name, mac[0], mac[1], mac[2], mac[3], mac[4],

@@ -1,5 +1,5 @@
 /// Arithmetic on integers of several words.
-#include "sim.h"
+#include "sim_text.h"
 
 namespace {
 

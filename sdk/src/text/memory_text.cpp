@@ -1,11 +1,13 @@
 /// Memories and blocks from text.
-#include "checked.h"
+#include "begin.h"
 #include "enumerators.h"
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
+#include "switch.h"
 #include "symbols.h"
 
 #include <cctype>
+#include <string_view>
 
 using namespace sim;
 
@@ -71,7 +73,7 @@ extern "C" {
 
 int sim_parse_memory_name(int unit, soc_mem_t *result, char *str, int *copyno, unsigned int *array_index)
 {
-    return on_unit(unit, {result, str}, [&](Switch &) -> int {
+    return begin(unit, given(result, str)).then([&]() -> int {
         Reference reference;
         if (!split_reference(str, &reference)) {
             return BCM_E_PARAM;
@@ -98,7 +100,7 @@ int sim_parse_memory_name(int unit, soc_mem_t *result, char *str, int *copyno, u
 
 int sim_parse_memory_index(int unit, soc_mem_t mem, char *val_str)
 {
-    return on_unit(unit, {val_str}, [&](Switch &) -> int {
+    return begin(unit, given(val_str)).then([&]() -> int {
         const Memory *memory = memory_at(mem);
         if (memory == nullptr) {
             return BCM_E_NOT_FOUND;
@@ -118,7 +120,7 @@ unsigned int sim_parse_memory_array_index(int unit, soc_mem_t mem, char *val_str
 int sim_parse_block_range(int unit, soc_block_types_t regtype, char *s, int *min, int *max,
                           soc_block_types_t mask)
 {
-    return on_unit(unit, {s, min, max}, [&](Switch &) -> int {
+    return begin(unit, given(s, min, max)).then([&]() -> int {
         std::string_view text = trimmed(s);
         int kind = regtype;
         if (!same_text(text, "all")) {

@@ -1,14 +1,16 @@
 /// Ports of other modules from text.
-#include "checked.h"
+#include "begin.h"
 #include "number_text.h"
 #include "port_text.h"
-#include "sim.h"
+#include "sim_parse.h"
+
+#include <string_view>
 
 using namespace sim;
 
 extern "C" int sim_parse_mod_port(int unit, char *s, bcm_mod_port_t *mp)
 {
-    return on_unit(unit, {s, mp}, [&](Switch &) -> int {
+    return begin(unit, given(s, mp)).then([&]() -> int {
         std::string_view text = s;
         const std::size_t colon = text.find(':');
         int module = own_module, port;

@@ -1,12 +1,14 @@
 /// Numbers from text and back.
-#include "checked.h"
+#include "begin.h"
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
+#include "sim_text.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 using namespace sim;
 
@@ -103,7 +105,7 @@ void sim_parse_long_integer(uint32 *val, int nval, char *str)
 
 int sim_parse_num_range(int unit, char *s, int *min, int *max, int legal_min, int legal_max)
 {
-    return on_unit(unit, {s, min, max}, [&](Switch &) -> int {
+    return begin(unit, given(s, min, max)).then([&]() -> int {
         return read_range(s, legal_min, legal_max, min, max) ? BCM_E_NONE : BCM_E_PARAM;
     });
 }

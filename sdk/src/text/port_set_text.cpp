@@ -1,12 +1,16 @@
 /// Sets of ports from text and back.
-#include "checked.h"
+#include "begin.h"
+#include "destination.h"
 #include "number_text.h"
 #include "port_text.h"
-#include "sim.h"
+#include "sim_gport.h"
+#include "sim_parse.h"
+#include "switch.h"
 
 #include <cctype>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 using namespace sim;
 
@@ -132,7 +136,7 @@ int read_set(std::string_view text, const Members &members, _shr_pbmp_t *result,
 
 int parse_set(const char *text, const Members &members, _shr_pbmp_t *result)
 {
-    return on_unit(members.unit, {text, result}, [&](Switch &) {
+    return begin(members.unit, given(text, result)).then([&] {
         std::string_view wrong;
         return read_set(text, members, result, &wrong);
     });
@@ -166,7 +170,7 @@ extern "C" {
 
 int sim_parse_pbmp(int unit, char *s, soc_pbmp_t *pbmp)
 {
-    return on_unit(unit, {s, pbmp}, [&](Switch &) {
+    return begin(unit, given(s, pbmp)).then([&] {
         std::string_view wrong;
         const int rc = read_set(s, ports_of(unit), pbmp, &wrong);
         if (rc != BCM_E_NONE) {

@@ -1,9 +1,11 @@
 /// Single ports from text and back.
 #include "port_text.h"
 
-#include "checked.h"
+#include "begin.h"
+#include "destination.h"
 #include "number_text.h"
-#include "sim.h"
+#include "sim_gport.h"
+#include "sim_parse.h"
 
 #include <algorithm>
 #include <cctype>
@@ -163,7 +165,7 @@ extern "C" {
 
 int sim_parse_port(int unit, char *s, soc_port_t *portp)
 {
-    return on_unit(unit, {s, portp}, [&](Switch &) -> int {
+    return begin(unit, given(s, portp)).then([&]() -> int {
         const int port = port_named(unit, s);
         if (port < 0) {
             return no_such_port(s);
@@ -175,7 +177,7 @@ int sim_parse_port(int unit, char *s, soc_port_t *portp)
 
 int sim_parse_bcm_port(int unit, char *s, bcm_port_t *portp)
 {
-    return on_unit(unit, {s, portp}, [&](Switch &) -> int {
+    return begin(unit, given(s, portp)).then([&]() -> int {
         bcm_gport_t gport;
         const int rc = read_gport(unit, s, &gport);
         if (rc == BCM_E_NONE) {

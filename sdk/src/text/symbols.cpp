@@ -1,7 +1,7 @@
 #include "symbols.h"
 
 #include "number_text.h"
-#include "sim.h"
+#include "sim_parse.h"
 
 #include <algorithm>
 #include <map>

@@ -1,9 +1,10 @@
 /// Characters and pieces of text.
 #include "number_text.h"
-#include "sim.h"
+#include "sim_text.h"
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 using namespace sim;
 

@@ -1,5 +1,6 @@
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_lag_member.h"
+#include "trunk.h"
 
 #include <soc/ppd_lag.h>
 
@@ -27,12 +28,12 @@ void sim_SOC_PPD_LAG_MEMBER_clear(SOC_PPD_LAG_MEMBER *info)
 int sim_soc_ppd_lag_member_add(int unit, uint32 lag_ndx, SOC_PPD_LAG_MEMBER *member,
                                SOC_PPD_LAG_FAILURE *failure)
 {
-    return on_unit(unit, {member, failure}, [&](Switch &sw) -> int {
+    return begin(unit, given(member, failure)).then([&](Switch &sw) -> int {
         *failure = SOC_PPD_LAG_FAILURE_NONE;
         if (!valid(lag_ndx, *member)) {
             return BCM_E_PARAM;
         }
-        *failure = sw.lags.add(lag_ndx, *member);
+        *failure = lags_of(sw).add(lag_ndx, *member);
         switch (*failure) {
         case SOC_PPD_LAG_FAILURE_NONE:
             return BCM_E_NONE;
@@ -46,11 +47,11 @@ int sim_soc_ppd_lag_member_add(int unit, uint32 lag_ndx, SOC_PPD_LAG_MEMBER *mem
 
 int sim_soc_ppd_lag_member_remove(int unit, uint32 lag_ndx, SOC_PPD_LAG_MEMBER *member)
 {
-    return on_unit(unit, {member}, [&](Switch &sw) -> int {
+    return begin(unit, given(member)).then([&](Switch &sw) -> int {
         if (!valid(lag_ndx, *member)) {
             return BCM_E_PARAM;
         }
-        return sw.lags.remove(lag_ndx, *member) ? BCM_E_NONE : BCM_E_NOT_FOUND;
+        return lags_of(sw).remove(lag_ndx, *member) ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
 }
 

@@ -1,9 +1,12 @@
 /// Trunks: their settings and members.
-#include "checked.h"
-#include "sim.h"
-#include "trunk_path.h"
+#include "begin.h"
+#include "sim_trunk.h"
+#include "trunk.h"
+#include "trunk_selection.h"
 
 #include <algorithm>
+#include <map>
+#include <vector>
 
 using namespace sim;
 
@@ -14,17 +17,16 @@ bool valid(bcm_trunk_t tid)
     return tid >= 0 && tid <= BCM_TRUNK_MAX;
 }
 
-/// body(Switch &, Trunk &) on an existing trunk; BCM_E_UNIT, BCM_E_PARAM, BCM_E_NOT_FOUND.
-template <class Body>
-int on_trunk(int unit, bcm_trunk_t tid, Pointers pointers, Body body)
+/// A trunk that exists: BCM_E_PARAM, BCM_E_NOT_FOUND.
+auto existing_trunk(bcm_trunk_t tid)
 {
-    return on_unit(unit, pointers, [&](Switch &sw) -> int {
+    return [tid](Switch &sw, auto next) -> int {
         if (!valid(tid)) {
             return BCM_E_PARAM;
         }
-        const auto found = sw.trunks.trunks.find(tid);
-        return found != sw.trunks.trunks.end() ? body(sw, found->second) : static_cast<int>(BCM_E_NOT_FOUND);
-    });
+        const auto found = trunks_of(sw).trunks.find(tid);
+        return found != trunks_of(sw).trunks.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
 }
 
 /// Who comes back later is active again.
@@ -35,18 +37,19 @@ void forget_absent_members(Trunk &trunk)
     ports.erase(std::remove_if(ports.begin(), ports.end(), absent), ports.end());
 }
 
-/// body(Trunk &, const Destination &) on a member; also BCM_E_PORT, BCM_E_BADID.
-template <class Body>
-int on_member(int unit, bcm_trunk_t tid, bcm_gport_t gport, Pointers pointers, Body body)
+/// An existing trunk and the port of a member of it; also BCM_E_PORT, BCM_E_BADID.
+auto existing_member(bcm_trunk_t tid, bcm_gport_t gport)
 {
-    return on_trunk(unit, tid, pointers, [&](Switch &, Trunk &trunk) -> int {
-        Destination port;
-        const int rc = resolve_port(gport, &port);
-        if (rc != BCM_E_NONE) {
-            return rc;
-        }
-        return member_index(trunk, port) >= 0 ? body(trunk, port) : static_cast<int>(BCM_E_NOT_FOUND);
-    });
+    return [=](Switch &sw, auto next) -> int {
+        return existing_trunk(tid)(sw, [&](Trunk &trunk) -> int {
+            Destination port;
+            const int rc = resolve_port(gport, &port);
+            if (rc != BCM_E_NONE) {
+                return rc;
+            }
+            return member_index(trunk, port) >= 0 ? next(trunk, port) : static_cast<int>(BCM_E_NOT_FOUND);
+        });
+    };
 }
 
 /// Appends members whose ports are in no trunk yet: BCM_E_PORT, BCM_E_BADID, BCM_E_EXISTS, BCM_E_FULL.
@@ -58,7 +61,7 @@ int append_members(Switch &sw, Trunk &trunk, const bcm_trunk_member_t *members, 
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (const auto &entry : sw.trunks.trunks) {
+        for (const auto &entry : trunks_of(sw).trunks) {
             if (member_index(entry.second, port) >= 0) {
                 return BCM_E_EXISTS;
             }
@@ -82,8 +85,8 @@ extern "C" {
 
 int sim_bcm_trunk_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
-        sw.trunks.trunks.clear();
+    return begin(unit).then([](Switch &sw) -> int {
+        trunks_of(sw).trunks.clear();
         return BCM_E_NONE;
     });
 }
@@ -108,11 +111,11 @@ void sim_bcm_trunk_member_t_init(bcm_trunk_member_t *trunk_member)
 
 int sim_bcm_trunk_create(int unit, uint32 flags, bcm_trunk_t *tid)
 {
-    return on_unit(unit, {tid}, [&](Switch &sw) -> int {
+    return begin(unit, given(tid)).then([&](Switch &sw) -> int {
         if (flags & ~static_cast<uint32>(BCM_TRUNK_FLAG_WITH_ID | BCM_TRUNK_FLAG_VP)) {
             return BCM_E_PARAM;
         }
-        std::map<bcm_trunk_t, Trunk> &trunks = sw.trunks.trunks;
+        std::map<bcm_trunk_t, Trunk> &trunks = trunks_of(sw).trunks;
         bcm_trunk_t id = *tid;
         if (!(flags & BCM_TRUNK_FLAG_WITH_ID)) {
             for (id = 0; trunks.count(id) != 0; ++id) {
@@ -137,18 +140,18 @@ int sim_bcm_trunk_create(int unit, uint32 flags, bcm_trunk_t *tid)
 
 int sim_bcm_trunk_destroy(int unit, bcm_trunk_t tid)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit).then([&](Switch &sw) -> int {
         if (!valid(tid)) {
             return BCM_E_PARAM;
         }
-        return sw.trunks.trunks.erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
+        return trunks_of(sw).trunks.erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
 }
 
 int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_count,
                       bcm_trunk_member_t *member_array)
 {
-    return on_trunk(unit, tid, {trunk_info}, [&](Switch &sw, Trunk &trunk) -> int {
+    return begin(unit, given(trunk_info), existing_trunk(tid)).then([&](Switch &sw, Trunk &trunk) -> int {
         if (member_count < 0 || (member_count > 0 && member_array == nullptr)
             || !valid_psc(trunk_info->psc)) {
             return BCM_E_PARAM;
@@ -172,7 +175,7 @@ int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
 int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, int member_max,
                       bcm_trunk_member_t *member_array, int *member_count)
 {
-    return on_trunk(unit, tid, {member_count}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, given(member_count), existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         if (member_max < 0 || (member_max > 0 && member_array == nullptr)) {
             return BCM_E_PARAM;
         }
@@ -190,23 +193,25 @@ int sim_bcm_trunk_get(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
 
 int sim_bcm_trunk_member_add(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
-    return on_trunk(unit, tid, {member},
-                    [&](Switch &sw, Trunk &trunk) { return append_members(sw, trunk, member, 1); });
+    return begin(unit, given(member), existing_trunk(tid)).then([&](Switch &sw, Trunk &trunk) {
+        return append_members(sw, trunk, member, 1);
+    });
 }
 
 int sim_bcm_trunk_member_delete(int unit, bcm_trunk_t tid, bcm_trunk_member_t *member)
 {
     const bcm_gport_t gport = member != nullptr ? member->gport : BCM_GPORT_INVALID;
-    return on_member(unit, tid, gport, {member}, [](Trunk &trunk, const Destination &port) -> int {
-        trunk.members.erase(trunk.members.begin() + member_index(trunk, port));
-        forget_absent_members(trunk);
-        return BCM_E_NONE;
-    });
+    return begin(unit, given(member), existing_member(tid, gport))
+        .then([](Trunk &trunk, const Destination &port) -> int {
+            trunk.members.erase(trunk.members.begin() + member_index(trunk, port));
+            forget_absent_members(trunk);
+            return BCM_E_NONE;
+        });
 }
 
 int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
 {
-    return on_trunk(unit, tid, {}, [](Switch &, Trunk &trunk) -> int {
+    return begin(unit, existing_trunk(tid)).then([](Trunk &trunk) -> int {
         trunk.members.clear();
         trunk.inactive.clear();
         return BCM_E_NONE;
@@ -215,13 +220,13 @@ int sim_bcm_trunk_member_delete_all(int unit, bcm_trunk_t tid)
 
 int sim_bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_t *tid, int *index)
 {
-    return on_unit(unit, {tid, index}, [&](Switch &sw) -> int {
+    return begin(unit, given(tid, index)).then([&](Switch &sw) -> int {
         Destination wanted;
         const int rc = resolve(modid, port, &wanted);
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (const auto &entry : sw.trunks.trunks) {
+        for (const auto &entry : trunks_of(sw).trunks) {
             const int place = member_index(entry.second, wanted);
             if (place >= 0) {
                 *tid = entry.first;
@@ -236,8 +241,8 @@ int sim_bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_
 int sim_bcm_trunk_local_members_get(int unit, bcm_trunk_t tid, int member_max, bcm_port_t *member_array,
                                     int *status_array, int *member_count)
 {
-    return on_trunk(unit, tid, {member_count}, [&](Switch &, Trunk &trunk) -> int {
-        if (member_max < 0 || (member_max > 0 && any_null({member_array, status_array}))) {
+    return begin(unit, given(member_count), existing_trunk(tid)).then([&](Trunk &trunk) -> int {
+        if (member_max < 0 || (member_max > 0 && (member_array == nullptr || status_array == nullptr))) {
             return BCM_E_PARAM;
         }
         int written = 0;
@@ -254,7 +259,7 @@ int sim_bcm_trunk_local_members_get(int unit, bcm_trunk_t tid, int member_max, b
 
 int sim_bcm_trunk_member_status_set(int unit, bcm_trunk_t tid, bcm_gport_t member, int status)
 {
-    return on_member(unit, tid, member, {}, [&](Trunk &trunk, const Destination &port) -> int {
+    return begin(unit, existing_member(tid, member)).then([&](Trunk &trunk, const Destination &port) -> int {
         if (status != BCM_TRUNK_MEMBER_STATUS_INACTIVE && status != BCM_TRUNK_MEMBER_STATUS_ACTIVE) {
             return BCM_E_PARAM;
         }
@@ -269,15 +274,16 @@ int sim_bcm_trunk_member_status_set(int unit, bcm_trunk_t tid, bcm_gport_t membe
 
 int sim_bcm_trunk_member_status_get(int unit, bcm_trunk_t tid, bcm_gport_t member, int *status)
 {
-    return on_member(unit, tid, member, {status}, [&](Trunk &trunk, const Destination &port) -> int {
-        *status = trunk.is_active(port);
-        return BCM_E_NONE;
-    });
+    return begin(unit, given(status), existing_member(tid, member))
+        .then([&](Trunk &trunk, const Destination &port) -> int {
+            *status = trunk.is_active(port);
+            return BCM_E_NONE;
+        });
 }
 
 int sim_bcm_trunk_min_links_set(int unit, bcm_trunk_t tid, int min_links)
 {
-    return on_trunk(unit, tid, {}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         if (min_links < 0 || min_links > TrunkTable::member_max) {
             return BCM_E_PARAM;
         }
@@ -288,7 +294,7 @@ int sim_bcm_trunk_min_links_set(int unit, bcm_trunk_t tid, int min_links)
 
 int sim_bcm_trunk_min_links_get(int unit, bcm_trunk_t tid, int *min_links)
 {
-    return on_trunk(unit, tid, {min_links}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, given(min_links), existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         *min_links = trunk.min_links;
         return BCM_E_NONE;
     });
@@ -296,7 +302,7 @@ int sim_bcm_trunk_min_links_get(int unit, bcm_trunk_t tid, int *min_links)
 
 int sim_bcm_trunk_status_get(int unit, bcm_trunk_t tid, int *up, int *active_count)
 {
-    return on_trunk(unit, tid, {up, active_count}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, given(up, active_count), existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         *active_count = trunk.active_members();
         *up = trunk.is_up();
         return BCM_E_NONE;
@@ -305,9 +311,9 @@ int sim_bcm_trunk_status_get(int unit, bcm_trunk_t tid, int *up, int *active_cou
 
 int sim_bcm_trunk_bitmap_expand(int unit, bcm_pbmp_t *pbmp)
 {
-    return on_unit(unit, {pbmp}, [&](Switch &sw) -> int {
+    return begin(unit, given(pbmp)).then([&](Switch &sw) -> int {
         const bcm_pbmp_t given = *pbmp;
-        for (const auto &entry : sw.trunks.trunks) {
+        for (const auto &entry : trunks_of(sw).trunks) {
             const std::vector<int> ports = own_ports(entry.second);
             const auto is_given = [&](int port) { return BCM_PBMP_MEMBER(given, port) != 0; };
             if (std::any_of(ports.begin(), ports.end(), is_given)) {
@@ -322,7 +328,7 @@ int sim_bcm_trunk_bitmap_expand(int unit, bcm_pbmp_t *pbmp)
 
 int sim_bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc)
 {
-    return on_trunk(unit, tid, {}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         if (!valid_psc(psc)) {
             return BCM_E_PARAM;
         }
@@ -333,7 +339,7 @@ int sim_bcm_trunk_psc_set(int unit, bcm_trunk_t tid, int psc)
 
 int sim_bcm_trunk_psc_get(int unit, bcm_trunk_t tid, int *psc)
 {
-    return on_trunk(unit, tid, {psc}, [&](Switch &, Trunk &trunk) -> int {
+    return begin(unit, given(psc), existing_trunk(tid)).then([&](Trunk &trunk) -> int {
         *psc = trunk.info.psc;
         return BCM_E_NONE;
     });

@@ -1,6 +1,9 @@
 /// Spanning tree groups.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_port.h"
+#include "sim_stg.h"
+#include "sim_vlan.h"
+#include "vlan.h"
 
 #include <algorithm>
 #include <new>
@@ -10,17 +13,16 @@ using namespace sim;
 
 namespace {
 
-/// body(Switch &, StgGroup &) on an existing group; BCM_E_UNIT, BCM_E_PARAM, BCM_E_NOT_FOUND.
-template <class Body>
-int on_group(int unit, bcm_stg_t stg, Pointers pointers, Body body)
+/// A group that exists: BCM_E_PARAM, BCM_E_NOT_FOUND.
+auto existing_group(bcm_stg_t stg)
 {
-    return on_unit(unit, pointers, [&](Switch &sw) -> int {
+    return [stg](Switch &sw, auto next) -> int {
         if (!StgTable::valid(stg)) {
             return BCM_E_PARAM;
         }
-        StgGroup *group = sw.groups.find(stg);
-        return group != nullptr ? body(sw, *group) : static_cast<int>(BCM_E_NOT_FOUND);
-    });
+        StgGroup *group = groups_of(sw).find(stg);
+        return group != nullptr ? next(*group) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
 }
 
 bool valid_state(int stp_state)
@@ -30,14 +32,14 @@ bool valid_state(int stp_state)
 
 int create(Switch &sw, int id)
 {
-    return sw.groups.groups.emplace(id, StgGroup{}).second ? BCM_E_NONE : BCM_E_EXISTS;
+    return groups_of(sw).groups.emplace(id, StgGroup{}).second ? BCM_E_NONE : BCM_E_EXISTS;
 }
 
 /// Moves the VLANs of one group, or of all for 0, to another.
 void move_vlans(Switch &sw, bcm_stg_t from, bcm_stg_t to)
 {
     for (int id = VlanTable::id_min; id <= VlanTable::id_max; ++id) {
-        Vlan &vlan = sw.vlans.at(static_cast<bcm_vlan_t>(id));
+        Vlan &vlan = vlans_of(sw).at(static_cast<bcm_vlan_t>(id));
         if (from == 0 || vlan.group == from) {
             vlan.group = to;
         }
@@ -64,7 +66,7 @@ int give(const std::vector<Value> &values, Value **list, int *count)
 template <class Value>
 int destroy_list(int unit, Value *list)
 {
-    return on_unit(unit, {}, [&](Switch &) -> int {
+    return begin(unit).then([&]() -> int {
         delete[] list;
         return BCM_E_NONE;
     });
@@ -72,15 +74,15 @@ int destroy_list(int unit, Value *list)
 
 int put_vlan(int unit, bcm_stg_t stg, bcm_vlan_t vid, bool remove)
 {
-    return on_group(unit, stg, {}, [&](Switch &sw, StgGroup &) -> int {
+    return begin(unit, existing_group(stg)).then([&](Switch &sw, StgGroup &) -> int {
         if (!VlanTable::valid(vid)) {
             return BCM_E_PARAM;
         }
-        Vlan &vlan = sw.vlans.at(vid);
+        Vlan &vlan = vlans_of(sw).at(vid);
         if (!vlan.exists || (remove && vlan.group != stg)) {
             return BCM_E_NOT_FOUND;
         }
-        vlan.group = remove ? sw.groups.default_id : stg;
+        vlan.group = remove ? groups_of(sw).default_id : stg;
         return BCM_E_NONE;
     });
 }
@@ -91,9 +93,9 @@ extern "C" {
 
 int sim_bcm_stg_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
-        sw.groups.reset();
-        move_vlans(sw, 0, sw.groups.default_id);
+    return begin(unit).then([](Switch &sw) -> int {
+        groups_of(sw).reset();
+        move_vlans(sw, 0, groups_of(sw).default_id);
         return BCM_E_NONE;
     });
 }
@@ -105,7 +107,7 @@ int sim_bcm_stg_clear(int unit)
 
 int sim_bcm_stg_count_get(int unit, int *max_stg)
 {
-    return on_unit(unit, {max_stg}, [&](Switch &) -> int {
+    return begin(unit, given(max_stg)).then([&]() -> int {
         *max_stg = StgTable::id_max;
         return BCM_E_NONE;
     });
@@ -113,9 +115,9 @@ int sim_bcm_stg_count_get(int unit, int *max_stg)
 
 int sim_bcm_stg_create(int unit, bcm_stg_t *stg_ptr)
 {
-    return on_unit(unit, {stg_ptr}, [&](Switch &sw) -> int {
+    return begin(unit, given(stg_ptr)).then([&](Switch &sw) -> int {
         int id = StgTable::id_min;
-        while (sw.groups.find(id) != nullptr) {
+        while (groups_of(sw).find(id) != nullptr) {
             ++id;
         }
         if (id > StgTable::id_max) {
@@ -128,28 +130,28 @@ int sim_bcm_stg_create(int unit, bcm_stg_t *stg_ptr)
 
 int sim_bcm_stg_create_id(int unit, bcm_stg_t stg)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit).then([&](Switch &sw) -> int {
         return StgTable::valid(stg) ? create(sw, stg) : static_cast<int>(BCM_E_PARAM);
     });
 }
 
 int sim_bcm_stg_destroy(int unit, bcm_stg_t stg)
 {
-    return on_group(unit, stg, {}, [&](Switch &sw, StgGroup &) -> int {
-        if (stg == sw.groups.default_id) {
+    return begin(unit, existing_group(stg)).then([&](Switch &sw, StgGroup &) -> int {
+        if (stg == groups_of(sw).default_id) {
             return BCM_E_BUSY;
         }
-        move_vlans(sw, stg, sw.groups.default_id);
-        sw.groups.groups.erase(stg);
+        move_vlans(sw, stg, groups_of(sw).default_id);
+        groups_of(sw).groups.erase(stg);
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_stg_list(int unit, bcm_stg_t **list, int *count)
 {
-    return on_unit(unit, {list, count}, [&](Switch &sw) -> int {
+    return begin(unit, given(list, count)).then([&](Switch &sw) -> int {
         std::vector<bcm_stg_t> ids;
-        for (const auto &entry : sw.groups.groups) {
+        for (const auto &entry : groups_of(sw).groups) {
             ids.push_back(entry.first);
         }
         return give(ids, list, count);
@@ -163,16 +165,16 @@ int sim_bcm_stg_list_destroy(int unit, bcm_stg_t *list, int)
 
 int sim_bcm_stg_default_set(int unit, bcm_stg_t stg)
 {
-    return on_group(unit, stg, {}, [&](Switch &sw, StgGroup &) -> int {
-        sw.groups.default_id = stg;
+    return begin(unit, existing_group(stg)).then([&](Switch &sw, StgGroup &) -> int {
+        groups_of(sw).default_id = stg;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_stg_default_get(int unit, bcm_stg_t *stg_ptr)
 {
-    return on_unit(unit, {stg_ptr}, [&](Switch &sw) -> int {
-        *stg_ptr = sw.groups.default_id;
+    return begin(unit, given(stg_ptr)).then([&](Switch &sw) -> int {
+        *stg_ptr = groups_of(sw).default_id;
         return BCM_E_NONE;
     });
 }
@@ -189,19 +191,19 @@ int sim_bcm_stg_vlan_remove(int unit, bcm_stg_t stg, bcm_vlan_t vid)
 
 int sim_bcm_stg_vlan_remove_all(int unit, bcm_stg_t stg)
 {
-    return on_group(unit, stg, {}, [&](Switch &sw, StgGroup &) -> int {
-        move_vlans(sw, stg, sw.groups.default_id);
+    return begin(unit, existing_group(stg)).then([&](Switch &sw, StgGroup &) -> int {
+        move_vlans(sw, stg, groups_of(sw).default_id);
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_stg_vlan_list(int unit, bcm_stg_t stg, bcm_vlan_t **list, int *count)
 {
-    return on_group(unit, stg, {list, count}, [&](Switch &sw, StgGroup &) -> int {
+    return begin(unit, given(list, count), existing_group(stg)).then([&](Switch &sw, StgGroup &) -> int {
         std::vector<bcm_vlan_t> ids;
         for (int id = VlanTable::id_min; id <= VlanTable::id_max; ++id) {
             const auto vid = static_cast<bcm_vlan_t>(id);
-            if (sw.vlans.has(id) && sw.vlans.at(vid).group == stg) {
+            if (vlans_of(sw).has(id) && vlans_of(sw).at(vid).group == stg) {
                 ids.push_back(vid);
             }
         }
@@ -216,7 +218,7 @@ int sim_bcm_stg_vlan_list_destroy(int unit, bcm_vlan_t *list, int)
 
 int sim_bcm_stg_stp_set(int unit, bcm_stg_t stg, bcm_port_t port, int stp_state)
 {
-    return on_group(unit, stg, {}, [&](Switch &, StgGroup &group) -> int {
+    return begin(unit, existing_group(stg)).then([&](StgGroup &group) -> int {
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc != BCM_E_NONE) {
@@ -232,7 +234,7 @@ int sim_bcm_stg_stp_set(int unit, bcm_stg_t stg, bcm_port_t port, int stp_state)
 
 int sim_bcm_stg_stp_get(int unit, bcm_stg_t stg, bcm_port_t port, int *stp_state)
 {
-    return on_group(unit, stg, {stp_state}, [&](Switch &, StgGroup &group) -> int {
+    return begin(unit, given(stp_state), existing_group(stg)).then([&](StgGroup &group) -> int {
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc == BCM_E_NONE) {
@@ -244,7 +246,7 @@ int sim_bcm_stg_stp_get(int unit, bcm_stg_t stg, bcm_port_t port, int *stp_state
 
 int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit).then([&](Switch &sw) -> int {
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc != BCM_E_NONE) {
@@ -253,7 +255,7 @@ int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
         if (!valid_state(state)) {
             return BCM_E_PARAM;
         }
-        for (auto &[id, group] : sw.groups.groups) {
+        for (auto &[id, group] : groups_of(sw).groups) {
             group.states[static_cast<std::size_t>(own_port)] = state;
         }
         return BCM_E_NONE;
@@ -263,21 +265,21 @@ int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
 // Of the groups, which may differ, the default one speaks.
 int sim_bcm_port_stp_get(int unit, bcm_port_t port, int *state)
 {
-    return on_unit(unit, {state}, [&](Switch &sw) -> int {
-        return sim_bcm_stg_stp_get(unit, sw.groups.default_id, port, state);
+    return begin(unit, given(state)).then([&](Switch &sw) -> int {
+        return sim_bcm_stg_stp_get(unit, groups_of(sw).default_id, port, state);
     });
 }
 
 int sim_bcm_vlan_stg_get(int unit, bcm_vlan_t vid, bcm_stg_t *stg_ptr)
 {
-    return on_unit(unit, {stg_ptr}, [&](Switch &sw) -> int {
+    return begin(unit, given(stg_ptr)).then([&](Switch &sw) -> int {
         if (!VlanTable::valid(vid)) {
             return BCM_E_PARAM;
         }
-        if (!sw.vlans.has(vid)) {
+        if (!vlans_of(sw).has(vid)) {
             return BCM_E_NOT_FOUND;
         }
-        *stg_ptr = sw.vlans.at(vid).group;
+        *stg_ptr = vlans_of(sw).at(vid).group;
         return BCM_E_NONE;
     });
 }

@@ -1,6 +1,7 @@
 /// VLANs and their members.
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "sim_vlan.h"
+#include "vlan.h"
 
 #include <algorithm>
 #include <new>
@@ -10,16 +11,16 @@ using namespace sim;
 
 namespace {
 
-/// body(Switch &, Vlan &) on an existing VLAN; BCM_E_UNIT, BCM_E_PARAM, BCM_E_NOT_FOUND.
-template <class Body>
-int on_vlan(int unit, bcm_vlan_t vid, Pointers pointers, Body body)
+/// A VLAN that exists: BCM_E_PARAM, BCM_E_NOT_FOUND.
+auto existing_vlan(bcm_vlan_t vid)
 {
-    return on_unit(unit, pointers, [&](Switch &sw) -> int {
+    return [vid](Switch &sw, auto next) -> int {
         if (!VlanTable::valid(vid)) {
             return BCM_E_PARAM;
         }
-        return sw.vlans.has(vid) ? body(sw, sw.vlans.at(vid)) : static_cast<int>(BCM_E_NOT_FOUND);
-    });
+        VlanTable &vlans = vlans_of(sw);
+        return vlans.has(vid) ? next(vlans.at(vid)) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
 }
 
 bool within_unit(const bcm_pbmp_t &ports)
@@ -68,8 +69,8 @@ int list(Switch &sw, bcm_vlan_data_t **listp, int *countp, Test test)
     std::vector<bcm_vlan_data_t> found;
     for (int id = VlanTable::id_min; id <= VlanTable::id_max; ++id) {
         const bcm_vlan_t vid = static_cast<bcm_vlan_t>(id);
-        if (sw.vlans.has(id) && test(sw.vlans.at(vid))) {
-            found.push_back({vid, sw.vlans.at(vid).members, sw.vlans.at(vid).untagged});
+        if (vlans_of(sw).has(id) && test(vlans_of(sw).at(vid))) {
+            found.push_back({vid, vlans_of(sw).at(vid).members, vlans_of(sw).at(vid).untagged});
         }
     }
     bcm_vlan_data_t *copy = nullptr;
@@ -98,31 +99,31 @@ void sim_bcm_vlan_data_t_init(bcm_vlan_data_t *vlan_data)
 
 int sim_bcm_vlan_init(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
-        sw.vlans = VlanTable(front_ports());
-        sw.vlans.at(BCM_VLAN_DEFAULT).group = sw.groups.default_id;
+    return begin(unit).then([](Switch &sw) -> int {
+        vlans_of(sw) = VlanTable(front_ports());
+        vlans_of(sw).at(BCM_VLAN_DEFAULT).group = groups_of(sw).default_id;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_vlan_create(int unit, bcm_vlan_t vid)
 {
-    return on_unit(unit, {}, [&](Switch &sw) -> int {
+    return begin(unit).then([&](Switch &sw) -> int {
         if (!VlanTable::valid(vid)) {
             return BCM_E_PARAM;
         }
-        if (sw.vlans.has(vid)) {
+        if (vlans_of(sw).has(vid)) {
             return BCM_E_EXISTS;
         }
-        sw.vlans.at(vid) = {true, {}, {}, sw.groups.default_id};
+        vlans_of(sw).at(vid) = {true, {}, {}, groups_of(sw).default_id};
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_vlan_destroy(int unit, bcm_vlan_t vid)
 {
-    return on_vlan(unit, vid, {}, [&](Switch &sw, Vlan &vlan) -> int {
-        if (vid == sw.vlans.default_id) {
+    return begin(unit, existing_vlan(vid)).then([&](Switch &sw, Vlan &vlan) -> int {
+        if (vid == vlans_of(sw).default_id) {
             return BCM_E_BADID;
         }
         vlan = {};
@@ -132,10 +133,10 @@ int sim_bcm_vlan_destroy(int unit, bcm_vlan_t vid)
 
 int sim_bcm_vlan_destroy_all(int unit)
 {
-    return on_unit(unit, {}, [](Switch &sw) -> int {
+    return begin(unit).then([](Switch &sw) -> int {
         for (int id = VlanTable::id_min; id <= VlanTable::id_max; ++id) {
-            if (id != sw.vlans.default_id) {
-                sw.vlans.at(static_cast<bcm_vlan_t>(id)) = {};
+            if (id != vlans_of(sw).default_id) {
+                vlans_of(sw).at(static_cast<bcm_vlan_t>(id)) = {};
             }
         }
         return BCM_E_NONE;
@@ -144,7 +145,7 @@ int sim_bcm_vlan_destroy_all(int unit)
 
 int sim_bcm_vlan_port_add(int unit, bcm_vlan_t vid, bcm_pbmp_t pbmp, bcm_pbmp_t ubmp)
 {
-    return on_vlan(unit, vid, {}, [&](Switch &, Vlan &vlan) -> int {
+    return begin(unit, existing_vlan(vid)).then([&](Vlan &vlan) -> int {
         if (!within_unit(pbmp) || !within_unit(ubmp)) {
             return BCM_E_PORT;
         }
@@ -161,7 +162,7 @@ int sim_bcm_vlan_port_add(int unit, bcm_vlan_t vid, bcm_pbmp_t pbmp, bcm_pbmp_t 
 
 int sim_bcm_vlan_port_remove(int unit, bcm_vlan_t vid, bcm_pbmp_t pbmp)
 {
-    return on_vlan(unit, vid, {}, [&](Switch &, Vlan &vlan) -> int {
+    return begin(unit, existing_vlan(vid)).then([&](Vlan &vlan) -> int {
         if (!within_unit(pbmp)) {
             return BCM_E_PORT;
         }
@@ -175,7 +176,7 @@ int sim_bcm_vlan_port_remove(int unit, bcm_vlan_t vid, bcm_pbmp_t pbmp)
 
 int sim_bcm_vlan_port_get(int unit, bcm_vlan_t vid, bcm_pbmp_t *pbmp, bcm_pbmp_t *ubmp)
 {
-    return on_vlan(unit, vid, {pbmp, ubmp}, [&](Switch &, Vlan &vlan) -> int {
+    return begin(unit, given(pbmp, ubmp), existing_vlan(vid)).then([&](Vlan &vlan) -> int {
         *pbmp = vlan.members;
         *ubmp = vlan.untagged;
         return BCM_E_NONE;
@@ -184,29 +185,30 @@ int sim_bcm_vlan_port_get(int unit, bcm_vlan_t vid, bcm_pbmp_t *pbmp, bcm_pbmp_t
 
 int sim_bcm_vlan_default_get(int unit, bcm_vlan_t *vid_ptr)
 {
-    return on_unit(unit, {vid_ptr}, [&](Switch &sw) -> int {
-        *vid_ptr = sw.vlans.default_id;
+    return begin(unit, given(vid_ptr)).then([&](Switch &sw) -> int {
+        *vid_ptr = vlans_of(sw).default_id;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_vlan_default_set(int unit, bcm_vlan_t vid)
 {
-    return on_vlan(unit, vid, {}, [&](Switch &sw, Vlan &) -> int {
-        sw.vlans.default_id = vid;
+    return begin(unit, existing_vlan(vid)).then([&](Switch &sw, Vlan &) -> int {
+        vlans_of(sw).default_id = vid;
         return BCM_E_NONE;
     });
 }
 
 int sim_bcm_vlan_list(int unit, bcm_vlan_data_t **listp, int *countp)
 {
-    return on_unit(unit, {listp, countp},
-                   [&](Switch &sw) { return list(sw, listp, countp, [](const Vlan &) { return true; }); });
+    return begin(unit, given(listp, countp)).then([&](Switch &sw) {
+        return list(sw, listp, countp, [](const Vlan &) { return true; });
+    });
 }
 
 int sim_bcm_vlan_list_by_pbmp(int unit, bcm_pbmp_t ports, bcm_vlan_data_t **listp, int *countp)
 {
-    return on_unit(unit, {listp, countp}, [&](Switch &sw) -> int {
+    return begin(unit, given(listp, countp)).then([&](Switch &sw) -> int {
         if (!within_unit(ports)) {
             return BCM_E_PORT;
         }
@@ -216,7 +218,7 @@ int sim_bcm_vlan_list_by_pbmp(int unit, bcm_pbmp_t ports, bcm_vlan_data_t **list
 
 int sim_bcm_vlan_list_destroy(int unit, bcm_vlan_data_t *list, int)
 {
-    return on_unit(unit, {}, [&](Switch &) -> int {
+    return begin(unit).then([&]() -> int {
         delete[] list;
         return BCM_E_NONE;
     });

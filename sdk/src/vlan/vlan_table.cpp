@@ -1,5 +1,7 @@
 #include "vlan_table.h"
 
+#include "vlan.h"
+
 namespace sim {
 
 VlanTable::VlanTable(const bcm_pbmp_t &members) : vlans_(id_max + 1)

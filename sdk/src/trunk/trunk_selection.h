@@ -8,7 +8,7 @@
 
 namespace sim {
 
-struct Switch;
+class Switch;
 struct Trunk;
 
 /// The port behind a gport, which may have other names; BCM_E_PORT, BCM_E_BADID.

@@ -1,8 +1,10 @@
-#include "trunk_path.h"
+#include "trunk_selection.h"
 
 #include "switch.h"
+#include "trunk.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace sim {
 
@@ -82,7 +84,7 @@ std::uint32_t number_by(int criterion, Switch &sw, Trunk &trunk, const Flow &flo
     case BCM_TRUNK_PSC_ROUND_ROBIN:
         return trunk.turns++;
     case BCM_TRUNK_PSC_RANDOM:
-        return static_cast<std::uint32_t>(sw.trunks.chance() >> 8);
+        return static_cast<std::uint32_t>(trunks_of(sw).chance() >> 8);
     case BCM_TRUNK_PSC_PORTFLOW:
     case BCM_TRUNK_PSC_DYNAMIC:  // no member has any load
     case BCM_TRUNK_PSC_DYNAMIC_ASSIGNED:
@@ -124,7 +126,7 @@ std::vector<int> own_ports(const Trunk &trunk)
 
 bcm_trunk_t trunk_of(const Switch &sw, int port)
 {
-    for (const auto &[id, trunk] : sw.trunks.trunks) {
+    for (const auto &[id, trunk] : trunks_of(sw).trunks) {
         if (member_index(trunk, own_port(port)) >= 0) {
             return id;
         }
@@ -136,7 +138,7 @@ Destination place_of_arrival(const Switch &sw, int port)
 {
     const bcm_trunk_t id = trunk_of(sw, port);
     const bool is_of_trunk =
-        id >= 0 && !(flags_of(sw.trunks.trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
+        id >= 0 && !(flags_of(trunks_of(sw).trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
     return is_of_trunk ? Destination{Destination::Kind::trunk, 0, id} : own_port(port);
 }
 

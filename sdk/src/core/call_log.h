@@ -1,4 +1,4 @@
-/// The record of calls, as the public functions write it; tests read it through <sim/record.h>.
+/// The log of calls, as the public functions write it; tests read it through <sim/call_log.h>.
 #pragma once
 
 #include <atomic>
@@ -6,9 +6,9 @@
 #include <initializer_list>
 #include <type_traits>
 
-namespace record {
+namespace call_log {
 
-/// Whether calls are recorded. Tested before anything is written, so that a call costs one load otherwise.
+/// Whether calls are logged. Tested before anything is written, so that a call costs one load otherwise.
 extern std::atomic<bool> on;
 
 /// An argument of a call: its own bytes, or for an array what it points to; none if that is null.
@@ -25,7 +25,7 @@ Argument value(const T &argument)
     return {&argument, sizeof argument};
 }
 
-/// Adds a call to the record. function has to stay valid for ever: a literal.
+/// Adds a call to the log. function has to stay valid for ever: a literal.
 void write(const char *function, std::initializer_list<Argument> arguments);
 
-}  // namespace record
+}  // namespace call_log

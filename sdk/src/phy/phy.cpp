@@ -1,6 +1,4 @@
-#include "phy_unit.h"
-
-#include "linkscan.h"
+#include "phy.h"
 
 namespace sim {
 
@@ -13,46 +11,43 @@ PhyTables &tables_of(int unit)
 
 }  // namespace
 
-PhyUnit::PhyUnit(int unit_number) : tables(tables_of(unit_number))
+PhyUnit::PhyUnit(Switch &sw) : tables(tables_of(sw.unit))
 {
     for (int port = 0; port <= port_max; ++port) {
         ports.emplace_back(port);
     }
-    if (unit_number != 0) {
+    if (sw.unit != 0) {
         remake(tables);
-        publish(unit_number, &tables);
+        publish(sw.unit, &tables);
     }
 }
 
-PhyUnit *phys_of(int unit)
+void PhyUnit::start(Switch &sw)
 {
-    // As the switches, there before other start-up code and after other clean-up.
-    static std::map<int, PhyUnit> &units = *new std::map<int, PhyUnit>;
-    return attached(unit) == nullptr ? nullptr : &units.try_emplace(unit, unit).first->second;
-}
-
-void start_phys(int unit)
-{
-    PhyUnit &phys = *phys_of(unit);
-    remake(phys.tables);
-    publish(unit, &phys.tables);
-    phys.buses = {};
-    phys.shared_registers.clear();
-    phys.has_tables = phys.has_common = phys.has_drivers = true;
-    for (PhyPort &port : phys.ports) {
+    remake(tables);
+    publish(sw.unit, &tables);
+    shared_registers.clear();
+    has_tables = has_common = has_drivers = true;
+    for (PhyPort &port : ports) {
         port.restart();
     }
     // The ports of a unit that runs on may have got links back.
     for (int port = 0; port <= port_max; ++port) {
-        if (has_serdes(port)) {
-            follow_link(unit, phys.of(port));
+        if (has_serdes(port) && link_may_have_changed != nullptr) {
+            link_may_have_changed(sw.unit, of(port));
         }
     }
 }
 
-void stop_phys(int unit)
+void PhyUnit::stop(Switch &sw)
 {
-    publish(unit, nullptr);
+    publish(sw.unit, nullptr);
+}
+
+PhyUnit *phys_of(int unit)
+{
+    Switch *sw = attached(unit);
+    return sw != nullptr ? &phys_of(*sw) : nullptr;
 }
 
 bool is_ready(const PhyUnit &phys, const PhyPort &port)
@@ -64,7 +59,11 @@ void tell_changes(int unit, PhyPort &port)
 {
     settle(port);
     report_medium(unit, port);
-    follow_link(unit, port);
+    // It may be gone since.
+    PhyUnit *phys = phys_of(unit);
+    if (phys != nullptr && phys->link_may_have_changed != nullptr) {
+        phys->link_may_have_changed(unit, port);
+    }
 }
 
 PhyPlace phy_at(PhyUnit &phys, unsigned address)

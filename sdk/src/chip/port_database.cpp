@@ -1,7 +1,8 @@
 #include "port_database.h"
 
-#include "checked.h"
-#include "sim.h"
+#include "begin.h"
+#include "destination.h"
+#include "sim_chip.h"
 
 #include <soc/control.h>
 #include <soc/port_database.h>
@@ -59,7 +60,7 @@ extern "C" {
 
 int sim_soc_port_sw_db_core_get(int unit, int port, int *core)
 {
-    return on_unit(unit, {core}, [&](Switch &) -> int {
+    return begin(unit, given(core)).then([&]() -> int {
         if (!has_port(port)) {
             return SOC_E_PORT;
         }
@@ -70,7 +71,7 @@ int sim_soc_port_sw_db_core_get(int unit, int port, int *core)
 
 int sim_soc_port_sw_db_local_to_tm_port_get(int unit, int port, uint32 *tm_port, int *core)
 {
-    return on_unit(unit, {tm_port, core}, [&](Switch &) -> int {
+    return begin(unit, given(tm_port, core)).then([&]() -> int {
         if (!has_port(port)) {
             return SOC_E_PORT;
         }
@@ -82,7 +83,7 @@ int sim_soc_port_sw_db_local_to_tm_port_get(int unit, int port, uint32 *tm_port,
 
 int sim_soc_jer_egr_port2egress_offset(int unit, int core, uint32 tm_port, uint32 *egr_if)
 {
-    return on_chip(unit, [&](Chip &chip) {
+    return begin(unit, running_chip).then([&](Chip &chip) {
         const Memory &memory = *memory_at(EGQ_TM_PORT_TO_INTERFACEm);
         MemoryPlace place;
         if (egr_if == nullptr || core < 0 || tm_port >= static_cast<uint32>(memory.entries)

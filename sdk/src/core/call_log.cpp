@@ -1,13 +1,13 @@
-#include "record.h"
+#include "call_log.h"
 
-#include <sim/record.h>
+#include <sim/call_log.h>
 
 #include <deque>
 #include <mutex>
 #include <utility>
 #include <vector>
 
-namespace record {
+namespace call_log {
 
 std::atomic<bool> on{false};
 
@@ -20,7 +20,7 @@ struct Entry {
 };
 
 std::mutex mutex;
-// A deque, since the addresses of recorded bytes are handed out and must survive further calls.
+// A deque, since the addresses of logged bytes are handed out and must survive further calls.
 std::deque<Entry> calls;
 
 const Entry *find(int call)
@@ -49,46 +49,46 @@ void write(const char *function, std::initializer_list<Argument> arguments)
     calls.push_back(std::move(entry));
 }
 
-}  // namespace record
+}  // namespace call_log
 
 extern "C" {
 
-void sim_record_start(void)
+void sim_call_log_start(void)
 {
-    std::lock_guard<std::mutex> lock(record::mutex);
-    record::calls.clear();
-    record::on = true;
+    std::lock_guard<std::mutex> lock(call_log::mutex);
+    call_log::calls.clear();
+    call_log::on = true;
 }
 
-void sim_record_stop(void)
+void sim_call_log_stop(void)
 {
-    record::on = false;
+    call_log::on = false;
 }
 
-int sim_record_count(void)
+int sim_call_log_count(void)
 {
-    std::lock_guard<std::mutex> lock(record::mutex);
-    return static_cast<int>(record::calls.size());
+    std::lock_guard<std::mutex> lock(call_log::mutex);
+    return static_cast<int>(call_log::calls.size());
 }
 
-const char *sim_record_function(int call)
+const char *sim_call_log_function(int call)
 {
-    std::lock_guard<std::mutex> lock(record::mutex);
-    const record::Entry *entry = record::find(call);
+    std::lock_guard<std::mutex> lock(call_log::mutex);
+    const call_log::Entry *entry = call_log::find(call);
     return entry != nullptr ? entry->function : nullptr;
 }
 
-int sim_record_arguments(int call)
+int sim_call_log_arguments(int call)
 {
-    std::lock_guard<std::mutex> lock(record::mutex);
-    const record::Entry *entry = record::find(call);
+    std::lock_guard<std::mutex> lock(call_log::mutex);
+    const call_log::Entry *entry = call_log::find(call);
     return entry != nullptr ? static_cast<int>(entry->ends.size()) : -1;
 }
 
-const void *sim_record_argument(int call, int argument, size_t *size)
+const void *sim_call_log_argument(int call, int argument, size_t *size)
 {
-    std::lock_guard<std::mutex> lock(record::mutex);
-    const record::Entry *entry = record::find(call);
+    std::lock_guard<std::mutex> lock(call_log::mutex);
+    const call_log::Entry *entry = call_log::find(call);
     const bool exists =
         entry != nullptr && argument >= 0 && static_cast<std::size_t>(argument) < entry->ends.size();
     std::size_t begin = 0;

@@ -1,9 +1,12 @@
-/// Layer 2 of one unit: the address table, the tables around it, and settings.
+/// The room of layer 2: the table of MAC addresses, the tables around it, ageing, learning and who is told.
+///
+/// It offers the packet path lookups, learning and counting, and nothing of what is in a packet but its addresses.
 #pragma once
 
-#include "destination.h"
 #include "keyed_table.h"
+#include "l2_destination.h"
 #include "l2_table.h"
+#include "switch.h"
 
 #include <array>
 #include <map>
@@ -13,10 +16,9 @@
 
 namespace sim {
 
-struct Switch;
-
 constexpr int learn_classes = 32;
 constexpr int age_seconds_default = 300;
+constexpr int multicast_lines = 8192;
 
 struct L2Subscriber {
     bcm_l2_addr_callback_t callback;
@@ -53,7 +55,9 @@ private:
 
 using L2Counters = std::array<uint64, bcmL2StatCount>;
 
-struct L2State {
+struct L2State : RoomState {
+    static constexpr Room room = Room::l2;
+
     bool initialised = true;
     L2Settings settings;
 
@@ -68,9 +72,19 @@ struct L2State {
     ObjectTable<bcm_l2_egress_t> egress{16384};
     ObjectTable<bcm_l2_mac_port_t> mac_ports{1024};
 
+    std::map<int, bcm_pbmp_t>
+        multicast;  // sets of ports by line; neither cleared nor initialised with the rest
+
     /// Empties all tables and tells nobody.
     void clear();
+
+    void retire() override;
 };
+
+inline L2State &l2_of(Switch &sw)
+{
+    return sw.of<L2State>();
+}
 
 /// Operation of l2_enter and l2_remove that tells nobody; the others are BCM_L2_CALLBACK_*.
 constexpr int l2_silent = 0;

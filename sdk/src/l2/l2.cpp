@@ -1,6 +1,6 @@
-#include "l2_state.h"
+#include "l2.h"
 
-#include "switch.h"
+#include "vlan.h"
 
 namespace sim {
 
@@ -38,12 +38,18 @@ void L2State::clear()
     mac_ports.clear();
 }
 
+void L2State::retire()
+{
+    clear();
+    settings.subscribers.clear();
+}
+
 int l2_check(const Switch &sw, bcm_l2_addr_t *address)
 {
     if (!VlanTable::valid(address->vid) || (address->flags >> bcm_l2_flags_count) != 0) {
         return BCM_E_PARAM;
     }
-    if (!sw.vlans.has(address->vid)) {
+    if (!vlans_of(sw).has(address->vid)) {
         return BCM_E_NOT_FOUND;
     }
     Destination to;
@@ -56,7 +62,7 @@ int l2_check(const Switch &sw, bcm_l2_addr_t *address)
 
 int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int operation)
 {
-    L2State &l2 = sw.l2;
+    L2State &l2 = l2_of(sw);
     const std::size_t position = l2.addresses.find(l2_key(address.mac, address.vid));
     const bool replaces = position != L2Table::none;
     bcm_l2_addr_t before = {};
@@ -81,7 +87,7 @@ int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int opera
 
 void l2_remove(Switch &sw, std::size_t position, int operation)
 {
-    L2State &l2 = sw.l2;
+    L2State &l2 = l2_of(sw);
     const bcm_l2_addr_t before = l2.addresses.record(position);
     if (l2.addresses.state(position) & l2_learnt) {
         l2.learnt.add(before, -1);
@@ -93,11 +99,11 @@ void l2_remove(Switch &sw, std::size_t position, int operation)
 
 void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation)
 {
-    if (operation == l2_silent || sw.l2.settings.subscribers.empty()) {
+    if (operation == l2_silent || l2_of(sw).settings.subscribers.empty()) {
         return;
     }
     // Copies, since a callback may unregister itself and may write to what it gets.
-    const std::vector<L2Subscriber> subscribers = sw.l2.settings.subscribers;
+    const std::vector<L2Subscriber> subscribers = l2_of(sw).settings.subscribers;
     for (const L2Subscriber &subscriber : subscribers) {
         if (attached(sw.unit) != &sw) {
             return;

@@ -1,7 +1,8 @@
-/// The state of a unit's MDIO buses; who is on them, the PHY tables say.
+/// The room of the MDIO buses: their state. Who is on them, the PHY tables say.
 #pragma once
 
 #include "phy_tables.h"
+#include "switch.h"
 
 #include <soc/mdio.h>
 
@@ -19,5 +20,16 @@ struct MdioBus {
 };
 
 using MdioBuses = std::array<MdioBus, mdio_buses>;
+
+struct MdioState : RoomState {
+    static constexpr Room room = Room::mdio;
+
+    MdioBuses buses;
+};
+
+inline MdioBuses &buses_of(Switch &sw)
+{
+    return sw.of<MdioState>().buses;
+}
 
 }  // namespace sim

@@ -1,12 +1,17 @@
 /// The way of a packet through the switch, in the steps that sim/traffic.h tells.
-#include "checked.h"
-#include "port_phy.h"
-#include "sim.h"
-#include "trunk_path.h"
+#include "begin.h"
+#include "l2.h"
+#include "l2_destination.h"
+#include "port.h"
+#include "trunk.h"
+#include "trunk_selection.h"
+#include "vlan.h"
 
 #include <sim/traffic.h>
 
+#include <algorithm>
 #include <map>
+#include <vector>
 
 using namespace sim;
 
@@ -43,9 +48,9 @@ public:
     std::vector<Departure> departures;
 
 private:
-    Port &port_at(int port) { return sw_.ports[static_cast<std::size_t>(port)]; }
-    PortCounters &counters_of(int port) { return sw_.counters[static_cast<std::size_t>(port)]; }
-    void drop(Discard reason) { count_discard(counters_of(port_), reason); }
+    Port &port_at(int port) { return port_of(sw_, port); }
+    PortCounters &counters_at(int port) { return counters_of(sw_, port); }
+    void drop(Discard reason) { count_discard(counters_at(port_), reason); }
 
     bool takes_control_frame() const { return number_at(arrived_, 2 * address_bytes) == type_mac_control; }
     bool is_admitted();
@@ -72,7 +77,7 @@ private:
 
 void Passage::run()
 {
-    const bool has_no_error = count_frame(counters_of(port_), Direction::received, arrived_, own_.frame_max);
+    const bool has_no_error = count_frame(counters_at(port_), Direction::received, arrived_, own_.frame_max);
     if (!has_no_error || takes_control_frame() || !is_admitted()) {
         return;
     }
@@ -97,10 +102,10 @@ bool Passage::is_admitted()
         drop(Discard::port_takes_none);
     } else if (own_.discard == (is_tagged ? BCM_PORT_DISCARD_TAG : BCM_PORT_DISCARD_UNTAG)) {
         drop(Discard::tag_type);
-    } else if (!sw_.vlans.has(vid_)) {
+    } else if (!vlans_of(sw_).has(vid_)) {
         drop(Discard::vlan_unknown);
     } else if ((own_.vlan_filter & BCM_PORT_VLAN_MEMBER_INGRESS)
-               && !BCM_PBMP_MEMBER(sw_.vlans.at(vid_).members, port_)) {
+               && !BCM_PBMP_MEMBER(vlans_of(sw_).at(vid_).members, port_)) {
         drop(Discard::vlan_filter);
     } else {
         return true;
@@ -114,7 +119,7 @@ int Passage::state_of(int port)
     if (port == cpu_port) {
         return BCM_STG_STP_FORWARD;
     }
-    const StgGroup *group = sw_.groups.find(sw_.vlans.at(vid_).group);
+    const StgGroup *group = groups_of(sw_).find(vlans_of(sw_).at(vid_).group);
     return group != nullptr ? group->states[static_cast<std::size_t>(port)] : BCM_STG_STP_DISABLE;
 }
 
@@ -128,22 +133,22 @@ bool Passage::is_source_accepted()
     if (has_gone || (!arrival.was_in_place && !(own_.learn & BCM_PORT_LEARN_FWD))) {
         return false;
     }
-    const std::size_t position = sw_.l2.addresses.find(l2_key(frame_.from(), vid_));
-    return position == L2Table::none || !(sw_.l2.addresses.flags(position) & BCM_L2_DISCARD_SRC);
+    const std::size_t position = l2_of(sw_).addresses.find(l2_key(frame_.from(), vid_));
+    return position == L2Table::none || !(l2_of(sw_).addresses.flags(position) & BCM_L2_DISCARD_SRC);
 }
 
 void Passage::to_destination()
 {
-    L2Table &addresses = sw_.l2.addresses;
+    L2Table &addresses = l2_of(sw_).addresses;
     const L2Key key = l2_key(frame_.to(), vid_);
     const std::size_t position = addresses.find(key);
     if (position == L2Table::none) {
-        to_ports(sw_.vlans.at(vid_).members,
+        to_ports(vlans_of(sw_).at(vid_).members,
                  is_group(frame_.to()) ? &bcm_trunk_info_t::mc_index : &bcm_trunk_info_t::dlf_index);
         return;
     }
     addresses.set_flags(position, addresses.flags(position) | BCM_L2_DES_HIT);
-    l2_count(sw_.l2, key, bcmL2StatOutPackets, bcmL2StatOutBytes, length_with_checksum(arrived_));
+    l2_count(l2_of(sw_), key, bcmL2StatOutPackets, bcmL2StatOutBytes, length_with_checksum(arrived_));
 
     const bcm_l2_addr_t entry = addresses.record(position);
     Destination to = {Destination::Kind::discard, 0, 0};
@@ -161,8 +166,9 @@ void Passage::to_destination()
     } else if (to.kind == Destination::Kind::discard) {
         drop(Discard::destination_address);
     } else {
-        const auto line = sw_.multicast.find(to.id);
-        to_ports(line != sw_.multicast.end() ? line->second : bcm_pbmp_t{}, &bcm_trunk_info_t::mc_index);
+        const auto line = l2_of(sw_).multicast.find(to.id);
+        to_ports(line != l2_of(sw_).multicast.end() ? line->second : bcm_pbmp_t{},
+                 &bcm_trunk_info_t::mc_index);
     }
 }
 
@@ -171,9 +177,9 @@ void Passage::to_port(int port)
     if (came_from(port)) {
         drop(Discard::no_destination);
     } else if (!has_link(sw_, port)) {
-        count_discard(counters_of(port), Discard::no_link);
+        count_discard(counters_at(port), Discard::no_link);
     } else if (state_of(port) != BCM_STG_STP_FORWARD) {
-        count_discard(counters_of(port), Discard::stp_state_to_send);
+        count_discard(counters_at(port), Discard::stp_state_to_send);
     } else {
         send(port);
     }
@@ -181,9 +187,9 @@ void Passage::to_port(int port)
 
 void Passage::to_trunk(bcm_trunk_t id)
 {
-    const auto found = sw_.trunks.trunks.find(id);
+    const auto found = trunks_of(sw_).trunks.find(id);
     std::vector<int> able;
-    if (found != sw_.trunks.trunks.end() && id != trunk_) {
+    if (found != trunks_of(sw_).trunks.end() && id != trunk_) {
         able = senders(found->second);
         able.erase(std::remove_if(able.begin(), able.end(), [&](int port) { return !can_send(port); }),
                    able.end());
@@ -209,13 +215,13 @@ void Passage::to_ports(const bcm_pbmp_t &ports, int bcm_trunk_info_t::*index)
             chosen.push_back(port);
             continue;
         }
-        const std::vector<int> may_send = senders(sw_.trunks.trunks.at(id));
+        const std::vector<int> may_send = senders(trunks_of(sw_).trunks.at(id));
         if (std::find(may_send.begin(), may_send.end(), port) != may_send.end()) {
             of_trunks[id].push_back(port);
         }
     }
     for (const auto &[id, able] : of_trunks) {
-        const Trunk &trunk = sw_.trunks.trunks.at(id);
+        const Trunk &trunk = trunks_of(sw_).trunks.at(id);
         chosen.push_back(select_by_index(trunk, trunk.info.*index, able, {frame_, port_}));
     }
     if (chosen.empty()) {
@@ -230,10 +236,10 @@ void Passage::to_ports(const bcm_pbmp_t &ports, int bcm_trunk_info_t::*index)
 /// The port, which may be the CPU's without link, checks the packet and sends it.
 void Passage::send(int port)
 {
-    const Vlan &vlan = sw_.vlans.at(vid_);
+    const Vlan &vlan = vlans_of(sw_).at(vid_);
     const Port &to = port_at(port);
     const FrameBytes bytes = BCM_PBMP_MEMBER(vlan.untagged, port) ? frame_.untagged() : frame_.tagged(vid_);
-    PortCounters &counters = counters_of(port);
+    PortCounters &counters = counters_at(port);
     if (!has_link(sw_, port)) {
         count_discard(counters, Discard::no_link);
     } else if ((to.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !BCM_PBMP_MEMBER(vlan.members, port)) {
@@ -258,7 +264,7 @@ void sim_packet_watch(sim_packet_watcher_t call, void *datum)
 int sim_packet_arrive(int unit, bcm_port_t port, const unsigned char *frame, int length)
 {
     std::vector<Departure> departures;
-    const int status = on_l2(unit, {frame}, [&](Switch &sw) -> int {
+    const int status = begin(unit, ready<L2State>, given(frame)).then([&](Switch &sw, L2State &) -> int {
         constexpr int longest = static_cast<int>(frame_longest - checksum_bytes);
         int arrival;
         const int rc = resolve_own_port(port, &arrival);

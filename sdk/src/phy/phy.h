@@ -1,0 +1,106 @@
+/// The room of PHYs: those of a unit's ports, the cables in them, and the checks with which functions on them begin.
+///
+/// They are the unit's hardware: cables stay when the unit is detached. The room above that scans links says what
+/// is to be called after a change.
+#pragma once
+
+#include "begin.h"
+#include "chip.h"
+#include "phy_link.h"
+#include "phy_tables.h"
+
+namespace sim {
+
+struct PhyUnit : RoomState {
+    static constexpr Room room = Room::phy;
+
+    explicit PhyUnit(Switch &sw);
+
+    /// All PHYs as they are when new.
+    void start(Switch &sw) override;
+    void stop(Switch &sw) override;
+
+    PhyTables &tables;
+    std::vector<PhyPort> ports;
+    std::map<int, std::array<uint16, 256>> shared_registers;  ///< by the first port of the PHY chip
+    bool has_tables = true;
+    bool has_common = true;
+    bool has_drivers = true;
+    void (*link_may_have_changed)(int unit, PhyPort &port) = nullptr;  ///< or null
+
+    PhyPort &of(int port) { return ports[static_cast<std::size_t>(port)]; }
+};
+
+inline PhyUnit &phys_of(Switch &sw)
+{
+    return sw.of<PhyUnit>();
+}
+
+/// Null if no such unit is attached. A unit's PHYs are ready from the start.
+PhyUnit *phys_of(int unit);
+
+/// The port that a caller means: SOC_E_PORT, or the status of soc_phy_cb_xlate_port_func.
+int translate_port(int unit, soc_port_t *port);
+
+/// Calls the port's watchers if its medium has changed since the last time.
+void report_medium(int unit, PhyPort &port);
+
+/// After whatever may have changed a port's PHYs: notes it, and calls those who are to be told.
+void tell_changes(int unit, PhyPort &port);
+
+/// A PHY, and the port that it belongs to.
+struct PhyPlace {
+    PhyPort *port;
+    Phy *phy;
+};
+
+/// The one at a PHY address; nulls if none is there.
+PhyPlace phy_at(PhyUnit &phys, unsigned address);
+
+/// Whether the port's PHY has been initialised and its driver is there.
+bool is_ready(const PhyUnit &phys, const PhyPort &port);
+
+/// The unit's PHYs. This and the next ones come after chip_runs.
+constexpr auto phy_unit = [](Switch &sw, auto next) -> int { return next(phys_of(sw)); };
+
+/// The same and the number of a port, with or without PHY, of a unit with PHY tables: SOC_E_PORT, SOC_E_INIT.
+inline auto phy_entry(soc_port_t port)
+{
+    return [port](Switch &sw, auto next) -> int {
+        soc_port_t own = port;
+        const int rc = translate_port(sw.unit, &own);
+        if (rc != SOC_E_NONE) {
+            return rc;
+        }
+        PhyUnit &phys = phys_of(sw);
+        return phys.has_tables ? next(phys, own) : static_cast<int>(SOC_E_INIT);
+    };
+}
+
+/// The unit's PHYs and a port that has one, whatever its driver's state; also SOC_E_UNAVAIL. Changes are told.
+inline auto phy_port(soc_port_t port)
+{
+    return [port](Switch &sw, auto next) -> int {
+        return phy_entry(port)(sw, [&](PhyUnit &phys, int own) -> int {
+            PhyPort &found = phys.of(own);
+            if (!found.serdes) {
+                return SOC_E_UNAVAIL;
+            }
+            const int rc = next(phys, found);
+            tell_changes(sw.unit, found);
+            return rc;
+        });
+    };
+}
+
+/// A port whose PHY has been initialised; also SOC_E_INIT. Changes are told.
+inline auto ready_phy(soc_port_t port)
+{
+    return [port](Switch &sw, auto next) -> int {
+        return phy_port(port)(sw, [&](PhyUnit &phys, PhyPort &own) -> int {
+            return is_ready(phys, own) ? next(own) : static_cast<int>(SOC_E_INIT);
+        });
+    };
+}
+
+}  // namespace sim

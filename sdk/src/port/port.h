@@ -1,0 +1,87 @@
+/// The room of ports: their settings, what they count, and whether they have a link.
+///
+/// It offers the packet path each port's settings and counters; to others it is how they reach the PHY of a port.
+#pragma once
+
+#include "linkscan.h"
+#include "phy.h"
+#include "port_counters.h"
+
+#include <bcm/port.h>
+
+#include <array>
+
+namespace sim {
+
+constexpr int front_speed_max = 100000;  // Mbit/s
+constexpr int cpu_speed_max = 10000;
+
+constexpr int frame_max_default = 9216;  // bytes, with checksum
+
+struct Port {
+    bool enabled = true;
+    int speed_max = front_speed_max;
+    int speed = front_speed_max;  // of a port without PHY
+    bool pause_tx = false;
+    bool pause_rx = false;
+    std::array<unsigned char, 6> pause_address = {};
+    bcm_vlan_t untagged_vlan = BCM_VLAN_DEFAULT;
+    uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
+    int frame_max = frame_max_default;
+    int discard = BCM_PORT_DISCARD_NONE;
+    uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
+};
+
+struct PortState : RoomState {
+    static constexpr Room room = Room::port;
+
+    explicit PortState(Switch &sw);
+
+    /// Settings of ports as they are when new.
+    void reset();
+
+    std::array<Port, port_max + 1> ports;
+    std::array<PortCounters, port_max + 1> counters;
+    LinkScan links;
+};
+
+inline Port &port_of(Switch &sw, int port)
+{
+    return sw.of<PortState>().ports[static_cast<std::size_t>(port)];
+}
+inline const Port &port_of(const Switch &sw, int port)
+{
+    return sw.of<PortState>().ports[static_cast<std::size_t>(port)];
+}
+
+inline PortCounters &counters_of(Switch &sw, int port)
+{
+    return sw.of<PortState>().counters[static_cast<std::size_t>(port)];
+}
+
+inline LinkScan &links_of(Switch &sw)
+{
+    return sw.of<PortState>().links;
+}
+
+/// The settings of the unit's own port that an argument means: BCM_E_PORT.
+inline auto settings_of(bcm_port_t port)
+{
+    return [port](Switch &sw, auto next) -> int {
+        return own_port(port)(sw, [&](int own) -> int { return next(port_of(sw, own)); });
+    };
+}
+
+/// Null for the CPU's port.
+PhyPort *phy_of(Switch &sw, int port);
+
+/// Of the PHY, if the port has one.
+int speed_of(Switch &sw, int port);
+
+/// Whether packets can pass: the port is enabled and, unless it is the CPU's, its MAC sees a link.
+bool has_link(Switch &sw, int port);
+
+/// Brings the chip's registers in line with the port.
+void write_registers(Switch &sw, int port);
+
+}  // namespace sim
