@@ -75,6 +75,7 @@ int vendor_plain(int unit, vendor_alias_t handle, const vendor_record_t *record,
 int vendor_plain(int, vendor_alias_t, const vendor_record_t *, const char *const *);
 extern "C" {
 extern int vendor_level;
+extern unsigned long vendor_total;
 long vendor_long(long a, unsigned long b, signed char c, vendor_mode_t mode, vendor_mode_t *result);
 }
 static inline int vendor_inline(int a) { return 2 * a; }
@@ -202,12 +203,13 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
         place("int vendor_count") + "vendor_count: no output of type 'unsigned short' can be appended",
     };
     if (sizeof(long) != 4) {
-        errors.push_back(
-            place("unsigned long counter")
-            + "vendor_long_t.counter: 'unsigned long' has 8 bytes on this host, and crosses as 4");
+        const std::string size = ": 'unsigned long' has 8 bytes on this host, and crosses as 4";
+        errors.push_back(place("unsigned long counter") + "vendor_long_t.counter" + size);
+        errors.push_back(place("extern unsigned long") + "vendor_total" + size);
     }
     expect_errors(
-        "functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\n[appended]\nvendor_count = \"count\"\n",
+        "functions = [\"vendor_*\"]\nrecords = [\"vendor_*\"]\nvariables = "
+        "[\"vendor_total\"]\n[appended]\nvendor_count = \"count\"\n",
         errors);
     expect_errors("functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"total\"\n",
                   {directory_ + "/vendor.toml:4: the appended output of 'vendor_count' has no fixed size"});

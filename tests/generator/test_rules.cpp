@@ -13,6 +13,7 @@ constexpr char header[] = R"(
 typedef int box_port_t;
 typedef unsigned char box_mac_t[6];
 typedef struct box_lid_s { int hinge; int colour; } box_lid_t;
+typedef int (*box_turn_cb)(int unit, int angle, int id, box_lid_t *lid, void *user_data);
 typedef int (*box_walk_cb)(int unit, int id, box_lid_t *lid, void *user_data);
 int box_speed_set(int unit, box_port_t port, int queue, int low, unsigned high);
 int box_speed_get(int unit, box_port_t port, int queue, int *low, unsigned *high);
@@ -30,11 +31,21 @@ int box_count_sync_get(int unit, int counter, unsigned long long *value);
 int box_hinge_set(int unit, box_lid_t *lid);
 int box_hinge_get(int unit, box_lid_t *lid);
 int box_hinge_delete(int unit, int hinge);
+int box_hinge_delete_all(int unit, box_lid_t *lid);
+int box_turn_set(int unit, int angle, int id, box_lid_t *lid);
+int box_turn_get(int unit, int *angle, int id, box_lid_t *lid);
+int box_turn_traverse(int unit, box_turn_cb cb, void *user_data);
 int box_lid_create(int unit, unsigned flags, box_lid_t *lid, int *id);
 int box_lid_get(int unit, int id, box_lid_t *lid);
 int box_lid_find(int unit, box_lid_t *lid, int *id);
 int box_lid_destroy(int unit, int id);
 int box_lid_traverse(int unit, box_walk_cb cb, void *user_data);
+int box_knob_create(int unit, box_lid_t *lid, short *id);
+int box_knob_get(int unit, int id, box_lid_t *lid);
+int box_knob_destroy(int unit, int id);
+int box_place_create(int unit, int colour, box_lid_t *id);
+int box_place_get(int unit, box_lid_t id, int *colour);
+int box_place_destroy(int unit, box_lid_t id);
 int box_lids_set(int unit, int count, box_lid_t *lid_array);
 int box_lids_get(int unit, int count, box_lid_t *lid_array);
 int box_words_set(int unit, int number, int *words);
@@ -100,6 +111,11 @@ TEST_F(RulesTest, RecordsThatCanBeRemovedAreFoundOrNot)
               "find box_hinge: rules::member(lid, &box_lid_s::hinge) "
               "rules::result_at(lid, sizeof *lid)");
     EXPECT_EQ(answer(rules, "box_hinge_delete"), "remove box_hinge: rules::key_as(&box_lid_s::hinge, hinge)");
+    // What of the record says which ones to remove is not known.
+    EXPECT_EQ(answer(rules, "box_hinge_delete_all"), "");
+    // Callbacks are handed keys before values.
+    EXPECT_NE(answer(rules, "box_turn_get"), "");
+    EXPECT_EQ(answer(rules, "box_turn_traverse"), "");
 }
 
 TEST_F(RulesTest, ObjectsHaveIds)
@@ -113,6 +129,23 @@ TEST_F(RulesTest, ObjectsHaveIds)
     EXPECT_EQ(answer(rules, "box_lid_find"), "search box_lid: rules::given_at(lid, sizeof *lid), {id}");
     EXPECT_EQ(answer(rules, "box_lid_traverse"),
               "traverse<int, rules::At<box_lid_s>> box_lid:, cb, user_data");
+}
+
+TEST_F(RulesTest, IdsAreNumbersOfOneType)
+{
+    const std::string created = "[created_with]\nbox_lid = \"BOX_WITH_ID\"\n";
+    EXPECT_NE(answer(find(created), "box_lid_create"), "");
+    for (const char *table : {"box_knob", "box_place"}) {
+        std::string errors;
+        try {
+            find(created + table + " = \"\"\n");
+        } catch (const std::runtime_error &error) {
+            errors = error.what();
+        }
+        EXPECT_NE(errors.find(std::string("no rule of the development SDK uses '") + table),
+                  std::string::npos)
+            << errors;
+    }
 }
 
 TEST_F(RulesTest, WhatIsNotPlainIsLeftAlone)

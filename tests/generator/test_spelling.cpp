@@ -64,6 +64,10 @@ TEST(Spelling, TypedefsOfArraysAreResolvedInMessagesOnly)
     EXPECT_EQ(spell_declared(ip6()), "bcm_ip6_t");
     EXPECT_EQ(spell(Type::pointer_to(ip6())), "bcm_ip6_t *");
     EXPECT_EQ(spell(Type::array_of(words, "20")), "uint32 [20]");
+    // The elements of a constant array are constant.
+    EXPECT_EQ(spell(Type::constant(ip6())), "unsigned char const [16]");
+    EXPECT_EQ(spell_declared(Type::constant(ip6())), "bcm_ip6_t const");
+    EXPECT_EQ(spell(resolved(Type::pointer_to(Type::constant(ip6())))), "unsigned char const (*)[16]");
 }
 
 TEST(Spelling, CallbacksAreKnownByTheirSignature)
