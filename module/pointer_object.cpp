@@ -18,6 +18,28 @@ PyObject *as_object(SwigPyObject *pointer)
     return reinterpret_cast<PyObject *>(pointer);
 }
 
+// Steps through a chain. A script can close one to a ring, of which this makes no more than a few rounds.
+class ChainWalk {
+public:
+    explicit ChainWalk(PyObject *first) : link_(first), mark_(nullptr) {}
+    SwigPyObject *link() const { return as_pointer_object(link_); }
+    void step()
+    {
+        if (++steps_ == next_mark_) {
+            mark_ = link_;
+            next_mark_ *= 2;
+        }
+        link_ = link()->next;
+        if (link_ == mark_) {
+            link_ = nullptr;
+        }
+    }
+
+private:
+    PyObject *link_, *mark_;  ///< a ring leads back to the mark
+    size_t steps_ = 0, next_mark_ = 1;
+};
+
 void report_leak(const swig_type_info *type)
 {
     const char *name = display_name(type);
@@ -99,6 +121,9 @@ void deallocate(PyObject *object)
     // A long chain must not go as deep as it is long.
     PyObject *next = self->next;
     PyObject_Del(object);
+    if (--live_pointer_objects == 0) {
+        last_pointer_object_went();
+    }
     while (next && Py_REFCNT(next) == 1 && Py_TYPE(next) == &PointerObject_Type) {
         SwigPyObject *link = as_pointer_object(next);
         Owned dying = Owned::steal(next);
@@ -126,13 +151,14 @@ NewReference repr(PyObject *object)
     if (!texts || !empty) {
         return nullptr;
     }
-    for (PyObject *link = object; link;) {
-        bool own_type = Py_TYPE(link) == &PointerObject_Type;
-        Owned text = Owned::steal(own_type ? repr_of_link(as_pointer_object(link)) : PyObject_Repr(link));
+    bool own_type = true;
+    for (ChainWalk walk(object); own_type && walk.link(); walk.step()) {
+        PyObject *link = as_object(walk.link());
+        own_type = Py_TYPE(link) == &PointerObject_Type;
+        Owned text = Owned::steal(own_type ? repr_of_link(walk.link()) : PyObject_Repr(link));
         if (!text || PyList_Append(texts.get(), text.get()) != 0) {
             return nullptr;
         }
-        link = own_type ? as_pointer_object(link)->next : nullptr;
     }
     return _PyString_Join(empty.get(), texts.get());
 }
@@ -214,12 +240,6 @@ NewReference append(PyObject *object, PyObject *other)
         return nullptr;
     }
     SwigPyObject *self = as_pointer_object(object);
-    for (PyObject *link = other; link; link = as_pointer_object(link)->next) {
-        if (link == object) {
-            PyErr_SetString(PyExc_ValueError, "Attempt to append a SwigPyObject to its own chain");
-            return nullptr;
-        }
-    }
     Owned earlier = Owned::steal(self->next);
     self->next = Owned::share(other).release();
     return new_none();
@@ -252,14 +272,15 @@ PyNumberMethods number_methods;
 // An instance of a registered class, made as its constructor would leave it but without running __init__.
 NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
 {
+    // The class may be registered again by what runs while the instance is made.
     if (!data.newraw) {
+        Owned made = Owned::share(data.newargs);
         Owned dictionary = Owned::steal(PyDict_New());
         if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
             return nullptr;
         }
-        return PyInstance_NewRaw(data.newargs, dictionary.get());
+        return PyInstance_NewRaw(made.get(), dictionary.get());
     }
-    // The class may be registered again while it makes the instance.
     Owned make = Owned::share(data.newraw), args = Owned::share(data.newargs);
     Owned instance = Owned::steal(PyObject_Call(make.get(), args.get(), nullptr));
     if (!instance) {
@@ -278,11 +299,12 @@ NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
     return failed ? nullptr : instance.release();
 }
 
-// The value of `this` in a dictionary, borrowed, without the exception bookkeeping of PyDict_GetItem.
-PyObject *this_in(PyObject *dictionary)
+// The value of `this` in a dictionary, without the exception bookkeeping of PyDict_GetItem. Keys that compare in
+// Python may do anything to the dictionary meanwhile.
+Owned this_in(Owned dictionary)
 {
     PyObject *name = this_name();
-    auto *table = reinterpret_cast<PyDictObject *>(dictionary);
+    auto *table = reinterpret_cast<PyDictObject *>(dictionary.get());
     long hash = reinterpret_cast<PyStringObject *>(name)->ob_shash;
     if (hash == -1) {
         hash = PyObject_Hash(name);
@@ -290,29 +312,44 @@ PyObject *this_in(PyObject *dictionary)
     PyDictEntry *entry = table->ma_lookup(table, name, hash);
     if (!entry) {
         PyErr_Clear();
-        return nullptr;
+        return Owned();
     }
-    return entry->me_value;
+    return Owned::share(entry->me_value);
 }
 
-// What an object offers as its `this`, borrowed from the object or from `keeper`; null if it has none.
-PyObject *this_of(PyObject *object, Owned &keeper)
+// What an object offers as its `this`; null if it has none.
+Owned this_of(PyObject *object)
 {
     if (PyInstance_Check(object)) {
-        return _PyInstance_Lookup(object, this_name());
+        return Owned::share(_PyInstance_Lookup(object, this_name()));
     }
     if (PyObject **dictionary = _PyObject_GetDictPtr(object)) {
-        return *dictionary ? this_in(*dictionary) : nullptr;
+        return *dictionary ? this_in(Owned::share(*dictionary)) : Owned();
     }
     if (PyWeakref_CheckProxy(object)) {
         PyObject *referent = PyWeakref_GET_OBJECT(object);
-        return referent == Py_None ? nullptr : referent;
+        return referent == Py_None ? Owned() : Owned::share(referent);
     }
-    keeper = Owned::steal(PyObject_GetAttr(object, this_name()));
-    if (!keeper) {
+    Owned found = Owned::steal(PyObject_GetAttr(object, this_name()));
+    if (!found) {
         PyErr_Clear();
     }
-    return keeper.get();
+    return found;
+}
+
+// Whether a pointer object is one to `type` (any type if null) or converts to it, and its address as such.
+bool points_to(const SwigPyObject &pointer, swig_type_info *type, void **address)
+{
+    *address = pointer.ptr;
+    if (!type || pointer.ty == type) {
+        return true;
+    }
+    const swig_cast_info *cast = pointer.ty ? find_cast(pointer.ty, type) : nullptr;
+    if (cast && cast->converter) {
+        int new_memory = 0;
+        *address = cast->converter(pointer.ptr, &new_memory);
+    }
+    return cast != nullptr;
 }
 
 // Deeper nesting of `this` in `this` than any wrapper makes is a cycle.
@@ -364,6 +401,7 @@ NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership o
     self->ty = type;
     self->own = static_cast<int>(ownership);
     self->next = nullptr;
+    ++live_pointer_objects;
     return as_object(self);
 }
 
@@ -382,62 +420,34 @@ NewReference with_proxy(Owned bare)
     return data ? new_proxy(*data, std::move(bare)) : bare.release();
 }
 
-SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper)
+Owned find_pointer_object(Borrowed object)
 {
-    PyObject *candidate = object;
+    Owned candidate = Owned::share(object);
     for (int depth = 0; candidate && depth < deepest_this; ++depth) {
-        if (is_pointer_object(candidate)) {
-            return as_pointer_object(candidate);
+        if (is_pointer_object(candidate.get())) {
+            return candidate;
         }
-        Owned found;
-        candidate = this_of(candidate, found);
-        if (found) {
-            keeper = std::move(found);
-        }
+        candidate = this_of(candidate.get());
     }
-    return nullptr;
+    return Owned();
 }
 
-Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown)
+Status convert_pointer(Borrowed object, swig_type_info *type, HeldPointer *pointer, Disown disown)
 {
-    if (object.operator PyObject *() == Py_None) {
-        *pointer = nullptr;
+    if (object == Py_None) {
+        pointer->address = nullptr;
         return Status::ok;
     }
-    // A bare pointer object of this very type needs no search.
-    if (Py_TYPE(object.operator PyObject *()) == &PointerObject_Type) {
-        SwigPyObject *bare = as_pointer_object(object);
-        if (bare->ty == type) {
-            *pointer = bare->ptr;
+    Owned found = find_pointer_object(object);
+    for (ChainWalk walk(found.get()); walk.link(); walk.step()) {
+        SwigPyObject *link = walk.link();
+        if (points_to(*link, type, &pointer->address)) {
             if (disown == Disown::yes) {
-                bare->own = 0;
+                link->own = 0;
             }
+            pointer->holder.hold(as_object(link));
             return Status::ok;
         }
-    }
-    Owned keeper;
-    SwigPyObject *found = find_pointer_object(object, keeper);
-    // What a property made for this call alone would be freed before the pointer is used.
-    if (found && keeper && Py_REFCNT(keeper.get()) == 1 && found->own) {
-        return Status::unknown;
-    }
-    for (; found; found = as_pointer_object(found->next)) {
-        void *address = found->ptr;
-        if (type && found->ty != type) {
-            swig_cast_info *cast = found->ty ? find_cast(found->ty, type) : nullptr;
-            if (!cast) {
-                continue;
-            }
-            int new_memory = 0;
-            if (cast->converter) {
-                address = cast->converter(address, &new_memory);
-            }
-        }
-        *pointer = address;
-        if (disown == Disown::yes) {
-            found->own = 0;
-        }
-        return Status::ok;
     }
     return Status::unknown;
 }
