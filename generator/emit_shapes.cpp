@@ -39,10 +39,9 @@ std::string definition(const Shape &shape)
     for (size_t i = 0; i < shape.parameters.size(); ++i) {
         const ShapeParameter &parameter = shape.parameters[i];
         std::string local = "a" + std::to_string(i);
-        bool both = parameter.direction == Direction::InOut;
         call += (i == 0 ? "" : ", ") + std::string(parameter.direction == Direction::Out ? "&" : "") + local
-                + (both ? ".pointer" : "");
-        if (both) {
+                + parameter.passed;
+        if (parameter.direction == Direction::InOut) {
             appended += "    result = append_output(result, from_in_out_int32(" + local + ", type_of(row, "
                         + std::to_string(inputs) + ")));\n";
         }

@@ -15,7 +15,7 @@ ShapeParameter scalar(const char *code, const char *type, const char *converter)
 
 ShapeParameter pointer(const char *code, const char *converter, bool typed)
 {
-    return {code, "void *", "void *", converter, typed, false, true, Direction::In, false};
+    return {code, "void *", "HeldPointer", converter, typed, false, true, Direction::In, false, ".address"};
 }
 
 ShapeParameter mapped(const Crossing &crossing)
@@ -52,7 +52,7 @@ ShapeParameter in_parameter(const Crossing &crossing)
     case Conversion::Bool:
         return scalar("t", "bool", "to_bool");
     case Conversion::String:
-        return scalar("s", "char *", "to_string");
+        return {"s", "char *", "HeldString", "to_string", false, false, true, Direction::In, false, ".text"};
     case Conversion::Pointer:
         return pointer("p", "to_pointer", true);
     case Conversion::AnyPointer:
@@ -103,7 +103,7 @@ ShapeParameter shape_parameter(const BoundParameter &parameter)
     }
     if (parameter.direction == Direction::InOut) {
         return {"X",  "int32_t *",      "InOutInt32", "to_in_out_int32", true, false,
-                true, Direction::InOut, false};
+                true, Direction::InOut, false,        ".pointer"};
     }
     ShapeParameter output;
     output.direction = Direction::Out;

@@ -24,6 +24,7 @@ struct ShapeParameter {
     bool by_address = false;  ///< whether the converter takes the local's address
     Direction direction = Direction::In;
     bool appended_record = false;
+    std::string passed = "";  ///< the local's member that the thunk gets, such as ".address"; else all of it
 };
 
 ShapeParameter shape_parameter(const BoundParameter &parameter);

@@ -15,45 +15,47 @@ NewReference raise_array_argument(const ArrayRow &row, Method which, int index, 
                                 text_of(static_cast<uint16_t>(row.arguments + index)), status);
 }
 
-// The address of the element that getitem or setitem means, or null with an exception.
-char *element_of(PyObject *args, const ArrayRow &row, Method which)
+// The element that getitem or setitem means, or null with an exception.
+HeldPointer element_of(PyObject *args, const ArrayRow &row, Method which)
 {
     int size = which == getitem ? 2 : 3;
     if (PyTuple_GET_SIZE(args) != size) {
         raise_arity(static_cast<uint16_t>(row.constructor + which), args, size);
-        return nullptr;
+        return {};
     }
-    void *array;
+    HeldPointer element;
     int32_t index;
-    Status status = to_value(PyTuple_GET_ITEM(args, 0), arguments[row.arguments].type, &array);
+    Status status = to_value(PyTuple_GET_ITEM(args, 0), arguments[row.arguments].type, &element);
     if (status != Status::ok) {
         raise_array_argument(row, which, 0, status);
-        return nullptr;
+        return {};
     }
     status = to_int32(PyTuple_GET_ITEM(args, 1), &index);
     if (status != Status::ok) {
         raise_array_argument(row, which, 1, status);
-        return nullptr;
+        return {};
     }
-    return static_cast<char *>(array) + static_cast<ptrdiff_t>(index) * static_cast<ptrdiff_t>(row.size);
+    element.address = static_cast<char *>(element.address)
+                      + static_cast<ptrdiff_t>(index) * static_cast<ptrdiff_t>(row.size);
+    return element;
 }
 
 template <typename Value, NewReference (*convert)(Value)>
 NewReference get_item(PyObject *args, const ArrayRow &row)
 {
-    const char *element = element_of(args, row, getitem);
+    HeldPointer element = element_of(args, row, getitem);
     if (!element) {
         return nullptr;
     }
     Value value;
-    std::memcpy(&value, element, sizeof value);
+    std::memcpy(&value, element.address, sizeof value);
     return convert(value);
 }
 
 template <typename Value, Status (*convert)(PyObject *, Value *)>
 NewReference set_item(PyObject *args, const ArrayRow &row)
 {
-    char *element = element_of(args, row, setitem);
+    HeldPointer element = element_of(args, row, setitem);
     if (!element) {
         return nullptr;
     }
@@ -62,7 +64,7 @@ NewReference set_item(PyObject *args, const ArrayRow &row)
     if (status != Status::ok) {
         return raise_array_argument(row, setitem, 2, status);
     }
-    std::memcpy(element, &value, sizeof value);
+    std::memcpy(element.address, &value, sizeof value);
     return new_none();
 }
 
@@ -94,12 +96,12 @@ NewReference delete_array(PyObject *args, const ArrayRow &row)
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(static_cast<uint16_t>(row.constructor + destructor), args, 1);
     }
-    void *array;
+    HeldPointer array;
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[row.arguments].type, &array);
     if (status != Status::ok) {
         return raise_array_argument(row, destructor, 0, status);
     }
-    ::operator delete[](array);
+    ::operator delete[](array.address);
     return new_none();
 }
 
@@ -125,22 +127,22 @@ NewReference set_item_uint32(PyObject *args, const ArrayRow &row)
 
 NewReference get_item_record(PyObject *args, const ArrayRow &row)
 {
-    const char *element = element_of(args, row, getitem);
-    return element ? from_copy(element, row.size, arguments[row.arguments].type) : nullptr;
+    HeldPointer element = element_of(args, row, getitem);
+    return element ? from_copy(element.address, row.size, arguments[row.arguments].type) : nullptr;
 }
 
 NewReference set_item_record(PyObject *args, const ArrayRow &row)
 {
-    char *element = element_of(args, row, setitem);
+    HeldPointer element = element_of(args, row, setitem);
     if (!element) {
         return nullptr;
     }
-    void *record;
+    HeldPointer record;
     Status status = to_value(PyTuple_GET_ITEM(args, 2), arguments[row.arguments + 2].type, &record);
     if (status != Status::ok) {
         return raise_array_argument(row, setitem, 2, status);
     }
-    std::memmove(element, record, row.size);
+    std::memmove(element.address, record.address, row.size);
     return new_none();
 }
 

@@ -102,46 +102,29 @@ Status to_bool(PyObject *object, bool *value)
     return Status::ok;
 }
 
-Status to_string(PyObject *object, char **value)
+Status to_string(PyObject *object, HeldString *value)
 {
     if (PyString_Check(object)) {
-        *value = PyString_AS_STRING(object);
+        value->text = PyString_AS_STRING(object);
         return Status::ok;
     }
     if (object == Py_None || !char_pointer_type()) {
         return Status::type;
     }
-    void *pointer;
+    HeldPointer pointer;
     if (convert_pointer(object, char_pointer_type(), &pointer) != Status::ok) {
         return Status::type;
     }
-    *value = static_cast<char *>(pointer);
+    *value = {static_cast<char *>(pointer.address), std::move(pointer.holder)};
     return Status::ok;
-}
-
-Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer)
-{
-    SwigPyObject *found = likely_pointer_object(object);
-    if (__builtin_expect(found != nullptr, true)) {
-        if (__builtin_expect(found->ty == type, true)) {
-            *pointer = found->ptr;
-            return Status::ok;
-        }
-        // find_cast() has put the cast that was used last at the head of its list, which has at least the type itself.
-        const swig_cast_info *cast = type->cast;
-        if (cast->type == found->ty && cast->converter == same_pointer) {
-            *pointer = found->ptr;
-            return Status::ok;
-        }
-    }
-    return convert_pointer(object, type, pointer);
 }
 
 Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value)
 {
-    void *pointer;
+    HeldPointer pointer;
     if (to_pointer(object, type, &pointer) == Status::ok) {
-        value->pointer = static_cast<int32_t *>(pointer);
+        value->pointer = static_cast<int32_t *>(pointer.address);
+        value->holder = std::move(pointer.holder);
         return Status::ok;
     }
     value->pointer = &value->number;

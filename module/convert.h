@@ -13,7 +13,6 @@ namespace quorel {
 // The parts of a conversion that are not inline.
 Status to_int32_slowly(PyObject *object, int32_t *value);
 Status to_uint32_slowly(PyObject *object, uint32_t *value);
-Status to_pointer_slowly(PyObject *object, swig_type_info *type, void **pointer);
 
 /// int, long and their typedefs, every enumeration: a Python int (bool included) or long in
 /// -2147483648..2147483647. Out of range: overflow; other types: type.
@@ -54,39 +53,50 @@ Status to_uint64(PyObject *object, uint64_t *value);
 /// bool: only True and False themselves; any other object is a type failure.
 Status to_bool(PyObject *object, bool *value);
 /// char *: a str (its own buffer, borrowed, which C must not write to) or a `char *` pointer object.
-Status to_string(PyObject *object, char **value);
+struct HeldString {
+    char *text = nullptr;
+    Owned holder;  ///< of what a pointer object points to
+};
+Status to_string(PyObject *object, HeldString *value);
+
+/// Whether a pointer to `given` is one to `wanted` as it is; says no where that takes a search.
+inline bool passes_unchanged(const swig_type_info *given, const swig_type_info *wanted)
+{
+    // find_cast() has put the cast that was used last at the head of its list, which has at least the type itself.
+    return given == wanted || (wanted->cast->type == given && wanted->cast->converter == same_pointer);
+}
 
 /// T *: None, a pointer object of type T or of one that casts to T, or an object whose `this` is one.
-inline Status to_pointer(PyObject *object, uint16_t type, void **pointer)
+inline Status to_pointer(PyObject *object, uint16_t type, HeldPointer *pointer)
 {
     swig_type_info *wanted = types[type];
-    if (__builtin_expect(Py_TYPE(object) == &PointerObject_Type, true)) {
-        auto *found = reinterpret_cast<SwigPyObject *>(object);
-        if (__builtin_expect(found->ty == wanted, true)) {
-            *pointer = found->ptr;
-            return Status::ok;
-        }
+    SwigPyObject *found = likely_pointer_object(object);
+    if (__builtin_expect(found && passes_unchanged(found->ty, wanted), true)) {
+        pointer->address = found->ptr;
+        pointer->holder.hold(reinterpret_cast<PyObject *>(found));
+        return Status::ok;
     }
-    return to_pointer_slowly(object, wanted, pointer);
+    return convert_pointer(object, wanted, pointer);
 }
 
 /// void *: any pointer object.
-inline Status to_any_pointer(PyObject *object, void **pointer)
+inline Status to_any_pointer(PyObject *object, HeldPointer *pointer)
 {
     return convert_pointer(object, nullptr, pointer);
 }
 
 /// A value or reference of a record type: as T *, and null is a null reference failure.
-inline Status to_value(PyObject *object, uint16_t type, void **pointer)
+inline Status to_value(PyObject *object, uint16_t type, HeldPointer *pointer)
 {
     Status status = to_pointer(object, type, pointer);
-    return status == Status::ok && !*pointer ? Status::null_reference : status;
+    return status == Status::ok && !pointer->address ? Status::null_reference : status;
 }
 
 /// An int that is read and written: a number, kept here, or whatever an int pointer object points to.
 struct InOutInt32 {
     int32_t number;
     int32_t *pointer;  ///< &number, or the caller's
+    Owned holder;      ///< of what the caller's points to
 };
 Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value);
 

@@ -9,7 +9,7 @@ namespace {
 bool converts_one(PyObject *object, const CallRow &row, int index, char code)
 {
     int32_t number;
-    void *pointer;
+    HeldPointer pointer;
     Status status =
         code == 'i' ? to_int32(object, &number) : to_pointer(object, type_of(row, index), &pointer);
     // Looking for `this` may run a user's code and fail in it.

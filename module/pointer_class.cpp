@@ -15,12 +15,12 @@ NewReference reinterpret(PyObject *args, const PointerClassRow &row, Method whic
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    void *pointer;
+    HeldPointer pointer;
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[from].type, &pointer);
     if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(from), status);
     }
-    return from_pointer(pointer, arguments[to].type);
+    return from_pointer(pointer.address, arguments[to].type);
 }
 
 }  // namespace
@@ -47,13 +47,13 @@ NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row)
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    void *element;
+    HeldPointer element;
     Status status =
         convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &element, Disown::yes);
     if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(row.self), status);
     }
-    ::operator delete(element);
+    ::operator delete(element.address);
     return new_none();
 }
 

@@ -278,11 +278,12 @@ NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
     return failed ? nullptr : instance.release();
 }
 
-// The value of `this` in a dictionary, borrowed, without the exception bookkeeping of PyDict_GetItem.
-PyObject *this_in(PyObject *dictionary)
+// The value of `this` in a dictionary, without the exception bookkeeping of PyDict_GetItem. Keys that compare in
+// Python may do anything to the dictionary meanwhile.
+Owned this_in(Owned dictionary)
 {
     PyObject *name = this_name();
-    auto *table = reinterpret_cast<PyDictObject *>(dictionary);
+    auto *table = reinterpret_cast<PyDictObject *>(dictionary.get());
     long hash = reinterpret_cast<PyStringObject *>(name)->ob_shash;
     if (hash == -1) {
         hash = PyObject_Hash(name);
@@ -290,29 +291,44 @@ PyObject *this_in(PyObject *dictionary)
     PyDictEntry *entry = table->ma_lookup(table, name, hash);
     if (!entry) {
         PyErr_Clear();
-        return nullptr;
+        return Owned();
     }
-    return entry->me_value;
+    return Owned::share(entry->me_value);
 }
 
-// What an object offers as its `this`, borrowed from the object or from `keeper`; null if it has none.
-PyObject *this_of(PyObject *object, Owned &keeper)
+// What an object offers as its `this`; null if it has none.
+Owned this_of(PyObject *object)
 {
     if (PyInstance_Check(object)) {
-        return _PyInstance_Lookup(object, this_name());
+        return Owned::share(_PyInstance_Lookup(object, this_name()));
     }
     if (PyObject **dictionary = _PyObject_GetDictPtr(object)) {
-        return *dictionary ? this_in(*dictionary) : nullptr;
+        return *dictionary ? this_in(Owned::share(*dictionary)) : Owned();
     }
     if (PyWeakref_CheckProxy(object)) {
         PyObject *referent = PyWeakref_GET_OBJECT(object);
-        return referent == Py_None ? nullptr : referent;
+        return referent == Py_None ? Owned() : Owned::share(referent);
     }
-    keeper = Owned::steal(PyObject_GetAttr(object, this_name()));
-    if (!keeper) {
+    Owned found = Owned::steal(PyObject_GetAttr(object, this_name()));
+    if (!found) {
         PyErr_Clear();
     }
-    return keeper.get();
+    return found;
+}
+
+// Whether a pointer object is one to `type` (any type if null) or converts to it, and its address as such.
+bool points_to(const SwigPyObject &pointer, swig_type_info *type, void **address)
+{
+    *address = pointer.ptr;
+    if (!type || pointer.ty == type) {
+        return true;
+    }
+    const swig_cast_info *cast = pointer.ty ? find_cast(pointer.ty, type) : nullptr;
+    if (cast && cast->converter) {
+        int new_memory = 0;
+        *address = cast->converter(pointer.ptr, &new_memory);
+    }
+    return cast != nullptr;
 }
 
 // Deeper nesting of `this` in `this` than any wrapper makes is a cycle.
@@ -382,62 +398,33 @@ NewReference with_proxy(Owned bare)
     return data ? new_proxy(*data, std::move(bare)) : bare.release();
 }
 
-SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper)
+Owned find_pointer_object(Borrowed object)
 {
-    PyObject *candidate = object;
+    Owned candidate = Owned::share(object);
     for (int depth = 0; candidate && depth < deepest_this; ++depth) {
-        if (is_pointer_object(candidate)) {
-            return as_pointer_object(candidate);
+        if (is_pointer_object(candidate.get())) {
+            return candidate;
         }
-        Owned found;
-        candidate = this_of(candidate, found);
-        if (found) {
-            keeper = std::move(found);
-        }
+        candidate = this_of(candidate.get());
     }
-    return nullptr;
+    return Owned();
 }
 
-Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown)
+Status convert_pointer(Borrowed object, swig_type_info *type, HeldPointer *pointer, Disown disown)
 {
-    if (object.operator PyObject *() == Py_None) {
-        *pointer = nullptr;
+    if (object == Py_None) {
+        pointer->address = nullptr;
         return Status::ok;
     }
-    // A bare pointer object of this very type needs no search.
-    if (Py_TYPE(object.operator PyObject *()) == &PointerObject_Type) {
-        SwigPyObject *bare = as_pointer_object(object);
-        if (bare->ty == type) {
-            *pointer = bare->ptr;
+    Owned found = find_pointer_object(object);
+    for (SwigPyObject *link = as_pointer_object(found.get()); link; link = as_pointer_object(link->next)) {
+        if (points_to(*link, type, &pointer->address)) {
             if (disown == Disown::yes) {
-                bare->own = 0;
+                link->own = 0;
             }
+            pointer->holder.hold(as_object(link));
             return Status::ok;
         }
-    }
-    Owned keeper;
-    SwigPyObject *found = find_pointer_object(object, keeper);
-    // What a property made for this call alone would be freed before the pointer is used.
-    if (found && keeper && Py_REFCNT(keeper.get()) == 1 && found->own) {
-        return Status::unknown;
-    }
-    for (; found; found = as_pointer_object(found->next)) {
-        void *address = found->ptr;
-        if (type && found->ty != type) {
-            swig_cast_info *cast = found->ty ? find_cast(found->ty, type) : nullptr;
-            if (!cast) {
-                continue;
-            }
-            int new_memory = 0;
-            if (cast->converter) {
-                address = cast->converter(address, &new_memory);
-            }
-        }
-        *pointer = address;
-        if (disown == Disown::yes) {
-            found->own = 0;
-        }
-        return Status::ok;
     }
     return Status::unknown;
 }

@@ -44,16 +44,28 @@ extern long this_hash __attribute__((visibility("hidden")));
 /// search, find_pointer_object(), has to decide.
 inline SwigPyObject *likely_pointer_object(PyObject *object);
 
-/// The pointer object behind `object`, borrowed, or null without an exception: the object itself; an old-style
-/// instance's `this`; the `this` in an instance dictionary, and nowhere else if there is such a dictionary;
-/// a weak proxy's referent; else the attribute `this`, which `keeper` then owns.
-SwigPyObject *find_pointer_object(Borrowed object, Owned &keeper);
+/// The pointer object behind `object`, or null without an exception: the object itself; an old-style instance's
+/// `this`; the `this` in an instance dictionary, and nowhere else if there is such a dictionary; a weak proxy's
+/// referent; else the attribute `this`.
+Owned find_pointer_object(Borrowed object);
+
+/// What an argument was converted to. Python code that runs before the call is over, such as a class's own way
+/// to find `this`, may let go of the pointer object: the memory that this one owns lives until the holder goes.
+struct HeldPointer {
+    void *address;
+    Owned holder;  ///< null for None
+
+    explicit operator bool() const { return address != nullptr; }
+    /// The place `offset` bytes on.
+    char *at(size_t offset) const { return static_cast<char *>(address) + offset; }
+};
 
 enum class Disown : bool { no, yes };
 
 /// Converts `object` to a pointer to `type` (to any type if null). None gives null. With Disown::yes the
 /// pointer object gives up its ownership. *pointer is written only on success.
-Status convert_pointer(Borrowed object, swig_type_info *type, void **pointer, Disown disown = Disown::no);
+Status convert_pointer(Borrowed object, swig_type_info *type, HeldPointer *pointer,
+                       Disown disown = Disown::no);
 
 inline SwigPyObject *likely_pointer_object(PyObject *object)
 {

@@ -25,12 +25,12 @@ inline char *usual_self(PyObject *object, const MemberRow &row)
 template <typename Value, NewReference (*convert)(Value)>
 __attribute__((noinline)) NewReference get_value_generally(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(args, row);
     if (!self) {
         return nullptr;
     }
     Value value;
-    std::memcpy(&value, self + row.offset, sizeof value);
+    std::memcpy(&value, self.at(row.offset), sizeof value);
     return convert(value);
 }
 
@@ -60,7 +60,7 @@ __attribute__((noinline)) NewReference set_value_generally(PyObject *args, const
         return raise_value(row, status);
     }
     if (setter.self) {
-        std::memcpy(setter.self + row.offset, &value, sizeof value);
+        std::memcpy(setter.self.at(row.offset), &value, sizeof value);
     }
     return new_none();
 }
@@ -96,7 +96,7 @@ NewReference raise_null_array(const MemberRow &row)
 NewReference store_pointer(const SetterArguments &setter, const MemberRow &row, void *pointer)
 {
     if (setter.self) {
-        std::memcpy(setter.self + row.offset, &pointer, sizeof pointer);
+        std::memcpy(setter.self.at(row.offset), &pointer, sizeof pointer);
     }
     return new_none();
 }
@@ -151,13 +151,13 @@ NewReference delete_record(PyObject *args, const RecordRow &row)
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    void *record;
+    HeldPointer record;
     Status status =
         convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &record, Disown::yes);
     if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(row.self), status);
     }
-    std::free(record);
+    std::free(record.address);
     return new_none();
 }
 
@@ -173,19 +173,19 @@ NewReference register_record(PyObject *args, const RecordRow &row)
     return new_none();
 }
 
-char *self_of_getter(PyObject *args, const MemberRow &row)
+HeldPointer self_of_getter(PyObject *args, const MemberRow &row)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) != 1, false)) {
         raise_arity(row.getter, args, 1);
-        return nullptr;
+        return {};
     }
-    void *self;
+    HeldPointer self;
     Status status = to_value(PyTuple_GET_ITEM(args, 0), arguments[row.self].type, &self);
     if (__builtin_expect(status != Status::ok, false)) {
         raise_argument_error(method_name(row.getter), 1, text_of(row.self), status);
-        return nullptr;
+        return {};
     }
-    return static_cast<char *>(self);
+    return self;
 }
 
 SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row)
@@ -193,15 +193,15 @@ SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row)
     auto method = static_cast<uint16_t>(row.getter - 1);
     if (__builtin_expect(PyTuple_GET_SIZE(args) != 2, false)) {
         raise_arity(method, args, 2);
-        return {nullptr, nullptr, true};
+        return {{}, nullptr, true};
     }
-    void *self;
+    HeldPointer self;
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[row.self].type, &self);
     if (__builtin_expect(status != Status::ok, false)) {
         raise_argument_error(method_name(method), 1, text_of(row.self), status);
-        return {nullptr, nullptr, true};
+        return {{}, nullptr, true};
     }
-    return {static_cast<char *>(self), PyTuple_GET_ITEM(args, 1), false};
+    return {std::move(self), PyTuple_GET_ITEM(args, 1), false};
 }
 
 NewReference raise_value(const MemberRow &row, Status status)
@@ -273,8 +273,8 @@ NewReference set_uint64(PyObject *args, const MemberRow &row)
 NewReference get_bool(PyObject *args, const MemberRow &row)
 {
     // The record may hold any byte; a C bool with another value than 0 and 1 must not be loaded as one.
-    const char *self = self_of_getter(args, row);
-    return self ? from_bool(self[row.offset] != 0) : nullptr;
+    HeldPointer self = self_of_getter(args, row);
+    return self ? from_bool(*self.at(row.offset) != 0) : nullptr;
 }
 
 NewReference set_bool(PyObject *args, const MemberRow &row)
@@ -284,12 +284,12 @@ NewReference set_bool(PyObject *args, const MemberRow &row)
 
 NewReference get_string(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(args, row);
     if (!self) {
         return nullptr;
     }
     const char *text;
-    std::memcpy(&text, self + row.offset, sizeof text);
+    std::memcpy(&text, self.at(row.offset), sizeof text);
     return from_string(text);
 }
 
@@ -300,7 +300,7 @@ NewReference set_string(PyObject *args, const MemberRow &row)
         return nullptr;
     }
     char *text = nullptr;
-    auto *place = setter.self ? reinterpret_cast<char **>(setter.self + row.offset) : &text;
+    auto *place = setter.self ? reinterpret_cast<char **>(setter.self.at(row.offset)) : &text;
     Status status = replace_string(setter.value, place);
     delete[] text;
     return status == Status::ok ? new_none() : raise_value(row, status);
@@ -308,14 +308,14 @@ NewReference set_string(PyObject *args, const MemberRow &row)
 
 NewReference get_copy(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
-    return self ? from_copy(self + row.offset, row.size, arguments[row.value].type) : nullptr;
+    HeldPointer self = self_of_getter(args, row);
+    return self ? from_copy(self.at(row.offset), row.size, arguments[row.value].type) : nullptr;
 }
 
 NewReference get_storage(PyObject *args, const MemberRow &row)
 {
-    char *self = self_of_getter(args, row);
-    return self ? from_pointer(self + row.offset, arguments[row.value].type) : nullptr;
+    HeldPointer self = self_of_getter(args, row);
+    return self ? from_pointer(self.at(row.offset), arguments[row.value].type) : nullptr;
 }
 
 NewReference set_array(PyObject *args, const MemberRow &row)
@@ -324,7 +324,7 @@ NewReference set_array(PyObject *args, const MemberRow &row)
     if (setter.failed) {
         return nullptr;
     }
-    void *elements;
+    HeldPointer elements;
     Status status = to_pointer(setter.value, arguments[row.value].type, &elements);
     if (status != Status::ok) {
         return raise_value(row, status);
@@ -333,7 +333,7 @@ NewReference set_array(PyObject *args, const MemberRow &row)
         return raise_null_array(row);
     }
     if (setter.self) {
-        std::memmove(setter.self + row.offset, elements, row.size);
+        std::memmove(setter.self.at(row.offset), elements.address, row.size);
     }
     return new_none();
 }
@@ -344,25 +344,25 @@ NewReference set_record(PyObject *args, const MemberRow &row)
     if (setter.failed) {
         return nullptr;
     }
-    void *record;
+    HeldPointer record;
     Status status = to_value(setter.value, arguments[row.value].type, &record);
     if (status != Status::ok) {
         return raise_value(row, status);
     }
     if (setter.self) {
-        std::memmove(setter.self + row.offset, record, row.size);
+        std::memmove(setter.self.at(row.offset), record.address, row.size);
     }
     return new_none();
 }
 
 NewReference get_pointer(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(args, row);
     if (!self) {
         return nullptr;
     }
     void *pointer;
-    std::memcpy(&pointer, self + row.offset, sizeof pointer);
+    std::memcpy(&pointer, self.at(row.offset), sizeof pointer);
     return from_pointer(pointer, arguments[row.value].type);
 }
 
@@ -372,9 +372,9 @@ NewReference set_pointer(PyObject *args, const MemberRow &row)
     if (setter.failed) {
         return nullptr;
     }
-    void *pointer;
+    HeldPointer pointer;
     Status status = to_pointer(setter.value, arguments[row.value].type, &pointer);
-    return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);
+    return status == Status::ok ? store_pointer(setter, row, pointer.address) : raise_value(row, status);
 }
 
 NewReference set_any_pointer(PyObject *args, const MemberRow &row)
@@ -383,9 +383,9 @@ NewReference set_any_pointer(PyObject *args, const MemberRow &row)
     if (setter.failed) {
         return nullptr;
     }
-    void *pointer;
+    HeldPointer pointer;
     Status status = convert_pointer(setter.value, nullptr, &pointer, Disown::yes);
-    return status == Status::ok ? store_pointer(setter, row, pointer) : raise_value(row, status);
+    return status == Status::ok ? store_pointer(setter, row, pointer.address) : raise_value(row, status);
 }
 
 }  // namespace quorel

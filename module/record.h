@@ -26,12 +26,12 @@ void *copy_of(const void *record, size_t size);
 NewReference from_copy(const void *record, size_t size, uint16_t type);
 
 /// `self` of a read accessor, or null with an exception.
-char *self_of_getter(PyObject *args, const MemberRow &row);
+HeldPointer self_of_getter(PyObject *args, const MemberRow &row);
 
 /// `self` of a write accessor, with the value still to be converted. `failed` is set with an exception;
 /// a null `self` is no failure.
 struct SetterArguments {
-    char *self;
+    HeldPointer self;
     PyObject *value;  ///< borrowed
     bool failed;
 };

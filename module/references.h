@@ -58,6 +58,12 @@ public:
         object_ = nullptr;
         return object;
     }
+    /// Adds a reference of its own to a borrowed object; only for one that is still null.
+    void hold(PyObject *object)
+    {
+        object_ = object;
+        Py_INCREF(object);
+    }
     PyObject *get() const { return object_; }
     explicit operator bool() const { return object_ != nullptr; }
 

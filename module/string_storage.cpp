@@ -19,13 +19,13 @@ bool is_static_storage(const char *text)
 
 Status replace_string(Borrowed value, char **place)
 {
-    char *text;
-    Status status = to_string(value, &text);
+    HeldString string;
+    Status status = to_string(value, &string);
     if (status != Status::ok) {
         return status;
     }
     char *copy = nullptr;
-    if (text) {
+    if (const char *text = string.text) {
         PyObject *object = value;
         size_t size =
             (PyString_Check(object) ? static_cast<size_t>(PyString_GET_SIZE(object)) : std::strlen(text)) + 1;

@@ -109,12 +109,12 @@ NewReference get_storage_variable(const VariableRow &row)
 
 bool set_storage_variable(const VariableRow &row, PyObject *value)
 {
-    void *source;
+    HeldPointer source;
     Status status = to_value(value, arguments[row.value].type, &source);
     if (status != Status::ok) {
         return raise_variable(row, status);
     }
-    std::memmove(row.address, source, row.size);
+    std::memmove(row.address, source.address, row.size);
     return true;
 }
 

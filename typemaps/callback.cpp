@@ -36,7 +36,7 @@ const char *unpack_pointer(const char *text, void **pointer)
 
 }  // namespace
 
-Status to_packed_callback(PyObject *function, swig_type_info *type, void **pointer)
+Status to_packed_callback(PyObject *function, swig_type_info *type, void **address)
 {
     const char *doc = reinterpret_cast<PyCFunctionObject *>(function)->m_ml->ml_doc;
     const char *packed = doc ? std::strstr(doc, marker) : nullptr;
@@ -48,11 +48,11 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **point
         if (std::strcmp(packed, "NULL") != 0) {
             return Status::unknown;
         }
-        *pointer = nullptr;
+        *address = nullptr;
         return Status::ok;
     }
-    void *address;
-    const char *name = unpack_pointer(packed + 1, &address);
+    void *unpacked;
+    const char *name = unpack_pointer(packed + 1, &unpacked);
     if (!name) {
         return Status::unknown;
     }
@@ -64,13 +64,13 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **point
     }
     int new_memory = 0;
     if (cast->converter) {
-        address = cast->converter(address, &new_memory);
+        unpacked = cast->converter(unpacked, &new_memory);
     }
     // There is no such thing as a function on the heap.
     if (new_memory) {
         return Status::system;
     }
-    *pointer = address;
+    *address = unpacked;
     return Status::ok;
 }
 
@@ -80,25 +80,25 @@ NewReference set_callback(PyObject *args, const MemberRow &row)
     if (setter.failed) {
         return nullptr;
     }
-    void *pointer;
+    HeldPointer pointer;
     Status status = to_callback(setter.value, arguments[row.value].type, &pointer);
     if (status != Status::ok) {
         return raise_value(row, status);
     }
     if (setter.self) {
-        std::memcpy(setter.self + row.offset, &pointer, sizeof pointer);
+        std::memcpy(setter.self.at(row.offset), &pointer.address, sizeof pointer.address);
     }
     return new_none();
 }
 
 bool set_callback_variable(const VariableRow &row, PyObject *value)
 {
-    void *pointer;
+    HeldPointer pointer;
     Status status = to_callback(value, arguments[row.value].type, &pointer);
     if (status != Status::ok) {
         return raise_variable(row, status);
     }
-    std::memcpy(row.address, &pointer, sizeof pointer);
+    std::memcpy(row.address, &pointer.address, sizeof pointer.address);
     return true;
 }
 

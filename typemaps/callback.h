@@ -12,15 +12,15 @@
 namespace quorel {
 
 /// A built-in function as a callback of `type`. Fails with Status::unknown where the docstring has no marker,
-/// is packed badly, or names a type that does not convert to `type`. *pointer is written only on success.
-Status to_packed_callback(PyObject *function, swig_type_info *type, void **pointer);
+/// is packed badly, or names a type that does not convert to `type`. *address is written only on success.
+Status to_packed_callback(PyObject *function, swig_type_info *type, void **address);
 
 /// A callback: a pointer object of the callback's type or of an equivalent one, None for null, or a built-in
 /// function as above.
-inline Status to_callback(PyObject *object, uint16_t type, void **pointer)
+inline Status to_callback(PyObject *object, uint16_t type, HeldPointer *pointer)
 {
     if (__builtin_expect(PyCFunction_Check(object), false)) {
-        return to_packed_callback(object, types[type], pointer);
+        return to_packed_callback(object, types[type], &pointer->address);
     }
     return to_pointer(object, type, pointer);
 }

@@ -6,14 +6,14 @@ namespace quorel {
 
 bool to_ip_text(Borrowed object, ip_addr_text_t text)
 {
-    char *source;
-    if (to_string(object, &source) == Status::ok && source) {
+    HeldString source;
+    if (to_string(object, &source) == Status::ok && source.text) {
         // A str may hold NULs of its own.
         size_t size =
-            PyString_Check(object) ? static_cast<size_t>(PyString_Size(object)) : std::strlen(source);
+            PyString_Check(object) ? static_cast<size_t>(PyString_Size(object)) : std::strlen(source.text);
         if (size <= sizeof(ip_addr_text_t)) {
             std::memset(text, 0, sizeof(ip_addr_text_t));
-            std::memcpy(text, source, size);
+            std::memcpy(text, source.text, size);
             return true;
         }
     }

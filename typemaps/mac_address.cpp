@@ -112,8 +112,8 @@ NewReference from_mac_address(const unsigned char *mac)
 
 NewReference get_mac_address(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
-    return self ? from_mac_address(reinterpret_cast<const unsigned char *>(self + row.offset)) : nullptr;
+    HeldPointer self = self_of_getter(args, row);
+    return self ? from_mac_address(reinterpret_cast<const unsigned char *>(self.at(row.offset))) : nullptr;
 }
 
 NewReference set_mac_address(PyObject *args, const MemberRow &row)
@@ -124,7 +124,7 @@ NewReference set_mac_address(PyObject *args, const MemberRow &row)
         return nullptr;
     }
     if (setter.self) {
-        std::memcpy(setter.self + row.offset, mac, sizeof mac);
+        std::memcpy(setter.self.at(row.offset), mac, sizeof mac);
     }
     return new_none();
 }

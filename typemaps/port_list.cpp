@@ -84,12 +84,12 @@ NewReference from_port_list(const bcm_pbmp_t &bitmap)
 
 NewReference get_port_list(PyObject *args, const MemberRow &row)
 {
-    const char *self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(args, row);
     if (!self) {
         return nullptr;
     }
     bcm_pbmp_t bitmap;
-    std::memcpy(&bitmap, self + row.offset, sizeof bitmap);
+    std::memcpy(&bitmap, self.at(row.offset), sizeof bitmap);
     return from_port_list(bitmap);
 }
 
@@ -101,7 +101,7 @@ NewReference set_port_list(PyObject *args, const MemberRow &row)
         return nullptr;
     }
     if (setter.self) {
-        std::memcpy(setter.self + row.offset, &bitmap, sizeof bitmap);
+        std::memcpy(setter.self.at(row.offset), &bitmap, sizeof bitmap);
     }
     return new_none();
 }
