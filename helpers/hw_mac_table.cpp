@@ -77,7 +77,9 @@ Owned find_list(const void *address)
     if (!tracked) {
         return Owned();
     }
-    for (Py_ssize_t i = 0, count = PyList_GET_SIZE(tracked.get()); i < count; ++i) {
+    // A script can put anything in the collector's place.
+    Py_ssize_t count = PyList_Check(tracked.get()) ? PyList_GET_SIZE(tracked.get()) : 0;
+    for (Py_ssize_t i = 0; i < count; ++i) {
         PyObject *object = PyList_GET_ITEM(tracked.get(), i);
         if (object == address && PyList_Check(object)) {
             return Owned::share(object);

@@ -2,15 +2,17 @@
 
 #include "builtin_call.h"
 
-#include <structmember.h>
-
 namespace quorel {
 
 namespace {
 
+// The interpreter's own property, as all 2.7 versions lay it out.
 struct MemberDescriptor {
     PyObject_HEAD PyObject *getter;
     PyObject *setter;  ///< null for a member that is only read
+    PyObject *deleter;
+    PyObject *doc;
+    int doc_of_getter;
 };
 
 MemberDescriptor *as_descriptor(PyObject *object)
@@ -48,13 +50,6 @@ int set(PyObject *self, PyObject *instance, PyObject *value)
     return result ? 0 : -1;
 }
 
-void deallocate(PyObject *self)
-{
-    Py_XDECREF(as_descriptor(self)->getter);
-    Py_XDECREF(as_descriptor(self)->setter);
-    Py_TYPE(self)->tp_free(self);
-}
-
 NewReference doc(PyObject *self, void *)
 {
     return PyObject_GetAttrString(as_descriptor(self)->getter, "__doc__");
@@ -65,13 +60,7 @@ PyGetSetDef attributes[] = {
     {nullptr, nullptr, nullptr, nullptr, nullptr},
 };
 
-PyMemberDef members[] = {
-    {const_cast<char *>("fget"), T_OBJECT, offsetof(MemberDescriptor, getter), READONLY, nullptr},
-    {const_cast<char *>("fset"), T_OBJECT, offsetof(MemberDescriptor, setter), READONLY, nullptr},
-    {nullptr, 0, 0, 0, nullptr},
-};
-
-PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Member",
+PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew.property",
                                       sizeof(MemberDescriptor)};
 
 }  // namespace
@@ -95,9 +84,8 @@ NewReference new_member_descriptor(Borrowed getter, Borrowed setter)
 bool initialise_member_descriptor_type()
 {
     PyTypeObject &type = MemberDescriptor_Type;
-    type.tp_dealloc = deallocate;
+    type.tp_base = &PyProperty_Type;
     type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_members = members;
     type.tp_getset = attributes;
     type.tp_descr_get = get;
     type.tp_descr_set = set;

@@ -1,6 +1,6 @@
 // Attributes of the companion's proxy classes: a property made of two functions of this module. Python's own
 // property would do the same at more than twice the cost, most of it in putting together the argument tuple from
-// a format string.
+// a format string. They are properties to whoever looks at them, such as help().
 #pragma once
 
 #include "references.h"

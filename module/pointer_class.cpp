@@ -73,8 +73,9 @@ NewReference register_pointer_class(PyObject *args, const PointerClassRow &row)
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    if (!register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0))) {
-        return nullptr;
+    Status status = register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0));
+    if (status != Status::ok) {
+        return raise_argument_error(method_name(method), 1, "class", status);
     }
     return new_none();
 }

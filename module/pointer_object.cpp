@@ -18,6 +18,28 @@ PyObject *as_object(SwigPyObject *pointer)
     return reinterpret_cast<PyObject *>(pointer);
 }
 
+// Steps through a chain. A script can close one to a ring, of which this makes no more than a few rounds.
+class ChainWalk {
+public:
+    explicit ChainWalk(PyObject *first) : link_(first), mark_(nullptr) {}
+    SwigPyObject *link() const { return as_pointer_object(link_); }
+    void step()
+    {
+        if (++steps_ == next_mark_) {
+            mark_ = link_;
+            next_mark_ *= 2;
+        }
+        link_ = link()->next;
+        if (link_ == mark_) {
+            link_ = nullptr;
+        }
+    }
+
+private:
+    PyObject *link_, *mark_;  ///< a ring leads back to the mark
+    size_t steps_ = 0, next_mark_ = 1;
+};
+
 void report_leak(const swig_type_info *type)
 {
     const char *name = display_name(type);
@@ -99,6 +121,9 @@ void deallocate(PyObject *object)
     // A long chain must not go as deep as it is long.
     PyObject *next = self->next;
     PyObject_Del(object);
+    if (--live_pointer_objects == 0) {
+        last_pointer_object_went();
+    }
     while (next && Py_REFCNT(next) == 1 && Py_TYPE(next) == &PointerObject_Type) {
         SwigPyObject *link = as_pointer_object(next);
         Owned dying = Owned::steal(next);
@@ -126,13 +151,14 @@ NewReference repr(PyObject *object)
     if (!texts || !empty) {
         return nullptr;
     }
-    for (PyObject *link = object; link;) {
-        bool own_type = Py_TYPE(link) == &PointerObject_Type;
-        Owned text = Owned::steal(own_type ? repr_of_link(as_pointer_object(link)) : PyObject_Repr(link));
+    bool own_type = true;
+    for (ChainWalk walk(object); own_type && walk.link(); walk.step()) {
+        PyObject *link = as_object(walk.link());
+        own_type = Py_TYPE(link) == &PointerObject_Type;
+        Owned text = Owned::steal(own_type ? repr_of_link(walk.link()) : PyObject_Repr(link));
         if (!text || PyList_Append(texts.get(), text.get()) != 0) {
             return nullptr;
         }
-        link = own_type ? as_pointer_object(link)->next : nullptr;
     }
     return _PyString_Join(empty.get(), texts.get());
 }
@@ -214,12 +240,6 @@ NewReference append(PyObject *object, PyObject *other)
         return nullptr;
     }
     SwigPyObject *self = as_pointer_object(object);
-    for (PyObject *link = other; link; link = as_pointer_object(link)->next) {
-        if (link == object) {
-            PyErr_SetString(PyExc_ValueError, "Attempt to append a SwigPyObject to its own chain");
-            return nullptr;
-        }
-    }
     Owned earlier = Owned::steal(self->next);
     self->next = Owned::share(other).release();
     return new_none();
@@ -252,14 +272,15 @@ PyNumberMethods number_methods;
 // An instance of a registered class, made as its constructor would leave it but without running __init__.
 NewReference new_proxy(const SwigPyClientData &data, Owned pointer)
 {
+    // The class may be registered again by what runs while the instance is made.
     if (!data.newraw) {
+        Owned made = Owned::share(data.newargs);
         Owned dictionary = Owned::steal(PyDict_New());
         if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
             return nullptr;
         }
-        return PyInstance_NewRaw(data.newargs, dictionary.get());
+        return PyInstance_NewRaw(made.get(), dictionary.get());
     }
-    // The class may be registered again while it makes the instance.
     Owned make = Owned::share(data.newraw), args = Owned::share(data.newargs);
     Owned instance = Owned::steal(PyObject_Call(make.get(), args.get(), nullptr));
     if (!instance) {
@@ -380,6 +401,7 @@ NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership o
     self->ty = type;
     self->own = static_cast<int>(ownership);
     self->next = nullptr;
+    ++live_pointer_objects;
     return as_object(self);
 }
 
@@ -417,7 +439,8 @@ Status convert_pointer(Borrowed object, swig_type_info *type, HeldPointer *point
         return Status::ok;
     }
     Owned found = find_pointer_object(object);
-    for (SwigPyObject *link = as_pointer_object(found.get()); link; link = as_pointer_object(link->next)) {
+    for (ChainWalk walk(found.get()); walk.link(); walk.step()) {
+        SwigPyObject *link = walk.link();
         if (points_to(*link, type, &pointer->address)) {
             if (disown == Disown::yes) {
                 link->own = 0;

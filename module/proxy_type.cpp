@@ -13,22 +13,43 @@ namespace quorel {
 
 namespace {
 
+bool is_in_dictionary(PyObject *object, PyObject *name)
+{
+    PyObject **dictionary = _PyObject_GetDictPtr(object);
+    return dictionary && *dictionary && PyDict_GetItem(*dictionary, name);
+}
+
+// Methods in the widest sense: what becomes something else when it is read from an instance, and functions in C.
+bool is_method(PyObject *attribute)
+{
+    PyTypeObject *type = Py_TYPE(attribute);
+    return (PyType_HasFeature(type, Py_TPFLAGS_HAVE_CLASS) && type->tp_descr_get)
+           || PyCFunction_Check(attribute);
+}
+
+int refuse_attribute(PyObject *object, PyObject *name, const char *reason)
+{
+    PyErr_Format(PyExc_AttributeError, reason, Py_TYPE(object)->tp_name, PyString_AS_STRING(name));
+    return -1;
+}
+
 int set_attribute(PyObject *object, PyObject *name, PyObject *value)
 {
-    Owned attribute = Owned::share(PyString_Check(name) ? _PyType_Lookup(Py_TYPE(object), name) : nullptr);
+    if (!PyString_Check(name)) {
+        return PyObject_GenericSetAttr(object, name, value);
+    }
+    Owned attribute = Owned::share(_PyType_Lookup(Py_TYPE(object), name));
     if (attribute) {
         // Members are by far the most frequent: their descriptors are on the class.
         PyTypeObject *type = Py_TYPE(attribute.get());
         if (PyType_HasFeature(type, Py_TPFLAGS_HAVE_CLASS) && type->tp_descr_set) {
             return type->tp_descr_set(attribute.get(), object, value);
         }
-    } else if (name != this_name() && PyString_Check(name)) {
-        const char *text = PyString_AS_STRING(name);
-        if (PyString_GET_SIZE(name) != 4 || std::memcmp(text, "this", 4) != 0) {
-            PyErr_Format(PyExc_AttributeError, "'%.100s' object has no attribute '%.200s'",
-                         Py_TYPE(object)->tp_name, text);
-            return -1;
+        if (is_method(attribute.get())) {
+            return refuse_attribute(object, name, "'%.100s' object attribute '%.200s' is read-only");
         }
+    } else if (std::strcmp(PyString_AS_STRING(name), "this") != 0 && !is_in_dictionary(object, name)) {
+        return refuse_attribute(object, name, "'%.100s' object has no attribute '%.200s'");
     }
     return PyObject_GenericSetAttr(object, name, value);
 }
@@ -36,7 +57,7 @@ int set_attribute(PyObject *object, PyObject *name, PyObject *value)
 // Does for all classes what an __init__ in Python would do, at a third of the cost.
 int construct(PyObject *object, PyObject *args, PyObject *keywords)
 {
-    static PyObject *const name = PyString_InternFromString("_constructor");
+    static PyObject *const name = PyString_InternFromString("__constructor__");
     Owned constructor = Owned::share(name ? _PyType_Lookup(Py_TYPE(object), name) : nullptr);
     PyObject **dictionary = _PyObject_GetDictPtr(object);
     // A call with ** of an empty dictionary has none.
@@ -74,9 +95,11 @@ Owned joined(std::initializer_list<std::string_view> parts)
 bool add_members(PyObject *attributes, std::string_view class_name, PyObject *members, PyObject *functions)
 {
     for (Py_ssize_t i = 0; i < PyList_GET_SIZE(members); ++i) {
-        PyObject *member = PyList_GET_ITEM(members, i);
+        // Names that compare in Python may do anything to the list and the dictionaries meanwhile.
+        Owned name = Owned::share(PyList_GET_ITEM(members, i));
+        PyObject *member = name.get();
         if (!PyString_Check(member)) {
-            PyErr_SetString(PyExc_TypeError, "_derive(): names of members are strings");
+            PyErr_SetString(PyExc_TypeError, "__derive__(): names of members are strings");
             return false;
         }
         const std::string_view member_name(PyString_AS_STRING(member),
@@ -86,13 +109,13 @@ bool add_members(PyObject *attributes, std::string_view class_name, PyObject *me
         if (!getter_name || !setter_name) {
             return false;
         }
-        PyObject *getter = PyDict_GetItem(functions, getter_name.get());
+        Owned getter = Owned::share(PyDict_GetItem(functions, getter_name.get()));
         if (!getter) {
             PyErr_SetObject(PyExc_KeyError, getter_name.get());
             return false;
         }
-        PyObject *setter = PyDict_GetItem(functions, setter_name.get());
-        Owned descriptor = Owned::steal(new_member_descriptor(getter, setter));
+        Owned setter = Owned::share(PyDict_GetItem(functions, setter_name.get()));
+        Owned descriptor = Owned::steal(new_member_descriptor(getter.get(), setter.get()));
         if (!descriptor || PyDict_SetItem(attributes, member, descriptor.get()) != 0) {
             return false;
         }
@@ -125,12 +148,12 @@ NewReference make_class(PyObject *base, PyObject *name, PyObject *attributes)
 NewReference derive(PyObject *base, PyObject *args)
 {
     PyObject *name, *attributes, *members, *functions;
-    if (!PyArg_ParseTuple(args, "SO!O!O!:_derive", &name, &PyDict_Type, &attributes, &PyList_Type, &members,
-                          &PyDict_Type, &functions)) {
+    if (!PyArg_ParseTuple(args, "SO!O!O!:__derive__", &name, &PyDict_Type, &attributes, &PyList_Type,
+                          &members, &PyDict_Type, &functions)) {
         return nullptr;
     }
     if (!PyType_HasFeature(reinterpret_cast<PyTypeObject *>(base), Py_TPFLAGS_HEAPTYPE)) {
-        PyErr_SetString(PyExc_TypeError, "_derive() is for subclasses of _Proxy");
+        PyErr_SetString(PyExc_TypeError, "__derive__() is for subclasses of _Proxy");
         return nullptr;
     }
     return add_members(attributes, PyString_AS_STRING(name), members, functions)
@@ -139,8 +162,8 @@ NewReference derive(PyObject *base, PyObject *args)
 }
 
 PyMethodDef methods[] = {
-    {"_derive", derive, METH_VARARGS | METH_CLASS,
-     "_derive(name, attributes, members, functions): a subclass without special methods of its own.\n\n"
+    {"__derive__", derive, METH_VARARGS | METH_CLASS,
+     "__derive__(name, attributes, members, functions): a subclass without special methods of its own.\n\n"
      "attributes: becomes the class's dictionary. members: a list of names, which become properties made of\n"
      "the functions NAME_MEMBER_get and, if there is one, NAME_MEMBER_set of the dictionary `functions`.\n"
      "Raises KeyError for a member that cannot be read."},

@@ -2,7 +2,7 @@
 // the class does not have: a misspelt member name raises AttributeError instead of being kept silently. `this`
 // is always accepted. It is here, in C, because a __setattr__ written in Python would cost every assignment to a
 // member more than the assignment itself. For the same reason it has an __init__: it calls the class's
-// `_constructor` with its own arguments and keeps the result as `this`.
+// `__constructor__` with its own arguments and keeps the result as `this`.
 #pragma once
 
 #include "references.h"

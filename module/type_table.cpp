@@ -113,14 +113,13 @@ void merge_type(size_t number)
     types[number] = type;
 }
 
-void destroy_ring_head(PyObject *capsule)
+// Whether the capsule went while there were pointer objects.
+bool classes_outlive_capsule;
+
+void let_classes_go()
 {
-    auto *module = static_cast<swig_module_info *>(PyCapsule_GetPointer(capsule, capsule_name));
-    if (!module) {
-        return;
-    }
-    for (size_t i = 0; i < module->size; ++i) {
-        swig_type_info *type = module->types[i];
+    for (size_t i = 0; i < module_record.size; ++i) {
+        swig_type_info *type = module_record.types[i];
         if (type->owndata) {
             auto *data = static_cast<SwigPyClientData *>(type->clientdata);
             type->clientdata = nullptr;
@@ -129,6 +128,14 @@ void destroy_ring_head(PyObject *capsule)
         }
     }
     Py_CLEAR(interned_this);
+}
+
+void destroy_ring_head(PyObject *)
+{
+    classes_outlive_capsule = live_pointer_objects != 0;
+    if (!classes_outlive_capsule) {
+        let_classes_go();
+    }
 }
 
 swig_module_info *existing_ring()
@@ -140,12 +147,23 @@ swig_module_info *existing_ring()
     return head;
 }
 
+// Another module's capsule would take the classes of shared types along while pointer objects still need them.
+void keep_capsule()
+{
+    Owned module = Owned::steal(PyImport_ImportModule(runtime_module));
+    if (module) {
+        Owned::steal(PyObject_GetAttrString(module.get(), capsule_attribute)).release();
+    }
+    PyErr_Clear();
+}
+
 void start_ring()
 {
     static PyMethodDef no_methods[] = {{nullptr, nullptr, 0, nullptr}};
     PyObject *module = Py_InitModule4(runtime_module, no_methods, nullptr, nullptr, PYTHON_API_VERSION);
     Owned capsule = Owned::steal(PyCapsule_New(&module_record, capsule_name, destroy_ring_head));
     // Without the meeting point the module works, it only shares no types.
+    classes_outlive_capsule = false;
     if (module && capsule && PyModule_AddObject(module, capsule_attribute, capsule.get()) == 0) {
         capsule.release();
     }
@@ -166,6 +184,16 @@ bool in_ring(const swig_module_info *head)
 
 }  // namespace
 
+size_t live_pointer_objects;
+
+void last_pointer_object_went()
+{
+    if (classes_outlive_capsule) {
+        classes_outlive_capsule = false;
+        let_classes_go();
+    }
+}
+
 void initialise_type_table()
 {
     bool first = module_record.next == nullptr;
@@ -179,6 +207,7 @@ void initialise_type_table()
     } else if (!in_ring(head)) {
         module_record.next = head->next;
         head->next = &module_record;
+        keep_capsule();
     }
     if (!first) {
         return;
@@ -285,17 +314,21 @@ void delete_client_data(SwigPyClientData *data)
     std::free(data);
 }
 
-bool register_class(swig_type_info *type, Borrowed proxy_class)
+Status register_class(swig_type_info *type, Borrowed proxy_class)
 {
+    if (!PyClass_Check(proxy_class.operator PyObject *())
+        && !PyType_Check(proxy_class.operator PyObject *())) {
+        return Status::type;
+    }
     SwigPyClientData *data = new_client_data(proxy_class);
     if (!data) {
-        return false;
+        return Status::memory;
     }
     auto *earlier = type->owndata ? static_cast<SwigPyClientData *>(type->clientdata) : nullptr;
     type->clientdata = data;
     type->owndata = 1;
     delete_client_data(earlier);
-    return true;
+    return Status::ok;
 }
 
 }  // namespace quorel

@@ -2,7 +2,7 @@
 // SWIG's runtime version 4 in the process, so that pointers pass between modules unchanged.
 #pragma once
 
-#include "references.h"
+#include "errors.h"
 #include "swig_runtime.h"
 #include "tables.h"
 
@@ -42,13 +42,17 @@ inline bool is_of_runtime_type(PyObject *object, const char *name)
     return std::strcmp(type->tp_name, name) == 0 && !(type->tp_flags & Py_TPFLAGS_HEAPTYPE);
 }
 
+/// How many pointer objects of this module there are. Their classes know how to free what they own: where the
+/// capsule goes first, as it may at the interpreter's end, the classes are let go with the last pointer object.
+extern size_t live_pointer_objects __attribute__((visibility("hidden")));
+void last_pointer_object_went();
+
 /// Makes the client data of a proxy class: its raw constructor and its destroy function.
 /// Returns null with an exception when memory is short.
 SwigPyClientData *new_client_data(Borrowed proxy_class);
 void delete_client_data(SwigPyClientData *data);
 
-/// Registers `proxy_class` as the class of `type`, in place of an earlier one. Returns false with an
-/// exception set when that fails.
-bool register_class(swig_type_info *type, Borrowed proxy_class);
+/// Registers `proxy_class`, a class of either kind, as that of `type`, in place of an earlier one.
+Status register_class(swig_type_info *type, Borrowed proxy_class);
 
 }  // namespace quorel

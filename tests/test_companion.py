@@ -1,6 +1,9 @@
 """The proxy classes."""
+import copy
 import gc
 import os
+import pickle
+import pydoc
 import subprocess
 import sys
 import unittest
@@ -14,8 +17,10 @@ from binding import error_of
 class Companion(unittest.TestCase):
     def test_functions_and_constants_are_the_modules_own(self):
         for name, value in vars(_QuorelApiNew).items():
-            if not name.startswith('__'):
+            if not name.startswith('__') and name != '_Proxy':
                 self.assertIs(getattr(q, name), value)
+        self.assertEqual(set(dir(q)) - set(dir(_QuorelApiNew)) - set(['__builtins__']),
+                         set(name for name, value in vars(q).items() if isinstance(value, type)))
         self.assertEqual(q.__name__, 'QuorelApiNew')
 
     def test_members_are_properties(self):
@@ -45,7 +50,8 @@ class Companion(unittest.TestCase):
     def test_classes_are_like_any_other(self):
         made = q.bcm_l2_ring_t
         self.assertEqual((made.__name__, made.__module__, made.__doc__, made.__bases__),
-                         ('bcm_l2_ring_t', 'QuorelApiNew', None, made.__mro__[1:2]))
+                         ('bcm_l2_ring_t', 'QuorelApiNew', "The SDK's record bcm_l2_ring_t, zeroed when it is made.",
+                          made.__mro__[1:2]))
         self.assertIn(made, made.__base__.__subclasses__())
         record = made()
         self.assertIs(weakref.ref(record)(), record)
@@ -62,19 +68,68 @@ class Companion(unittest.TestCase):
             def __len__(self):
                 return 7
         self.assertEqual(len(Derived()), 7)
-        derive = made.__base__._derive
+        derive = made.__base__.__derive__
         self.assertEqual(error_of(derive, 'x', 1, [], {})[0], TypeError)
         self.assertEqual(error_of(derive, 'x', {}, [1], {})[0], TypeError)
         self.assertEqual(error_of(derive, 'x', {}, ['y'], {}), (KeyError, "'x_y_get'"))
         self.assertEqual(error_of(derive, 'x', {}, ['y'], {'x_y_get': 1})[0], TypeError)
-        self.assertEqual(error_of(_QuorelApiNew._Proxy._derive, 'x', {}, [], {}),
-                         (TypeError, '_derive() is for subclasses of _Proxy'))
+        self.assertEqual(error_of(_QuorelApiNew._Proxy.__derive__, 'x', {}, [], {}),
+                         (TypeError, '__derive__() is for subclasses of _Proxy'))
         read_only = derive('x', {}, ['y'], {'x_y_get': q.bcm_l2_ring_t_flags_get})
         self.assertEqual(error_of(setattr, read_only.__new__(read_only), 'y', 1),
                          (AttributeError, "can't set attribute"))
+        forgetful = []
+
+        class Forgetting(str):
+            def __hash__(self):
+                del forgetful[:]
+                return hash(str(self))
+        forgetful.append(Forgetting('flags'))
+        self.assertEqual(derive('bcm_l2_ring_t', {'__constructor__': q.new_bcm_l2_ring_t}, forgetful,
+                                vars(_QuorelApiNew))().flags, 0)
         short_lived = weakref.ref(derive('short_lived', {'kind': 1}, [], {}))
         gc.collect()
         self.assertIsNone(short_lived())
+
+    def test_methods_are_not_assigned_over(self):
+        number = q.intp()
+        for name in ('value', 'assign', 'frompointer', '__constructor__'):
+            self.assertEqual(error_of(setattr, number, name, 5),
+                             (AttributeError, "'intp' object attribute '%s' is read-only" % name))
+            self.assertEqual(error_of(delattr, number, name)[0], AttributeError)
+        self.assertEqual(number.__dict__.keys(), ['this'])
+
+        class Noted(q.bcm_l2_addr_t):
+            def __init__(self):
+                super(Noted, self).__init__()
+                self.__dict__['note'] = 'first'
+        noted = Noted()
+        noted.note = 'second'
+        self.assertEqual(noted.note, 'second')
+        del noted.note
+        self.assertEqual(error_of(setattr, noted, 'note', 'third')[0], AttributeError)
+
+    def test_help_is_about_the_member_and_the_class(self):
+        text = pydoc.plain(pydoc.render_doc(q.bcm_l2_addr_t.flags))
+        self.assertIn('bcm_l2_addr_t_flags_get(self) -> uint32', text)
+        self.assertNotIn('__get__', text)
+        text = pydoc.plain(pydoc.render_doc(q.bcm_l2_addr_t))
+        self.assertIn("The SDK's record bcm_l2_addr_t", text)
+        self.assertIn('bcm_l2_addr_t_encap_id_get(self) -> int', text)
+        self.assertEqual([name for name in dir(q.bcm_l2_ring_t) if name.startswith('_') and name[1] != '_'], [])
+
+    def test_records_are_not_pickled_and_copies_share_them(self):
+        for protocol in (0, 1):
+            self.assertEqual(error_of(pickle.dumps, q.bcm_l2_addr_t(), protocol),
+                             (TypeError, "can't pickle bcm_l2_addr_t objects"))
+        self.assertEqual(error_of(pickle.dumps, q.bcm_l2_addr_t(), 2)[0], TypeError)
+        entry = q.bcm_l2_addr_t()
+        self.assertIs(copy.copy(entry).this, entry.this)
+
+        class Own(q.bcm_l2_addr_t):
+            def __reduce__(self):
+                return list, ()
+        self.assertEqual([pickle.loads(pickle.dumps(Own(), protocol)) for protocol in (0, 1, 2)], 3 * [[]])
 
     def test_ownership(self):
         entry = q.bcm_l2_addr_t()
@@ -139,6 +194,39 @@ class Module(unittest.TestCase):
         for setting in ('enable', 'disable'):
             script = 'import gc; gc.%s(); import QuorelApiNew; print gc.isenabled()' % setting
             self.assertEqual(subprocess.check_output([sys.executable, '-c', script]).strip(), str(setting == 'enable'))
+
+    def test_an_interrupted_import_leaves_nothing_behind(self):
+        # The interrupt comes in every hundredth line of those that run, and in each of the last.
+        script = '''
+import gc, sys
+import _QuorelApiNew
+def interrupt_at(number):
+    passed = [0]
+    def trace(frame, event, argument):
+        if not frame.f_code.co_filename.endswith(('QuorelApiNew.py', 'QuorelApiNew.pyc')):
+            return None
+        passed[0] += event == 'line'
+        if passed[0] == number:
+            raise KeyboardInterrupt
+        return trace
+    sys.settrace(trace)
+    try:
+        import QuorelApiNew
+        return passed[0]
+    except KeyboardInterrupt:
+        sys.settrace(None)
+        assert gc.isenabled(), number
+        assert 'QuorelApiNew' not in sys.modules
+    finally:
+        sys.settrace(None)
+lines = interrupt_at(-1)
+names = dir(sys.modules.pop('QuorelApiNew'))
+for number in range(30, lines - 4, lines // 9):
+    interrupt_at(number)
+import QuorelApiNew
+print gc.isenabled(), dir(QuorelApiNew) == names
+'''
+        self.assertEqual(subprocess.check_output([sys.executable, '-c', script]).split(), ['True', 'True'])
 
 
 if __name__ == '__main__':

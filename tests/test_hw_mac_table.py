@@ -1,6 +1,7 @@
 """The hardware L2 table as a list, and the callback that makes its rows."""
 import gc
 import sys
+import types
 import unittest
 import weakref
 
@@ -73,6 +74,14 @@ class UserData(unittest.TestCase):
                              (ValueError, 'invalid null reference ' + address))
         self.assertEqual(error_of(q.l2_traverse_cb, 0, q.new_uint32p(), None), (TypeError, address))
         self.assertEqual(rows, [])
+
+    def test_nothing_is_taken_for_the_collector(self):
+        module = types.ModuleType('gc')
+        self.addCleanup(sys.modules.__setitem__, 'gc', gc)
+        sys.modules['gc'] = module
+        for objects in (7, None, (), {}):
+            module.get_objects = lambda: objects
+            self.assertEqual(error_of(q.l2_traverse_cb, 0, q.bcm_l2_addr_t(), q.new_intp())[0], TypeError)
 
 
 class Table(SwitchTest):
