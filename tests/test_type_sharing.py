@@ -64,6 +64,18 @@ class TypeSharing(unittest.TestCase):
     def test_theirs_first(self):
         self.check('import second\nimport QuorelApiNew', 'QuorelApiNew')
 
+    def test_owned_objects_are_freed_after_the_others_capsule(self):
+        script = '''
+import sys
+sys.path.insert(0, %r)
+import second, QuorelApiNew as q
+entry, number = q.bcm_l2_addr_t(), q.intp()
+del sys.modules['swig_runtime_data4']
+del entry, number
+print 'freed'
+''' % os.environ['QUOREL_SECOND']
+        self.assertEqual(subprocess.check_output([sys.executable, '-c', script]), 'freed\n')
+
     def test_a_second_start_in_one_process_merges_nothing_twice(self):
         script = '''
 import sys, ctypes
