@@ -7,7 +7,8 @@
 //  3. The tuple's size is compared with the shape's; on a difference raise_arity() lets the interpreter's own
 //     unpacking make the error.
 //  4. Each argument is converted in order (convert.h). The first failure goes to raise_argument(), with the
-//     row, the position and the status; no further argument is looked at and nothing is called.
+//     row, the position and the status; no further argument is looked at and nothing is called. The pointer
+//     objects behind the arguments are held until the end, since Python code that runs in between may let go.
 //  5. The thunk (generated, one line) turns the erased pointers into the declared types and calls the SDK,
 //     with the interpreter lock held. No function pointer is ever cast to another type.
 //  6. The result is converted; appended outputs join it in a list.
