@@ -123,10 +123,10 @@ std::string enumerator_table(const std::string &tag, const std::vector<std::stri
 
 std::string emit_simulator_header(const Family &family)
 {
-    std::string text =
-        banner("By which functions the simulated switch answers those of the family '" + family.name + "'.",
-               "interface/" + family.name + ".toml and the headers that it names")
-        + "#pragma once\n\n";
+    const std::string subject =
+        "By which functions the simulated switch answers the family '" + family.name + "'.";
+    std::string text = banner(subject, "interface/" + family.name + ".toml and the headers that it names");
+    text += "#pragma once\n\n";
     if (!family.named_enumerations.empty()) {
         text += "#include \"enumerators.h\"\n\n";
     }
@@ -149,9 +149,11 @@ std::string emit_simulator_header(const Family &family)
 
 std::string emit_sdk_calls(const Family &family, const Rules &rules)
 {
-    std::string text = banner("Public functions of the family '" + family.name + "': log the call, ask the simulator.",
-                              "interface/" + family.name + ".toml and the headers that it names") +
-                       "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
+    const std::string subject =
+        "Public functions of the family '" + family.name + "': log the call, ask the simulator.";
+    std::string text = banner(subject, "interface/" + family.name + ".toml and the headers that it names");
+    text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n"
+            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions) {
         auto rule = rules.find(function.name);
         text += forwarder(function);

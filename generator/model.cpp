@@ -522,8 +522,8 @@ private:
                            [&](const std::string &name) { return ends_with(header, "/" + name); });
     }
 
-    // Which family defines a function for the development SDK: of those that name its header the first that binds
-    // it, else the first.
+    // Which family defines a function for the development SDK: of those that name its header the first that
+    // binds it, else the first.
     void share_sdk_functions()
     {
         std::set<std::string> bound;

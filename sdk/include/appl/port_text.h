@@ -12,7 +12,7 @@
 #define APPL_PORT_TEXT_H
 
 #include <bcm/types.h>
-#include <soc/phy.h>
+#include <soc/types.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -7,7 +7,7 @@
 #define BCM_PETRA_PORT_H
 
 #include <bcm/port.h>
-#include <soc/phy.h>
+#include <soc/types.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -10,15 +10,13 @@
 
 #include <sal/types.h>
 #include <shared/port.h>
+#include <soc/types.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 #define SOC_MAX_NUM_DEVICES 66
-
-typedef int soc_port_t;
-typedef uint32 sal_usecs_t; /* microseconds */
 
 /* SOC_PHY_INTERFACE_*, SOC_PHY_MDIX_*, SOC_PHY_MDIX_STATUS_* and SOC_PHY_MEDIUM_*, as plain numbers. */
 typedef int soc_port_if_t;

@@ -10,7 +10,7 @@
 #include <soc/block.h>
 #include <soc/field_ids.h>
 #include <soc/memory_ids.h>
-#include <soc/phy.h>
+#include <soc/types.h>
 #include <soc/register_ids.h>
 
 #ifdef __cplusplus

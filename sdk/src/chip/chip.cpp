@@ -79,6 +79,11 @@ void Chip::stop(Switch &)
     snoops.clear();
 }
 
+bool has_running_chip(Switch &sw)
+{
+    return chip_of(sw).running;
+}
+
 Chip *chip_of(int unit)
 {
     Switch *sw = attached(unit);

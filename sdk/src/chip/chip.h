@@ -5,6 +5,7 @@
 
 #include "begin.h"
 #include "chip_address.h"
+#include "chip_runs.h"
 #include "chip_words.h"
 #include "marked.h"
 
@@ -67,11 +68,6 @@ Chip *chip_of(int unit);
 constexpr auto running_chip = [](Switch &sw, auto next) -> int {
     Chip &chip = chip_of(sw);
     return chip.running ? next(chip) : static_cast<int>(SOC_E_INIT);
-};
-
-/// The same where it is not needed itself.
-constexpr auto chip_runs = [](Switch &sw, auto next) -> int {
-    return chip_of(sw).running ? next() : static_cast<int>(SOC_E_INIT);
 };
 
 /// The description of a register's field on that unit; null if there is none.

@@ -1,5 +1,5 @@
-/// What the driver writes into the chip's registers when settings change. A register that somebody else writes to
-/// keeps that until the next change; the setting itself does not follow.
+/// What the driver writes into the chip's registers when settings change. A register that somebody else
+/// writes to keeps that until the next change; the setting itself does not follow.
 #pragma once
 
 namespace sim {

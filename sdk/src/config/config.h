@@ -1,4 +1,4 @@
-/// The properties in memory; the functions of <sal/config.h> stand on it.
+/// The room of configuration: the properties in memory, on which the functions of <sal/config.h> stand.
 #pragma once
 
 #include <map>

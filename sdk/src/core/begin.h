@@ -1,11 +1,12 @@
-/// How a function of the SDK begins: what it needs is checked in the order that the headers promise, and found.
+/// How a function of the SDK begins: what it needs is checked in the order that the headers promise, and
+/// found.
 ///
 ///     return begin(unit, ready<L2State>, given(l2addr), own_port(port))
 ///         .then([&](Switch &sw, L2State &l2, int own) { ... });
 ///
-/// A check is a function of the switch and of what comes next. It calls next(found...) and returns its status, or
-/// returns an error instead; what is to be done after the function's own work it does then. Rooms have checks of
-/// their own.
+/// A check is a function of the switch and of what comes next. It calls next(found...) and returns its
+/// status, or returns an error instead; what is to be done after the function's own work it does then. Rooms
+/// have checks of their own.
 #pragma once
 
 #include "destination.h"
@@ -25,8 +26,8 @@ class Beginning {
 public:
     explicit Beginning(int unit, const Checks &...checks) : unit_(unit), checks_(checks...) {}
 
-    /// BCM_E_UNIT; the first failing check's error; or what body([Switch &,] found...) returns, BCM_E_NONE for
-    /// void. The body may have the unit detached: its switch stays in memory until the end.
+    /// BCM_E_UNIT; the first failing check's error; or what body([Switch &,] found...) returns, BCM_E_NONE
+    /// for void. The body may have the unit detached: its switch stays in memory until the end.
     template <class Body>
     int then(Body body) const
     {

@@ -1,7 +1,7 @@
 /// The units of the process and what each is made of.
 ///
-/// A unit is made of its rooms' states. This file knows that there are rooms and how a state lives; what is in
-/// one, only its own room knows. Nothing is locked: one thread at a time may call the SDK.
+/// A unit is made of its rooms' states. This file knows that there are rooms and how a state lives; what is
+/// in one, only its own room knows. Nothing is locked: one thread at a time may call the SDK.
 #pragma once
 
 #include <array>
@@ -17,8 +17,8 @@ constexpr std::size_t room_count = static_cast<std::size_t>(Room::count);
 
 class Switch;
 
-/// What a room keeps of one unit. A room derives one class from it, which has `static constexpr Room room`, and
-/// whose constructor makes it as it is when new; the states of lower rooms are there by then.
+/// What a room keeps of one unit. A room derives one class from it, which has `static constexpr Room room`,
+/// and whose constructor makes it as it is when new; the states of lower rooms are there by then.
 class RoomState {
 public:
     RoomState() = default;
@@ -87,8 +87,8 @@ bool attach(int unit);
 /// False if none is attached.
 bool detach(int unit);
 
-/// While there is one, a switch that is detached or replaced stays in memory, retired: a callback may do that to
-/// the switch whose function calls it.
+/// While there is one, a switch that is detached or replaced stays in memory, retired: a callback may do that
+/// to the switch whose function calls it.
 class SwitchesInUse {
 public:
     SwitchesInUse();

@@ -1,6 +1,7 @@
 /// The room of layer 2: the table of MAC addresses, the tables around it, ageing, learning and who is told.
 ///
-/// It offers the packet path lookups, learning and counting, and nothing of what is in a packet but its addresses.
+/// It offers the packet path lookups, learning and counting, and nothing of what is in a packet but its
+/// addresses.
 #pragma once
 
 #include "keyed_table.h"

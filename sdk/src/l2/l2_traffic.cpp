@@ -1,6 +1,6 @@
 /// A packet arrives: refreshing, learning and moving its source address.
 #include "begin.h"
-#include "frame.h"
+#include "packet.h"
 #include "l2.h"
 #include "l2_destination.h"
 #include "port.h"

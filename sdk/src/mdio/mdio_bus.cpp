@@ -45,7 +45,8 @@ void count(MdioBus &bus, uint32 soc_mdio_stat_t::*kind, const PhyPlace &place)
     bus.frames.errors += place.phy == nullptr;
 }
 
-/// Where a frame goes, counted: flags and addr as decode() takes them. SOC_E_PARAM, SOC_E_DISABLED, SOC_E_TIMEOUT.
+/// Where a frame goes, counted: flags and addr as decode() takes them. SOC_E_PARAM, SOC_E_DISABLED,
+/// SOC_E_TIMEOUT.
 auto register_on(int bus, uint8 address, uint32 flags, uint32 addr, uint32 soc_mdio_stat_t::*kind)
 {
     return [=](Switch &sw, auto next) -> int {

@@ -1,4 +1,4 @@
-#include "frame.h"
+#include "packet.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,11 +1,11 @@
-/// The room of PHYs: those of a unit's ports, the cables in them, and the checks with which functions on them begin.
+/// The room of PHYs: those of a unit's ports, the cables in them, and how functions on them begin.
 ///
-/// They are the unit's hardware: cables stay when the unit is detached. The room above that scans links says what
-/// is to be called after a change.
+/// They are the unit's hardware: cables stay when the unit is detached. The room above that scans links says
+/// what is to be called after a change.
 #pragma once
 
 #include "begin.h"
-#include "chip.h"
+#include "chip_runs.h"
 #include "phy_link.h"
 #include "phy_tables.h"
 
@@ -77,7 +77,8 @@ inline auto phy_entry(soc_port_t port)
     };
 }
 
-/// The unit's PHYs and a port that has one, whatever its driver's state; also SOC_E_UNAVAIL. Changes are told.
+/// The unit's PHYs and a port that has one, whatever its driver's state; also SOC_E_UNAVAIL. Changes are
+/// told.
 inline auto phy_port(soc_port_t port)
 {
     return [port](Switch &sw, auto next) -> int {

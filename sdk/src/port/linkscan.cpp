@@ -60,7 +60,7 @@ LinkScan *watching(int unit, int port)
 /// Whether the link can be asked for: the chip runs and the PHY's driver is there.
 bool can_ask(int unit, const PhyPort &port)
 {
-    return begin(unit, running_chip).then([&](Chip &) {
+    return begin(unit, chip_runs).then([&] {
         return is_ready(*phys_of(unit), port) ? SOC_E_NONE : SOC_E_INIT;
     }) == SOC_E_NONE;
 }

@@ -1,6 +1,7 @@
 /// The room of ports: their settings, what they count, and whether they have a link.
 ///
-/// It offers the packet path each port's settings and counters; to others it is how they reach the PHY of a port.
+/// It offers the packet path each port's settings and counters; to others it is how they reach the PHY of a
+/// port.
 #pragma once
 
 #include "linkscan.h"

@@ -1,6 +1,6 @@
 /// What a port takes and lets out: length of frames, tags, VLANs.
 #include "begin.h"
-#include "frame.h"
+#include "packet.h"
 #include "port.h"
 #include "sim_port.h"
 

@@ -1,7 +1,7 @@
 /// What a port counts of the frames that pass it, and how the statistics of the SDK are made up from that.
 #pragma once
 
-#include "frame.h"
+#include "packet.h"
 
 #include <bcm/stat.h>
 

@@ -1,6 +1,6 @@
-/// Answers of the functions that nobody has written by hand but whose names and types say what they do: they
-/// keep what they are given, per unit, and give it back. Generated code calls them; tables are named by what the
-/// names of their functions have in common.
+/// The room of rules: answers of the functions that nobody has written by hand but whose names and types say
+/// what they do. They keep what they are given, per unit, and give it back. Generated code calls them; tables
+/// are named by what the names of their functions have in common.
 ///
 /// All give BCM_E_UNIT for a unit that is not attached, BCM_E_PARAM for a null pointer, BCM_E_PORT for a key
 /// that has to be a port and is none, in this order. Values are not judged.

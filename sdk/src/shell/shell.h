@@ -1,4 +1,5 @@
-/// The command interpreter.
+/// The room of the shell: the command interpreter. Its commands use the SDK as users do, by the public
+/// functions.
 #pragma once
 
 #include "shell_arguments.h"

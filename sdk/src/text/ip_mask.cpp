@@ -13,7 +13,8 @@ uint8 byte_mask(int length)
     return length <= 0 ? 0 : length >= 8 ? 0xff : static_cast<uint8>(0xff << (8 - length));
 }
 
-/// How many of the `size` bytes' leading bits are set, or BCM_E_PARAM if one is set behind the first that is not.
+/// How many of the `size` bytes' leading bits are set, or BCM_E_PARAM if one is set behind the first that is
+/// not.
 int mask_length(const uint8 *bytes, int size)
 {
     int length = 0;

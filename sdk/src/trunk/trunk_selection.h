@@ -2,7 +2,7 @@
 #pragma once
 
 #include "destination.h"
-#include "frame.h"
+#include "packet.h"
 
 #include <vector>
 

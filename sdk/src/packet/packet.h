@@ -1,4 +1,4 @@
-/// Ethernet frames.
+/// The room of packets: Ethernet frames by themselves, and buffers of bytes.
 #pragma once
 
 #include <bcm/types.h>
