@@ -55,12 +55,12 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
     std::string parameters, arguments, preparation;
     for (size_t i = 0; i < function.parameters.size(); ++i) {
         const BoundParameter &parameter = function.parameters[i];
-        std::string name = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
-        parameters += comma + thunk_parameter(shape.parameters[i], name);
-        arguments += comma + typed_argument(parameter, name);
+        std::string argument = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
+        parameters += comma + thunk_parameter(shape.parameters[i], argument);
+        arguments += comma + typed_argument(parameter, argument);
         if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
             preparation +=
-                "    *" + name + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
+                "    *" + argument + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
         }
     }
     std::string call = function.callee + "(" + arguments + ")";

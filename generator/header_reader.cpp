@@ -518,14 +518,14 @@ private:
         clang_visitChildren(
             cursor,
             [](CXCursor child, CXCursor, CXClientData data) {
-                auto [reader, record] = *static_cast<std::pair<Reader *, Record *> *>(data);
+                auto [reader, parent] = *static_cast<std::pair<Reader *, Record *> *>(data);
                 std::string name = take(clang_getCursorSpelling(child));
                 // Bit-fields without a name only fill up.
                 if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty()) {
-                    record->members.push_back({name, reader->declared_type(child), line_of(child),
+                    parent->members.push_back({name, reader->declared_type(child), line_of(child),
                                                size_of(child), clang_Cursor_isBitField(child) != 0});
                 } else if (clang_Cursor_isAnonymousRecordDecl(child)) {
-                    reader->read_members(child, *record);
+                    reader->read_members(child, *parent);
                 }
                 return CXChildVisit_Continue;
             },

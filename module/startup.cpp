@@ -94,7 +94,9 @@ void initialise()
 
 }  // namespace quorel
 
-extern "C" __attribute__((visibility("default"))) void init_QuorelApiNew()
+extern "C" __attribute__((visibility("default"))) void init_QuorelApiNew();
+
+void init_QuorelApiNew()
 {
     quorel::initialise();
 }

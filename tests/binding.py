@@ -174,7 +174,7 @@ def wrong_values(argument):
         return [(5, TypeError, 'Expected a string'),
                 ('00:11:22', ValueError, "Expected a string of the form 'AA:BB:CC:DD:EE:FF'")]
     if argument.kind == 'port_list':
-        return [((1, 2), TypeError, 'Expected a list'), ([1, 2L], TypeError, 'Port list must contain integers')]
+        return [((1, 2), TypeError, 'Expected a list'), ([1, long(2)], TypeError, 'Port list must contain integers')]
     if argument.kind == 'ip_text':
         return [(value, TypeError, None) for value in (u'text', 5, None, '1' * 17)]
     if argument.kind == 'string':

@@ -72,6 +72,8 @@ static void blocked(void)
 }
 
 /* How many checks failed; what failed is printed. */
+int ctrl_c_failures(void);
+
 int ctrl_c_failures(void)
 {
     void (*before)(int) = signal(SIGINT, one_before);

@@ -112,6 +112,8 @@ static int agree(PyObject *set, PyObject *get, PyObject *record, PyObject *text,
  * Returns (how many texts were accepted, None), or as the second the first text on which the two differ.
  * Takes the accessors of a MAC member and a record that has it.
  */
+PyObject *compare_mac_text(PyObject *set, PyObject *get, PyObject *record, int texts);
+
 PyObject *compare_mac_text(PyObject *set, PyObject *get, PyObject *record, int texts)
 {
     char text[LONGEST];

@@ -52,7 +52,7 @@ def main():
     # Tests that leave the module to other processes can lose none of its references here.
     if hasattr(sys, 'gettotalrefcount') and '_QuorelApiNew' in sys.modules:
         leaking = [test for test in tests if not is_flat(test)]
-        print '%d of %d tests leave the reference count flat' % (len(tests) - len(leaking), len(tests))
+        print('%d of %d tests leave the reference count flat' % (len(tests) - len(leaking), len(tests)))
         return 1 if leaking else 0
     return 0
 

@@ -18,7 +18,7 @@ class Integers(unittest.TestCase):
 
         class Wide(long):
             pass
-        for value, stored in ((Port(9), 9), (True, 1), (False, 0), (5L, 5), (Wide(-6), -6), (-2 ** 31, -2 ** 31),
+        for value, stored in ((Port(9), 9), (True, 1), (False, 0), (long(5), 5), (Wide(-6), -6), (-2 ** 31, -2 ** 31),
                               (long(2 ** 31 - 1), 2 ** 31 - 1)):
             self.entry.port = value
             self.assertEqual(self.entry.port, stored)

@@ -71,7 +71,7 @@ class PortLists(unittest.TestCase):
     def test_refusals_change_nothing(self):
         self.data.port_bitmap = [7]
         for value, error in (((1, 2), (TypeError, 'Expected a list')), (None, (TypeError, 'Expected a list')),
-                             ([1, 2L], (TypeError, 'Port list must contain integers')),
+                             ([1, long(2)], (TypeError, 'Port list must contain integers')),
                              ([1, 2.0], (TypeError, 'Port list must contain integers')),
                              ([576], (ValueError, 'Port 576 is outside the port bitmap (0 to 575)')),
                              ([int(2 ** 31 - 1)], (ValueError,

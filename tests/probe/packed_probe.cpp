@@ -38,6 +38,8 @@ PyMethodDef methods[] = {
 
 }  // namespace
 
+PyMODINIT_FUNC initpacked_probe();
+
 PyMODINIT_FUNC initpacked_probe()
 {
     if (initialise_packed_object_type()) {
