@@ -45,11 +45,11 @@ class Integers(unittest.TestCase):
             self.assertIs(type(union.u64), kind)
 
     def test_no_error_is_left_behind_by_a_range_check(self):
-        for value in (-1, -1L, 2 ** 32, 2 ** 70, -2 ** 70):
+        for value in (-1, long(-1), 2 ** 32, 2 ** 70, -2 ** 70):
             self.assertEqual(error_of(setattr, self.entry, 'flags', value),
                              (OverflowError, "in method 'bcm_l2_addr_t_flags_set', argument 2 of type 'uint32'"))
         union = q.any_t()
-        for value in (-1, -1L, 2 ** 64, -2 ** 70):
+        for value in (-1, long(-1), 2 ** 64, -2 ** 70):
             self.assertEqual(error_of(setattr, union, 'u64', value)[0], OverflowError)
 
 

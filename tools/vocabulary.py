@@ -60,12 +60,17 @@ def count(binding):
 
 def main(binding, expected):
     counts = count(rows(binding))
-    print '| Kind | arguments | of the SDK | functions | of the SDK |'
-    print '|---|---:|---:|---:|---:|'
+    print('| Kind | arguments | of the SDK | functions | of the SDK |')
+    print('|---|---:|---:|---:|---:|')
     for kind, arguments, functions in rows(expected):
-        print '| %s | %d | %s | %d | %s |' % (kind, counts.arguments[kind], arguments,
-                                             len(counts.functions[kind]), functions)
+        print('| %s | %d | %s | %d | %s |' % (kind, counts.arguments[kind], arguments,
+                                              len(counts.functions[kind]), functions))
 
 
 if __name__ == '__main__':
-    main(*sys.argv[1:])
+    if '--help' in sys.argv[1:]:
+        print(__doc__)
+    elif len(sys.argv) == 3:
+        main(*sys.argv[1:])
+    else:
+        sys.exit('usage: vocabulary.py BINDING EXPECTED')

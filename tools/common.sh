@@ -1,0 +1,34 @@
+# What the tools have in common; each reads it first, with its own arguments:
+#   . "$(dirname "$0")/common.sh"
+# The comment at the top of a tool is its help; its first line is the usage. --help prints it. Options are those that
+# the usage names; another is refused before the tool begins.
+
+say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
+die() { say "$*"; exit 1; }
+
+tool_help() { sed -n '2,/^[^#]/{/^#/s/^# \{0,1\}//p}' "$0"; }
+
+refuse() {
+    [ $# -eq 0 ] || say "$*"
+    printf 'usage: %s\n' "$(tool_help | head -n 1)" >&2
+    exit 2
+}
+
+# Presets that can be built are those of CMakePresets.json.
+require_preset() {
+    grep -qF "{\"name\": \"$1\", \"configurePreset\"" CMakePresets.json || refuse "there is no preset '$1'"
+}
+
+for argument in "$@"; do
+    case $argument in
+        -h | --help) tool_help; exit 0 ;;
+        --) break ;;
+        -*)
+            option=${argument%%=*}
+            case $argument in -D?*=*) option=-DNAME ;; esac
+            tool_help | head -n 1 | tr '[]| ' '\n' | cut -d= -f1 | grep -qxF -e "$option" ||
+                refuse "there is no option ${argument%%=*}"
+            ;;
+    esac
+done
+unset argument option
