@@ -57,8 +57,10 @@ int main(void)
     sim_packet_watch(note, &seen);
     check(sim_packet_arrive(unit, from_port, frame, sizeof frame) == BCM_E_NONE, "a packet arrives");
     check(seen.packets == 1 && seen.port == to_port, "it leaves where the address is, and nowhere else");
-    check(seen.length == sizeof frame && memcmp(seen.frame, frame, sizeof frame) == 0, "it is the same packet");
-    check(bcm_l2_addr_get(unit, frame + 6, BCM_VLAN_DEFAULT, &address) == BCM_E_NONE && address.port == from_port,
+    check(seen.length == sizeof frame && memcmp(seen.frame, frame, sizeof frame) == 0,
+          "it is the same packet");
+    check(bcm_l2_addr_get(unit, frame + 6, BCM_VLAN_DEFAULT, &address) == BCM_E_NONE
+              && address.port == from_port,
           "its source is learnt");
 
     check(bcm_detach(unit) == BCM_E_NONE, "detach");
