@@ -1,4 +1,4 @@
-"""The development SDK's record of its calls."""
+"""The development SDK's log of calls."""
 import contextlib
 import ctypes
 import os
@@ -18,7 +18,7 @@ def _argument(call, number):
 
 
 def calls():
-    """[(function, [the bytes of each argument as received])] since recording began."""
+    """[(function, [the bytes of each argument as received])] since the log began."""
     return [(library.sim_call_log_function(call),
              [_argument(call, number) for number in range(library.sim_call_log_arguments(call))])
             for call in range(library.sim_call_log_count())]

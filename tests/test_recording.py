@@ -1,4 +1,4 @@
-"""The record of what the SDK's functions received."""
+"""The log of what the SDK's functions received."""
 import ctypes
 import struct
 import unittest

@@ -43,14 +43,12 @@ int sim_sysconf_attach(int pci_device_n)
 
 int sim_soc_init(int unit)
 {
-    Chip *chip = chip_of(unit);
-    if (chip == nullptr) {
-        return SOC_E_UNIT;
-    }
-    chip->running = true;
-    chip->reset();
-    configure(*chip);
-    return SOC_E_NONE;
+    return begin(unit).then([](Switch &sw) {
+        Chip &chip = chip_of(sw);
+        chip.running = true;
+        chip.reset();
+        configure(chip);
+    });
 }
 
 int sim_soc_reset_init(int unit)

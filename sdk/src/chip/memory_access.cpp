@@ -83,21 +83,15 @@ uint32 sim_soc_mem_field32_get(int unit, int mem, unsigned int *entry_data, int 
 
 int sim_memory_describe(int unit, int mem, sim_memory_t *memory)
 {
-    MemoryPlace place;
-    if (chip_of(unit) == nullptr) {
-        return SOC_E_UNIT;
-    }
-    if (memory == nullptr || locate(memory_at(mem), 0, 0, 0, &place) != SOC_E_NONE) {
-        return SOC_E_PARAM;
-    }
-    memory->name = place.memory->name;
-    memory->block = place.block;
-    memory->cores = block_of(place.memory->block).count;
-    memory->base = place.address();
-    memory->entry_words = static_cast<uint32>(place.memory->words());
-    memory->entries = static_cast<uint32>(place.memory->entries);
-    memory->arrays = static_cast<uint32>(place.memory->arrays);
-    return SOC_E_NONE;
+    return begin(unit, given(memory), entry_at(mem, 0, 0, 0)).then([&](const MemoryPlace &place) {
+        memory->name = place.memory->name;
+        memory->block = place.block;
+        memory->cores = block_of(place.memory->block).count;
+        memory->base = place.address();
+        memory->entry_words = static_cast<uint32>(place.memory->words());
+        memory->entries = static_cast<uint32>(place.memory->entries);
+        memory->arrays = static_cast<uint32>(place.memory->arrays);
+    });
 }
 
 }  // extern "C"

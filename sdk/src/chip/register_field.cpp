@@ -26,11 +26,10 @@ void set_field(int unit, soc_reg_t reg, Value *regval, soc_field_t id, uint64 va
 
 int validate(int unit, soc_reg_t reg, soc_field_t id, uint64 value)
 {
-    if (chip_of(unit) == nullptr) {
-        return SOC_E_UNIT;
-    }
-    const Field *field = field_in(unit, reg, id);
-    return field != nullptr && fits(words_of(value), *field) ? SOC_E_NONE : SOC_E_PARAM;
+    return begin(unit).then([&] {
+        const Field *field = field_in(unit, reg, id);
+        return field != nullptr && fits(words_of(value), *field) ? SOC_E_NONE : SOC_E_PARAM;
+    });
 }
 
 }  // namespace
@@ -91,20 +90,19 @@ int sim_soc_reg_fields32_modify(int unit, soc_reg_t reg, soc_port_t port, int fi
 int sim_soc_reg_signed_field_mask(int unit, soc_reg_t reg, soc_field_t field, int32 value_in,
                                   uint32 *value_out)
 {
-    if (chip_of(unit) == nullptr) {
-        return SOC_E_UNIT;
-    }
-    const Field *found = field_in(unit, reg, field);
-    if (found == nullptr || value_out == nullptr) {
-        return SOC_E_PARAM;
-    }
-    const int64 limit = found->length > 32 ? 1LL << 32 : 1LL << (found->length - 1);
-    if (value_in < -limit || value_in >= limit) {
-        return SOC_E_PARAM;
-    }
-    const int length = found->length > 32 ? 32 : found->length;
-    *value_out = field_of(words_of(static_cast<uint32>(value_in)), {field, 0, length})[0];
-    return SOC_E_NONE;
+    return begin(unit, given(value_out)).then([&] {
+        const Field *found = field_in(unit, reg, field);
+        if (found == nullptr) {
+            return SOC_E_PARAM;
+        }
+        const int64 limit = found->length > 32 ? 1LL << 32 : 1LL << (found->length - 1);
+        if (value_in < -limit || value_in >= limit) {
+            return SOC_E_PARAM;
+        }
+        const int length = found->length > 32 ? 32 : found->length;
+        *value_out = field_of(words_of(static_cast<uint32>(value_in)), {field, 0, length})[0];
+        return SOC_E_NONE;
+    });
 }
 
 uint64 sim_soc_reg64_field_get(int unit, soc_reg_t reg, uint64 regval, soc_field_t field)

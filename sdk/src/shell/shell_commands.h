@@ -18,7 +18,7 @@ struct CommandGroup {
 extern const CommandGroup language_commands;
 extern const CommandGroup session_commands;
 extern const CommandGroup property_commands;
-extern const CommandGroup startup_commands;
+extern const CommandGroup startup_commands;  // of the room above
 extern const CommandGroup port_commands;
 extern const CommandGroup address_commands;
 extern const CommandGroup packet_commands;
