@@ -1,16 +1,14 @@
 /// Registers from text.
-#include "begin.h"
+#include "register_text.h"
+
+#include "checked.h"
 #include "chip_address.h"
-#include "destination.h"
 #include "number_text.h"
 #include "port_text.h"
-#include "sim_parse.h"
-#include "sim_register.h"
+#include "sim.h"
 #include "symbols.h"
 
 #include <algorithm>
-#include <string_view>
-#include <vector>
 
 using namespace sim;
 
@@ -52,8 +50,6 @@ int read_places(int unit, const Register &reg, std::string_view text, Range *pla
     return places->first <= places->last ? BCM_E_NONE : BCM_E_PARAM;
 }
 
-using Registers = std::vector<soc_regaddrinfo_t>;
-
 int read_address(int unit, std::string_view text, Registers *registers)
 {
     uint32 address;
@@ -66,7 +62,9 @@ int read_address(int unit, std::string_view text, Registers *registers)
     return info.valid ? BCM_E_NONE : BCM_E_NOT_FOUND;
 }
 
-int read_reference(int unit, std::string_view text, Registers *registers)
+}  // namespace
+
+int sim::read_registers(int unit, std::string_view text, Registers *registers)
 {
     Reference reference;
     if (!split_reference(text, &reference)) {
@@ -96,13 +94,11 @@ int read_reference(int unit, std::string_view text, Registers *registers)
     return BCM_E_NONE;
 }
 
-}  // namespace
-
 extern "C" {
 
 int sim_parse_cmic_regname(int unit, char *name, uint32 *offset_ptr)
 {
-    return begin(unit, given(name, offset_ptr)).then([&]() -> int {
+    return on_unit(unit, {name, offset_ptr}, [&](Switch &) -> int {
         Reference reference;
         int index = 0;
         RegisterPlace place;
@@ -124,12 +120,12 @@ int sim_parse_cmic_regname(int unit, char *name, uint32 *offset_ptr)
 
 int sim_parse_symbolic_reference(int unit, soc_regaddrlist_t *alist, char *ref)
 {
-    return begin(unit, given(alist, ref)).then([&]() -> int {
+    return on_unit(unit, {alist, ref}, [&](Switch &) -> int {
         Registers registers;
         if (alist->ainfo == nullptr) {
             return BCM_E_PARAM;
         }
-        const int rc = read_reference(unit, ref, &registers);
+        const int rc = read_registers(unit, ref, &registers);
         if (rc != BCM_E_NONE) {
             return rc;
         }
