@@ -32,7 +32,8 @@ class PhyCommands(PhyTest):
 
     def test_registers_by_name_number_and_device(self):
         for words, flags, address in (('AN_ADVERT', 0, 4), ('4', 0, 4), ('id0', 0, 2), ('3.8', 2, 3 << 16 | 8),
-                                      ('PCS.0x8', 2, 3 << 16 | 8), ('SOC_PHY_DEVICE_AN.16', 2, 7 << 16 | 16),
+                                      ('PCS.0x8', 2, 3 << 16 | 8),
+                                      ('SOC_PHY_DEVICE_AN.16', 2, 7 << 16 | 16),
                                       ('ID1 internal', q.SOC_PHY_INTERNAL, 3)):
             read = q.uintp()
             self.done(q.soc_phyctrl_reg_read(0, COPPER, flags, address, read))
@@ -75,7 +76,7 @@ class PhyCommands(PhyTest):
         lines = self.told('cable %d' % COPPER).splitlines()
         self.assertEqual((lines[0].split()[2], lines[-1].split()), ('OPEN,', 'pair 3: OPEN 7 m'.split()))
         self.assertEqual(run('phy cable %d' % SERDES)[0], q.CMD_FAIL)
-        self.assertEqual(len([line for line in self.told('diag').splitlines() if line.startswith('port')]), 64)
+        self.assertEqual(self.told('diag').count('port '), 64)
 
 
 if __name__ == '__main__':

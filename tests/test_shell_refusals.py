@@ -14,12 +14,14 @@ REFUSALS = [
     ('ps 99', "no port '99'", 'ps [PORTS]'),
     ('ps 1-', "'1-' is no set of ports", 'ps [PORTS]'),
     ('ps 1 2', "'2' is one word too many", 'ps [PORTS]'),
-    ('port', 'PORTS is missing', 'port PORTS SETTING=NUMBER...'),
-    ('port 1', 'SETTING=NUMBER is missing', 'port PORTS SETTING=NUMBER...'),
+    ('port', 'PORTS is missing', 'port PORTS SETTING=VALUE...'),
+    ('port 1', 'SETTING=VALUE is missing', 'port PORTS SETTING=VALUE...'),
     ('port 1 colour=1', "'colour=1' sets none of enable, speed, pause, vlan, learn",
-     'port PORTS SETTING=NUMBER...'),
-    ('port 1 enable=0 speed=1x', "speed '1x' is no number", 'port PORTS SETTING=NUMBER...'),
-    ('port 1 speed', "'speed' sets nothing: no '='", 'port PORTS SETTING=NUMBER...'),
+     'port PORTS SETTING=VALUE...'),
+    ('port 1 enable=0 speed=1x', "speed '1x' is no number", 'port PORTS SETTING=VALUE...'),
+    ('port 1 speed', "'speed' sets nothing: no '='", 'port PORTS SETTING=VALUE...'),
+    ('port 1-4,70,3 enable=1', "no port '70'", 'port PORTS SETTING=VALUE...'),
+    ('port 1 enable=2', "enable is on or off, not '2'", 'port PORTS SETTING=VALUE...'),
     ('vlan create', 'ID is missing', 'vlan create ID'),
     ('vlan create 65536', "'65536' is no VLAN", 'vlan create ID'),
     ('vlan create 0x', "'0x' is no VLAN", 'vlan create ID'),
@@ -40,6 +42,8 @@ REFUSALS = [
      'setreg REGISTER VALUE|FIELD=VALUE...'),
     ('setreg EGQ_AGEING_CTRL ENABLE=yes', "'yes' is no value", 'setreg REGISTER VALUE|FIELD=VALUE...'),
     ('setreg EGQ_AGEING_CTRL 1 2', "'2' is one word too many", 'setreg REGISTER VALUE|FIELD=VALUE...'),
+    ('setreg CMIC_DEVICE_ID DEVICE=5', 'DEVICE is read-only', 'setreg REGISTER VALUE|FIELD=VALUE...'),
+    ('setreg CMIC_DEVICE_ID 5', 'CMIC_DEVICE_ID is read-only', 'setreg REGISTER VALUE|FIELD=VALUE...'),
     ('dump NOTHING 0', "no table 'NOTHING'", 'dump TABLE FIRST [LAST]'),
     ('dump EGQ_PORT_CONFIG 256', "EGQ_PORT_CONFIG has no entry '256', only 0 to 255",
      'dump TABLE FIRST [LAST]'),
@@ -80,8 +84,22 @@ class Refusals(SwitchTest):
     def test_an_unknown_form_shows_all(self):
         result, output = run('vlan rename 9')
         self.assertEqual((result, output.splitlines()[:3]), (q.CMD_USAGE, [
-            "vlan: 'rename' is none of show, create, destroy, add, remove", 'usage: vlan [show]',
+            "vlan: 'rename' is none of show, create, destroy, add, remove", 'usage: vlan [show] [ID]',
             '       vlan create ID']))
+
+    def test_a_form_without_words_takes_none(self):
+        self.assertEqual(run('version short'), (
+            q.CMD_USAGE, "version: 'short' is not all\nusage: version\n       version all\n"))
+
+    def test_a_failure_says_what_it_is_about(self):
+        for line, what in (('l2 add 2:0:0:0:0:1 999 1', 'l2: add 2:0:0:0:0:1 999: BCM_E_NOT_FOUND'),
+                           ('l2 remove 2:0:0:0:0:1 1', 'l2: remove 2:0:0:0:0:1 1: BCM_E_NOT_FOUND'),
+                           ('vlan show 9', 'vlan: show 9: BCM_E_NOT_FOUND'),
+                           ('rcload /nowhere', 'rcload: /nowhere cannot be read')):
+            self.assertEqual(run(line), (q.CMD_FAIL, what + '\n'))
+        for word, what in (('modid=x', "'modid=x' is no value of the parameter"),
+                           ('colour=1', "'colour=1' sets no parameter")):
+            self.assertEqual(run('init appl ' + word), (q.CMD_USAGE, 'init: %s\n' % what))
 
     def test_only_the_refused_command_tells_its_use(self):
         directory = tempfile.mkdtemp()
@@ -105,7 +123,8 @@ class Refusals(SwitchTest):
 
     def test_a_line_that_can_be_no_command_is_told_before_it_runs(self):
         for line, result in (('vlan create 7', q.CMD_OK), ('vlan create', q.CMD_USAGE),
-                             ('vlan rename', q.CMD_USAGE), ('ps 1 2', q.CMD_USAGE), ('vlan', q.CMD_OK), ('exit 1', q.CMD_USAGE)):
+                             ('vlan rename', q.CMD_USAGE), ('ps 1 2', q.CMD_USAGE), ('vlan', q.CMD_OK),
+                             ('exit 1', q.CMD_USAGE)):
             self.assertEqual(q.sh_process_command_check(0, line), result, line)
         self.assertEqual(len(run('vlan')[1].splitlines()), 1)
 

@@ -78,6 +78,10 @@ bool next_changes(Arguments &args, const std::string &owner, const Layout &layou
             refuse(args, owner + " has no field '" + name + "'");
             return false;
         }
+        if (change.field->flags & SOCF_RO) {
+            refuse(args, name + " is read-only");
+            return false;
+        }
         if (!read_value(args, text, field_name(change.field->id), change.field->length, &change.value)) {
             return false;
         }

@@ -2,7 +2,7 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_l2.h"
 
 #include <cstdio>
 
@@ -57,6 +57,7 @@ cmd_result_t add(int unit, Arguments &args)
     bcm_vlan_t vid;
     int port;
     std::size_t kind = 1;
+    const std::string words = args.peek() + (" " + std::string(args.peek(1)));
     if (!next_mac(args, mac) || !next_vlan(args, &vid) || !next_port(unit, args, &port)
         || (args.left() > 0 && !next_choice(args, {"static", "dynamic"}, &kind))) {
         return CMD_USAGE;
@@ -65,17 +66,18 @@ cmd_result_t add(int unit, Arguments &args)
     bcm_l2_addr_t_init(&address, mac, vid);
     address.port = port;
     address.flags = kind == 0 ? BCM_L2_STATIC : 0;
-    return done_or_fail(args, "add", bcm_l2_addr_add(unit, &address));
+    return done_or_fail(args, "add " + words, bcm_l2_addr_add(unit, &address));
 }
 
 cmd_result_t remove(int unit, Arguments &args)
 {
     bcm_mac_t mac;
     bcm_vlan_t vid;
+    const std::string words = args.peek() + (" " + std::string(args.peek(1)));
     if (!next_mac(args, mac) || !next_vlan(args, &vid)) {
         return CMD_USAGE;
     }
-    return done_or_fail(args, "remove", bcm_l2_addr_delete(unit, mac, vid));
+    return done_or_fail(args, "remove " + words, bcm_l2_addr_delete(unit, mac, vid));
 }
 
 constexpr Form l2_forms[] = {

@@ -3,7 +3,9 @@
 #include "enumerators.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "destination.h"
+#include "sim_parse.h"
+#include "sim_register.h"
 #include "switch.h"
 
 #include <fnmatch.h>

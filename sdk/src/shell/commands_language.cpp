@@ -4,7 +4,7 @@
 #include "shell_commands.h"
 #include "shell_values.h"
 #include "shell_variables.h"
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <cstdio>
 #include <string>

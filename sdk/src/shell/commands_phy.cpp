@@ -4,9 +4,11 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_phy.h"
+#include "sim_phyctrl.h"
 
 #include <fnmatch.h>
+#include <soc/error.h>
 #include <soc/phy_access.h>
 #include <soc/phy_diag.h>
 #include <soc/phy_values.h>

@@ -4,7 +4,10 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_gport.h"
+#include "sim_port.h"
+#include "sim_stat.h"
+#include "sim_vlan.h"
 
 #include <cstdio>
 #include <string>
@@ -61,20 +64,22 @@ cmd_result_t ps(int unit, Arguments &args)
 
 struct PortSetting {
     const char *key;
+    bool is_switch;  ///< on or off
     int (*set)(int unit, int port, int value);
 };
 
 const PortSetting port_settings[] = {
-    {"enable", bcm_port_enable_set},
-    {"speed", bcm_port_speed_set},
-    {"pause", [](int unit, int port, int value) { return bcm_port_pause_set(unit, port, value, value); }},
-    {"vlan",
+    {"enable", true, bcm_port_enable_set},
+    {"speed", false, bcm_port_speed_set},
+    {"pause", true,
+     [](int unit, int port, int value) { return bcm_port_pause_set(unit, port, value, value); }},
+    {"vlan", false,
      [](int unit, int port, int value) {
          return value == static_cast<bcm_vlan_t>(value)
                     ? bcm_port_untagged_vlan_set(unit, port, static_cast<bcm_vlan_t>(value))
                     : static_cast<int>(BCM_E_PARAM);
      }},
-    {"learn", [](int unit, int port, int value) {
+    {"learn", false, [](int unit, int port, int value) {
          return bcm_port_learn_set(unit, port, static_cast<uint32>(value));
      }}};
 
@@ -97,6 +102,15 @@ std::vector<std::string> setting_keys()
     return keys;
 }
 
+bool read_setting_value(const PortSetting &setting, const std::string &text, int *value)
+{
+    if (setting.is_switch && (text == "on" || text == "off")) {
+        *value = text == "on";
+        return true;
+    }
+    return read_int(text, value) && (!setting.is_switch || *value == 0 || *value == 1);
+}
+
 struct PortChange {
     const PortSetting *setting;
     int value;
@@ -116,8 +130,10 @@ bool next_changes(Arguments &args, std::vector<PortChange> *changes)
             refuse(args, "'" + word + "' sets none of " + listed(setting_keys()));
             return false;
         }
-        if (!read_int(text, &change.value)) {
-            refuse(args, key + " '" + text + "' is no number");
+        if (!read_setting_value(*change.setting, text, &change.value)) {
+            refuse(args, key
+                             + (change.setting->is_switch ? " is on or off, not '" + text + "'"
+                                                          : " '" + text + "' is no number"));
             return false;
         }
         changes->push_back(change);
@@ -208,20 +224,34 @@ std::string port_list(const bcm_pbmp_t &ports)
     return text;
 }
 
+cmd_result_t vlan_done(const Arguments &args, bcm_vlan_t vid, int status)
+{
+    return done_or_fail(args, args.form()->action + (" " + std::to_string(vid)), status);
+}
+
 cmd_result_t show_vlans(int unit, Arguments &args)
 {
+    bcm_vlan_t only = 0;
+    const bool all = args.left() == 0;
+    if (!all && !next_vlan(args, &only)) {
+        return CMD_USAGE;
+    }
     bcm_vlan_data_t *list = nullptr;
     int count = 0;
     const int rc = bcm_vlan_list(unit, &list, &count);
     if (rc < 0) {
         return done_or_fail(args, "show", rc);
     }
+    bool any = false;
     for (int i = 0; i < count; ++i) {
-        std::printf("vlan %d: ports %s; untagged %s\n", list[i].vlan_tag,
-                    port_list(list[i].port_bitmap).c_str(), port_list(list[i].ut_port_bitmap).c_str());
+        if (all || list[i].vlan_tag == only) {
+            any = true;
+            std::printf("vlan %d: ports %s; untagged %s\n", list[i].vlan_tag,
+                        port_list(list[i].port_bitmap).c_str(), port_list(list[i].ut_port_bitmap).c_str());
+        }
     }
     bcm_vlan_list_destroy(unit, list, count);
-    return CMD_OK;
+    return all || any ? CMD_OK : vlan_done(args, only, BCM_E_NOT_FOUND);
 }
 
 bcm_pbmp_t bitmap(const std::vector<int> &ports)
@@ -231,11 +261,6 @@ bcm_pbmp_t bitmap(const std::vector<int> &ports)
         BCM_PBMP_PORT_ADD(bits, number);
     }
     return bits;
-}
-
-cmd_result_t vlan_done(const Arguments &args, bcm_vlan_t vid, int status)
-{
-    return done_or_fail(args, args.form()->action + (" " + std::to_string(vid)), status);
 }
 
 cmd_result_t create_vlan(int unit, Arguments &args)
@@ -278,7 +303,8 @@ cmd_result_t remove_from_vlan(int unit, Arguments &args)
 
 constexpr Form ps_forms[] = {{"", "[PORTS]", ps, ""}};
 
-constexpr Form port_forms[] = {{"", "PORTS SETTING=NUMBER...", port, ""}};
+constexpr Form port_forms[] = {
+    {"", "PORTS SETTING=VALUE...", port, "enable, pause: on or off; speed in Mbit/s; vlan; learn: flags"}};
 
 constexpr Form counters_forms[] = {
     {"", "[PORTS]", show_counters, "show the counters that are not 0"},
@@ -286,7 +312,7 @@ constexpr Form counters_forms[] = {
 };
 
 constexpr Form vlan_forms[] = {
-    {"show", "", show_vlans, "list the VLANs and their ports"},
+    {"show", "[ID]", show_vlans, "list all VLANs or one, with their ports"},
     {"create", "ID", create_vlan, "create a VLAN without ports"},
     {"destroy", "ID", destroy_vlan, "remove a VLAN"},
     {"add", "ID PORTS [untagged]", add_to_vlan,
@@ -296,8 +322,7 @@ constexpr Form vlan_forms[] = {
 
 constexpr Command commands[] = {
     {"ps", "show the ports' status", ps_forms, "ps 1-4,ce62"},
-    {"port", "set enable, speed (Mbit/s), pause, vlan or learn (flags)", port_forms,
-     "port 1-4 speed=40000 enable=1"},
+    {"port", "set enable, speed, pause, vlan or learn", port_forms, "port 1-4 speed=40000 enable=on"},
     {"counters", "show the ports' counters, or clear them", counters_forms,
      "counters clear 1-4; counters 1-4"},
     {"vlan", "look at VLANs and their ports, or change them", vlan_forms,

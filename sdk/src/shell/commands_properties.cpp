@@ -1,9 +1,9 @@
 /// Commands on the property store.
-#include "property_store.h"
+#include "config.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_config.h"
 
 #include <cstdio>
 #include <string>

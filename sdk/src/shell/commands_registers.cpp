@@ -4,7 +4,9 @@
 #include "register_text.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_register.h"
+
+#include <bcm/error.h>
 
 #include <cstring>
 #include <numeric>
@@ -100,6 +102,9 @@ cmd_result_t setreg(int unit, Arguments &args)
     }
     const Register &reg = *register_at(registers.front().reg);
     if (std::strchr(args.peek(), '=') == nullptr) {
+        if (mask_of(reg.layout, SOCF_RO) == Words{}) {
+            return refuse(args, reg.name + std::string(" is read-only"));
+        }
         Words value;
         if (!read_value(args, args.next(), reg.name, reg.bits, &value)) {
             return CMD_USAGE;

@@ -3,7 +3,7 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <time.h>
 

@@ -3,7 +3,8 @@
 #include "chip_values.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_memory.h"
+#include "sim_parse.h"
 
 #include <numeric>
 

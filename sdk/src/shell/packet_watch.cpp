@@ -1,12 +1,16 @@
 #include "packet_watch.h"
 
-#include "checked.h"
+#include "begin.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_rx.h"
+#include "sim_shell.h"
+#include "switch.h"
 
+#include <array>
 #include <cstdio>
+#include <string>
 
 namespace sim {
 

@@ -1,7 +1,7 @@
 /// Background commands. The switch is not locked, so they do not run beside others but when these are done.
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_shell.h"
 
 #include <cstdio>
 #include <deque>

@@ -55,7 +55,9 @@ std::vector<std::string> actions(const Command &command)
 {
     std::vector<std::string> words;
     for (const Form &form : command.forms) {
-        words.emplace_back(form.action);
+        if (*form.action != '\0') {
+            words.emplace_back(form.action);
+        }
     }
     return words;
 }
@@ -100,15 +102,22 @@ const Form *choose_form(const Command &command, Arguments *args, std::string *wr
         if (const Form *named = form_of_action(command, args->peek())) {
             form = named;
             args->next();
+        } else if (command.forms.size() > 1 && form != nullptr && count_words(form->arguments).most == 0) {
+            form = nullptr;
         }
     }
     args->is_call_of(&command, form);
     if (form == nullptr) {
-        *wrong = "'" + std::string(args->peek()) + "' is none of " + listed(actions(command));
+        *wrong = none_of(args->peek(), actions(command));
         return nullptr;
     }
     *wrong = wrong_count(*form, *args);
     return wrong->empty() ? form : nullptr;
+}
+
+std::string none_of(const std::string &word, const std::vector<std::string> &words)
+{
+    return "'" + word + "' is " + (words.size() > 1 ? "none of " : "not ") + listed(words);
 }
 
 std::string form_text(const Command &command, const Form &form)

@@ -80,6 +80,9 @@ const Form *choose_form(const Command &command, Arguments *args, std::string *wr
 /// "vlan create ID", as users type it.
 std::string form_text(const Command &command, const Form &form);
 
+/// "'x' is none of a, b, c"
+std::string none_of(const std::string &word, const std::vector<std::string> &words);
+
 /// "a, b, c"
 std::string listed(const std::vector<std::string> &words);
 

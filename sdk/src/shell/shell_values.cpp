@@ -2,9 +2,10 @@
 
 #include "destination.h"
 #include "number_text.h"
+#include "port_set_text.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "sim.h"
+#include "sim_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -70,9 +71,7 @@ bool next_choice(Arguments &args, const std::vector<std::string> &choices, std::
     const std::string word = next_word(args);
     const auto found = std::find(choices.begin(), choices.end(), word);
     *place = static_cast<std::size_t>(found - choices.begin());
-    return found != choices.end()
-           || refused(args,
-                      quoted(word) + (choices.size() > 1 ? " is none of " : " is not ") + listed(choices));
+    return found != choices.end() || refused(args, none_of(word, choices));
 }
 
 bool next_setting(Arguments &args, std::string *key, std::string *value)
@@ -84,17 +83,18 @@ bool next_setting(Arguments &args, std::string *key, std::string *value)
 
 bool next_ports(int unit, Arguments &args, std::vector<int> *ports)
 {
-    std::string word = args.left() > 0 ? args.next() : "all";
+    const std::string word = args.left() > 0 ? args.next() : "all";
     bcm_pbmp_t set = {};
     if (word == "all") {
         for (int port = cpu_port + 1; port <= port_max; ++port) {
             BCM_PBMP_PORT_ADD(set, port);
         }
     } else {
-        const int rc = sim_parse_bcm_pbmp(unit, word.data(), &set);
+        std::string_view wrong;
+        const int rc = read_port_set(unit, word, &set, &wrong);
+        const std::string item = quoted(std::string(wrong));
         if (rc != BCM_E_NONE) {
-            return refused(
-                args, rc == BCM_E_PORT ? "no port " + quoted(word) : quoted(word) + " is no set of ports");
+            return refused(args, rc == BCM_E_PORT ? "no port " + item : item + " is no set of ports");
         }
     }
     ports->clear();

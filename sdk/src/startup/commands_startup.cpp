@@ -2,7 +2,8 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
-#include "sim.h"
+#include "sim_shell.h"
+#include "sim_startup.h"
 #include "switch.h"
 #include "unit_attach.h"
 

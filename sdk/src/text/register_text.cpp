@@ -1,14 +1,17 @@
 /// Registers from text.
 #include "register_text.h"
 
-#include "checked.h"
+#include "begin.h"
 #include "chip_address.h"
+#include "destination.h"
 #include "number_text.h"
 #include "port_text.h"
-#include "sim.h"
+#include "sim_parse.h"
+#include "sim_register.h"
 #include "symbols.h"
 
 #include <algorithm>
+#include <string_view>
 
 using namespace sim;
 
@@ -98,7 +101,7 @@ extern "C" {
 
 int sim_parse_cmic_regname(int unit, char *name, uint32 *offset_ptr)
 {
-    return on_unit(unit, {name, offset_ptr}, [&](Switch &) -> int {
+    return begin(unit, given(name, offset_ptr)).then([&]() -> int {
         Reference reference;
         int index = 0;
         RegisterPlace place;
@@ -120,7 +123,7 @@ int sim_parse_cmic_regname(int unit, char *name, uint32 *offset_ptr)
 
 int sim_parse_symbolic_reference(int unit, soc_regaddrlist_t *alist, char *ref)
 {
-    return on_unit(unit, {alist, ref}, [&](Switch &) -> int {
+    return begin(unit, given(alist, ref)).then([&]() -> int {
         Registers registers;
         if (alist->ainfo == nullptr) {
             return BCM_E_PARAM;
