@@ -39,9 +39,6 @@ LOCAL_PORT = 0x04000000
 TRUNK = 0x0c000000
 NUMBER = 0x03ffffff
 
-FIELD_HEADER = os.path.join(os.path.dirname(os.path.abspath(__file__)),
-                            os.pardir, 'sdk', 'include', 'soc', 'field_ids.h')
-
 # Registers to look at, and the fields that a healthy chip has at a value.
 HEALTH = [
     ('CMIC_DEVICE_ID', {}),
@@ -182,18 +179,30 @@ def report_start(report, unit, path):
     start(unit)
 
 
+def run_commands(unit, path):
+    """(whether the file was carried out to its end, what it printed)
+
+    The shell runs what follows in a line only if the file succeeded, and
+    commands in the background when the line is done.
+    """
+    end = 'carried out %d %r' % (os.getpid(), time.time())
+    # A backslash has the shell take the next character as it is.
+    output = q.sdc(unit, 'rcload %s; echo "%s"' % (re.escape(path), end))
+    rest = re.sub('(?m)^%s\n(echo: CMD_OK\n)?' % re.escape(end), '', output)
+    return rest != output, rest
+
+
 def report_commands(report, unit, path):
     """Runs a file of shell commands, and says what came of each."""
     report.section('Commands of %s' % path)
     before = q.cvar.sh_set_report_status
     q.cvar.sh_set_report_status = 1
     try:
-        # A backslash has the shell take the next character as it is.
-        output = q.sdc(unit, 'rcload ' + re.escape(path))
+        to_the_end, output = run_commands(unit, path)
     finally:
         q.cvar.sh_set_report_status = before
     report.add(output)
-    if not output.endswith('rcload: CMD_OK\n'):
+    if not to_the_end:
         report.finding('command file %s was not carried out to its end' % path)
 
 
@@ -233,16 +242,15 @@ def report_chip(report, unit, ports):
 
 # --- registers --------------------------------------------------------------
 
-def field_numbers(path):
+def field_numbers(unit):
     """{name: number} of the fields of all registers and memories.
 
-    The module knows fields by number; their names are in the SDK's header.
+    Functions know fields by number; the shell tells the names.
     """
-    with open(path) as header:
-        names = re.findall(r'^ +([A-Z]\w*)f,', header.read(), re.M)
-    if not names:
-        raise CannotDo('%s names no fields' % path)
-    return dict((name, number) for number, name in enumerate(names))
+    row = re.compile(r'\w+ +(\w+) +\d+ +\d+ +(\d+)\b')
+    found = [row.match(line) for line in q.sdc(unit, 'fields').splitlines()]
+    return dict((match.group(1), int(match.group(2)))
+                for match in found if match)
 
 
 class Words(object):
@@ -581,31 +589,60 @@ def report_addresses(report, unit, states):
 
 # --- all of it --------------------------------------------------------------
 
-def chosen_ports(text, all_ports):
-    """The ports of '1-4,7', or all for no text."""
-    if not text:
-        return all_ports
-    ports = set()
+def port_ranges(text):
+    """[(first, last, as it is written)] of '1-4,7'"""
+    found = []
     for part in text.split(','):
         ends = part.split('-')
         if len(ends) > 2 or not all(end.isdigit() for end in ends):
-            raise CannotDo("'%s' are no ports; write 1-4,7" % text)
+            raise argparse.ArgumentTypeError(
+                "'%s' are no ports; write 1-4,7" % text)
         first, last = int(ends[0]), int(ends[-1])
-        if first > last or first not in all_ports or last not in all_ports:
+        if first > last:
+            raise argparse.ArgumentTypeError("'%s' is no range" % part)
+        found.append((first, last, part))
+    return found
+
+
+def chosen_ports(options, all_ports):
+    """The ports to look at; without a choice, all."""
+    if options.loopback not in [None] + all_ports:
+        raise CannotDo('there is no port %d' % options.loopback)
+    if not options.ports:
+        return all_ports
+    ports = set()
+    for first, last, text in options.ports:
+        if first not in all_ports or last not in all_ports:
             raise CannotDo("the unit has ports %s, not '%s'" % (
-                ranges(all_ports), part))
+                ranges(all_ports), text))
         ports.update(range(first, last + 1))
     return sorted(ports)
 
 
-def diagnose(options, report):
+def readable(path):
+    """The path of a file that can be read."""
+    try:
+        open(path).close()
+    except IOError as error:
+        raise argparse.ArgumentTypeError(str(error))
+    return path
+
+
+def begin(options, report):
+    """Starts the unit; returns its ports and those to look at.
+
+    A unit that runs is only reset if it has the ports that were asked for.
+    """
+    if q.bcm_attach_check(options.unit) == q.BCM_E_NONE:
+        chosen_ports(options, front_ports(options.unit))
+    report_start(report, options.unit, options.properties)
+    all_ports = front_ports(options.unit)
+    return all_ports, chosen_ports(options, all_ports)
+
+
+def diagnose(options, report, all_ports, ports):
     unit = options.unit
-    fields = field_numbers(options.fields)
-    report_start(report, unit, options.properties)
-    all_ports = front_ports(unit)
-    ports = chosen_ports(options.ports, all_ports)
-    if options.loopback not in [None] + all_ports:
-        raise CannotDo('there is no port %d' % options.loopback)
+    fields = field_numbers(unit)
     if options.commands:
         report_commands(report, unit, options.commands)
     report_chip(report, unit, all_ports)
@@ -621,40 +658,58 @@ def diagnose(options, report):
 def parse_arguments():
     parser = argparse.ArgumentParser(
         description='Brings a switch chip up and prints a report on it.')
-    parser.add_argument('properties', help='property file to start with')
-    parser.add_argument('commands', nargs='?',
+    parser.add_argument('properties', type=readable,
+                        help='property file to start with')
+    parser.add_argument('commands', nargs='?', type=readable,
                         help='file of shell commands to run after the start')
     parser.add_argument('--unit', type=int, default=0, metavar='NUMBER')
-    parser.add_argument('--ports', metavar='LIST',
+    parser.add_argument('--ports', metavar='LIST', type=port_ranges,
                         help='ports to look at, such as 1-4,7; else all')
     parser.add_argument('--loopback', type=int, metavar='PORT',
                         help='port to put into loopback for a moment')
-    parser.add_argument('--output', metavar='FILE', default=sys.stdout,
-                        type=argparse.FileType('w'),
+    parser.add_argument('--output', metavar='FILE',
                         help='file to write the report to')
-    parser.add_argument('--fields', metavar='HEADER', default=FIELD_HEADER,
-                        help="the SDK's header with the fields of registers")
     options = parser.parse_args()
     if not 0 <= options.unit < q.SOC_MAX_NUM_DEVICES:
         parser.error('there can be no unit %d' % options.unit)
     return options
 
 
+def judge_output(path):
+    """Raises IOError if nothing can be written there, and writes nothing."""
+    is_new = not os.path.exists(path)
+    open(path, 'a').close()
+    if is_new:
+        os.remove(path)
+
+
+def write_report(text, path):
+    if path:
+        with open(path, 'w') as output:
+            output.write(text)
+    else:
+        sys.stdout.write(text)
+        sys.stdout.flush()
+
+
 def main():
     options = parse_arguments()
+    if options.output:
+        judge_output(options.output)
     report = Report('Unit %d, %s' % (options.unit, time.strftime('%F %T %Z')))
     was_attached = q.bcm_attach_check(options.unit) == q.BCM_E_NONE
     failure = None
     try:
-        diagnose(options, report)
-    except (CannotDo, IOError, ValueError) as error:  # get_copyno_* raise
-        failure = error
-        report.finding('the diagnosis ended early: %s' % error)
+        ports = begin(options, report)
+        try:
+            diagnose(options, report, *ports)
+        except (CannotDo, IOError, ValueError) as error:  # get_copyno_* raise
+            failure = error
+            report.finding('the diagnosis ended early: %s' % error)
     finally:
         if not was_attached:
             q.system_shutdown(options.unit, 0)
-    options.output.write(report.text())
-    options.output.flush()
+    write_report(report.text(), options.output)
     if failure:
         print('diagnose: %s' % failure, file=sys.stderr)
         return CANNOT_DO
@@ -664,6 +719,6 @@ def main():
 if __name__ == '__main__':
     try:
         sys.exit(main())
-    except IOError as write_failure:
-        print('diagnose: %s' % write_failure, file=sys.stderr)
+    except (CannotDo, IOError) as refusal:
+        print('diagnose: %s' % refusal, file=sys.stderr)
         sys.exit(CANNOT_DO)

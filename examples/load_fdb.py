@@ -278,15 +278,22 @@ def main():
                         help='then delete this address')
     options = parser.parse_args()
 
+    # All is judged before the first thing is changed.
     front_ports = find_front_ports()
-    addresses = read_dump(options.dump, front_ports)
-    set_up_vlans(addresses)
-    add_addresses(addresses)
+    down = forgotten = None
     if options.down:
-        take_port_down(port_number(options.down, front_ports), addresses)
+        down = port_number(options.down, front_ports)
     if options.forget:
         mac, vlan = options.forget
-        forget(mac_address(mac), vlan_number(vlan), addresses)
+        forgotten = mac_address(mac), vlan_number(vlan)
+    addresses = read_dump(options.dump, front_ports)
+
+    set_up_vlans(addresses)
+    add_addresses(addresses)
+    if down:
+        take_port_down(down, addresses)
+    if forgotten:
+        forget(*forgotten + (addresses,))
 
     table = q.getHwMacTable(UNIT)
     report(table)

@@ -154,8 +154,13 @@ class Diagnose(unittest.TestCase):
             'rcload: CMD_FAIL'])
         finding = 'command file %s was not carried out to its end'
         self.assertEqual(section(report, 'Findings'), [finding % path])
-        report, _ = self.diagnosed(1, CONFIG, self.directory, '--ports', '1')
-        self.assertEqual(section(report, 'Findings'), [finding % self.directory])
+
+    def test_a_command_file_that_succeeds_in_its_own_way(self):
+        for commands in ('echo one & echo two', 'set report_status off\necho quiet', 'echo a\nexit\nnothing',
+                         'set report_time on\necho slow', 'set rcerror off\nvlan create 1'):
+            report, _ = self.diagnosed(0, CONFIG, self.file('rc', commands + '\n'), '--ports', '1')
+            self.assertEqual(section(report, 'Findings'), ['none'], report)
+            self.assertNotIn('carried out', report)
 
     def test_what_cannot_be_done_is_said(self):
         self.addCleanup(re.purge)  # its cache would keep the patterns with names of files
@@ -163,21 +168,54 @@ class Diagnose(unittest.TestCase):
         impossible = self.file('impossible', 'port_init_speed_ce5=17\n')
         for args, reason in (([damaged], 'property file %s is damaged' % re.escape(damaged)),
                              ([impossible], 'unit 0 does not start: a property has a value that cannot be'),
-                             (['no/such/file'], 'there is no property file no/such/file'),
-                             ([self.directory], r'sal_config_refresh\(.*\) returned -11 \(BCM_E_FAIL\)'),
                              ([CONFIG, '--unit', '16'], r'system_init\(16\) returned -3 \(BCM_E_UNIT\)'),
+                             ([CONFIG, '--unit', '1', '--ports', '65'], "the unit has ports 1-64, not '65'"),
+                             ([CONFIG, '--output', '/dev/full'], 'No space left')):
+            self.assertRefused(reason, args)
+        _, errors = self.diagnosed(2, damaged)
+        self.assertEqual(errors[0], damaged + ':2: not a property')
+
+    def assertRefused(self, reason, args, **around):
+        report, errors = self.diagnosed(2, *args, **around)
+        self.assertRegexpMatches(errors[-1], '^diagnose(.py: error)?: .*' + reason)
+        self.assertNotIn('Traceback', ''.join(errors))
+        return report
+
+    def test_arguments_are_judged_before_the_unit_is_reset(self):
+        missing = os.path.join(self.directory, 'missing')
+        for args, reason in ((['no/such/file'], "No such file or directory: 'no/such/file'"),
+                             ([self.directory], 'Is a directory'),
+                             ([CONFIG, missing], 'No such file or directory: .*missing'),
+                             ([CONFIG, self.directory], 'Is a directory'),
                              ([CONFIG, '--unit', '99999999999'], 'there can be no unit 99999999999'),
                              ([CONFIG, '--ports', '1-65'], "the unit has ports 1-64, not '1-65'"),
                              ([CONFIG, '--ports', '1-'], "'1-' are no ports"),
+                             ([CONFIG, '--ports', '3-1'], "'3-1' is no range"),
                              ([CONFIG, '--loopback', '0'], 'there is no port 0'),
-                             ([CONFIG, '--fields', CONFIG], 'diagnose.config names no fields'),
-                             ([CONFIG, '--output', '/dev/full'], 'No space left'),
-                             ([CONFIG, '--output', self.directory], "can't open")):
-            report, errors = self.diagnosed(2, *args)
-            self.assertRegexpMatches(errors[-1], '^diagnose(.py: error)?: .*' + reason)
-            self.assertNotIn('Traceback', ''.join(errors))
-        _, errors = self.diagnosed(2, damaged)
-        self.assertEqual(errors[0], damaged + ':2: not a property')
+                             ([CONFIG, '--output', self.directory], 'Is a directory')):
+            report = self.assertRefused(reason, args, first='q.sdc(0, "vlan create 77")',
+                                        happens='print "reset"', at_end='print q.sdc(0, "vlan")')
+            self.assertNotIn('reset', report)
+            self.assertIn('vlan 77:', report)
+
+    def test_a_report_stays_until_there_is_a_better_one(self):
+        path = self.file('report', 'of yesterday\n')
+        new = os.path.join(self.directory, 'new')
+        for output in (path, new):
+            self.assertRefused('BCM_E_UNIT', [CONFIG, '--unit', '16', '--output', output])
+            self.assertRefused("not '65'", [CONFIG, '--ports', '65', '--output', output])
+        self.assertFalse(os.path.exists(new))
+        with open(path) as report:
+            self.assertEqual(report.read(), 'of yesterday\n')
+        self.diagnosed(0, CONFIG, '--output', path)
+        with open(path) as report:
+            self.assertEqual(section(report.read(), 'Findings'), ['none'])
+
+    def test_it_needs_no_file_beside_it(self):
+        alone = os.path.join(self.directory, 'diagnose.py')
+        shutil.copy(os.path.join(EXAMPLES, 'diagnose.py'), alone)
+        code, report, errors = run(alone, CONFIG, COMMANDS)
+        self.assertEqual((code, errors, section(report, 'Findings')), (0, [], ['none']))
 
     def test_units_that_it_attached_are_detached_again(self):
         for first, units in (('pass', 'unit 0: attached\n'), ('q.bcm_detach(0)', '')):

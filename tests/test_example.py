@@ -10,6 +10,19 @@ import unittest
 EXAMPLES = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, 'examples')
 
 
+# Runs the program and says what the switch then has.
+AND_WHAT_CAME_OF_IT = """
+import runpy, sys
+import QuorelApiNew as q
+sys.argv[:] = sys.argv[1:]
+try:
+    runpy.run_path(sys.argv[0], run_name='__main__')
+finally:
+    print '%d VLANs' % q.sdc(0, 'vlan').count('vlan ')
+    print '%d addresses' % len(q.getHwMacTable(0))
+"""
+
+
 def run(program, *args, **options):
     """(exit code, standard output, standard error's lines)"""
     command = [sys.executable] + options.get('flags', []) + [os.path.join(EXAMPLES, program)] + list(args)
@@ -131,12 +144,19 @@ class Example(unittest.TestCase):
     def test_what_cannot_be_done_ends_with_a_reason(self):
         for args, reason in [
                 (['no/such/file'], 'No such file'),
-                (['--down', 'swp65', self.path], "no interface 'swp65'"),
-                (['--forget', '02:00:00:00:00:01', '10', self.path], 'bcm_l2_addr_delete.*BCM_E_NOT_FOUND'),
-                (['--forget', '02:00:00:00:00:01', '4095', self.path], "'4095' is not a VLAN")]:
+                (['--forget', '02:00:00:00:00:01', '10', self.path], 'bcm_l2_addr_delete.*BCM_E_NOT_FOUND')]:
             code, _, errors = run('load_fdb.py', *args)
             self.assertEqual(code, 1, args)
             self.assertRegexpMatches(errors[-1], '^load_fdb: .*' + reason)
+
+    def test_an_option_is_refused_before_the_switch_changes(self):
+        for args, reason in [(['--down', 'swp65'], "no interface 'swp65'"),
+                             (['--forget', '02:00', '10'], "'02:00' is not a MAC address"),
+                             (['--forget', '02:00:00:00:00:01', '4095'], "'4095' is not a VLAN")]:
+            code, output, errors = run('load_fdb.py', self.path, *args, flags=['-c', AND_WHAT_CAME_OF_IT])
+            self.assertEqual(code, 1, args)
+            self.assertRegexpMatches(errors[-1], '^load_fdb: .*' + reason)
+            self.assertEqual(output.splitlines()[-2:], ['1 VLANs', '0 addresses'])
 
 
 if __name__ == '__main__':

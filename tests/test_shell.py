@@ -65,8 +65,8 @@ class Language(ShellTest):
         for line, result in (("echo 'a", q.CMD_USAGE), ('echo "', q.CMD_USAGE), ('&', q.CMD_USAGE),
                              ('0:', q.CMD_USAGE), ('nothing', q.CMD_NFND), ('u', q.CMD_NFND),
                              ('exit', q.CMD_EXIT), ('0:;', q.CMD_USAGE), ('3:4:echo', q.CMD_NFND),
-                             ('set unit 3', q.CMD_FAIL), ('set 1x 3', q.CMD_FAIL), ('unset y', q.CMD_FAIL),
-                             ('set report_time maybe', q.CMD_FAIL), ('sleep -1', q.CMD_USAGE)):
+                             ('set unit 3', q.CMD_USAGE), ('set 1x 3', q.CMD_USAGE), ('unset y', q.CMD_FAIL),
+                             ('set report_time maybe', q.CMD_USAGE), ('sleep -1', q.CMD_USAGE)):
             self.assertEqual(run(line)[0], result, line)
             self.assertEqual(run(line + '\necho after')[1].count('after\n'), 0)
 
@@ -244,7 +244,7 @@ class Commands(ShellTest):
         for words in ('65 speed=1000', '2-1 speed=1', 'ce99 speed=1', '1 speed',
                       '1 colour=1', '-1 speed=1'):
             self.assertEqual(run('port ' + words)[0], q.CMD_USAGE, words)
-        self.assertEqual(run('port 1 speed=11'), (q.CMD_FAIL, 'port: speed of port 1: BCM_E_PARAM\n'))
+        self.assertEqual(run('port 1 speed=11'), (q.CMD_FAIL, 'port: speed=11 of port 1: BCM_E_PARAM\n'))
         self.assertEqual(run('port 1 vlan=65537')[0], q.CMD_FAIL)
 
     def test_vlans_and_addresses(self):

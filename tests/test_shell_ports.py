@@ -18,7 +18,7 @@ class PortCommands(SwitchTest):
         words = 'port 7 pause=1 vlan=30 learn=%d speed=40000' % (q.BCM_PORT_LEARN_CPU | q.BCM_PORT_LEARN_ARL)
         self.assertEqual(run(words), (q.CMD_OK, ''))
         self.assertEqual(self.row(7), 'ce6 7 enabled up 40000 tx rx 30 L-C'.split())
-        run('port 7 enable=0; port 7 enable=1 enable=0 pause=0 learn=0')  # the last of two counts
+        run('port 7 enable=off; port 7 enable=on enable=off pause=0 learn=0')  # the last of two counts
         self.assertEqual(self.row(7), 'ce6 7 disabled down 40000 30 ---'.split())
         self.assertEqual(self.row(CPU_PORT), 'cpu0 0 enabled up 10000 1 LF-'.split())
         for words in ('1 2', '65', 'ce64', '1-'):
@@ -27,18 +27,18 @@ class PortCommands(SwitchTest):
     def test_a_line_that_cannot_be_read_changes_nothing(self):
         before = self.row(1)
         for words in ('speed', 'speed=', '=1', 'speed=1x', 'speed=99999999999', 'colour=1', '1000'):
-            self.assertEqual(run('port 1 enable=0 ' + words), (q.CMD_USAGE, run('port')[1]), words)
+            self.assertEqual(run('port 1 enable=0 ' + words)[0], q.CMD_USAGE, words)
         self.assertEqual(self.row(1), before)
 
     def test_the_first_port_that_refuses_ends_it(self):
         # Of the ports from 32 to 34, the last two reach 10000 Mbit/s only.
         self.assertEqual(run('port 32-34 speed=25000 enable=0'),
-                         (q.CMD_FAIL, 'port: speed of port 33: BCM_E_PARAM\n'))
+                         (q.CMD_FAIL, 'port: speed=25000 of port 33: BCM_E_PARAM\n'))
         self.assertEqual([(self.row(port)[4], self.row(port)[2]) for port in (32, 33, 34)],
                          [('25000', 'enabled'), ('10000', 'enabled'), ('10000', 'enabled')])
         for words, status in (('vlan=31', 'NOT_FOUND'), ('vlan=0', 'PARAM'), ('vlan=-1', 'PARAM'),
                               ('learn=16', 'PARAM'), ('learn=-1', 'PARAM'), ('speed=0', 'PARAM')):
-            message = 'port: %s of port 32: BCM_E_%s\n' % (words.split('=')[0], status)
+            message = 'port: %s of port 32: BCM_E_%s\n' % (words, status)
             self.assertEqual(run('port 32 ' + words), (q.CMD_FAIL, message))
 
 
@@ -54,10 +54,14 @@ class VlanCommands(SwitchTest):
         run('vlan destroy 9')
         self.assertEqual(len(self.shown()), 1)
 
+    def test_one_vlan_is_shown(self):
+        run('vlan create 9; vlan add 9 3')
+        self.assertEqual(run('vlan show 9'), (q.CMD_OK, 'vlan 9: ports 3; untagged \n'))
+
     def test_what_cannot_be(self):
         run('vlan create 9')
         before = self.shown()
-        for words in ('show 9', 'create', 'create x', 'create 9 1', 'create 65536', 'create -1', 'add 9',
+        for words in ('show 9 9', 'create', 'create x', 'create 9 1', 'create 65536', 'create -1', 'add 9',
                       'add 9 65', 'add 9 1 untaged', 'add 9 1 untagged 2', 'add x 1', 'remove 9',
                       'remove 9 1 untagged', 'remove 9 1 2', 'rename 9', '9'):
             self.assertEqual(run('vlan ' + words)[0], q.CMD_USAGE, words)

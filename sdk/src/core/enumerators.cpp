@@ -11,7 +11,7 @@ int Names::value(std::string_view name) const
 {
     const std::string_view wanted = trimmed(name);
     for (const Enumerator &enumerator : enumerators_) {
-        if (!is_count(enumerator)
+        if (!is_count_of_all(enumerator)
             && (same_text(wanted, enumerator.name) || same_text(wanted, enumerator.name + prefix_.size()))) {
             return enumerator.value;
         }
@@ -22,7 +22,7 @@ int Names::value(std::string_view name) const
 std::string Names::name(int value, bool brief) const
 {
     for (const Enumerator &enumerator : enumerators_) {
-        if (enumerator.value == value && !is_count(enumerator)) {
+        if (enumerator.value == value && !is_count_of_all(enumerator)) {
             return enumerator.name + (brief ? prefix_.size() : 0);
         }
     }
@@ -33,14 +33,14 @@ int Names::out_of_range() const
 {
     int highest = -1;
     for (const Enumerator &enumerator : enumerators_) {
-        highest = is_count(enumerator) ? highest : std::max(highest, enumerator.value);
+        highest = is_count_of_all(enumerator) ? highest : std::max(highest, enumerator.value);
     }
     return highest + 1;
 }
 
-bool Names::is_count(const Enumerator &enumerator) const
+bool Names::is_count_of_all(const Enumerator &enumerator) const
 {
-    return std::string_view(enumerator.name + prefix_.size()) == "Count";
+    return same_text(enumerator.name + prefix_.size(), "Count");
 }
 
 }  // namespace sim

@@ -20,7 +20,7 @@ struct Enumerators {
     const Enumerator *end() const { return last; }
 };
 
-/// The enumerators that users know by name: all but the ...Count at the end, with or without the prefix that
+/// The enumerators that users know by name: all but the ...Count or ..._COUNT at the end, with or without the prefix that
 /// they share.
 class Names {
 public:
@@ -40,7 +40,7 @@ public:
     int out_of_range() const;
 
 private:
-    bool is_count(const Enumerator &enumerator) const;
+    bool is_count_of_all(const Enumerator &enumerator) const;
 
     const Enumerators &enumerators_;
     std::string_view prefix_;

@@ -133,8 +133,12 @@ cmd_result_t sim_sh_rcload_file(int u, args_t *args, char *f, int add_rc)
     }
     const std::string name = add_rc ? with_end(f) : f;
     std::string text;
-    if (read_file(name, &text) != BCM_E_NONE || text.find('\0') != std::string::npos) {
-        std::printf("rcload: %s is no file of commands\n", name.c_str());
+    if (read_file(name, &text) != BCM_E_NONE) {
+        std::printf("rcload: %s cannot be read\n", name.c_str());
+        return CMD_FAIL;
+    }
+    if (text.find('\0') != std::string::npos) {
+        std::printf("rcload: %s is no file of commands: it is not text\n", name.c_str());
         return CMD_FAIL;
     }
     const InFile in_file(words_of(args, name.c_str()));

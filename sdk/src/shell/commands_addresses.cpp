@@ -1,32 +1,14 @@
 /// Commands on the layer-2 address table.
 #include "shell.h"
 #include "shell_commands.h"
-#include "shell_ports.h"
+#include "shell_values.h"
 #include "sim_l2.h"
 
 #include <cstdio>
-#include <iterator>
-#include <string>
-#include <vector>
 
 namespace sim {
 
 namespace {
-
-bool read_mac(const std::string &text, bcm_mac_t mac)
-{
-    unsigned int octets[6];
-    int end = 0;
-    const int fields = std::sscanf(text.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x%n", octets, octets + 1, octets + 2,
-                                   octets + 3, octets + 4, octets + 5, &end);
-    if (fields != 6 || static_cast<std::size_t>(end) != text.size()) {
-        return false;
-    }
-    for (int i = 0; i < 6; ++i) {
-        mac[i] = static_cast<uint8>(octets[i]);
-    }
-    return true;
-}
 
 struct Listing {
     int count;
@@ -59,63 +41,59 @@ cmd_result_t list(int unit, const Arguments &args, bool print)
     return CMD_OK;
 }
 
-/// The words MAC VLAN; false if they cannot be read.
-bool next_address(Arguments *args, bcm_mac_t mac, bcm_vlan_t *vid)
+cmd_result_t show(int unit, Arguments &args)
 {
-    int id;
-    if (args->left() < 2 || !read_mac(args->next(), mac) || !args->next_integer(&id)
-        || id != static_cast<bcm_vlan_t>(id)) {
-        return false;
-    }
-    *vid = static_cast<bcm_vlan_t>(id);
-    return true;
+    return list(unit, args, true);
 }
 
-cmd_result_t add(int unit, Arguments *args)
+cmd_result_t count(int unit, Arguments &args)
+{
+    return list(unit, args, false);
+}
+
+cmd_result_t add(int unit, Arguments &args)
 {
     bcm_mac_t mac;
     bcm_vlan_t vid;
-    std::vector<int> ports;
-    if (!next_address(args, mac, &vid) || args->left() == 0 || !read_ports(unit, args->next(), &ports)
-        || ports.size() != 1) {
-        return CMD_USAGE;
-    }
-    const std::string kind = args->left() > 0 ? args->next() : "dynamic";
-    if (args->left() != 0 || (kind != "static" && kind != "dynamic")) {
+    int port;
+    std::size_t kind = 1;
+    const std::string words = args.peek() + (" " + std::string(args.peek(1)));
+    if (!next_mac(args, mac) || !next_vlan(args, &vid) || !next_port(unit, args, &port)
+        || (args.left() > 0 && !next_choice(args, {"static", "dynamic"}, &kind))) {
         return CMD_USAGE;
     }
     bcm_l2_addr_t address;
     bcm_l2_addr_t_init(&address, mac, vid);
-    address.port = ports.front();
-    address.flags = kind == "static" ? BCM_L2_STATIC : 0;
-    return done_or_fail(*args, "add", bcm_l2_addr_add(unit, &address));
+    address.port = port;
+    address.flags = kind == 0 ? BCM_L2_STATIC : 0;
+    return done_or_fail(args, "add " + words, bcm_l2_addr_add(unit, &address));
 }
 
-cmd_result_t l2(int unit, args_t *a)
+cmd_result_t remove(int unit, Arguments &args)
 {
-    Arguments args(a);
-    const std::string action = args.left() > 0 ? args.next() : "show";
-    if (action == "show" || action == "count") {
-        return args.left() == 0 ? list(unit, args, action == "show") : CMD_USAGE;
-    }
-    if (action == "add") {
-        return add(unit, &args);
-    }
     bcm_mac_t mac;
     bcm_vlan_t vid;
-    if (action == "remove" && next_address(&args, mac, &vid) && args.left() == 0) {
-        return done_or_fail(args, action, bcm_l2_addr_delete(unit, mac, vid));
+    const std::string words = args.peek() + (" " + std::string(args.peek(1)));
+    if (!next_mac(args, mac) || !next_vlan(args, &vid)) {
+        return CMD_USAGE;
     }
-    return CMD_USAGE;
+    return done_or_fail(args, "remove " + words, bcm_l2_addr_delete(unit, mac, vid));
 }
 
-constexpr cmd_t commands[] = {
-    command("l2", l2, "[show | count | add MAC VLAN PORT [static] | remove MAC VLAN]",
-            "look at the layer-2 address table, or change it"),
+constexpr Form l2_forms[] = {
+    {"show", "", show, "list the addresses"},
+    {"count", "", count, "tell how many there are"},
+    {"add", "MAC VLAN PORT [static|dynamic]", add, "add an address, dynamic unless it says static"},
+    {"remove", "MAC VLAN", remove, "remove an address"},
+};
+
+constexpr Command commands[] = {
+    {"l2", "look at the layer-2 address table, or change it", l2_forms,
+     "l2 add 02:00:5e:00:00:01 1 3 static; l2 show"},
 };
 
 }  // namespace
 
-const CommandGroup address_commands = {"Addresses", commands, std::size(commands), true};
+const CommandGroup address_commands = {"Addresses", commands, true};
 
 }  // namespace sim

@@ -2,13 +2,13 @@
 #include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
+#include "shell_values.h"
 #include "shell_variables.h"
 #include "sim_shell.h"
 
 #include <cstdio>
-#include <cstring>
-#include <iterator>
 #include <string>
+#include <vector>
 
 namespace sim {
 
@@ -54,9 +54,9 @@ bool ends_all(cmd_result_t result)
     return result == CMD_EXIT || result == CMD_INTR;
 }
 
-cmd_result_t echo(int, args_t *a)
+cmd_result_t echo(int, Arguments &args)
 {
-    std::printf("%s\n", Arguments(a).rest().c_str());
+    std::printf("%s\n", args.rest().c_str());
     return CMD_OK;
 }
 
@@ -70,85 +70,81 @@ void show_variables()
     }
 }
 
-cmd_result_t set(int, args_t *a)
+cmd_result_t refuse_variable(const Arguments &args, const std::string &name)
 {
-    Arguments args(a);
+    return refuse(args, "'" + name + "' cannot be a variable");
+}
+
+cmd_result_t set(int, Arguments &args)
+{
     if (args.left() == 0) {
         show_variables();
         return CMD_OK;
     }
-    std::string name, value;
-    if (!args.next_setting(&name, &value)) {
-        name = args.next();
-        if (args.left() == 0) {
-            return CMD_USAGE;
-        }
-        value = args.rest();
+    std::string name = args.next();
+    const std::size_t equals = name.find('=');
+    if (equals == std::string::npos && args.left() == 0) {
+        return refuse(args, "VALUE is missing");
     }
-    if (args.left() != 0) {
-        return CMD_USAGE;
+    std::string value = args.rest();
+    if (equals != std::string::npos) {
+        value = name.substr(equals + 1) + (value.empty() ? "" : " ") + value;
+        name.erase(equals);
     }
     if (int *setting = find_setting(name)) {
-        return read_setting(value, setting) ? CMD_OK : fail(args, name + " is a number, on or off");
+        return read_setting(value, setting)
+                   ? CMD_OK
+                   : refuse(args, name + " is a number, on or off, not '" + value + "'");
     }
-    return shell_variables().set(name, value) ? CMD_OK : fail(args, "'" + name + "' cannot be a variable");
+    return shell_variables().set(name, value) ? CMD_OK : refuse_variable(args, name);
 }
 
-cmd_result_t unset(int, args_t *a)
+cmd_result_t unset(int, Arguments &args)
 {
-    Arguments args(a);
     const char *name = args.next();
-    if (name == nullptr || args.left() != 0) {
-        return CMD_USAGE;
-    }
     return shell_variables().unset(name) ? CMD_OK : fail(args, std::string("no variable ") + name);
 }
 
-/// Whether `a operator b` holds; numbers are compared as such. False if there is no such operator.
-bool compare(const std::string &a, const std::string &relation, const std::string &b, bool *holds)
+struct Relation {
+    const char *name;
+    bool (*holds)(int order);
+};
+
+constexpr Relation relations[] = {
+    {"==", [](int order) { return order == 0; }}, {"!=", [](int order) { return order != 0; }},
+    {"<", [](int order) { return order < 0; }},   {"<=", [](int order) { return order <= 0; }},
+    {">", [](int order) { return order > 0; }},   {">=", [](int order) { return order >= 0; }},
+};
+
+std::vector<std::string> relation_names()
+{
+    std::vector<std::string> names;
+    for (const Relation &relation : relations) {
+        names.emplace_back(relation.name);
+    }
+    return names;
+}
+
+/// Below, at or above 0 as a is to b; numbers are compared as such.
+int order_of(const std::string &a, const std::string &b)
 {
     int64 number_a, number_b;
     const bool numbers = read_integer(a, &number_a) && read_integer(b, &number_b);
-    const int order = numbers ? (number_a > number_b) - (number_a < number_b) : a.compare(b);
-    if (relation == "==") {
-        *holds = order == 0;
-    } else if (relation == "!=") {
-        *holds = order != 0;
-    } else if (relation == "<") {
-        *holds = order < 0;
-    } else if (relation == "<=") {
-        *holds = order <= 0;
-    } else if (relation == ">") {
-        *holds = order > 0;
-    } else if (relation == ">=") {
-        *holds = order >= 0;
-    } else {
-        return false;
-    }
-    return true;
+    return numbers ? (number_a > number_b) - (number_a < number_b) : a.compare(b);
 }
 
-cmd_result_t test(int, args_t *a)
+cmd_result_t test(int, Arguments &args)
 {
-    Arguments args(a);
-    if (args.left() != 3) {
+    const std::string left = args.next();
+    std::size_t relation;
+    if (!next_choice(args, relation_names(), &relation)) {
         return CMD_USAGE;
     }
-    const std::string left = args.next(), relation = args.next(), right = args.next();
-    bool holds;
-    if (!compare(left, relation, right, &holds)) {
-        return CMD_USAGE;
-    }
-    return holds ? CMD_OK : test_failed();
+    return relations[relation].holds(order_of(left, args.next())) ? CMD_OK : test_failed();
 }
 
-cmd_result_t condition(int unit, args_t *a)
+cmd_result_t condition(int unit, Arguments &args)
 {
-    Arguments args(a);
-    const int words = args.left();
-    if (words != 2 && words != 3) {
-        return CMD_USAGE;
-    }
     const cmd_result_t held = run_line(unit, args.next());
     if (ends_all(held) || held == CMD_USAGE || held == CMD_NFND) {
         return held == CMD_USAGE ? fail(args, "the condition cannot be read") : held;
@@ -171,11 +167,10 @@ bool pass(int unit, const char *body, cmd_result_t *result)
     return true;
 }
 
-cmd_result_t loop(int unit, args_t *a)
+cmd_result_t loop(int unit, Arguments &args)
 {
-    Arguments args(a);
     int count;
-    if (!args.next_integer(&count) || count < 0 || args.left() != 1) {
+    if (!next_number(args, "COUNT", &count, 0)) {
         return CMD_USAGE;
     }
     const char *body = args.next();
@@ -185,20 +180,20 @@ cmd_result_t loop(int unit, args_t *a)
     return result;
 }
 
-cmd_result_t for_each(int unit, args_t *a)
+cmd_result_t for_each(int unit, Arguments &args)
 {
-    Arguments args(a);
     const char *name = args.next();
+    if (!ShellVariables::is_name(name)) {
+        return refuse_variable(args, name);
+    }
     int low, high;
-    if (name == nullptr || !args.next_integer(&low) || !args.next_integer(&high) || args.left() != 1) {
+    if (!next_number(args, "LOW", &low) || !next_number(args, "HIGH", &high)) {
         return CMD_USAGE;
     }
     const char *body = args.next();
     cmd_result_t result = CMD_OK;
     for (long long value = low; value <= high; ++value) {
-        if (!shell_variables().set(name, std::to_string(value))) {
-            return fail(args, std::string("'") + name + "' cannot be a variable");
-        }
+        shell_variables().set(name, std::to_string(value));
         if (!pass(unit, body, &result)) {
             break;
         }
@@ -206,30 +201,37 @@ cmd_result_t for_each(int unit, args_t *a)
     return result;
 }
 
-cmd_result_t rcload(int unit, args_t *a)
+cmd_result_t rcload(int unit, Arguments &args)
 {
-    Arguments args(a);
     const char *file = args.next();
-    if (file == nullptr) {
-        return CMD_USAGE;
-    }
-    return sim_sh_rcload_file(unit, a, const_cast<char *>(file), 0);
+    return sim_sh_rcload_file(unit, args.record(), const_cast<char *>(file), 0);
 }
 
-constexpr cmd_t commands[] = {
-    command("echo", echo, "[WORD...]", "print the words"),
-    command("set", set, "[NAME VALUE | NAME=VALUE]", "show or set settings and variables"),
-    command("unset", unset, "NAME", "remove a variable"),
-    command("test", test, "A ==|!=|<|<=|>|>= B", "fail unless it holds"),
-    command("if", condition, "'COMMANDS' 'COMMANDS' ['COMMANDS']",
-            "run the second if the first succeed, else the third"),
-    command("loop", loop, "COUNT 'COMMANDS'", "run commands a number of times"),
-    command("for", for_each, "NAME LOW HIGH 'COMMANDS'", "run commands with a variable from LOW to HIGH"),
-    command("rcload", rcload, "FILE [WORD...]", "run the commands of a file, in which $1 is the first word"),
+constexpr Form echo_forms[] = {{"", "[WORD...]", echo, ""}};
+constexpr Form set_forms[] = {{"", "[NAME VALUE...]", set, "show all, or set one; NAME=VALUE does it too"}};
+constexpr Form unset_forms[] = {{"", "NAME", unset, ""}};
+constexpr Form test_forms[] = {{"", "A RELATION B", test, "RELATION is one of ==, !=, <, <=, >, >="}};
+constexpr Form if_forms[] = {{"", "'CONDITION' 'COMMANDS' ['COMMANDS']", condition, ""}};
+constexpr Form loop_forms[] = {{"", "COUNT 'COMMANDS'", loop, ""}};
+constexpr Form for_forms[] = {{"", "NAME LOW HIGH 'COMMANDS'", for_each, ""}};
+constexpr Form rcload_forms[] = {{"", "FILE [WORD...]", rcload, ""}};
+
+constexpr Command commands[] = {
+    {"echo", "print the words", echo_forms, "echo unit $unit"},
+    {"set", "show or set settings and variables", set_forms, "set uplink 63; ps $uplink"},
+    {"unset", "remove a variable", unset_forms, "set uplink 63; unset uplink"},
+    {"test", "fail unless it holds", test_forms, "test $unit == 0"},
+    {"if", "run the second if the first succeeds, else the third", if_forms,
+     "if 'test $unit == 0' 'echo first' 'echo other'"},
+    {"loop", "run commands a number of times", loop_forms, "loop 3 'counters 1; sleep 10'"},
+    {"for", "run commands with a variable from LOW to HIGH", for_forms,
+     "for id 100 103 'vlan create $id; vlan add $id 63'"},
+    {"rcload", "run the commands of a file, in which $1 is the first word", rcload_forms,
+     "rcload uplinks.soc 63"},
 };
 
 }  // namespace
 
-const CommandGroup language_commands = {"Language", commands, std::size(commands), false};
+const CommandGroup language_commands = {"Language", commands, false};
 
 }  // namespace sim

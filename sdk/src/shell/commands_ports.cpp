@@ -3,28 +3,19 @@
 #include "number_text.h"
 #include "shell.h"
 #include "shell_commands.h"
-#include "shell_ports.h"
+#include "shell_values.h"
 #include "sim_gport.h"
 #include "sim_port.h"
 #include "sim_stat.h"
 #include "sim_vlan.h"
 
 #include <cstdio>
-#include <cstring>
-#include <iterator>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace sim {
 
 namespace {
-
-/// Reads the next word as ports; without one, all of them. False if it cannot be read.
-bool next_ports(int unit, Arguments *args, std::vector<int> *ports)
-{
-    return read_ports(unit, args->left() > 0 ? args->next() : "all", ports);
-}
 
 std::string learning_text(uint32 flags)
 {
@@ -55,11 +46,10 @@ int print_status(int unit, int port)
     return BCM_E_NONE;
 }
 
-cmd_result_t ps(int unit, args_t *a)
+cmd_result_t ps(int unit, Arguments &args)
 {
-    Arguments args(a);
     std::vector<int> ports;
-    if (!next_ports(unit, &args, &ports) || args.left() != 0) {
+    if (!next_ports(unit, args, &ports)) {
         return CMD_USAGE;
     }
     std::printf("port          state    link  Mbit/s  pause  vlan  learning\n");
@@ -74,20 +64,22 @@ cmd_result_t ps(int unit, args_t *a)
 
 struct PortSetting {
     const char *key;
+    bool is_switch;  ///< on or off
     int (*set)(int unit, int port, int value);
 };
 
 const PortSetting port_settings[] = {
-    {"enable", bcm_port_enable_set},
-    {"speed", bcm_port_speed_set},
-    {"pause", [](int unit, int port, int value) { return bcm_port_pause_set(unit, port, value, value); }},
-    {"vlan",
+    {"enable", true, bcm_port_enable_set},
+    {"speed", false, bcm_port_speed_set},
+    {"pause", true,
+     [](int unit, int port, int value) { return bcm_port_pause_set(unit, port, value, value); }},
+    {"vlan", false,
      [](int unit, int port, int value) {
          return value == static_cast<bcm_vlan_t>(value)
                     ? bcm_port_untagged_vlan_set(unit, port, static_cast<bcm_vlan_t>(value))
                     : static_cast<int>(BCM_E_PARAM);
      }},
-    {"learn", [](int unit, int port, int value) {
+    {"learn", false, [](int unit, int port, int value) {
          return bcm_port_learn_set(unit, port, static_cast<uint32>(value));
      }}};
 
@@ -101,29 +93,70 @@ const PortSetting *find_port_setting(const std::string &key)
     return nullptr;
 }
 
-cmd_result_t port(int unit, args_t *a)
+std::vector<std::string> setting_keys()
 {
-    Arguments args(a);
+    std::vector<std::string> keys;
+    for (const PortSetting &setting : port_settings) {
+        keys.emplace_back(setting.key);
+    }
+    return keys;
+}
+
+bool read_setting_value(const PortSetting &setting, const std::string &text, int *value)
+{
+    if (setting.is_switch && (text == "on" || text == "off")) {
+        *value = text == "on";
+        return true;
+    }
+    return read_int(text, value) && (!setting.is_switch || *value == 0 || *value == 1);
+}
+
+struct PortChange {
+    const PortSetting *setting;
+    int value;
+};
+
+/// Reads the words that are left; false if one is refused.
+bool next_changes(Arguments &args, std::vector<PortChange> *changes)
+{
+    while (args.left() > 0) {
+        const std::string word = args.peek();
+        std::string key, text;
+        if (!next_setting(args, &key, &text)) {
+            return false;
+        }
+        PortChange change = {find_port_setting(key), 0};
+        if (change.setting == nullptr) {
+            refuse(args, "'" + word + "' sets none of " + listed(setting_keys()));
+            return false;
+        }
+        if (!read_setting_value(*change.setting, text, &change.value)) {
+            refuse(args, key
+                             + (change.setting->is_switch ? " is on or off, not '" + text + "'"
+                                                          : " '" + text + "' is no number"));
+            return false;
+        }
+        changes->push_back(change);
+    }
+    return true;
+}
+
+cmd_result_t port(int unit, Arguments &args)
+{
+    // All words are read before the first is carried out, so that a misspelt line changes nothing.
     std::vector<int> ports;
-    if (args.left() < 2 || !next_ports(unit, &args, &ports)) {
+    std::vector<PortChange> changes;
+    if (!next_ports(unit, args, &ports) || !next_changes(args, &changes)) {
         return CMD_USAGE;
     }
-    // All words are read before the first is carried out, so that a misspelt line changes nothing.
-    std::vector<std::pair<const PortSetting *, int>> changes;
-    while (args.left() > 0) {
-        std::string key, text;
-        int value;
-        const PortSetting *setting = args.next_setting(&key, &text) ? find_port_setting(key) : nullptr;
-        if (setting == nullptr || !read_int(text, &value)) {
-            return CMD_USAGE;
-        }
-        changes.emplace_back(setting, value);
-    }
-    for (const auto &[setting, value] : changes) {
+    for (const PortChange &change : changes) {
         for (const int number : ports) {
-            const int rc = setting->set(unit, number, value);
+            const int rc = change.setting->set(unit, number, change.value);
             if (rc < 0) {
-                return done_or_fail(args, setting->key + (" of port " + std::to_string(number)), rc);
+                return done_or_fail(args,
+                                    std::string(change.setting->key) + "=" + std::to_string(change.value)
+                                        + " of port " + std::to_string(number),
+                                    rc);
             }
         }
     }
@@ -147,24 +180,29 @@ int print_counters(int unit, int port)
     return BCM_E_NONE;
 }
 
-cmd_result_t counters(int unit, args_t *a)
+cmd_result_t on_counters(int unit, Arguments &args, int (*action)(int unit, int port))
 {
-    Arguments args(a);
-    const bool clears = args.left() > 0 && std::string(args.peek()) == "clear";
-    if (clears) {
-        args.next();
-    }
     std::vector<int> ports;
-    if (!next_ports(unit, &args, &ports) || args.left() != 0) {
+    if (!next_ports(unit, args, &ports)) {
         return CMD_USAGE;
     }
     for (const int port : ports) {
-        const int rc = clears ? bcm_stat_clear(unit, port) : print_counters(unit, port);
+        const int rc = action(unit, port);
         if (rc < 0) {
             return done_or_fail(args, "port " + std::to_string(port), rc);
         }
     }
     return CMD_OK;
+}
+
+cmd_result_t show_counters(int unit, Arguments &args)
+{
+    return on_counters(unit, args, print_counters);
+}
+
+cmd_result_t clear_counters(int unit, Arguments &args)
+{
+    return on_counters(unit, args, bcm_stat_clear);
 }
 
 /// "1-3,7"
@@ -186,20 +224,34 @@ std::string port_list(const bcm_pbmp_t &ports)
     return text;
 }
 
-cmd_result_t show_vlans(int unit, const Arguments &args)
+cmd_result_t vlan_done(const Arguments &args, bcm_vlan_t vid, int status)
 {
+    return done_or_fail(args, args.form()->action + (" " + std::to_string(vid)), status);
+}
+
+cmd_result_t show_vlans(int unit, Arguments &args)
+{
+    bcm_vlan_t only = 0;
+    const bool all = args.left() == 0;
+    if (!all && !next_vlan(args, &only)) {
+        return CMD_USAGE;
+    }
     bcm_vlan_data_t *list = nullptr;
     int count = 0;
     const int rc = bcm_vlan_list(unit, &list, &count);
     if (rc < 0) {
         return done_or_fail(args, "show", rc);
     }
+    bool any = false;
     for (int i = 0; i < count; ++i) {
-        std::printf("vlan %d: ports %s; untagged %s\n", list[i].vlan_tag,
-                    port_list(list[i].port_bitmap).c_str(), port_list(list[i].ut_port_bitmap).c_str());
+        if (all || list[i].vlan_tag == only) {
+            any = true;
+            std::printf("vlan %d: ports %s; untagged %s\n", list[i].vlan_tag,
+                        port_list(list[i].port_bitmap).c_str(), port_list(list[i].ut_port_bitmap).c_str());
+        }
     }
     bcm_vlan_list_destroy(unit, list, count);
-    return CMD_OK;
+    return all || any ? CMD_OK : vlan_done(args, only, BCM_E_NOT_FOUND);
 }
 
 bcm_pbmp_t bitmap(const std::vector<int> &ports)
@@ -211,51 +263,74 @@ bcm_pbmp_t bitmap(const std::vector<int> &ports)
     return bits;
 }
 
-cmd_result_t vlan(int unit, args_t *a)
+cmd_result_t create_vlan(int unit, Arguments &args)
 {
-    Arguments args(a);
-    const std::string action = args.left() > 0 ? args.next() : "show";
-    if (action == "show") {
-        return args.left() == 0 ? show_vlans(unit, args) : CMD_USAGE;
-    }
-    int id;
-    if (!args.next_integer(&id) || id != static_cast<bcm_vlan_t>(id)) {
-        return CMD_USAGE;
-    }
-    const bcm_vlan_t vid = static_cast<bcm_vlan_t>(id);
-    const std::string what = action + " " + std::to_string(id);
-    if ((action == "create" || action == "destroy") && args.left() == 0) {
-        const int rc = action == "create" ? bcm_vlan_create(unit, vid) : bcm_vlan_destroy(unit, vid);
-        return done_or_fail(args, what, rc);
-    }
+    bcm_vlan_t vid;
+    return next_vlan(args, &vid) ? vlan_done(args, vid, bcm_vlan_create(unit, vid)) : CMD_USAGE;
+}
+
+cmd_result_t destroy_vlan(int unit, Arguments &args)
+{
+    bcm_vlan_t vid;
+    return next_vlan(args, &vid) ? vlan_done(args, vid, bcm_vlan_destroy(unit, vid)) : CMD_USAGE;
+}
+
+cmd_result_t add_to_vlan(int unit, Arguments &args)
+{
+    bcm_vlan_t vid;
     std::vector<int> ports;
-    if ((action != "add" && action != "remove") || args.left() == 0 || !next_ports(unit, &args, &ports)) {
+    if (!next_vlan(args, &vid) || !next_ports(unit, args, &ports)) {
         return CMD_USAGE;
     }
+    std::size_t place;
     const bool untagged = args.left() > 0;
-    if (untagged && (action != "add" || std::string(args.next()) != "untagged")) {
-        return CMD_USAGE;
-    }
-    if (args.left() != 0) {
+    if (untagged && !next_choice(args, {"untagged"}, &place)) {
         return CMD_USAGE;
     }
     const bcm_pbmp_t members = bitmap(ports);
-    const int rc = action == "add" ? bcm_vlan_port_add(unit, vid, members, untagged ? members : bcm_pbmp_t{})
-                                   : bcm_vlan_port_remove(unit, vid, members);
-    return done_or_fail(args, what, rc);
+    return vlan_done(args, vid, bcm_vlan_port_add(unit, vid, members, untagged ? members : bcm_pbmp_t{}));
 }
 
-constexpr cmd_t commands[] = {
-    command("ps", ps, "[PORTS]", "show the ports' status"),
-    command("port", port, "PORTS SETTING=NUMBER...",
-            "set enable, speed (Mbit/s), pause, vlan or learn (flags)"),
-    command("counters", counters, "[clear] [PORTS]", "show the ports' counters that are not 0, or clear all"),
-    command("vlan", vlan, "[show | create ID | destroy ID | add ID PORTS [untagged] | remove ID PORTS]",
-            "look at VLANs and their ports, or change them"),
+cmd_result_t remove_from_vlan(int unit, Arguments &args)
+{
+    bcm_vlan_t vid;
+    std::vector<int> ports;
+    if (!next_vlan(args, &vid) || !next_ports(unit, args, &ports)) {
+        return CMD_USAGE;
+    }
+    return vlan_done(args, vid, bcm_vlan_port_remove(unit, vid, bitmap(ports)));
+}
+
+constexpr Form ps_forms[] = {{"", "[PORTS]", ps, ""}};
+
+constexpr Form port_forms[] = {
+    {"", "PORTS SETTING=VALUE...", port, "enable, pause: on or off; speed in Mbit/s; vlan; learn: flags"}};
+
+constexpr Form counters_forms[] = {
+    {"", "[PORTS]", show_counters, "show the counters that are not 0"},
+    {"clear", "[PORTS]", clear_counters, "set them to 0"},
+};
+
+constexpr Form vlan_forms[] = {
+    {"show", "[ID]", show_vlans, "list all VLANs or one, with their ports"},
+    {"create", "ID", create_vlan, "create a VLAN without ports"},
+    {"destroy", "ID", destroy_vlan, "remove a VLAN"},
+    {"add", "ID PORTS [untagged]", add_to_vlan,
+     "add ports, whose packets leave tagged unless it says untagged"},
+    {"remove", "ID PORTS", remove_from_vlan, "remove ports"},
+};
+
+constexpr Command commands[] = {
+    {"ps", "show the ports' status", ps_forms, "ps 1-4,ce62"},
+    {"port", "set enable, speed, pause, vlan or learn", port_forms, "port 1-4 speed=40000 enable=on"},
+    {"counters", "show the ports' counters, or clear them", counters_forms,
+     "counters clear 1-4; counters 1-4"},
+    {"vlan", "look at VLANs and their ports, or change them", vlan_forms,
+     "vlan create 100; vlan add 100 1-4 untagged; vlan show"},
 };
 
 }  // namespace
 
-const CommandGroup port_commands = {"Ports", commands, std::size(commands), true};
+const CommandGroup port_commands = {"Ports", commands, true};
 
 }  // namespace sim

@@ -2,15 +2,15 @@
 #include "ctrl_c.h"
 #include "shell.h"
 #include "shell_commands.h"
+#include "shell_values.h"
 #include "sim_shell.h"
 
 #include <time.h>
 
 #include <appl/build.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <iterator>
 #include <string>
 
 namespace sim {
@@ -22,48 +22,72 @@ const char *text_or_unknown(const char *text)
     return text != nullptr ? text : "unknown";
 }
 
-cmd_result_t help(int, args_t *a)
+cmd_result_t list_commands(int, Arguments &)
 {
-    Arguments args(a);
-    if (const char *name = args.next()) {
-        const FoundCommand found = find_command(name);
-        if (found.command == nullptr) {
-            return fail(args, std::string("no command ") + name);
-        }
-        std::printf("%s %s\n    %s\n", found.command->c_cmd, found.command->c_usage, found.command->c_help);
-        return args.left() == 0 ? CMD_OK : CMD_USAGE;
-    }
     for (const CommandGroup *group : command_groups()) {
         std::printf("%s\n", group->title);
-        for (std::size_t i = 0; i < group->count; ++i) {
-            std::printf("    %-10s %s\n", group->first[i].c_cmd, group->first[i].c_help);
+        for (const Command &command : group->commands) {
+            std::printf("    %-10s %s\n", command.name, command.help);
         }
     }
     return CMD_OK;
 }
 
-cmd_result_t version(int, args_t *a)
+void tell(const Command &command)
 {
-    Arguments args(a);
-    const char *word = args.next();
-    if (args.left() != 0 || (word != nullptr && std::string(word) != "all")) {
-        return CMD_USAGE;
+    std::printf("%s: %s\n", command.name, command.help);
+    int width = 0;
+    for (const Form &form : command.forms) {
+        width = std::max(width, static_cast<int>(form_text(command, form).size()));
     }
-    sim_sh_print_version(word != nullptr);
+    for (const Form &form : command.forms) {
+        const std::string text = form_text(command, form);
+        if (*form.help != '\0') {
+            std::printf("    %-*s  %s\n", width, text.c_str(), form.help);
+        } else {
+            std::printf("    %s\n", text.c_str());
+        }
+    }
+    std::printf("example: %s\n", command.example);
+}
+
+cmd_result_t help(int unit, Arguments &args)
+{
+    if (args.left() == 0) {
+        return list_commands(unit, args);
+    }
+    const std::string name = args.next();
+    const FoundCommand found = find_command(name);
+    if (found.command == nullptr) {
+        return fail(args, found.candidates.empty() ? "no command '" + name + "'"
+                                                   : "'" + name + "' may be " + found.candidates);
+    }
+    tell(*found.command);
+    return CMD_OK;
+}
+
+cmd_result_t version(int, Arguments &)
+{
+    sim_sh_print_version(0);
+    return CMD_OK;
+}
+
+cmd_result_t full_version(int, Arguments &)
+{
+    sim_sh_print_version(1);
     return CMD_OK;
 }
 
 /// Sleeps in short steps, so that Ctrl-C ends it soon.
-cmd_result_t sleep_for(int, args_t *a)
+cmd_result_t sleep_for(int, Arguments &args)
 {
-    Arguments args(a);
     int milliseconds;
-    if (!args.next_integer(&milliseconds) || milliseconds < 0 || args.left() != 0) {
+    if (!next_number(args, "MILLISECONDS", &milliseconds, 0)) {
         return CMD_USAGE;
     }
     constexpr int step_max = 50;
     while (milliseconds > 0 && !ctrl_c_came()) {
-        const int step = milliseconds < step_max ? milliseconds : step_max;
+        const int step = std::min(milliseconds, step_max);
         const timespec duration = {0, step * 1000000L};
         ::nanosleep(&duration, nullptr);
         milliseconds -= step;
@@ -71,28 +95,37 @@ cmd_result_t sleep_for(int, args_t *a)
     return ctrl_c_came() ? CMD_INTR : CMD_OK;
 }
 
-cmd_result_t jobs(int, args_t *)
+cmd_result_t jobs(int, Arguments &)
 {
     print_background_jobs();
     return CMD_OK;
 }
 
-cmd_result_t leave(int, args_t *)
+cmd_result_t leave(int, Arguments &)
 {
     return CMD_EXIT;
 }
 
-constexpr cmd_t commands[] = {
-    command("help", help, "[COMMAND]", "list commands, or tell about one"),
-    command("version", version, "[all]", "tell what the SDK was built from"),
-    command("sleep", sleep_for, "MILLISECONDS", "wait"),
-    command("jobs", jobs, "", "list background commands"),
-    command("exit", leave, "", "end the shell or command file"),
+constexpr Form help_forms[] = {{"", "[COMMAND]", help, ""}};
+constexpr Form version_forms[] = {
+    {"", "", version, "tell the release"},
+    {"all", "", full_version, "tell also who built it, where, when and from what"},
+};
+constexpr Form sleep_forms[] = {{"", "MILLISECONDS", sleep_for, ""}};
+constexpr Form jobs_forms[] = {{"", "", jobs, ""}};
+constexpr Form exit_forms[] = {{"", "", leave, ""}};
+
+constexpr Command commands[] = {
+    {"help", "list commands, or tell about one", help_forms, "help vlan"},
+    {"version", "tell what the SDK was built from", version_forms, "version all"},
+    {"sleep", "wait", sleep_forms, "sleep 50; ps 1"},
+    {"jobs", "list background commands and what became of them", jobs_forms, "counters & jobs"},
+    {"exit", "end the shell or command file", exit_forms, "exit"},
 };
 
 }  // namespace
 
-const CommandGroup session_commands = {"Shell", commands, std::size(commands), false};
+const CommandGroup session_commands = {"Shell", commands, false};
 
 }  // namespace sim
 

@@ -3,13 +3,13 @@
 #include "begin.h"
 #include "shell.h"
 #include "shell_commands.h"
+#include "shell_values.h"
 #include "sim_rx.h"
 #include "sim_shell.h"
 #include "switch.h"
 
 #include <array>
 #include <cstdio>
-#include <iterator>
 #include <string>
 
 namespace sim {
@@ -45,7 +45,7 @@ bcm_rx_t on_packet(int unit, bcm_pkt_t *pkt, void *)
     return BCM_RX_NOT_HANDLED;
 }
 
-cmd_result_t start(int unit, const Arguments &args)
+cmd_result_t start(int unit, Arguments &args)
 {
     Watch &watch = *watch_of(unit);
     if (watch.runs) {
@@ -64,45 +64,43 @@ cmd_result_t start(int unit, const Arguments &args)
     return CMD_OK;
 }
 
-void report(int unit)
+cmd_result_t stop(int unit, Arguments &args)
+{
+    return stop_packet_watch(unit) ? CMD_OK : fail(args, "does not run");
+}
+
+cmd_result_t print(int unit, Arguments &args)
+{
+    std::size_t place;
+    if (!next_choice(args, {"on", "off"}, &place)) {
+        return CMD_USAGE;
+    }
+    watch_of(unit)->prints = place == 0;
+    return CMD_OK;
+}
+
+cmd_result_t report(int unit, Arguments &)
 {
     const Watch &watch = *watch_of(unit);
     std::printf("pw: %s, %lu packets, printing %s\n", watch.runs ? "runs" : "does not run", watch.packets,
                 watch.prints ? "on" : "off");
+    return CMD_OK;
 }
 
-cmd_result_t pw(int unit, args_t *a)
-{
-    Arguments args(a);
-    const std::string action = args.left() > 0 ? args.next() : "report";
-    const std::string option = args.left() > 0 ? args.next() : "";
-    if (args.left() != 0 || (action != "print" && !option.empty())) {
-        return CMD_USAGE;
-    }
-    if (action == "start") {
-        return start(unit, args);
-    }
-    if (action == "stop") {
-        return stop_packet_watch(unit) ? CMD_OK : fail(args, "does not run");
-    }
-    if (action == "print" && (option == "on" || option == "off")) {
-        watch_of(unit)->prints = option == "on";
-        return CMD_OK;
-    }
-    if (action == "report") {
-        report(unit);
-        return CMD_OK;
-    }
-    return CMD_USAGE;
-}
+constexpr Form pw_forms[] = {
+    {"report", "", report, "tell whether it runs and how many packets it has seen"},
+    {"start", "", start, "watch from now on"},
+    {"stop", "", stop, "watch no longer"},
+    {"print", "on|off", print, "print a line for each packet, or do not"},
+};
 
-constexpr cmd_t commands[] = {
-    command("pw", pw, "[start | stop | report | print on|off]", "watch the packets that the CPU receives"),
+constexpr Command commands[] = {
+    {"pw", "watch the packets that the CPU receives", pw_forms, "pw start; pw print on; pw report; pw stop"},
 };
 
 }  // namespace
 
-const CommandGroup packet_commands = {"Packets", commands, std::size(commands), true};
+const CommandGroup packet_commands = {"Packets", commands, true};
 
 bool stop_packet_watch(int unit)
 {

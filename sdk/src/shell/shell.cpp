@@ -26,24 +26,12 @@ public:
     Deeper &operator=(const Deeper &) = delete;
 };
 
-cmd_result_t run_found(int unit, const FoundCommand &found, args_t *args)
+cmd_result_t run_form(int unit, const Command &command, args_t *words)
 {
-    if (found.group->needs_unit && sim_sh_check_attached(found.command->c_cmd, unit) != 0) {
-        return CMD_FAIL;
-    }
-    const auto begin = std::chrono::steady_clock::now();
-    cmd_result_t result = found.command->c_f(unit, args);
-    if (result == CMD_USAGE) {
-        std::printf("usage: %s %s\n", found.command->c_cmd, found.command->c_usage);
-    }
-    if (sh_set_report_time) {
-        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
-        std::printf("%s: %.6f s\n", found.command->c_cmd, seconds.count());
-    }
-    if (sh_set_report_status) {
-        std::printf("%s: %s\n", found.command->c_cmd, result_name(result));
-    }
-    return result;
+    Arguments args(words);
+    std::string wrong;
+    const Form *form = choose_form(command, &args, &wrong);
+    return form != nullptr ? form->run(unit, args) : refuse(args, wrong);
 }
 
 cmd_result_t not_found(const std::string &name, const FoundCommand &found)
@@ -56,7 +44,7 @@ cmd_result_t not_found(const std::string &name, const FoundCommand &found)
     return CMD_NFND;
 }
 
-cmd_result_t run_command(int line_unit, const ShellCommand &command)
+cmd_result_t run_or_postpone(int line_unit, const ShellCommand &command)
 {
     failure_was_a_test = false;
     const int unit = command.unit.value_or(line_unit);
@@ -71,14 +59,15 @@ cmd_result_t run_command(int line_unit, const ShellCommand &command)
     }
     args_t args;
     if (!make_arguments(command.words, &args)) {
-        std::printf("%s: too many or too long words\n", found.command->c_cmd);
+        std::printf("%s: more than %d words or %d characters\n", found.command->name, SH_WORDS_MAX,
+                    SH_TEXT_MAX);
         return CMD_USAGE;
     }
     if (!command.background) {
-        return run_found(unit, found, &args);
+        return run_command(unit, found, &args);
     }
     if (!background_allowed()) {
-        std::printf("%s: no background commands here\n", found.command->c_cmd);
+        std::printf("%s: no background commands here\n", found.command->name);
         return CMD_NOTIMPL;
     }
     add_background_job(unit, args);
@@ -118,11 +107,29 @@ cmd_result_t run_line(int unit, const std::string &text)
         if (found == ShellLine::Found::end) {
             return CMD_OK;
         }
-        const cmd_result_t result = run_command(unit, command);
+        const cmd_result_t result = run_or_postpone(unit, command);
         if (result != CMD_OK) {
             return result;
         }
     }
+}
+
+cmd_result_t run_command(int unit, const FoundCommand &found, args_t *words)
+{
+    const char *name = found.command->name;
+    if (found.group->needs_unit && sim_sh_check_attached(name, unit) != 0) {
+        return CMD_FAIL;
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    const cmd_result_t result = run_form(unit, *found.command, words);
+    if (sh_set_report_time) {
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
+        std::printf("%s: %.6f s\n", name, seconds.count());
+    }
+    if (sh_set_report_status) {
+        std::printf("%s: %s\n", name, result_name(result));
+    }
+    return result;
 }
 
 const char *result_name(cmd_result_t result)
@@ -144,6 +151,19 @@ const char *result_name(cmd_result_t result)
         return "CMD_NOTIMPL";
     }
     return "unknown result";
+}
+
+cmd_result_t refuse(const Arguments &args, const std::string &what)
+{
+    std::printf("%s: %s\n", args.name(), what.c_str());
+    const char *begin = "usage:";
+    for (const Form &form : args.command()->forms) {
+        if (args.form() == nullptr || args.form() == &form) {
+            std::printf("%-6s %s\n", begin, form_text(*args.command(), form).c_str());
+            begin = "";
+        }
+    }
+    return CMD_USAGE;
 }
 
 cmd_result_t fail(const Arguments &args, const std::string &what)
@@ -194,7 +214,7 @@ cmd_result_t sim_sh_process_command_check(int unit, char *c)
     ShellLine line(c);
     ShellCommand command;
     std::string error;
-    args_t args;
+    args_t words;
     switch (line.next(variables_of(unit), &command, &error)) {
     case ShellLine::Found::error:
         return CMD_USAGE;
@@ -203,10 +223,15 @@ cmd_result_t sim_sh_process_command_check(int unit, char *c)
     case ShellLine::Found::command:
         break;
     }
-    if (command.words.empty() || !make_arguments(command.words, &args)) {
+    if (command.words.empty() || !make_arguments(command.words, &words)) {
         return CMD_USAGE;
     }
-    return find_command(command.words.front()).command != nullptr ? CMD_OK : CMD_NFND;
+    const FoundCommand found = find_command(command.words.front());
+    if (found.command == nullptr) {
+        return CMD_NFND;
+    }
+    Arguments args(&words);
+    return choose_form(*found.command, &args, &error) != nullptr ? CMD_OK : CMD_USAGE;
 }
 
 int sim_sh_check_attached(const char *pfx, int unit)

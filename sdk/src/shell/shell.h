@@ -10,6 +10,8 @@
 
 namespace sim {
 
+struct FoundCommand;
+
 /// Commands within commands (command files, loops, conditions) at most.
 constexpr int shell_depth_max = 32;
 
@@ -19,6 +21,11 @@ cmd_result_t run_line(int unit, const std::string &text);
 /// As it is spelt in C.
 const char *result_name(cmd_result_t result);
 
+/// Runs a command with its words, and reports as the settings say.
+cmd_result_t run_command(int unit, const FoundCommand &found, args_t *words);
+
+/// Prints what is wrong with the words and how the command is used, and returns CMD_USAGE.
+cmd_result_t refuse(const Arguments &args, const std::string &what);
 /// Prints a message of the command and returns CMD_FAIL.
 cmd_result_t fail(const Arguments &args, const std::string &what);
 /// The same with the name of an SDK status; CMD_OK and nothing is printed for success.

@@ -1,7 +1,5 @@
 #include "shell_arguments.h"
 
-#include "number_text.h"
-
 #include <cstring>
 
 namespace sim {
@@ -44,11 +42,22 @@ bool make_arguments(const std::vector<std::string> &words, args_t *args)
     return true;
 }
 
+bool split_setting(const std::string &word, std::string *key, std::string *value)
+{
+    const std::size_t equals = word.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        return false;
+    }
+    *key = word.substr(0, equals);
+    *value = word.substr(equals + 1);
+    return true;
+}
+
 Arguments::Arguments(args_t *args) : args_(args), valid_(is_whole(args)) {}
 
-const char *Arguments::peek() const
+const char *Arguments::peek(int ahead) const
 {
-    return left() > 0 ? text(args_->next) : nullptr;
+    return ahead < left() ? text(args_->next + ahead) : nullptr;
 }
 
 const char *Arguments::next()
@@ -56,27 +65,10 @@ const char *Arguments::next()
     return left() > 0 ? text(args_->next++) : nullptr;
 }
 
-bool Arguments::next_integer(int *value)
+void Arguments::is_call_of(const Command *command, const Form *form)
 {
-    const char *word = peek();
-    if (word == nullptr || !read_int(word, value)) {
-        return false;
-    }
-    ++args_->next;
-    return true;
-}
-
-bool Arguments::next_setting(std::string *key, std::string *value)
-{
-    const char *word = peek();
-    const char *equals = word != nullptr ? std::strchr(word, '=') : nullptr;
-    if (equals == nullptr || equals == word) {
-        return false;
-    }
-    key->assign(word, equals);
-    *value = equals + 1;
-    ++args_->next;
-    return true;
+    command_ = command;
+    form_ = form;
 }
 
 std::string Arguments::rest()

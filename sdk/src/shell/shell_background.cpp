@@ -2,13 +2,10 @@
 #include "shell.h"
 #include "shell_commands.h"
 #include "sim_shell.h"
-#include "switch.h"
 
 #include <cstdio>
-#include <cstring>
 #include <deque>
 #include <string>
-#include <vector>
 
 namespace sim {
 
@@ -54,9 +51,7 @@ void run(Job *job)
     args_t args = job->args;
     const FoundCommand found = find_command(args.text);
     std::printf("[%d] %s\n", job->number, command_text(args).c_str());
-    const bool ready =
-        !found.group->needs_unit || sim_sh_check_attached(found.command->c_cmd, job->unit) == 0;
-    const cmd_result_t result = ready ? found.command->c_f(job->unit, &args) : CMD_FAIL;
+    const cmd_result_t result = run_command(job->unit, found, &args);
     std::printf("[%d] %s\n", job->number, result_name(result));
     job->done = true;
     job->result = result;

@@ -28,15 +28,20 @@ std::string ShellVariables::value(const std::string &name, int unit) const
     return found != set->second.end() ? found->second : "";
 }
 
+bool ShellVariables::is_name(const std::string &name)
+{
+    return !name.empty() && !std::isdigit(static_cast<unsigned char>(name[0])) && name != "unit"
+           && std::all_of(name.begin(), name.end(),
+                          [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
+}
+
 bool ShellVariables::set(const std::string &name, const std::string &value)
 {
-    const bool valid = !name.empty() && !std::isdigit(static_cast<unsigned char>(name[0])) && name != "unit"
-                       && std::all_of(name.begin(), name.end(),
-                                      [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
-    if (valid) {
-        sets_[current_][name] = value;
+    if (!is_name(name)) {
+        return false;
     }
-    return valid;
+    sets_[current_][name] = value;
+    return true;
 }
 
 int ShellVariables::swap(int unit)

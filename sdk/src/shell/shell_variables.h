@@ -14,7 +14,9 @@ public:
     /// Also "unit" and the numbers of a command file's words; empty if there is none.
     std::string value(const std::string &name, int unit) const;
 
-    /// False if there can be no such variable: names are of letters, digits and '_', no digit first.
+    /// Whether there can be such a variable: names are of letters, digits and '_', no digit first.
+    static bool is_name(const std::string &name);
+    /// False if there cannot.
     bool set(const std::string &name, const std::string &value);
     bool unset(const std::string &name) { return sets_[current_].erase(name) != 0; }
     const Set &all() { return sets_[current_]; }

@@ -62,29 +62,46 @@ std::string ShellLine::variable(const Lookup &lookup, std::optional<int> unit)
     return lookup(std::string(after.substr(0, length)), unit);
 }
 
+char ShellLine::take()
+{
+    const char c = rest_.front();
+    rest_.remove_prefix(1);
+    return c;
+}
+
+std::string ShellLine::character(const Lookup &lookup, std::optional<int> unit)
+{
+    const char c = take();
+    if (c == '\\' && !rest_.empty()) {
+        return {take()};
+    }
+    return c == '$' ? variable(lookup, unit) : std::string{c};
+}
+
+bool ShellLine::quoted(const Lookup &lookup, std::optional<int> unit, std::string *text)
+{
+    const char quote = take();
+    while (!rest_.empty() && rest_.front() != quote) {
+        *text += quote == '\'' ? std::string{take()} : character(lookup, unit);
+    }
+    if (rest_.empty()) {
+        *text = quote;
+        return false;
+    }
+    take();
+    return true;
+}
+
 bool ShellLine::word(const Lookup &lookup, ShellCommand *command, std::string *error)
 {
     std::string word;
-    char quote = '\0';
-    while (!rest_.empty() && (quote != '\0' || (!is_blank(rest_.front()) && !at_end_of_command()))) {
-        const char c = rest_.front();
-        rest_.remove_prefix(1);
-        if (c == quote) {
-            quote = '\0';
-        } else if (quote == '\0' && (c == '\'' || c == '"')) {
-            quote = c;
-        } else if (c == '\\' && quote != '\'' && !rest_.empty()) {
-            word += rest_.front();
-            rest_.remove_prefix(1);
-        } else if (c == '$' && quote != '\'') {
-            word += variable(lookup, command->unit);
-        } else {
-            word += c;
+    while (!at_end_of_command() && !is_blank(rest_.front())) {
+        if (rest_.front() != '\'' && rest_.front() != '"') {
+            word += character(lookup, command->unit);
+        } else if (!quoted(lookup, command->unit, &word)) {
+            *error = "no closing " + word;
+            return false;
         }
-    }
-    if (quote != '\0') {
-        *error = std::string("no closing ") + quote;
-        return false;
     }
     const bool only_unit = command->words.empty() && take_unit(&word, command);
     if (!only_unit) {
@@ -93,32 +110,36 @@ bool ShellLine::word(const Lookup &lookup, ShellCommand *command, std::string *e
     return true;
 }
 
+void ShellLine::skip_comment()
+{
+    rest_.remove_prefix(std::min(rest_.find('\n'), rest_.size()));
+}
+
 ShellLine::Found ShellLine::next(const Lookup &lookup, ShellCommand *command, std::string *error)
 {
     *command = {};
+    const auto begun = [&] { return !command->words.empty() || command->unit.has_value(); };
     while (!rest_.empty()) {
-        const char c = rest_.front();
-        if (c == '#') {
-            rest_ = rest_.substr(std::min(rest_.find('\n'), rest_.size()));
-        } else if (at_end_of_command()) {
-            rest_.remove_prefix(1);
-            command->background = c == '&';
-            if (!command->words.empty() || command->unit.has_value()) {
-                break;
-            }
-            if (c == '&') {
-                *error = "nothing before &";
+        if (rest_.front() == '#') {
+            skip_comment();
+        } else if (!at_end_of_command() && is_blank(rest_.front())) {
+            take();
+        } else if (!at_end_of_command()) {
+            if (!word(lookup, command, error)) {
                 return Found::error;
             }
-        } else if (is_blank(c)) {
-            rest_.remove_prefix(1);
         } else {
-            if (!word(lookup, command, error)) {
+            command->background = take() == '&';
+            if (begun()) {
+                return Found::command;
+            }
+            if (command->background) {
+                *error = "nothing before &";
                 return Found::error;
             }
         }
     }
-    return command->words.empty() && !command->unit.has_value() ? Found::end : Found::command;
+    return begun() ? Found::command : Found::end;
 }
 
 }  // namespace sim

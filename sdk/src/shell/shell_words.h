@@ -28,11 +28,17 @@ public:
     Found next(const Lookup &lookup, ShellCommand *command, std::string *error);
 
 private:
+    bool at_end_of_command() const;
+    char take();
+    void skip_comment();
     /// Takes a word and adds it to the command.
     bool word(const Lookup &lookup, ShellCommand *command, std::string *error);
-    /// Takes what follows '$'; gives what stands for it.
+    /// Takes '...' or "..." and appends what is within. False if it does not end; *text is then the quote.
+    bool quoted(const Lookup &lookup, std::optional<int> unit, std::string *text);
+    /// Takes a character, with what belongs to it after '\' or '$'; gives what stands for it.
+    std::string character(const Lookup &lookup, std::optional<int> unit);
+    /// Takes what follows '$'.
     std::string variable(const Lookup &lookup, std::optional<int> unit);
-    bool at_end_of_command() const;
 
     std::string_view rest_;
 };

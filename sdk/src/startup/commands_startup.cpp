@@ -1,26 +1,31 @@
 /// Commands that attach and start units.
 #include "shell.h"
 #include "shell_commands.h"
+#include "shell_values.h"
 #include "sim_shell.h"
 #include "sim_startup.h"
 #include "switch.h"
 #include "unit_attach.h"
 
 #include <cstdio>
-#include <iterator>
 #include <string>
 
 namespace sim {
 
 namespace {
 
-/// The unit that the words name, or the one that the command runs on.
-bool read_unit(Arguments *args, int *unit)
+cmd_result_t unit_done(const Arguments &args, int unit, int status)
 {
-    return (args->left() == 0 || args->next_integer(unit)) && args->left() == 0;
+    return done_or_fail(args, "unit " + std::to_string(unit), status);
 }
 
-cmd_result_t units(int, args_t *)
+/// The unit that the next word names, or the one that the command runs on.
+bool next_unit(Arguments &args, int *unit)
+{
+    return args.left() == 0 || next_number(args, "UNIT", unit);
+}
+
+cmd_result_t units(int, Arguments &)
 {
     for (int unit = 0; unit < unit_max; ++unit) {
         if (attached(unit) != nullptr) {
@@ -30,59 +35,56 @@ cmd_result_t units(int, args_t *)
     return CMD_OK;
 }
 
-cmd_result_t attach_command(int unit, args_t *a)
+cmd_result_t attach_command(int unit, Arguments &args)
 {
-    Arguments args(a);
-    if (!read_unit(&args, &unit)) {
+    if (!next_unit(args, &unit)) {
         return CMD_USAGE;
     }
-    if (attached(unit) != nullptr) {
-        return done_or_fail(args, "unit " + std::to_string(unit), BCM_E_EXISTS);
-    }
-    return done_or_fail(args, "unit " + std::to_string(unit), attach_local(unit));
+    return unit_done(args, unit,
+                     attached(unit) != nullptr ? static_cast<int>(BCM_E_EXISTS) : attach_local(unit));
 }
 
-cmd_result_t detach_command(int unit, args_t *a)
+cmd_result_t detach_command(int unit, Arguments &args)
 {
-    Arguments args(a);
-    return read_unit(&args, &unit) ? done_or_fail(args, "unit " + std::to_string(unit), detach_unit(unit))
-                                   : CMD_USAGE;
+    return next_unit(args, &unit) ? unit_done(args, unit, detach_unit(unit)) : CMD_USAGE;
 }
 
-cmd_result_t init_command(int unit, args_t *a)
+cmd_result_t start(int unit, Arguments &args)
 {
-    Arguments args(a);
-    if (args.left() == 0) {
-        return done_or_fail(args, "unit " + std::to_string(unit), system_init(unit));
-    }
-    const std::string what = args.next();
+    return unit_done(args, unit, system_init(unit));
+}
+
+cmd_result_t start_application(int unit, Arguments &args)
+{
     appl_dcmn_init_param_t parameters;
-    if (what != "appl") {
-        return CMD_USAGE;
-    }
-    const cmd_result_t parsed = appl_dcmn_init_usage_parse(unit, a, &parameters);
-    return parsed != CMD_OK
-               ? parsed
-               : done_or_fail(args, "unit " + std::to_string(unit), appl_dcmn_init(unit, &parameters));
+    const cmd_result_t parsed = appl_dcmn_init_usage_parse(unit, args.record(), &parameters);
+    return parsed == CMD_OK ? unit_done(args, unit, appl_dcmn_init(unit, &parameters)) : parsed;
 }
 
-cmd_result_t shutdown_command(int unit, args_t *a)
+cmd_result_t shutdown_command(int unit, Arguments &args)
 {
-    Arguments args(a);
-    return args.left() != 0 ? CMD_USAGE
-                            : done_or_fail(args, "unit " + std::to_string(unit), system_shutdown(unit, 1));
+    return unit_done(args, unit, system_shutdown(unit, 1));
 }
 
-constexpr cmd_t commands[] = {
-    command("units", units, "", "list the units that are attached"),
-    command("attach", attach_command, "[UNIT]", "attach a unit"),
-    command("detach", detach_command, "[UNIT]", "detach a unit"),
-    command("init", init_command, "[appl [PARAMETER=NUMBER...]]", "start the unit, or the application on it"),
-    command("shutdown", shutdown_command, "", "end the unit"),
+constexpr Form units_forms[] = {{"", "", units, ""}};
+constexpr Form attach_forms[] = {{"", "[UNIT]", attach_command, ""}};
+constexpr Form detach_forms[] = {{"", "[UNIT]", detach_command, ""}};
+constexpr Form init_forms[] = {
+    {"", "", start, "start the unit with its properties"},
+    {"appl", "[PARAMETER=NUMBER...]", start_application, "start the application on it"},
+};
+constexpr Form shutdown_forms[] = {{"", "", shutdown_command, ""}};
+
+constexpr Command commands[] = {
+    {"units", "list the units that are attached", units_forms, "units"},
+    {"attach", "attach a unit", attach_forms, "attach 4; 4: ps 1; detach 4"},
+    {"detach", "detach a unit", detach_forms, "attach 4; detach 4"},
+    {"init", "start the unit, or the application on it", init_forms, "init appl no_linkscan=1"},
+    {"shutdown", "end the unit", shutdown_forms, "4: init; 4: shutdown"},
 };
 
 }  // namespace
 
-const CommandGroup startup_commands = {"Units", commands, std::size(commands), false};
+const CommandGroup startup_commands = {"Units", commands, false};
 
 }  // namespace sim

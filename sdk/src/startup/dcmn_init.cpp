@@ -236,10 +236,13 @@ cmd_result_t sim_appl_dcmn_init_usage_parse(int unit, args_t *a, appl_dcmn_init_
         }
         while (const char *word = args.peek()) {
             std::string name, value;
-            if (!args.next_setting(&name, &value) || !set_member(name, value, &parameters)) {
-                std::printf("%s: %s is no start-up parameter\n", args.name(), word);
+            if (!split_setting(word, &name, &value) || !set_member(name, value, &parameters)) {
+                const bool known = find_member(name) != nullptr;
+                std::printf("%s: '%s' %s\n", args.name(), word,
+                            known ? "is no value of the parameter" : "sets no parameter");
                 return CMD_USAGE;
             }
+            args.next();
         }
     }
     *init_param = parameters;

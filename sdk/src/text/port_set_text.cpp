@@ -1,4 +1,6 @@
 /// Sets of ports from text and back.
+#include "port_set_text.h"
+
 #include "begin.h"
 #include "destination.h"
 #include "number_text.h"
@@ -165,6 +167,11 @@ char *format_set(int unit, char *buf, int bufsize, const _shr_pbmp_t &set)
 }
 
 }  // namespace
+
+int sim::read_port_set(int unit, std::string_view text, bcm_pbmp_t *ports, std::string_view *wrong)
+{
+    return read_set(text, ports_of(unit), ports, wrong);
+}
 
 extern "C" {
 

@@ -1,4 +1,6 @@
 /// Registers from text.
+#include "register_text.h"
+
 #include "begin.h"
 #include "chip_address.h"
 #include "destination.h"
@@ -10,7 +12,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <vector>
 
 using namespace sim;
 
@@ -52,8 +53,6 @@ int read_places(int unit, const Register &reg, std::string_view text, Range *pla
     return places->first <= places->last ? BCM_E_NONE : BCM_E_PARAM;
 }
 
-using Registers = std::vector<soc_regaddrinfo_t>;
-
 int read_address(int unit, std::string_view text, Registers *registers)
 {
     uint32 address;
@@ -66,7 +65,9 @@ int read_address(int unit, std::string_view text, Registers *registers)
     return info.valid ? BCM_E_NONE : BCM_E_NOT_FOUND;
 }
 
-int read_reference(int unit, std::string_view text, Registers *registers)
+}  // namespace
+
+int sim::read_registers(int unit, std::string_view text, Registers *registers)
 {
     Reference reference;
     if (!split_reference(text, &reference)) {
@@ -95,8 +96,6 @@ int read_reference(int unit, std::string_view text, Registers *registers)
     }
     return BCM_E_NONE;
 }
-
-}  // namespace
 
 extern "C" {
 
@@ -129,7 +128,7 @@ int sim_parse_symbolic_reference(int unit, soc_regaddrlist_t *alist, char *ref)
         if (alist->ainfo == nullptr) {
             return BCM_E_PARAM;
         }
-        const int rc = read_reference(unit, ref, &registers);
+        const int rc = read_registers(unit, ref, &registers);
         if (rc != BCM_E_NONE) {
             return rc;
         }
