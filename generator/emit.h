@@ -1,5 +1,5 @@
-// The emitters: functions from the model to the text of one generated file each. The ones that number methods
-// must run in method-table order, records before calls of the same family.
+// The emitters: functions from the model and its numbers to the text of one generated file each, or of a family's
+// share of one.
 #pragma once
 
 #include "numbering.h"
@@ -11,17 +11,17 @@
 namespace generator {
 
 /// records_<family>.cpp: rows and stubs of constructors, destructors, registrations and member accessors.
-std::string emit_records(const Family &family, Numbering &numbering);
+std::string emit_records(const Family &family, const Numbering &numbering);
 
-/// calls_<family>.cpp: rows, typed thunks and stubs of functions. The shapes that it needs are added.
-std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shapes);
+/// calls_<family>.cpp: rows, typed thunks and stubs of functions.
+std::string emit_calls(const Family &family, const Numbering &numbering);
 
 /// shapes.h and shapes.cpp: one call function per sequence of argument kinds.
 std::string emit_shape_declarations(const Model &model, const Shapes &shapes);
 std::string emit_shape_definitions(const Shapes &shapes);
 
 /// variables.cpp: the rows of `cvar`.
-std::string emit_variables(const Model &model, Numbering &numbering);
+std::string emit_variables(const Model &model, const Numbering &numbering);
 
 /// tables.cpp: the method groups, argument texts and type descriptors.
 std::string emit_tables(const Model &model, const Numbering &numbering);
@@ -43,7 +43,15 @@ std::string emit_rules(const Model &model, const Rules &rules);
 /// The companion: `source` with its manifest filled in.
 std::string emit_companion(const Model &model, const std::string &source);
 
-/// binding.tsv: the binding as a table, for tests and reports.
+/// binding.tsv: the binding as a table, for tests and reports. A line is one of
+///   function | overload, family, docstring, "sdk" | "helper", kind of the result, and for each parameter its kind,
+///       its type as messages spell it, and its descriptor
+///   pointer_class | array, family, name, kind and type of the element
+///   member, family, record, name, kind, type, descriptor, type of `self`
+///   constant, enumeration, name
+///   variable, kind, name, type
+///   type, descriptor, descriptor of the twin that converts to it
+/// with tabs between, and "-" for what there is none of.
 std::string emit_report(const Model &model);
 
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
@@ -57,8 +65,5 @@ std::string includes(const std::vector<std::string> &headers, const std::vector<
 
 /// The definitions of a method group: its functions and docstrings.
 std::string emit_group(const Numbering::Group &group);
-
-/// "name(unit, port) -> int"
-std::string docstring(const BoundFunction &function);
 
 }  // namespace generator

@@ -1,9 +1,9 @@
 #include "emit.h"
 #include "output.h"
+#include "signature.h"
 #include "spelling.h"
 
 #include <algorithm>
-#include <map>
 
 namespace generator {
 
@@ -45,9 +45,19 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
     }
     case Conversion::Int32:
         return "static_cast<" + spell(Type::without_const(type)) + ">(" + name + ")";
-    default:
+    case Conversion::UInt32:
+    case Conversion::Int8:
+    case Conversion::UInt8:
+    case Conversion::UInt16:
+    case Conversion::UInt64:
+    case Conversion::Bool:
+    case Conversion::String:
+    case Conversion::Mapped:
+    case Conversion::Object:
+    case Conversion::Nothing:
         return name;
     }
+    return name;
 }
 
 std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name)
@@ -100,21 +110,6 @@ std::string overload_prototype(const BoundFunction &function)
     return function.callee + "(" + types + ")";
 }
 
-// Functions of one name stand where the first of them does.
-std::vector<std::vector<const BoundFunction *>> by_name(const std::vector<BoundFunction> &functions)
-{
-    std::vector<std::vector<const BoundFunction *>> groups;
-    std::map<std::string, size_t> places;
-    for (const BoundFunction &function : functions) {
-        auto [place, is_new] = places.emplace(function.name, groups.size());
-        if (is_new) {
-            groups.emplace_back();
-        }
-        groups[place->second].push_back(&function);
-    }
-    return groups;
-}
-
 // The stub of functions of one name: that with the fewest parameters whose arguments would convert is called.
 std::string overload_stub(std::vector<const BoundFunction *> functions, const std::string &table,
                           size_t first_row)
@@ -149,19 +144,6 @@ bool is_class(const TypePtr &type)
     return type->name.find("::") != std::string::npos;
 }
 
-std::string docstring(const BoundFunction &function)
-{
-    std::string names;
-    for (const BoundParameter &parameter : function.parameters) {
-        if (parameter.direction != Direction::Out) {
-            names += (names.empty() ? "" : ", ") + parameter.name;
-        }
-    }
-    std::string result =
-        function.result.conversion == Conversion::Nothing ? "" : " -> " + function.result.text;
-    return function.name + "(" + names + ")" + result;
-}
-
 std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers)
 {
     std::string text;
@@ -178,33 +160,20 @@ std::string includes(const std::vector<std::string> &headers, const std::vector<
     return text + "}\n";
 }
 
-std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shapes)
+std::string emit_calls(const Family &family, const Numbering &numbering)
 {
-    std::string group = "calls_" + family.name;
-    numbering.begin_group(group);
     // Named after the family, since files of several families are compiled as one.
     std::string table = family.name + "_calls", rows, stubs;
     size_t number = 0;
-    for (const std::vector<const BoundFunction *> &overloads : by_name(family.functions)) {
+    for (const std::vector<const BoundFunction *> &overloads : overloads_of(family)) {
         const std::string &name = overloads.front()->name;
-        std::string docs;
-        for (const BoundFunction *function : overloads) {
-            docs += (docs.empty() ? "" : "\n") + docstring(*function);
-        }
-        unsigned method = numbering.method("py_" + name, docs);
+        const unsigned method = numbering.method(name);
         for (size_t i = 0; i < overloads.size(); ++i) {
             const BoundFunction &function = *overloads[i];
             Shape shape = shape_of(function);
-            shapes.emplace(shape.name(), shape);
-            std::vector<Crossing> arguments;
-            for (const BoundParameter &parameter : function.parameters) {
-                if (parameter.direction != Direction::Out) {
-                    arguments.push_back(parameter.crossing);
-                }
-            }
-            rows += "    {" + std::to_string(method) + ", " + std::to_string(numbering.arguments(arguments))
-                    + ", " + std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name
-                    + "\n";
+            rows += "    {" + std::to_string(method) + ", "
+                    + std::to_string(numbering.arguments(arguments_of(function))) + ", "
+                    + std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name + "\n";
             bool alone = overloads.size() == 1;
             std::string thunk_name = "thunk_" + name + (alone ? "" : "_" + std::to_string(i));
             stubs += thunk(function, shape, thunk_name);
@@ -225,7 +194,7 @@ std::string emit_calls(const Family &family, Numbering &numbering, Shapes &shape
         text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
     }
     text += "}  // namespace\n\n";
-    return text + emit_group(numbering.groups().back()) + "\n}  // namespace quorel\n";
+    return text + emit_group(numbering.group("calls_" + family.name)) + "\n}  // namespace quorel\n";
 }
 
 }  // namespace generator

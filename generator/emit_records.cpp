@@ -11,14 +11,9 @@ struct Accessors {
 
 const char *pointer_setter(Conversion conversion)
 {
-    switch (conversion) {
-    case Conversion::AnyPointer:
-        return "set_any_pointer";
-    case Conversion::Callback:
-        return "set_callback";
-    default:
-        return "set_pointer";
-    }
+    return conversion == Conversion::AnyPointer ? "set_any_pointer"
+           : conversion == Conversion::Callback ? "set_callback"
+                                                : "set_pointer";
 }
 
 Accessors accessors_of(const BoundMember &member)
@@ -44,19 +39,21 @@ Accessors accessors_of(const BoundMember &member)
 // Collects the rows and stubs of one file.
 class RecordWriter {
 public:
-    RecordWriter(const std::string &family, Numbering &numbering)
-        : prefix_(family + "_"), numbering_(numbering)
+    RecordWriter(const std::string &family, const Numbering &numbering)
+        : prefix_(family + "_"), numbering_(numbering), group_(numbering.group("records_" + family))
     {
     }
 
     void add(const BoundRecord &record)
     {
         std::string row = prefix_ + "records[" + std::to_string(records_++) + "]";
-        unsigned constructor = stub("new_" + record.name, "() -> " + record.name, "new_record", row);
-        stub("delete_" + record.name, "(self)", "delete_record", row);
-        stub(record.name + "_swigregister", "", "register_record", row);
+        unsigned constructor = stub("new_" + record.name, "new_record", row);
+        stub("delete_" + record.name, "delete_record", row);
+        stub(record.name + "_swigregister", "register_record", row);
         record_rows_ += "    {" + std::to_string(constructor) + ", " + argument(record.self) + ", sizeof("
                         + record.name + ")},\n";
+        follow(row + ".constructor",
+               {"new_" + record.name, "delete_" + record.name, record.name + "_swigregister"});
         for (const BoundMember &member : record.members) {
             add(record, member);
         }
@@ -70,14 +67,17 @@ public:
         std::string kind = scalar_name(bound.element.conversion), member = next_member();
         std::string getter_name = record ? "get_copy" : "get_" + kind,
                     setter_name = record ? "set_record" : "set_" + kind;
-        unsigned constructor = stub("new_" + bound.name, "() -> " + bound.name, "new_pointer_class", row);
-        stub("delete_" + bound.name, "(self)", "delete_pointer_class", row);
-        stub(bound.name + "_assign", "(self, value)", setter_name, member);
-        unsigned getter = stub(bound.name + "_value", "(self) -> " + bound.element.text, getter_name, member);
-        stub(bound.name + "_cast", "(self) -> " + bound.pointer.text, "cast_pointer_class", row);
-        stub(bound.name + "_frompointer", "(t) -> " + bound.name, "pointer_class_from_pointer", row);
-        stub(bound.name + "_swigregister", "", "register_pointer_class", row);
+        unsigned constructor = stub("new_" + bound.name, "new_pointer_class", row);
+        stub("delete_" + bound.name, "delete_pointer_class", row);
+        stub(bound.name + "_assign", setter_name, member);
+        unsigned getter = stub(bound.name + "_value", getter_name, member);
+        stub(bound.name + "_cast", "cast_pointer_class", row);
+        stub(bound.name + "_frompointer", "pointer_class_from_pointer", row);
+        stub(bound.name + "_swigregister", "register_pointer_class", row);
         member_row(getter, bound.self, bound.element, 0, "0", size);
+        follow(row + ".constructor",
+               {"new_" + bound.name, "delete_" + bound.name, bound.name + "_assign", bound.name + "_value",
+                bound.name + "_cast", bound.name + "_frompointer", bound.name + "_swigregister"});
         pointer_class_rows_ += "    {" + std::to_string(constructor) + ", " + argument(bound.self) + ", "
                                + argument(bound.pointer) + ", " + size + "},\n";
     }
@@ -87,13 +87,12 @@ public:
         std::string row = prefix_ + "arrays[" + std::to_string(arrays_++) + "]";
         bool record = array.element.conversion == Conversion::Value;
         std::string kind = record ? "record" : scalar_name(array.element.conversion);
-        // Of records as a record's constructor has it, by the class.
-        unsigned constructor =
-            stub("new_" + array.name, "(nelements) -> " + (record ? array.element : array.pointer).text,
-                 "new_array", row);
-        stub("delete_" + array.name, "(ary)", "delete_array", row);
-        stub(array.name + "_getitem", "(ary, index) -> " + array.element.text, "get_item_" + kind, row);
-        stub(array.name + "_setitem", "(ary, index, value)", "set_item_" + kind, row);
+        unsigned constructor = stub("new_" + array.name, "new_array", row);
+        stub("delete_" + array.name, "delete_array", row);
+        stub(array.name + "_getitem", "get_item_" + kind, row);
+        stub(array.name + "_setitem", "set_item_" + kind, row);
+        follow(row + ".constructor", {"new_" + array.name, "delete_" + array.name, array.name + "_getitem",
+                                      array.name + "_setitem"});
         array_rows_ += "    {" + std::to_string(constructor) + ", "
                        + std::to_string(numbering_.arguments({array.pointer, array.index, array.element}))
                        + ", sizeof(" + array.element.text + ")},\n";
@@ -107,16 +106,20 @@ public:
                + checks_ + (checks_.empty() ? "" : "\n") + stubs_;
     }
 
+    /// What the runtime relies on: methods of a row follow each other.
+    std::string order() const { return order_.empty() ? "" : "\n" + order_; }
+
 private:
     void add(const BoundRecord &record, const BoundMember &member)
     {
         std::string row = next_member(), prefix = record.name + "_" + member.name;
         Accessors accessors = accessors_of(member);
-        stub(prefix + "_set", "(self, " + member.name + ")", accessors.set, row);
-        unsigned getter = stub(prefix + "_get", "(self) -> " + member.declared, accessors.get, row);
+        stub(prefix + "_set", accessors.set, row);
+        unsigned getter = stub(prefix + "_get", accessors.get, row);
         member_row(getter, record.self, member.crossing, record.name.size() + 1,
                    "offsetof(" + record.name + ", " + member.name + ")",
                    "sizeof(" + record.name + "::" + member.name + ")");
+        follow(row + ".getter - 1", {prefix + "_set", prefix + "_get"});
         if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
             checks_ +=
                 "static_assert(sizeof(" + record.name + "::" + member.name + ") == sizeof(int32_t), \"\");\n";
@@ -133,17 +136,28 @@ private:
 
     std::string next_member() const { return prefix_ + "members[" + std::to_string(members_) + "]"; }
 
-    std::string argument(const Crossing &crossing)
+    std::string argument(const Crossing &crossing) const
     {
         return std::to_string(numbering_.arguments({crossing}));
     }
 
-    unsigned stub(const std::string &name, const std::string &doc, const std::string &function,
-                  const std::string &row)
+    // Returns the method's number.
+    unsigned stub(const std::string &name, const std::string &function, const std::string &row)
     {
         stubs_ += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + function
                   + "(args, " + row + ");\n}\n\n";
-        return numbering_.method("py_" + name, name + doc);
+        return numbering_.method(name);
+    }
+
+    // Asserts that these methods follow the one whose number a row holds.
+    void follow(const std::string &number, const std::vector<std::string> &names)
+    {
+        std::string methods;
+        for (const std::string &name : names) {
+            methods += (methods.empty() ? "py_" : ", py_") + name;
+        }
+        order_ += "static_assert(follow(" + group_.name + "_functions + (" + number + " - "
+                  + std::to_string(group_.first) + "), {" + methods + "}), \"\");\n";
     }
 
     std::string table(const std::string &type, const std::string &name, const std::string &rows) const
@@ -153,9 +167,10 @@ private:
 
     // Tables are named after the family, since files of several families are compiled as one.
     std::string prefix_;
-    Numbering &numbering_;
+    const Numbering &numbering_;
     size_t records_ = 0, pointer_classes_ = 0, arrays_ = 0, members_ = 0;
-    std::string record_rows_, pointer_class_rows_, array_rows_, member_rows_, checks_, stubs_;
+    const Numbering::Group &group_;
+    std::string record_rows_, pointer_class_rows_, array_rows_, member_rows_, checks_, stubs_, order_;
 };
 
 }  // namespace
@@ -168,16 +183,15 @@ std::string emit_group(const Numbering::Group &group)
     }
     std::string functions, docs;
     for (const Numbering::Method &method : group.methods) {
-        functions += "    " + method.stub + ",\n";
+        functions += "    py_" + method.name + ",\n";
         docs += "    " + literal_with_nul(method.doc) + "\n";
     }
-    return "extern const PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n"
+    return "extern constexpr PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n"
            + "extern const char " + group.name + "_docs[] =\n" + docs + "    ;\n";
 }
 
-std::string emit_records(const Family &family, Numbering &numbering)
+std::string emit_records(const Family &family, const Numbering &numbering)
 {
-    numbering.begin_group("records_" + family.name);
     RecordWriter writer(family.name, numbering);
     for (const BoundPointerClass &bound : family.pointer_classes) {
         writer.add(bound);
@@ -193,8 +207,8 @@ std::string emit_records(const Family &family, Numbering &numbering)
            includes(family.headers, {}) +
            "\n#include \"module/array.h\"\n#include \"module/pointer_class.h\"\n#include \"shapes.h\"\n\n"
            "#include <cstddef>\n\nnamespace quorel {\n\nnamespace {\n\n" +
-           writer.text() + "}  // namespace\n\n" + emit_group(numbering.groups().back()) +
-           "\n}  // namespace quorel\n";
+           writer.text() + "}  // namespace\n\n" + emit_group(numbering.group("records_" + family.name)) +
+           writer.order() + "\n}  // namespace quorel\n";
 }
 
 }  // namespace generator

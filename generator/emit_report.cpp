@@ -1,5 +1,6 @@
 #include "emit.h"
 #include "output.h"
+#include "signature.h"
 
 #include <algorithm>
 
@@ -9,11 +10,16 @@ namespace {
 
 std::string kind_of(const Crossing &crossing)
 {
-    std::string scalar = scalar_name(crossing.conversion);
-    if (!scalar.empty()) {
-        return scalar;
-    }
     switch (crossing.conversion) {
+    case Conversion::Int32:
+    case Conversion::UInt32:
+    case Conversion::Int8:
+    case Conversion::UInt8:
+    case Conversion::UInt16:
+    case Conversion::UInt64:
+    case Conversion::Bool:
+    case Conversion::String:
+        return scalar_name(crossing.conversion);
     case Conversion::Pointer:
         return "pointer";
     case Conversion::AnyPointer:
@@ -26,9 +32,10 @@ std::string kind_of(const Crossing &crossing)
         return crossing.typemap->name;
     case Conversion::Object:
         return "object";
-    default:
+    case Conversion::Nothing:
         return "nothing";
     }
+    return "";
 }
 
 std::string kind_of(const BoundParameter &parameter)
@@ -38,9 +45,10 @@ std::string kind_of(const BoundParameter &parameter)
         return "appended";
     case Direction::InOut:
         return "in_and_out";
-    default:
-        return kind_of(parameter.crossing);
+    case Direction::In:
+        break;
     }
+    return kind_of(parameter.crossing);
 }
 
 std::string kind_of(const BoundMember &member)
@@ -50,9 +58,30 @@ std::string kind_of(const BoundMember &member)
         return "array";
     case Storage::Record:
         return "record";
-    default:
-        return kind_of(member.crossing);
+    case Storage::Scalar:
+    case Storage::Opaque:
+    case Storage::Pointer:
+    case Storage::Mapped:
+        break;
     }
+    return kind_of(member.crossing);
+}
+
+std::string kind_of(const BoundVariable &variable)
+{
+    switch (variable.kind) {
+    case VariableKind::Constant:
+        return "constant";
+    case VariableKind::Storage:
+        return "storage";
+    case VariableKind::UnboundedArray:
+        return "unbounded_array";
+    case VariableKind::Scalar:
+    case VariableKind::String:
+    case VariableKind::Pointer:
+        break;
+    }
+    return kind_of(variable.crossing);
 }
 
 std::string row(const std::vector<std::string> &texts)
@@ -83,6 +112,13 @@ std::string emit_report(const Model &model)
             }
             text += row(line);
         }
+        for (const BoundPointerClass &bound : family.pointer_classes) {
+            text +=
+                row({"pointer_class", family.name, bound.name, kind_of(bound.element), bound.element.text});
+        }
+        for (const BoundArray &array : family.arrays) {
+            text += row({"array", family.name, array.name, kind_of(array.element), array.element.text});
+        }
         for (const BoundRecord &record : family.records) {
             for (const BoundMember &member : record.members) {
                 text += row({"member", family.name, record.name, member.name, kind_of(member),
@@ -91,6 +127,12 @@ std::string emit_report(const Model &model)
                              record.self.text});
             }
         }
+    }
+    for (const Constant &constant : model.constants) {
+        text += row({"constant", constant.enumeration.empty() ? "-" : constant.enumeration, constant.name});
+    }
+    for (const BoundVariable &variable : model.variables) {
+        text += row({"variable", kind_of(variable), variable.name, variable.crossing.text});
     }
     for (const auto &[name, descriptor] : model.descriptors) {
         text += row({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});

@@ -29,7 +29,7 @@ std::string accessors(const BoundVariable &variable)
 
 }  // namespace
 
-std::string emit_variables(const Model &model, Numbering &numbering)
+std::string emit_variables(const Model &model, const Numbering &numbering)
 {
     std::vector<std::string> headers;
     for (const Family &family : model.families) {

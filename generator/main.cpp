@@ -105,12 +105,12 @@ void generate(const Options &options)
         write_if_changed(options.output + "/" + name, text);
     };
     const Rules rules = find_rules(model);
-    Numbering numbering(model);
-    Shapes shapes;
+    const Numbering numbering(model);
+    const Shapes shapes = shapes_of(model);
     std::vector<std::string> bindings, sdk_calls;
     for (const Family &family : model.families) {
         bindings.push_back(emit_records(family, numbering));
-        bindings.push_back(emit_calls(family, numbering, shapes));
+        bindings.push_back(emit_calls(family, numbering));
         sdk_calls.push_back(emit_sdk_calls(family, rules));
         write("sim_" + family.name + ".h", emit_simulator_header(family));
     }

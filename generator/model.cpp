@@ -239,9 +239,10 @@ private:
                 return Crossing{type, Conversion::Object, text_of(type), {}, nullptr};
             }
             return pointer_crossing(type, Conversion::Pointer, Type::without_const(type));
-        default:
-            return std::nullopt;
+        case Type::Kind::Function:
+            break;
         }
+        return std::nullopt;
     }
 
     Crossing crossing_or_error(const TypePtr &type, const std::string &where)
@@ -424,7 +425,16 @@ private:
         case Conversion::Callback:
             bound.storage = Storage::Pointer;
             break;
-        default:
+        case Conversion::Int32:
+        case Conversion::UInt32:
+        case Conversion::Int8:
+        case Conversion::UInt8:
+        case Conversion::UInt16:
+        case Conversion::UInt64:
+        case Conversion::Bool:
+        case Conversion::String:
+        case Conversion::Object:
+        case Conversion::Nothing:
             break;
         }
         return bound;
@@ -551,11 +561,11 @@ private:
             opaque_here_.insert(entry.text);
         }
         for (const PointerClass &declared : source.pointer_classes) {
-            claim(source, declared.name, declared.element.place);
+            claim(declared.name, declared.element.place);
             family.pointer_classes.push_back(bind(declared));
         }
         for (const auto &[name, element] : source.arrays) {
-            claim(source, name, element.place);
+            claim(name, element.place);
             family.arrays.push_back(bind_array(name, element));
         }
         for (const Record *record : wanted(source, source.records, declarations_.records)) {
@@ -593,7 +603,7 @@ private:
             const Entry *pattern =
                 declared_in(declared.header, headers) ? patterns.match(declared.name) : nullptr;
             if (pattern) {
-                claim(family, kind + declared.name, pattern->place);
+                claim(kind + declared.name, pattern->place);
                 found.push_back(&declared);
             }
         }
@@ -640,12 +650,12 @@ private:
         }
     }
 
-    // A name of Python's has one family.
-    void claim(const FamilyInterface &family, const std::string &name, const std::string &place)
+    // A name of Python's is bound once; overloads of one name are by one pattern.
+    void claim(const std::string &name, const std::string &place)
     {
-        auto [owner, is_new] = owners_.emplace(name, Owner{&family, place});
-        if (!is_new && owner->second.family != &family) {
-            error(place, "'" + name + "' is bound at " + owner->second.place + " too");
+        auto [owner, is_new] = owners_.emplace(name, place);
+        if (!is_new && owner->second != place) {
+            error(place, "'" + name + "' is bound at " + owner->second + " too");
         }
     }
 
@@ -713,12 +723,8 @@ private:
     std::set<std::string> opaque_, opaque_here_;
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
-    std::map<std::string, std::string> equivalent_;  ///< mangled element type to pointer class
-    struct Owner {
-        const FamilyInterface *family;
-        std::string place;
-    };
-    std::map<std::string, Owner> owners_;              ///< by bound name
+    std::map<std::string, std::string> equivalent_;    ///< mangled element type to pointer class
+    std::map<std::string, std::string> owners_;        ///< bound name to where it is
     std::map<std::string, std::string> sdk_families_;  ///< by function: a header may serve several families
     Errors errors_;
 };

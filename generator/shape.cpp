@@ -65,9 +65,10 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return mapped(crossing);
     case Conversion::Object:
         return {"o", "PyObject *", "PyObject *", "", false, false, false, Direction::In, false};
-    default:
-        throw std::runtime_error("no argument of type '" + crossing.text + "' can be bound");
+    case Conversion::Nothing:
+        break;
     }
+    throw std::runtime_error("no argument of type '" + crossing.text + "' can be bound");
 }
 
 }  // namespace
@@ -91,9 +92,16 @@ std::string scalar_name(Conversion conversion)
         return "bool";
     case Conversion::String:
         return "string";
-    default:
-        return "";
+    case Conversion::Pointer:
+    case Conversion::AnyPointer:
+    case Conversion::Value:
+    case Conversion::Callback:
+    case Conversion::Mapped:
+    case Conversion::Object:
+    case Conversion::Nothing:
+        break;
     }
+    return "";
 }
 
 ShapeParameter shape_parameter(const BoundParameter &parameter)
@@ -124,7 +132,18 @@ ShapeParameter shape_parameter(const BoundParameter &parameter)
         output.converter = "from_uint32";
         output.variable = "uint32_t";
         break;
-    default:
+    case Conversion::Int8:
+    case Conversion::UInt8:
+    case Conversion::UInt16:
+    case Conversion::UInt64:
+    case Conversion::Bool:
+    case Conversion::String:
+    case Conversion::Pointer:
+    case Conversion::AnyPointer:
+    case Conversion::Callback:
+    case Conversion::Mapped:
+    case Conversion::Object:
+    case Conversion::Nothing:
         throw std::runtime_error("no output of type '" + parameter.crossing.text + "' can be appended");
     }
     output.type = output.variable + " *";
@@ -156,9 +175,11 @@ ShapeResult shape_result(const Crossing &result)
         return {"o", "PyObject *", "", ""};
     case Conversion::Nothing:
         return {"n", "void", "", ""};
-    default:
-        throw std::runtime_error("no result of type '" + result.text + "' can be bound");
+    case Conversion::Callback:
+    case Conversion::Mapped:
+        break;
     }
+    throw std::runtime_error("no result of type '" + result.text + "' can be bound");
 }
 
 std::string Shape::name() const
@@ -186,6 +207,18 @@ Shape shape_of(const BoundFunction &function)
         shape.parameters.push_back(shape_parameter(parameter));
     }
     return shape;
+}
+
+Shapes shapes_of(const Model &model)
+{
+    Shapes shapes;
+    for (const Family &family : model.families) {
+        for (const BoundFunction &function : family.functions) {
+            Shape shape = shape_of(function);
+            shapes.emplace(shape.name(), shape);
+        }
+    }
+    return shapes;
 }
 
 }  // namespace generator

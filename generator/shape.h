@@ -52,4 +52,7 @@ Shape shape_of(const BoundFunction &function);
 /// By name.
 using Shapes = std::map<std::string, Shape>;
 
+/// Those that the bound functions have.
+Shapes shapes_of(const Model &model);
+
 }  // namespace generator

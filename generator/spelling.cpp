@@ -35,9 +35,13 @@ std::string encode(const TypePtr &type)
     case Type::Kind::Function:
         return "f(" + (type->parameters.empty() ? "void" : join(type->parameters, encode)) + ")."
                + encode(type->target);
-    default:
-        return qualifier + type->name;
+    case Type::Kind::Builtin:
+    case Type::Kind::Record:
+    case Type::Kind::Enum:
+    case Type::Kind::Typedef:
+        break;
     }
+    return qualifier + type->name;
 }
 
 // What a pointer or array is of, without its qualifiers at any depth outside function signatures.
@@ -70,11 +74,14 @@ std::string declare(const TypePtr &type, const std::string &declarator)
         return declare(type->target, declarator + "[" + type->extent + "]");
     case Type::Kind::Function:
         return declare(type->target, declarator + "(" + join(type->parameters, spell) + ")");
-    default: {
-        std::string base = type->name + (type->is_const ? " const" : "");
-        return declarator.empty() ? base : base + " " + declarator;
+    case Type::Kind::Builtin:
+    case Type::Kind::Record:
+    case Type::Kind::Enum:
+    case Type::Kind::Typedef:
+        break;
     }
-    }
+    std::string base = type->name + (type->is_const ? " const" : "");
+    return declarator.empty() ? base : base + " " + declarator;
 }
 
 std::string spell(const TypePtr &type)
@@ -130,9 +137,12 @@ TypePtr resolve(const TypePtr &type, const OpaqueTest &opaque)
         }
         return std::make_shared<const Type>(std::move(copy));
     }
-    default:
-        return type;
+    case Type::Kind::Builtin:
+    case Type::Kind::Record:
+    case Type::Kind::Enum:
+        break;
     }
+    return type;
 }
 
 std::string mangle(const TypePtr &resolved)

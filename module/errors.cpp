@@ -6,7 +6,7 @@ namespace quorel {
 
 namespace {
 
-// The longest type name of the SDK is a callback signature of about 300 characters.
+// Method and type names of an SDK have far less room to fill; what is longer is cut off.
 class Message {
 public:
     Message &add(const char *text) { return add(text, std::strlen(text)); }

@@ -25,7 +25,7 @@ struct swig_type_info {
     const char *str;         ///< every C spelling of the type, separated by '|'
     swig_dycast_func dcast;  ///< not used by this module
     swig_cast_info *cast;    ///< the types that may be converted to this one, most recently used first
-    void *clientdata;        ///< ClassData of the registered proxy class, or null
+    void *clientdata;        ///< SwigPyClientData of the registered proxy class, or null
     int owndata;             ///< whether clientdata is released with the type table
 };
 

@@ -18,7 +18,7 @@ namespace quorel {
 /// One parameter, `self` included: what it is converted to and how messages spell it.
 struct Argument {
     uint16_t type;  ///< number of the pointer's descriptor; 0 for arguments that are not pointers
-    uint16_t text;  ///< number of the spelling in `argument_texts`
+    uint16_t text;  ///< number of the spelling in `argument_text`
 };
 
 /// One SDK function or helper.
@@ -68,6 +68,18 @@ struct MethodGroup {
         *docs;  ///< one text per function, each with its NUL: the docstring, or a bare name without one
     size_t count;
 };
+
+/// Whether these methods follow each other: generated code asserts what the comments on rows promise.
+template <size_t count>
+constexpr bool follow(const PyCFunction *methods, const PyCFunction (&expected)[count])
+{
+    for (size_t i = 0; i < count; ++i) {
+        if (methods[i] != expected[i]) {
+            return false;
+        }
+    }
+    return true;
+}
 
 /// A type descriptor as written by the generator; `names` holds "mangled\0spellings\0" in this order.
 struct TypeRow {

@@ -10,35 +10,52 @@ namespace {
 
 constexpr unsigned greatest = 0xfffe;  // 0xffff stands for "none"
 
+Crossing number(const std::string &text)
+{
+    return {Type::builtin("int"), Conversion::Int32, text, {}, nullptr};
+}
+
+BoundFunction function(const std::string &name, const std::vector<std::string> &types)
+{
+    BoundFunction function{name, name, "", number("int"), {}, false, false};
+    for (const std::string &type : types) {
+        function.parameters.push_back({"a", number(type), Direction::In});
+    }
+    return function;
+}
+
 TEST(Numbering, EndsWhereSixteenBitsDo)
 {
-    Model model;
+    Model types, methods, arguments;
+    methods.families.resize(1);
     for (unsigned i = 0; i <= greatest; ++i) {
-        model.descriptors["_p_" + std::to_string(i)];
+        const std::string name = "n" + std::to_string(i);
+        types.descriptors[name];
+        methods.families[0].functions.push_back(function(name, {}));
+        arguments.variables.push_back({name, VariableKind::Scalar, number(name)});
     }
-    Numbering numbering(model);
-    numbering.begin_group("all");
-    for (unsigned i = 0; i < greatest; ++i) {
-        numbering.method("", "");
-        numbering.arguments({{{}, Conversion::Int32, "int" + std::to_string(i), {}, nullptr}});
+    EXPECT_EQ(Numbering(types).type(types.descriptors.rbegin()->first), greatest);
+    EXPECT_EQ(Numbering(methods).method("n" + std::to_string(greatest)), greatest);
+    EXPECT_EQ(Numbering(arguments).arguments({arguments.variables.back().crossing}), greatest);
+    types.descriptors["more"];
+    methods.families[0].functions.push_back(function("more", {}));
+    arguments.variables.push_back({"more", VariableKind::Scalar, number("more")});
+    for (const Model *model : {&types, &methods, &arguments}) {
+        EXPECT_THROW(Numbering{*model}, std::runtime_error);
     }
-    EXPECT_EQ(numbering.method("", ""), greatest);
-    EXPECT_EQ(numbering.arguments({{{}, Conversion::Int32, "last", {}, nullptr}}), greatest);
-    EXPECT_THROW(numbering.method("", ""), std::runtime_error);
-    EXPECT_THROW(numbering.arguments({{{}, Conversion::Int32, "more", {}, nullptr}}), std::runtime_error);
-    model.descriptors["_p_more"];
-    EXPECT_THROW(Numbering{model}, std::runtime_error);
 }
 
 TEST(Numbering, EqualSequencesShareTheirPlace)
 {
-    Numbering numbering{Model()};
-    const Crossing number{{}, Conversion::Int32, "int", {}, nullptr},
-        text{{}, Conversion::String, "char *", {}, nullptr};
-    EXPECT_EQ(numbering.arguments({number, text}), 0u);
-    EXPECT_EQ(numbering.arguments({text}), 2u);
-    EXPECT_EQ(numbering.arguments({number, text}), 0u);
+    Model model;
+    model.families.resize(2);
+    model.families[0].functions = {function("first", {"int", "long"}), function("second", {"long"})};
+    model.families[1].functions = {function("third", {"int", "long"})};
+    const Numbering numbering(model);
+    EXPECT_EQ(numbering.arguments({number("int"), number("long")}), 0u);
+    EXPECT_EQ(numbering.arguments({number("long")}), 2u);
     EXPECT_EQ(numbering.argument_table().size(), 3u);
+    EXPECT_EQ(numbering.method("third"), 2u);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ typedef enum bcm_stg_stp_e {
     BCM_STG_STP_FORWARD = 4
 } bcm_stg_stp_t;
 
-/* The group that VLANs are in at first, which cannot be destroyed. */
+/* The default group, until bcm_stg_default_set names another. The default one cannot be destroyed. */
 #define BCM_STG_DEFAULT 1
 
 /* init destroys all groups but the default one; clear also moves all VLANs there. */
@@ -49,7 +49,7 @@ int bcm_stg_destroy(int unit, bcm_stg_t stg);
 int bcm_stg_list(int unit, bcm_stg_t **list, int *count);
 int bcm_stg_list_destroy(int unit, bcm_stg_t *list, int count);
 
-/* The group that VLANs are in at first. */
+/* The group that VLANs are in at first, and fall to; at the start BCM_STG_DEFAULT. */
 int bcm_stg_default_set(int unit, bcm_stg_t stg);
 int bcm_stg_default_get(int unit, bcm_stg_t *stg_ptr);
 
