@@ -1,10 +1,11 @@
 #include "command_files.h"
 
-#include "property_file.h"
+#include "property_store.h"
 #include "shell.h"
 #include "shell_variables.h"
 #include "sim_shell.h"
 #include "switch.h"
+#include "whole_file.h"
 
 #include <bcm/error.h>
 
@@ -102,7 +103,11 @@ std::string with_end(const std::string &name)
 const std::string *command_file(int unit)
 {
     const auto own = own_files.find(unit);
-    return own != own_files.end() ? &own->second : property(unit, "rcload");
+    if (own != own_files.end()) {
+        return &own->second;
+    }
+    const auto *found = property(unit, "rcload");
+    return found != nullptr ? &found->second.value : nullptr;
 }
 
 }  // namespace
