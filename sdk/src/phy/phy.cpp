@@ -50,6 +50,16 @@ PhyUnit *phys_of(int unit)
     return sw != nullptr ? &phys_of(*sw) : nullptr;
 }
 
+PhyPort restarted(int unit, int port)
+{
+    PhyPort fresh(port);
+    if (PhyUnit *phys = phys_of(unit)) {
+        fresh.cable = phys->of(port).cable;
+        fresh.restart();
+    }
+    return fresh;
+}
+
 bool is_ready(const PhyUnit &phys, const PhyPort &port)
 {
     return phys.has_common && phys.has_drivers && port.initialised;

@@ -74,6 +74,11 @@ public:
     /// Modes that it can advertise now.
     soc_port_mode_t modes(const Cable &cable) const;
 
+    bool can_be_forced_to(const Cable &cable, int speed) const
+    {
+        return speed <= speed_max && can_do(ability(cable), speed, true);
+    }
+
     /// What the lanes in use carry together.
     int lanes_speed() const;
 };

@@ -1,6 +1,6 @@
 #include "command_files.h"
 
-#include "property_store.h"
+#include "config.h"
 #include "shell.h"
 #include "shell_variables.h"
 #include "sim_shell.h"
