@@ -42,6 +42,9 @@ void PhyUnit::start(Switch &sw)
 void PhyUnit::stop(Switch &sw)
 {
     publish(sw.unit, nullptr);
+    for (PhyPort &port : ports) {
+        port.watchers.clear();
+    }
 }
 
 PhyUnit *phys_of(int unit)

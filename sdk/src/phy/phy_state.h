@@ -1,6 +1,7 @@
 /// The state of one port's PHYs: the SerDes in the chip and, on some ports, a copper PHY behind it.
 #pragma once
 
+#include "handler_list.h"
 #include "phy_kind.h"
 
 #include <soc/phy_control.h>
@@ -37,6 +38,9 @@ struct PhySide {
     /// By lane and address, those that have been written since the reset.
     std::map<std::pair<int, uint32>, uint16> registers;
     std::map<std::pair<int, int>, uint32> controls;  ///< by lane and selector, likewise
+
+    /// Halves of controls by lane and address: read with the other half, or written and waiting for it.
+    std::map<std::pair<int, uint32>, uint16> halves_read, halves_written;
 };
 
 class Phy {
@@ -88,11 +92,6 @@ struct ResetFunction {
     void *user_data = nullptr;
 };
 
-struct MediumWatcher {
-    soc_port_medium_status_cb_t callback;
-    void *user_data;
-};
-
 class PhyPort {
 public:
     explicit PhyPort(int port);
@@ -109,7 +108,7 @@ public:
     bool reported_link;  ///< as the driver was last told
     ResetFunction own_reset, default_reset;
     bool in_reset = false;
-    std::vector<MediumWatcher> watchers;
+    HandlerList<Callback<soc_port_medium_status_cb_t>> watchers;
     soc_port_medium_t reported_medium;  ///< to the watchers
     bool in_report = false;
     bool in_link_scan = false;
