@@ -7,6 +7,7 @@ import unittest
 
 import QuorelApiNew as q
 import binding
+from type_table import BLOCK_SIZE, pointer_of_type, retyped
 
 free = ctypes.CDLL(None).free
 
@@ -21,6 +22,31 @@ def layout():
         else:
             places[words[0], words[1]] = int(words[2]), int(words[3])
     return sizes, places
+
+
+def initialised(function, size, fill):
+    """The record that an initialiser leaves where every byte was that number, and what follows it."""
+    record = pointer_of_type(function.arguments[0].descriptor)
+    ctypes.memset(int(record), fill, BLOCK_SIZE)
+    function(record, *['00:00:00:00:00:00', 0][:len(function.arguments) - 1])
+    found = ctypes.string_at(int(record), size), ctypes.string_at(int(record) + size, BLOCK_SIZE - size)
+    q.delete_uint8Array(retyped(record, '_p_unsigned_char'))
+    return found
+
+
+class SweepInitialisers(unittest.TestCase):
+    def test_they_leave_no_byte_of_a_record_and_all_after_it_as_they_were(self):
+        functions, sizes = binding.read()[0], layout()[0]
+        initialisers = [function for function in functions if function.name.endswith('_t_init')]
+        self.assertEqual(len(initialisers), 171)
+        for function in initialisers:
+            # Some records are another one under a second name.
+            size = sizes[function.arguments[0].text.rstrip(' *')]
+            (ones, after_ones), (zeros, after_zeros) = [initialised(function, size, fill) for fill in (0xff, 0)]
+            self.assertEqual(ones, zeros, function.name)
+            self.assertEqual((after_ones.strip('\xff'), after_zeros.strip('\0')), ('', ''), function.name)
+            if function.name != 'bcm_attach_info_t_init':
+                self.assertEqual(zeros.strip('\0'), '', function.name)
 
 
 class SweepMembers(unittest.TestCase):
