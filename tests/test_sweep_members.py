@@ -54,7 +54,8 @@ class SweepInitialisers(unittest.TestCase):
             self.assertEqual((ones[size:].strip('\xff'), zeros[size:].strip('\0')), ('', ''), function.name)
             if zeros.strip('\0'):
                 others.append(function.name)
-        self.assertEqual(sorted(others), ['bcm_attach_info_t_init', 'bcm_detach_retry_t_init'])
+        self.assertEqual(sorted(others), ['bcm_attach_info_t_init', 'bcm_detach_retry_t_init',
+                                          'bcm_trunk_info_t_init', 'bcm_trunk_member_t_init'])
 
 
 class SweepMembers(unittest.TestCase):

@@ -18,7 +18,7 @@ extern "C" int sim_soc_reg_iterate(int unit, soc_reg_iter_f do_it, void *data)
                     soc_regaddrinfo_t info = info_of(place);
                     int rc = do_it(unit, &info, data);
                     // It may have detached the unit or brought the chip down.
-                    rc = rc < 0 ? rc : on_chip(unit, [](Chip &) { return SOC_E_NONE; });
+                    rc = rc < 0 ? rc : begin(unit, running_chip).then([](Chip &) {});
                     if (rc < 0) {
                         return rc;
                     }

@@ -88,7 +88,8 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
         return BCM_E_RESOURCE;
     }
     address.flags |= BCM_L2_SRC_HIT | (mode & BCM_PORT_LEARN_PENDING ? BCM_L2_PENDING : 0);
-    return l2_enter(sw, address, l2_learnt, entered ? BCM_L2_CALLBACK_MOVE_EVENT : BCM_L2_CALLBACK_LEARN_EVENT);
+    return l2_enter(sw, address, l2_learnt,
+                    entered ? BCM_L2_CALLBACK_MOVE_EVENT : BCM_L2_CALLBACK_LEARN_EVENT);
 }
 
 }  // namespace

@@ -21,9 +21,8 @@ void call_watchers(int unit, PhyPort &port, soc_port_medium_t medium)
         return;
     }
     const Marked marked(port.in_report);
-    port.watchers.each([&](const auto &watcher) {
-        watcher.function(unit, port.number, medium, watcher.user_data);
-    });
+    port.watchers.each(
+        [&](const auto &watcher) { watcher.function(unit, port.number, medium, watcher.user_data); });
 }
 
 bool is_flag(int value)

@@ -256,9 +256,7 @@ int sim_bcm_linkscan_register(int unit, bcm_linkscan_handler_t f)
 
 int sim_bcm_linkscan_unregister(int unit, bcm_linkscan_handler_t f)
 {
-    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) {
-        return links.handlers.remove(f);
-    });
+    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) { return links.handlers.remove(f); });
 }
 
 int sim_bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data)

@@ -1,5 +1,6 @@
 /// Start and end of a unit as a whole.
 #include "command_files.h"
+#include "destination.h"
 #include "front_port.h"
 #include "shell_variables.h"
 #include "sim_chip.h"
