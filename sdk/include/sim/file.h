@@ -7,6 +7,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /*
  * Puts a file with that text in place of a regular file or of none: BCM_E_NONE, or BCM_E_FAIL and everything
@@ -14,6 +15,7 @@ extern "C" {
  */
 int sim_file_replace(const char *file, const char *text);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

@@ -7,6 +7,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /*
  * Sets properties as the lines of a file say, all or none: BCM_E_NONE; BCM_E_NOT_FOUND, BCM_E_FAIL: it cannot
@@ -23,6 +24,7 @@ int sim_start_check(int unit);
 /* Whether a front port can be given that speed after a start of the unit: BCM_E_NONE, _UNIT, _PORT, _PARAM. */
 int sim_start_speed_check(int unit, int port, int speed);
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif
