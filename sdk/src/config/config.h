@@ -61,7 +61,10 @@ const Properties &default_properties();
 std::string place_in_file(const std::string &file, int line);
 
 /// What goes for a unit: "name.unit", else "name"; null if neither is set.
-const Properties::value_type *property(int unit, const std::string &name);
+const Properties::value_type *find_property(int unit, const std::string &name);
+
+/// Its value.
+const std::string *property(int unit, const std::string &name);
 
 /// Tells on standard error where a property stands whose value cannot be, and why it cannot.
 void refuse_property(const Properties::value_type &property, const std::string &why);

@@ -101,11 +101,17 @@ std::string place_in_file(const std::string &file, int line)
     return file + ":" + std::to_string(line);
 }
 
-const Properties::value_type *property(int unit, const std::string &name)
+const Properties::value_type *find_property(int unit, const std::string &name)
 {
     PropertyStore &store = property_store();
     const auto *own = store.find(name + "." + std::to_string(unit));
     return own != nullptr ? own : store.find(name);
+}
+
+const std::string *property(int unit, const std::string &name)
+{
+    const auto *found = find_property(unit, name);
+    return found != nullptr ? &found->second.value : nullptr;
 }
 
 void refuse_property(const Properties::value_type &property, const std::string &why)

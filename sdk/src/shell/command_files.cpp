@@ -103,11 +103,7 @@ std::string with_end(const std::string &name)
 const std::string *command_file(int unit)
 {
     const auto own = own_files.find(unit);
-    if (own != own_files.end()) {
-        return &own->second;
-    }
-    const auto *found = property(unit, "rcload");
-    return found != nullptr ? &found->second.value : nullptr;
+    return own != own_files.end() ? &own->second : property(unit, "rcload");
 }
 
 }  // namespace

@@ -19,11 +19,11 @@ cmd_result_t get(int unit, Arguments *args)
     if (name == nullptr || args->left() != 0) {
         return CMD_USAGE;
     }
-    const auto *found = property(unit, name);
-    if (found == nullptr) {
+    const std::string *value = property(unit, name);
+    if (value == nullptr) {
         return fail(*args, std::string("no property ") + name);
     }
-    std::printf("%s\n", found->second.value.c_str());
+    std::printf("%s\n", value->c_str());
     return CMD_OK;
 }
 

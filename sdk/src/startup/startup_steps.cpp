@@ -64,8 +64,8 @@ constexpr PortProperty port_properties[] = {
 
 const Properties::value_type *port_property(int unit, const std::string &name, int port)
 {
-    const auto *own = property(unit, name + "_" + port_name(port));
-    return own != nullptr ? own : property(unit, name);
+    const auto *own = find_property(unit, name + "_" + port_name(port));
+    return own != nullptr ? own : find_property(unit, name);
 }
 
 /// BCM_E_CONFIG, and it is told, if the value is no number, or possible(number) says no to it.
@@ -136,7 +136,7 @@ int read_start_settings(int unit, StartSettings *settings)
     if (unit < 0 || unit >= unit_max) {
         return BCM_E_UNIT;
     }
-    if (const auto *found = property(unit, "l2_age_timer")) {
+    if (const auto *found = find_property(unit, "l2_age_timer")) {
         int seconds;
         const int rc = read_setting(*found, "unit " + std::to_string(unit), &seconds,
                                     [](int value) { return value >= 0; });
