@@ -1,6 +1,9 @@
 """What the SDK prints, and the text pointers that it hands out."""
 import contextlib
 import ctypes
+import os
+import sys
+import tempfile
 
 import QuorelApiNew as q
 import type_table
@@ -21,6 +24,21 @@ def printed(call, *args):
     return result, text
 
 
+def told(call, *args):
+    """(result, what the process wrote to standard error)"""
+    sys.stderr.flush()
+    with tempfile.TemporaryFile() as output:
+        kept = os.dup(2)
+        os.dup2(output.fileno(), 2)
+        try:
+            result = call(*args)
+        finally:
+            os.dup2(kept, 2)
+            os.close(kept)
+        output.seek(0)
+        return result, output.read()
+
+
 def run(line, unit=0):
     """(result, output) of a line of commands"""
     return printed(q.sh_process_command, unit, line)
@@ -39,3 +57,13 @@ def text_cells(count):
 
 def text_in(cell):
     return ctypes.c_char_p.from_address(int(cell)).value
+
+
+def properties():
+    """[(name, value)] in the store's order."""
+    found = []
+    with text_cells(2) as (name, value):
+        while q.sal_config_get_next(name, value) == q.BCM_E_NONE:
+            found.append((text_in(name), text_in(value)))
+        assert text_in(name) is None and text_in(value) is None
+    return found

@@ -271,6 +271,19 @@ class Registers(ChipTest):
         self.assertEqual((library.soc_reg_iterate(0, callback, None), next(counter)), (q.SOC_E_FAIL, 10))
         self.assertStatus(q.SOC_E_PARAM, q.soc_reg_iterate(0, None, None))
 
+    def test_iterating_ends_with_the_chip(self):
+        self.addCleanup(q.bcm_detach, 5)
+        for end, status in ((q.bcm_detach, q.SOC_E_UNIT), (q.soc_deinit, q.SOC_E_INIT)):
+            self.done(q.bcm_attach(5, '', '', -1))
+            visited = []
+
+            def visit(unit, info, data):
+                visited.append(unit)
+                return end(unit)
+            self.assertStatus(status, library.soc_reg_iterate(5, iterate_callback(visit), None))
+            self.assertEqual(visited, [5])
+            q.bcm_detach(5)
+
     def test_lists_own_their_room(self):
         addresses = q.soc_regaddrlist_t()
         self.assertStatus(q.SOC_E_PARAM, q.soc_regaddrlist_free(addresses))

@@ -4,21 +4,12 @@ import os
 import resource
 import shutil
 import tempfile
+import time
 import unittest
 
 import QuorelApiNew as q
-from console import printed, run, text_cells, text_in
+from console import printed, properties, run, text_cells, text_in
 from recording import library
-
-
-def properties():
-    """[(name, value)] in the store's order."""
-    found = []
-    with text_cells(2) as (name, value):
-        while q.sal_config_get_next(name, value) == q.BCM_E_NONE:
-            found.append((text_in(name), text_in(value)))
-        assert text_in(name) is None and text_in(value) is None
-    return found
 
 
 class Config(unittest.TestCase):
@@ -157,6 +148,64 @@ class Config(unittest.TestCase):
         self.assertEqual((self.read(), os.listdir(self.directory)), ('old=1\n', ['config']))
         for path in (self.directory, os.path.join(self.directory, 'no', 'file'), '/dev/null'):
             self.assertEqual(q.sal_config_save(path, '', 0), q.BCM_E_FAIL, path)
+
+    def test_the_second_name_may_be_the_file_itself(self):
+        names = [self.path] + [os.path.join(self.directory, name) for name in ('hard', 'soft', 'folder/config')]
+        os.symlink('.', os.path.join(self.directory, 'folder'))
+        limits = resource.getrlimit(resource.RLIMIT_FSIZE)
+        for number, beside in enumerate(names):
+            self.write('old=1\n')
+            for link, make in ((names[1], os.link), (names[2], os.symlink)):
+                if beside == link:
+                    make(self.path, link)
+            q.sal_config_file_set(self.path, beside)
+            self.assertEqual(q.sal_config_refresh(), 0)
+            q.sal_config_set('new', str(number) * 1000)
+            before = sorted(os.listdir(self.directory))
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100, limits[1]))
+            try:
+                self.assertEqual(q.sal_config_flush(), q.BCM_E_FAIL, beside)
+            finally:
+                resource.setrlimit(resource.RLIMIT_FSIZE, limits)
+            self.assertEqual(self.read(), 'old=1\n', beside)
+            self.assertEqual([name for name in os.listdir(self.directory) if name not in before], [])
+            self.assertEqual(q.sal_config_flush(), q.BCM_E_NONE, beside)
+            self.assertIn('new=%d' % number, self.read())
+            self.assertEqual([name for name in os.listdir(self.directory) if name not in before], [])
+
+    def test_the_second_name_is_never_a_device_or_a_folder(self):
+        self.write('old=1\n')
+        pipe = os.path.join(self.directory, 'pipe')
+        os.mkfifo(pipe)
+        for beside in (pipe, self.directory):
+            kind = os.stat(beside).st_mode
+            q.sal_config_file_set(self.path, beside)
+            self.assertEqual(q.sal_config_refresh(), 0)
+            q.sal_config_set('new', '1')
+            self.assertEqual(q.sal_config_flush(), q.BCM_E_FAIL)
+            self.assertEqual((self.read(), os.stat(beside).st_mode), ('old=1\n', kind))
+
+    def test_a_byte_order_mark_is_no_part_of_a_name(self):
+        self.write('\xef\xbb\xbffirst=1\nsecond=2\n')
+        q.sal_config_file_set(self.path, '')
+        self.assertEqual(q.sal_config_refresh(), q.BCM_E_NONE)
+        self.assertEqual((q.sal_config_get('first'), q.sal_config_get('second')), ('1', '2'))
+        self.write('\n\xef\xbb\xbffirst=3\n')
+        self.assertEqual(q.sal_config_refresh(), q.BCM_E_NONE)
+        self.assertEqual(q.sal_config_get('\xef\xbb\xbffirst'), '3')
+
+    def test_going_through_takes_time_by_the_number_of_properties(self):
+        def seconds(count):
+            for number in range(count):
+                q.sal_config_set('p%06d' % number, '1')
+            name, value = ctypes.c_char_p(), ctypes.c_char_p()
+            begun = time.clock()
+            while library.sal_config_get_next(ctypes.byref(name), ctypes.byref(value)) == 0:
+                pass
+            return time.clock() - begun
+        few = min(seconds(1000) for _ in range(3))
+        # Sixteen times as many; by their square it would be 256 times as long.
+        self.assertLess(seconds(16000), few * 80)
 
 
 if __name__ == '__main__':

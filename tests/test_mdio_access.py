@@ -72,6 +72,12 @@ class MdioTest(unittest.TestCase):
 
 
 class Access(MdioTest):
+    def test_the_result_of_a_write_does_not_matter(self):
+        for result in (None, 0, 'text', [1], 3.0, 2 ** 70, -1):
+            self.registers.write = lambda *_: result
+            install(UNIT, PHY, self.registers)
+            self.assertEqual(write(1, 2), 0, result)
+
     def test_a_driver_reaches_the_objects_methods(self):
         self.assertIsNone(install(UNIT, PHY, self.registers))
         self.assertEqual(name_of(), 'PythonAccess-0-5')

@@ -45,6 +45,16 @@ class Registers(PhyTest):
         self.write(COPPER, CONTROL, SPEED_100 | SPEED_1000 | 3 << 2)
         self.assertEqual((self.speed(COPPER), self.negotiation(COPPER)), (10000, (0, 0)))
 
+    def test_both_halves_of_a_counter_are_of_one_reading(self):
+        for name in ('PRBS_TX_ENABLE', 'PRBS_RX_ENABLE', 'LOOPBACK_PMD'):
+            self.set_control(SERDES, name, 1)
+        low = control_register('PRBS_RX_STATUS')
+        for order in ((low, low + 1), (low + 1, low)):
+            self.set_control(SERDES, 'PRBS_ERROR_INJECT', 70000)
+            read = dict((address, self.read(SERDES, address)) for address in order)
+            self.assertEqual(read[low + 1] << 16 | read[low], 70000)
+            self.assertEqual([self.read(SERDES, address) for address in order], [0, 0])
+
     def test_the_same_by_clause_45(self):
         for code, speed in ((3, 100000), (5, 50000), (2, 40000), (4, 25000), (0, 10000)):
             self.write(SERDES, PMA, SPEED_100 | SPEED_1000 | code << 2)
@@ -172,6 +182,20 @@ class Controls(PhyTest):
         self.assertEqual([self.word(q.soc_phyctrl_lane_reg_read, SERDES, 1, 0,
                                     control_register('TX_FIR_POST') + half)
                           for half in (0, 1)], [0xfff7, 0xffff])
+        # A value that neither half can take the place of alone waits for the other half, whichever is first.
+        fir = control_register('TX_FIR_PRE')
+        for value in (-5, 12, -1):
+            halves = [(fir, value & 0xffff), (fir + 1, value >> 16 & 0xffff)]
+            for order in (halves, halves[::-1]):
+                self.set_control(SERDES, 'TX_FIR_PRE', 7)
+                for address, half in order:
+                    self.write(SERDES, address, half)
+                self.assertEqual(self.control(SERDES, 'TX_FIR_PRE'), value & 0xffffffff, (value, order))
+        # What cannot be is dropped, and does not come back.
+        self.write(SERDES, fir, 0xfff0)
+        self.set_control(SERDES, 'TX_FIR_PRE', 7)
+        self.write(SERDES, fir + 1, 0)
+        self.assertEqual(self.control(SERDES, 'TX_FIR_PRE'), 7)
         self.write(SERDES, control_register('PATTERN_DATA') + 1, 0x1234)
         self.write(SERDES, control_register('PATTERN_DATA'), 0x5678)
         self.assertEqual(self.control(SERDES, 'PATTERN_DATA'), 0x12345678)

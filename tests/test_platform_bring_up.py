@@ -12,7 +12,7 @@ import unittest
 import QuorelApiNew as q
 from binding import error_of
 from chip import MEMORIES
-from console import printed
+from console import printed, told
 from platform_stand_in import PlatformTest
 from recording import library
 from type_table import pointer_of_type, retyped
@@ -118,6 +118,39 @@ class Init(BringUpTest):
             self.assertStatus(q.BCM_E_PARAM, q.BelvokInit(record, count))
         self.assertEqual(self.value(q.bcm_port_speed_get, 1), 1000)
         self.assertEqual(self.properties('port_map_1'), [None])
+
+    def test_what_one_port_or_device_refuses_changes_nothing(self):
+        self.keep_property('port_map_1', 'port_map_33', 'l2_age_timer.1')
+        q.addSandDevice(0, 2, 0, 0)
+        self.enter('02:00:00:00:00:01', port=1)
+        self.done(q.bcm_port_speed_set(0, 1, 1000))
+
+        def state():
+            return (self.ports(q.bcm_port_speed_get), self.ports(q.bcm_port_enable_get), self.macs(),
+                    self.properties('port_map_1', 'port_map_33'), q.bcm_attach_check(1))
+        before = state()
+        # Port 33 is the first of those that go up to 10 Gbit/s.
+        records = [wiring(speed=40000, warpCore=port // 4, phyLane=port % 4) for port in range(33)]
+        self.assertStatus(q.BCM_E_PARAM, q.BelvokInit(self.array_of(records), 33))
+        self.assertEqual(state(), before)
+        records[32].speed = 10000
+        self.done(q.sal_config_set('l2_age_timer.1', 'abc'))
+        self.assertEqual(told(q.BelvokInit, self.array_of(records), 33),
+                         (q.BCM_E_CONFIG, 'l2_age_timer.1=abc: not a number\n'))
+        self.assertEqual(state(), before)
+        library.sal_config_set('l2_age_timer.1', None)
+        self.done(q.BelvokInit(self.array_of(records), 33))
+        self.assertEqual(self.ports(q.bcm_port_speed_get)[:33], [40000] * 32 + [10000])
+
+    def test_a_port_takes_the_speeds_that_it_is_said_to_take(self):
+        medium = {'fiber': 1 << q.SOC_PHY_MEDIUM_FIBER, 'copper': 1 << q.SOC_PHY_MEDIUM_COPPER}
+        self.addCleanup(library.sim_cable_plug, 0, 33, medium['copper'], 10)
+        for plugged in medium.values():
+            self.done(library.sim_cable_plug(0, 33, plugged, 10))
+            for speed in (10, 100, 1000, 10000, 25000, 100000):
+                self.done(q.system_init(0))
+                taken = q.bcm_port_speed_set(0, 33, speed)
+                self.assertEqual(library.sim_start_speed_check(0, 33, speed), taken, speed)
 
     def test_every_mapped_device_comes_up(self):
         q.addSandDevice(0, 2, 0, 0)
@@ -253,19 +286,19 @@ class Protection(BringUpTest):
             output.write('as it was')
         before = signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
         self.addCleanup(signal.signal, signal.SIGXFSZ, before)
-        # The disk fills up; there are too many files open; somebody has a file where the new one would grow.
+        # The disk fills up; there are too many files open.
         with limit(resource.RLIMIT_FSIZE, 1000):
             self.assertStatus(q.BCM_E_FAIL, self.write(path))
         with limit(resource.RLIMIT_NOFILE, 3):
             self.assertStatus(q.BCM_E_FAIL, self.write(path))
         self.assertEqual(os.listdir(self.directory), ['memories'])
-        others = '%s.%d.tmp' % (path, os.getpid())
-        os.mkdir(others)
-        self.assertStatus(q.BCM_E_FAIL, self.write(path))
-        os.rmdir(others)
         with open(path) as unchanged:
             self.assertEqual(unchanged.read(), 'as it was')
+        # What somebody else left there stays.
+        others = '%s.%d.0.tmp' % (path, os.getpid())
+        os.mkdir(others)
         self.done(self.write(path))
+        os.rmdir(others)
 
     def test_names_that_lead_elsewhere(self):
         pipe, loop, link = [os.path.join(self.directory, name) for name in ('pipe', 'loop', 'link')]

@@ -1,5 +1,7 @@
 """The platform's trace and log, and the output of shell commands as text."""
 import ctypes
+import subprocess
+import sys
 import unittest
 
 import QuorelApiNew as q
@@ -36,11 +38,30 @@ class Trace(PlatformTest):
         self.assertEqual(lines[0], 'addSandDevice(0001:02:03.4, 0) = 1')
         self.assertEqual(lines[1], 'unit 0 write %08x EGQ_AGEING_CTRL.1 = 0x00000101' % address)
         self.assertRegexpMatches(lines[2], r'^unit 0 read [0-9a-f]{8} EGQ_FIELD_SELECT_MAP\[2\].0 = 0x0{32}$')
-        self.assertRegexpMatches(lines[3], r'^unit 0 write [0-9a-f]{8} STC_COUNTER\[3\] = 0x0{15}5$')
+        self.assertRegexpMatches(lines[3], r'^unit 0 write [0-9a-f]{8} STC_COUNTER\[0\]\[3\] = 0x0{15}5$')
         self.assertEqual(lines[4], 'unit 0 read %08x EGQ_AGEING_CTRL.1 = 0x00000101' % address)
         self.assertEqual(lines[5:], ['belvok_read_low(0, 0x%x) = 0x101' % address])
         q.captureTrace(True)
         self.assertEqual(q.getTrace(), '')
+
+    def test_a_line_says_which_of_several_memories(self):
+        def name(mem, array, copy):
+            q.captureTrace(True)
+            self.done(q.soc_mem_array_write(0, mem, array, copy, 5, self.array(5)))
+            return [line.split()[4] for line in q.getTrace().splitlines()]
+        self.assertEqual(name(q.STC_COUNTERm, 3, -1), ['STC_COUNTER[3][5]'])
+        self.assertEqual(name(q.FQP_CALENDARm, 0, 0), ['FQP_CALENDAR[0].0[5]'])
+        self.assertEqual(name(q.FQP_CALENDARm, 1, 1), ['FQP_CALENDAR[1].1[5]'])
+        self.assertEqual(name(q.IHP_MAC_TABLEm, 0, -1), ['IHP_MAC_TABLE.0[5]', 'IHP_MAC_TABLE.1[5]'])
+
+    def test_the_first_access_to_a_chip_is_one_line(self):
+        script = ('import QuorelApiNew as q; q.captureTrace(True); '
+                  'q.soc_reg32_get(0, q.CMIC_LED_CTRLr, q.REG_PORT_ANY, 0, q.uintp()); print q.getTrace()')
+        self.assertEqual(len(subprocess.check_output([sys.executable, '-c', script]).split('\n')), 3)
+        self.done(q.bcm_attach(5, '', '', -1))
+        q.captureTrace(True)
+        self.done(q.soc_reg32_get(5, q.CMIC_LED_CTRLr, q.REG_PORT_ANY, 0, q.uintp()))
+        self.assertEqual(len(q.getTrace().splitlines()), 1)
 
     def test_it_ends_at_a_nul_and_somewhere(self):
         q.captureTrace(True)

@@ -1,11 +1,14 @@
 """Start and end of units and of the application."""
 import ctypes
+import os
+import shutil
+import tempfile
 import unittest
 
 import QuorelApiNew as q
 from binding import error_of
 from chip import snoop_callback
-from console import printed, run
+from console import printed, properties, run, told
 from recording import library, recording
 from simulator import SwitchTest, call_with_nulls, pointer
 
@@ -34,6 +37,17 @@ class StartUp(SwitchTest):
         before = q.sal_config_get(name)
         self.done(q.sal_config_set(name, value))
         self.addCleanup(library.sal_config_set, name, before)
+
+    def keep_properties(self):
+        before = properties()
+
+        def put_back():
+            q.sal_config_file_set('', '')
+            for name, _ in properties():
+                library.sal_config_set(name, None)
+            for name, value in before:
+                q.sal_config_set(name, value)
+        self.addCleanup(put_back)
 
     def units(self):
         return [unit for unit in range(-1, 18) if q.bcm_attach_check(unit) == q.BCM_E_NONE]
@@ -262,6 +276,38 @@ class StartUp(SwitchTest):
         record.no_appl = 1
         self.done(q.appl_dcmn_init(4, record))
         self.assertEqual(self.units(), [0, 4, 5, 6])
+
+    def test_a_property_that_cannot_be_is_named_and_nothing_is_done(self):
+        directory = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, directory)
+        path = os.path.join(directory, 'config')
+        self.keep_properties()
+        port = 'impossible for port ce5 of unit 0'
+        for name, value, why in (('l2_age_timer', 'abc', 'not a number'),
+                                 ('l2_age_timer', '600 # ten minutes', 'not a number'),
+                                 ('l2_age_timer.0', '-1', 'impossible for unit 0'),
+                                 ('port_init_speed_ce5', '10G', 'not a number'),
+                                 ('port_init_speed_ce5', '12345', port), ('port_init_enable_ce5.0', '2', port),
+                                 ('port_init_autoneg_ce5', '-1', port), ('port_init_learn_ce5', '2', port),
+                                 ('port_init_speed_ce32', '100000', 'impossible for port ce32 of unit 0')):
+            self.done(q.bcm_port_speed_set(0, 1, 1000))
+            said = '%s=%s: %s\n' % (name, value, why)
+            self.done(q.sal_config_set(name, value))
+            self.assertEqual(told(q.system_init, 0), (q.BCM_E_CONFIG, said))
+            with open(path, 'w') as output:
+                output.write('# a comment\n%s=%s\n' % (name, value))
+            q.sal_config_file_set(path, '')
+            self.done(q.sal_config_refresh())
+            record = self.parameters('nof_devices=2')
+            for start in ((q.system_init, 0), (q.appl_dcmn_init, 0, record)):
+                self.assertEqual(told(*start), (q.BCM_E_CONFIG, '%s:2: %s' % (path, said)))
+            self.assertEqual(self.value(q.bcm_port_speed_get, 1), 1000)
+            # Written back, it stands elsewhere.
+            self.done(q.sal_config_set('a', '1'))
+            self.done(q.sal_config_flush())
+            line = properties().index((name, value)) + 1
+            self.assertEqual(told(q.system_init, 0)[1], '%s:%d: %s' % (path, line, said))
+            library.sal_config_set(name, None)
 
     def test_shutdown_forgets_only_with_cleanup(self):
         for cleanup, output in ((0, 'kept\n'), (1, '\n')):

@@ -7,6 +7,7 @@ import unittest
 
 import QuorelApiNew as q
 import binding
+from type_table import BLOCK_SIZE, pointer_of_type, retyped
 
 free = ctypes.CDLL(None).free
 
@@ -21,6 +22,40 @@ def layout():
         else:
             places[words[0], words[1]] = int(words[2]), int(words[3])
     return sizes, places
+
+
+def initialised(function, fill):
+    """The block that an initialiser leaves where every byte was that number."""
+    block = pointer_of_type(function.arguments[0].descriptor)
+    ctypes.memset(int(block), fill, BLOCK_SIZE)
+    function(block, *['00:00:00:00:00:00', 0][:len(function.arguments) - 1])
+    found = ctypes.string_at(int(block), BLOCK_SIZE)
+    q.delete_uint8Array(retyped(block, '_p_unsigned_char'))
+    return found
+
+
+class SweepInitialisers(unittest.TestCase):
+    def test_they_set_every_member_of_a_record_and_nothing_behind_it(self):
+        functions, (sizes, places) = binding.read()[0], layout()
+        initialisers = [function for function in functions if function.name.endswith('_t_init')]
+        self.assertEqual(len(initialisers), 171)
+        members = collections.defaultdict(list)
+        for (record, _), place in places.items():
+            members[record].append(place)
+        others = []
+        for function in initialisers:
+            ones, zeros = initialised(function, 0xff), initialised(function, 0)
+            record = function.name[:-len('_init')]
+            # Three records have no members that are bound, so that their size is not reported.
+            size = sizes.get(record, len(os.path.commonprefix([ones, zeros])))
+            for offset, length in members.get(record, [(0, size)]):
+                self.assertEqual(ones[offset:offset + length], zeros[offset:offset + length], function.name)
+            self.assertGreater(size, 0, function.name)
+            self.assertEqual((ones[size:].strip('\xff'), zeros[size:].strip('\0')), ('', ''), function.name)
+            if zeros.strip('\0'):
+                others.append(function.name)
+        self.assertEqual(sorted(others), ['bcm_attach_info_t_init', 'bcm_detach_retry_t_init',
+                                          'bcm_trunk_info_t_init', 'bcm_trunk_member_t_init'])
 
 
 class SweepMembers(unittest.TestCase):

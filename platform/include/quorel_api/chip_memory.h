@@ -20,10 +20,12 @@ class ChipMemory : public Vey::PtrInterface {
 public:
     using Ptr = Vey::Ptr<ChipMemory>;
 
-    ChipMemory(std::string name, int unit, int mem, int arrayIndex, U32 baseAddr, U32 entryBytes, U32 entries)
+    ChipMemory(std::string name, int unit, int mem, int core, int arrayIndex, U32 baseAddr, U32 entryBytes,
+               U32 entries)
         : name_(std::move(name)),
           unit_(unit),
           mem_(mem),
+          core_(core),
           arrayIndex_(arrayIndex),
           baseAddr_(baseAddr),
           entryBytes_(entryBytes),
@@ -34,6 +36,7 @@ public:
     const std::string &name() const noexcept { return name_; }
     int unit() const noexcept { return unit_; }
     int mem() const noexcept { return mem_; }
+    int core() const noexcept { return core_; }
     int arrayIndex() const noexcept { return arrayIndex_; }
     U32 baseAddr() const noexcept { return baseAddr_; }
     U32 entryBytes() const noexcept { return entryBytes_; }
@@ -45,7 +48,7 @@ protected:
 
 private:
     std::string name_;
-    int unit_, mem_, arrayIndex_;
+    int unit_, mem_, core_, arrayIndex_;
     U32 baseAddr_, entryBytes_, entries_;
 };
 

@@ -22,6 +22,9 @@ public:
     /// has ended; no Python exception stays set.
     std::optional<long> call(const char *method, std::initializer_list<long> arguments) const;
 
+    /// The same for a method whose result does not matter, whatever it is.
+    void run(const char *method, std::initializer_list<long> arguments) const;
+
 protected:
     ~PyObjHandle() override;
 

@@ -36,7 +36,8 @@ bool findArray(const sim_memory_t &memory, U32 address, int *arrayIndex, U32 *ba
 
 ChipMemory::Ptr describe(int unit, int mem, const sim_memory_t &memory, int arrayIndex, U32 base)
 {
-    return new ChipMemory(memory.name, unit, mem, arrayIndex, base, memory.entry_words * word_bytes,
+    const int core = static_cast<int>((base - memory.base) / block_step);
+    return new ChipMemory(memory.name, unit, mem, core, arrayIndex, base, memory.entry_words * word_bytes,
                           memory.entries);
 }
 

@@ -15,6 +15,7 @@ extern "C" {
 #include <bcm/error.h>
 #include <bcm/port.h>
 #include <sal/config.h>
+#include <sim/start.h>
 #include <soc/init.h>
 }
 
@@ -76,15 +77,27 @@ int attachAndInitialise(int unit)
     return rc < 0 ? rc : soc_init(unit);
 }
 
+/// Whether every port will be able to have its record's speed.
+int checkSpeeds(const tridentPortMap_t *maps, int count)
+{
+    int rc = BCM_E_NONE;
+    for (int port = 1; port <= count && rc >= 0; ++port) {
+        rc = sim_start_speed_check(own_unit, port, maps[port - 1].speed);
+    }
+    return rc;
+}
+
 int setWiring(const tridentPortMap_t *maps, int count)
 {
-    std::vector<Property> properties;
+    int rc = BCM_E_NONE;
     for (int port = 1; port <= front_ports; ++port) {
-        const auto more = portProperties(port, port <= count ? &maps[port - 1] : nullptr);
-        properties.insert(properties.end(), more.begin(), more.end());
+        for (Property &property : portProperties(port, port <= count ? &maps[port - 1] : nullptr)) {
+            const int set =
+                sal_config_set(property.name.data(), property.value ? property.value->data() : nullptr);
+            rc = set == BCM_E_NOT_FOUND || rc < 0 ? rc : set;
+        }
     }
-    const Property *refused = nullptr;
-    return setProperties(properties, &refused);
+    return rc;
 }
 
 int startPorts(const tridentPortMap_t *maps, int count)
@@ -114,12 +127,17 @@ int BelvokInit(tridentPortMap_t *portMap, int numPorts)
         trace("BelvokInit(%d) = %d", numPorts, BCM_E_PARAM);
         return BCM_E_PARAM;
     }
-    int rc = BelvokBasicInit();
+    const bool own_is_up = deviceList().at(own_unit)->mapped;
+    const int wired = own_is_up ? numPorts : 0;
+    // What can be refused is asked before anything is done.
+    int rc = checkSpeeds(portMap, wired);
+    rc = rc < 0 ? rc : sal_config_init();
+    rc = rc < 0 ? rc : onDevices(sim_start_check);
+    rc = rc < 0 ? rc : BelvokBasicInit();
     rc = rc < 0 ? rc : setWiring(portMap, numPorts);
     rc = rc < 0 ? rc : onDevices(system_init);
-    const bool own_is_up = deviceList().at(own_unit)->mapped;
-    if (rc >= 0 && numPorts > 0 && own_is_up) {
-        rc = startPorts(portMap, numPorts);
+    if (rc >= 0 && wired > 0) {
+        rc = startPorts(portMap, wired);
     }
     trace("BelvokInit(%d) = %d", numPorts, rc);
     return rc;

@@ -10,6 +10,8 @@
 
 extern "C" {
 #include <sim/chip_observer.h>
+#include <sim/memory.h>
+#include <soc/error.h>
 #include <soc/register.h>
 }
 
@@ -30,11 +32,14 @@ std::string tableName(const sim_access_t &access)
 {
     Hardware::ChipAddress const place = {access.address, 0};
     Hardware::ChipMemory::Ptr memory = QuorelApi::findChipMemory(access.unit, access.id, place, 0);
-    if (!memory) {
+    sim_memory_t all;
+    if (!memory || sim_memory_describe(access.unit, access.id, &all) != SOC_E_NONE) {
         return "";
     }
     U32 const entry = (access.address - memory->baseAddr()) / access.words;
-    return memory->name() + "[" + std::to_string(entry) + "]";
+    std::string const array = all.arrays > 1 ? "[" + std::to_string(memory->arrayIndex()) + "]" : "";
+    std::string const core = all.cores > 1 ? "." + std::to_string(memory->core()) : "";
+    return memory->name() + array + core + "[" + std::to_string(entry) + "]";
 }
 
 void traceAccess(const char *what, const sim_access_t &access, const uint32 *words)

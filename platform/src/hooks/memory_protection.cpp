@@ -3,13 +3,13 @@
 #include "quorel_api/chip_memory.h"
 #include "trace_lines.h"
 #include "vey/string8.h"
-#include "whole_file.h"
 
 #include <string>
 
 extern "C" {
 #include <bcm/attach.h>
 #include <bcm/error.h>
+#include <sim/file.h>
 #include <soc/memory_ids.h>
 }
 
@@ -66,5 +66,5 @@ int QuorelApiPrintDeviceMemParityEccInfoToFile(int unit, const char *fname)
     if (!fname || !*fname) {
         return BCM_E_PARAM;
     }
-    return writeWholeFile(fname, lines(unit)) ? BCM_E_NONE : BCM_E_FAIL;
+    return sim_file_replace(fname, lines(unit).c_str());
 }

@@ -1,8 +1,17 @@
 // The board's wiring as SOC properties.
 #pragma once
 
-#include "configuration.h"
 #include "quorel_api/port_map.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A SOC property, and the value that it is to have; nothing: it is not to be set.
+struct Property {
+    std::string name;
+    std::optional<std::string> value;
+};
 
 /// All that BelvokInit() tells of a port: what does not apply, or everything if the record is null, is not to
 /// be set.

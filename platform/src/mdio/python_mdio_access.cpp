@@ -30,7 +30,7 @@ std::uint16_t PythonMdioAccessWrapper::read(std::uint8_t device, std::uint16_t a
 
 void PythonMdioAccessWrapper::write(std::uint8_t device, std::uint16_t address, std::uint16_t data)
 {
-    object_->call("write", {bus_.value(), port_.value(), device, address, data});
+    object_->run("write", {bus_.value(), port_.value(), device, address, data});
 }
 
 }  // namespace QuorelApi

@@ -26,6 +26,13 @@ struct DropReference {
 };
 using Reference = std::unique_ptr<PyObject, DropReference>;
 
+void needInterpreter()
+{
+    if (!Py_IsInitialized()) {
+        throw InternalException("the Python interpreter has ended");
+    }
+}
+
 /// Clears the Python exception; "TypeError: an integer is required".
 String8 takeError()
 {
@@ -43,6 +50,7 @@ String8 takeError()
     return format("%s: %s", name, text ? PyString_AsString(text.get()) : "");
 }
 
+/// Under the interpreter lock.
 Reference callMethod(PyObject *object, const char *method, std::initializer_list<long> arguments)
 {
     Reference function(PyObject_GetAttrString(object, method));
@@ -83,9 +91,7 @@ PyObjHandle::~PyObjHandle()
 
 std::optional<long> PyObjHandle::call(const char *method, std::initializer_list<long> arguments) const
 {
-    if (!Py_IsInitialized()) {
-        throw InternalException("the Python interpreter has ended");
-    }
+    needInterpreter();
     InterpreterLock interpreter;
     Reference result = callMethod(object_, method, arguments);
     if (result.get() == Py_None) {
@@ -101,6 +107,15 @@ std::optional<long> PyObjHandle::call(const char *method, std::initializer_list<
         throw InternalException(takeError());
     }
     return number;
+}
+
+void PyObjHandle::run(const char *method, std::initializer_list<long> arguments) const
+{
+    needInterpreter();
+    InterpreterLock interpreter;
+    if (!callMethod(object_, method, arguments)) {
+        throw InternalException(takeError());
+    }
 }
 
 }  // namespace Vey

@@ -11,7 +11,8 @@ extern "C" {
 /*
  * Attaches the unit if it is not, brings its chip up, initialises its modules and applies the properties of
  * its ports. Done again, it starts afresh. BCM_E_UNIT if there can be no such unit, BCM_E_CONFIG if a
- * property's value cannot be, or a module's error; then the unit is as it was attached.
+ * property's value cannot be, which is told with where it stands on standard error: nothing is done then. Or
+ * a module's error; then the unit is as it was attached.
  */
 int system_init(int unit);
 

@@ -1,5 +1,7 @@
 #include "chip_observer.h"
 
+#include "switch.h"
+
 namespace sim {
 
 namespace {
@@ -67,6 +69,8 @@ extern "C" {
 
 void sim_chip_observe(const sim_chip_observer_t *chosen)
 {
+    // Makes the unit that is there from the start: what its chip is configured with was written before.
+    sim::attached(0);
     sim::observer = chosen != nullptr ? chosen : &sim::nobody;
 }
 

@@ -16,7 +16,9 @@ extern "C" int sim_soc_reg_iterate(int unit, soc_reg_iter_f do_it, void *data)
             for (int port = 0; locate(register_at(id), port, 0, &place) == SOC_E_NONE; ++port) {
                 for (int index = 0; locate(register_at(id), port, index, &place) == SOC_E_NONE; ++index) {
                     soc_regaddrinfo_t info = info_of(place);
-                    const int rc = do_it(unit, &info, data);
+                    int rc = do_it(unit, &info, data);
+                    // It may have detached the unit or brought the chip down.
+                    rc = rc < 0 ? rc : begin(unit, running_chip).then([](Chip &) {});
                     if (rc < 0) {
                         return rc;
                     }

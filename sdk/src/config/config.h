@@ -2,12 +2,18 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace sim {
 
-using Properties = std::map<std::string, std::string>;
+struct Property {
+    std::string value;
+    std::string place = {};  ///< "file:line" where it stands; empty if a call set it
+};
+
+using Properties = std::map<std::string, Property>;
 
 constexpr std::size_t property_name_max = 127;
 constexpr std::size_t property_value_max = 1023;
@@ -19,11 +25,11 @@ class PropertyStore {
 public:
     const Properties &all() const { return properties_; }
 
-    /// Null if it is not set; else the value, where it stays until that property is changed.
-    std::string *find(const std::string &name);
+    /// Null if it is not set; else it with its name. The value stays where it is until it is changed.
+    Properties::value_type *find(const std::string &name);
 
     /// Name and value have to be valid.
-    void set(const std::string &name, const std::string &value);
+    void set(const std::string &name, const Property &property);
     bool remove(const std::string &name);
 
     /// Makes the store equal to the properties given; what does not change stays where it is.
@@ -34,14 +40,15 @@ public:
     /// Null if that address did not come from lasting_name. The address may be any.
     const std::string *name_at(const char *address) const;
 
-    /// Whether anything was changed since saved().
+    /// Whether anything was changed since saved(), which is told to which file.
     bool changed() const { return changed_; }
-    void saved() { changed_ = false; }
+    void saved(const std::string &file);
     void touch() { changed_ = true; }
 
 private:
     Properties properties_;
-    std::set<std::string> names_;
+    std::unordered_set<std::string> names_;
+    std::unordered_map<const char *, const std::string *> names_by_address_;
     bool changed_ = false;
 };
 
@@ -50,10 +57,16 @@ PropertyStore &property_store();
 /// What the SDK starts from where nobody says otherwise.
 const Properties &default_properties();
 
-/// The value for a unit: of "name.unit", else of "name"; null if neither is set.
+/// How the place of a property is written.
+std::string place_in_file(const std::string &file, int line);
+
+/// What goes for a unit: "name.unit", else "name"; null if neither is set.
+const Properties::value_type *find_property(int unit, const std::string &name);
+
+/// Its value.
 const std::string *property(int unit, const std::string &name);
 
-/// The same as an integer: BCM_E_NONE and *value; BCM_E_NOT_FOUND; BCM_E_CONFIG if it is none.
-int integer_property(int unit, const std::string &name, int *value);
+/// Tells on standard error where a property stands whose value cannot be, and why it cannot.
+void refuse_property(const Properties::value_type &property, const std::string &why);
 
 }  // namespace sim

@@ -1,11 +1,8 @@
 #include "config.h"
 
-#include "number_text.h"
-
-#include <bcm/error.h>
-
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <iterator>
 #include <string>
 
@@ -29,19 +26,20 @@ bool valid_property_value(const std::string &value)
                    && !blank(static_cast<unsigned char>(value.back()))));
 }
 
-std::string *PropertyStore::find(const std::string &name)
+Properties::value_type *PropertyStore::find(const std::string &name)
 {
     const auto found = properties_.find(name);
-    return found != properties_.end() ? &found->second : nullptr;
+    return found != properties_.end() ? &*found : nullptr;
 }
 
-void PropertyStore::set(const std::string &name, const std::string &value)
+void PropertyStore::set(const std::string &name, const Property &property)
 {
-    const auto [entry, added] = properties_.try_emplace(name, value);
-    if (added || entry->second != value) {
-        entry->second = value;
+    const auto [entry, added] = properties_.try_emplace(name, property);
+    if (added || entry->second.value != property.value) {
+        entry->second.value = property.value;
         changed_ = true;
     }
+    entry->second.place = property.place;
 }
 
 bool PropertyStore::remove(const std::string &name)
@@ -56,22 +54,32 @@ void PropertyStore::become(const Properties &properties)
     for (auto entry = properties_.begin(); entry != properties_.end();) {
         entry = properties.count(entry->first) != 0 ? std::next(entry) : properties_.erase(entry);
     }
-    for (const auto &[name, value] : properties) {
-        set(name, value);
+    for (const auto &[name, property] : properties) {
+        set(name, property);
+    }
+    changed_ = false;
+}
+
+void PropertyStore::saved(const std::string &file)
+{
+    int line = 0;
+    for (auto &[name, property] : properties_) {
+        property.place = place_in_file(file, ++line);
     }
     changed_ = false;
 }
 
 const char *PropertyStore::lasting_name(const std::string &name)
 {
-    return names_.insert(name).first->c_str();
+    const std::string &lasting = *names_.insert(name).first;
+    names_by_address_.emplace(lasting.c_str(), &lasting);
+    return lasting.c_str();
 }
 
 const std::string *PropertyStore::name_at(const char *address) const
 {
-    const auto found = std::find_if(names_.begin(), names_.end(),
-                                    [address](const std::string &name) { return name.c_str() == address; });
-    return found != names_.end() ? &*found : nullptr;
+    const auto found = names_by_address_.find(address);
+    return found != names_by_address_.end() ? found->second : nullptr;
 }
 
 PropertyStore &property_store()
@@ -84,24 +92,33 @@ PropertyStore &property_store()
 const Properties &default_properties()
 {
     static const Properties &defaults =
-        *new Properties{{"l2_age_timer", "300"}, {"port_init_enable", "1"}, {"port_init_learn", "1"}};
+        *new Properties{{"l2_age_timer", {"300"}}, {"port_init_enable", {"1"}}, {"port_init_learn", {"1"}}};
     return defaults;
+}
+
+std::string place_in_file(const std::string &file, int line)
+{
+    return file + ":" + std::to_string(line);
+}
+
+const Properties::value_type *find_property(int unit, const std::string &name)
+{
+    PropertyStore &store = property_store();
+    const auto *own = store.find(name + "." + std::to_string(unit));
+    return own != nullptr ? own : store.find(name);
 }
 
 const std::string *property(int unit, const std::string &name)
 {
-    PropertyStore &store = property_store();
-    const std::string *own = store.find(name + "." + std::to_string(unit));
-    return own != nullptr ? own : store.find(name);
+    const auto *found = find_property(unit, name);
+    return found != nullptr ? &found->second.value : nullptr;
 }
 
-int integer_property(int unit, const std::string &name, int *value)
+void refuse_property(const Properties::value_type &property, const std::string &why)
 {
-    const std::string *text = property(unit, name);
-    if (text == nullptr) {
-        return BCM_E_NOT_FOUND;
-    }
-    return read_int(*text, value) ? BCM_E_NONE : BCM_E_CONFIG;
+    const auto &[name, told] = property;
+    const std::string where = told.place.empty() ? "" : told.place + ": ";
+    std::fprintf(stderr, "%s%s=%s: %s\n", where.c_str(), name.c_str(), told.value.c_str(), why.c_str());
 }
 
 }  // namespace sim

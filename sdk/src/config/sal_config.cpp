@@ -1,8 +1,10 @@
 /// The property store as the SDK's users see it.
 #include "property_file.h"
 #include "sim_config.h"
+#include "whole_file.h"
 
 #include <bcm/error.h>
+#include <sim/start.h>
 
 #include <fnmatch.h>
 
@@ -25,7 +27,11 @@ bool initialised;
 /// The defaults with what the file says on top.
 int properties_of_file(Properties *properties)
 {
-    const int rc = read_property_file(names.file, properties);
+    std::string problem;
+    const int rc = read_property_file(names.file, properties, &problem);
+    if (rc == BCM_E_CONFIG) {
+        std::fprintf(stderr, "%s\n", problem.c_str());
+    }
     if (rc == BCM_E_NONE) {
         properties->insert(default_properties().begin(), default_properties().end());
     }
@@ -55,8 +61,8 @@ int sim_sal_config_init(void)
         // What was set before goes before what the file says.
         PropertyStore &store = property_store();
         const bool set_before = !store.all().empty();
-        for (const auto &[name, value] : store.all()) {
-            properties[name] = value;
+        for (const auto &[name, property] : store.all()) {
+            properties[name] = property;
         }
         store.become(properties);
         if (set_before) {
@@ -71,9 +77,9 @@ int sim_sal_config_init(void)
 void sim_sal_config_init_defaults(void)
 {
     PropertyStore &store = property_store();
-    for (const auto &[name, value] : default_properties()) {
+    for (const auto &[name, property] : default_properties()) {
         if (store.find(name) == nullptr) {
-            store.set(name, value);
+            store.set(name, property);
         }
     }
 }
@@ -103,15 +109,15 @@ int sim_sal_config_flush(void)
     }
     const int rc = replace_file(names.file, names.beside, property_text(store.all()));
     if (rc == BCM_E_NONE) {
-        store.saved();
+        store.saved(names.file);
     }
     return rc;
 }
 
 char *sim_sal_config_get(const char *name)
 {
-    std::string *value = name != nullptr ? property_store().find(name) : nullptr;
-    return value != nullptr ? value->data() : nullptr;
+    auto *found = name != nullptr ? property_store().find(name) : nullptr;
+    return found != nullptr ? found->second.value.data() : nullptr;
 }
 
 int sim_sal_config_set(char *name, char *value)
@@ -122,7 +128,7 @@ int sim_sal_config_set(char *name, char *value)
     if (value == nullptr) {
         return property_store().remove(name) ? BCM_E_NONE : BCM_E_NOT_FOUND;
     }
-    property_store().set(name, value);
+    property_store().set(name, {value});
     return BCM_E_NONE;
 }
 
@@ -146,7 +152,7 @@ int sim_sal_config_get_next(char **name, char **value)
         return BCM_E_NOT_FOUND;
     }
     *name = const_cast<char *>(store.lasting_name(next->first));
-    *value = store.find(next->first)->data();
+    *value = store.find(next->first)->second.value.data();
     return BCM_E_NONE;
 }
 
@@ -162,9 +168,9 @@ int sim_sal_config_save(char *file, char *pattern, int append)
     }
     const bool all = pattern == nullptr || *pattern == '\0';
     Properties chosen;
-    for (const auto &[name, value] : property_store().all()) {
+    for (const auto &[name, property] : property_store().all()) {
         if (all || fnmatch(pattern, name.c_str(), 0) == 0) {
-            chosen[name] = value;
+            chosen[name] = property;
         }
     }
     if (chosen.empty()) {
@@ -196,6 +202,21 @@ int sim_sal_config_file_get(const char **fname, const char **tname)
     }
     *fname = text_or_null(names.file);
     *tname = text_or_null(names.beside);
+    return BCM_E_NONE;
+}
+
+int sim_config_load(const char *file, char *problem, int size)
+{
+    Properties properties;
+    std::string text;
+    const int rc = read_property_file(file, &properties, &text);
+    if (rc != BCM_E_NONE) {
+        std::snprintf(problem, static_cast<std::size_t>(size), "%s", text.c_str());
+        return rc;
+    }
+    for (const auto &[name, property] : properties) {
+        property_store().set(name, property);
+    }
     return BCM_E_NONE;
 }
 

@@ -99,18 +99,14 @@ void l2_remove(Switch &sw, std::size_t position, int operation)
 
 void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation)
 {
-    if (operation == l2_silent || l2_of(sw).settings.subscribers.empty()) {
+    if (operation == l2_silent) {
         return;
     }
-    // Copies, since a callback may unregister itself and may write to what it gets.
-    const std::vector<L2Subscriber> subscribers = l2_of(sw).settings.subscribers;
-    for (const L2Subscriber &subscriber : subscribers) {
-        if (attached(sw.unit) != &sw) {
-            return;
-        }
+    l2_of(sw).settings.subscribers.each([unit = sw.unit, address, operation](const auto &subscriber) {
+        // Who is told may write to what it gets.
         bcm_l2_addr_t copy = address;
-        subscriber.callback(sw.unit, &copy, operation, subscriber.userdata);
-    }
+        subscriber.function(unit, &copy, operation, subscriber.user_data);
+    });
 }
 
 }  // namespace sim

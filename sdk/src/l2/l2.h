@@ -4,6 +4,7 @@
 /// addresses.
 #pragma once
 
+#include "handler_list.h"
 #include "keyed_table.h"
 #include "l2_destination.h"
 #include "l2_table.h"
@@ -13,18 +14,12 @@
 #include <map>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace sim {
 
 constexpr int learn_classes = 32;
 constexpr int age_seconds_default = 300;
 constexpr int multicast_lines = 8192;
-
-struct L2Subscriber {
-    bcm_l2_addr_callback_t callback;
-    void *userdata;
-};
 
 struct L2LearnClass {
     int priority = 0;
@@ -35,7 +30,7 @@ struct L2LearnClass {
 struct L2Settings {
     int age_seconds = age_seconds_default;
     int freezes = 0;
-    std::vector<L2Subscriber> subscribers;
+    HandlerList<Callback<bcm_l2_addr_callback_t>> subscribers;
     std::map<std::pair<uint32, int>, int> learn_limits;  // by BCM_L2_LEARN_LIMIT_* selector and id
     std::array<L2LearnClass, learn_classes> classes;
     std::array<int, port_max + 1> port_classes = {};

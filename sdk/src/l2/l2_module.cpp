@@ -4,9 +4,6 @@
 #include "l2.h"
 #include "sim_l2.h"
 
-#include <algorithm>
-#include <vector>
-
 using namespace sim;
 
 namespace {
@@ -15,13 +12,6 @@ void reset(L2State &l2)
 {
     l2.clear();
     l2.settings = {};
-}
-
-auto find_subscriber(std::vector<L2Subscriber> &subscribers, bcm_l2_addr_callback_t callback, void *userdata)
-{
-    return std::find_if(subscribers.begin(), subscribers.end(), [&](const L2Subscriber &known) {
-        return known.callback == callback && known.userdata == userdata;
-    });
 }
 
 }  // namespace
@@ -61,10 +51,8 @@ int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *us
         if (callback == nullptr) {
             return BCM_E_PARAM;
         }
-        std::vector<L2Subscriber> &subscribers = l2.settings.subscribers;
-        if (find_subscriber(subscribers, callback, userdata) == subscribers.end()) {
-            subscribers.push_back({callback, userdata});
-        }
+        // Again is no error.
+        l2.settings.subscribers.add({callback, userdata});
         return BCM_E_NONE;
     });
 }
@@ -72,16 +60,7 @@ int sim_bcm_l2_addr_register(int unit, bcm_l2_addr_callback_t callback, void *us
 int sim_bcm_l2_addr_unregister(int unit, bcm_l2_addr_callback_t callback, void *userdata)
 {
     return begin(unit, ready<L2State>).then([&](L2State &l2) -> int {
-        if (callback == nullptr) {
-            return BCM_E_PARAM;
-        }
-        std::vector<L2Subscriber> &subscribers = l2.settings.subscribers;
-        const auto found = find_subscriber(subscribers, callback, userdata);
-        if (found == subscribers.end()) {
-            return BCM_E_NOT_FOUND;
-        }
-        subscribers.erase(found);
-        return BCM_E_NONE;
+        return callback == nullptr ? BCM_E_PARAM : l2.settings.subscribers.remove({callback, userdata});
     });
 }
 

@@ -1,6 +1,7 @@
-/// Records of layer 2 set to their initial values: all members zero, whatever was in them. A null pointer is
-/// left alone.
+/// Records of layer 2 set to their initial values: all members zero but those given, whatever was in them. A
+/// null pointer is left alone.
 #include "sim_l2.h"
+#include "sim_mcast.h"
 
 #include <cstring>
 
@@ -14,20 +15,31 @@ void clear(Record *record)
     }
 }
 
+template <class Record>
+void clear_but_for(Record *record, const unsigned char *mac, bcm_vlan_t vid)
+{
+    if (record == nullptr) {
+        return;
+    }
+    *record = {};
+    if (mac != nullptr) {
+        std::memcpy(record->mac, mac, sizeof record->mac);
+    }
+    record->vid = vid;
+}
+
 }  // namespace
 
 extern "C" {
 
 void sim_bcm_l2_addr_t_init(bcm_l2_addr_t *l2addr, bcm_mac_t mac_addr, bcm_vlan_t vid)
 {
-    if (l2addr == nullptr) {
-        return;
-    }
-    *l2addr = {};
-    if (mac_addr != nullptr) {
-        std::memcpy(l2addr->mac, mac_addr, sizeof l2addr->mac);
-    }
-    l2addr->vid = vid;
+    clear_but_for(l2addr, mac_addr, vid);
+}
+
+void sim_bcm_mcast_addr_t_init(bcm_mcast_addr_t *mcaddr, bcm_mac_t mac, bcm_vlan_t vid)
+{
+    clear_but_for(mcaddr, mac, vid);
 }
 
 void sim_bcm_l2_addr_distribute_t_init(bcm_l2_addr_distribute_t *addr_distribute)

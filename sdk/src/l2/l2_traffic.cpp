@@ -36,51 +36,60 @@ bool may_move(const L2Settings &settings, const Destination &from, int to)
     return (old_class.flags & BCM_L2_LEARN_CLASS_MOVE) || class_of(to).priority >= old_class.priority;
 }
 
+bcm_l2_addr_t new_address(const unsigned char *mac, bcm_vlan_t vid)
+{
+    bcm_l2_addr_t address = {};
+    std::copy_n(mac, sizeof address.mac, address.mac);
+    address.vid = vid;
+    return address;
+}
+
+/// Whether an address, entered or new, may be learnt at that port.
+bool may_come_to(const L2State &l2, const bcm_l2_addr_t &address, bool entered, int port)
+{
+    const bcm_l2_auth_addr_t *authorised = l2.authorised.find(l2_key(address.mac, address.vid));
+    if ((address.flags & BCM_L2_STATIC) || (authorised != nullptr && authorised->src_port != port)) {
+        return false;
+    }
+    Destination from = {};
+    return !entered || resolve_address(address, &from) != BCM_E_NONE || may_move(l2.settings, from, port);
+}
+
+/// Whether limits leave room at a place for an address that counts already, though elsewhere, or does not.
+bool has_room(const L2State &l2, const Destination &place, bcm_vlan_t vid, bool counted)
+{
+    const bool on_trunk = place.kind == Destination::Kind::trunk;
+    return below_limit(l2, on_trunk ? BCM_L2_LEARN_LIMIT_TRUNK : BCM_L2_LEARN_LIMIT_PORT, place.id)
+           && (counted
+               || (below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0)
+                   && below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid)));
+}
+
 /// The source address of the packet has no entry for the place: learns it, or moves the entry at position.
 int learn(Switch &sw, int port, const Destination &place, const unsigned char *mac, bcm_vlan_t vid,
           std::size_t position)
 {
     L2State &l2 = l2_of(sw);
-    const bool known = position != L2Table::none;
-    bcm_l2_addr_t address = {};
-    if (known) {
-        address = l2.addresses.record(position);
-    } else {
-        std::copy_n(mac, sizeof address.mac, address.mac);
-        address.vid = vid;
-    }
-
-    const bcm_l2_auth_addr_t *authorised = l2.authorised.find(l2_key(mac, vid));
-    if ((address.flags & BCM_L2_STATIC) || (authorised != nullptr && authorised->src_port != port)) {
+    const bool entered = position != L2Table::none;
+    bcm_l2_addr_t address = entered ? l2.addresses.record(position) : new_address(mac, vid);
+    if (!may_come_to(l2, address, entered, port)) {
         return BCM_E_EXISTS;
     }
-    Destination from = {};
-    if (known && resolve_address(address, &from) == BCM_E_NONE && !may_move(l2.settings, from, port)) {
-        return BCM_E_EXISTS;
-    }
-
-    const uint32 mode = port_of(sw, port).learn;
     set_destination(&address, place);
-    if ((mode & BCM_PORT_LEARN_CPU) && !(mode & BCM_PORT_LEARN_ARL)) {
-        l2_notify(sw, address, BCM_L2_CALLBACK_REPORT);
-    }
-    if (!(mode & BCM_PORT_LEARN_ARL) || l2.settings.freezes != 0) {
+    const uint32 mode = port_of(sw, port).learn;
+    if (!(mode & BCM_PORT_LEARN_ARL)) {
+        l2_notify(sw, address, mode & BCM_PORT_LEARN_CPU ? BCM_L2_CALLBACK_REPORT : l2_silent);
         return BCM_E_DISABLED;
     }
-    // A learnt address that moves counts already, though not for the place.
-    const bool counted = known && (l2.addresses.state(position) & l2_learnt);
-    const bool on_trunk = place.kind == Destination::Kind::trunk;
-    const bool room = below_limit(l2, on_trunk ? BCM_L2_LEARN_LIMIT_TRUNK : BCM_L2_LEARN_LIMIT_PORT, place.id)
-                      && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_SYSTEM, 0))
-                      && (counted || below_limit(l2, BCM_L2_LEARN_LIMIT_VLAN, vid));
-    if (!room) {
+    if (l2.settings.freezes != 0) {
+        return BCM_E_DISABLED;
+    }
+    if (!has_room(l2, place, vid, entered && (l2.addresses.state(position) & l2_learnt))) {
         return BCM_E_RESOURCE;
     }
-    if (mode & BCM_PORT_LEARN_PENDING) {
-        address.flags |= BCM_L2_PENDING;
-    }
-    address.flags |= BCM_L2_SRC_HIT;
-    return l2_enter(sw, address, l2_learnt, known ? BCM_L2_CALLBACK_MOVE_EVENT : BCM_L2_CALLBACK_LEARN_EVENT);
+    address.flags |= BCM_L2_SRC_HIT | (mode & BCM_PORT_LEARN_PENDING ? BCM_L2_PENDING : 0);
+    return l2_enter(sw, address, l2_learnt,
+                    entered ? BCM_L2_CALLBACK_MOVE_EVENT : BCM_L2_CALLBACK_LEARN_EVENT);
 }
 
 }  // namespace

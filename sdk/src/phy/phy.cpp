@@ -42,12 +42,25 @@ void PhyUnit::start(Switch &sw)
 void PhyUnit::stop(Switch &sw)
 {
     publish(sw.unit, nullptr);
+    for (PhyPort &port : ports) {
+        port.watchers.clear();
+    }
 }
 
 PhyUnit *phys_of(int unit)
 {
     Switch *sw = attached(unit);
     return sw != nullptr ? &phys_of(*sw) : nullptr;
+}
+
+PhyPort restarted(int unit, int port)
+{
+    PhyPort fresh(port);
+    if (PhyUnit *phys = phys_of(unit)) {
+        fresh.cable = phys->of(port).cable;
+        fresh.restart();
+    }
+    return fresh;
 }
 
 bool is_ready(const PhyUnit &phys, const PhyPort &port)

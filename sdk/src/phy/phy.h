@@ -39,6 +39,9 @@ inline PhyUnit &phys_of(Switch &sw)
 /// Null if no such unit is attached. A unit's PHYs are ready from the start.
 PhyUnit *phys_of(int unit);
 
+/// A port's PHYs as they will be after a start of the unit. Of one that is not attached, no cable is known yet.
+PhyPort restarted(int unit, int port);
+
 /// The port that a caller means: SOC_E_PORT, or the status of soc_phy_cb_xlate_port_func.
 int translate_port(int unit, soc_port_t *port);
 

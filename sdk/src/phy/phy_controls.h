@@ -49,6 +49,9 @@ struct StateControl {
 
 const StateControl *state_control_of(int selector);
 
+/// Whether it is a counter that is 0 after it was read.
+bool begins_anew_when_read(int selector);
+
 inline unsigned kind_bit(const Phy &phy)
 {
     return &phy.kind == &serdes_kind ? on_serdes : on_copper;

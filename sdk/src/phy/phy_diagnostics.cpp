@@ -15,51 +15,6 @@ using namespace sim;
 
 namespace {
 
-/// An operation that reads a control to the argument, or sets one to it or to a value of its own.
-struct ControlOperation {
-    int group, operation;
-    int selector;
-    enum { reads, writes, sets } does;
-    uint32 value;
-};
-
-constexpr ControlOperation control_operations[] = {
-    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_SIGNAL, SOC_PHY_CONTROL_RX_SIGNAL_DETECT, ControlOperation::reads,
-     0},
-    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_CLOCK_LOCK, SOC_PHY_CONTROL_RX_CLOCK_LOCK, ControlOperation::reads,
-     0},
-    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_BLOCK_LOCK, SOC_PHY_CONTROL_RX_BLOCK_LOCK, ControlOperation::reads,
-     0},
-    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_OFF, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
-     SOC_PHY_LOOPBACK_NONE},
-    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_LOCAL, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
-     SOC_PHY_LOOPBACK_PMD},
-    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_REMOTE, SOC_PHY_CONTROL_LOOPBACK_MODE, ControlOperation::sets,
-     SOC_PHY_LOOPBACK_REMOTE},
-    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_LOCK, SOC_PHY_CONTROL_PRBS_RX_LOCK, ControlOperation::reads, 0},
-    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERRORS, SOC_PHY_CONTROL_PRBS_RX_STATUS, ControlOperation::reads, 0},
-    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERROR_INJECT, SOC_PHY_CONTROL_PRBS_ERROR_INJECT,
-     ControlOperation::writes, 0},
-    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_VERSION, SOC_PHY_CONTROL_FIRMWARE_VERSION,
-     ControlOperation::reads, 0},
-    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_CRC, SOC_PHY_CONTROL_FIRMWARE_CRC, ControlOperation::reads, 0},
-};
-
-/// How many operations the classes have in which they are numbered.
-struct Group {
-    int group;
-    int operations;
-};
-
-constexpr Group groups[] = {
-    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_AUTONEG_DONE + 1},
-    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_REMOTE + 1},
-    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERROR_INJECT + 1},
-    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_LOWER + 1},
-    {PHY_DIAG_CTRL_BER, PHY_DIAG_BER_ERRORS + 1},
-    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_CRC + 1},
-};
-
 constexpr uint32 instance_part(uint32 instance, uint32 shift, uint32 mask)
 {
     return instance >> shift & mask;
@@ -80,44 +35,14 @@ Phy *phy_of(PhyPort &port, uint32 device)
     }
 }
 
-int operate(const ControlPlace &place, const ControlOperation &operation, uint32 *argument)
+int get(const ControlPlace &place, int selector, uint32 *value)
 {
-    if (operation.does == ControlOperation::sets) {
-        return set_control(place, operation.selector, operation.value);
-    }
-    if (argument == nullptr) {
-        return SOC_E_PARAM;
-    }
-    return operation.does == ControlOperation::reads ? get_control(place, operation.selector, argument)
-                                                     : set_control(place, operation.selector, *argument);
+    return value == nullptr ? static_cast<int>(SOC_E_PARAM) : get_control(place, selector, value);
 }
 
-int start_prbs(const ControlPlace &place, const uint32 *polynomial)
+int set(const ControlPlace &place, int selector, const uint32 *value)
 {
-    if (polynomial == nullptr) {
-        return SOC_E_PARAM;
-    }
-    const int rc = set_control(place, SOC_PHY_CONTROL_PRBS_POLYNOMIAL, *polynomial);
-    if (rc != SOC_E_NONE) {
-        return rc;
-    }
-    set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 1);
-    return set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 1);
-}
-
-int stop_prbs(const ControlPlace &place)
-{
-    set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 0);
-    return set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 0);
-}
-
-int read_state(uint32 *argument, bool good)
-{
-    if (argument == nullptr) {
-        return SOC_E_PARAM;
-    }
-    *argument = good;
-    return SOC_E_NONE;
+    return value == nullptr ? static_cast<int>(SOC_E_PARAM) : set_control(place, selector, *value);
 }
 
 int access_register(const ControlPlace &place, bool writes, int number, uint32 *argument)
@@ -162,6 +87,100 @@ int measure_receiver(const ControlPlace &place, XGPHY_DIAG_DATA_t *measured)
     return SOC_E_NONE;
 }
 
+/// An operation of a class that numbers them, with what it needs to know.
+struct Operation {
+    int group, operation;
+    int (*run)(const ControlPlace &place, const Operation &own, uint32 *argument);
+    int selector = 0;
+    uint32 value = 0;
+};
+
+int read_control(const ControlPlace &place, const Operation &own, uint32 *argument)
+{
+    return get(place, own.selector, argument);
+}
+
+int write_control(const ControlPlace &place, const Operation &own, uint32 *argument)
+{
+    return set(place, own.selector, argument);
+}
+
+int set_to_value(const ControlPlace &place, const Operation &own, uint32 *)
+{
+    return set_control(place, own.selector, own.value);
+}
+
+int start_prbs(const ControlPlace &place, const Operation &, uint32 *polynomial)
+{
+    const int rc = set(place, SOC_PHY_CONTROL_PRBS_POLYNOMIAL, polynomial);
+    if (rc != SOC_E_NONE) {
+        return rc;
+    }
+    set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 1);
+    return set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 1);
+}
+
+int stop_prbs(const ControlPlace &place, const Operation &, uint32 *)
+{
+    set_control(place, SOC_PHY_CONTROL_PRBS_RX_ENABLE, 0);
+    return set_control(place, SOC_PHY_CONTROL_PRBS_TX_ENABLE, 0);
+}
+
+int tell(bool state, uint32 *argument)
+{
+    if (argument == nullptr) {
+        return SOC_E_PARAM;
+    }
+    *argument = state;
+    return SOC_E_NONE;
+}
+
+int read_link(const ControlPlace &place, const Operation &, uint32 *argument)
+{
+    return tell(link_of(place.port, place.phy).up(), argument);
+}
+
+int read_negotiation(const ControlPlace &place, const Operation &, uint32 *argument)
+{
+    return tell(has_negotiated(place.port, place.phy), argument);
+}
+
+int not_there(const ControlPlace &, const Operation &, uint32 *)
+{
+    return SOC_E_UNAVAIL;
+}
+
+// clang-format off
+constexpr Operation operations[] = {
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_SIGNAL, read_control, SOC_PHY_CONTROL_RX_SIGNAL_DETECT},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_CLOCK_LOCK, read_control, SOC_PHY_CONTROL_RX_CLOCK_LOCK},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_BLOCK_LOCK, read_control, SOC_PHY_CONTROL_RX_BLOCK_LOCK},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_LINK, read_link},
+    {PHY_DIAG_CTRL_STATE, PHY_DIAG_STATE_AUTONEG_DONE, read_negotiation},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_OFF, set_to_value, SOC_PHY_CONTROL_LOOPBACK_MODE,
+     SOC_PHY_LOOPBACK_NONE},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_LOCAL, set_to_value, SOC_PHY_CONTROL_LOOPBACK_MODE,
+     SOC_PHY_LOOPBACK_PMD},
+    {PHY_DIAG_CTRL_LOOPBACK, PHY_DIAG_LOOPBACK_REMOTE, set_to_value, SOC_PHY_CONTROL_LOOPBACK_MODE,
+     SOC_PHY_LOOPBACK_REMOTE},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_START, start_prbs},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_STOP, stop_prbs},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_LOCK, read_control, SOC_PHY_CONTROL_PRBS_RX_LOCK},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERRORS, read_control, SOC_PHY_CONTROL_PRBS_RX_STATUS},
+    {PHY_DIAG_CTRL_PRBS, PHY_DIAG_PRBS_ERROR_INJECT, write_control, SOC_PHY_CONTROL_PRBS_ERROR_INJECT},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_START, not_there},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_STOP, not_there},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_LEFT, not_there},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_RIGHT, not_there},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_UPPER, not_there},
+    {PHY_DIAG_CTRL_EYE, PHY_DIAG_EYE_MARGIN_LOWER, not_there},
+    {PHY_DIAG_CTRL_BER, PHY_DIAG_BER_START, not_there},
+    {PHY_DIAG_CTRL_BER, PHY_DIAG_BER_ERRORS, not_there},
+    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_VERSION, read_control, SOC_PHY_CONTROL_FIRMWARE_VERSION},
+    {PHY_DIAG_CTRL_FIRMWARE, PHY_DIAG_FIRMWARE_CRC, read_control, SOC_PHY_CONTROL_FIRMWARE_CRC},
+};
+// clang-format on
+
 int operate(const ControlPlace &place, int group, int operation, void *argument)
 {
     uint32 *number = static_cast<uint32 *>(argument);
@@ -170,35 +189,18 @@ int operate(const ControlPlace &place, int group, int operation, void *argument)
     case PHY_DIAG_CTRL_REGISTER_WRITE:
         return access_register(place, group == PHY_DIAG_CTRL_REGISTER_WRITE, operation, number);
     case PHY_DIAG_CTRL_CONTROL_GET:
-        return number == nullptr ? static_cast<int>(SOC_E_PARAM) : get_control(place, operation, number);
+        return get(place, operation, number);
     case PHY_DIAG_CTRL_CONTROL_SET:
-        return number == nullptr ? static_cast<int>(SOC_E_PARAM) : set_control(place, operation, *number);
+        return set(place, operation, number);
     case PHY_DIAG_CTRL_RECEIVER:
         return measure_receiver(place, static_cast<XGPHY_DIAG_DATA_t *>(argument));
     default:
         break;
     }
-    for (const ControlOperation &one : control_operations) {
-        if (one.group == group && one.operation == operation) {
-            return operate(place, one, number);
-        }
-    }
-    if (group == PHY_DIAG_CTRL_PRBS && operation == PHY_DIAG_PRBS_START) {
-        return start_prbs(place, number);
-    }
-    if (group == PHY_DIAG_CTRL_PRBS && operation == PHY_DIAG_PRBS_STOP) {
-        return stop_prbs(place);
-    }
-    if (group == PHY_DIAG_CTRL_STATE && operation == PHY_DIAG_STATE_LINK) {
-        return read_state(number, link_of(place.port, place.phy).up());
-    }
-    if (group == PHY_DIAG_CTRL_STATE && operation == PHY_DIAG_STATE_AUTONEG_DONE) {
-        return read_state(number, has_negotiated(place.port, place.phy));
-    }
-    const bool known = std::any_of(std::begin(groups), std::end(groups), [&](const Group &one) {
-        return one.group == group && operation >= 0 && operation < one.operations;
+    const auto found = std::find_if(std::begin(operations), std::end(operations), [&](const Operation &one) {
+        return one.group == group && one.operation == operation;
     });
-    return known ? SOC_E_UNAVAIL : SOC_E_PARAM;
+    return found != std::end(operations) ? found->run(place, *found, number) : static_cast<int>(SOC_E_PARAM);
 }
 
 }  // namespace

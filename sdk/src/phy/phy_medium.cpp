@@ -10,23 +10,10 @@
 #include <soc/phy_values.h>
 
 #include <algorithm>
-#include <vector>
 
 using namespace sim;
 
 namespace {
-
-bool operator==(const MediumWatcher &a, const MediumWatcher &b)
-{
-    return a.callback == b.callback && a.user_data == b.user_data;
-}
-
-template <class Watchers>
-auto find(Watchers &watchers, const MediumWatcher &watcher)
-{
-    return std::find_if(watchers.begin(), watchers.end(),
-                        [&](const MediumWatcher &one) { return one == watcher; });
-}
 
 void call_watchers(int unit, PhyPort &port, soc_port_medium_t medium)
 {
@@ -34,13 +21,8 @@ void call_watchers(int unit, PhyPort &port, soc_port_medium_t medium)
         return;
     }
     const Marked marked(port.in_report);
-    // A watcher may register and unregister others.
-    const std::vector<MediumWatcher> watchers = port.watchers;
-    for (const MediumWatcher &watcher : watchers) {
-        if (find(port.watchers, watcher) != port.watchers.end()) {
-            watcher.callback(unit, port.number, medium, watcher.user_data);
-        }
-    }
+    port.watchers.each(
+        [&](const auto &watcher) { watcher.function(unit, port.number, medium, watcher.user_data); });
 }
 
 bool is_flag(int value)
@@ -165,12 +147,7 @@ int sim_soc_phy_medium_status_register(int unit, soc_port_t port, soc_port_mediu
                                        void *user_data)
 {
     return begin(unit, chip_runs, given(cb), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
-        const MediumWatcher watcher = {cb, user_data};
-        if (find(own.watchers, watcher) != own.watchers.end()) {
-            return SOC_E_EXISTS;
-        }
-        own.watchers.push_back(watcher);
-        return SOC_E_NONE;
+        return own.watchers.add({cb, user_data});
     });
 }
 
@@ -178,12 +155,7 @@ int sim_soc_phy_medium_status_unregister(int unit, soc_port_t port, soc_port_med
                                          void *user_data)
 {
     return begin(unit, chip_runs, given(cb), phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
-        const auto found = find(own.watchers, {cb, user_data});
-        if (found == own.watchers.end()) {
-            return SOC_E_NOT_FOUND;
-        }
-        own.watchers.erase(found);
-        return SOC_E_NONE;
+        return own.watchers.remove({cb, user_data});
     });
 }
 

@@ -80,12 +80,62 @@ uint16 firmware_at_window(const Phy &phy, int lane)
     return static_cast<uint16>(word);
 }
 
-void write_control_half(const ControlPlace &place, int control, bool upper, uint16 value)
+RegisterAddress other_half(const RegisterAddress &address)
 {
+    return {address.device, static_cast<uint16>(address.number ^ 1)};
+}
+
+uint16 half_at(const RegisterAddress &address, uint32 whole)
+{
+    return static_cast<uint16>(is_upper_half(address) ? whole >> 16 : whole);
+}
+
+/// One half of the value, and the other as it is.
+uint32 with_half(const RegisterAddress &address, uint32 whole, uint16 half)
+{
+    return is_upper_half(address) ? (whole & 0xffff) | static_cast<uint32>(half) << 16
+                                  : (whole & 0xffff0000) | half;
+}
+
+/// The halves of a value that reading changes are of one reading, in either order.
+uint16 read_half(const ControlPlace &place, int control, const RegisterAddress &address)
+{
+    auto &held = place.side.halves_read;
+    const auto own = held.find({place.lane, key_of(address)});
+    if (own != held.end()) {
+        const uint16 half = own->second;
+        held.erase(own);
+        return half;
+    }
     uint32 whole = 0;
     get_control(place, control, &whole);
-    whole = upper ? (whole & 0xffff) | static_cast<uint32>(value) << 16 : (whole & 0xffff0000) | value;
-    set_control(place, control, whole);
+    if (begins_anew_when_read(control)) {
+        const RegisterAddress other = other_half(address);
+        held[{place.lane, key_of(other)}] = half_at(other, whole);
+    }
+    return half_at(address, whole);
+}
+
+/// A half that the control cannot take over with the other as it is waits until that is written too.
+void write_half(const ControlPlace &place, int control, const RegisterAddress &address, uint16 half)
+{
+    auto &waiting = place.side.halves_written;
+    uint32 now = 0;
+    // A control that begins anew when read cannot be set.
+    if (!begins_anew_when_read(control)) {
+        get_control(place, control, &now);
+    }
+    const uint32 whole = with_half(address, now, half);
+    const RegisterAddress other = other_half(address);
+    const auto with = waiting.find({place.lane, key_of(other)});
+    const bool done_with_it =
+        with != waiting.end()
+        && set_control(place, control, with_half(other, whole, with->second)) == SOC_E_NONE;
+    waiting.erase({place.lane, key_of(other)});
+    waiting.erase({place.lane, key_of(address)});
+    if (!done_with_it && set_control(place, control, whole) != SOC_E_NONE) {
+        waiting[{place.lane, key_of(address)}] = half;
+    }
 }
 
 }  // namespace
@@ -112,9 +162,7 @@ uint16 read_register(PhyPort &port, Phy &phy, int lane, const RegisterAddress &a
     }
     const int control = control_at(address);
     if (control >= 0) {
-        uint32 value = 0;
-        get_control({port, phy, phy.line, lane}, control, &value);
-        return static_cast<uint16>(is_upper_half(address) ? value >> 16 : value);
+        return read_half({port, phy, phy.line, lane}, control, address);
     }
     if (address.device == SOC_PHY_DEVICE_VENDOR1 && address.number == firmware_word) {
         return firmware_at_window(phy, lane);
@@ -132,7 +180,7 @@ void write_register(PhyPort &port, Phy &phy, int lane, const RegisterAddress &ad
     }
     const int control = control_at(address);
     if (control >= 0) {
-        write_control_half({port, phy, phy.line, lane}, control, is_upper_half(address), value);
+        write_half({port, phy, phy.line, lane}, control, address, value);
         return;
     }
     if (!has_device(address.device) || !keeps(address)) {

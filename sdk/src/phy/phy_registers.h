@@ -15,10 +15,12 @@ struct RegisterAddress {
 /// From the form in which the SDK's callers give it. False: there is no such form.
 bool decode(uint32 flags, uint32 addr, RegisterAddress *address);
 
-/// A device that the PHY has not reads as all ones. Some reads change the register.
+/// A device that the PHY has not reads as all ones. Some reads change the register; the two halves of a
+/// counter are of one reading.
 uint16 read_register(PhyPort &port, Phy &phy, int lane, const RegisterAddress &address);
 
-/// Lane -1: all lanes. What can not be written, and values that the PHY can not take over, are dropped.
+/// Lane -1: all lanes. What can not be written, and values that the PHY can not take over, are dropped; half
+/// of a control's value waits for the other half if it can not be taken over without.
 void write_register(PhyPort &port, Phy &phy, int lane, const RegisterAddress &address, uint16 value);
 
 /// On standard output.

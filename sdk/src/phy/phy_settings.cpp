@@ -40,13 +40,12 @@ namespace sim {
 
 int set_speed(PhyPort &port, Phy &phy, int speed)
 {
-    const MediumAbility &ability = phy.ability(port.cable);
     soc_phy_config_t &settings = phy.settings(port.cable);
-    if (speed > phy.speed_max || !can_do(ability, speed, true)) {
+    if (!phy.can_be_forced_to(port.cable, speed)) {
         return SOC_E_PARAM;
     }
     settings.force_speed = speed;
-    settings.force_duplex |= !can_do(ability, speed, false);
+    settings.force_duplex |= !can_do(phy.ability(port.cable), speed, false);
     return SOC_E_NONE;
 }
 

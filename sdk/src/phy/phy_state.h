@@ -1,6 +1,7 @@
 /// The state of one port's PHYs: the SerDes in the chip and, on some ports, a copper PHY behind it.
 #pragma once
 
+#include "handler_list.h"
 #include "phy_kind.h"
 
 #include <soc/phy_control.h>
@@ -37,6 +38,9 @@ struct PhySide {
     /// By lane and address, those that have been written since the reset.
     std::map<std::pair<int, uint32>, uint16> registers;
     std::map<std::pair<int, int>, uint32> controls;  ///< by lane and selector, likewise
+
+    /// Halves of controls by lane and address: read with the other half, or written and waiting for it.
+    std::map<std::pair<int, uint32>, uint16> halves_read, halves_written;
 };
 
 class Phy {
@@ -74,6 +78,11 @@ public:
     /// Modes that it can advertise now.
     soc_port_mode_t modes(const Cable &cable) const;
 
+    bool can_be_forced_to(const Cable &cable, int speed) const
+    {
+        return speed <= speed_max && can_do(ability(cable), speed, true);
+    }
+
     /// What the lanes in use carry together.
     int lanes_speed() const;
 };
@@ -81,11 +90,6 @@ public:
 struct ResetFunction {
     soc_port_phy_reset_cb_t callback = nullptr;
     void *user_data = nullptr;
-};
-
-struct MediumWatcher {
-    soc_port_medium_status_cb_t callback;
-    void *user_data;
 };
 
 class PhyPort {
@@ -104,7 +108,7 @@ public:
     bool reported_link;  ///< as the driver was last told
     ResetFunction own_reset, default_reset;
     bool in_reset = false;
-    std::vector<MediumWatcher> watchers;
+    HandlerList<Callback<soc_port_medium_status_cb_t>> watchers;
     soc_port_medium_t reported_medium;  ///< to the watchers
     bool in_report = false;
     bool in_link_scan = false;

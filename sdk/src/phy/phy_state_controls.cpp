@@ -378,6 +378,14 @@ constexpr StateControl controls[] = {
 
 }  // namespace
 
+bool begins_anew_when_read(int selector)
+{
+    constexpr int counters[] = {SOC_PHY_CONTROL_PRBS_RX_STATUS, SOC_PHY_CONTROL_FEC_SYMBOL_ERRORS,
+                                SOC_PHY_CONTROL_FEC_CORRECTED_BLOCKS, SOC_PHY_CONTROL_FEC_UNCORRECTED_BLOCKS,
+                                SOC_PHY_CONTROL_LINK_CHANGES};
+    return std::find(std::begin(counters), std::end(counters), selector) != std::end(counters);
+}
+
 const StateControl *state_control_of(int selector)
 {
     const StateControl *found =

@@ -65,62 +65,27 @@ bool can_ask(int unit, const PhyPort &port)
     }) == SOC_E_NONE;
 }
 
-bool operator==(const PortLinkHandler &a, const PortLinkHandler &b)
-{
-    return a.callback == b.callback && a.user_data == b.user_data;
-}
-
-template <class Handlers, class Handler>
-auto find(Handlers &handlers, const Handler &handler)
-{
-    return std::find_if(handlers.begin(), handlers.end(), [&](const Handler &one) { return one == handler; });
-}
-
-template <class Handlers, class Handler>
-int add(Handlers &handlers, const Handler &handler)
-{
-    if (find(handlers, handler) != handlers.end()) {
-        return BCM_E_EXISTS;
-    }
-    handlers.push_back(handler);
-    return BCM_E_NONE;
-}
-
-template <class Handlers, class Handler>
-int take_away(Handlers &handlers, const Handler &handler)
-{
-    const auto found = find(handlers, handler);
-    if (found == handlers.end()) {
-        return BCM_E_NOT_FOUND;
-    }
-    handlers.erase(found);
-    return BCM_E_NONE;
-}
-
 void call_handlers(int unit, int port)
 {
     bcm_port_info_t info;
     if (sim_bcm_port_info_get(unit, port, &info) != BCM_E_NONE) {
         return;
     }
-    // A handler may register and unregister others, and gets a record of its own.
-    const std::vector<bcm_linkscan_handler_t> handlers = links_of(*attached(unit)).handlers;
-    for (const bcm_linkscan_handler_t handler : handlers) {
-        LinkScan *links = watching(unit, port);
-        if (links != nullptr && find(links->handlers, handler) != links->handlers.end()) {
+    // Each gets a record of its own, as long as the unit is there and the port is watched.
+    LinkScan *const links = &links_of(*attached(unit));
+    const auto tell = [&](auto call) {
+        if (watching(unit, port) == links) {
             bcm_port_info_t told = info;
-            handler(unit, port, &told);
+            call(&told);
         }
-    }
-    LinkScan *still = watching(unit, port);
-    const std::vector<PortLinkHandler> own =
-        still != nullptr ? still->of(port).handlers : std::vector<PortLinkHandler>();
-    for (const PortLinkHandler &handler : own) {
-        LinkScan *links = watching(unit, port);
-        if (links != nullptr && find(links->of(port).handlers, handler) != links->of(port).handlers.end()) {
-            bcm_port_info_t told = info;
-            handler.callback(unit, port, &told, handler.user_data);
-        }
+    };
+    links->handlers.each([&](bcm_linkscan_handler_t handler) {
+        tell([&](bcm_port_info_t *told) { handler(unit, port, told); });
+    });
+    if (watching(unit, port) == links) {
+        links->of(port).handlers.each([&](const auto &handler) {
+            tell([&](bcm_port_info_t *told) { handler.function(unit, port, told, handler.user_data); });
+        });
     }
 }
 
@@ -286,20 +251,18 @@ int sim_bcm_port_linkscan_get(int unit, bcm_port_t port, int *linkscan)
 
 int sim_bcm_linkscan_register(int unit, bcm_linkscan_handler_t f)
 {
-    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) { return add(links.handlers, f); });
+    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) { return links.handlers.add(f); });
 }
 
 int sim_bcm_linkscan_unregister(int unit, bcm_linkscan_handler_t f)
 {
-    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) {
-        return take_away(links.handlers, f);
-    });
+    return begin(unit, link_scan, given(f)).then([&](LinkScan &links) { return links.handlers.remove(f); });
 }
 
 int sim_bcm_linkscan_port_register(int unit, bcm_port_t port, bcm_linkscan_port_handler_t f, void *user_data)
 {
     return begin(unit, link_scan, given(f), watched_link(port)).then([&](LinkScan &links, int own) {
-        return add(links.of(own).handlers, PortLinkHandler{f, user_data});
+        return links.of(own).handlers.add({f, user_data});
     });
 }
 
@@ -307,7 +270,7 @@ int sim_bcm_linkscan_port_unregister(int unit, bcm_port_t port, bcm_linkscan_por
                                      void *user_data)
 {
     return begin(unit, link_scan, given(f), watched_link(port)).then([&](LinkScan &links, int own) {
-        return take_away(links.of(own).handlers, PortLinkHandler{f, user_data});
+        return links.of(own).handlers.remove({f, user_data});
     });
 }
 

@@ -5,34 +5,29 @@
 #pragma once
 
 #include "destination.h"
+#include "handler_list.h"
 
 #include <bcm/link.h>
 
 #include <array>
 #include <cstddef>
-#include <vector>
 
 namespace sim {
 
 class PhyPort;
 
-struct PortLinkHandler {
-    bcm_linkscan_port_handler_t callback;
-    void *user_data;
-};
-
 struct WatchedLink {
     int mode = BCM_LINKSCAN_MODE_SW;
     bool up = false;      ///< at the last scan
     bool is_due = false;  ///< to be told of at the next scan even if it is as before
-    std::vector<PortLinkHandler> handlers;
+    HandlerList<Callback<bcm_linkscan_port_handler_t>> handlers;
 };
 
 struct LinkScan {
     bool initialised = true;
     int interval = 0;  ///< microseconds, 0: off
     std::array<WatchedLink, port_max + 1> ports;
-    std::vector<bcm_linkscan_handler_t> handlers;
+    HandlerList<bcm_linkscan_handler_t> handlers;
 
     WatchedLink &of(int port) { return ports[static_cast<std::size_t>(port)]; }
 };

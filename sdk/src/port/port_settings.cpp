@@ -1,6 +1,7 @@
 /// Settings of single ports.
 #include "begin.h"
 #include "driver_registers.h"
+#include "front_port.h"
 #include "phy_settings.h"
 #include "port.h"
 #include "sim_port.h"
@@ -23,7 +24,20 @@ PhyPort *phy_of(Switch &sw, const Port &own)
     return phy_of(sw, number_of(sw, own));
 }
 
+constexpr int speeds[] = {10, 100, 1000, 10000, 25000, 40000, 50000, 100000};
+
+bool is_port_speed(int speed)
+{
+    return std::find(std::begin(speeds), std::end(speeds), speed) != std::end(speeds);
+}
+
 }  // namespace
+
+bool sim::can_start_at(int unit, int port, int speed)
+{
+    const PhyPort started = restarted(unit, port);
+    return is_port_speed(speed) && started.outer().can_be_forced_to(started.cable, speed);
+}
 
 extern "C" {
 
@@ -62,10 +76,8 @@ int sim_bcm_port_link_status_get(int unit, bcm_port_t port, int *status)
 
 int sim_bcm_port_speed_set(int unit, bcm_port_t port, int speed)
 {
-    static constexpr int speeds[] = {10, 100, 1000, 10000, 25000, 40000, 50000, 100000};
     return begin(unit, settings_of(port)).then([&](Switch &sw, Port &own) -> int {
-        const bool known = std::find(std::begin(speeds), std::end(speeds), speed) != std::end(speeds);
-        if (!known || speed > own.speed_max) {
+        if (!is_port_speed(speed) || speed > own.speed_max) {
             return BCM_E_PARAM;
         }
         int rc = BCM_E_NONE;

@@ -1,4 +1,5 @@
 #include "begin.h"
+#include "front_port.h"
 #include "sim_gport.h"
 
 #include <soc/stack_port.h>
@@ -24,6 +25,12 @@ PortNames port_names()
 
 }  // namespace
 
+std::string &sim::port_name(int port)
+{
+    static PortNames &names = *new PortNames(port_names());
+    return names[static_cast<std::size_t>(port)];
+}
+
 extern "C" {
 
 uint32 sim_fapToSystemPhyPortId(uint32 fapId, uint32 fapPortId)
@@ -37,12 +44,11 @@ uint32 sim_fapToSystemPhyPortId(uint32 fapId, uint32 fapPortId)
 
 char *sim_mod_port_name(int unit, int modid, int port)
 {
-    static PortNames &names = *new PortNames(port_names());
     Destination to;
     if (attached(unit) == nullptr || resolve(modid, port, &to) != BCM_E_NONE || !is_own_port(to)) {
         return nullptr;
     }
-    return names[static_cast<std::size_t>(to.id)].data();
+    return port_name(to.id).data();
 }
 
 }  // extern "C"

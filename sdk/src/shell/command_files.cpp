@@ -1,10 +1,11 @@
 #include "command_files.h"
 
-#include "property_file.h"
+#include "config.h"
 #include "shell.h"
 #include "shell_variables.h"
 #include "sim_shell.h"
 #include "switch.h"
+#include "whole_file.h"
 
 #include <bcm/error.h>
 

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -145,7 +146,7 @@ int start_modules(int unit, const Parameters &parameters)
     return rc >= 0 && !parameters.no_linkscan ? init_link_scan(unit) : rc;
 }
 
-int start_unit(int unit, const Parameters &parameters)
+int start_unit(int unit, const Parameters &parameters, const StartSettings &settings)
 {
     if (attached(unit) == nullptr) {
         return BCM_E_UNIT;
@@ -155,29 +156,44 @@ int start_unit(int unit, const Parameters &parameters)
         rc = start_modules(unit, parameters);
     }
     if (rc >= 0 && !parameters.no_appl) {
-        rc = apply_properties(unit);
+        rc = apply(unit, settings);
     }
     return rc >= 0 && parameters.rc_load ? diag_rc_load(unit) : rc;
 }
 
-/// Once through all units. Those that were attached here are detached again after a failure.
-int start_units(int first, const Parameters &parameters)
+using UnitSettings = std::map<int, StartSettings>;
+
+/// Nothing for any unit if the properties are not to be applied.
+int read_settings(int first, const Parameters &parameters, UnitSettings *settings)
 {
     int rc = BCM_E_NONE;
-    int unit = first;
+    for (int unit = first; unit < first + parameters.nof_devices && rc >= 0; ++unit) {
+        StartSettings &own = (*settings)[unit];
+        rc = parameters.no_appl ? static_cast<int>(BCM_E_NONE) : read_start_settings(unit, &own);
+    }
+    return rc;
+}
+
+/// Once through all units. Those that were attached here are detached again after a failure.
+int start_units(const UnitSettings &settings, const Parameters &parameters)
+{
+    int rc = BCM_E_NONE;
     std::vector<int> attached_here;
-    for (; unit < first + parameters.nof_devices && rc >= 0; ++unit) {
+    for (const auto &[unit, own] : settings) {
+        if (rc < 0) {
+            break;
+        }
         if (!parameters.no_attach) {
             if (attached(unit) == nullptr) {
                 attached_here.push_back(unit);
             }
             attach_local(unit);
         }
-        rc = start_unit(unit, parameters);
+        rc = start_unit(unit, parameters, own);
     }
     if (rc < 0) {
-        for (const int own : attached_here) {
-            detach_unit(own);
+        for (const int unit : attached_here) {
+            detach_unit(unit);
         }
     }
     return rc;
@@ -194,10 +210,12 @@ int sim_appl_dcmn_init(int unit, appl_dcmn_init_param_t *init_param)
         return rc;
     }
     const Parameters parameters = *init_param;
+    UnitSettings settings;
     rc = sal_config_init();
+    rc = rc < 0 ? rc : read_settings(unit, parameters, &settings);
     int times = std::max(parameters.repeat, 1);
     while (rc >= 0 && times-- > 0) {
-        rc = start_units(unit, parameters);
+        rc = start_units(settings, parameters);
     }
     return rc;
 }

@@ -2,6 +2,8 @@
 
 #include "config.h"
 #include "destination.h"
+#include "front_port.h"
+#include "number_text.h"
 #include "sim_cosq.h"
 #include "sim_field.h"
 #include "sim_gport.h"
@@ -17,7 +19,6 @@
 #include "sim_vlan.h"
 #include "switch.h"
 
-#include <cstdio>
 #include <string>
 
 namespace sim {
@@ -37,63 +38,65 @@ int unless_unavailable(int rc)
     return rc == BCM_E_UNAVAIL ? static_cast<int>(BCM_E_NONE) : rc;
 }
 
-/// A port's value: of its own property, else of that for all ports.
-int port_property(int unit, const std::string &name, int port, int *value)
+bool is_flag(int, int, int value)
 {
-    const int rc = integer_property(unit, name + "_" + mod_port_name(unit, -1, port), value);
-    return rc == BCM_E_NOT_FOUND ? integer_property(unit, name, value) : rc;
+    return value == 0 || value == 1;
 }
 
-/// Hands a port's property, if there is one, to what sets it.
-template <class Set>
-int apply_to_port(int unit, const char *name, int port, Set set)
+int set_learning(int unit, int port, int learn)
 {
-    int value = 0;
-    const int rc = port_property(unit, name, port, &value);
-    if (rc != BCM_E_NONE) {
-        return rc == BCM_E_NOT_FOUND ? BCM_E_NONE : rc;
-    }
-    if (set(unit, port, value) < 0) {
-        std::fprintf(stderr, "unit %d: port %s: %s=%d is refused\n", unit, mod_port_name(unit, -1, port),
-                     name, value);
+    return bcm_port_learn_set(unit, port, BCM_PORT_LEARN_FWD | (learn ? BCM_PORT_LEARN_ARL : 0));
+}
+
+/// A property that each front port has, also as "name_<port's name>".
+struct PortProperty {
+    const char *name;
+    bool (*possible)(int unit, int port, int value);
+    int (*set)(int unit, int port, int value);
+};
+
+constexpr PortProperty port_properties[] = {
+    {"port_init_speed", can_start_at, bcm_port_speed_set},
+    {"port_init_autoneg", is_flag, soc_phyctrl_auto_negotiate_set},
+    {"port_init_enable", is_flag, bcm_port_enable_set},
+    {"port_init_learn", is_flag, set_learning},
+};
+
+const Properties::value_type *port_property(int unit, const std::string &name, int port)
+{
+    const auto *own = find_property(unit, name + "_" + port_name(port));
+    return own != nullptr ? own : find_property(unit, name);
+}
+
+/// BCM_E_CONFIG, and it is told, if the value is no number, or possible(number) says no to it.
+template <class Possible>
+int read_setting(const Properties::value_type &property, const std::string &whose, int *value,
+                 Possible possible)
+{
+    const bool number = read_int(property.second.value, value);
+    if (!number || !possible(*value)) {
+        refuse_property(property, number ? "impossible for " + whose : "not a number");
         return BCM_E_CONFIG;
     }
     return BCM_E_NONE;
 }
 
-int set_learning(int unit, int port, int learn)
-{
-    if (learn != 0 && learn != 1) {
-        return BCM_E_PARAM;
-    }
-    return bcm_port_learn_set(unit, port, BCM_PORT_LEARN_FWD | (learn ? BCM_PORT_LEARN_ARL : 0));
-}
-
-int set_negotiation(int unit, int port, int negotiate)
-{
-    if (negotiate != 0 && negotiate != 1) {
-        return BCM_E_PARAM;
-    }
-    return soc_phyctrl_auto_negotiate_set(unit, port, negotiate);
-}
-
-int set_enabled(int unit, int port, int enable)
-{
-    if (enable != 0 && enable != 1) {
-        return BCM_E_PARAM;
-    }
-    return bcm_port_enable_set(unit, port, enable);
-}
-
-int apply_to_ports(int unit)
+int read_port_settings(int unit, std::vector<PortSetting> *settings)
 {
     for (int port = cpu_port + 1; port <= port_max; ++port) {
-        int rc = apply_to_port(unit, "port_init_speed", port, bcm_port_speed_set);
-        rc = rc < 0 ? rc : apply_to_port(unit, "port_init_autoneg", port, set_negotiation);
-        rc = rc < 0 ? rc : apply_to_port(unit, "port_init_enable", port, set_enabled);
-        rc = rc < 0 ? rc : apply_to_port(unit, "port_init_learn", port, set_learning);
-        if (rc < 0) {
-            return rc;
+        const std::string whose = "port " + port_name(port) + " of unit " + std::to_string(unit);
+        for (const PortProperty &known : port_properties) {
+            const auto *found = port_property(unit, known.name, port);
+            if (found == nullptr) {
+                continue;
+            }
+            PortSetting setting = {port, 0, known.set};
+            const int rc = read_setting(*found, whose, &setting.value,
+                                        [&](int value) { return known.possible(unit, port, value); });
+            if (rc != BCM_E_NONE) {
+                return rc;
+            }
+            settings->push_back(setting);
         }
     }
     return BCM_E_NONE;
@@ -128,14 +131,30 @@ int init_link_scan(int unit)
     return unless_unavailable(bcm_linkscan_enable_set(unit, link_scan_usecs));
 }
 
-int apply_properties(int unit)
+int read_start_settings(int unit, StartSettings *settings)
 {
-    int seconds;
-    int rc = integer_property(unit, "l2_age_timer", &seconds);
-    if (rc == BCM_E_NONE) {
-        rc = bcm_l2_age_timer_set(unit, seconds) < 0 ? BCM_E_CONFIG : BCM_E_NONE;
+    if (unit < 0 || unit >= unit_max) {
+        return BCM_E_UNIT;
     }
-    return rc < 0 && rc != BCM_E_NOT_FOUND ? rc : apply_to_ports(unit);
+    if (const auto *found = find_property(unit, "l2_age_timer")) {
+        int seconds;
+        const int rc = read_setting(*found, "unit " + std::to_string(unit), &seconds,
+                                    [](int value) { return value >= 0; });
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        settings->age_seconds = seconds;
+    }
+    return read_port_settings(unit, &settings->ports);
+}
+
+int apply(int unit, const StartSettings &settings)
+{
+    int rc = settings.age_seconds ? bcm_l2_age_timer_set(unit, *settings.age_seconds) : BCM_E_NONE;
+    for (const PortSetting &setting : settings.ports) {
+        rc = rc < 0 ? rc : setting.set(unit, setting.port, setting.value);
+    }
+    return rc;
 }
 
 }  // namespace sim

@@ -1,6 +1,7 @@
 #include "unit_attach.h"
 
 #include "begin.h"
+#include "handler_list.h"
 #include "packet_watch.h"
 #include "sim_attach.h"
 #include "switch.h"
@@ -9,7 +10,6 @@
 #include <array>
 #include <cstring>
 #include <string>
-#include <vector>
 
 namespace sim {
 
@@ -27,12 +27,11 @@ constexpr bcm_detach_retry_t retry_default = {5, 10000};
 
 struct Subscriber {
     int unit;  // -1: all
-    bcm_attach_cb_t callback;
-    void *user_data;
+    Callback<bcm_attach_cb_t> callback;
 
     bool operator==(const Subscriber &other) const
     {
-        return unit == other.unit && callback == other.callback && user_data == other.user_data;
+        return unit == other.unit && callback == other.callback;
     }
 };
 
@@ -41,19 +40,34 @@ std::array<Driver, unit_max> drivers = [] {
     made.fill({"", -1, retry_default});
     return made;
 }();
-std::vector<Subscriber> subscribers;
 
-void tell(int unit, bool attach)
+HandlerList<Subscriber> &subscribers()
 {
-    const Driver &driver = driver_of(unit);
-    bcm_attach_info_t info = {unit, local_driver, driver.subtype.c_str(), driver.remote_unit};
-    // A copy, since who is told may register others.
-    const std::vector<Subscriber> told = subscribers;
-    for (const Subscriber &subscriber : told) {
-        if (subscriber.unit == unit || subscriber.unit == -1) {
-            subscriber.callback(unit, attach, &info, subscriber.user_data);
+    static auto &all = *new HandlerList<Subscriber>;
+    return all;
+}
+
+/// Tells it of that switch: who is told may detach it, and what then happens is told by itself. False: it did.
+bool tell(const Switch *sw, bool attach)
+{
+    const SwitchesInUse in_use;
+    const int unit = sw->unit;
+    const Driver driver = driver_of(unit);
+    subscribers().each([&](const Subscriber &subscriber) {
+        const bool concerned = subscriber.unit == unit || subscriber.unit == -1;
+        if (concerned && attached(unit) == sw) {
+            bcm_attach_info_t info = {unit, local_driver, driver.subtype.c_str(), driver.remote_unit};
+            subscriber.callback.function(unit, attach, &info, subscriber.callback.user_data);
         }
-    }
+    });
+    return attached(unit) == sw;
+}
+
+void attach_and_tell(int unit, const Driver &driver)
+{
+    attach(unit);
+    driver_of(unit) = driver;
+    tell(attached(unit), true);
 }
 
 int free_unit()
@@ -95,9 +109,7 @@ int attach_local(int unit)
     if (attached(unit) != nullptr) {
         detach_unit(unit);
     }
-    attach(unit);
-    driver_of(unit) = {"", -1, retry_default};
-    tell(unit, true);
+    attach_and_tell(unit, {"", -1, retry_default});
     return BCM_E_NONE;
 }
 
@@ -107,8 +119,9 @@ int detach_unit(int unit)
         return BCM_E_UNIT;
     }
     stop_packet_watch(unit);
-    tell(unit, false);
-    detach(unit);
+    if (tell(attached(unit), false)) {
+        detach(unit);
+    }
     return BCM_E_NONE;
 }
 
@@ -130,9 +143,7 @@ int sim_bcm_attach(int unit, char *type, char *subtype, int remunit)
     if (attached(chosen) != nullptr) {
         return BCM_E_EXISTS;
     }
-    attach(chosen);
-    driver_of(chosen) = {subtype != nullptr ? subtype : "", remunit, retry_default};
-    tell(chosen, true);
+    attach_and_tell(chosen, {subtype != nullptr ? subtype : "", remunit, retry_default});
     return unit == -1 ? chosen : BCM_E_NONE;
 }
 
@@ -164,12 +175,7 @@ int sim_bcm_attach_register(int unit, bcm_attach_cb_t cb, void *user_data)
     if (!valid_subscription(unit, cb)) {
         return cb == nullptr ? BCM_E_PARAM : BCM_E_UNIT;
     }
-    const Subscriber subscriber = {unit, cb, user_data};
-    if (std::find(subscribers.begin(), subscribers.end(), subscriber) != subscribers.end()) {
-        return BCM_E_EXISTS;
-    }
-    subscribers.push_back(subscriber);
-    return BCM_E_NONE;
+    return subscribers().add({unit, {cb, user_data}});
 }
 
 int sim_bcm_attach_unregister(int unit, bcm_attach_cb_t cb, void *user_data)
@@ -177,12 +183,7 @@ int sim_bcm_attach_unregister(int unit, bcm_attach_cb_t cb, void *user_data)
     if (!valid_subscription(unit, cb)) {
         return cb == nullptr ? BCM_E_PARAM : BCM_E_UNIT;
     }
-    const auto found = std::find(subscribers.begin(), subscribers.end(), Subscriber{unit, cb, user_data});
-    if (found == subscribers.end()) {
-        return BCM_E_NOT_FOUND;
-    }
-    subscribers.erase(found);
-    return BCM_E_NONE;
+    return subscribers().remove({unit, {cb, user_data}});
 }
 
 void sim_bcm_attach_info_t_init(bcm_attach_info_t *info)
