@@ -81,9 +81,9 @@ NewReference new_array(PyObject *args, const ArrayRow &row)
         return raise_argument_error(method_name(row.constructor), 1,
                                     text_of(static_cast<uint16_t>(row.arguments + 1)), status);
     }
-    // As on the target: a byte count that does not fit in 32 bits asks for the largest size, which fails.
+    // On every host what the 32-bit target can hold: no object there is larger than half of its address space.
     uint64_t bytes = uint64_t{static_cast<uint32_t>(count)} * row.size;
-    void *array = bytes > UINT32_MAX ? nullptr : ::operator new[](static_cast<size_t>(bytes), std::nothrow);
+    void *array = bytes > INT32_MAX ? nullptr : ::operator new[](static_cast<size_t>(bytes), std::nothrow);
     if (!array) {
         return PyErr_NoMemory();
     }

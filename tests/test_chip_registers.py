@@ -211,6 +211,8 @@ class Registers(ChipTest):
                                              ((q.CMIC_IRQ_MASKr, ANY, 3), 'CMIC_IRQ_MASK[3]')):
             q.soc_regaddrinfo_get(0, info, q.soc_reg_addr(0, reg, port, index))
             self.assertEqual(self.text_of(q.soc_reg_sprint_addr, info), expected)
+        info.reg, info.block = q.EGQ_AGEING_CTRLr, -2 ** 31
+        self.assertEqual(self.text_of(q.soc_reg_sprint_addr, info), 'EGQ_AGEING_CTRL.-2147483652')
         value = 25000 << 8 | 2
         self.assertEqual(self.text_of(q.soc_reg_sprint_data, ', ', q.NIF_PORT_CTRLr, value),
                          'RX_ENABLE=0, TX_ENABLE=1, SPEED=61a8')

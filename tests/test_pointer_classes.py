@@ -134,8 +134,11 @@ class Arrays(unittest.TestCase):
                  (q.uint8Array_getitem, (array, 'x'), "in method 'uint8Array_getitem', argument 2 of type 'int'")]
         for call, arguments, text in cases:
             self.assertEqual(error_of(call, *arguments), (TypeError, text))
-        for count in (-1, 2 ** 31 - 1):
-            self.assertEqual(error_of(q.new_entrydata, count)[0], MemoryError)
+        # On every host, what 32 bits cannot hold.
+        for new, counts in ((q.new_entrydata, (2 ** 29, 2 ** 30 - 1, 2 ** 31 - 1, -1)),
+                            (q.new_trunkMember, (2 ** 31 - 1, -1)), (q.new_uint8Array, (-2 ** 31, -1))):
+            for count in counts:
+                self.assertEqual(error_of(new, count), (MemoryError, ''))
         for call, arguments in ((q.uint8Array_getitem, (None, 0)), (q.uint8Array_setitem, (None, 0, 1))):
             self.assertEqual(error_of(call, *arguments)[0], ValueError)
         self.assertIsNone(q.delete_uint8Array(None))

@@ -73,6 +73,8 @@ class PortLists(unittest.TestCase):
         for value, error in (((1, 2), (TypeError, 'Expected a list')), (None, (TypeError, 'Expected a list')),
                              ([1, long(2)], (TypeError, 'Port list must contain integers')),
                              ([1, 2.0], (TypeError, 'Port list must contain integers')),
+                             ([int(2 ** 31)], (TypeError, 'Port list must contain integers')),
+                             ([int(-2 ** 31) - 1], (TypeError, 'Port list must contain integers')),
                              ([576], (ValueError, 'Port 576 is outside the port bitmap (0 to 575)')),
                              ([int(2 ** 31 - 1)], (ValueError,
                                                    'Port 2147483647 is outside the port bitmap (0 to 575)'))):

@@ -6,6 +6,7 @@ import unittest
 
 import QuorelApiNew as q
 from binding import error_of
+from console import printed, run
 from recording import library
 
 cvar = q.cvar
@@ -13,6 +14,19 @@ cvar = q.cvar
 
 def set_error(name, value):
     return error_of(setattr, cvar, name, value)
+
+
+def layer_2_answers():
+    """What the address table answers and prints where flags are known and where they are not."""
+    entry, stranger, every_flag = [q.bcm_l2_addr_t() for _ in range(3)]
+    for address, flags in ((entry, 2 ** 14 - 1), (stranger, 2 ** 14)):
+        q.bcm_l2_addr_t_init(address, '02:00:5e:00:00:01', 1)
+        address.port, address.flags = 3, flags & ~(q.BCM_L2_TRUNK_MEMBER | q.BCM_L2_MCAST | q.BCM_L2_LOCAL_CPU)
+    every_flag.flags = 2 ** 32 - 1
+    answers = [q.bcm_l2_addr_add(0, entry), q.bcm_l2_addr_add(0, stranger), printed(q.bcm_l2_addr_dump, 0, entry),
+               q.bcm_l2_replace_match(0, q.BCM_L2_REPLACE_MATCH_STATIC, entry, q.bcm_l2_addr_t(), stranger, every_flag)]
+    q.bcm_l2_addr_delete(0, entry.mac, entry.vid)
+    return answers
 
 
 class Variables(unittest.TestCase):
@@ -60,6 +74,25 @@ class Variables(unittest.TestCase):
         self.assertEqual(cvar._build_user, text)
         cvar._build_user = before
 
+    def test_replaced_strings_are_freed(self):
+        class Mallinfo(ctypes.Structure):
+            _fields_ = [(name, ctypes.c_int) for name in 'arena ordblks smblks hblks hblkhd usmblks fsmblks uordblks '
+                        'fordblks keepcost'.split()]
+
+        library.mallinfo.restype = Mallinfo
+        before, text = cvar._build_user, 'x' * 2 ** 20
+        cvar._build_user = text
+
+        def in_use():
+            info = library.mallinfo()
+            return info.hblkhd + info.uordblks
+
+        start = in_use()
+        for _ in range(50):
+            cvar._build_user = text
+        self.assertLess(in_use() - start, 10 * len(text))
+        cvar._build_user = before
+
     def test_arrays_are_copied_whole(self):
         table = (ctypes.c_void_p * 66).in_dll(library, 'phy_port_info')
         infos = [q.soc_phy_info_t() for _ in range(2)]
@@ -92,6 +125,20 @@ class Variables(unittest.TestCase):
         cvar.soc_phy_cb_xlate_port_func = function
         self.assertEqual(slot.value, int(function))
         slot.value = None
+
+    def test_no_number_misleads_the_switch(self):
+        numbers = [name for name in str(cvar)[1:-1].split(', ')
+                   if type(getattr(cvar, name)) is int and name != 'MemNoName']
+        self.assertEqual(len(numbers), 12)
+        usual = layer_2_answers()
+        for name in numbers:
+            before = getattr(cvar, name)
+            for value in (-2 ** 31, -1, 0, 2, 32, 40, 2 ** 31 - 1):
+                setattr(cvar, name, value)
+                self.assertEqual(layer_2_answers(), usual, (name, value))
+                for line in ('version all', 'set', 'if 1 "echo yes"', 'loop 2 "echo again"', 'rcload none', 'none'):
+                    run(line)
+            setattr(cvar, name, before)
 
     def test_text_lists_the_last_added_first(self):
         self.assertEqual(repr(cvar), '<Swig global variables>')

@@ -23,7 +23,8 @@ bool to_port_list(Borrowed list, bcm_pbmp_t *bitmap)
     uint32_t bits[words] = {};
     for (Py_ssize_t i = 0, size = PyList_GET_SIZE(list.operator PyObject *()); i < size; ++i) {
         PyObject *item = PyList_GET_ITEM(list.operator PyObject *(), i);
-        if (!PyInt_Check(item)) {
+        // A number that the 32-bit target has as a long is none of an int's on a wider host.
+        if (!PyInt_Check(item) || PyInt_AS_LONG(item) != static_cast<int32_t>(PyInt_AS_LONG(item))) {
             PyErr_SetString(PyExc_TypeError, "Port list must contain integers");
             return false;
         }

@@ -2,6 +2,7 @@
 #include "chip.h"
 #include "sim_register.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -20,7 +21,9 @@ std::string address_text(const soc_regaddrinfo_t &info, const Register &reg)
     if (reg.type == soc_portreg) {
         text += "." + std::to_string(info.port);
     } else if (block.has_broadcast()) {
-        text += info.block == block.broadcast() ? ".*" : "." + std::to_string(info.block - block.first);
+        // Of a caller's record: any number.
+        const std::int64_t instance = std::int64_t{info.block} - block.first;
+        text += info.block == block.broadcast() ? ".*" : "." + std::to_string(instance);
     }
     return text;
 }

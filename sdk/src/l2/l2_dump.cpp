@@ -2,15 +2,22 @@
 #include "begin.h"
 #include "l2.h"
 #include "l2_destination.h"
+#include "l2_flags.h"
 #include "sim_l2.h"
 
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 using namespace sim;
 
 namespace {
+
+// Not const, as the SDK hands them out.
+char flag_words[][16] = {"src-priority", "discard-src", "discard-dst", "copy-to-cpu", "l3",
+                         "static",       "pending",     "trunk",       "mirror",      "set-priority",
+                         "multicast",    "src-hit",     "dst-hit",     "cpu"};
 
 std::string key_text(const bcm_l2_addr_t &address)
 {
@@ -43,10 +50,10 @@ std::string destination_text(const bcm_l2_addr_t &address)
 std::string flags_text(uint32 flags)
 {
     std::string text = flags & BCM_L2_STATIC ? "static" : "dynamic";
-    for (int bit = 0; bit < bcm_l2_flags_count; ++bit) {
-        uint32 flag = uint32{1} << bit;
+    for (int bit = 0; bit < l2_flags; ++bit) {
+        const uint32 flag = uint32{1} << bit;
         if ((flags & flag) && flag != BCM_L2_STATIC) {
-            text += std::string(" ") + bcm_l2_flags_str[bit];
+            text += std::string(" ") + flag_words[bit];
         }
     }
     return text;
@@ -56,14 +63,12 @@ std::string flags_text(uint32 flags)
 
 extern "C" {
 
-static char flag_words[][16] = {"src-priority", "discard-src", "discard-dst", "copy-to-cpu", "l3",
-                                "static",       "pending",     "trunk",       "mirror",      "set-priority",
-                                "multicast",    "src-hit",     "dst-hit",     "cpu"};
 [[gnu::visibility("default")]] char *bcm_l2_flags_str[] = {
     flag_words[0],  flag_words[1],  flag_words[2],  flag_words[3], flag_words[4],
     flag_words[5],  flag_words[6],  flag_words[7],  flag_words[8], flag_words[9],
     flag_words[10], flag_words[11], flag_words[12], flag_words[13]};
-[[gnu::visibility("default")]] int bcm_l2_flags_count = sizeof bcm_l2_flags_str / sizeof *bcm_l2_flags_str;
+static_assert(std::size(flag_words) == l2_flags && std::size(bcm_l2_flags_str) == l2_flags);
+[[gnu::visibility("default")]] int bcm_l2_flags_count = l2_flags;
 
 int sim_bcm_l2_addr_dump(int unit, bcm_l2_addr_t *entry)
 {

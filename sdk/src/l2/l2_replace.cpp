@@ -2,6 +2,7 @@
 #include "begin.h"
 #include "l2.h"
 #include "l2_destination.h"
+#include "l2_flags.h"
 #include "l2_match.h"
 #include "sim_l2.h"
 
@@ -134,7 +135,7 @@ int sim_bcm_l2_replace_match(int unit, uint32 flags, bcm_l2_addr_t *match_addr, 
             return remove_if(sw, flags, test);
         }
         if (replace_addr == nullptr || replace_mask_addr == nullptr || touches_key(*replace_mask_addr)
-            || ((replace_addr->flags & replace_mask_addr->flags) >> bcm_l2_flags_count) != 0) {
+            || (replace_addr->flags & replace_mask_addr->flags & ~l2_known_flags) != 0) {
             return BCM_E_PARAM;
         }
         return replace_if(sw, operation_of(flags), test,
