@@ -1,37 +1,112 @@
 #include <Python.h>
+#include <pythread.h>
 
 #include "vey/exception.h"
 #include "vey/py_obj_handle.h"
 
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace Vey {
 
 namespace {
 
+/// Holds the lock of Python's within its scope, whichever interpreter of the process the thread was in before.
 class InterpreterLock {
 public:
-    InterpreterLock() : state_(PyGILState_Ensure()) {}
-    ~InterpreterLock() { PyGILState_Release(state_); }
+    InterpreterLock() : taken_(!heldByThisThread())
+    {
+        if (taken_) {
+            state_ = PyGILState_Ensure();
+        }
+    }
+    ~InterpreterLock()
+    {
+        if (taken_) {
+            PyGILState_Release(state_);
+        }
+    }
     InterpreterLock(const InterpreterLock &) = delete;
     InterpreterLock &operator=(const InterpreterLock &) = delete;
 
 private:
-    PyGILState_STATE state_;
+    /// PyGILState_Ensure() knows one state of a thread, the first. A thread in another interpreter has a second one,
+    /// and would wait for the lock that it holds itself.
+    static bool heldByThisThread()
+    {
+        const PyThreadState *first = PyGILState_GetThisThreadState();
+        const PyThreadState *current = _PyThreadState_Current;
+        return first && current && (current == first || current->thread_id == PyThread_get_thread_ident());
+    }
+
+    bool taken_;
+    PyGILState_STATE state_ = PyGILState_UNLOCKED;
+};
+
+[[noreturn]] void throwEnded()
+{
+    throw InternalException("the Python interpreter has ended");
+}
+
+void needInterpreter()
+{
+    if (!Py_IsInitialized()) {
+        throwEnded();
+    }
+}
+
+/// Whether that interpreter has not ended. The caller holds the lock.
+bool lives(const PyInterpreterState *interpreter)
+{
+    const PyInterpreterState *found = PyInterpreterState_Head();
+    while (found && found != interpreter) {
+        found = PyInterpreterState_Next(const_cast<PyInterpreterState *>(found));
+    }
+    return found != nullptr;
+}
+
+/// Has the thread, which holds the lock, run in an interpreter of the process within its scope. Throws if that one
+/// has ended.
+class WithinInterpreter {
+public:
+    explicit WithinInterpreter(PyInterpreterState *interpreter) : before_(PyThreadState_Get())
+    {
+        if (before_->interp == interpreter) {
+            return;
+        }
+        if (!lives(interpreter)) {
+            throwEnded();
+        }
+        PyThreadState *first = PyGILState_GetThisThreadState();
+        const bool known = first && first->interp == interpreter;
+        made_ = known ? nullptr : PyThreadState_New(interpreter);
+        if (!known && !made_) {
+            throw std::bad_alloc();
+        }
+        PyThreadState_Swap(known ? first : made_);
+    }
+    ~WithinInterpreter()
+    {
+        if (made_) {
+            PyThreadState_Clear(made_);
+        }
+        PyThreadState_Swap(before_);
+        if (made_) {
+            PyThreadState_Delete(made_);
+        }
+    }
+    WithinInterpreter(const WithinInterpreter &) = delete;
+    WithinInterpreter &operator=(const WithinInterpreter &) = delete;
+
+private:
+    PyThreadState *before_, *made_ = nullptr;
 };
 
 struct DropReference {
     void operator()(PyObject *object) const { Py_XDECREF(object); }
 };
 using Reference = std::unique_ptr<PyObject, DropReference>;
-
-void needInterpreter()
-{
-    if (!Py_IsInitialized()) {
-        throw InternalException("the Python interpreter has ended");
-    }
-}
 
 /// Clears the Python exception; "TypeError: an integer is required".
 String8 takeError()
@@ -71,10 +146,10 @@ Reference callMethod(PyObject *object, const char *method, std::initializer_list
 
 }  // namespace
 
-PyObjHandle::PyObjHandle(_object *object, bool takesOver) : object_(object)
+PyObjHandle::PyObjHandle(_object *object, bool takesOver)
+    : object_(object), interpreter_(PyThreadState_Get()->interp)
 {
     if (!takesOver) {
-        InterpreterLock interpreter;
         Py_INCREF(object_);
     }
 }
@@ -85,14 +160,20 @@ PyObjHandle::~PyObjHandle()
     if (!Py_IsInitialized()) {
         return;
     }
-    InterpreterLock interpreter;
-    Py_DECREF(object_);
+    InterpreterLock lock;
+    try {
+        WithinInterpreter interpreter(interpreter_);
+        Py_DECREF(object_);
+    } catch (const std::exception &) {
+        // Where it belongs it cannot be ended, and nowhere else.
+    }
 }
 
 std::optional<long> PyObjHandle::call(const char *method, std::initializer_list<long> arguments) const
 {
     needInterpreter();
-    InterpreterLock interpreter;
+    InterpreterLock lock;
+    WithinInterpreter interpreter(interpreter_);
     Reference result = callMethod(object_, method, arguments);
     if (result.get() == Py_None) {
         return std::nullopt;
@@ -112,7 +193,8 @@ std::optional<long> PyObjHandle::call(const char *method, std::initializer_list<
 void PyObjHandle::run(const char *method, std::initializer_list<long> arguments) const
 {
     needInterpreter();
-    InterpreterLock interpreter;
+    InterpreterLock lock;
+    WithinInterpreter interpreter(interpreter_);
     if (!callMethod(object_, method, arguments)) {
         throw InternalException(takeError());
     }
