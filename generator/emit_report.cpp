@@ -28,6 +28,8 @@ std::string kind_of(const Crossing &crossing)
         return "value";
     case Conversion::Callback:
         return "callback";
+    case Conversion::NullableString:
+        return "nullable_string";
     case Conversion::Mapped:
         return crossing.typemap->name;
     case Conversion::Object:
@@ -48,7 +50,7 @@ std::string kind_of(const BoundParameter &parameter)
     case Direction::In:
         break;
     }
-    return kind_of(parameter.crossing);
+    return parameter.low_bits ? "low_bits" : kind_of(parameter.crossing);
 }
 
 std::string kind_of(const BoundMember &member)

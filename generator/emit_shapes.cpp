@@ -50,8 +50,7 @@ std::string definition(const Shape &shape)
             conversions += argument_conversion(parameter, inputs++, i);
         } else if (parameter.appended_record) {
             outputs += "    void *" + local + " = nullptr;\n";
-            appended += "    result = append_output(result, from_pointer(" + local
-                        + ", row.result, Ownership::owned));\n";
+            appended += "    result = append_output(result, from_value(" + local + ", row.result));\n";
         } else {
             outputs += "    " + parameter.variable + " " + local + " = 0;\n";
             appended += "    result = append_output(result, " + parameter.converter + "(" + local + "));\n";
@@ -89,7 +88,8 @@ std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
     text +=
         "// Codes, the result first: i int, u unsigned int, c signed char, b unsigned char, h unsigned "
         "short,\n"
-        "// q unsigned long long, t bool, s char *, p pointer, v void *, r value or reference, f callback,\n"
+        "// q unsigned long long, t bool, s char *, z char * or null, p pointer, v void *, r value or "
+        "reference, f callback,\n"
         "// n nothing, o Python object; I, U, P outputs that join the result, X in and out; else the name of "
         "a typemap.\n"
         "#pragma once\n\n#include \"typemaps/callback.h\"\n";

@@ -117,6 +117,8 @@ private:
             {"arrays", &FamilyInterface::arrays},
             {"appended", &FamilyInterface::appended},
             {"in_and_out", &FamilyInterface::in_and_out},
+            {"low_bits", &FamilyInterface::low_bits},
+            {"null_text", &FamilyInterface::null_text},
             {"replaced", &FamilyInterface::replaced},
             {"raises", &FamilyInterface::raises},
             {"text", &FamilyInterface::text},

@@ -13,6 +13,8 @@
 //   [appended]             functions whose named output parameter joins the result instead
 //   [in_and_out]           functions whose named pointer parameter is read and written: it takes a number too, and
 //                          joins the result
+//   [low_bits]             functions whose named narrow parameter takes any int, of which the low bits are passed
+//   null_text              functions, or patterns of them, whose `char *` parameters take None for a null pointer
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   raises                 helpers that may set a Python exception; their result is then not looked at
 //   unserved               functions of the C headers that no rule of the development SDK may answer
@@ -67,8 +69,10 @@ struct FamilyInterface {
     EntryTable arrays;      ///< array family to spelling of the element type
     EntryTable appended;    ///< function to parameter
     EntryTable in_and_out;  ///< function to parameter
-    EntryTable replaced;    ///< function to stand-in
-    EntryTable text;        ///< typedef to spelling
+    EntryTable low_bits;    ///< function to parameter
+    Entries null_text;
+    EntryTable replaced;  ///< function to stand-in
+    EntryTable text;      ///< typedef to spelling
     Entries unserved;
     EntryTable identified_by;  ///< table to members
     EntryTable created_with;   ///< table to flags

@@ -302,10 +302,23 @@ private:
         if (in_and_out != family.in_and_out.end()) {
             pass_in_and_out(function, in_and_out->second);
         }
+        auto low_bits = family.low_bits.find(function.name);
+        if (low_bits != family.low_bits.end()) {
+            pass_low_bits(function, low_bits->second);
+        }
         if (errors_.count() == known_errors) {
             check_shape(function, where);
         }
         return function;
+    }
+
+    static void allow_null_text(BoundFunction &function)
+    {
+        for (BoundParameter &parameter : function.parameters) {
+            if (parameter.crossing.conversion == Conversion::String) {
+                parameter.crossing.conversion = Conversion::NullableString;
+            }
+        }
     }
 
     // Whether calls of this shape can be written.
@@ -363,6 +376,20 @@ private:
         if (full->kind != Type::Kind::Pointer || !is_builtin(full->target, "int")) {
             error(entry.place, "'" + function.name + "': only a pointer to int can be in and out");
         }
+    }
+
+    void pass_low_bits(BoundFunction &function, const Entry &entry)
+    {
+        BoundParameter *narrow = departing_parameter(function, entry);
+        if (!narrow) {
+            return;
+        }
+        Conversion &conversion = narrow->crossing.conversion;
+        if (conversion != Conversion::UInt8 && conversion != Conversion::UInt16) {
+            error(entry.place, "'" + entry.text + "' of '" + function.name + "' has no bits to leave out");
+        }
+        conversion = Conversion::Int32;
+        narrow->low_bits = true;
     }
 
     static bool has_32_bits(Conversion conversion)
@@ -571,9 +598,14 @@ private:
         for (const Record *record : wanted(source, source.records, declarations_.records)) {
             family.records.push_back(bind(*record));
         }
+        Patterns null_text(source.null_text);
         for (const Function *function : wanted(source, source.functions, declarations_.functions)) {
             family.functions.push_back(bind(source, *function));
+            if (null_text.match(function->name)) {
+                allow_null_text(family.functions.back());
+            }
         }
+        check_used(null_text, "fits no function of the family");
         for (const Constant *constant : wanted(source, source.constants, declarations_.constants)) {
             bind(*constant);
         }
@@ -607,10 +639,15 @@ private:
                 found.push_back(&declared);
             }
         }
-        for (const auto &[pattern, place] : patterns.unused()) {
-            error(place, "'" + pattern + "' fits nothing that its headers declare");
-        }
+        check_used(patterns, "fits nothing that its headers declare");
         return found;
+    }
+
+    void check_used(const Patterns &patterns, const std::string &otherwise)
+    {
+        for (const auto &[pattern, place] : patterns.unused()) {
+            error(place, "'" + pattern + "' " + otherwise);
+        }
     }
 
     void bind(const Constant &constant)
@@ -670,7 +707,8 @@ private:
                 error(place, "'" + name + "' departs from the pattern, but is not bound");
             }
         };
-        for (const EntryTable *departures : {&source.appended, &source.in_and_out, &source.replaced}) {
+        for (const EntryTable *departures :
+             {&source.appended, &source.in_and_out, &source.low_bits, &source.replaced}) {
             for (const auto &[name, entry] : *departures) {
                 check(name, entry.place);
             }

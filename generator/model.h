@@ -22,14 +22,15 @@ enum class Conversion {
     UInt16,
     UInt64,
     Bool,
-    String,      ///< char *
-    Pointer,     ///< T *, and arrays as a pointer to their element
-    AnyPointer,  ///< void *
-    Value,       ///< a record or opaque type by value or reference: a pointer that must not be null
-    Callback,    ///< pointer to function
-    Mapped,      ///< hand-written: see typemap
-    Object,      ///< PyObject *, of helpers
-    Nothing,     ///< void, as a result
+    String,          ///< char *
+    NullableString,  ///< char *, or None for null
+    Pointer,         ///< T *, and arrays as a pointer to their element
+    AnyPointer,      ///< void *
+    Value,           ///< a record or opaque type by value or reference: a pointer that must not be null
+    Callback,        ///< pointer to function
+    Mapped,          ///< hand-written: see typemap
+    Object,          ///< PyObject *, of helpers
+    Nothing,         ///< void, as a result
 };
 
 /// One C type at the boundary. Example, a parameter `bcm_l2_addr_t *l2addr`: Pointer, text "bcm_l2_addr_t *",
@@ -53,6 +54,7 @@ struct BoundParameter {
     std::string name;
     Crossing crossing;  ///< for Direction::Out what the pointer points to
     Direction direction = Direction::In;
+    bool low_bits = false;  ///< whether it takes any int, of which the low bits are passed
 };
 
 struct BoundFunction {

@@ -53,6 +53,9 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return scalar("t", "bool", "to_bool");
     case Conversion::String:
         return {"s", "char *", "HeldString", "to_string", false, false, true, Direction::In, false, ".text"};
+    case Conversion::NullableString:
+        return {"z",           "char *", "HeldString", "to_nullable_string", false, false, true,
+                Direction::In, false,    ".text"};
     case Conversion::Pointer:
         return pointer("p", "to_pointer", true);
     case Conversion::AnyPointer:
@@ -170,7 +173,7 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::AnyPointer:
         return {"p", "void *", "from_pointer", ", row.result"};
     case Conversion::Value:
-        return {"r", "void *", "from_pointer", ", row.result, Ownership::owned"};
+        return {"r", "void *", "from_value", ", row.result"};
     case Conversion::Object:
         return {"o", "PyObject *", "", ""};
     case Conversion::Nothing:

@@ -125,14 +125,19 @@ Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value)
     if (to_pointer(object, type, &pointer) == Status::ok) {
         value->pointer = static_cast<int32_t *>(pointer.address);
         value->holder = std::move(pointer.holder);
+        value->given = is_pointer_object(object) ? object : nullptr;
         return Status::ok;
     }
     value->pointer = &value->number;
+    value->given = nullptr;
     return to_int32(object, &value->number);
 }
 
 NewReference from_in_out_int32(const InOutInt32 &value, uint16_t type)
 {
+    if (value.given) {
+        return Owned::share(value.given).release();
+    }
     return value.pointer == &value.number ? from_int32(value.number) : from_pointer(value.pointer, type);
 }
 
@@ -143,13 +148,12 @@ NewReference from_string(const char *text)
 
 NewReference append_output(NewReference result, NewReference output)
 {
-    if (!result || result == Py_None) {
-        Py_XDECREF(result);
-        return output;
-    }
     Owned first = Owned::steal(result), second = Owned::steal(output);
-    if (!second) {
+    if (!first || !second) {
         return nullptr;
+    }
+    if (result == Py_None) {
+        return second.release();
     }
     if (PyList_Check(result)) {
         return PyList_Append(result, second.get()) == 0 ? first.release() : nullptr;

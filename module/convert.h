@@ -58,6 +58,11 @@ struct HeldString {
     Owned holder;  ///< of what a pointer object points to
 };
 Status to_string(PyObject *object, HeldString *value);
+/// The same where None is a null pointer.
+inline Status to_nullable_string(PyObject *object, HeldString *value)
+{
+    return object == Py_None ? Status::ok : to_string(object, value);
+}
 
 /// Whether a pointer to `given` is one to `wanted` as it is; says no where that takes a search.
 inline bool passes_unchanged(const swig_type_info *given, const swig_type_info *wanted)
@@ -97,6 +102,7 @@ struct InOutInt32 {
     int32_t number;
     int32_t *pointer;  ///< &number, or the caller's
     Owned holder;      ///< of what the caller's points to
+    PyObject *given;   ///< the caller's pointer object, borrowed; null unless it is a bare one
 };
 Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value);
 
@@ -153,11 +159,20 @@ inline NewReference from_pointer(void *pointer, uint16_t type, Ownership ownersh
     return wrap_pointer(pointer, types[type], ownership);
 }
 
-/// The number after the call, or a pointer object that owns nothing where the caller gave a pointer.
+/// The number after the call; where the caller gave a bare pointer object that very object, and for another pointer
+/// one that owns nothing.
 NewReference from_in_out_int32(const InOutInt32 &value, uint16_t type);
 
+/// A value of a class or record that the call made: an object that owns it, or null with an exception if there was
+/// no memory for it.
+inline NewReference from_value(void *value, uint16_t type)
+{
+    return value ? from_pointer(value, type, Ownership::owned) : PyErr_NoMemory();
+}
+
 /// Adds an output value to a result: [result, output], or `result` longer by one if it is a list already, or
-/// `output` alone if there is no result yet or it is None. Takes over both references.
+/// `output` alone if the result is None. Takes over both references; a null among them, which is a failure, gives
+/// null.
 NewReference append_output(NewReference result, NewReference output);
 
 }  // namespace quorel

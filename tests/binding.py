@@ -57,7 +57,7 @@ def read():
 
 # kind -> (least, greatest, struct format)
 INTEGERS = {'int32': (-2 ** 31, 2 ** 31 - 1, 'i'), 'uint32': (0, 2 ** 32 - 1, 'I'), 'int8': (-128, 127, 'b'),
-            'uint8': (0, 255, 'B'), 'uint16': (0, 65535, 'H'), 'uint64': (0, 2 ** 64 - 1, 'Q')}
+            'low_bits': (-2 ** 31, 2 ** 31 - 1, 'i'), 'uint8': (0, 255, 'B'), 'uint16': (0, 65535, 'H'), 'uint64': (0, 2 ** 64 - 1, 'Q')}
 
 
 def integer(kind, seed):
@@ -81,7 +81,7 @@ def packed(kind, value):
     if kind == 'port_list':
         bits = sum(1 << port for port in value)
         return ''.join(chr(bits >> 8 * byte & 255) for byte in range(72))
-    if kind == 'string':
+    if kind in ('string', 'nullable_string'):
         return None
     if kind == 'ip_text':
         return value.ljust(16, '\0')
@@ -128,7 +128,7 @@ class Objects(object):
             return mac_text(seed)
         if kind == 'port_list':
             return [seed, 40 + seed, 500]
-        if kind == 'string':
+        if kind in ('string', 'nullable_string'):
             # Some functions write to it, and ask for no size.
             return 'text %d\0' % seed + ' ' * 65536
         if kind == 'ip_text':
@@ -177,8 +177,9 @@ def wrong_values(argument):
         return [((1, 2), TypeError, 'Expected a list'), ([1, long(2)], TypeError, 'Port list must contain integers')]
     if argument.kind == 'ip_text':
         return [(value, TypeError, None) for value in (u'text', 5, None, '1' * 17)]
-    if argument.kind == 'string':
-        return [(u'text', TypeError, None), (5, TypeError, None), (None, TypeError, None)]
+    if argument.kind in ('string', 'nullable_string'):
+        refused = [(u'text', TypeError, None), (5, TypeError, None)]
+        return refused + [(None, TypeError, None)] * (argument.kind == 'string')
     refused = [(5, TypeError, None), ('text', TypeError, None), (object(), TypeError, None)]
     if argument.kind != 'any_pointer':
         other = q.new_uint32p()

@@ -3,7 +3,9 @@ import struct
 import unittest
 
 import QuorelApiNew as q
+import binding
 from binding import error_of
+from console import printed
 from recording import recording
 from type_table import pointer_of_type, retyped
 
@@ -51,6 +53,50 @@ class Departures(unittest.TestCase):
             self.assertEqual(status, expected)
             self.assertIs(type(config), q.bcm_port_config_t)
             self.assertTrue(config.thisown)
+
+    def test_a_vlan_is_passed_as_its_low_16_bits(self):
+        for vid, passed in ((65536 + 4095, 4095), (-1, 65535), (-2 ** 31, 0), (True, 1)):
+            with recording() as calls:
+                q.bcm_l2_addr_get(99, '02:00:5e:00:00:01', vid)
+            (_, arguments), = calls()
+            self.assertEqual(struct.unpack('=H', arguments[2]), (passed,))
+        for vid, exception in ((2 ** 31, OverflowError), ('1', TypeError)):
+            self.assertEqual(error_of(q.bcm_l2_addr_get, 99, '02:00:5e:00:00:01', vid),
+                             (exception, "in method 'bcm_l2_addr_get', argument 3 of type 'bcm_vlan_t'"))
+
+    def test_a_pointer_given_in_and_out_comes_back(self):
+        cell = q.new_intp()
+        q.intp_assign(cell, 0)
+        _, returned = q.bcm_trunk_create(0, 0, cell)
+        self.assertIs(returned, cell)
+        self.assertTrue(cell.own())
+        q.bcm_trunk_destroy(0, q.intp_value(cell))
+        proxy = q.intp()
+        proxy.assign(0)
+        _, returned = q.bcm_trunk_create(0, 0, proxy)
+        self.assertEqual((returned == proxy.this, type(returned)), (True, type(cell)))
+        q.bcm_trunk_destroy(0, proxy.value())
+        q.delete_intp(cell)
+
+    def test_text_functions_answer_null(self):
+        functions = [function for function in binding.read()[0]
+                     if any(argument.kind == 'nullable_string' for argument in function.arguments)]
+        self.assertGreater(len(functions), 50)
+        objects = binding.Objects()
+        self.addCleanup(objects.release)
+        for function in functions:
+            names = function.doc[function.doc.index('(') + 1:function.doc.index(')')].split(', ')
+            for place, argument in enumerate(function.arguments):
+                if argument.kind != 'nullable_string':
+                    continue
+                values = [0 if name == 'unit' else objects.value(other, 1)
+                          for name, other in zip(names, function.arguments)]
+                values[place] = None
+                result, _ = printed(function, *values)
+                if function.result == 'string' and names[place] != 'separator':
+                    self.assertIsNone(result, function.doc)
+        self.assertEqual((q.parse_port(0, None, q.intp()) != 0, q.isint(None), q.parse_integer(None)), (True, 0, 0))
+        self.assertEqual(error_of(q.sh_process_command, 0, None)[0], TypeError)
 
     def test_an_opaque_value_goes_from_a_getter_to_a_call(self):
         info = q.bcm_port_info_t()

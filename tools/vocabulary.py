@@ -6,8 +6,9 @@ import collections
 import re
 import sys
 
-SCALARS = ('int32', 'uint32', 'uint16', 'uint8', 'uint64', 'bool')
-NAMED = {'value': 'value type', 'callback': 'callback', 'string': 'text', 'any_pointer': 'untyped pointer',
+SCALARS = ('int32', 'uint32', 'uint16', 'uint8', 'uint64', 'bool', 'low_bits')
+NAMED = {'value': 'value type', 'callback': 'callback', 'string': 'text', 'nullable_string': 'text',
+         'any_pointer': 'untyped pointer',
          'mac_address': 'MAC address', 'port_list': 'port list'}
 
 
