@@ -36,6 +36,16 @@ def module_record():
     return ModuleInfo.from_address(address)
 
 
+def ring_sizes():
+    """How many types each module of the ring has."""
+    first = module_record()
+    sizes, module = [first.size], ModuleInfo.from_address(first.next)
+    while ctypes.addressof(module) != ctypes.addressof(first):
+        sizes.append(module.size)
+        module = ModuleInfo.from_address(module.next)
+    return sorted(sizes)
+
+
 def descriptors():
     """All descriptors of the module, in table order."""
     record = module_record()
