@@ -52,6 +52,7 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
     case Conversion::UInt64:
     case Conversion::Bool:
     case Conversion::String:
+    case Conversion::NullableString:
     case Conversion::Mapped:
     case Conversion::Object:
     case Conversion::Nothing:
@@ -81,8 +82,9 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
     if (function.result.conversion == Conversion::Value) {
         statement = "auto value = " + call + ";\n    return "
                     + (function.raises ? "PyErr_Occurred() ? nullptr : " : "")
-                    + (is_class(function.result.type) ? "new " + spell(function.result.type) + "(value)"
-                                                      : "copy_of(&value, sizeof value)");
+                    + (is_class(function.result.type)
+                           ? "new (std::nothrow) " + spell(function.result.type) + "(value)"
+                           : "copy_of(&value, sizeof value)");
     }
     std::string space = shape.result.type.back() == '*' ? "" : " ";
     return shape.result.type + space + name + "(" + parameters + ")\n{\n" + preparation + "    " + statement
@@ -189,7 +191,7 @@ std::string emit_calls(const Family &family, const Numbering &numbering)
     std::string text = banner("Functions of the family '" + family.name + "'.",
                               "interface/" + family.name + ".toml and the headers that it names") +
                        includes(family.headers, family.cxx_headers) +
-                       "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n\nnamespace quorel {\n\nnamespace {\n\n";
+                       "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n#include <new>\n\nnamespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty()) {
         text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
     }

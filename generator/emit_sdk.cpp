@@ -29,6 +29,20 @@ std::string logged(const Parameter &parameter)
     return "call_log::value(" + parameter.name + ")";
 }
 
+// What a function answers that ran out of memory.
+std::string out_of_memory(const Function &function)
+{
+    TypePtr result = function.result;
+    if (spell(result) == "cmd_result_t") {
+        return " return CMD_FAIL; ";
+    }
+    while (result->kind == Type::Kind::Typedef) {
+        result = result->target;
+    }
+    const std::string type = spell(result);
+    return type == "void" ? "" : type == "int" ? " return BCM_E_MEMORY; " : " return {}; ";
+}
+
 std::string forwarder(const Function &function)
 {
     std::string names, logged_arguments;
@@ -39,8 +53,9 @@ std::string forwarder(const Function &function)
     }
     std::string keyword = spell(function.result) == "void" ? "" : "return ";
     return "__attribute__((visibility(\"default\"))) " + prototype(function, "")
-           + "\n{\n    if (call_log::on)\n        call_log::write(\"" + function.name + "\", {"
-           + logged_arguments + "});\n    " + keyword + "sim_" + function.name + "(" + names + ");\n}\n";
+           + "\ntry {\n    if (call_log::on)\n        call_log::write(\"" + function.name + "\", {"
+           + logged_arguments + "});\n    " + keyword + "sim_" + function.name + "(" + names
+           + ");\n} catch (const std::bad_alloc &) {" + out_of_memory(function) + "}\n";
 }
 
 // What a function answers that nobody has written by hand.
@@ -149,11 +164,11 @@ std::string emit_simulator_header(const Family &family)
 
 std::string emit_sdk_calls(const Family &family, const Rules &rules)
 {
-    const std::string subject =
-        "Public functions of the family '" + family.name + "': log the call, ask the simulator.";
+    const std::string subject = "Public functions of the family '" + family.name
+                                + "': log the call, ask the simulator, let no memory failure out.";
     std::string text = banner(subject, "interface/" + family.name + ".toml and the headers that it names");
     text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n"
-            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n\nextern \"C\" {\n\n";
+            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n#include <new>\n\nextern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions) {
         auto rule = rules.find(function.name);
         text += forwarder(function);

@@ -460,6 +460,7 @@ private:
         case Conversion::UInt64:
         case Conversion::Bool:
         case Conversion::String:
+        case Conversion::NullableString:
         case Conversion::Object:
         case Conversion::Nothing:
             break;

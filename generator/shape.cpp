@@ -95,6 +95,7 @@ std::string scalar_name(Conversion conversion)
         return "bool";
     case Conversion::String:
         return "string";
+    case Conversion::NullableString:
     case Conversion::Pointer:
     case Conversion::AnyPointer:
     case Conversion::Value:
@@ -141,6 +142,7 @@ ShapeParameter shape_parameter(const BoundParameter &parameter)
     case Conversion::UInt64:
     case Conversion::Bool:
     case Conversion::String:
+    case Conversion::NullableString:
     case Conversion::Pointer:
     case Conversion::AnyPointer:
     case Conversion::Callback:
@@ -168,6 +170,7 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::Bool:
         return {"t", "bool", "from_bool", ""};
     case Conversion::String:
+    case Conversion::NullableString:
         return {"s", "const char *", "from_string", ""};
     case Conversion::Pointer:
     case Conversion::AnyPointer:

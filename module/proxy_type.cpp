@@ -54,11 +54,13 @@ int set_attribute(PyObject *object, PyObject *name, PyObject *value)
     return PyObject_GenericSetAttr(object, name, value);
 }
 
+// The interned name "__constructor__".
+PyObject *constructor_name;
+
 // Does for all classes what an __init__ in Python would do, at a third of the cost.
 int construct(PyObject *object, PyObject *args, PyObject *keywords)
 {
-    static PyObject *const name = PyString_InternFromString("__constructor__");
-    Owned constructor = Owned::share(name ? _PyType_Lookup(Py_TYPE(object), name) : nullptr);
+    Owned constructor = Owned::share(_PyType_Lookup(Py_TYPE(object), constructor_name));
     PyObject **dictionary = _PyObject_GetDictPtr(object);
     // A call with ** of an empty dictionary has none.
     const bool has_keywords = keywords && PyDict_Size(keywords) != 0;
@@ -176,6 +178,9 @@ PyTypeObject Proxy_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Pro
 
 bool initialise_proxy_type()
 {
+    if (!constructor_name && !(constructor_name = PyString_InternFromString("__constructor__"))) {
+        return false;
+    }
     PyTypeObject &type = Proxy_Type;
     type.tp_getattro = PyObject_GenericGetAttr;
     type.tp_setattro = set_attribute;

@@ -8,7 +8,8 @@
 //  5. The interpreter lock is created, before any SDK thread could exist.
 //  6. Constants are installed in header order, and the variables as "cvar".
 //
-// Proxy classes are registered later, by the companion. There is no shutdown step.
+// Proxy classes are registered later, by the companion. There is no shutdown step. Where a step fails the import
+// does, and leaves no module behind.
 
 #include "member_descriptor.h"
 #include "methods.h"
@@ -22,6 +23,8 @@
 namespace quorel {
 
 namespace {
+
+constexpr char module_name[] = "_QuorelApiNew";
 
 // Holds the garbage collector off: import makes thousands of objects and no garbage.
 class CollectorPause {
@@ -54,40 +57,67 @@ private:
     bool paused_ = false;
 };
 
-void install(Borrowed dictionary, const char *name, Owned value)
+bool install(Borrowed dictionary, const char *name, Owned value)
 {
-    // A value that could not be made surfaces as the pending exception when the import ends.
-    if (value) {
-        PyDict_SetItemString(dictionary, name, value.get());
-    }
+    return value && PyDict_SetItemString(dictionary, name, value.get()) == 0;
 }
 
-void install_constants(Borrowed dictionary)
+bool install_constants(Borrowed dictionary)
 {
     const char *name = constant_names;
     for (size_t i = 0; i < constant_count; ++i) {
-        install(dictionary, name, Owned::steal(PyInt_FromLong(constant_values[i])));
+        if (!install(dictionary, name, Owned::steal(PyInt_FromLong(constant_values[i])))) {
+            return false;
+        }
         name += std::strlen(name) + 1;
+    }
+    return true;
+}
+
+bool initialise_types()
+{
+    return initialise_pointer_object_type() && initialise_packed_object_type() && initialise_proxy_type()
+           && initialise_member_descriptor_type();
+}
+
+// Whether all could be made; if not, an exception may be set.
+bool initialise()
+{
+    if (!build_method_table() || !initialise_types()) {
+        return false;
+    }
+    PyObject *module = Py_InitModule4(module_name, method_table, nullptr, nullptr, PYTHON_API_VERSION);
+    if (!module || !initialise_type_table()) {
+        return false;
+    }
+    PyObject *dictionary = PyModule_GetDict(module);
+    PyEval_InitThreads();
+    return install_constants(dictionary) && install(dictionary, "cvar", new_variable_object())
+           && install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
+}
+
+// The next import is to begin anew, not to find what there is of the module.
+void forget_module(const char *name)
+{
+    PendingError pending;
+    if (PyDict_DelItemString(PyImport_GetModuleDict(), name) != 0) {
+        PyErr_Clear();
     }
 }
 
-void initialise()
+void import()
 {
     CollectorPause pause;
-    if (!build_method_table() || !initialise_pointer_object_type() || !initialise_packed_object_type()
-        || !initialise_proxy_type() || !initialise_member_descriptor_type()) {
+    // In a package its name is longer. Creating the module forgets that.
+    const char *name = _Py_PackageContext ? _Py_PackageContext : module_name;
+    if (initialise()) {
         return;
     }
-    PyObject *module = Py_InitModule4("_QuorelApiNew", method_table, nullptr, nullptr, PYTHON_API_VERSION);
-    if (!module) {
-        return;
+    // Not all of the interpreter says why it failed, but in these steps it can only be this.
+    if (!PyErr_Occurred()) {
+        PyErr_NoMemory();
     }
-    PyObject *dictionary = PyModule_GetDict(module);
-    initialise_type_table();
-    PyEval_InitThreads();
-    install_constants(dictionary);
-    install(dictionary, "cvar", new_variable_object());
-    install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
+    forget_module(name);
 }
 
 }  // namespace
@@ -98,5 +128,5 @@ extern "C" __attribute__((visibility("default"))) void init_QuorelApiNew();
 
 void init_QuorelApiNew()
 {
-    quorel::initialise();
+    quorel::import();
 }

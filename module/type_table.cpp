@@ -46,17 +46,24 @@ swig_type_info *find_in_ring(swig_module_info *first, const swig_module_info *en
 }
 
 // The generated rows, turned into the records of the shared runtime. They live as long as the process:
-// other modules keep pointers into them.
-void build_initial_types()
+// other modules keep pointers into them. Returns false, with nothing kept, when memory is short.
+bool build_initial_types()
 {
-    auto *descriptors = new swig_type_info[type_count]();
-    auto *initial = new swig_type_info *[type_count];
-    auto *casts = new swig_cast_info *[type_count];
     size_t entries = 0;
     for (size_t i = 0; i < type_count; ++i) {
         entries += type_rows[i].cast_from == no_type ? 2 : 3;
     }
-    auto *entry = new swig_cast_info[entries]();
+    auto *descriptors = static_cast<swig_type_info *>(std::calloc(type_count, sizeof(swig_type_info)));
+    auto *initial = static_cast<swig_type_info **>(std::calloc(type_count, sizeof(swig_type_info *)));
+    auto *casts = static_cast<swig_cast_info **>(std::calloc(type_count, sizeof(swig_cast_info *)));
+    auto *entry = static_cast<swig_cast_info *>(std::calloc(entries, sizeof(swig_cast_info)));
+    if (!descriptors || !initial || !casts || !entry) {
+        std::free(descriptors);
+        std::free(initial);
+        std::free(casts);
+        std::free(entry);
+        return false;
+    }
 
     const char *text = type_names;
     for (size_t i = 0; i < type_count; ++i) {
@@ -77,6 +84,7 @@ void build_initial_types()
     module_record.size = type_count;
     module_record.type_initial = initial;
     module_record.cast_initial = casts;
+    return true;
 }
 
 void push_cast(swig_type_info *type, swig_cast_info *cast)
@@ -161,11 +169,12 @@ void start_ring()
 {
     static PyMethodDef no_methods[] = {{nullptr, nullptr, 0, nullptr}};
     PyObject *module = Py_InitModule4(runtime_module, no_methods, nullptr, nullptr, PYTHON_API_VERSION);
-    Owned capsule = Owned::steal(PyCapsule_New(&module_record, capsule_name, destroy_ring_head));
-    // Without the meeting point the module works, it only shares no types.
+    Owned capsule = Owned::steal(PyCapsule_New(&module_record, capsule_name, nullptr));
     classes_outlive_capsule = false;
+    // Without the meeting point the module works, it only shares no types: a capsule that is not published goes
+    // and takes nothing apart.
     if (module && capsule && PyModule_AddObject(module, capsule_attribute, capsule.get()) == 0) {
-        capsule.release();
+        PyCapsule_SetDestructor(capsule.release(), destroy_ring_head);
     }
     PyErr_Clear();
 }
@@ -194,11 +203,14 @@ void last_pointer_object_went()
     }
 }
 
-void initialise_type_table()
+bool initialise_type_table()
 {
     bool first = module_record.next == nullptr;
     if (first) {
-        build_initial_types();
+        if (!build_initial_types()) {
+            PyErr_NoMemory();
+            return false;
+        }
         module_record.next = &module_record;
     }
     swig_module_info *head = existing_ring();
@@ -209,13 +221,13 @@ void initialise_type_table()
         head->next = &module_record;
         keep_capsule();
     }
-    if (!first) {
-        return;
+    if (first) {
+        for (size_t i = 0; i < type_count; ++i) {
+            merge_type(i);
+        }
+        types[type_count] = nullptr;
     }
-    for (size_t i = 0; i < type_count; ++i) {
-        merge_type(i);
-    }
-    types[type_count] = nullptr;
+    return true;
 }
 
 void *same_pointer(void *pointer, int *)

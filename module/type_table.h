@@ -16,8 +16,9 @@ extern swig_type_info *types[];
 
 /// Builds this module's descriptors and cast lists from the generated rows, joins the ring of modules (or
 /// starts it, through the capsule "swig_runtime_data4.type_pointer_capsule") and merges the types. A second
-/// call in one process joins the ring again if need be and merges nothing. Never leaves an exception.
-void initialise_type_table();
+/// call in one process joins the ring again if need be and merges nothing. Where the capsule cannot be had or
+/// made, the ring is this module alone. Returns false with an exception when memory is short.
+bool initialise_type_table();
 
 /// The converter between a pointer class and its element, which are the same C type: returns its argument.
 void *same_pointer(void *pointer, int *new_memory);

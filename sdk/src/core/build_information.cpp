@@ -2,12 +2,15 @@
 #include <appl/build.h>
 
 #include <cstring>
+#include <new>
 
 namespace {
 
+/// Null when memory is short: nothing may fail while the library is loaded.
 char *heap_string(const char *text)
 {
-    return std::strcpy(new char[std::strlen(text) + 1], text);
+    char *copy = new (std::nothrow) char[std::strlen(text) + 1];
+    return copy != nullptr ? std::strcpy(copy, text) : nullptr;
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <sim/call_log.h>
 
-#include <deque>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -20,31 +20,31 @@ struct Entry {
 };
 
 std::mutex mutex;
-// A deque, since the addresses of logged bytes are handed out and must survive further calls.
-std::deque<Entry> calls;
+// By address, since those of logged bytes are handed out and must survive further calls.
+std::vector<std::unique_ptr<const Entry>> calls;
 
 const Entry *find(int call)
 {
     if (call < 0 || static_cast<std::size_t>(call) >= calls.size()) {
         return nullptr;
     }
-    return &calls[static_cast<std::size_t>(call)];
+    return calls[static_cast<std::size_t>(call)].get();
 }
 
 }  // namespace
 
 void write(const char *function, std::initializer_list<Argument> arguments)
 {
-    Entry entry{function, {}, {}};
+    auto entry = std::make_unique<Entry>(Entry{function, {}, {}});
     for (const Argument &argument : arguments) {
         if (argument.bytes != nullptr) {
             const auto *first = static_cast<const unsigned char *>(argument.bytes);
-            entry.bytes.insert(entry.bytes.end(), first, first + argument.size);
+            entry->bytes.insert(entry->bytes.end(), first, first + argument.size);
         }
-        entry.ends.push_back(entry.bytes.size());
+        entry->ends.push_back(entry->bytes.size());
     }
     // One byte more, so that an argument without bytes has an address too.
-    entry.bytes.push_back(0);
+    entry->bytes.push_back(0);
     std::lock_guard<std::mutex> lock(mutex);
     calls.push_back(std::move(entry));
 }

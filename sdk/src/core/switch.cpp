@@ -96,9 +96,15 @@ bool attach(int unit)
 {
     Place *place = place_of(unit);
     if (place != nullptr) {
+        auto made = std::make_unique<Switch>(unit, place->lasting);
         retire(place->attached);
-        place->attached = std::make_unique<Switch>(unit, place->lasting);
-        place->attached->start();
+        place->attached = std::move(made);
+        try {
+            place->attached->start();
+        } catch (...) {
+            detach(unit);
+            throw;
+        }
     }
     return place != nullptr;
 }

@@ -1,5 +1,6 @@
 #include "l2.h"
 
+#include "l2_flags.h"
 #include "vlan.h"
 
 namespace sim {
@@ -46,7 +47,7 @@ void L2State::retire()
 
 int l2_check(const Switch &sw, bcm_l2_addr_t *address)
 {
-    if (!VlanTable::valid(address->vid) || (address->flags >> bcm_l2_flags_count) != 0) {
+    if (!VlanTable::valid(address->vid) || (address->flags & ~l2_known_flags) != 0) {
         return BCM_E_PARAM;
     }
     if (!vlans_of(sw).has(address->vid)) {
@@ -65,15 +66,17 @@ int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int opera
     L2State &l2 = l2_of(sw);
     const std::size_t position = l2.addresses.find(l2_key(address.mac, address.vid));
     const bool replaces = position != L2Table::none;
-    bcm_l2_addr_t before = {};
-    if (replaces) {
-        before = l2.addresses.record(position);
-        if (l2.addresses.state(position) & l2_learnt) {
-            l2.learnt.add(before, -1);
-        }
+    const bool replaces_learnt = replaces && (l2.addresses.state(position) & l2_learnt);
+    const bcm_l2_addr_t before = replaces ? l2.addresses.record(position) : bcm_l2_addr_t{};
+    if (state & l2_learnt) {
+        // Makes room for the counts, so that nothing can fail when the entry is there.
+        l2.learnt.add(address, 0);
     }
     if (!l2.addresses.put(address, state)) {
         return BCM_E_FULL;
+    }
+    if (replaces_learnt) {
+        l2.learnt.add(before, -1);
     }
     if (state & l2_learnt) {
         l2.learnt.add(address, 1);

@@ -91,6 +91,13 @@ bool L2Table::put(const bcm_l2_addr_t &record, unsigned state)
         return false;
     }
 
+    // First what may throw, and changes nothing that can be seen. At most half full, so that probing stays short.
+    if (position == none && (live_ + 1) * 2 > index_.size()) {
+        rebuild_index(std::max(slots_min, index_.size() * 2));
+    }
+    if (position == none && entries_.size() == entries_.capacity()) {
+        entries_.reserve(std::max(slots_min, entries_.size() * 2));
+    }
     const bcm_l2_addr_t compact = compact_record(entry);
     if (std::memcmp(&compact, &record, sizeof record) != 0) {
         whole_[entry.key] = record;
@@ -106,10 +113,6 @@ bool L2Table::put(const bcm_l2_addr_t &record, unsigned state)
     if (position != none) {
         entries_[position] = entry;
         return true;
-    }
-    // At most half full, so that probing stays short.
-    if ((live_ + 1) * 2 > index_.size()) {
-        rebuild_index(std::max(slots_min, index_.size() * 2));
     }
     entries_.push_back(entry);
     index_[slot_of(entry.key)] = static_cast<std::uint32_t>(entries_.size());

@@ -23,7 +23,8 @@ const std::string *RuleStore::find(const std::string &table, const std::string &
 
 void RuleStore::put(const std::string &table, const std::string &key, const std::string &value)
 {
-    tables_[table][key] = value;
+    // A copy first: where memory is short, the record stays as it is.
+    tables_[table].insert_or_assign(key, std::string(value));
 }
 
 bool RuleStore::erase(const std::string &table, const std::string &key)

@@ -4,7 +4,7 @@
 #include "sim_shell.h"
 
 #include <cstdio>
-#include <deque>
+#include <list>
 #include <string>
 
 namespace sim {
@@ -25,7 +25,7 @@ struct Job {
 bool allowed;
 bool running;
 int last_number;
-std::deque<Job> jobs;  // finished ones first
+std::list<Job> jobs;  // finished ones first
 
 std::string command_text(const args_t &args)
 {

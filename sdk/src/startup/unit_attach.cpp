@@ -10,6 +10,7 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace sim {
 
@@ -48,11 +49,10 @@ HandlerList<Subscriber> &subscribers()
 }
 
 /// Tells it of that switch: who is told may detach it, and what then happens is told by itself. False: it did.
-bool tell(const Switch *sw, bool attach)
+bool tell(const Switch *sw, bool attach, const Driver &driver)
 {
     const SwitchesInUse in_use;
     const int unit = sw->unit;
-    const Driver driver = driver_of(unit);
     subscribers().each([&](const Subscriber &subscriber) {
         const bool concerned = subscriber.unit == unit || subscriber.unit == -1;
         if (concerned && attached(unit) == sw) {
@@ -65,9 +65,10 @@ bool tell(const Switch *sw, bool attach)
 
 void attach_and_tell(int unit, const Driver &driver)
 {
+    Driver kept = driver;
     attach(unit);
-    driver_of(unit) = driver;
-    tell(attached(unit), true);
+    driver_of(unit) = std::move(kept);
+    tell(attached(unit), true, driver);
 }
 
 int free_unit()
@@ -118,8 +119,9 @@ int detach_unit(int unit)
     if (attached(unit) == nullptr) {
         return BCM_E_UNIT;
     }
+    const Driver driver = driver_of(unit);
     stop_packet_watch(unit);
-    if (tell(attached(unit), false)) {
+    if (tell(attached(unit), false, driver)) {
         detach(unit);
     }
     return BCM_E_NONE;

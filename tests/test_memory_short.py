@@ -1,0 +1,171 @@
+"""Memory that runs short: one allocation fails, each in turn, in the import and in calls.
+
+The process goes on, Python sees MemoryError (of a library that could not be loaded ImportError), the SDK answers
+BCM_E_MEMORY and has changed nothing. The tests run in a process whose allocator can be told to fail.
+"""
+import ctypes
+import os
+import signal
+import subprocess
+import sys
+import unittest
+
+CHILD = 'QUOREL_MEMORY_SHORT'
+# What a process of its own answers.
+IMPORTED, REFUSED, NO_FAILURE, WRONG = range(4)
+
+
+def failing(number, call):
+    """(what call() gives or raises, whether the allocation of that number was reached, and failed)"""
+    allocator = ctypes.CDLL(None)
+    allocator.fail_allocation(number)
+    try:
+        try:
+            result = call()
+        finally:
+            reached = allocator.allocations() >= number
+            allocator.fail_allocation(0)
+    except BaseException as error:
+        result = error
+    return result, reached
+
+
+def import_module():
+    import _QuorelApiNew
+    return _QuorelApiNew
+
+
+def import_short_of_memory(number, names):
+    module, reached = failing(number, import_module)
+    if not reached:
+        return NO_FAILURE
+    if isinstance(module, BaseException) and not isinstance(module, (MemoryError, ImportError)):
+        return WRONG
+    answer = REFUSED if isinstance(module, BaseException) else IMPORTED
+    again = import_module()
+    return answer if dir(again) == names and again.bcm_l2_init(0) == 0 and again.new_bcm_l2_addr_t() else WRONG
+
+
+def in_a_process(call, *args):
+    """What call(*args) answers in a copy of this process; if a signal ends it, minus its number."""
+    process = os.fork()
+    if process == 0:
+        answer = WRONG
+        try:
+            answer = call(*args)
+        finally:
+            os._exit(answer)
+    status = os.waitpid(process, 0)[1]
+    return -os.WTERMSIG(status) if os.WIFSIGNALED(status) else os.WEXITSTATUS(status)
+
+
+def answers_of_import():
+    """The answer for each allocation of the import, in order."""
+    reader, writer = os.pipe()
+    names = os.fork()
+    if names == 0:
+        os.write(writer, '\n'.join(dir(import_module())))
+        os._exit(0)
+    os.close(writer)
+    text = os.fdopen(reader).read().split('\n')
+    os.waitpid(names, 0)
+    answers = []
+    while not answers or answers[-1] != NO_FAILURE:
+        answers.append(in_a_process(import_short_of_memory, len(answers) + 1, text))
+    return answers[:-1]
+
+
+@unittest.skipUnless(CHILD in os.environ, 'runs in a process of its own')
+class ShortOfMemory(unittest.TestCase):
+    def test_import(self):
+        # Before the module is there.
+        answers = answers_of_import()
+        self.assertGreater(len(answers), 100)
+        self.assertGreater(answers.count(REFUSED), 50)
+        self.assertEqual([(number, answer) for number, answer in enumerate(answers, 1)
+                          if answer not in (IMPORTED, REFUSED)], [])
+
+    def test_values_that_the_module_makes(self):
+        import _QuorelApiNew as m
+        for name, args in (('bcm_l2_addr_get', (0, '02:00:5e:00:00:01', 1)),
+                           ('bcm_port_config_get', (0,)), ('new_bcm_l2_addr_t', ()), ('new_intp', ()),
+                           ('new_uint8Array', (4000,)), ('getHwMacTable', (0,))):
+            call, number = getattr(m, name), 1
+            while True:
+                result, reached = failing(number, lambda: call(*args))
+                if not reached:
+                    break
+                if isinstance(result, BaseException):
+                    self.assertIs(type(result), MemoryError, name)
+                number += 1
+
+    def test_the_sdk_changes_nothing(self):
+        import QuorelApiNew as q
+        address = q.bcm_l2_addr_t()
+        q.bcm_l2_addr_t_init(address, '02:00:5e:00:00:01', 1)
+        address.port, address.cos_dst = 3, 2
+        learnt = q.bcm_l2_addr_t()
+        q.bcm_l2_addr_t_init(learnt, '02:00:5e:00:00:02', 1)
+        learnt.port, learnt.flags = 4, q.BCM_L2_STATIC
+        value = q.intp()
+        station = q.bcm_l2_station_t()
+        station.dst_mac, station.dst_mac_mask = '02:00:5e:00:00:03', 'ff:ff:ff:ff:ff:ff'
+
+        def number(getter, *args):
+            return lambda: (getter(0, *(args + (value,))), value.value())
+
+        # (call, what it would undo, what shows that nothing was changed)
+        cases = [(lambda: q.bcm_l2_addr_add(0, address), lambda: q.bcm_l2_addr_delete(0, address.mac, 1),
+                  lambda: q.getHwMacTable(0)),
+                 (lambda: q.bcm_l2_addr_add(0, learnt), lambda: q.bcm_l2_addr_delete(0, learnt.mac, 1),
+                  lambda: q.getHwMacTable(0)),
+                 (lambda: q.bcm_vlan_create(0, 77), lambda: q.bcm_vlan_destroy(0, 77),
+                  lambda: q.bcm_vlan_port_get(0, 77)),
+                 (lambda: q.bcm_vlan_port_add(0, 1, [5], [5]), lambda: None, lambda: q.bcm_vlan_port_get(0, 1)),
+                 (lambda: q.bcm_stg_create_id(0, 9), lambda: q.bcm_stg_destroy(0, 9), lambda: q.bcm_stg_list(0)),
+                 (lambda: q.bcm_trunk_create(0, q.BCM_TRUNK_FLAG_WITH_ID, 9)[0], lambda: q.bcm_trunk_destroy(0, 9),
+                  lambda: q.bcm_trunk_psc_get(0, 9)),
+                 (lambda: q.sal_config_set('memory_short', 'a value that is too long to be kept in place'),
+                  lambda: 0, lambda: q.sal_config_get('memory_short')),
+                 (lambda: q.bcm_switch_control_set(0, q.bcmSwitchArpReplyToCpu, 1),
+                  lambda: q.bcm_switch_control_set(0, q.bcmSwitchArpReplyToCpu, 0),
+                  number(q.bcm_switch_control_get, q.bcmSwitchArpReplyToCpu)),
+                 (lambda: q.bcm_attach(3, 'local', 'a name of the unit that is long', 0),
+                  lambda: q.bcm_detach(3), lambda: q.bcm_attach_check(3)),
+                 (lambda: q.bcm_l2_station_add(0, value, station), lambda: q.bcm_l2_station_delete_all(0),
+                  number(q.bcm_l2_station_size_get)),
+                 (lambda: q.sh_process_command(0, 'show ports'), lambda: 0, lambda: 0)]
+        wrong = []
+        for place, (call, undo, shown) in enumerate(cases):
+            count = 1
+            while count < 2000:
+                before = shown()
+                result, reached = failing(count, call)
+                if not reached:
+                    undo()
+                    break
+                if isinstance(result, MemoryError) or result in (q.BCM_E_MEMORY, q.CMD_FAIL):
+                    if shown() != before:
+                        wrong.append((place, count, result, shown()))
+                elif result == 0:
+                    undo()
+                else:
+                    wrong.append((place, count, result))
+                count += 1
+        self.assertEqual(wrong, [])
+
+
+@unittest.skipIf(CHILD in os.environ, 'starts the others')
+class Apart(unittest.TestCase):
+    def test_short_of_memory(self):
+        allocator = os.path.join(os.environ['QUOREL_PROBE'], 'failing_allocator.so')
+        environment = dict(os.environ, **{CHILD: '1'})
+        environment['LD_PRELOAD'] = allocator
+        process = subprocess.Popen([sys.executable, os.path.abspath(__file__.replace('.pyc', '.py'))],
+                                   env=environment, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        output = process.communicate()[0]
+        self.assertEqual(process.returncode, 0, 'ended with %d:\n%s' % (process.returncode, output[-4000:]))
+
+
+if __name__ == '__main__':
+    unittest.main()
