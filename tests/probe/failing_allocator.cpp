@@ -30,13 +30,16 @@ Function next(const char *name)
 extern "C" {
 
 /// From now on the allocation of that number fails, and those after it succeed again; 0 for none.
+void fail_allocation(long number);
+/// How many there were since a number was given.
+long allocations();
+
 void fail_allocation(long number)
 {
     made = 0;
     failing = number;
 }
 
-/// How many there were since a number was given.
 long allocations()
 {
     return made;

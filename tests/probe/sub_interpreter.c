@@ -1,6 +1,9 @@
 /* Runs Python code in an interpreter of its own in this process. Python's own symbols come from the process. */
 #include <Python.h>
 
+int run_in_sub_interpreter(const char *code);
+void end_sub_interpreter(void);
+
 static PyThreadState *kept;
 
 /* 0, or -1 if the code raised; the interpreter stays. To be called with the interpreter lock held. */

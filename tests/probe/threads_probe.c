@@ -1,6 +1,8 @@
 /* Whether the interpreter lock exists, asked by a module that does not make it itself as ctypes does. */
 #include <Python.h>
 
+PyMODINIT_FUNC initthreads_probe(void);
+
 static PyObject *has_lock(PyObject *self, PyObject *args)
 {
     (void)self;

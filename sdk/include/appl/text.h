@@ -21,7 +21,7 @@ const char *strcaseindex(const char *s, const char *sub);
 /*
  * Replaces in s, in place, the len characters from place start on by repstr, and returns s. Places beyond the
  * end of the text, or before its start, count as the end or start. No size is passed: s has to have room for
- * the text that results. repstr must not lie within s.
+ * the text that results. repstr must not lie within s. Null if either is null.
  */
 char *strrepl(char *s, int start, int len, const char *repstr);
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -44,7 +45,9 @@ std::array<Driver, unit_max> drivers = [] {
 
 HandlerList<Subscriber> &subscribers()
 {
-    static auto &all = *new HandlerList<Subscriber>;
+    // Never destroyed, and in place: who tells of what is done cannot run short of memory.
+    alignas(HandlerList<Subscriber>) static unsigned char place[sizeof(HandlerList<Subscriber>)];
+    static auto &all = *new (place) HandlerList<Subscriber>;
     return all;
 }
 

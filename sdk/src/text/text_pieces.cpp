@@ -43,7 +43,7 @@ const char *sim_strcaseindex(const char *s, const char *sub)
 char *sim_strrepl(char *s, int start, int len, const char *repstr)
 {
     if (s == nullptr || repstr == nullptr) {
-        return s;
+        return nullptr;
     }
     const std::size_t size = std::strlen(s), added = std::strlen(repstr);
     const std::size_t first = std::min(size, static_cast<std::size_t>(std::max(start, 0)));
