@@ -13,6 +13,9 @@ namespace generator {
 /// records_<family>.cpp: rows and stubs of constructors, destructors, registrations and member accessors.
 std::string emit_records(const Family &family, const Numbering &numbering);
 
+/// Whether the family has functions that may throw: what is emitted for it has to be built with exceptions.
+bool throws(const Family &family);
+
 /// calls_<family>.cpp: rows, typed thunks and stubs of functions.
 std::string emit_calls(const Family &family, const Numbering &numbering);
 

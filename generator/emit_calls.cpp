@@ -87,8 +87,11 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
                            : "copy_of(&value, sizeof value)");
     }
     std::string space = shape.result.type.back() == '*' ? "" : " ";
-    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + preparation + "    " + statement
-           + ";\n}\n";
+    std::string body = preparation + "    " + statement + ";\n";
+    if (function.throws) {
+        body = "    return without_exceptions([&]() -> " + shape.result.type + " {\n" + body + "    });\n";
+    }
+    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + body + "}\n";
 }
 
 // A pointer result's descriptor, or that of an appended record.
@@ -162,6 +165,12 @@ std::string includes(const std::vector<std::string> &headers, const std::vector<
     return text + "}\n";
 }
 
+bool throws(const Family &family)
+{
+    return std::any_of(family.functions.begin(), family.functions.end(),
+                       [](const BoundFunction &function) { return function.throws; });
+}
+
 std::string emit_calls(const Family &family, const Numbering &numbering)
 {
     // Named after the family, since files of several families are compiled as one.
@@ -191,7 +200,7 @@ std::string emit_calls(const Family &family, const Numbering &numbering)
     std::string text = banner("Functions of the family '" + family.name + "'.",
                               "interface/" + family.name + ".toml and the headers that it names") +
                        includes(family.headers, family.cxx_headers) +
-                       "\n#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n#include <new>\n\nnamespace quorel {\n\nnamespace {\n\n";
+                       "\n" + (throws(family) ? "#include \"module/exceptions.h\"\n" : "") + "#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n#include <new>\n\nnamespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty()) {
         text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
     }

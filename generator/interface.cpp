@@ -121,6 +121,7 @@ private:
             {"null_text", &FamilyInterface::null_text},
             {"replaced", &FamilyInterface::replaced},
             {"raises", &FamilyInterface::raises},
+            {"throws", &FamilyInterface::throws},
             {"text", &FamilyInterface::text},
             {"unserved", &FamilyInterface::unserved},
             {"identified_by", &FamilyInterface::identified_by},

@@ -16,6 +16,7 @@
 //   [low_bits]             functions whose named narrow parameter takes any int, of which the low bits are passed
 //   null_text              functions, or patterns of them, whose `char *` parameters take None for a null pointer
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
+//   throws                 functions, or patterns of them, that may throw; what they throw becomes a Python exception
 //   raises                 helpers that may set a Python exception; their result is then not looked at
 //   unserved               functions of the C headers that no rule of the development SDK may answer
 //   [identified_by]        tables (the getter's name before "_get") whose records have key members: these, with
@@ -62,7 +63,7 @@ struct FamilyInterface {
     Entries headers, cxx_headers;
     Entries functions, records, constants, variables;
     Entries opaque, opaque_here;
-    Entries raises;
+    Entries raises, throws;
     Entries named;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;

@@ -107,10 +107,11 @@ void generate(const Options &options)
     const Rules rules = find_rules(model);
     const Numbering numbering(model);
     const Shapes shapes = shapes_of(model);
-    std::vector<std::string> bindings, sdk_calls;
+    std::vector<std::string> bindings, throwing_bindings, sdk_calls;
     for (const Family &family : model.families) {
-        bindings.push_back(emit_records(family, numbering));
-        bindings.push_back(emit_calls(family, numbering));
+        std::vector<std::string> &of_its_kind = throws(family) ? throwing_bindings : bindings;
+        of_its_kind.push_back(emit_records(family, numbering));
+        of_its_kind.push_back(emit_calls(family, numbering));
         sdk_calls.push_back(emit_sdk_calls(family, rules));
         write("sim_" + family.name + ".h", emit_simulator_header(family));
     }
@@ -121,6 +122,7 @@ void generate(const Options &options)
         write("families_" + std::to_string(i + 1) + ".cpp", binding_units[i]);
         write("sdk_" + std::to_string(i + 1) + ".cpp", sdk_units[i]);
     }
+    write("families_throwing.cpp", joined(throwing_bindings, 1).front());
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));

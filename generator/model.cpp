@@ -599,14 +599,18 @@ private:
         for (const Record *record : wanted(source, source.records, declarations_.records)) {
             family.records.push_back(bind(*record));
         }
-        Patterns null_text(source.null_text);
+        Patterns null_text(source.null_text), throws(source.throws);
         for (const Function *function : wanted(source, source.functions, declarations_.functions)) {
             family.functions.push_back(bind(source, *function));
             if (null_text.match(function->name)) {
                 allow_null_text(family.functions.back());
             }
+            if (throws.match(function->name)) {
+                family.functions.back().throws = family.functions.back().raises = true;
+            }
         }
         check_used(null_text, "fits no function of the family");
+        check_used(throws, "fits no function of the family");
         for (const Constant *constant : wanted(source, source.constants, declarations_.constants)) {
             bind(*constant);
         }

@@ -65,6 +65,7 @@ struct BoundFunction {
     std::vector<BoundParameter> parameters;
     bool raises = false;  ///< whether it may set a Python exception
     bool of_sdk = false;  ///< whether a C header declares what is called
+    bool throws = false;  ///< whether it may throw; it then raises too
 };
 
 /// What kind of storage a member is; scalars go by their conversion.

@@ -1,6 +1,7 @@
-// The one file of the module that is compiled with exceptions: the platform throws.
+// Compiled with exceptions: the platform throws.
 #include "mdio_access.h"
 
+#include "module/exceptions.h"
 #include "quorel_api/python_mdio_access.h"
 #include "vey/activity_lock.h"
 #include "vey/exception.h"
@@ -13,6 +14,7 @@ using Hardware::PhyBcm::ManagedPhy;
 using Hardware::QuorelApi::ExternalPhyId;
 using Hardware::QuorelApi::UnitId;
 using MdioHamImpl::HamImpl;
+using quorel::without_exceptions;
 
 namespace {
 
@@ -51,33 +53,6 @@ private:
     Vey::Lock &lock_;
     bool taken_;
 };
-
-void raise_os_error(const Vey::ErrnoException &exception)
-{
-    PyObject *arguments = Py_BuildValue("(is)", exception.error(), exception.what());
-    if (arguments) {
-        PyErr_SetObject(PyExc_OSError, arguments);
-    }
-    Py_XDECREF(arguments);
-}
-
-/// What body() returns, or an empty value with a Python exception set if it throws.
-template <typename Body>
-auto without_exceptions(Body body) noexcept -> decltype(body())
-{
-    try {
-        return body();
-    } catch (const Vey::RangeException &exception) {
-        PyErr_SetString(PyExc_ValueError, exception.what());
-    } catch (const Vey::ErrnoException &exception) {
-        raise_os_error(exception);
-    } catch (const std::exception &exception) {
-        PyErr_SetString(PyExc_RuntimeError, exception.what());
-    } catch (...) {
-        PyErr_SetString(PyExc_RuntimeError, "the platform failed for a reason that it does not name");
-    }
-    return decltype(body())();
-}
 
 /// body() with the activity lock held.
 template <typename Body>

@@ -1,3 +1,4 @@
+// Compiled with exceptions: the platform throws.
 #include "platform_text.h"
 
 #include "quorel_api/shell_command.h"

@@ -60,6 +60,7 @@ variables = ["lamp_limit"]
 opaque_here = ["lamp_colour_t"]
 named = ["lamp_colour_e"]
 raises = ["lamp_find"]
+throws = ["lamp_find"]
 unserved = ["lamp_find"]
 [typemaps.lamp_mac_t]
 header = "typemaps/mac.h"

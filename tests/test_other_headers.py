@@ -146,7 +146,7 @@ class VendorHeaders(unittest.TestCase):
 
     def test_the_bindings_compile(self):
         self.assertEqual(self.generate(), (0, ''))
-        names = ('shapes', 'variables', 'tables', 'constants') + tuple(
+        names = ('shapes', 'variables', 'tables', 'constants', 'families_throwing') + tuple(
             'families_%d' % (unit + 1) for unit in range(int(values_of('--units')[0])))
         self.write('all.cpp', ''.join('#include "%s.cpp"\n' % name for name in names))
         for source, language in (('all.cpp', '-std=gnu++17'), ('layout.c', '-xc')):
