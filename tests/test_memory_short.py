@@ -113,6 +113,17 @@ class ShortOfMemory(unittest.TestCase):
         station = q.bcm_l2_station_t()
         station.dst_mac, station.dst_mac_mask = '02:00:5e:00:00:03', 'ff:ff:ff:ff:ff:ff'
 
+        members = [q.bcm_trunk_member_t(), q.bcm_trunk_member_t()]
+        info = q.bcm_trunk_info_t()
+        q.bcm_trunk_info_t_init(info)
+        for member, port in zip(members, (5, 6)):
+            q.bcm_trunk_member_t_init(member)
+            member.gport = port
+        self.assertEqual((q.bcm_trunk_create(0, q.BCM_TRUNK_FLAG_WITH_ID, 8)[0],
+                          q.bcm_trunk_set(0, 8, info, 1, members[0])), (0, 0))
+        texts = ['a value %d of some length, so that it is not kept in place' % place for place in range(2)]
+        q.sal_config_set('memory_short_set', texts[0])
+
         def number(getter, *args):
             return lambda: (getter(0, *(args + (value,))), value.value())
 
@@ -129,13 +140,19 @@ class ShortOfMemory(unittest.TestCase):
                   lambda: q.bcm_trunk_psc_get(0, 9)),
                  (lambda: q.sal_config_set('memory_short', 'a value that is too long to be kept in place'),
                   lambda: 0, lambda: q.sal_config_get('memory_short')),
+                 (lambda: q.sal_config_set('memory_short_set', texts[1]),
+                  lambda: q.sal_config_set('memory_short_set', texts[0]), lambda: q.sal_config_get('memory_short_set')),
+                 (lambda: q.bcm_trunk_set(0, 8, info, 1, members[1]),
+                  lambda: q.bcm_trunk_set(0, 8, info, 1, members[0]),
+                  number(q.bcm_trunk_member_status_get, 8, 5)),
+                 (lambda: q.bcm_stg_init(0), lambda: 0, lambda: q.bcm_stg_stp_get(0, 1, 1)),
                  (lambda: q.bcm_switch_control_set(0, q.bcmSwitchArpReplyToCpu, 1),
                   lambda: q.bcm_switch_control_set(0, q.bcmSwitchArpReplyToCpu, 0),
                   number(q.bcm_switch_control_get, q.bcmSwitchArpReplyToCpu)),
                  (lambda: q.bcm_attach(3, 'local', 'a name of the unit that is long', 0),
                   lambda: q.bcm_detach(3), lambda: q.bcm_attach_check(3)),
                  (lambda: q.bcm_l2_station_add(0, value, station), lambda: q.bcm_l2_station_delete_all(0),
-                  number(q.bcm_l2_station_size_get)),
+                  lambda: q.bcm_l2_station_get(0, 1, station)),
                  (lambda: q.sh_process_command(0, 'ps'), lambda: 0, lambda: 0)]
         wrong = []
         for place, (call, undo, shown) in enumerate(cases):

@@ -29,11 +29,11 @@ public:
     Properties::value_type *find(const std::string &name);
 
     /// Name and value have to be valid.
-    void set(const std::string &name, const Property &property);
+    void set(const std::string &name, Property property);
     bool remove(const std::string &name);
 
     /// Makes the store equal to the properties given; what does not change stays where it is.
-    void become(const Properties &properties);
+    void become(Properties properties);
 
     /// The name, at an address that is good for ever; names are few.
     const char *lasting_name(const std::string &name);

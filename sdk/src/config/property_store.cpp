@@ -8,6 +8,21 @@
 
 namespace sim {
 
+namespace {
+
+/// Whether that changes the value, which else stays where it is. Takes no memory.
+bool replace_property(Property *kept, Property *by)
+{
+    const bool changed = kept->value != by->value;
+    if (changed) {
+        kept->value.swap(by->value);
+    }
+    kept->place.swap(by->place);
+    return changed;
+}
+
+}  // namespace
+
 bool valid_property_name(const std::string &name)
 {
     return !name.empty() && name.size() <= property_name_max
@@ -32,14 +47,11 @@ Properties::value_type *PropertyStore::find(const std::string &name)
     return found != properties_.end() ? &*found : nullptr;
 }
 
-void PropertyStore::set(const std::string &name, const Property &property)
+void PropertyStore::set(const std::string &name, Property property)
 {
-    const auto [entry, added] = properties_.try_emplace(name, property);
-    if (added || entry->second.value != property.value) {
-        entry->second.value = property.value;
-        changed_ = true;
-    }
-    entry->second.place = property.place;
+    const auto [entry, added] = properties_.try_emplace(name);
+    const bool changed = replace_property(&entry->second, &property);
+    changed_ = changed_ || added || changed;
 }
 
 bool PropertyStore::remove(const std::string &name)
@@ -49,14 +61,15 @@ bool PropertyStore::remove(const std::string &name)
     return removed;
 }
 
-void PropertyStore::become(const Properties &properties)
+void PropertyStore::become(Properties properties)
 {
     for (auto entry = properties_.begin(); entry != properties_.end();) {
         entry = properties.count(entry->first) != 0 ? std::next(entry) : properties_.erase(entry);
     }
-    for (const auto &[name, property] : properties) {
-        set(name, property);
+    for (auto &[name, property] : properties_) {
+        replace_property(&property, &properties.at(name));
     }
+    properties_.merge(properties);
     changed_ = false;
 }
 

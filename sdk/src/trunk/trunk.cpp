@@ -160,6 +160,7 @@ int sim_bcm_trunk_set(int unit, bcm_trunk_t tid, bcm_trunk_info_t *trunk_info, i
             return BCM_E_FULL;
         }
         std::vector<bcm_trunk_member_t> before;
+        before.reserve(static_cast<std::size_t>(member_count));
         before.swap(trunk.members);
         const int rc = append_members(sw, trunk, member_array, member_count);
         if (rc != BCM_E_NONE) {

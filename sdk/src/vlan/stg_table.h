@@ -33,9 +33,10 @@ public:
     /// Only the default group, where all ports forward.
     void reset()
     {
+        std::map<int, StgGroup> only_default;
+        only_default[BCM_STG_DEFAULT].states.fill(BCM_STG_STP_FORWARD);
+        groups.swap(only_default);
         default_id = BCM_STG_DEFAULT;
-        groups.clear();
-        groups[default_id].states.fill(BCM_STG_STP_FORWARD);
     }
 
     bcm_stg_t default_id;
