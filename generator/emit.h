@@ -37,11 +37,15 @@ std::string emit_constants(const Model &model);
 
 /// sim_<family>.h and sdk_<family>.cpp: the development SDK's public functions, which log and forward their calls.
 std::string emit_simulator_header(const Family &family);
-std::string emit_sdk_calls(const Family &family, const Rules &rules);
+std::string emit_sdk_calls(const Family &family, const Answers &answers);
 
-/// rules.tsv: what the development SDK answers by rule, a line per function: name, operation, table, and "key" or
-/// "value" with the resolved type for each parameter after the unit.
-std::string emit_rules(const Model &model, const Rules &rules);
+/// The expression that answers a function by rule.
+std::string emit_rule(const Rule &rule);
+
+/// rules.tsv: what the development SDK's functions answer that nobody writes by hand, a line per function: name,
+/// family, operation, table, and why; then "key", "value", "key,value" or "other" with the resolved type for each
+/// parameter of a rule after the unit. The operation is "initialise" for what clears a record, "-" if there is none.
+std::string emit_rules(const Model &model, const Answers &answers);
 
 /// The companion: `source` with its manifest filled in.
 std::string emit_companion(const Model &model, const std::string &source);

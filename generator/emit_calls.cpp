@@ -3,6 +3,8 @@
 #include "signature.h"
 #include "spelling.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace generator {
@@ -24,27 +26,26 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
         return name;
     }
     if (parameter.direction == Direction::Out) {
-        std::string pointer = spell(Type::pointer_to(type));
-        bool record = crossing.conversion == Conversion::Value;
-        return record ? "static_cast<" + pointer + ">(*" + name + ")"
-                      : "reinterpret_cast<" + pointer + ">(" + name + ")";
+        const std::string pointer = spell(Type::pointer_to(type));
+        return crossing.conversion == Conversion::Value
+                   ? fmt::format("static_cast<{}>(*{})", pointer, name)
+                   : fmt::format("reinterpret_cast<{}>({})", pointer, name);
     }
     switch (crossing.conversion) {
     case Conversion::Pointer: {
-        TypePtr array = resolve_array_typedef(type);
-        TypePtr pointer = array->kind == Type::Kind::Array ? Type::pointer_to(array->target) : type;
-        return "static_cast<" + spell(Type::without_const(pointer)) + ">(" + name + ")";
+        const TypePtr array = resolve_array_typedef(type);
+        const TypePtr pointer = array->kind == Type::Kind::Array ? Type::pointer_to(array->target) : type;
+        return fmt::format("static_cast<{}>({})", spell(Type::without_const(pointer)), name);
     }
-    case Conversion::AnyPointer:
     case Conversion::Callback:
-        return (crossing.conversion == Conversion::Callback ? "reinterpret_cast<" : "static_cast<")
-               + spell(Type::without_const(type)) + ">(" + name + ")";
-    case Conversion::Value: {
-        TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
-        return "*static_cast<" + spell(Type::pointer_to(target)) + ">(" + name + ")";
-    }
+        return fmt::format("reinterpret_cast<{}>({})", spell(Type::without_const(type)), name);
+    case Conversion::AnyPointer:
     case Conversion::Int32:
-        return "static_cast<" + spell(Type::without_const(type)) + ">(" + name + ")";
+        return fmt::format("static_cast<{}>({})", spell(Type::without_const(type)), name);
+    case Conversion::Value: {
+        const TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
+        return fmt::format("*static_cast<{}>({})", spell(Type::pointer_to(target)), name);
+    }
     case Conversion::UInt32:
     case Conversion::Int8:
     case Conversion::UInt8:
@@ -63,35 +64,40 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
 
 std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name)
 {
-    std::string parameters, arguments, preparation;
+    std::vector<std::string> parameters, arguments;
+    std::string preparation;
     for (size_t i = 0; i < function.parameters.size(); ++i) {
         const BoundParameter &parameter = function.parameters[i];
-        std::string argument = "a" + std::to_string(i), comma = i == 0 ? "" : ", ";
-        parameters += comma + thunk_parameter(shape.parameters[i], argument);
-        arguments += comma + typed_argument(parameter, argument);
+        const std::string argument = fmt::format("a{}", i);
+        parameters.push_back(thunk_parameter(shape.parameters[i], argument));
+        arguments.push_back(typed_argument(parameter, argument));
         if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
-            preparation +=
-                "    *" + argument + " = std::calloc(1, sizeof(" + spell(parameter.crossing.type) + "));\n";
+            preparation += fmt::format("    *{} = std::calloc(1, sizeof({}));\n", argument,
+                                       spell(parameter.crossing.type));
         }
     }
-    std::string call = function.callee + "(" + arguments + ")";
+    std::string call = fmt::format("{}({})", function.callee, fmt::join(arguments, ", "));
     if (function.result.conversion == Conversion::Pointer) {
-        call = "const_cast<void *>(static_cast<const void *>(" + call + "))";
+        call = fmt::format("const_cast<void *>(static_cast<const void *>({}))", call);
     }
     std::string statement = (shape.result.type == "void" ? "" : "return ") + call;
     if (function.result.conversion == Conversion::Value) {
-        statement = "auto value = " + call + ";\n    return "
-                    + (function.raises ? "PyErr_Occurred() ? nullptr : " : "")
-                    + (is_class(function.result.type)
-                           ? "new (std::nothrow) " + spell(function.result.type) + "(value)"
-                           : "copy_of(&value, sizeof value)");
+        const std::string copy = is_class(function.result.type) ? fmt::format("new (std::nothrow) {}(value)",
+                                                                              spell(function.result.type))
+                                                                : "copy_of(&value, sizeof value)";
+        statement = fmt::format("auto value = {};\n    return {}{}", call,
+                                function.raises ? "PyErr_Occurred() ? nullptr : " : "", copy);
     }
-    std::string space = shape.result.type.back() == '*' ? "" : " ";
-    std::string body = preparation + "    " + statement + ";\n";
+    std::string body = fmt::format("    {};\n", statement);
     if (function.throws) {
-        body = "    return without_exceptions([&]() -> " + shape.result.type + " {\n" + body + "    });\n";
+        body = fmt::format("    return without_exceptions([&]() -> {} {{\n{}    }});\n", shape.result.type,
+                           preparation + body);
+    } else {
+        body = preparation + body;
     }
-    return shape.result.type + space + name + "(" + parameters + ")\n{\n" + body + "}\n";
+    const char *space = shape.result.type.back() == '*' ? "" : " ";
+    return fmt::format("{}{}{}({})\n{{\n{}}}\n", shape.result.type, space, name, fmt::join(parameters, ", "),
+                       body);
 }
 
 // A pointer result's descriptor, or that of an appended record.
@@ -108,11 +114,11 @@ std::string result_descriptor(const BoundFunction &function)
 // As C++ declares it: "QuorelApi::findChipMemory(int,int,int)".
 std::string overload_prototype(const BoundFunction &function)
 {
-    std::string types;
+    std::vector<std::string> types;
     for (const BoundParameter &parameter : function.parameters) {
-        types += (types.empty() ? "" : ",") + parameter.crossing.text;
+        types.push_back(parameter.crossing.text);
     }
-    return function.callee + "(" + types + ")";
+    return fmt::format("{}({})", function.callee, fmt::join(types, ","));
 }
 
 // The stub of functions of one name: that with the fewest parameters whose arguments would convert is called.
@@ -123,23 +129,27 @@ std::string overload_stub(std::vector<const BoundFunction *> functions, const st
     std::string prototypes, choices;
     std::vector<size_t> order;
     for (size_t i = 0; i < functions.size(); ++i) {
-        prototypes += "    " + overload_prototype(*functions[i]) + "\\n";
+        prototypes += fmt::format("    {}\\n", overload_prototype(*functions[i]));
         order.push_back(i);
     }
     std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
         return functions[a]->parameters.size() < functions[b]->parameters.size();
     });
     for (size_t i : order) {
-        std::string codes, row = table + "[" + std::to_string(first_row + i) + "]";
+        std::string codes;
         for (const BoundParameter &parameter : functions[i]->parameters) {
             codes += shape_parameter(parameter).code;
         }
-        choices += "    if (converts(args, " + row + ", \"" + codes + "\"))\n        return "
-                   + shape_of(*functions[i]).name() + "(args, " + row + ", thunk_" + name + "_"
-                   + std::to_string(i) + ");\n";
+        choices += fmt::format(
+            "    if (converts(args, {row}, \"{}\"))\n"
+            "        return {}(args, {row}, thunk_{}_{});\n",
+            codes, shape_of(*functions[i]).name(), name, i,
+            fmt::arg("row", fmt::format("{}[{}]", table, first_row + i)));
     }
-    return "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n" + choices
-           + "    return raise_overloaded(\"" + name + "\", \"" + prototypes + "\");\n}\n\n";
+    return fmt::format(
+        "PyObject *py_{name}(PyObject *, PyObject *args)\n{{\n{}"
+        "    return raise_overloaded(\"{name}\", \"{}\");\n}}\n\n",
+        choices, prototypes, fmt::arg("name", name));
 }
 
 }  // namespace
@@ -153,14 +163,14 @@ std::string includes(const std::vector<std::string> &headers, const std::vector<
 {
     std::string text;
     for (const std::string &header : cxx_headers) {
-        text += "#include \"" + header + "\"\n";
+        text += fmt::format("#include \"{}\"\n", header);
     }
     if (headers.empty()) {
         return text;
     }
     text += "extern \"C\" {\n";
     for (const std::string &header : headers) {
-        text += "#include <" + header + ">\n";
+        text += fmt::format("#include <{}>\n", header);
     }
     return text + "}\n";
 }
@@ -181,28 +191,36 @@ std::string emit_calls(const Family &family, const Numbering &numbering)
         const unsigned method = numbering.method(name);
         for (size_t i = 0; i < overloads.size(); ++i) {
             const BoundFunction &function = *overloads[i];
-            Shape shape = shape_of(function);
-            rows += "    {" + std::to_string(method) + ", "
-                    + std::to_string(numbering.arguments(arguments_of(function))) + ", "
-                    + std::to_string(numbering.type(result_descriptor(function))) + "},  // " + name + "\n";
-            bool alone = overloads.size() == 1;
-            std::string thunk_name = "thunk_" + name + (alone ? "" : "_" + std::to_string(i));
+            const Shape shape = shape_of(function);
+            rows += fmt::format("    {{{}, {}, {}}},  // {}\n", method,
+                                numbering.arguments(arguments_of(function)),
+                                numbering.type(result_descriptor(function)), name);
+            const bool alone = overloads.size() == 1;
+            const std::string thunk_name =
+                alone ? fmt::format("thunk_{}", name) : fmt::format("thunk_{}_{}", name, i);
             stubs += thunk(function, shape, thunk_name);
             if (alone) {
-                stubs += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return "
-                         + shape.name() + "(args, " + table + "[" + std::to_string(number) + "], "
-                         + thunk_name + ");\n}\n";
+                stubs += fmt::format(
+                    "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"
+                    "    return {}(args, {}[{}], {});\n}}\n",
+                    name, shape.name(), table, number, thunk_name);
             }
         }
         stubs += overloads.size() == 1 ? "\n" : overload_stub(overloads, table, number);
         number += overloads.size();
     }
-    std::string text = banner("Functions of the family '" + family.name + "'.",
-                              "interface/" + family.name + ".toml and the headers that it names") +
-                       includes(family.headers, family.cxx_headers) +
-                       "\n" + (throws(family) ? "#include \"module/exceptions.h\"\n" : "") + "#include \"module/overload.h\"\n#include \"module/record.h\"\n#include \"shapes.h\"\n\n#include <cstdlib>\n#include <new>\n\nnamespace quorel {\n\nnamespace {\n\n";
+    std::string text = banner(fmt::format("Functions of the family '{}'.", family.name),
+                              fmt::format("interface/{}.toml and the headers that it names", family.name))
+                       + includes(family.headers, family.cxx_headers)
+                       + (throws(family) ? "\n#include \"module/exceptions.h\"" : "")
+                       + "\n#include \"module/overload.h\"\n"
+                         "#include \"module/record.h\"\n"
+                         "#include \"shapes.h\"\n\n"
+                         "#include <cstdlib>\n"
+                         "#include <new>\n\n"
+                         "namespace quorel {\n\nnamespace {\n\n";
     if (!rows.empty()) {
-        text += "constexpr CallRow " + table + "[] = {\n" + rows + "};\n\n" + stubs;
+        text += fmt::format("constexpr CallRow {}[] = {{\n{}}};\n\n{}", table, rows, stubs);
     }
     text += "}  // namespace\n\n";
     return text + emit_group(numbering.group("calls_" + family.name)) + "\n}  // namespace quorel\n";

@@ -1,6 +1,8 @@
 #include "emit.h"
 #include "output.h"
 
+#include <fmt/format.h>
+
 namespace generator {
 
 namespace {
@@ -46,12 +48,12 @@ public:
 
     void add(const BoundRecord &record)
     {
-        std::string row = prefix_ + "records[" + std::to_string(records_++) + "]";
+        const std::string row = fmt::format("{}records[{}]", prefix_, records_++);
         unsigned constructor = stub("new_" + record.name, "new_record", row);
         stub("delete_" + record.name, "delete_record", row);
         stub(record.name + "_swigregister", "register_record", row);
-        record_rows_ += "    {" + std::to_string(constructor) + ", " + argument(record.self) + ", sizeof("
-                        + record.name + ")},\n";
+        record_rows_ +=
+            fmt::format("    {{{}, {}, sizeof({})}},\n", constructor, argument(record.self), record.name);
         follow(row + ".constructor",
                {"new_" + record.name, "delete_" + record.name, record.name + "_swigregister"});
         for (const BoundMember &member : record.members) {
@@ -61,8 +63,8 @@ public:
 
     void add(const BoundPointerClass &bound)
     {
-        std::string row = prefix_ + "pointer_classes[" + std::to_string(pointer_classes_++) + "]";
-        std::string size = "sizeof(" + bound.element.text + ")";
+        const std::string row = fmt::format("{}pointer_classes[{}]", prefix_, pointer_classes_++);
+        const std::string size = fmt::format("sizeof({})", bound.element.text);
         bool record = bound.element.conversion == Conversion::Value;
         std::string kind = scalar_name(bound.element.conversion), member = next_member();
         std::string getter_name = record ? "get_copy" : "get_" + kind,
@@ -78,13 +80,13 @@ public:
         follow(row + ".constructor",
                {"new_" + bound.name, "delete_" + bound.name, bound.name + "_assign", bound.name + "_value",
                 bound.name + "_cast", bound.name + "_frompointer", bound.name + "_swigregister"});
-        pointer_class_rows_ += "    {" + std::to_string(constructor) + ", " + argument(bound.self) + ", "
-                               + argument(bound.pointer) + ", " + size + "},\n";
+        pointer_class_rows_ += fmt::format("    {{{}, {}, {}, {}}},\n", constructor, argument(bound.self),
+                                           argument(bound.pointer), size);
     }
 
     void add(const BoundArray &array)
     {
-        std::string row = prefix_ + "arrays[" + std::to_string(arrays_++) + "]";
+        const std::string row = fmt::format("{}arrays[{}]", prefix_, arrays_++);
         bool record = array.element.conversion == Conversion::Value;
         std::string kind = record ? "record" : scalar_name(array.element.conversion);
         unsigned constructor = stub("new_" + array.name, "new_array", row);
@@ -93,9 +95,9 @@ public:
         stub(array.name + "_setitem", "set_item_" + kind, row);
         follow(row + ".constructor", {"new_" + array.name, "delete_" + array.name, array.name + "_getitem",
                                       array.name + "_setitem"});
-        array_rows_ += "    {" + std::to_string(constructor) + ", "
-                       + std::to_string(numbering_.arguments({array.pointer, array.index, array.element}))
-                       + ", sizeof(" + array.element.text + ")},\n";
+        array_rows_ += fmt::format("    {{{}, {}, sizeof({})}},\n", constructor,
+                                   numbering_.arguments({array.pointer, array.index, array.element}),
+                                   array.element.text);
     }
 
     std::string text() const
@@ -117,12 +119,12 @@ private:
         stub(prefix + "_set", accessors.set, row);
         unsigned getter = stub(prefix + "_get", accessors.get, row);
         member_row(getter, record.self, member.crossing, record.name.size() + 1,
-                   "offsetof(" + record.name + ", " + member.name + ")",
-                   "sizeof(" + record.name + "::" + member.name + ")");
+                   fmt::format("offsetof({}, {})", record.name, member.name),
+                   fmt::format("sizeof({}::{})", record.name, member.name));
         follow(row + ".getter - 1", {prefix + "_set", prefix + "_get"});
         if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
-            checks_ +=
-                "static_assert(sizeof(" + record.name + "::" + member.name + ") == sizeof(int32_t), \"\");\n";
+            checks_ += fmt::format("static_assert(sizeof({}::{}) == sizeof(int32_t), \"\");\n", record.name,
+                                   member.name);
         }
     }
 
@@ -130,11 +132,11 @@ private:
                     const std::string &offset, const std::string &size)
     {
         ++members_;
-        member_rows_ += "    {" + std::to_string(getter) + ", " + argument(self) + ", " + argument(value)
-                        + ", " + std::to_string(name_offset) + ", " + offset + ", " + size + "},\n";
+        member_rows_ += fmt::format("    {{{}, {}, {}, {}, {}, {}}},\n", getter, argument(self),
+                                    argument(value), name_offset, offset, size);
     }
 
-    std::string next_member() const { return prefix_ + "members[" + std::to_string(members_) + "]"; }
+    std::string next_member() const { return fmt::format("{}members[{}]", prefix_, members_); }
 
     std::string argument(const Crossing &crossing) const
     {
@@ -144,25 +146,24 @@ private:
     // Returns the method's number.
     unsigned stub(const std::string &name, const std::string &function, const std::string &row)
     {
-        stubs_ += "PyObject *py_" + name + "(PyObject *, PyObject *args)\n{\n    return " + function
-                  + "(args, " + row + ");\n}\n\n";
+        stubs_ += fmt::format(
+            "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"
+            "    return {}(args, {});\n}}\n\n",
+            name, function, row);
         return numbering_.method(name);
     }
 
     // Asserts that these methods follow the one whose number a row holds.
     void follow(const std::string &number, const std::vector<std::string> &names)
     {
-        std::string methods;
-        for (const std::string &name : names) {
-            methods += (methods.empty() ? "py_" : ", py_") + name;
-        }
-        order_ += "static_assert(follow(" + group_.name + "_functions + (" + number + " - "
-                  + std::to_string(group_.first) + "), {" + methods + "}), \"\");\n";
+        order_ += fmt::format("static_assert(follow({}_functions + ({} - {}), {{py_{}}}), \"\");\n",
+                              group_.name, number, group_.first, fmt::join(names, ", py_"));
     }
 
     std::string table(const std::string &type, const std::string &name, const std::string &rows) const
     {
-        return rows.empty() ? "" : "constexpr " + type + " " + prefix_ + name + "[] = {\n" + rows + "};\n\n";
+        return rows.empty() ? ""
+                            : fmt::format("constexpr {} {}{}[] = {{\n{}}};\n\n", type, prefix_, name, rows);
     }
 
     // Tables are named after the family, since files of several families are compiled as one.
@@ -178,16 +179,20 @@ private:
 std::string emit_group(const Numbering::Group &group)
 {
     if (group.methods.empty()) {
-        return "extern const PyCFunction " + group.name + "_functions[] = {nullptr};\nextern const char "
-               + group.name + "_docs[] = \"\";\n";
+        return fmt::format(
+            "extern const PyCFunction {0}_functions[] = {{nullptr}};\n"
+            "extern const char {0}_docs[] = \"\";\n",
+            group.name);
     }
     std::string functions, docs;
     for (const Numbering::Method &method : group.methods) {
-        functions += "    py_" + method.name + ",\n";
-        docs += "    " + literal_with_nul(method.doc) + "\n";
+        functions += fmt::format("    py_{},\n", method.name);
+        docs += fmt::format("    {}\n", literal_with_nul(method.doc));
     }
-    return "extern constexpr PyCFunction " + group.name + "_functions[] = {\n" + functions + "};\n\n"
-           + "extern const char " + group.name + "_docs[] =\n" + docs + "    ;\n";
+    return fmt::format(
+        "extern constexpr PyCFunction {0}_functions[] = {{\n{1}}};\n\n"
+        "extern const char {0}_docs[] =\n{2}    ;\n",
+        group.name, functions, docs);
 }
 
 std::string emit_records(const Family &family, const Numbering &numbering)

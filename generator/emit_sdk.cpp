@@ -2,6 +2,8 @@
 #include "output.h"
 #include "spelling.h"
 
+#include <fmt/format.h>
+
 namespace generator {
 
 namespace {
@@ -45,93 +47,86 @@ std::string out_of_memory(const Function &function)
 
 std::string forwarder(const Function &function)
 {
-    std::string names, logged_arguments;
+    std::vector<std::string> names, logged_arguments;
     for (const Parameter &parameter : function.parameters) {
-        std::string comma = names.empty() ? "" : ", ";
-        names += comma + parameter.name;
-        logged_arguments += comma + logged(parameter);
+        names.push_back(parameter.name);
+        logged_arguments.push_back(logged(parameter));
     }
-    std::string keyword = spell(function.result) == "void" ? "" : "return ";
-    return "__attribute__((visibility(\"default\"))) " + prototype(function, "")
-           + "\ntry {\n    if (call_log::on)\n        call_log::write(\"" + function.name + "\", {"
-           + logged_arguments + "});\n    " + keyword + "sim_" + function.name + "(" + names
-           + ");\n} catch (const std::bad_alloc &) {" + out_of_memory(function) + "}\n";
+    return fmt::format(
+        "__attribute__((visibility(\"default\"))) {prototype}\n"
+        "try {{\n"
+        "    if (call_log::on)\n"
+        "        call_log::write(\"{name}\", {{{logged}}});\n"
+        "    {keyword}sim_{name}({names});\n"
+        "}} catch (const std::bad_alloc &) {{{out_of_memory}}}\n",
+        fmt::arg("prototype", prototype(function, "")), fmt::arg("name", function.name),
+        fmt::arg("logged", fmt::join(logged_arguments, ", ")),
+        fmt::arg("keyword", spell(function.result) == "void" ? "" : "return "),
+        fmt::arg("names", fmt::join(names, ", ")), fmt::arg("out_of_memory", out_of_memory(function)));
 }
 
-// What a function answers that nobody has written by hand.
+// What a function answers that nobody has written by hand, in three kinds.
 std::string by_rule(const Function &function, const Rule &rule)
 {
-    std::string arguments;
-    for (const RuleArgument &argument : rule.arguments) {
-        arguments += (arguments.empty() ? "" : ", ") + argument.text;
-    }
-    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    return rules::" + rule.operation
-           + "(\"" + rule.table + "\", " + rule.unit + ", {" + arguments + "}" + rule.more + ");\n}\n\n";
-}
-
-// Whether it is "void T_init(T *record)".
-bool is_initialiser(const Function &function)
-{
-    if (spell(function.result) != "void" || function.parameters.size() != 1) {
-        return false;
-    }
-    const TypePtr &type = function.parameters.front().type;
-    return type->kind == Type::Kind::Pointer && function.name == spell(type->target) + "_init";
+    return fmt::format("__attribute__((weak)) {}\n{{\n    return {};\n}}\n\n", prototype(function, "sim_"),
+                       emit_rule(rule));
 }
 
 std::string initialiser(const Function &function)
 {
-    const std::string &record = function.parameters.front().name;
-    return "__attribute__((weak)) " + prototype(function, "sim_") + "\n{\n    if (" + record
-           + " != nullptr)\n        std::memset(" + record + ", 0, sizeof *" + record + ");\n}\n\n";
+    return fmt::format(
+        "__attribute__((weak)) {}\n{{\n    if ({record} != nullptr)\n"
+        "        std::memset({record}, 0, sizeof *{record});\n}}\n\n",
+        prototype(function, "sim_"), fmt::arg("record", function.parameters.front().name));
 }
 
-// What a function answers that nobody has implemented.
-std::string fallback(const Function &function)
+std::string unavailable(const Function &function)
 {
     TypePtr result = function.result;
     while (result->kind == Type::Kind::Typedef) {
         result = result->target;
     }
-    std::string body;
+    std::string body = " return {}; ";
     if (result->kind == Type::Kind::Pointer) {
         body = " return nullptr; ";
     } else if (spell(result) == "int") {
         body = " return BCM_E_UNAVAIL; ";
-    } else if (spell(result) != "void") {
-        body = " return {}; ";
+    } else if (spell(result) == "void") {
+        body = "";
     }
-    std::string unnamed;
+    std::vector<std::string> unnamed;
     for (const Parameter &parameter : function.parameters) {
-        unnamed += (unnamed.empty() ? "" : ", ") + spell(parameter.type);
+        unnamed.push_back(spell(parameter.type));
     }
-    return "__attribute__((weak)) "
-           + declare(function.result,
-                     "sim_" + function.name + "(" + (unnamed.empty() ? "void" : unnamed) + ")")
-           + " {" + body + "}\n\n";
+    const std::string taken = unnamed.empty() ? "void" : fmt::format("{}", fmt::join(unnamed, ", "));
+    return fmt::format("__attribute__((weak)) {} {{{}}}\n\n",
+                       declare(function.result, fmt::format("sim_{}({})", function.name, taken)), body);
 }
 
-// "key", "value", "key,value" for a record some members of which are keys, or "other".
-std::string role_of(const Parameter &parameter, const Rule &rule)
+std::string default_answer(const Function &function, const Answer &answer)
 {
-    bool is_key = false, is_value = false;
-    for (const RuleArgument &argument : rule.arguments) {
-        if (argument.parameter == parameter.name) {
-            (argument.is_key ? is_key : is_value) = true;
-        }
+    switch (answer.kind) {
+    case AnswerKind::ByRule:
+        return by_rule(function, answer.rule);
+    case AnswerKind::Initialised:
+        return initialiser(function);
+    case AnswerKind::Unavailable:
+        break;
     }
-    return is_key ? is_value ? "key,value" : "key" : is_value ? "value" : "other";
+    return unavailable(function);
 }
 
 std::string enumerator_table(const std::string &tag, const std::vector<std::string> &enumerators)
 {
     std::string rows;
     for (const std::string &name : enumerators) {
-        rows += "    {\"" + name + "\", " + name + "},\n";
+        rows += fmt::format("    {{\"{0}\", {0}}},\n", name);
     }
-    return "static const sim::Enumerator table_of_" + tag + "[] = {\n" + rows
-           + "};\nconst sim::Enumerators sim::names_of_" + tag + " = {std::begin(table_of_" + tag
-           + "), std::end(table_of_" + tag + ")};\n\n";
+    return fmt::format(
+        "static const sim::Enumerator table_of_{tag}[] = {{\n{rows}}};\n"
+        "const sim::Enumerators sim::names_of_{tag} = "
+        "{{std::begin(table_of_{tag}), std::end(table_of_{tag})}};\n\n",
+        fmt::arg("tag", tag), fmt::arg("rows", rows));
 }
 
 }  // namespace
@@ -162,7 +157,7 @@ std::string emit_simulator_header(const Family &family)
     return text;
 }
 
-std::string emit_sdk_calls(const Family &family, const Rules &rules)
+std::string emit_sdk_calls(const Family &family, const Answers &answers)
 {
     const std::string subject = "Public functions of the family '" + family.name
                                 + "': log the call, ask the simulator, let no memory failure out.";
@@ -170,39 +165,11 @@ std::string emit_sdk_calls(const Family &family, const Rules &rules)
     text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n"
             "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n#include <new>\n\nextern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions) {
-        auto rule = rules.find(function.name);
-        text += forwarder(function);
-        text += rule != rules.end()        ? by_rule(function, rule->second)
-                : is_initialiser(function) ? initialiser(function)
-                                           : fallback(function);
+        text += forwarder(function) + default_answer(function, answers.at(function.name));
     }
     text += "}\n\n";
     for (const auto &[tag, enumerators] : family.named_enumerations) {
         text += enumerator_table(tag, enumerators);
-    }
-    return text;
-}
-
-std::string emit_rules(const Model &model, const Rules &rules)
-{
-    auto transparent = [](const std::string &) { return false; };
-    std::string text;
-    for (const Family &family : model.families) {
-        for (const Function &function : family.sdk_functions) {
-            auto found = rules.find(function.name);
-            if (found == rules.end()) {
-                continue;
-            }
-            const std::string &operation = found->second.operation;
-            text += function.name + "\t" + operation.substr(0, operation.find('<'));
-            text += "\t" + found->second.table;
-            for (std::size_t i = 1; i < function.parameters.size(); ++i) {
-                const Parameter &parameter = function.parameters[i];
-                text += "\t" + role_of(parameter, found->second) + "\t"
-                        + declare(Type::without_const(resolve(parameter.type, transparent)), "");
-            }
-            text += "\n";
-        }
     }
     return text;
 }

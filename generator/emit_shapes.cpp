@@ -1,83 +1,95 @@
 #include "emit.h"
 #include "output.h"
 
+#include <fmt/format.h>
+
 namespace generator {
 
 namespace {
 
 std::string signature(const Shape &shape)
 {
-    return "NewReference " + shape.name() + "(PyObject *args, const CallRow &row, " + shape.thunk_signature()
-           + ")";
+    return fmt::format("NewReference {}(PyObject *args, const CallRow &row, {})", shape.name(),
+                       shape.thunk_signature());
 }
 
 std::string argument_conversion(const ShapeParameter &parameter, size_t position, size_t parameter_number)
 {
-    std::string item = "PyTuple_GET_ITEM(args, " + std::to_string(position) + ")";
-    std::string local = "a" + std::to_string(parameter_number);
-    std::string target = (parameter.by_address ? "&" : "") + local;
-    std::string space = parameter.variable.back() == '*' ? "" : " ";
-    std::string text = "    " + parameter.variable + space + local + ";\n";
+    const std::string item = fmt::format("PyTuple_GET_ITEM(args, {})", position);
+    const std::string local = fmt::format("a{}", parameter_number);
     if (parameter.converter.empty()) {
-        return "    " + parameter.variable + local + " = " + item + ";\n";
+        return fmt::format("    {}{} = {};\n", parameter.variable, local, item);
     }
+    const char *space = parameter.variable.back() == '*' ? "" : " ";
+    const std::string declaration = fmt::format("    {}{}{};\n", parameter.variable, space, local);
+    const std::string target = (parameter.by_address ? "&" : "") + local;
     if (parameter.mapped) {
-        return text + "    if (!" + parameter.converter + "(" + item + ", " + target
-               + "))\n        return nullptr;\n";
+        return declaration
+               + fmt::format(
+                   "    if (!{}({}, {}))\n"
+                   "        return nullptr;\n",
+                   parameter.converter, item, target);
     }
-    std::string type = parameter.typed ? ", type_of(row, " + std::to_string(position) + ")" : "";
-    return text + "    if ((status = " + parameter.converter + "(" + item + type + ", " + target
-           + ")) != Status::ok)\n        return raise_argument(row, " + std::to_string(position)
-           + ", status);\n";
+    const std::string type = parameter.typed ? fmt::format(", type_of(row, {})", position) : "";
+    return declaration
+           + fmt::format(
+               "    if ((status = {}({}{}, {})) != Status::ok)\n"
+               "        return raise_argument(row, {}, status);\n",
+               parameter.converter, item, type, target, position);
 }
 
 std::string definition(const Shape &shape)
 {
     size_t inputs = 0;
     bool fallible = false;
-    std::string conversions, outputs, call, appended;
+    std::vector<std::string> arguments;
+    std::string conversions, outputs, appended;
     for (size_t i = 0; i < shape.parameters.size(); ++i) {
         const ShapeParameter &parameter = shape.parameters[i];
-        std::string local = "a" + std::to_string(i);
-        call += (i == 0 ? "" : ", ") + std::string(parameter.direction == Direction::Out ? "&" : "") + local
-                + parameter.passed;
+        const std::string local = fmt::format("a{}", i);
+        const char *address = parameter.direction == Direction::Out ? "&" : "";
+        arguments.push_back(address + local + parameter.passed);
         if (parameter.direction == Direction::InOut) {
-            appended += "    result = append_output(result, from_in_out_int32(" + local + ", type_of(row, "
-                        + std::to_string(inputs) + ")));\n";
+            appended +=
+                fmt::format("    result = append_output(result, from_in_out_int32({}, type_of(row, {})));\n",
+                            local, inputs);
         }
         if (parameter.direction != Direction::Out) {
             fallible = fallible || !(parameter.mapped || parameter.converter.empty());
             conversions += argument_conversion(parameter, inputs++, i);
         } else if (parameter.appended_record) {
-            outputs += "    void *" + local + " = nullptr;\n";
-            appended += "    result = append_output(result, from_value(" + local + ", row.result));\n";
+            outputs += fmt::format("    void *{} = nullptr;\n", local);
+            appended +=
+                fmt::format("    result = append_output(result, from_value({}, row.result));\n", local);
         } else {
-            outputs += "    " + parameter.variable + " " + local + " = 0;\n";
-            appended += "    result = append_output(result, " + parameter.converter + "(" + local + "));\n";
+            outputs += fmt::format("    {} {} = 0;\n", parameter.variable, local);
+            appended +=
+                fmt::format("    result = append_output(result, {}({}));\n", parameter.converter, local);
         }
     }
-    std::string text = signature(shape) + "\n{\n    if (PyTuple_GET_SIZE(args) != " + std::to_string(inputs)
-                       + ")\n        return raise_arity(row.method, args, " + std::to_string(inputs) + ");\n";
-    if (fallible) {
-        text += "    Status status;\n";
-    }
-    text += conversions + outputs;
-    call = "thunk(" + call + ")";
-    std::string check = shape.raises ? "    if (PyErr_Occurred())\n        return nullptr;\n" : "";
+    std::string text = fmt::format(
+        "{}\n{{\n"
+        "    if (PyTuple_GET_SIZE(args) != {inputs})\n"
+        "        return raise_arity(row.method, args, {inputs});\n"
+        "{}{}{}",
+        signature(shape), fallible ? "    Status status;\n" : "", conversions, outputs,
+        fmt::arg("inputs", inputs));
+    std::string call = fmt::format("thunk({})", fmt::join(arguments, ", "));
+    const std::string check = shape.raises ? "    if (PyErr_Occurred())\n        return nullptr;\n" : "";
     if (shape.result.type == "void") {
-        return text + "    " + call + ";\n" + check + "    return new_none();\n}\n\n";
+        return text + fmt::format("    {};\n{}    return new_none();\n}}\n\n", call, check);
     }
     if (shape.raises) {
-        text += "    auto value = " + call + ";\n" + check;
+        text += fmt::format("    auto value = {};\n{}", call, check);
         call = "value";
     }
     if (!shape.result.converter.empty()) {
-        call = shape.result.converter + "(" + call + shape.result.more_arguments + ")";
+        call = fmt::format("{}({}{})", shape.result.converter, call, shape.result.more_arguments);
     }
     if (appended.empty()) {
-        return text + "    return " + call + ";\n}\n\n";
+        return text + fmt::format("    return {};\n}}\n\n", call);
     }
-    return text + "    NewReference result = " + call + ";\n" + appended + "    return result;\n}\n\n";
+    return text + fmt::format("    NewReference result = {};\n{}    return result;\n}}\n\n", call, appended);
 }
 
 }  // namespace

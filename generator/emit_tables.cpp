@@ -2,62 +2,65 @@
 #include "output.h"
 #include "spelling.h"
 
+#include <fmt/format.h>
+
 namespace generator {
 
 namespace {
-
-std::string joined(const std::set<std::string> &spellings)
-{
-    std::string text;
-    for (const std::string &spelling : spellings) {
-        text += (text.empty() ? "" : "|") + spelling;
-    }
-    return text;
-}
 
 std::string groups(const Numbering &numbering)
 {
     std::string declarations, rows;
     for (const Numbering::Group &group : numbering.groups()) {
-        declarations += "extern const PyCFunction " + group.name + "_functions[];\nextern const char "
-                        + group.name + "_docs[];\n";
-        rows += "    {" + group.name + "_functions, " + group.name + "_docs, "
-                + std::to_string(group.methods.size()) + "},\n";
+        declarations += fmt::format(
+            "extern const PyCFunction {0}_functions[];\n"
+            "extern const char {0}_docs[];\n",
+            group.name);
+        rows += fmt::format("    {{{0}_functions, {0}_docs, {1}}},\n", group.name, group.methods.size());
     }
-    return declarations + "\nconst MethodGroup method_groups[] = {\n" + rows
-           + "};\nconst size_t method_group_count = " + std::to_string(numbering.groups().size())
-           + ";\nconst size_t method_count = " + std::to_string(numbering.method_count()) + ";\n\n";
+    return fmt::format(
+        "{}\n"
+        "const MethodGroup method_groups[] = {{\n{}}};\n"
+        "const size_t method_group_count = {};\n"
+        "const size_t method_count = {};\n\n",
+        declarations, rows, numbering.groups().size(), numbering.method_count());
 }
 
 std::string argument_tables(const Numbering &numbering)
 {
     std::string rows, texts, starts;
     for (const auto &[type, text] : numbering.argument_table()) {
-        rows += "    {" + std::to_string(type) + ", " + std::to_string(text) + "},\n";
+        rows += fmt::format("    {{{}, {}}},\n", type, text);
     }
     size_t start = 0;
     for (const std::string &text : numbering.texts()) {
-        texts += "    " + literal_with_nul(text) + "\n";
-        starts += "    " + std::to_string(start) + ",\n";
+        texts += fmt::format("    {}\n", literal_with_nul(text));
+        starts += fmt::format("    {},\n", start);
         start += text.size() + 1;
     }
-    return "const Argument arguments[] = {\n" + rows + "};\n\nconst char argument_text[] =\n" + texts
-           + "    ;\n\nconst uint32_t argument_text_start[] = {\n" + starts + "};\n\n";
+    return fmt::format(
+        "const Argument arguments[] = {{\n{}}};\n\n"
+        "const char argument_text[] =\n{}    ;\n\n"
+        "const uint32_t argument_text_start[] = {{\n{}}};\n\n",
+        rows, texts, starts);
 }
 
 std::string type_tables(const Model &model, const Numbering &numbering)
 {
     std::string rows, names;
     for (const auto &[name, descriptor] : model.descriptors) {
-        std::string from =
-            descriptor.cast_from.empty() ? "no_type" : std::to_string(numbering.type(descriptor.cast_from));
-        rows += "    {" + from + "},\n";
-        names +=
-            "    " + literal_with_nul(name) + " " + literal_with_nul(joined(descriptor.spellings)) + "\n";
+        rows += descriptor.cast_from.empty()
+                    ? "    {no_type},\n"
+                    : fmt::format("    {{{}}},\n", numbering.type(descriptor.cast_from));
+        const std::string spellings = fmt::format("{}", fmt::join(descriptor.spellings, "|"));
+        names += fmt::format("    {} {}\n", literal_with_nul(name), literal_with_nul(spellings));
     }
-    std::string count = std::to_string(model.descriptors.size());
-    return "const TypeRow type_rows[] = {\n" + rows + "};\n\nconst char type_names[] =\n" + names
-           + "    ;\nconst size_t type_count = " + count + ";\nswig_type_info *types[" + count + " + 1];\n\n";
+    return fmt::format(
+        "const TypeRow type_rows[] = {{\n{}}};\n\n"
+        "const char type_names[] =\n{}    ;\n"
+        "const size_t type_count = {count};\n"
+        "swig_type_info *types[{count} + 1];\n\n",
+        rows, names, fmt::arg("count", model.descriptors.size()));
 }
 
 }  // namespace
@@ -83,8 +86,8 @@ std::string emit_destructors(const Model &model, const Numbering &numbering)
     }
     std::string rows;
     for (const auto &[descriptor, type] : classes) {
-        rows += "    {" + std::to_string(numbering.type(descriptor))
-                + ", [](void *value) { delete static_cast<" + type + ">(value); }},\n";
+        rows += fmt::format("    {{{}, [](void *value) {{ delete static_cast<{}>(value); }}}},\n",
+                            numbering.type(descriptor), type);
     }
     return banner("How values of C++ classes are deleted.",
                   "the interface files and the headers that they name")

@@ -104,7 +104,7 @@ void generate(const Options &options)
     auto write = [&](const std::string &name, const std::string &text) {
         write_if_changed(options.output + "/" + name, text);
     };
-    const Rules rules = find_rules(model);
+    const Answers answers = find_answers(model);
     const Numbering numbering(model);
     const Shapes shapes = shapes_of(model);
     std::vector<std::string> bindings, throwing_bindings, sdk_calls;
@@ -112,7 +112,7 @@ void generate(const Options &options)
         std::vector<std::string> &of_its_kind = throws(family) ? throwing_bindings : bindings;
         of_its_kind.push_back(emit_records(family, numbering));
         of_its_kind.push_back(emit_calls(family, numbering));
-        sdk_calls.push_back(emit_sdk_calls(family, rules));
+        sdk_calls.push_back(emit_sdk_calls(family, answers));
         write("sim_" + family.name + ".h", emit_simulator_header(family));
     }
     // Reading the headers takes longer than compiling a family, so one file serves many of them.
@@ -129,7 +129,7 @@ void generate(const Options &options)
     write("tables.cpp", emit_tables(model, numbering));
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
-    write("rules.tsv", emit_rules(model, rules));
+    write("rules.tsv", emit_rules(model, answers));
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));
     write("QuorelApiNew.py", emit_companion(model, read_file(options.companion)));

@@ -1,5 +1,6 @@
 #include "rules.h"
 
+#include "argument_type.h"
 #include "errors.h"
 #include "spelling.h"
 
@@ -7,58 +8,10 @@
 #include <optional>
 #include <set>
 #include <sstream>
-#include <stdexcept>
 
 namespace generator {
 
 namespace {
-
-TypePtr resolved(const TypePtr &type)
-{
-    return Type::without_const(resolve(type, [](const std::string &) { return false; }));
-}
-
-bool same(const TypePtr &a, const TypePtr &b)
-{
-    return mangle(Type::pointer_to(resolved(a))) == mangle(Type::pointer_to(resolved(b)));
-}
-
-bool is_void(const TypePtr &type)
-{
-    return type->kind == Type::Kind::Builtin && type->name == "void";
-}
-
-// What a call copies whole: a number, an enumerator or a record.
-bool is_plain(const TypePtr &type)
-{
-    const Type::Kind kind = resolved(type)->kind;
-    return kind == Type::Kind::Builtin || kind == Type::Kind::Enum || kind == Type::Kind::Record;
-}
-
-bool is_array(const TypePtr &type)
-{
-    TypePtr array = resolved(type);
-    return array->kind == Type::Kind::Array && !array->extent.empty();
-}
-
-TypePtr pointee(const TypePtr &type)
-{
-    TypePtr pointer = resolved(type);
-    return pointer->kind == Type::Kind::Pointer ? pointer->target : nullptr;
-}
-
-bool is_record_pointer(const TypePtr &type)
-{
-    TypePtr target = pointee(type);
-    return target && resolved(target)->kind == Type::Kind::Record;
-}
-
-// A pointer whose value is kept as it is: to a function, or for the caller's use.
-bool is_kept_pointer(const TypePtr &type)
-{
-    TypePtr target = pointee(type);
-    return target && (target->kind == Type::Kind::Function || is_void(target));
-}
 
 bool ends_with(const std::string &text, const std::string &end)
 {
@@ -81,25 +34,139 @@ std::vector<std::string> words(const std::string &text)
     return found;
 }
 
-// What a parameter after the unit is to writer and getter of a table.
-enum class Part {
-    Key,
-    KeyArray,
-    KeyRecord,  ///< a record by pointer, some members of which are keys
-    Value,
-    Record,  ///< a record by pointer, which is the value; listed members of it are keys as well
-};
+using Roles = std::vector<Role>;
+using Parameters = std::vector<Parameter>;
 
-bool is_key(Part part)
+bool is_key(Role role)
 {
-    return part == Part::Key || part == Part::KeyArray || part == Part::KeyRecord;
+    return role == Role::Key || role == Role::KeyArray || role == Role::KeyRecord;
 }
 
-using Parts = std::vector<Part>;
-
-bool has(const Parts &parts, Part part)
+bool has(const Roles &roles, Role role)
 {
-    return std::find(parts.begin(), parts.end(), part) != parts.end();
+    return std::find(roles.begin(), roles.end(), role) != roles.end();
+}
+
+bool is_keyed(const Roles &roles)
+{
+    return std::any_of(roles.begin(), roles.end(), is_key);
+}
+
+// How many there are if there is none.
+std::size_t first_record(const Roles &roles)
+{
+    auto is_record = [](Role role) { return role == Role::Record || role == Role::KeyRecord; };
+    return std::size_t(std::find_if(roles.begin(), roles.end(), is_record) - roles.begin());
+}
+
+// What was looked for, or why there is none.
+template <class T>
+struct Outcome {
+    T found;
+    std::string refusal = {};
+
+    explicit operator bool() const { return refusal.empty(); }
+};
+
+// What records are found by, as their getter takes it.
+struct Keys {
+    Parameters parameters;
+    Roles roles;
+};
+
+// What the name of a function of a table ends with. Those for the narrow counters have rules of their own.
+struct Suffix {
+    const char *text;
+    bool narrow = false;
+};
+
+constexpr Suffix suffixes[] = {
+    {"_delete_all"}, {"_destroy_all"}, {"_sync_get"}, {"_sync_get32", true}, {"_set"},    {"_set32", true},
+    {"_get"},        {"_get32", true}, {"_add"},      {"_create"},           {"_delete"}, {"_destroy"},
+    {"_traverse"},   {"_find"},
+};
+
+bool gives_status(const Function &function)
+{
+    return spell(function.result) == "int";
+}
+
+bool takes_unit(const Function &function)
+{
+    if (function.parameters.empty()) {
+        return false;
+    }
+    const Parameter &first = function.parameters.front();
+    return spell(first.type) == "int" && (first.name == "unit" || first.name == "arg1");
+}
+
+bool is_initialiser(const Function &function)
+{
+    if (spell(function.result) != "void" || function.parameters.size() != 1) {
+        return false;
+    }
+    const TypePtr &type = function.parameters.front().type;
+    return type->kind == Type::Kind::Pointer && function.name == spell(type->target) + "_init";
+}
+
+bool same_types(const Parameters &a, const Parameters &b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const Parameter &x, const Parameter &y) { return same(x.type, y.type); });
+}
+
+// Whether the parameters after the unit are the first of the keys.
+bool takes_first(const Function &function, const Parameters &keys)
+{
+    const Parameters given(function.parameters.begin() + 1, function.parameters.end());
+    return given.size() <= keys.size()
+           && same_types(given, {keys.begin(), keys.begin() + long(given.size())});
+}
+
+// Whether the parameters after the unit are named as the members are.
+bool takes_members(const Function &function, const std::vector<std::string> &members)
+{
+    auto names = [](const Parameter &parameter, const std::string &member) {
+        return parameter.name == member && is_plain(parameter.type);
+    };
+    const Parameters &parameters = function.parameters;
+    return std::equal(parameters.begin() + 1, parameters.end(), members.begin(), members.end(), names);
+}
+
+// Whether a callback that takes the one can be handed what is kept of the other.
+bool is_passed_as(const TypePtr &written, const TypePtr &taken)
+{
+    return same(written, taken)
+           || (is_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
+}
+
+// What a parameter is that writer and getter have in the same place, if the getter mirrors the writer there.
+std::optional<Role> role_of(const TypePtr &given, const TypePtr &got, bool mirrored)
+{
+    const bool in_both = same(given, got);
+    if (in_both && is_plain(given)) {
+        return Role::Key;
+    }
+    if (in_both && is_array(given)) {
+        return mirrored ? Role::Value : Role::KeyArray;
+    }
+    if (in_both && is_record_pointer(given)) {
+        return mirrored ? Role::Record : Role::KeyRecord;
+    }
+    if (pointee(got) && same(pointee(got), given) && (is_copied(given) || is_array(given))) {
+        return Role::Value;
+    }
+    return std::nullopt;
+}
+
+// Of what writer and getter take in the same way, the last is the value if there is no other.
+void choose_value(Roles &roles)
+{
+    auto may_be = [](Role role) { return role == Role::KeyArray || role == Role::KeyRecord; };
+    auto last = std::find_if(roles.rbegin(), roles.rend(), may_be);
+    if (!has(roles, Role::Value) && last != roles.rend()) {
+        *last = *last == Role::KeyArray ? Role::Value : Role::Record;
+    }
 }
 
 class Finder {
@@ -122,15 +189,15 @@ public:
         }
         for (const Family &family : model.families) {
             for (const Function &function : family.sdk_functions) {
-                names_.insert(function.name);
-                if (takes_unit(function) && unserved_.count(function.name) == 0) {
+                declared_[function.name] = &function;
+                if (gives_status(function) && takes_unit(function) && unserved_.count(function.name) == 0) {
                     functions_[function.name] = &function;
                 }
             }
         }
     }
 
-    Rules find()
+    Answers find()
     {
         for (const auto &[name, function] : functions_) {
             for (const std::string &suffix : {std::string("_get"), std::string("_get32")}) {
@@ -140,7 +207,14 @@ public:
             }
         }
         check_entries();
-        return std::move(rules_);
+        for (const auto &[name, function] : declared_) {
+            if (answers_.count(name) == 0) {
+                answers_[name] = is_initialiser(*function)
+                                     ? Answer{AnswerKind::Initialised, "is named as its record", {}}
+                                     : Answer{AnswerKind::Unavailable, why_unavailable(*function), {}};
+            }
+        }
+        return std::move(answers_);
     }
 
 private:
@@ -149,339 +223,288 @@ private:
         std::vector<std::string> words;
     };
 
-    static bool takes_unit(const Function &function)
-    {
-        if (function.parameters.empty() || spell(function.result) != "int") {
-            return false;
-        }
-        const Parameter &first = function.parameters.front();
-        return spell(first.type) == "int" && (first.name == "unit" || first.name == "arg1");
-    }
-
     const Function *named(const std::string &name) const
     {
         auto found = functions_.find(name);
         return found == functions_.end() ? nullptr : found->second;
     }
 
+    bool is_declared(const std::string &name) const { return declared_.count(name) != 0; }
+
     // Finds the functions that share a table. Where one that enters or removes what the others see cannot be
     // served, none is.
     void serve(const std::string &table, const Function &getter, bool narrow)
     {
-        const bool created = names_.count(table + "_create") != 0, added = names_.count(table + "_add") != 0;
+        const bool created = is_declared(table + "_create"), added = is_declared(table + "_add");
         const std::string setter_name = table + (narrow ? "_set32" : "_set");
         const Function *setter = named(setter_name), *adder = named(table + "_add");
-        if (added && (created || names_.count(setter_name) != 0)) {
-            return;
-        }
-        if (created) {
-            serve_created(table, getter, setter);
+        std::string refusal;
+        if (added && (created || is_declared(setter_name))) {
+            refusal = "records of " + table + " are entered in several ways";
+        } else if (created) {
+            refusal = serve_created(table, getter, setter);
         } else if (setter) {
-            serve_pair(table, *setter, "set", getter);
+            refusal = serve_pair(table, *setter, "set", getter);
         } else if (adder && !narrow) {
-            serve_pair(table, *adder, "add", getter);
+            refusal = serve_pair(table, *adder, "add", getter);
+        } else {
+            refusal = is_declared(setter_name) || added ? "what enters it is not served"
+                                                        : "nothing enters what " + getter.name + " gets";
         }
+        refusals_[{table, narrow}] = refusal;
     }
 
-    void serve_pair(const std::string &table, const Function &writer, const std::string &writing,
-                    const Function &getter)
+    // These two say why not, or nothing.
+    std::string serve_pair(const std::string &table, const Function &writer, const std::string &writing,
+                           const Function &getter)
     {
-        std::optional<Parts> parts = match(table, writer.parameters, getter.parameters);
-        Rules erasers;
-        if (!parts || !find_erasers(table, getter.parameters, *parts, erasers)) {
-            return;
+        const Outcome<Roles> roles = match(table, writer.parameters, getter.parameters);
+        if (!roles) {
+            return roles.refusal;
         }
-        auto removes = [](const auto &entry) { return entry.second.operation == "remove"; };
-        const bool removable = std::any_of(erasers.begin(), erasers.end(), removes);
+        const Outcome<Answers> erasers = find_erasers(table, getter, roles.found);
+        if (!erasers) {
+            return erasers.refusal;
+        }
+        auto removes = [](const auto &entry) { return entry.second.rule.operation == "remove"; };
+        const bool removable = std::any_of(erasers.found.begin(), erasers.found.end(), removes);
         // What can be entered once only must be removable, perhaps by a function that no rule fits.
         if (writing == "add" && !removable) {
-            return;
+            return "nothing removes what " + writer.name + " enters";
         }
         const std::string reading = removable || !members(table).empty() ? "find" : "get";
-        add(writer, writing, table, *parts, true);
-        add(getter, reading, table, *parts, false);
-        rules_.merge(erasers);
-        add_traversal(table, writer.parameters, *parts);
+        const std::string mirrors = "mirrors " + writer.name;
+        add(writer, made(writing, table, writer, roles.found), getter.name + " mirrors it");
+        add(getter, made(reading, table, getter, roles.found), mirrors);
+        answers_.insert(erasers.found.begin(), erasers.found.end());
+        add_traversal(table, writer.name, writer.parameters, roles.found);
         // Counters are read as collected last, or collected first: here both are one.
         const Function *reader = named(table + "_sync" + getter.name.substr(table.size()));
-        if (reader && match(table, writer.parameters, reader->parameters) == parts) {
-            add(*reader, reading, table, *parts, false);
+        if (reader) {
+            const Outcome<Roles> read = match(table, writer.parameters, reader->parameters);
+            if (read && read.found == roles.found) {
+                add(*reader, made(reading, table, *reader, roles.found), mirrors);
+            }
         }
+        return "";
     }
 
     // Objects that `create` gives an id, which the others take.
-    void serve_created(const std::string &table, const Function &getter, const Function *setter)
+    std::string serve_created(const std::string &table, const Function &getter, const Function *setter)
     {
         const Function *creator = named(table + "_create");
-        auto entry = created_with_.find(table);
-        if (!creator || entry == created_with_.end() || creator->parameters.size() < 2
-            || getter.parameters.size() < 2) {
-            return;
+        const auto entry = created_with_.find(table);
+        if (!creator) {
+            return "what creates it is not served";
+        }
+        if (entry == created_with_.end()) {
+            return "how an id is chosen is not told (created_with)";
+        }
+        if (!gives_id(*creator, getter)) {
+            return creator->name + " gives no number that " + getter.name + " takes first";
         }
         const Parameter &unit = creator->parameters.front(), &id = creator->parameters.back();
-        const Parameter &key = getter.parameters[1];
-        if (!pointee(id.type) || !same(pointee(id.type), key.type)
-            || resolved(key.type)->kind != Type::Kind::Builtin) {
-            return;
-        }
         const bool takes_flags = creator->parameters[1].name == "flags";
-        const std::vector<Parameter> values(creator->parameters.begin() + (takes_flags ? 2 : 1),
-                                            creator->parameters.end() - 1);
-        std::vector<Parameter> written = {unit, key};
+        const Parameters values(creator->parameters.begin() + (takes_flags ? 2 : 1),
+                                creator->parameters.end() - 1);
+        Parameters written = {unit, getter.parameters[1]};
         written.insert(written.end(), values.begin(), values.end());
-        std::optional<Parts> parts = match(table, written, getter.parameters);
+        Outcome<Roles> roles = match(table, written, getter.parameters);
         if (setter) {
-            std::optional<Parts> by_setter = match(table, setter->parameters, getter.parameters);
-            if (!values.empty() && by_setter != parts) {
-                return;
+            Outcome<Roles> by_setter = match(table, setter->parameters, getter.parameters);
+            if (!values.empty() && (bool(by_setter) != bool(roles) || by_setter.found != roles.found)) {
+                return creator->name + " takes other values than " + setter->name;
             }
-            parts = by_setter;
+            roles = by_setter;
         }
-        Rules erasers;
-        if (!parts || std::count_if(parts->begin(), parts->end(), is_key) != 1
-            || !find_erasers(table, getter.parameters, *parts, erasers)) {
-            return;
+        if (!roles) {
+            return roles.refusal;
         }
-        Rule rule = {"create", table, unit.name, {}};
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            rule.arguments.push_back({values[i].name, false, value(values[i], true)});
+        if (std::count_if(roles.found.begin(), roles.found.end(), is_key) != 1) {
+            return "its objects have other keys than an id";
         }
-        rule.more = ", {" + id.name;
-        for (const std::string &flag : entry->second.words) {
-            rule.more += takes_flags ? ", (flags & " + flag + ") != 0" : ", " + flagged(values, flag);
+        const Outcome<Answers> erasers = find_erasers(table, getter, roles.found);
+        if (!erasers) {
+            return erasers.refusal;
         }
-        rule.more += "}";
-        rules_[creator->name] = rule;
-        used_.insert(table);
+        Roles creating(values.size(), Role::Value);
+        creating.push_back(Role::Id);
+        if (takes_flags) {
+            creating.insert(creating.begin(), Role::Flags);
+        }
+        Rule rule = made("create", table, *creator, creating);
+        rule.flags = entry->second.words;
+        add(*creator, rule, "gives the id that " + getter.name + " takes");
         if (setter) {
-            add(*setter, "modify", table, *parts, true);
+            add(*setter, made("modify", table, *setter, roles.found), getter.name + " mirrors it");
         }
-        add(getter, "find", table, *parts, false);
-        rules_.merge(erasers);
-        add_traversal(table, setter ? setter->parameters : written, *parts);
+        add(getter, made("find", table, getter, roles.found),
+            "mirrors " + (setter ? setter->name : creator->name));
+        answers_.insert(erasers.found.begin(), erasers.found.end());
+        add_traversal(table, creator->name, setter ? setter->parameters : written, roles.found);
         const Function *finder = named(table + "_find");
-        written = values;
-        written.insert(written.begin(), unit);
-        written.push_back(id);
-        if (finder && !values.empty() && same_types(finder->parameters, written)) {
-            rules_[finder->name] = found_by_value(*finder, table);
+        Parameters sought = values;
+        sought.insert(sought.begin(), unit);
+        sought.push_back(id);
+        if (finder && !values.empty() && same_types(finder->parameters, sought)) {
+            Roles seeking(values.size(), Role::Value);
+            seeking.push_back(Role::Id);
+            add(*finder, made("search", table, *finder, seeking),
+                "takes what " + creator->name + " takes and gives its id");
         }
+        return "";
     }
 
-    static bool same_types(const std::vector<Parameter> &a, const std::vector<Parameter> &b)
+    // Whether the last argument of the creator points to a number of the type that the getter takes first.
+    static bool gives_id(const Function &creator, const Function &getter)
     {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [](const Parameter &x, const Parameter &y) { return same(x.type, y.type); });
-    }
-
-    static Rule found_by_value(const Function &finder, const std::string &table)
-    {
-        const std::vector<Parameter> &parameters = finder.parameters;
-        Rule rule = {"search", table, parameters.front().name, {}, ", {" + parameters.back().name + "}"};
-        for (std::size_t i = 1; i + 1 < parameters.size(); ++i) {
-            rule.arguments.push_back({parameters[i].name, false, value(parameters[i], true)});
+        if (creator.parameters.size() < 2 || getter.parameters.size() < 2) {
+            return false;
         }
-        return rule;
-    }
-
-    static std::string flagged(const std::vector<Parameter> &values, const std::string &flag)
-    {
-        const std::string record = values.empty() ? "flags" : values.front().name;
-        return record + " && (" + record + "->flags & " + flag + ") != 0";
+        const TypePtr &key = getter.parameters[1].type;
+        const TypePtr id = pointee(creator.parameters.back().type);
+        return id && same(id, key) && resolved(key)->kind == Type::Kind::Builtin;
     }
 
     // What the parameters after the unit are, if getter mirrors writer and it is known which object is meant.
-    std::optional<Parts> match(const std::string &table, const std::vector<Parameter> &writer,
-                               const std::vector<Parameter> &getter) const
+    Outcome<Roles> match(const std::string &table, const Parameters &writer, const Parameters &getter) const
     {
         if (writer.size() != getter.size()) {
-            return std::nullopt;
+            return {{}, "its getter has another number of parameters"};
         }
-        Parts parts;
-        std::size_t last_in_both = 0;
+        Roles roles;
         for (std::size_t i = 1; i < writer.size(); ++i) {
-            const TypePtr &given = writer[i].type, &got = getter[i].type;
-            const bool in_both = same(given, got), mirrored = has(parts, Part::Value);
             if (names_an_array(writer[i].name) || names_an_array(getter[i].name)) {
-                return std::nullopt;
+                return {{}, "'" + getter[i].name + "' is of as many objects as another argument says"};
             }
-            if (in_both && is_plain(given)) {
-                parts.push_back(Part::Key);
-            } else if (in_both && is_array(given)) {
-                parts.push_back(mirrored ? Part::Value : Part::KeyArray);
-            } else if (in_both && is_record_pointer(given)) {
-                parts.push_back(mirrored ? Part::Record : Part::KeyRecord);
-            } else if (pointee(got) && same(pointee(got), given)
-                       && (is_plain(given) || is_array(given) || is_kept_pointer(given))) {
-                parts.push_back(Part::Value);
-            } else {
-                return std::nullopt;
+            const auto role = role_of(writer[i].type, getter[i].type, has(roles, Role::Value));
+            if (!role) {
+                return {{}, "'" + getter[i].name + "' of its getter mirrors nothing"};
             }
-            if (parts.back() == Part::KeyArray || parts.back() == Part::KeyRecord) {
-                last_in_both = parts.size();
-            }
+            roles.push_back(*role);
         }
-        // Of what both take in the same way, the last is the value if there is no other.
-        if (last_in_both != 0 && !has(parts, Part::Value)) {
-            Part &last = parts[last_in_both - 1];
-            last = last == Part::KeyArray ? Part::Value : Part::Record;
+        choose_value(roles);
+        if (!has(roles, Role::Value) && !has(roles, Role::Record)) {
+            return {{}, "its getter gets no value"};
         }
-        const bool listed = identified_by_.count(table) != 0;
-        const bool keyed = std::any_of(parts.begin(), parts.end(), is_key);
-        const bool has_value = has(parts, Part::Value) || has(parts, Part::Record);
-        const bool identified = listed || (keyed ? !has(parts, Part::KeyRecord) : !has(parts, Part::Record));
-        return has_value && identified ? std::optional<Parts>(parts) : std::nullopt;
+        const Role unclear = is_keyed(roles) ? Role::KeyRecord : Role::Record;
+        if (identified_by_.count(table) == 0 && has(roles, unclear)) {
+            return {{}, "which members of its record are keys is not told (identified_by)"};
+        }
+        return {roles};
     }
 
-    // Adds what removes records. False if something removes them that cannot be served.
-    bool find_erasers(const std::string &table, const std::vector<Parameter> &getter, const Parts &parts,
-                      Rules &erasers) const
+    // What removes records, unless something that no rule fits removes them too.
+    Outcome<Answers> find_erasers(const std::string &table, const Function &getter, const Roles &roles) const
     {
-        std::vector<Parameter> keys;
-        Parts key_parts;
-        bool by_number = true;
-        const bool has_members = !members(table).empty();
-        for (std::size_t i = 0; i < parts.size(); ++i) {
-            if (is_key(parts[i]) || (parts[i] == Part::Record && i == first_record(parts) && has_members)) {
-                keys.push_back(getter[i + 1]);
-                key_parts.push_back(parts[i] == Part::Record ? Part::KeyRecord : parts[i]);
-                by_number = by_number && key_parts.back() != Part::KeyRecord;
-            }
-        }
+        const Keys keys = keys_of(table, getter, roles);
+        Answers erasers;
         for (const std::string &name : {table + "_delete", table + "_destroy"}) {
-            if (names_.count(name) == 0) {
+            if (!is_declared(name)) {
                 continue;
             }
             const Function *eraser = named(name);
-            if (eraser && eraser->parameters.size() == keys.size() + 1 && takes_first(*eraser, keys)) {
-                erasers[name] = removal(*eraser, "remove", table, key_parts);
-            } else if (eraser && key_parts == Parts{Part::KeyRecord}
+            if (eraser && eraser->parameters.size() == keys.parameters.size() + 1
+                && takes_first(*eraser, keys.parameters)) {
+                erasers[name] = {AnswerKind::ByRule, "takes the keys that " + getter.name + " takes",
+                                 made("remove", table, *eraser, keys.roles)};
+            } else if (eraser && keys.roles == Roles{Role::KeyRecord}
                        && takes_members(*eraser, members(table))) {
-                erasers[name] = removal_by_members(*eraser, table, keys.front());
+                Rule rule =
+                    made("remove", table, *eraser, Roles(eraser->parameters.size() - 1, Role::KeyMember));
+                rule.record = resolved(pointee(keys.parameters.front().type))->name;
+                erasers[name] = {AnswerKind::ByRule, "takes the key members of the record", rule};
             } else {
-                return false;
+                return {{}, name + " takes other things than keys"};
             }
         }
+        const bool by_number = !has(keys.roles, Role::KeyRecord);
         for (const std::string &name : {table + "_delete_all", table + "_destroy_all"}) {
             const Function *eraser = named(name);
-            if (eraser && takes_first(*eraser, keys) && (by_number || eraser->parameters.size() == 1)) {
-                erasers[name] = removal(*eraser, "clear", table, key_parts);
+            if (eraser && takes_first(*eraser, keys.parameters)
+                && (by_number || eraser->parameters.size() == 1)) {
+                erasers[name] = {AnswerKind::ByRule,
+                                 "takes the first keys that " + getter.name + " takes, or none",
+                                 made("clear", table, *eraser, keys.roles)};
             }
         }
-        return true;
+        return {erasers};
+    }
+
+    Keys keys_of(const std::string &table, const Function &getter, const Roles &roles) const
+    {
+        Keys keys;
+        for (std::size_t i = 0; i < roles.size(); ++i) {
+            const bool has_members = i == first_record(roles) && !members(table).empty();
+            if (is_key(roles[i]) || (roles[i] == Role::Record && has_members)) {
+                keys.parameters.push_back(getter.parameters[i + 1]);
+                keys.roles.push_back(roles[i] == Role::Record ? Role::KeyRecord : roles[i]);
+            }
+        }
+        return keys;
     }
 
     // `traverse` hands a callback the parameters of the writer, or the record that keys and value are in.
-    void add_traversal(const std::string &table, const std::vector<Parameter> &writer, const Parts &parts)
+    void add_traversal(const std::string &table, const std::string &writer, const Parameters &written,
+                       const Roles &roles)
     {
         const Function *traverser = named(table + "_traverse");
-        if (!traverser || traverser->parameters.size() != 3 || has(parts, Part::KeyRecord)
-            || !std::is_partitioned(parts.begin(), parts.end(), is_key)) {
+        if (!traverser || traverser->parameters.size() != 3 || has(roles, Role::KeyRecord)
+            || !std::is_partitioned(roles.begin(), roles.end(), is_key)) {
             return;
         }
         const Parameter &callback = traverser->parameters[1], &user_data = traverser->parameters[2];
-        TypePtr function = pointee(callback.type);
+        const TypePtr function = pointee(callback.type);
         if (!function || function->kind != Type::Kind::Function || !is_kept_pointer(user_data.type)) {
             return;
         }
         const std::vector<TypePtr> &taken = function->parameters;
-        if (taken.size() != writer.size() + 1 || !same(taken.front(), writer.front().type)
+        if (taken.size() != written.size() + 1 || !same(taken.front(), written.front().type)
             || !same(taken.back(), user_data.type)) {
             return;
         }
-        std::string pieces;
-        for (std::size_t i = 1; i < writer.size(); ++i) {
-            if (!is_passed_as(writer[i].type, taken[i])) {
+        Rule rule = made("traverse", table, *traverser, {Role::Callback, Role::UserData});
+        for (std::size_t i = 1; i < written.size(); ++i) {
+            if (!is_passed_as(written[i].type, taken[i])) {
                 return;
             }
-            pieces += (pieces.empty() ? "" : ", ") + piece(writer[i].type);
+            rule.visited.push_back(written[i].type);
         }
-        rules_[traverser->name] = {"traverse<" + pieces + ">",
-                                   table,
-                                   traverser->parameters.front().name,
-                                   {},
-                                   ", " + callback.name + ", " + user_data.name};
+        add(*traverser, rule, "its callback takes what " + writer + " takes");
     }
 
-    static bool is_passed_as(const TypePtr &written, const TypePtr &taken)
+    // `roles` are those of the parameters after the unit; there may be more of them.
+    Rule made(const std::string &operation, const std::string &table, const Function &function,
+              const Roles &roles) const
     {
-        return same(written, taken)
-               || (is_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
-    }
-
-    static std::string piece(const TypePtr &type)
-    {
-        if (is_array(type)) {
-            return "rules::At<" + spell_declared(type) + ">";
-        }
-        if (is_record_pointer(type)) {
-            return "rules::At<" + resolved(pointee(type))->name + ">";
-        }
-        return spell_declared(type);
-    }
-
-    // Whether the parameters after the unit are named as the members are.
-    static bool takes_members(const Function &function, const std::vector<std::string> &members)
-    {
-        auto names = [](const Parameter &parameter, const std::string &member) {
-            return parameter.name == member && is_plain(parameter.type);
-        };
-        const std::vector<Parameter> &parameters = function.parameters;
-        return std::equal(parameters.begin() + 1, parameters.end(), members.begin(), members.end(), names);
-    }
-
-    static Rule removal_by_members(const Function &eraser, const std::string &table, const Parameter &record)
-    {
-        Rule rule = {"remove", table, eraser.parameters.front().name, {}};
-        const std::string type = resolved(pointee(record.type))->name;
-        for (std::size_t i = 1; i < eraser.parameters.size(); ++i) {
-            const std::string &name = eraser.parameters[i].name;
-            rule.arguments.push_back(
-                {name, true, "rules::key_as(&" + type + "::" + name + ", " + name + ")"});
+        Rule rule;
+        rule.operation = operation;
+        rule.table = table;
+        rule.unit = function.parameters.front().name;
+        for (std::size_t i = 1; i < function.parameters.size(); ++i) {
+            RuleParameter parameter = {function.parameters[i], roles[i - 1]};
+            auto check = key_checks_.find(typedef_name(parameter.declared));
+            if (check != key_checks_.end()) {
+                parameter.check = check->second.words.front();
+            }
+            if (parameter.role == Role::KeyRecord
+                || (parameter.role == Role::Record && i - 1 == first_record(roles))) {
+                parameter.members = members(table);
+            }
+            rule.parameters.push_back(parameter);
         }
         return rule;
     }
 
-    // Whether the parameters after the unit are the first of the keys.
-    static bool takes_first(const Function &function, const std::vector<Parameter> &keys)
+    void add(const Function &function, const Rule &rule, const std::string &why)
     {
-        const std::vector<Parameter> given(function.parameters.begin() + 1, function.parameters.end());
-        return given.size() <= keys.size()
-               && same_types(given, {keys.begin(), keys.begin() + long(given.size())});
-    }
-
-    Rule removal(const Function &eraser, const std::string &operation, const std::string &table,
-                 const Parts &key_parts) const
-    {
-        Rule rule = {operation, table, eraser.parameters.front().name, {}};
-        for (std::size_t i = 1; i < eraser.parameters.size(); ++i) {
-            append_keys(rule, table, eraser.parameters[i], key_parts[i - 1]);
-        }
-        return rule;
-    }
-
-    void add(const Function &function, const std::string &operation, const std::string &table,
-             const Parts &parts, bool writing)
-    {
-        Rule rule = {operation, table, function.parameters.front().name, {}};
-        for (std::size_t i = 0; i < parts.size(); ++i) {
-            const Parameter &parameter = function.parameters[i + 1];
-            if (is_key(parts[i]) || (parts[i] == Part::Record && i == first_record(parts))) {
-                append_keys(rule, table, parameter, parts[i]);
+        for (const RuleParameter &parameter : rule.parameters) {
+            if (parameter.role == Role::Key) {
+                used_.insert(typedef_name(parameter.declared));
             }
-            if (!is_key(parts[i])) {
-                rule.arguments.push_back({parameter.name, false, value(parameter, writing)});
-            }
-            note_check(parameter, parts[i]);
         }
-        rules_[function.name] = rule;
-        used_.insert(table);
-    }
-
-    static std::size_t first_record(const Parts &parts)
-    {
-        auto is_record = [](Part part) { return part == Part::Record || part == Part::KeyRecord; };
-        return std::size_t(std::find_if(parts.begin(), parts.end(), is_record) - parts.begin());
+        used_.insert(rule.table);
+        answers_[function.name] = {AnswerKind::ByRule, why, rule};
     }
 
     std::vector<std::string> members(const std::string &table) const
@@ -490,56 +513,43 @@ private:
         return found == identified_by_.end() ? std::vector<std::string>() : found->second.words;
     }
 
-    void append_keys(Rule &rule, const std::string &table, const Parameter &parameter, Part part) const
-    {
-        const std::string &name = parameter.name;
-        if (part == Part::KeyArray) {
-            rule.arguments.push_back({name, true, "rules::key_at(" + name + ", " + size_of(parameter) + ")"});
-        } else if (part == Part::Key) {
-            auto check = key_checks_.find(typedef_name(parameter));
-            const std::string kind = check == key_checks_.end() ? "key" : check->second.words.front();
-            rule.arguments.push_back({name, true, "rules::" + kind + "(" + name + ")"});
-        } else {
-            const std::string record = resolved(pointee(parameter.type))->name;
-            for (const std::string &member : members(table)) {
-                const std::string place = "&" + record + "::" + member;
-                rule.arguments.push_back({name, true, "rules::member(" + name + ", " + place + ")"});
-            }
-        }
-    }
-
-    static std::string value(const Parameter &parameter, bool writing)
-    {
-        if (writing && (is_plain(parameter.type) || is_kept_pointer(parameter.type))) {
-            return "rules::given(" + parameter.name + ")";
-        }
-        const std::string function = writing ? "rules::given_at(" : "rules::result_at(";
-        return function + parameter.name + ", " + size_of(parameter) + ")";
-    }
-
-    static std::string size_of(const Parameter &parameter)
-    {
-        return is_array(parameter.type) ? "sizeof(" + spell_declared(parameter.type) + ")"
-                                        : "sizeof *" + parameter.name;
-    }
-
     static std::string typedef_name(const Parameter &parameter)
     {
         return parameter.type->kind == Type::Kind::Typedef ? parameter.type->name : "";
     }
 
-    void note_check(const Parameter &parameter, Part part)
+    std::string why_unavailable(const Function &function) const
     {
-        if (part == Part::Key) {
-            used_.insert(typedef_name(parameter));
+        if (unserved_.count(function.name) != 0) {
+            return "unserved in the interface file";
         }
+        if (!gives_status(function)) {
+            return "gives no status";
+        }
+        if (!takes_unit(function)) {
+            return "takes no unit";
+        }
+        for (const Suffix &suffix : suffixes) {
+            if (!ends_with(function.name, suffix.text)) {
+                continue;
+            }
+            const std::string table =
+                function.name.substr(0, function.name.size() - std::string(suffix.text).size());
+            const std::string getter = table + (suffix.narrow ? "_get32" : "_get");
+            const auto refusal = refusals_.find({table, suffix.narrow});
+            if (refusal == refusals_.end()) {
+                return is_declared(getter) ? getter + " is not served" : "there is no " + getter;
+            }
+            return refusal->second.empty() ? "does not go with what " + getter + " gets" : refusal->second;
+        }
+        return "its name tells no operation of a rule";
     }
 
     void check_entries() const
     {
         Errors errors;
         for (const auto &[name, place] : unserved_) {
-            if (names_.count(name) == 0) {
+            if (!is_declared(name)) {
                 errors.add(place, "no header declares '" + name + "', which is not to be served");
             }
         }
@@ -556,15 +566,16 @@ private:
     std::map<std::string, std::string> unserved_;                    ///< function to place
     std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
     std::map<std::string, WordEntry> key_checks_;                    ///< by typedef
-    std::set<std::string> names_;                                    ///< of all functions
-    std::map<std::string, const Function *> functions_;              ///< that may be served
+    std::map<std::string, const Function *> declared_, functions_;   ///< all, and those that may be served
     std::set<std::string> used_;                                     ///< tables and typedefs
-    Rules rules_;
+    std::map<std::pair<std::string, bool>, std::string>
+        refusals_;  ///< by table and whether narrow; "" if served
+    Answers answers_;
 };
 
 }  // namespace
 
-Rules find_rules(const Model &model)
+Answers find_answers(const Model &model)
 {
     return Finder(model).find();
 }

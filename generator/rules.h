@@ -1,6 +1,6 @@
-// Rules of the development SDK: which functions can be answered from a store of what was set before, as the
-// names and types of the declarations tell. A getter takes a pointer to what its setter takes by value, or both
-// take a pointer to the same record; what else both take alike are keys.
+// What the development SDK answers where nobody writes a function, as the names and types of the declarations
+// tell: which ones can be served from a store of what was set before. A getter takes a pointer to what its setter
+// takes by value, or both take a pointer to the same record; what else both take alike are keys.
 //
 // What names and types cannot tell stands in the interface files: `unserved`, [identified_by], [created_with]
 // and [key_checks], see interface.h.
@@ -14,27 +14,57 @@
 
 namespace generator {
 
-/// One C++ argument of the call that answers a function. Example: {"port", true, "rules::own_port(port)"}.
-struct RuleArgument {
-    std::string parameter;
-    bool is_key = false;  ///< else a value
-    std::string text;
+/// What a parameter is to a rule.
+enum class Role {
+    Key,
+    KeyArray,
+    KeyRecord,  ///< a record by pointer, some members of which are keys
+    KeyMember,  ///< a key that other functions take as a member of a record, which has its name
+    Value,
+    Record,  ///< a record by pointer, which is the value; members of it may be keys as well
+    Flags,   ///< say how the id of a new object is chosen
+    Id,      ///< of the object that was made or found
+    Callback,
+    UserData,
 };
 
-/// How one function is answered. Example, of `bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)`:
-/// operation "set", table "bcm_port_autoneg", arguments "rules::own_port(port)" and "rules::given(autoneg)".
+struct RuleParameter {
+    Parameter declared;
+    Role role;
+    std::string check = {};                 ///< of a key: what checks it, see [key_checks]
+    std::vector<std::string> members = {};  ///< of a record: those that are keys
+};
+
+/// How a function is answered. Example, of `bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)`:
+/// operation "set", table "bcm_port_autoneg", a key `port` with the check "own_port" and a value `autoneg`.
 struct Rule {
     std::string operation;  ///< function of sdk/src/rules/rules.h
     std::string table;      ///< what the functions that share it have in common, a prefix of their names
     std::string unit;       ///< name of the parameter
-    std::vector<RuleArgument> arguments;
-    std::string more = {};  ///< further arguments of the operation; text that begins with a comma
+    std::vector<RuleParameter> parameters;  ///< those after the unit
+    std::vector<std::string> flags;         ///< of "create": see [created_with]
+    std::vector<TypePtr> visited;           ///< of "traverse": keys and values as they are written
+    std::string record;                     ///< tag of the record whose members are taken
+};
+
+enum class AnswerKind {
+    ByRule,
+    Initialised,  ///< "void T_init(T *record)": the record is cleared
+    Unavailable,
+};
+
+/// What a function answers that nobody writes by hand, and why.
+struct Answer {
+    AnswerKind kind = AnswerKind::Unavailable;
+    std::string why;
+    Rule rule;  ///< if there is one
 };
 
 /// By function name.
-using Rules = std::map<std::string, Rule>;
+using Answers = std::map<std::string, Answer>;
 
-/// Throws std::runtime_error with all entries of the interface files that fit no function, a line each.
-Rules find_rules(const Model &model);
+/// Those of all functions of the SDK. Throws std::runtime_error with all entries of the interface files that fit
+/// no function, a line each.
+Answers find_answers(const Model &model);
 
 }  // namespace generator

@@ -1,6 +1,5 @@
 """The development SDK's rules as the generator reports them, and how to call their functions as C does."""
 import ctypes
-import glob
 import os
 import re
 import subprocess
@@ -28,11 +27,15 @@ def record_sizes():
     return sizes
 
 
+def report(name):
+    """The rows of a generated report."""
+    with open(os.path.join(os.path.dirname(os.environ['QUOREL_BINDING']), name)) as lines:
+        return [line.rstrip('\n').split('\t') for line in lines]
+
+
 def by_hand():
-    """Names of the functions that the simulator's sources define or call."""
-    sources = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'sdk', 'src', '*', '*.cpp')
-    return set(name for source in glob.glob(sources)
-               for name in re.findall(r'\bsim_(\w+)\(', open(source).read()))
+    """Names of the functions that the simulator's sources define."""
+    return set(name for name, _, kind, _ in report('answers.tsv') if kind == 'by hand')
 
 
 class Parameter(object):
@@ -58,10 +61,9 @@ class Parameter(object):
 
 
 class Function(object):
-    def __init__(self, line, sizes):
-        cells = line.rstrip('\n').split('\t')
-        self.name, self.operation, self.table = cells[:3]
-        self.parameters = [Parameter(role, text, sizes) for role, text in zip(cells[3::2], cells[4::2])]
+    def __init__(self, cells, sizes):
+        self.name, _, self.operation, self.table, _ = cells[:5]
+        self.parameters = [Parameter(role, text, sizes) for role, text in zip(cells[5::2], cells[6::2])]
         self.known = all(parameter.is_pointer or parameter.type for parameter in self.parameters)
         self.narrow = self.name.endswith('32')
 
@@ -72,8 +74,7 @@ class Function(object):
 def read():
     """All functions that are answered by rule."""
     sizes = record_sizes()
-    with open(os.path.join(os.path.dirname(os.environ['QUOREL_BINDING']), 'rules.tsv')) as report:
-        return [Function(line, sizes) for line in report]
+    return [Function(cells, sizes) for cells in report('rules.tsv') if cells[2] not in ('-', 'initialise')]
 
 
 def pairs(functions):

@@ -1,5 +1,6 @@
 """What the simulator answers by rule: settings are kept, records are entered, found, visited and removed."""
 import ctypes
+import re
 import unittest
 
 import QuorelApiNew as q
@@ -110,6 +111,35 @@ class EveryPair(RulesTest):
         for function in self.functions:
             tables.setdefault(function.table, set()).add(function.name in hand)
         self.assertEqual([table for table, kinds in sorted(tables.items()) if len(kinds) > 1], [])
+
+
+class Reports(RulesTest):
+    """What is said of how functions are answered is so."""
+
+    def test_every_function_is_in_the_reports_once(self):
+        answers = rules.report('answers.tsv')
+        names = [row[0] for row in answers]
+        bound = set(re.match(r'\w+', row[2]).group() for row in rules.report('binding.tsv')
+                    if row[0] in ('function', 'overload') and row[3] == 'sdk')
+        self.assertEqual(len(names), len(set(names)))
+        self.assertGreater(len(bound & set(names)), 1000)
+        families = rules.report('families.tsv')
+        for row in families[1:]:
+            in_family = [kind for _, family, kind, _ in answers if row[0] in (family, 'all')]
+            self.assertEqual(row[1:], [str(in_family.count(kind)) for kind in families[0][1:]], row)
+        self.assertEqual(sum(int(number) for number in families[-1][1:]), len(names))
+
+    def test_what_is_unavailable_says_so_and_nothing_else_does(self):
+        kinds = dict((name, (kind, why)) for name, _, kind, why in rules.report('answers.tsv'))
+        nothing = (None,) * 24
+        for name, (kind, why) in kinds.items():
+            if kind == 'unavailable' and why != 'gives no status':
+                self.assertEqual(getattr(library, name)(*nothing), q.BCM_E_UNAVAIL, name)
+        for function in rules.read():
+            if kinds[function.name][0] == 'by rule':
+                self.assertNotEqual(getattr(library, function.name)(*nothing), q.BCM_E_UNAVAIL, function.name)
+        self.assertEqual(kinds['bcm_l2_addr_add'], ('by hand', 'l2_address.cpp'))
+        self.assertEqual(kinds['bcm_port_jam_get'], ('by rule', 'mirrors bcm_port_jam_set'))
 
 
 class Settings(RulesTest):

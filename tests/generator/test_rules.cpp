@@ -1,4 +1,5 @@
 // Which functions of a small header are found to set, get, enter and remove what.
+#include "emit.h"
 #include "one_family.h"
 #include "rules.h"
 
@@ -68,67 +69,68 @@ class RulesTest : public OneFamily {
 protected:
     RulesTest() : OneFamily("box", header) {}
 
-    Rules find(const std::string &interface) { return find_rules(build(interface)); }
+    Answers find(const std::string &interface) { return find_answers(build(interface)); }
 
     // The call that answers a function, or "".
-    static std::string answer(const Rules &rules, const std::string &function)
+    static std::string answer(const Answers &answers, const std::string &function)
     {
-        auto found = rules.find(function);
-        if (found == rules.end()) {
-            return "";
-        }
-        std::string text;
-        for (const RuleArgument &argument : found->second.arguments) {
-            text += " " + argument.text;
-        }
-        return found->second.operation + " " + found->second.table + ":" + text + found->second.more;
+        const Answer &found = answers.at(function);
+        return found.kind == AnswerKind::ByRule ? emit_rule(found.rule) : "";
     }
 };
 
 TEST_F(RulesTest, GettersMirrorTheirSetters)
 {
-    Rules rules = find(entries);
-    EXPECT_EQ(answer(rules, "box_speed_set"),
-              "set box_speed: rules::own_port(port) rules::key(queue) rules::given(low) rules::given(high)");
-    EXPECT_EQ(answer(rules, "box_speed_get"),
-              "get box_speed: rules::own_port(port) rules::key(queue) "
-              "rules::result_at(low, sizeof *low) rules::result_at(high, sizeof *high)");
-    EXPECT_EQ(answer(rules, "box_mac_get"),
-              "get box_mac: rules::key_at(of, sizeof(box_mac_t)) "
-              "rules::result_at(to, sizeof(box_mac_t))");
-    EXPECT_EQ(answer(rules, "box_count_set32"), "set box_count: rules::key(counter) rules::given(value)");
-    EXPECT_EQ(answer(rules, "box_count_sync_get"), answer(rules, "box_count_get"));
+    Answers answers = find(entries);
+    EXPECT_EQ(
+        answer(answers, "box_speed_set"),
+        R"(rules::set("box_speed", unit, {rules::own_port(port), rules::key(queue), rules::given(low), )"
+        R"(rules::given(high)}))");
+    EXPECT_EQ(answer(answers, "box_speed_get"),
+              R"(rules::get("box_speed", unit, {rules::own_port(port), rules::key(queue), )"
+              R"(rules::result_at(low, sizeof *low), rules::result_at(high, sizeof *high)}))");
+    EXPECT_EQ(answer(answers, "box_mac_get"),
+              R"(rules::get("box_mac", unit, {rules::key_at(of, sizeof(box_mac_t)), rules::result_at(to, )"
+              R"(sizeof(box_mac_t))}))");
+    EXPECT_EQ(answer(answers, "box_count_set32"),
+              R"(rules::set("box_count", unit, {rules::key(counter), rules::given(value)}))");
+    EXPECT_EQ(answer(answers, "box_count_sync_get"), answer(answers, "box_count_get"));
 }
 
 TEST_F(RulesTest, RecordsThatCanBeRemovedAreFoundOrNot)
 {
-    Rules rules = find(entries);
-    EXPECT_EQ(answer(rules, "box_cover_get"),
-              "find box_cover: rules::own_port(port) rules::result_at(lid, sizeof *lid)");
-    EXPECT_EQ(answer(rules, "box_cover_delete"), "remove box_cover: rules::own_port(port)");
-    EXPECT_EQ(answer(rules, "box_cover_delete_all"), "clear box_cover:");
-    EXPECT_EQ(answer(rules, "box_hinge_get"),
-              "find box_hinge: rules::member(lid, &box_lid_s::hinge) "
-              "rules::result_at(lid, sizeof *lid)");
-    EXPECT_EQ(answer(rules, "box_hinge_delete"), "remove box_hinge: rules::key_as(&box_lid_s::hinge, hinge)");
+    Answers answers = find(entries);
+    EXPECT_EQ(
+        answer(answers, "box_cover_get"),
+        R"(rules::find("box_cover", unit, {rules::own_port(port), rules::result_at(lid, sizeof *lid)}))");
+    EXPECT_EQ(answer(answers, "box_cover_delete"),
+              R"(rules::remove("box_cover", unit, {rules::own_port(port)}))");
+    EXPECT_EQ(answer(answers, "box_cover_delete_all"), R"(rules::clear("box_cover", unit, {}))");
+    EXPECT_EQ(
+        answer(answers, "box_hinge_get"),
+        R"(rules::find("box_hinge", unit, {rules::member(lid, &box_lid_s::hinge), rules::result_at(lid, )"
+        R"(sizeof *lid)}))");
+    EXPECT_EQ(answer(answers, "box_hinge_delete"),
+              R"(rules::remove("box_hinge", unit, {rules::key_as(&box_lid_s::hinge, hinge)}))");
     // What of the record says which ones to remove is not known.
-    EXPECT_EQ(answer(rules, "box_hinge_delete_all"), "");
+    EXPECT_EQ(answer(answers, "box_hinge_delete_all"), "");
     // Callbacks are handed keys before values.
-    EXPECT_NE(answer(rules, "box_turn_get"), "");
-    EXPECT_EQ(answer(rules, "box_turn_traverse"), "");
+    EXPECT_NE(answer(answers, "box_turn_get"), "");
+    EXPECT_EQ(answer(answers, "box_turn_traverse"), "");
 }
 
 TEST_F(RulesTest, ObjectsHaveIds)
 {
-    Rules rules = find(entries);
-    EXPECT_EQ(answer(rules, "box_lid_create"),
-              "create box_lid: rules::given_at(lid, sizeof *lid), "
-              "{id, (flags & BOX_WITH_ID) != 0}");
-    EXPECT_EQ(answer(rules, "box_lid_get"),
-              "find box_lid: rules::key(id) rules::result_at(lid, sizeof *lid)");
-    EXPECT_EQ(answer(rules, "box_lid_find"), "search box_lid: rules::given_at(lid, sizeof *lid), {id}");
-    EXPECT_EQ(answer(rules, "box_lid_traverse"),
-              "traverse<int, rules::At<box_lid_s>> box_lid:, cb, user_data");
+    Answers answers = find(entries);
+    EXPECT_EQ(answer(answers, "box_lid_create"),
+              R"(rules::create("box_lid", unit, {rules::given_at(lid, sizeof *lid)}, {id, )"
+              R"((flags & BOX_WITH_ID) != 0}))");
+    EXPECT_EQ(answer(answers, "box_lid_get"),
+              R"(rules::find("box_lid", unit, {rules::key(id), rules::result_at(lid, sizeof *lid)}))");
+    EXPECT_EQ(answer(answers, "box_lid_find"),
+              R"(rules::search("box_lid", unit, {rules::given_at(lid, sizeof *lid)}, {id}))");
+    EXPECT_EQ(answer(answers, "box_lid_traverse"),
+              R"(rules::traverse<int, rules::At<box_lid_s>>("box_lid", unit, {}, cb, user_data))");
 }
 
 TEST_F(RulesTest, IdsAreNumbersOfOneType)
@@ -150,17 +152,38 @@ TEST_F(RulesTest, IdsAreNumbersOfOneType)
 
 TEST_F(RulesTest, WhatIsNotPlainIsLeftAlone)
 {
-    Rules rules = find(entries);
+    Answers answers = find(entries);
     for (const char *name :
          {"box_lids_set", "box_words_get", "box_width_set", "box_global_get", "box_list_add"}) {
-        EXPECT_EQ(answer(rules, name), "") << name;
+        EXPECT_EQ(answer(answers, name), "") << name;
     }
-    rules =
+    answers =
         find(std::string("unserved = [\"box_speed_get\"]\n") + "[key_checks]\nbox_port_t = \"own_port\"\n");
-    EXPECT_EQ(answer(rules, "box_speed_set"), "");
+    EXPECT_EQ(answer(answers, "box_speed_set"), "");
     // What identifies the records, and how ids are chosen, is not guessed.
-    EXPECT_EQ(answer(rules, "box_hinge_get"), "");
-    EXPECT_EQ(answer(rules, "box_lid_get"), "");
+    EXPECT_EQ(answer(answers, "box_hinge_get"), "");
+    EXPECT_EQ(answer(answers, "box_lid_get"), "");
+}
+
+TEST_F(RulesTest, WhatIsNotServedSaysWhy)
+{
+    Answers answers = find(std::string("unserved = [\"box_global_set\"]\n") + entries);
+    const std::map<std::string, std::string> reasons = {
+        {"box_lids_set", "'lid_array' is of as many objects as another argument says"},
+        {"box_width_get", "'width' of its getter mirrors nothing"},
+        {"box_words_set", "'words' of its getter mirrors nothing"},
+        {"box_list_get", "box_list_delete takes other things than keys"},
+        {"box_knob_get", "how an id is chosen is not told (created_with)"},
+        {"box_turn_traverse", "does not go with what box_turn_get gets"},
+        {"box_global_get", "takes no unit"},
+        {"box_global_set", "unserved in the interface file"},
+    };
+    for (const auto &[name, why] : reasons) {
+        EXPECT_EQ(answers.at(name).why, why) << name;
+    }
+    EXPECT_EQ(answers.at("box_speed_get").why, "mirrors box_speed_set");
+    EXPECT_EQ(find("[key_checks]\nbox_port_t = \"own_port\"\n").at("box_hinge_set").why,
+              "which members of its record are keys is not told (identified_by)");
 }
 
 TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
