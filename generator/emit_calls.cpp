@@ -88,12 +88,10 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
         statement = fmt::format("auto value = {};\n    return {}{}", call,
                                 function.raises ? "PyErr_Occurred() ? nullptr : " : "", copy);
     }
-    std::string body = fmt::format("    {};\n", statement);
+    std::string body = fmt::format("{}    {};\n", preparation, statement);
     if (function.throws) {
         body = fmt::format("    return without_exceptions([&]() -> {} {{\n{}    }});\n", shape.result.type,
-                           preparation + body);
-    } else {
-        body = preparation + body;
+                           body);
     }
     const char *space = shape.result.type.back() == '*' ? "" : " ";
     return fmt::format("{}{}{}({})\n{{\n{}}}\n", shape.result.type, space, name, fmt::join(parameters, ", "),
