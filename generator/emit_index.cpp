@@ -108,8 +108,7 @@ public:
                + "};\n\nconst CMember c_members[] = {\n" + members_
                + "};\n\nconst CCallback c_callbacks[] = {\n" + joined(callbacks_)
                + "};\nconst size_t c_callback_count = " + std::to_string(callbacks_.size()) + ";\n\n"
-               + constants() + "const char any_constructor[] = \"" + any_constructor_
-               + "\";\n\nconst char index_text[] =\n" + texts_.literals() + "    ;\n";
+               + constants() + "const char index_text[] =\n" + texts_.literals() + "    ;\n";
     }
 
     std::string trampolines() const
@@ -461,9 +460,6 @@ private:
     {
         for (const Family &family : model_.families) {
             for (const BoundRecord &record : family.records) {
-                if (any_constructor_.empty()) {
-                    any_constructor_ = "new_" + record.name;
-                }
                 record_number(record);
             }
         }
@@ -577,7 +573,6 @@ private:
     std::vector<const BoundRecord *> record_order_;
     std::vector<std::string> types_, callbacks_, callback_types_, function_of_method_;
     std::string parameters_, functions_, record_rows_, members_, direct_functions_, direct_rows_;
-    std::string any_constructor_;
     size_t parameter_count_ = 0, function_count_ = 0, member_count_ = 0, direct_count_ = 0;
     mutable Texts texts_;
 };

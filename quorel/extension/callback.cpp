@@ -102,10 +102,7 @@ public:
             complete_ = value != nullptr;
             PyTuple_SET_ITEM(values_.get(), i, value);
             if (complete_) {
-                Owned keeper;
-                SwigPyObject *pointer = find_pointer_object(value, keeper);
-                PyTuple_SET_ITEM(pointers_.get(), i,
-                                 Owned::share(reinterpret_cast<PyObject *>(pointer)).release());
+                PyTuple_SET_ITEM(pointers_.get(), i, find_pointer_object(value).release());
             }
         }
     }

@@ -174,13 +174,13 @@ private:
             return type.size <= largest ? write_value(type, values_[i], value)
                                         : raise_wrong_value(type, value);
         }
-        void *pointer = output ? output->address() : nullptr;
-        if (!output
-            && convert_pointer(value, type.pointer == no_type ? nullptr : types[type.pointer], &pointer)
-                   != Status::ok) {
+        HeldPointer &pointer = held_[i];
+        pointer.address = output ? output->address() : nullptr;
+        swig_type_info *wanted = type.pointer == no_type ? nullptr : types[type.pointer];
+        if (!output && convert_pointer(value, wanted, &pointer) != Status::ok) {
             return raise_wrong_value(type, value);
         }
-        std::memcpy(values_[i], &pointer, sizeof pointer);
+        std::memcpy(values_[i], &pointer.address, sizeof pointer.address);
         return true;
     }
 
@@ -201,6 +201,7 @@ private:
 
     alignas(8) char values_[most][largest];
     void *places_[most];
+    HeldPointer held_[most] = {};
 };
 
 Owned call_directly(PyObject *function, const CFunction &described, PyObject *args, const Output *outputs,

@@ -73,7 +73,7 @@ NewReference copy_record(PyObject *, PyObject *record)
         PyErr_Format(PyExc_TypeError, "copy() takes a record of the SDK, not %.100s", name);
         return nullptr;
     }
-    void *from = nullptr, *to = nullptr;
+    HeldPointer from = {}, to = {};
     if (convert_pointer(record, types[type->pointer], &from) != Status::ok || !from) {
         PyErr_Format(PyExc_ValueError, "this %.100s has no content any more", name);
         return nullptr;
@@ -82,11 +82,11 @@ NewReference copy_record(PyObject *, PyObject *record)
     if (!copied) {
         return nullptr;
     }
-    if (convert_pointer(copied.get(), types[type->pointer], &to) != Status::ok) {
+    if (convert_pointer(copied.get(), types[type->pointer], &to) != Status::ok || !to) {
         raise_wrong_value(*type, copied.get());
         return nullptr;
     }
-    std::memcpy(to, from, type->size);
+    std::memcpy(to.address, from.address, type->size);
     return copied.release();
 }
 

@@ -148,9 +148,6 @@ extern const size_t type_bucket_count;
 /// All texts, each with its NUL.
 extern const char index_text[];
 
-/// Constructor of a record: any will do for seeing what the binding's pointer objects are.
-extern const char any_constructor[];
-
 template <typename Integer>
 constexpr Kind integer_kind()
 {

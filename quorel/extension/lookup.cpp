@@ -13,7 +13,6 @@ constexpr char binding_name[] = "_QuorelApiNew";
 
 // The binding's table: a function that belongs to the runtime, then the methods in the generator's order.
 PyMethodDef *methods;
-PyTypeObject *binding_pointer_type;
 
 }  // namespace
 
@@ -25,22 +24,11 @@ bool initialise_lookup()
     }
     PyObject *functions = PyModule_GetDict(binding.get());
     PyObject *first = PyDict_GetItemString(functions, "SWIG_PyInstanceMethod_New");
-    PyObject *constructor = PyDict_GetItemString(functions, any_constructor);
-    if (!first || !PyCFunction_Check(first) || !constructor) {
+    if (!first || !PyCFunction_Check(first)) {
         PyErr_Format(PyExc_ImportError, "%s is not the one that this extension was built with", binding_name);
         return false;
     }
     methods = reinterpret_cast<PyCFunctionObject *>(first)->m_ml + 1;
-    Owned pointer = Owned::steal(PyObject_CallObject(constructor, nullptr));
-    if (!pointer) {
-        return false;
-    }
-    binding_pointer_type = Py_TYPE(pointer.get());
-    // Until a class is registered, the record has no destructor; it is then the process's.
-    auto *bare = reinterpret_cast<SwigPyObject *>(pointer.get());
-    if (!bare->ty->clientdata) {
-        bare->own = 0;
-    }
     return true;
 }
 
@@ -119,15 +107,11 @@ Owned parameter_name(PyObject *function, size_t place)
 
 NewReference new_pointer(void *pointer, uint16_t descriptor, PyObject *keeper)
 {
-    SwigPyObject *made = PyObject_New(SwigPyObject, binding_pointer_type);
-    if (!made) {
-        return nullptr;
+    PyObject *made = new_pointer_object(pointer, types[descriptor], Ownership::borrowed);
+    if (made) {
+        reinterpret_cast<SwigPyObject *>(made)->next = Owned::share(keeper).release();
     }
-    made->ptr = pointer;
-    made->ty = types[descriptor];
-    made->own = 0;
-    made->next = Owned::share(keeper).release();
-    return reinterpret_cast<PyObject *>(made);
+    return made;
 }
 
 NewReference new_reference(void *pointer, uint16_t descriptor, PyObject *keeper)

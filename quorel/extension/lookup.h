@@ -7,7 +7,7 @@
 
 namespace quorel {
 
-/// Finds the binding's method table and what its pointer objects are. Returns false with an exception set
+/// Finds the binding's method table. Returns false with an exception set
 /// where the binding is not the one that this extension was built with.
 bool initialise_lookup();
 
@@ -37,8 +37,8 @@ inline const CParameter &parameter_of(const CFunction &function, size_t place)
 Owned function_name(PyObject *function);
 Owned parameter_name(PyObject *function, size_t place);
 
-/// A pointer object of the binding's own type, which its functions recognise soonest. `keeper` (borrowed, may
-/// be null), a pointer object of any kind, lives as long.
+/// A pointer object that owns nothing. `keeper` (borrowed, may be null), a pointer object of any kind, lives as
+/// long.
 NewReference new_pointer(void *pointer, uint16_t descriptor, PyObject *keeper);
 
 /// The same as a result: None for null, and an instance of the class that is registered for the descriptor.

@@ -151,11 +151,12 @@ bool Output::prepare_memory(PyObject *)
 bool Output::prepare_record()
 {
     argument_ = Owned::steal(PyObject_CallObject(class_of(type_->pointer), nullptr));
-    void *record = nullptr;
+    HeldPointer record = {};
     if (!argument_ || convert_pointer(argument_.get(), types[type_->pointer], &record) != Status::ok) {
         return argument_ && raise_wrong_value(*type_, argument_.get());
     }
-    address_ = static_cast<char *>(record);
+    address_ = record.at(0);
+    keeper_ = std::move(record.holder);
     is_record_ = true;
     return true;
 }

@@ -80,27 +80,27 @@ Status store_opaque(const CType &type, char *address, PyObject *value)
 
 Status store_record(const CType &type, char *address, PyObject *value)
 {
-    void *record;
+    HeldPointer record = {};
     if (type.pointer == no_type || convert_pointer(value, types[type.pointer], &record) != Status::ok
         || !record) {
         return type.kind == Kind::opaque ? store_opaque(type, address, value) : Status::type;
     }
-    std::memmove(address, record, type.size);
+    std::memmove(address, record.address, type.size);
     return Status::ok;
 }
 
 Status store_pointer(const CType &type, char *address, PyObject *value)
 {
-    void *pointer = nullptr;
+    HeldPointer pointer = {};
     const bool is_text =
         type.kind == Kind::pointer && type.target != none && c_types[type.target].kind == Kind::character;
     if (is_text && PyString_Check(value)) {
-        pointer = PyString_AS_STRING(value);
+        pointer.address = PyString_AS_STRING(value);
     } else if (convert_pointer(value, type.self == no_type ? nullptr : types[type.self], &pointer)
                != Status::ok) {
         return Status::type;
     }
-    std::memcpy(address, &pointer, sizeof pointer);
+    std::memcpy(address, &pointer.address, sizeof pointer.address);
     return Status::ok;
 }
 
