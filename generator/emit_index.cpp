@@ -443,13 +443,13 @@ private:
         std::string arguments, name = "direct_" + function.name;
         for (size_t i = 0; i < function.parameters.size(); ++i) {
             TypePtr type = Type::without_const(function.parameters[i].crossing.type);
-            std::string place = "arguments[" + std::to_string(i) + "]";
+            std::string place = "values[" + std::to_string(i) + "]";
             arguments += i == 0 ? "" : ", ";
             arguments += is_array(type)
                              ? "static_cast<" + spell(Type::pointer_to(pointee(type))) + ">(" + place + ")"
                              : "*static_cast<" + spell(Type::pointer_to(type)) + ">(" + place + ")";
         }
-        direct_functions_ += "int32_t " + name + "(void *const *arguments)\n{\n    return " + function.callee
+        direct_functions_ += "int32_t " + name + "(void *const *values)\n{\n    return " + function.callee
                              + "(" + arguments + ");\n}\n\n";
         direct_rows_ += "    " + name + ",\n";
         return std::to_string(direct_count_++);

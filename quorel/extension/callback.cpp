@@ -92,13 +92,13 @@ void write_failure(const CCallback &signature, void *result)
 // The Python values of the arguments, and the pointer objects among them.
 class Arguments {
 public:
-    Arguments(const CCallback &signature, void *const *arguments)
+    Arguments(const CCallback &signature, void *const *values)
         : values_(Owned::steal(PyTuple_New(signature.parameter_count))),
           pointers_(Owned::steal(PyTuple_New(signature.parameter_count)))
     {
         complete_ = values_ && pointers_;
         for (Py_ssize_t i = 0; complete_ && i < signature.parameter_count; ++i) {
-            PyObject *value = read(c_parameters[signature.parameters + i], arguments[i]);
+            PyObject *value = read(c_parameters[signature.parameters + i], values[i]);
             complete_ = value != nullptr;
             PyTuple_SET_ITEM(values_.get(), i, value);
             if (complete_) {
@@ -155,7 +155,7 @@ void print_error(PyObject *function)
     }
 }
 
-void call_function_of(Callback *callback, void *const *arguments, void *result)
+void call_function_of(Callback *callback, void *const *values, void *result)
 {
     const CCallback &signature = signature_of(callback);
     // It may unregister itself.
@@ -164,7 +164,7 @@ void call_function_of(Callback *callback, void *const *arguments, void *result)
     PendingError pending;
     bool done = false;
     {
-        Arguments given(signature, arguments);
+        Arguments given(signature, values);
         Owned answer = Owned::steal(given.get() ? PyObject_CallObject(function.get(), given.get()) : nullptr);
         done = answer && write_result(signature, answer.get(), result);
     }
@@ -378,7 +378,7 @@ NewReference new_callback(PyObject *, PyObject *args)
     return reinterpret_cast<PyObject *>(callback);
 }
 
-void call_python(unsigned number, unsigned slot, void *const *arguments, void *result)
+void call_python(unsigned number, unsigned slot, void *const *values, void *result)
 {
     const CCallback &signature = c_callbacks[number];
     if (!enter()) {
@@ -388,7 +388,7 @@ void call_python(unsigned number, unsigned slot, void *const *arguments, void *r
     PyGILState_STATE state = PyGILState_Ensure();
     Callback *callback = slots[place_of(number, slot)];
     if (callback && callback->function) {
-        call_function_of(callback, arguments, result);
+        call_function_of(callback, values, result);
     } else {
         write_failure(signature, result);
     }

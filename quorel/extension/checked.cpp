@@ -207,12 +207,12 @@ private:
 Owned call_directly(PyObject *function, const CFunction &described, PyObject *args, const Output *outputs,
                     size_t count)
 {
-    DirectArguments arguments;
-    if (!arguments.prepare(function, described, args, outputs, count)) {
+    DirectArguments direct;
+    if (!direct.prepare(function, described, args, outputs, count)) {
         return Owned();
     }
     Caller caller;
-    int32_t status = direct_calls[described.direct](arguments.get());
+    int32_t status = direct_calls[described.direct](direct.get());
     return caller.raise_error() ? Owned() : Owned::steal(PyInt_FromLong(status));
 }
 

@@ -89,7 +89,9 @@ void initialise()
 
 }  // namespace quorel
 
-extern "C" __attribute__((visibility("default"))) void init_quorel()
+extern "C" __attribute__((visibility("default"))) void init_quorel();
+
+void init_quorel()
 {
     quorel::initialise();
 }

@@ -103,7 +103,7 @@ extern const size_t method_count;
 
 /// Calls a function whose output the binding takes for an input. Each argument is the address of the C value,
 /// or, for what is passed as the address of an array, that address.
-using DirectCall = int32_t (*)(void *const *arguments);
+using DirectCall = int32_t (*)(void *const *values);
 extern const DirectCall direct_calls[];
 
 struct CRecord {

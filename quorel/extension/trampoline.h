@@ -16,9 +16,9 @@ namespace quorel {
 /// As many Python functions can stand in at the same time for each type of callback.
 constexpr unsigned slots_per_callback = 32;
 
-/// Calls the Python function in the slot, from any thread. `arguments` are the addresses of the C values; the
+/// Calls the Python function in the slot, from any thread. `values` are the addresses of the arguments; the
 /// result, if there is one, is written to `result`, where there are zeroes.
-void call_python(unsigned callback, unsigned slot, void *const *arguments, void *result);
+void call_python(unsigned callback, unsigned slot, void *const *values, void *result);
 
 /// The C functions of a callback's slots.
 struct Slots {
@@ -37,12 +37,12 @@ struct Trampolines<callback, Result (*)(Parameters...)> {
     // The slot comes last, so that a trampoline leaves the arguments where they are.
     __attribute__((noinline)) static Result enter(Parameters... parameters, unsigned slot)
     {
-        void *arguments[] = {const_cast<void *>(static_cast<const void *>(&parameters))..., nullptr};
+        void *values[] = {const_cast<void *>(static_cast<const void *>(&parameters))..., nullptr};
         if constexpr (std::is_void_v<Result>) {
-            call_python(callback, slot, arguments, nullptr);
+            call_python(callback, slot, values, nullptr);
         } else {
             Result result{};
-            call_python(callback, slot, arguments, &result);
+            call_python(callback, slot, values, &result);
             return result;
         }
     }
