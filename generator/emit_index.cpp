@@ -360,6 +360,7 @@ private:
         std::string way = "value", number_text = none, bound = "0", count = "no_count";
         switch (parameter.crossing.conversion) {
         case Conversion::String:
+        case Conversion::NullableString:
             way = constant ? "constant_text" : "text";
             number_text = number(Type::builtin("char"));
             count = count_of(arguments, index, appended);
