@@ -26,8 +26,11 @@ std::string emit_shape_definitions(const Shapes &shapes);
 /// variables.cpp: the rows of `cvar`.
 std::string emit_variables(const Model &model, const Numbering &numbering);
 
-/// tables.cpp: the method groups, argument texts and type descriptors.
-std::string emit_tables(const Model &model, const Numbering &numbering);
+/// tables.cpp: the method groups and argument texts.
+std::string emit_tables(const Numbering &numbering);
+
+/// types.cpp: the type descriptors.
+std::string emit_types(const Model &model, const Numbering &numbering);
 
 /// destructors.cpp: how values of C++ classes that functions return are deleted.
 std::string emit_destructors(const Model &model, const Numbering &numbering);
@@ -63,6 +66,13 @@ std::string emit_report(const Model &model);
 
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
 std::string emit_layout(const Model &model);
+
+/// index.cpp and callback_slots.cpp: what the package above the module knows of the SDK. After all that number
+/// methods.
+struct Index {
+    std::string tables, callbacks;
+};
+Index emit_index(const Model &model, const Declarations &declarations, const Numbering &numbering);
 
 /// Whether C++ declares the type in a scope: values of it are copied and deleted by its own rules.
 bool is_class(const TypePtr &type);

@@ -65,11 +65,18 @@ std::string type_tables(const Model &model, const Numbering &numbering)
 
 }  // namespace
 
-std::string emit_tables(const Model &model, const Numbering &numbering)
+std::string emit_tables(const Numbering &numbering)
 {
     return banner("The tables that all families share.", "the interface files and the headers that they name")
-           + "#include \"module/type_table.h\"\n\nnamespace quorel {\n\n" + groups(numbering)
-           + argument_tables(numbering) + type_tables(model, numbering) + "}  // namespace quorel\n";
+           + "#include \"module/tables.h\"\n\nnamespace quorel {\n\n" + groups(numbering)
+           + argument_tables(numbering) + "}  // namespace quorel\n";
+}
+
+std::string emit_types(const Model &model, const Numbering &numbering)
+{
+    return banner("The type descriptors.", "the interface files and the headers that they name")
+           + "#include \"module/type_table.h\"\n\nnamespace quorel {\n\n" + type_tables(model, numbering)
+           + "}  // namespace quorel\n";
 }
 
 std::string emit_destructors(const Model &model, const Numbering &numbering)

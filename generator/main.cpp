@@ -126,7 +126,11 @@ void generate(const Options &options)
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));
-    write("tables.cpp", emit_tables(model, numbering));
+    write("tables.cpp", emit_tables(numbering));
+    write("types.cpp", emit_types(model, numbering));
+    const Index index = emit_index(model, declarations, numbering);
+    write("index.cpp", index.tables);
+    write("callback_slots.cpp", index.callbacks);
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
     write("rules.tsv", emit_rules(model, answers));

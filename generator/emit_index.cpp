@@ -1,0 +1,602 @@
+#include "emit.h"
+#include "output.h"
+#include "quorel/extension/name_hash.h"
+#include "shape.h"
+#include "spelling.h"
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+
+namespace generator {
+
+namespace {
+
+constexpr char none[] = "none";
+
+bool never_opaque(const std::string &)
+{
+    return false;
+}
+
+bool ends_with(const std::string &text, const std::string &end)
+{
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+bool is_builtin(const TypePtr &type, const char *name)
+{
+    return type->kind == Type::Kind::Builtin && type->name == name;
+}
+
+// What a pointer or array is of, as it is declared; null for other types.
+TypePtr pointee(const TypePtr &type)
+{
+    switch (type->kind) {
+    case Type::Kind::Typedef:
+        return type->is_const && type->target->kind == Type::Kind::Array
+                   ? Type::constant(pointee(type->target))
+                   : pointee(type->target);
+    case Type::Kind::Pointer:
+    case Type::Kind::Array:
+        return type->target;
+    default:
+        return nullptr;
+    }
+}
+
+bool is_array(const TypePtr &type)
+{
+    return resolve_array_typedef(type)->kind == Type::Kind::Array;
+}
+
+// Numbers texts by where they start in one long text.
+class Texts {
+public:
+    size_t start(const std::string &text)
+    {
+        auto [place, added] = starts_.emplace(text, size_);
+        if (added) {
+            literals_ += "    " + literal_with_nul(text) + "\n";
+            size_ += text.size() + 1;
+        }
+        return place->second;
+    }
+    const std::string &literals() const { return literals_; }
+
+private:
+    std::map<std::string, size_t> starts_;
+    std::string literals_;
+    size_t size_ = 0;
+};
+
+// Writes the tables; everything is numbered in the order in which it is first needed.
+class IndexWriter {
+public:
+    IndexWriter(const Model &model, const Declarations &declarations, const Numbering &numbering)
+        : model_(model), declarations_(declarations), numbering_(numbering)
+    {
+        for (const FamilyInterface &family : model.interface) {
+            for (const Entry &entry : family.opaque) {
+                opaque_.insert(entry.text);
+            }
+            for (const auto &[name, typemap] : family.typemaps) {
+                mapped_[name] = typemap.name;
+            }
+        }
+        for (const Family &family : model.families) {
+            for (const BoundRecord &record : family.records) {
+                records_.emplace(record.self.descriptor, &record);
+            }
+        }
+        number_methods();
+        add_functions();
+        add_records();
+        add_names();
+    }
+
+    std::string index() const
+    {
+        return "const CType c_types[] = {\n" + joined(types_) + "};\nconst size_t c_type_count = "
+               + std::to_string(types_.size()) + ";\n\n" + buckets() + "const CParameter c_parameters[] = {\n"
+               + parameters_ + "};\n\nconst CFunction c_functions[] = {\n" + functions_
+               + "};\n\nconst uint16_t function_of_method[] = {\n" + joined(function_of_method_)
+               + "};\nconst size_t method_count = " + std::to_string(function_of_method_.size())
+               + ";\n\nnamespace {\n\n" + direct_functions_
+               + "}  // namespace\n\nconst DirectCall direct_calls[] = {\n" + direct_rows_
+               + "    nullptr,\n};\n\nconst CRecord c_records[] = {\n" + record_rows_
+               + "};\n\nconst CMember c_members[] = {\n" + members_
+               + "};\n\nconst CCallback c_callbacks[] = {\n" + joined(callbacks_)
+               + "};\nconst size_t c_callback_count = " + std::to_string(callbacks_.size()) + ";\n\n"
+               + constants() + "const char index_text[] =\n" + texts_.literals() + "    ;\n";
+    }
+
+    std::string trampolines() const
+    {
+        std::string rows;
+        for (size_t i = 0; i < callback_types_.size(); ++i) {
+            rows += "    slots_of<" + std::to_string(i) + ", " + callback_types_[i] + ">(),\n";
+        }
+        return "const Slots callback_slots[] = {\n" + rows + "};\n";
+    }
+
+private:
+    static std::string joined(const std::vector<std::string> &rows)
+    {
+        std::string text;
+        for (const std::string &row : rows) {
+            text += "    " + row + ",\n";
+        }
+        return text;
+    }
+
+    void number_methods()
+    {
+        size_t number = 0;
+        for (const Numbering::Group &group : numbering_.groups()) {
+            for (const Numbering::Method &method : group.methods) {
+                methods_[method.doc.substr(0, method.doc.find('('))] = number++;
+            }
+        }
+        function_of_method_.assign(number, none);
+    }
+
+    std::string descriptor_of_pointer_to(const TypePtr &type) const
+    {
+        TypePtr full = resolve(Type::pointer_to(type),
+                               [this](const std::string &name) { return opaque_.count(name) != 0; });
+        return mangle(full);
+    }
+
+    // Of typedefs down to `type`, the name of the first hand-written conversion; a record that is converted
+    // under one name is under all.
+    std::string conversion_of(const TypePtr &type) const
+    {
+        for (TypePtr inner = type; inner->kind == Type::Kind::Typedef; inner = inner->target) {
+            auto found = mapped_.find(inner->name);
+            if (found != mapped_.end()) {
+                return found->second;
+            }
+        }
+        TypePtr full = resolve(type, never_opaque);
+        for (const auto &[name, conversion] : mapped_) {
+            TypePtr other = resolve(declarations_.typedefs.at(name), never_opaque);
+            if (full->kind == Type::Kind::Record && other->kind == Type::Kind::Record
+                && full->name == other->name) {
+                return conversion;
+            }
+        }
+        return {};
+    }
+
+    // The number of a C type as a text, `none` for void, functions and classes. `descriptor`, where it is
+    // known, is that of pointers to it.
+    std::string number(const TypePtr &declared, std::string descriptor = {})
+    {
+        TypePtr type = Type::without_const(declared), full = resolve(type, never_opaque);
+        bool has_values = full->kind != Type::Kind::Function && full->kind != Type::Kind::Reference
+                          && !is_builtin(full, "void") && !is_class(full) && !is_class(type);
+        if (!has_values) {
+            return none;
+        }
+        if (descriptor.empty()) {
+            descriptor = descriptor_of_pointer_to(type);
+        }
+        const std::string spelling = spell_declared(type);
+        auto known = type_numbers_.find({spelling, descriptor});
+        if (known != type_numbers_.end()) {
+            return known->second;
+        }
+        const std::string place = std::to_string(types_.size());
+        type_numbers_[{spelling, descriptor}] = place;
+        by_name_.emplace(spelling, place);
+        types_.emplace_back();
+        // What it refers to may come back to it.
+        types_[std::stoul(place)] = row(type, full, spelling, descriptor);
+        return place;
+    }
+
+    std::string row(const TypePtr &type, const TypePtr &full, const std::string &spelling,
+                    const std::string &descriptor)
+    {
+        std::string target = none, kind;
+        auto record = records_.find(descriptor);
+        const std::string conversion = conversion_of(type);
+        if (conversion == "mac_address" || conversion == "port_list") {
+            kind = ", Kind::" + conversion;
+        } else if (record != records_.end() && full->kind == Type::Kind::Record) {
+            target = record_number(*record->second);
+            kind = ", Kind::record";
+        } else if (TypePtr inner = pointee(type)) {
+            bool calls = resolve(inner, never_opaque)->kind == Type::Kind::Function;
+            target = calls ? callback_number(type) : number(inner);
+        }
+        return "describe<" + spelling + ">(" + std::to_string(texts_.start(spelling)) + ", "
+               + descriptor_number(descriptor) + ", " + own_descriptor(type, full) + ", " + target + kind
+               + ")";
+    }
+
+    std::string descriptor_number(const std::string &name) const
+    {
+        return model_.descriptors.count(name) != 0 ? std::to_string(numbering_.type(name)) : "no_type";
+    }
+
+    // The descriptor of the type itself, if it is a pointer. An opaque pointer to a function is known as what
+    // it is.
+    std::string own_descriptor(const TypePtr &type, const TypePtr &full) const
+    {
+        TypePtr resolved_type =
+            resolve(type, [this](const std::string &name) { return opaque_.count(name) != 0; });
+        if (full->kind != Type::Kind::Pointer) {
+            return "no_type";
+        }
+        return descriptor_number(mangle(resolved_type->kind == Type::Kind::Pointer ? resolved_type : full));
+    }
+
+    std::string record_number(const BoundRecord &record)
+    {
+        auto [place, added] = record_numbers_.emplace(record.name, record_numbers_.size());
+        if (added) {
+            record_order_.push_back(&record);
+        }
+        return std::to_string(place->second);
+    }
+
+    // Equal signatures are one callback, whatever their typedefs.
+    std::string callback_number(const TypePtr &type)
+    {
+        TypePtr full = resolve(type, never_opaque);
+        auto [place, added] = callback_numbers_.emplace(mangle(full), callback_numbers_.size());
+        if (added) {
+            callback_types_.push_back(spell_declared(type));
+            callbacks_.emplace_back();
+            std::vector<std::string> rows;
+            TypePtr signature = full->target;
+            // With the typedefs that the declaration has.
+            for (TypePtr step = type; step; step = step->target) {
+                if (step->kind == Type::Kind::Function) {
+                    signature = step;
+                    break;
+                }
+            }
+            for (const TypePtr &parameter : signature->parameters) {
+                bool by_address = is_array(parameter);
+                rows.push_back("{" + number(parameter) + ", 0, Way::" + (by_address ? "mac_address" : "value")
+                               + ", no_count}");
+            }
+            callbacks_[place->second] = "{" + parameters(rows) + ", " + std::to_string(rows.size()) + ", "
+                                        + number(signature->target) + "}";
+        }
+        return std::to_string(place->second);
+    }
+
+    // The number of the first of a sequence of parameters; equal sequences share their place.
+    std::string parameters(const std::vector<std::string> &rows)
+    {
+        auto [place, added] = sequences_.emplace(rows, parameter_count_);
+        if (added) {
+            parameters_ += joined(rows);
+            parameter_count_ += rows.size();
+            if (parameter_count_ > 0xfffe) {
+                throw std::runtime_error("too many parameters for 16-bit numbers");
+            }
+        }
+        return std::to_string(place->second);
+    }
+
+    void add_functions()
+    {
+        for (const Family &family : model_.families) {
+            std::map<std::string, int> overloads;
+            for (const BoundFunction &function : family.functions) {
+                ++overloads[function.name];
+            }
+            for (const BoundFunction &function : family.functions) {
+                if (overloads[function.name] == 1) {
+                    add(function);
+                }
+            }
+        }
+    }
+
+    void add(const BoundFunction &function)
+    {
+        std::vector<std::string> rows;
+        const BoundParameter *appended = nullptr;
+        std::vector<BoundParameter> arguments;
+        for (const BoundParameter &parameter : function.parameters) {
+            if (parameter.direction == Direction::Out) {
+                appended = &parameter;
+            } else {
+                arguments.push_back(parameter);
+            }
+        }
+        bool fills_mac = false, adds_output = appended != nullptr;
+        for (size_t i = 0; i < arguments.size(); ++i) {
+            rows.push_back(parameter_row(function, arguments, i, appended));
+            adds_output = adds_output || arguments[i].direction == Direction::InOut;
+            fills_mac = fills_mac || rows.back().find("Way::mac_address") != std::string::npos;
+        }
+        const std::string says = answer(function, adds_output);
+        std::string direct = fills_mac && says == "status" ? direct_call(function) : none;
+        function_of_method_[methods_.at(function.name)] = std::to_string(function_count_++);
+        functions_ += "    {" + parameters(rows) + ", " + direct + ", " + std::to_string(rows.size())
+                      + ", Answer::" + says + ", Keeping::" + keeping(function.name) + "},  // "
+                      + function.name + "\n";
+    }
+
+    static std::string answer(const BoundFunction &function, bool adds_output)
+    {
+        if (adds_output) {
+            return "status_first";
+        }
+        switch (function.result.conversion) {
+        case Conversion::Nothing:
+            return "nothing";
+        case Conversion::Object:
+            // A stand-in for a function of the SDK gives its outputs as Python has them.
+            return function.callee != function.name ? "status_first" : "value";
+        case Conversion::Int32:
+            return function.of_sdk && function.result.text == "int" ? "status" : "value";
+        default:
+            return "value";
+        }
+    }
+
+    static std::string keeping(const std::string &name)
+    {
+        return ends_with(name, "_unregister") ? "unregisters"
+               : ends_with(name, "_register") ? "registers"
+                                              : "no";
+    }
+
+    std::string parameter_row(const BoundFunction &function, const std::vector<BoundParameter> &arguments,
+                              size_t index, const BoundParameter *appended)
+    {
+        const BoundParameter &parameter = arguments[index];
+        const TypePtr &type = parameter.crossing.type;
+        TypePtr inner = pointee(type);
+        bool constant = inner && inner->is_const;
+        std::string way = "value", number_text = none, bound = "0", count = "no_count";
+        switch (parameter.crossing.conversion) {
+        case Conversion::String:
+        case Conversion::NullableString:
+            way = constant ? "constant_text" : "text";
+            number_text = number(Type::builtin("char"));
+            count = count_of(arguments, index, appended);
+            break;
+        case Conversion::Pointer:
+            way = constant ? "constant" : "pointer";
+            number_text = number(inner, parameter.crossing.descriptor);
+            bound = is_array(type) && number_text != none
+                        ? "std::extent_v<" + spell_declared(Type::without_const(type)) + ">"
+                        : "0";
+            count = count_of(arguments, index, appended);
+            break;
+        case Conversion::AnyPointer:
+            way = "any_pointer";
+            break;
+        case Conversion::Value:
+            way = function.of_sdk ? "by_value" : "other";
+            number_text = number(type, parameter.crossing.descriptor);
+            break;
+        case Conversion::Callback:
+            way = "callback";
+            number_text = number(type);
+            break;
+        case Conversion::Mapped:
+            way = inner && !constant && conversion_of(type) == "mac_address" ? "mac_address" : "value";
+            number_text = number(type);
+            break;
+        case Conversion::Object:
+            way = "other";
+            break;
+        default:
+            number_text = number(type);
+            break;
+        }
+        if (parameter.direction == Direction::InOut) {
+            way = "in_and_out";
+        }
+        return "{" + number_text + ", " + bound + ", Way::" + way + ", " + count + "}";
+    }
+
+    static bool is_number(const TypePtr &type)
+    {
+        TypePtr full = resolve(type, never_opaque);
+        return is_builtin(full, "int") || is_builtin(full, "unsigned int");
+    }
+
+    // Whether a parameter is a pointer to a whole number that C may write to.
+    static bool takes_number(const BoundParameter &parameter)
+    {
+        TypePtr inner = pointee(parameter.crossing.type);
+        return parameter.crossing.conversion == Conversion::Pointer && !inner->is_const && is_number(inner);
+    }
+
+    // The place of the later parameter that gets how many elements C wrote: the first that its name says so
+    // of, or the last of all where the header gives no names and a number of elements stands before.
+    static std::string count_of(const std::vector<BoundParameter> &arguments, size_t index,
+                                const BoundParameter *appended)
+    {
+        for (size_t i = index + 1; i < arguments.size(); ++i) {
+            std::string name = arguments[i].name;
+            std::transform(name.begin(), name.end(), name.begin(),
+                           [](unsigned char c) { return std::tolower(c); });
+            for (const char *word : {"count", "num", "actual", "size"}) {
+                if (takes_number(arguments[i]) && name.find(word) != std::string::npos) {
+                    return std::to_string(i);
+                }
+            }
+        }
+        if (appended && is_number(appended->crossing.type)) {
+            return "appended_count";
+        }
+        const size_t last = arguments.size() - 1;
+        bool unnamed = arguments[last].name == "arg" + std::to_string(last + 1);
+        bool sized = index > 0 && arguments[index - 1].crossing.conversion == Conversion::Int32;
+        return unnamed && sized && index < last && takes_number(arguments[last]) ? std::to_string(last)
+                                                                                 : "no_count";
+    }
+
+    std::string direct_call(const BoundFunction &function)
+    {
+        std::string arguments, name = "direct_" + function.name;
+        for (size_t i = 0; i < function.parameters.size(); ++i) {
+            TypePtr type = Type::without_const(function.parameters[i].crossing.type);
+            std::string place = "values[" + std::to_string(i) + "]";
+            arguments += i == 0 ? "" : ", ";
+            arguments += is_array(type)
+                             ? "static_cast<" + spell(Type::pointer_to(pointee(type))) + ">(" + place + ")"
+                             : "*static_cast<" + spell(Type::pointer_to(type)) + ">(" + place + ")";
+        }
+        direct_functions_ += "int32_t " + name + "(void *const *values)\n{\n    return " + function.callee
+                             + "(" + arguments + ");\n}\n\n";
+        direct_rows_ += "    " + name + ",\n";
+        return std::to_string(direct_count_++);
+    }
+
+    // Every record has its members listed, bound in a function or not.
+    void add_records()
+    {
+        for (const Family &family : model_.families) {
+            for (const BoundRecord &record : family.records) {
+                record_number(record);
+            }
+        }
+        // Members may bring in further types, but no further records.
+        for (size_t i = 0; i < record_order_.size(); ++i) {
+            const BoundRecord &record = *record_order_[i];
+            record_rows_ += "    {" + number(record_type(record), record.self.descriptor) + ", "
+                            + std::to_string(member_count_) + ", " + std::to_string(record.members.size())
+                            + "},  // " + record.name + "\n";
+            for (const BoundMember &member : record.members) {
+                bool nested = member.storage == Storage::Record || member.storage == Storage::Opaque;
+                TypePtr type = member_type(record.name, member.name);
+                members_ += "    {" + std::to_string(texts_.start(member.name)) + ", offsetof(" + record.name
+                            + ", " + member.name + "), "
+                            + number(type, nested ? member.crossing.descriptor : std::string()) + "},\n";
+            }
+            member_count_ += record.members.size();
+        }
+    }
+
+    static TypePtr record_type(const BoundRecord &record) { return Type::record(record.name); }
+
+    const TypePtr &member_type(const std::string &record, const std::string &member) const
+    {
+        for (const Record &declared : declarations_.records) {
+            if (declared.name == record || declared.tag == record) {
+                for (const Member &candidate : declared.members) {
+                    if (candidate.name == member) {
+                        return candidate.type;
+                    }
+                }
+            }
+        }
+        throw std::runtime_error("no header declares the member " + record + "." + member);
+    }
+
+    // Names of types that nothing declared above spells, but that a script may ask memory of: numbers under
+    // all their typedefs, pointers to what is known.
+    void add_names()
+    {
+        for (const char *name : {"int", "unsigned int", "short", "unsigned short", "char", "signed char",
+                                 "unsigned char", "unsigned long long", "long long"}) {
+            number(Type::builtin(name));
+        }
+        // Records by their tags too.
+        for (const Record &record : declarations_.records) {
+            TypePtr type = Type::record(record.tag);
+            if (model_.descriptors.count(descriptor_of_pointer_to(type)) != 0) {
+                number(type);
+            }
+        }
+        for (const auto &[name, target] : declarations_.typedefs) {
+            TypePtr type = Type::typedef_of(name, target);
+            TypePtr full = resolve(type, never_opaque);
+            bool calls = full->kind == Type::Kind::Pointer && full->target->kind == Type::Kind::Function;
+            if (full->kind == Type::Kind::Builtin || full->kind == Type::Kind::Enum
+                || full->kind == Type::Kind::Record
+                || (calls && callback_numbers_.count(mangle(full)) != 0)) {
+                if (model_.descriptors.count(descriptor_of_pointer_to(type)) != 0
+                    || (calls && model_.descriptors.count(mangle(full)) != 0)) {
+                    number(type);
+                }
+            }
+        }
+    }
+
+    std::string buckets() const
+    {
+        size_t size = 1;
+        while (size < 2 * by_name_.size()) {
+            size *= 2;
+        }
+        std::vector<std::string> places(size, none);
+        for (const auto &[name, type] : by_name_) {
+            size_t place = quorel::name_hash(name) & (size - 1);
+            while (places[place] != none) {
+                place = (place + 1) & (size - 1);
+            }
+            places[place] = type;
+        }
+        return "const uint16_t type_buckets[] = {\n" + joined(places)
+               + "};\nconst size_t type_bucket_count = " + std::to_string(size) + ";\n\n";
+    }
+
+    std::string constants() const
+    {
+        std::vector<std::string> names;
+        for (const Constant &constant : model_.constants) {
+            names.push_back(constant.name);
+        }
+        std::sort(names.begin(), names.end());
+        std::string rows;
+        for (const std::string &name : names) {
+            rows += "    {" + std::to_string(texts_.start(name)) + ", static_cast<int32_t>(" + name + ")},\n";
+        }
+        return "const CConstant c_constants[] = {\n" + rows
+               + "};\nconst size_t c_constant_count = " + std::to_string(names.size()) + ";\n\n";
+    }
+
+    const Model &model_;
+    const Declarations &declarations_;
+    const Numbering &numbering_;
+    std::set<std::string> opaque_;
+    std::map<std::string, std::string> mapped_;           ///< typedef to conversion
+    std::map<std::string, const BoundRecord *> records_;  ///< by descriptor
+    std::map<std::string, size_t> methods_;               ///< by name
+    std::map<std::pair<std::string, std::string>, std::string> type_numbers_;
+    std::map<std::string, std::string> by_name_;
+    std::map<std::string, size_t> callback_numbers_, record_numbers_;
+    std::map<std::vector<std::string>, size_t> sequences_;
+    std::vector<const BoundRecord *> record_order_;
+    std::vector<std::string> types_, callbacks_, callback_types_, function_of_method_;
+    std::string parameters_, functions_, record_rows_, members_, direct_functions_, direct_rows_;
+    size_t parameter_count_ = 0, function_count_ = 0, member_count_ = 0, direct_count_ = 0;
+    mutable Texts texts_;
+};
+
+}  // namespace
+
+Index emit_index(const Model &model, const Declarations &declarations, const Numbering &numbering)
+{
+    std::vector<std::string> headers, cxx_headers;
+    for (const Family &family : model.families) {
+        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        cxx_headers.insert(cxx_headers.end(), family.cxx_headers.begin(), family.cxx_headers.end());
+    }
+    const std::string origin = "the interface files and the headers that they name";
+    IndexWriter writer(model, declarations, numbering);
+    return {
+        banner("What the build knows of the SDK.", origin) + includes(headers, cxx_headers)
+            + "\n#include \"module/tables.h\"\n#include \"quorel/extension/index.h\"\n\nnamespace quorel "
+              "{\n\n"
+            + writer.index() + "\n}  // namespace quorel\n",
+        banner("The functions through which C calls Python.", origin) + includes(headers, cxx_headers)
+            + "\n#include \"quorel/extension/trampoline.h\"\n\nnamespace quorel {\n\n" + writer.trampolines()
+            + "\n}  // namespace quorel\n"};
+}
+
+}  // namespace generator

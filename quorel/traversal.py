@@ -1,0 +1,105 @@
+"""Traversals as iterables and registrations as streams of events."""
+import collections
+import threading
+
+import QuorelApiNew
+from _quorel import callback, checked, copy, parameters
+
+
+def _kept(value):
+    """What a callback may keep of an argument: of a record a copy."""
+    return copy(value) if hasattr(type(value), '__swig_destroy__') else value
+
+
+def _with_callback(function, arguments, called):
+    """All arguments of `function`: `called` and no cookie between those that are given."""
+    given = iter(arguments)
+    complete = []
+    for name, _, way, _ in parameters(function):
+        if way == 'callback' or called.type in name:
+            complete.append(called)
+        elif way == 'any_pointer':
+            complete.append(None)
+        else:
+            try:
+                complete.append(next(given))
+            except StopIteration:
+                raise TypeError('%s: an argument %s is missing' % (function.__name__, name))
+    if list(given):
+        raise TypeError('%s: too many arguments' % function.__name__)
+    return complete
+
+
+def _item(arguments):
+    """What of a callback's arguments is told: not the unit before them nor the cookie after."""
+    kept = tuple(_kept(argument) for argument in arguments[1:-1])
+    return kept[0] if len(kept) == 1 else kept
+
+
+def traverse(function, *arguments):
+    """Iterates over what a traversal visits: `for addr in traverse(q.bcm_l2_traverse, 0)`.
+
+    arguments: those of the function, without the callback and its cookie. Gives copies of records, or a tuple
+    where a visit has several arguments. The whole table is read before the first is given, so it may be changed
+    meanwhile. Raises StatusError.
+    """
+    found = []
+    called = callback(function, lambda *visited: found.append(_item(visited)))
+    checked(function, *_with_callback(function, arguments, called))
+    return iter(found)
+
+
+class events(object):
+    """What a registered callback is told: `with events(q.bcm_linkscan_register, 0) as changes:`.
+
+    arguments: those of the function, without the callback and its cookie. The registration lasts as long as the
+    block. Iterating waits for the next event and never ends by itself; get() has a limit. Raises StatusError.
+    """
+
+    def __init__(self, function, *arguments):
+        self._queue = collections.deque()
+        self._filled = threading.Condition()
+        self._register = function
+        name = function.__name__
+        self._unregister = getattr(QuorelApiNew, name[:-len('_register')] + '_unregister', None)
+        if not name.endswith('_register') or self._unregister is None:
+            raise TypeError('events() takes a function that registers a callback, not %s' % name)
+        self._callback = callback(function, self._note)
+        self._arguments = _with_callback(function, arguments, self._callback)
+
+    def _note(self, *arguments):
+        with self._filled:
+            self._queue.append(tuple(_kept(argument) for argument in arguments))
+            self._filled.notify()
+
+    def __enter__(self):
+        checked(self._register, *self._arguments)
+        return self
+
+    def __exit__(self, *_):
+        named = dict(zip([row[0] for row in parameters(self._register)], self._arguments))
+        checked(self._unregister, *[named.get(row[0], self._callback if row[2] == 'callback' else None)
+                                    for row in parameters(self._unregister)])
+
+    def __iter__(self):
+        return self
+
+    def next(self):
+        return self.get()
+
+    __next__ = next
+
+    def get(self, timeout=None):
+        """The next event, the tuple of the callback's arguments; None if none comes for `timeout` seconds."""
+        with self._filled:
+            if not self._queue:
+                # A wait without a limit could not be interrupted.
+                self._filled.wait(10 ** 8 if timeout is None else timeout)
+            return self._queue.popleft() if self._queue else None
+
+    def waiting(self):
+        """Takes and returns the events that there are, a list."""
+        with self._filled:
+            taken = list(self._queue)
+            self._queue.clear()
+        return taken
