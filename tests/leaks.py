@@ -1,5 +1,4 @@
 """What LeakSanitizer tells of at exit: memory that is lost, and not what is held or given back."""
-import os
 import subprocess
 import sys
 import unittest
@@ -18,14 +17,13 @@ class Leaks(unittest.TestCase):
     def test_what_is_lost_is_told(self):
         for code in ('q.new_intp().disown()',
                      'q.new_bcm_l2_addr_t().disown()',
-                     'import ctypes; ctypes.CDLL(None).malloc(1000)'):
+                     'q.new_uint8Array(1000)'):
             self.assertEqual(self.run_to_the_end(code), (True, True), code)
 
     def test_what_is_held_to_the_end_is_not(self):
-        for code in ('', 'number, entry = q.new_intp(), q.new_bcm_l2_addr_t()', 'q.bcm_attach(1, "", "", 1)',
-                     'import QuorelApiNew; entry = QuorelApiNew.bcm_l2_addr_t()'):
+        for code in ('', 'q.bcm_attach(1, "", "", 1)',
+                     'import QuorelApiNew; entry, number = QuorelApiNew.bcm_l2_addr_t(), q.new_intp()'):
             self.assertEqual(self.run_to_the_end(code), (False, False), code)
-        self.assertIn('suppressions=', os.environ['LSAN_OPTIONS'])
 
 
 if __name__ == '__main__':
