@@ -136,7 +136,7 @@ class Objects(object):
         if kind == 'object':
             return object()
         if kind == 'any_pointer':
-            return self.keep(q.new_uint32p())
+            return self.make('_p_unsigned_char')
         return self.make(argument.descriptor)
 
 

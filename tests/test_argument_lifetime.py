@@ -80,6 +80,8 @@ class ArgumentLifetime(unittest.TestCase):
 
     def test_of_the_record_that_a_member_is_written_to(self):
         hint = q.new_bcm_stat_group_mode_hint_t()
+        # A member that it is written to takes it over.
+        self.addCleanup(q.delete_bcm_stat_group_mode_hint_t, hint)
         q.bcm_stat_group_mode_hint_t_object_set(hint, 7)
         text = pointer_of_type('_p_char')
         self.addCleanup(lambda: q.delete_uint8Array(retyped(text, '_p_unsigned_char')))

@@ -6,15 +6,19 @@ import unittest
 
 import QuorelApiNew as q
 from chip import CORES, ChipTest, FIELDS, MEMORIES, Words
-from type_table import pointer_of_type
+from type_table import freed_after, pointer_of_type, retyped
 
+free = ctypes.CDLL(None).free
 ALL = -1
 ALL_ONES = 2 ** 640 - 1
 
 
 def unsigned(pointer):
-    """The number behind a `U32 *`, of which nothing else becomes known in Python."""
-    return ctypes.c_uint32.from_address(int(owned(pointer))).value
+    """The number behind a `U32 *`, of which nothing else becomes known in Python. What it points to is freed."""
+    address = ctypes.c_void_p(int(owned(pointer)))
+    value = ctypes.cast(address, ctypes.POINTER(ctypes.c_uint32)).contents.value
+    free(address)
+    return value
 
 
 def owned(pointer):
@@ -111,15 +115,16 @@ class PlatformView(ChipTest):
         self.assertEqual(arrays[16], 0)
         for unit, mem in ((1, 0), (0, -1), (0, len(MEMORIES))):
             self.assertEqual(unsigned(q.tableBaseAddr(unit, mem, 0)), 0)
-        bus_address = q.sbusFormatAddress(0, owned(q.tableBaseAddr(0, q.STC_COUNTERm, 0)))
+        array = freed_after(self, q.tableBaseAddr(0, q.STC_COUNTERm, 0))
+        bus_address = q.sbusFormatAddress(0, array)
         self.assertEqual(unsigned(bus_address), (arrays[0] << 6 | arrays[0] >> 26) & 0xffffffff)
 
     def test_which_of_the_two_finds(self):
         base = unsigned(q.tableBaseAddr(0, q.IHB_PORT_INFOm, 0))
         if base >= 2 ** 31:
             base -= 2 ** 32
-        size = pointer_of_type('_p_U32', 4)
-        address = pointer_of_type('_p_Hardware__ChipAddress', 8)
+        size = self.zeros('_p_U32', 4)
+        address = self.zeros('_p_Hardware__ChipAddress', 8)
         for found in (q.findChipMemory(0, q.IHB_PORT_INFOm, base),
                       q.findChipMemory(0, q.IHB_PORT_INFOm, address, size)):
             self.assertIn("'Hardware::ChipMemory::Ptr *'", repr(owned(found)))
@@ -137,12 +142,18 @@ class PlatformView(ChipTest):
                      (0, -1, base)):
             self.assertFalse(self.pointee(q.findChipMemory(*args)), args)
 
+    def zeros(self, mangled_name, size):
+        """A pointer object of that type to zero bytes, which are freed after the test."""
+        pointer = pointer_of_type(mangled_name, size)
+        self.addCleanup(lambda: q.delete_uint8Array(retyped(pointer, '_p_unsigned_char')))
+        return pointer
+
     def pointee(self, pointer):
         return ctypes.c_void_p.from_address(int(owned(pointer))).value
 
     def test_what_neither_of_the_two_takes(self):
-        size = pointer_of_type('_p_U32', 4)
-        address = pointer_of_type('_p_Hardware__ChipAddress', 8)
+        size = self.zeros('_p_U32', 4)
+        address = self.zeros('_p_Hardware__ChipAddress', 8)
         message = ("Wrong number or type of arguments for overloaded function 'findChipMemory'.\n"
                    "  Possible C/C++ prototypes are:\n"
                    "    QuorelApi::findChipMemory(int,int,Hardware::ChipAddress,U32)\n"
@@ -160,9 +171,11 @@ class PlatformView(ChipTest):
 
     def test_all_registers_as_text(self):
         script = ('import QuorelApiNew as q\n'
-                  'from type_table import pointer_of_type\n'
+                  'from type_table import pointer_of_type, retyped\n'
                   'q.soc_reg_field32_modify(0, q.NIF_PORT_CTRLr, 9, %d, 40000)\n'
-                  'q.printAllRegisters(pointer_of_type("_p_uint", 4))\n' % FIELDS['SPEEDf'])
+                  'unit = pointer_of_type("_p_uint", 4)\n'
+                  'q.printAllRegisters(unit)\n'
+                  'q.delete_uint8Array(retyped(unit, "_p_unsigned_char"))\n' % FIELDS['SPEEDf'])
         lines = subprocess.check_output([sys.executable, '-c', script]).splitlines()
         self.assertEqual(len(lines), len(self.instances()))
         self.assertIn('NIF_PORT_CTRL.9=0x009c4003 RX_ENABLE=1,TX_ENABLE=1,SPEED=9c40',

@@ -7,7 +7,7 @@ import binding
 from binding import error_of
 from console import printed
 from recording import recording
-from type_table import pointer_of_type, retyped
+from type_table import freed_after, pointer_of_type, retyped
 
 
 class Departures(unittest.TestCase):
@@ -100,12 +100,13 @@ class Departures(unittest.TestCase):
 
     def test_an_opaque_value_goes_from_a_getter_to_a_call(self):
         info = q.bcm_port_info_t()
-        for call, value in ((q.bcm_port_advert_set, info.local_advert), (q.bcm_port_interface_set, info.interface)):
+        advert, interface = freed_after(self, info.local_advert), freed_after(self, info.interface)
+        for call, value in ((q.bcm_port_advert_set, advert), (q.bcm_port_interface_set, interface)):
             with recording() as calls:
                 call(99, 1, value)
             self.assertEqual([name for name, _ in calls()], [call.__name__])
-        info.local_advert = info.remote_advert
-        self.assertEqual(error_of(q.bcm_port_advert_set, 99, 1, info.interface)[0], TypeError)
+        info.local_advert = freed_after(self, info.remote_advert)
+        self.assertEqual(error_of(q.bcm_port_advert_set, 99, 1, interface)[0], TypeError)
 
     def test_records_by_value_are_copied_out(self):
         config = q.bcm_vlan_control_vlan_t()

@@ -7,9 +7,7 @@ import unittest
 
 import QuorelApiNew as q
 import binding
-from type_table import BLOCK_SIZE, pointer_of_type, retyped
-
-free = ctypes.CDLL(None).free
+from type_table import BLOCK_SIZE, freed_after, pointer_of_type, retyped
 
 
 def layout():
@@ -119,8 +117,7 @@ class SweepMembers(unittest.TestCase):
         """What is read of an opaque type is a copy, which no class in Python releases."""
         if member.kind == 'value':
             self.assertTrue(pointer.own())
-            pointer.disown()
-            self.addCleanup(free, ctypes.c_void_p(int(pointer)))
+            freed_after(self, pointer)
 
     @staticmethod
     def pointer_in(data, offset):

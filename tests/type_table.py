@@ -52,6 +52,16 @@ def descriptors():
     return [record.types[i].contents for i in range(record.size)]
 
 
+_free = ctypes.CDLL(None).free
+
+
+def freed_after(test, pointer):
+    """The same pointer object, to a copy that no class in Python releases: it is freed after the test."""
+    pointer.disown()
+    test.addCleanup(_free, ctypes.c_void_p(int(pointer)))
+    return pointer
+
+
 _addresses = {}
 BLOCK_SIZE = 8192
 
