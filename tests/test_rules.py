@@ -133,11 +133,10 @@ class Reports(RulesTest):
         kinds = dict((name, (kind, why)) for name, _, kind, why in rules.report('answers.tsv'))
         nothing = (None,) * 24
         for name, (kind, why) in kinds.items():
-            if kind == 'unavailable' and why != 'gives no status':
-                self.assertEqual(getattr(library, name)(*nothing), q.BCM_E_UNAVAIL, name)
-        for function in rules.read():
-            if kinds[function.name][0] == 'by rule':
-                self.assertNotEqual(getattr(library, function.name)(*nothing), q.BCM_E_UNAVAIL, function.name)
+            # Those written by hand have tests of their own; a void function has no status.
+            if kind != 'by hand' and why not in ('gives no status', 'is named as its record'):
+                status = getattr(library, name)(*nothing)
+                self.assertEqual(status == q.BCM_E_UNAVAIL, kind == 'unavailable', name)
         self.assertEqual(kinds['bcm_l2_addr_add'], ('by hand', 'l2_address.cpp'))
         self.assertEqual(kinds['bcm_port_jam_get'], ('by rule', 'mirrors bcm_port_jam_set'))
 
