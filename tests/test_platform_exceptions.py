@@ -5,6 +5,8 @@ import sys
 import unittest
 
 SCRIPT = """
+import ctypes, sys
+ctypes.CDLL(sys.argv[1], ctypes.RTLD_GLOBAL)  # what it defines is found before what the platform's libraries do
 import _QuorelApiNew as m
 for name, args in (('captureTrace', (True,)), ('getTrace', ()), ('traceToLogIs', (False,)), ('setSandAgentName', ('a',)),
                    ('getNumDevices', ()), ('sdc', (0, 'ps')), ('findChipMemory', (0, 1, 2))):
@@ -19,10 +21,8 @@ print m.bcm_attach_check(0)
 
 class Exceptions(unittest.TestCase):
     def test_what_is_thrown_is_raised(self):
-        preloaded = [os.environ.get('LD_PRELOAD', ''), os.path.join(os.environ['QUOREL_PROBE'], 'throwing_platform.so')]
-        # Where the interpreter is started by a script, the loader says on stderr that the shell is of another class.
-        process = subprocess.Popen([sys.executable, '-c', SCRIPT], stdout=subprocess.PIPE,
-                                   env=dict(os.environ, LD_PRELOAD=' '.join(preloaded).strip()))
+        throwing = os.path.join(os.environ['QUOREL_PROBE'], 'throwing_platform.so')
+        process = subprocess.Popen([sys.executable, '-c', SCRIPT, throwing], stdout=subprocess.PIPE)
         output = process.communicate()[0]
         self.assertEqual(output.splitlines(), [
             "captureTrace ValueError('more than can be captured',)",
