@@ -1,4 +1,5 @@
 """Every function of the SDK that takes pointers, called from Python alone, and what C then received."""
+import sys
 import unittest
 
 import QuorelApiNew as q
@@ -122,7 +123,7 @@ class Sweep(unittest.TestCase):
             for (argument, expected), data in zip(given, received):
                 if expected is not None:
                     self.assertEqual(data[:len(expected)], expected[:len(data)], (call.name, argument))
-        print '%d of %d functions that take pointers cannot be called' % (len(unreached), len(self.calls))
+        sys.stdout.write('%d of %d functions that take pointers cannot be called\n' % (len(unreached), len(self.calls)))
         self.assertEqual(unreached, [])
         self.assertGreater(len(self.calls), 300)
 
