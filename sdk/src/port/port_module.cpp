@@ -13,7 +13,7 @@ extern "C" {
 
 int sim_bcm_port_init(int unit)
 {
-    return begin(unit).then([unit](Switch &sw) -> int {
+    return begin(unit).then([](Switch &sw) -> int {
         sw.of<PortState>().reset();
         buses_of(sw) = {};
         phys_of(sw).start(sw);
