@@ -353,11 +353,11 @@ PySequenceMethods sequence_methods;
 PyMappingMethods mapping_methods;
 PyBufferProcs buffer_methods;
 
-// A size, or as many as there are values.
+// A size, or as many as there are values. A size that no 32-bit target could have is MemoryError on all hosts.
 NewReference array_of(const CType &type, PyObject *content)
 {
     if (PyInt_Check(content) || PyLong_Check(content)) {
-        Py_ssize_t count = PyNumber_AsSsize_t(content, PyExc_OverflowError);
+        Py_ssize_t count = PyNumber_AsSsize_t(content, PyExc_MemoryError);
         if (count == -1 && PyErr_Occurred()) {
             return nullptr;
         }

@@ -41,7 +41,7 @@ NewReference represent(PyObject *object)
 
 NewReference subscript(PyObject *, PyObject *key)
 {
-    Py_ssize_t count = PyNumber_AsSsize_t(key, PyExc_OverflowError);
+    Py_ssize_t count = PyNumber_AsSsize_t(key, PyExc_MemoryError);
     if (count < 0) {
         if (!PyErr_Occurred()) {
             PyErr_Format(PyExc_ValueError, "OUT[%zd] stands for no array", count);
