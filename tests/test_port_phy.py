@@ -218,7 +218,6 @@ class Together(PortPhyTest):
         self.assertEqual((info.enable, info.linkstatus, info.autoneg, info.speed, info.duplex, info.speed_max,
                           info.remote_advert_valid, info.phy_master, info.fault),
                          (1, 1, 1, 10000, 1, 10000, 1, q.SOC_PHY_MS_AUTO, 0))
-        self.assertFalse(info.action_mask & q.BCM_PORT_ATTR_RATE_MCAST_MASK)
         self.assertFalse(self.info(CPU_PORT).action_mask & q.BCM_PORT_ATTR_AUTONEG_MASK)
         # While it negotiates, it does not matter that there is no such speed.
         info.speed, info.pause_tx, info.action_mask = 77, 1, 0
@@ -238,8 +237,7 @@ class Together(PortPhyTest):
                          (40000, (0, True, False), (0, 0)))
         got = self.info(SERDES, q.bcm_port_selective_get, action_mask=speed, duplex=-5)
         self.assertEqual((got.speed, got.duplex), (40000, -5))
-        for mask, status in ((q.BCM_PORT_ATTR_MDIX_MASK, q.BCM_E_UNAVAIL), (2 ** 31, q.BCM_E_PARAM),
-                             (q.BCM_PORT_ATTR_RATE_BCAST_MASK, q.BCM_E_UNAVAIL)):
+        for mask, status in ((q.BCM_PORT_ATTR_MDIX_MASK, q.BCM_E_UNAVAIL), (2 ** 31, q.BCM_E_PARAM)):
             wanted.action_mask = mask
             for call in (q.bcm_port_selective_get, q.bcm_port_selective_set):
                 self.assertStatus(status, call(0, SERDES, wanted), (call, mask))

@@ -80,14 +80,16 @@ class Translations(TableTest):
         status, seen = self.visited(lambda old: q.bcm_vlan_translate_delete(UNIT, 5, old))
         self.assertEqual((status, [old for _, old, _ in seen], self.visited()), (0, order[::2], (0, [])))
 
-    def test_first_keys_that_begin_and_end_alike(self):
-        flags, vlans = ctypes.c_uint32(), [7, 0x107, 0x700, 0x707]
-        for vlan in vlans:
-            self.done(library.bcm_vlan_gport_add(UNIT, vlan, 7, vlan))
-        for number, vlan in enumerate(vlans):
-            self.done(library.bcm_vlan_gport_delete_all(UNIT, vlan))
-            found = [library.bcm_vlan_gport_get(UNIT, other, 7, ctypes.byref(flags)) for other in vlans]
-            self.assertEqual(found, [MISSING] * (number + 1) + [0] * (3 - number))
+    def test_the_first_key_alone_removes_all_that_have_it(self):
+        action, ports = q.bcm_vlan_action_set_t(), [7, 8, 64]
+        for port in ports:
+            for ether in (0x800, 0x806):
+                self.done(library.bcm_vlan_port_protocol_action_add(UNIT, port, 1, ether, pointer(action)))
+        for number, port in enumerate(ports):
+            self.done(library.bcm_vlan_port_protocol_action_delete_all(UNIT, port))
+            found = [library.bcm_vlan_port_protocol_action_get(UNIT, other, 1, 0x806, pointer(action))
+                     for other in ports]
+            self.assertEqual(found, [MISSING] * (number + 1) + [0] * (2 - number))
 
 
 class Objects(TableTest):

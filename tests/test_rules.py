@@ -171,11 +171,11 @@ class Settings(RulesTest):
 
     def test_counters_are_one_in_both_widths(self):
         wide, narrow = ctypes.c_uint64(), ctypes.c_uint32()
-        library.bcm_port_stat_set(UNIT, 5, 2, ctypes.c_uint64(0x500000007))
-        self.done(library.bcm_port_stat_get32(UNIT, 5, 2, ctypes.byref(narrow)))
+        library.bcm_vlan_stat_set(UNIT, 5, 2, 1, ctypes.c_uint64(0x500000007))
+        self.done(library.bcm_vlan_stat_get32(UNIT, 5, 2, 1, ctypes.byref(narrow)))
         self.assertEqual(narrow.value, 7)
-        library.bcm_port_stat_set32(UNIT, 5, 2, 9)
-        self.done(library.bcm_port_stat_get(UNIT, 5, 2, ctypes.byref(wide)))
+        library.bcm_vlan_stat_set32(UNIT, 5, 2, 1, 9)
+        self.done(library.bcm_vlan_stat_get(UNIT, 5, 2, 1, ctypes.byref(wide)))
         self.assertEqual(wide.value, 9)
 
 
@@ -210,15 +210,6 @@ class Records(RulesTest):
         self.attach_afresh()
         self.assertEqual(q.bcm_vlan_translate_delete(UNIT, 5, 10), q.BCM_E_NOT_FOUND)
         self.assertEqual(library.bcm_vlan_translate_traverse(UNIT, None, None), q.BCM_E_PARAM)
-
-    def test_some_entries_are_removed_by_their_first_key(self):
-        flags = ctypes.c_uint32()
-        for vlan, port in ((7, 1), (7, 2), (8, 1)):
-            self.done(library.bcm_vlan_gport_add(UNIT, vlan, port, 16 * vlan + port))
-        self.done(library.bcm_vlan_gport_delete_all(UNIT, 7))
-        self.assertEqual(library.bcm_vlan_gport_get(UNIT, 7, 1, ctypes.byref(flags)), q.BCM_E_NOT_FOUND)
-        self.done(library.bcm_vlan_gport_get(UNIT, 8, 1, ctypes.byref(flags)))
-        self.assertEqual(flags.value, 129)
 
     def policer(self, rate, flags=0):
         config = q.bcm_policer_config_t()

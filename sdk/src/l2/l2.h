@@ -30,6 +30,8 @@ struct L2LearnClass {
 struct L2Settings {
     int age_seconds = age_seconds_default;
     int freezes = 0;
+    bool learns = true;  // bcmSwitchL2LearnEnable
+    bool ages = true;    // bcmSwitchL2AgeEnable
     HandlerList<Callback<bcm_l2_addr_callback_t>> subscribers;
     std::map<std::pair<uint32, int>, int> learn_limits;  // by BCM_L2_LEARN_LIMIT_* selector and id
     std::array<L2LearnClass, learn_classes> classes;

@@ -52,7 +52,7 @@ int sim_bcm_l2_addr_thaw(int unit)
 int sim_l2_age_step(int unit)
 {
     return begin(unit, ready<L2State>).then([](Switch &sw, L2State &l2) -> int {
-        if (l2.settings.age_seconds == 0 || l2.settings.freezes != 0) {
+        if (l2.settings.age_seconds == 0 || !l2.settings.ages || l2.settings.freezes != 0) {
             return 0;
         }
         int removed = 0;

@@ -81,7 +81,7 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
         l2_notify(sw, address, mode & BCM_PORT_LEARN_CPU ? BCM_L2_CALLBACK_REPORT : l2_silent);
         return BCM_E_DISABLED;
     }
-    if (l2.settings.freezes != 0) {
+    if (l2.settings.freezes != 0 || !l2.settings.learns || !vlans_of(sw).at(vid).learns()) {
         return BCM_E_DISABLED;
     }
     if (!has_room(l2, place, vid, entered && (l2.addresses.state(position) & l2_learnt))) {

@@ -19,6 +19,12 @@ constexpr int cpu_speed_max = 10000;
 
 constexpr int frame_max_default = 9216;  // bytes, with checksum
 
+/// A limit on packets of one kind that arrive; it is kept, nothing measures rates yet.
+struct StormLimit {
+    int rate = 0;      // packets/s, or kbit/s with BCM_RATE_MODE_BYTES
+    uint32 flags = 0;  // BCM_RATE_ENABLE, BCM_RATE_MODE_BYTES
+};
+
 struct Port {
     bool enabled = true;
     int speed_max = front_speed_max;
@@ -31,6 +37,7 @@ struct Port {
     int frame_max = frame_max_default;
     int discard = BCM_PORT_DISCARD_NONE;
     uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
+    StormLimit unknown_unicast, multicast, broadcast;
 };
 
 struct PortState : RoomState {

@@ -238,13 +238,13 @@ bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &
 
 uint64 statistic(const PortCounters &counters, bcm_stat_val_t type)
 {
-    const auto base = counters.cleared_at.find(type);
-    return total(counters, type) - (base != counters.cleared_at.end() ? base->second : 0);
+    const auto base = counters.zero_at.find(type);
+    return total(counters, type) - (base != counters.zero_at.end() ? base->second : 0);
 }
 
-void clear_statistic(PortCounters &counters, bcm_stat_val_t type)
+void set_statistic(PortCounters &counters, bcm_stat_val_t type, uint64 value)
 {
-    counters.cleared_at[type] = total(counters, type);
+    counters.zero_at[type] = total(counters, type) - value;
 }
 
 }  // namespace sim

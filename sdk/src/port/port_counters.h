@@ -77,7 +77,7 @@ constexpr std::size_t place(Discard reason)
 
 struct PortCounters {
     std::array<uint64, counters_of_a_port> counts = {};
-    std::map<bcm_stat_val_t, uint64> cleared_at;  // of single statistics, which share counters
+    std::map<bcm_stat_val_t, uint64> zero_at;  // of statistics that were set, since they share counters
 };
 
 inline void count_discard(PortCounters &counters, Discard reason)
@@ -91,7 +91,7 @@ bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &
 /// The value of a statistic, 0 if no packet here can ever move it.
 uint64 statistic(const PortCounters &counters, bcm_stat_val_t type);
 
-/// From now on it counts from 0; the other statistics go on.
-void clear_statistic(PortCounters &counters, bcm_stat_val_t type);
+/// From now on it counts from that value; the other statistics go on.
+void set_statistic(PortCounters &counters, bcm_stat_val_t type, uint64 value);
 
 }  // namespace sim

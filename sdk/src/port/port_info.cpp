@@ -2,6 +2,7 @@
 #include "begin.h"
 #include "port.h"
 #include "sim_port.h"
+#include "sim_rate.h"
 
 #include <algorithm>
 #include <iterator>
@@ -92,7 +93,23 @@ int get_remote_advert(int unit, bcm_port_t port, Info &info)
     return rc == BCM_E_NONE ? sim_bcm_port_ability_remote_get(unit, port, &info.remote_ability) : rc;
 }
 
-/// One bit of action_mask or action_mask2. A null get: it is not there; a null set: it can only be read.
+/// The limit of one kind of packets, and whether it is on.
+template <auto getter, int Info::*limit, int Info::*is_on>
+int get_rate(int unit, bcm_port_t port, Info &info)
+{
+    uint32 flags;
+    const int rc = getter(unit, port, &(info.*limit), &flags);
+    info.*is_on = rc == BCM_E_NONE && flags & BCM_RATE_ENABLE;
+    return rc;
+}
+
+template <auto setter, int Info::*limit, int Info::*is_on>
+int set_rate(int unit, bcm_port_t port, const Info &info)
+{
+    return setter(unit, port, info.*limit, info.*is_on ? BCM_RATE_ENABLE : 0);
+}
+
+/// One bit of action_mask or action_mask2. A null set: it can only be read.
 struct Attribute {
     uint32 mask, mask2;
     Getter get;
@@ -151,9 +168,15 @@ constexpr Attribute attributes[] = {
     {BCM_PORT_ATTR_STP_STATE_MASK, 0, get<sim_bcm_port_stp_get, &Info::stp_state>,
      set<sim_bcm_port_stp_set, &Info::stp_state>},
     {BCM_PORT_ATTR_PFM_MASK, 0, get<sim_bcm_port_pfm_get, &Info::pfm>, set<sim_bcm_port_pfm_set, &Info::pfm>},
-    {BCM_PORT_ATTR_RATE_MCAST_MASK, 0, nullptr, nullptr},
-    {BCM_PORT_ATTR_RATE_BCAST_MASK, 0, nullptr, nullptr},
-    {BCM_PORT_ATTR_RATE_DLFBC_MASK, 0, nullptr, nullptr},
+    {BCM_PORT_ATTR_RATE_MCAST_MASK, 0,
+     get_rate<sim_bcm_rate_mcast_get, &Info::mcast_limit, &Info::mcast_limit_enable>,
+     set_rate<sim_bcm_rate_mcast_set, &Info::mcast_limit, &Info::mcast_limit_enable>},
+    {BCM_PORT_ATTR_RATE_BCAST_MASK, 0,
+     get_rate<sim_bcm_rate_bcast_get, &Info::bcast_limit, &Info::bcast_limit_enable>,
+     set_rate<sim_bcm_rate_bcast_set, &Info::bcast_limit, &Info::bcast_limit_enable>},
+    {BCM_PORT_ATTR_RATE_DLFBC_MASK, 0,
+     get_rate<sim_bcm_rate_dlf_get, &Info::dlfbc_limit, &Info::dlfbc_limit_enable>,
+     set_rate<sim_bcm_rate_dlf_set, &Info::dlfbc_limit, &Info::dlfbc_limit_enable>},
 };
 
 constexpr Info all_attributes()
@@ -182,8 +205,7 @@ int read(int unit, bcm_port_t port, Info &info, Absent absent)
         if (!attribute.is_in(info)) {
             continue;
         }
-        const int rc =
-            attribute.get == nullptr ? static_cast<int>(BCM_E_UNAVAIL) : attribute.get(unit, port, info);
+        const int rc = attribute.get(unit, port, info);
         if (rc == BCM_E_UNAVAIL && absent == Absent::is_left_out) {
             info.action_mask &= ~attribute.mask;
             info.action_mask2 &= ~attribute.mask2;
@@ -197,12 +219,10 @@ int read(int unit, bcm_port_t port, Info &info, Absent absent)
 int write(int unit, bcm_port_t port, const Info &info, Absent absent)
 {
     for (const Attribute &attribute : attributes) {
-        const bool can_only_be_read = attribute.get != nullptr && attribute.set == nullptr;
-        if (!attribute.is_in(info) || can_only_be_read) {
+        if (!attribute.is_in(info) || attribute.set == nullptr) {
             continue;
         }
-        const int rc =
-            attribute.set == nullptr ? static_cast<int>(BCM_E_UNAVAIL) : attribute.set(unit, port, info);
+        const int rc = attribute.set(unit, port, info);
         if (rc != BCM_E_NONE && (rc != BCM_E_UNAVAIL || absent == Absent::is_error)) {
             return rc;
         }

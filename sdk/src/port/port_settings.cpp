@@ -193,6 +193,13 @@ int sim_bcm_port_learn_set(int unit, bcm_port_t port, uint32 flags)
     });
 }
 
+int sim_bcm_port_learn_modify(int unit, bcm_port_t port, uint32 add, uint32 remove)
+{
+    return begin(unit, settings_of(port)).then([&](Port &own) {
+        return sim_bcm_port_learn_set(unit, port, (own.learn | add) & ~remove);
+    });
+}
+
 int sim_bcm_port_learn_get(int unit, bcm_port_t port, uint32 *flags)
 {
     return begin(unit, given(flags), settings_of(port)).then([&](Port &own) -> int {

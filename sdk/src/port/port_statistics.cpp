@@ -70,7 +70,7 @@ int sim_bcm_stat_clear_single(int unit, bcm_port_t port, bcm_stat_val_t type)
         if (!valid(&type, 1)) {
             return BCM_E_PARAM;
         }
-        clear_statistic(counters, type);
+        set_statistic(counters, type, 0);
         return BCM_E_NONE;
     });
 }

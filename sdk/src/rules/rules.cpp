@@ -108,6 +108,16 @@ std::string id_key(std::int32_t id)
 
 }  // namespace
 
+int refuse(int unit, Arguments arguments)
+{
+    return begin(unit, entry_of(arguments)).then([](auto &&...) -> int { return BCM_E_PARAM; });
+}
+
+int unavailable(int unit, Arguments arguments)
+{
+    return begin(unit, entry_of(arguments)).then([](auto &&...) -> int { return BCM_E_UNAVAIL; });
+}
+
 int set(const char *table, int unit, Arguments arguments)
 {
     return begin(unit, entry_of(arguments)).then([&](sim::RuleStore &store, const std::string &key) -> int {

@@ -85,6 +85,10 @@ inline Argument result_at(void *object, std::size_t size)
     return {Argument::Role::result, static_cast<std::uint32_t>(size), object, object};
 }
 
+/// For what is known to be wrong, or not there: the checks above, then BCM_E_PARAM, BCM_E_UNAVAIL.
+int refuse(int unit, Arguments arguments);
+int unavailable(int unit, Arguments arguments);
+
 /// Settings: set enters or replaces; get writes zeros for what was never set.
 int set(const char *table, int unit, Arguments arguments);
 int get(const char *table, int unit, Arguments arguments);

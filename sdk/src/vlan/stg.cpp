@@ -25,14 +25,11 @@ auto existing_group(bcm_stg_t stg)
     };
 }
 
-bool valid_state(int stp_state)
-{
-    return stp_state >= BCM_STG_STP_DISABLE && stp_state <= BCM_STG_STP_FORWARD;
-}
-
 int create(Switch &sw, int id)
 {
-    return groups_of(sw).groups.emplace(id, StgGroup{}).second ? BCM_E_NONE : BCM_E_EXISTS;
+    StgGroup group;
+    group.states.fill(groups_of(sw).state_of_new);
+    return groups_of(sw).groups.emplace(id, group).second ? BCM_E_NONE : BCM_E_EXISTS;
 }
 
 /// Moves the VLANs of one group, or of all for 0, to another.
@@ -224,7 +221,7 @@ int sim_bcm_stg_stp_set(int unit, bcm_stg_t stg, bcm_port_t port, int stp_state)
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        if (!valid_state(stp_state)) {
+        if (!StgTable::valid_state(stp_state)) {
             return BCM_E_PARAM;
         }
         group.states[static_cast<std::size_t>(own_port)] = stp_state;
@@ -252,7 +249,7 @@ int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        if (!valid_state(state)) {
+        if (!StgTable::valid_state(state)) {
             return BCM_E_PARAM;
         }
         for (auto &[id, group] : groups_of(sw).groups) {
@@ -272,14 +269,8 @@ int sim_bcm_port_stp_get(int unit, bcm_port_t port, int *state)
 
 int sim_bcm_vlan_stg_get(int unit, bcm_vlan_t vid, bcm_stg_t *stg_ptr)
 {
-    return begin(unit, given(stg_ptr)).then([&](Switch &sw) -> int {
-        if (!VlanTable::valid(vid)) {
-            return BCM_E_PARAM;
-        }
-        if (!vlans_of(sw).has(vid)) {
-            return BCM_E_NOT_FOUND;
-        }
-        *stg_ptr = vlans_of(sw).at(vid).group;
+    return begin(unit, given(stg_ptr), existing_vlan(vid)).then([&](Vlan &vlan) -> int {
+        *stg_ptr = vlan.group;
         return BCM_E_NONE;
     });
 }
@@ -287,6 +278,35 @@ int sim_bcm_vlan_stg_get(int unit, bcm_vlan_t vid, bcm_stg_t *stg_ptr)
 int sim_bcm_vlan_stg_set(int unit, bcm_vlan_t vid, bcm_stg_t stg)
 {
     return put_vlan(unit, stg, vid, false);
+}
+
+// A VLAN has the states of its group.
+
+int sim_bcm_vlan_stp_set(int unit, bcm_vlan_t vid, bcm_port_t port, int stp_state)
+{
+    return begin(unit, existing_vlan(vid)).then([&](Vlan &vlan) {
+        return sim_bcm_stg_stp_set(unit, vlan.group, port, stp_state);
+    });
+}
+
+int sim_bcm_vlan_stp_get(int unit, bcm_vlan_t vid, bcm_port_t port, int *stp_state)
+{
+    return begin(unit, given(stp_state), existing_vlan(vid)).then([&](Vlan &vlan) {
+        return sim_bcm_stg_stp_get(unit, vlan.group, port, stp_state);
+    });
+}
+
+int sim_bcm_vlan_vector_stp_set(int unit, bcm_vlan_vector_t vlan_vector, bcm_port_t port, int stp_state)
+{
+    return begin(unit, given(vlan_vector)).then([&](Switch &sw) -> int {
+        std::vector<Vlan *> vlans;
+        int rc = vlans_in(sw, vlan_vector, vlans);
+        // What one group refuses, the first refuses too.
+        for (std::size_t i = 0; i < vlans.size() && rc == BCM_E_NONE; ++i) {
+            rc = sim_bcm_stg_stp_set(unit, vlans[i]->group, port, stp_state);
+        }
+        return rc;
+    });
 }
 
 }  // extern "C"

@@ -22,6 +22,10 @@ public:
     StgTable() { reset(); }
 
     static bool valid(int id) { return id >= id_min && id <= id_max; }
+    static bool valid_state(int state)
+    {
+        return state >= BCM_STG_STP_DISABLE && state <= BCM_STG_STP_FORWARD;
+    }
 
     /// The group, or null.
     StgGroup *find(int id)
@@ -40,6 +44,7 @@ public:
     }
 
     bcm_stg_t default_id;
+    int state_of_new = BCM_STG_STP_DISABLE;  // of all ports in a group that is made
     std::map<int, StgGroup> groups;
 };
 

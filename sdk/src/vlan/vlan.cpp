@@ -11,18 +11,6 @@ using namespace sim;
 
 namespace {
 
-/// A VLAN that exists: BCM_E_PARAM, BCM_E_NOT_FOUND.
-auto existing_vlan(bcm_vlan_t vid)
-{
-    return [vid](Switch &sw, auto next) -> int {
-        if (!VlanTable::valid(vid)) {
-            return BCM_E_PARAM;
-        }
-        VlanTable &vlans = vlans_of(sw);
-        return vlans.has(vid) ? next(vlans.at(vid)) : static_cast<int>(BCM_E_NOT_FOUND);
-    };
-}
-
 bool within_unit(const bcm_pbmp_t &ports)
 {
     for (int port = port_max + 1; port < BCM_PBMP_PORT_MAX; ++port) {
@@ -115,7 +103,7 @@ int sim_bcm_vlan_create(int unit, bcm_vlan_t vid)
         if (vlans_of(sw).has(vid)) {
             return BCM_E_EXISTS;
         }
-        vlans_of(sw).at(vid) = {true, {}, {}, groups_of(sw).default_id};
+        vlans_of(sw).at(vid) = {true, {}, {}, groups_of(sw).default_id, nullptr};
         return BCM_E_NONE;
     });
 }

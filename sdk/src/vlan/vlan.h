@@ -5,6 +5,8 @@
 #include "switch.h"
 #include "vlan_table.h"
 
+#include <bcm/error.h>
+
 namespace sim {
 
 struct VlanState : RoomState {
@@ -22,6 +24,21 @@ inline const VlanTable &vlans_of(const Switch &sw)
 {
     return sw.of<VlanState>().vlans;
 }
+
+/// A VLAN that exists: BCM_E_PARAM, BCM_E_NOT_FOUND.
+inline auto existing_vlan(bcm_vlan_t vid)
+{
+    return [vid](Switch &sw, auto next) -> int {
+        if (!VlanTable::valid(vid)) {
+            return BCM_E_PARAM;
+        }
+        VlanTable &vlans = vlans_of(sw);
+        return vlans.has(vid) ? next(vlans.at(vid)) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
+}
+
+/// The VLANs of a vector, each of which has to exist: BCM_E_PARAM (a bit outside 1..4094), BCM_E_NOT_FOUND.
+int vlans_in(Switch &sw, const bcm_vlan_vector_t vector, std::vector<Vlan *> &found);
 
 inline StgTable &groups_of(Switch &sw)
 {

@@ -3,7 +3,9 @@
 
 #include <bcm/stg.h>
 #include <bcm/types.h>
+#include <bcm/vlan.h>
 
+#include <memory>
 #include <vector>
 
 namespace sim {
@@ -13,6 +15,9 @@ struct Vlan {
     bcm_pbmp_t members = {};
     bcm_pbmp_t untagged = {};  // within members
     bcm_stg_t group = BCM_STG_DEFAULT;
+    std::unique_ptr<bcm_vlan_control_vlan_t> settings = {};  // null until some are set
+
+    bool learns() const { return settings == nullptr || !(settings->flags & BCM_VLAN_LEARN_DISABLE); }
 };
 
 class VlanTable {
