@@ -50,7 +50,8 @@ struct Constant {
     std::string name;
     std::string header;
     unsigned line = 0, column = 0;
-    std::string enumeration;   ///< tag of its enumeration; empty for a macro, and where it has no name
+    /// Tag of its enumeration, or the typedef's name of one without; empty for a macro, and where it has neither.
+    std::string enumeration;
     bool fits_32_bits = true;  ///< with or without a sign
 };
 

@@ -13,6 +13,9 @@ namespace generator {
 /// records_<family>.cpp: rows and stubs of constructors, destructors, registrations and member accessors.
 std::string emit_records(const Family &family, const Numbering &numbering);
 
+/// names.cpp: by which names and enumerations the package above the module finds constants.
+std::string emit_names(const Model &model, const Declarations &declarations);
+
 /// Whether the family has functions that may throw: what is emitted for it has to be built with exceptions.
 bool throws(const Family &family);
 

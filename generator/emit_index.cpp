@@ -108,7 +108,7 @@ public:
                + "};\n\nconst CMember c_members[] = {\n" + members_
                + "};\n\nconst CCallback c_callbacks[] = {\n" + joined(callbacks_)
                + "};\nconst size_t c_callback_count = " + std::to_string(callbacks_.size()) + ";\n\n"
-               + constants() + "const char index_text[] =\n" + texts_.literals() + "    ;\n";
+               + "const char index_text[] =\n" + texts_.literals() + "    ;\n";
     }
 
     std::string trampolines() const
@@ -543,21 +543,6 @@ private:
         }
         return "const uint16_t type_buckets[] = {\n" + joined(places)
                + "};\nconst size_t type_bucket_count = " + std::to_string(size) + ";\n\n";
-    }
-
-    std::string constants() const
-    {
-        std::vector<std::string> names;
-        for (const Constant &constant : model_.constants) {
-            names.push_back(constant.name);
-        }
-        std::sort(names.begin(), names.end());
-        std::string rows;
-        for (const std::string &name : names) {
-            rows += "    {" + std::to_string(texts_.start(name)) + ", static_cast<int32_t>(" + name + ")},\n";
-        }
-        return "const CConstant c_constants[] = {\n" + rows
-               + "};\nconst size_t c_constant_count = " + std::to_string(names.size()) + ";\n\n";
     }
 
     const Model &model_;

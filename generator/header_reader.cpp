@@ -283,7 +283,7 @@ private:
         case CXCursor_EnumConstantDecl:
             declarations_.constants.push_back(constant_at(cursor));
             declarations_.constants.back().enumeration =
-                qualified_name(clang_getCursorSemanticParent(cursor));
+                name_of_enumeration(clang_getCursorSemanticParent(cursor));
             declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
             break;
         case CXCursor_VarDecl:
@@ -322,6 +322,16 @@ private:
     static long long size_of(CXCursor declarator)
     {
         return clang_Type_getSizeOf(clang_getCursorType(declarator));
+    }
+
+    // Its tag or, without one, the name of its typedef; without both it is empty.
+    static std::string name_of_enumeration(CXCursor enumeration)
+    {
+        if (!take(clang_getCursorSpelling(enumeration)).empty()) {
+            return qualified_name(enumeration);
+        }
+        std::string name = take(clang_getTypeSpelling(clang_getCursorType(enumeration)));
+        return name.find('(') == std::string::npos ? name : "";
     }
 
     static bool enumerator_fits(CXCursor cursor)

@@ -131,6 +131,7 @@ void generate(const Options &options)
     const Index index = emit_index(model, declarations, numbering);
     write("index.cpp", index.tables);
     write("callback_slots.cpp", index.callbacks);
+    write("names.cpp", emit_names(model, declarations));
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
     write("rules.tsv", emit_rules(model, answers));

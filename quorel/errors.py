@@ -1,11 +1,21 @@
 """What calls raise."""
-import QuorelApiNew
+from __future__ import absolute_import
+
+from quorel.names import name_of
 
 
 def status_name(status):
-    """The name of a status, such as 'BCM_E_PARAM'; the number as text where there is none."""
-    for name, value in vars(QuorelApiNew).items():
-        if value == status and name.startswith('BCM_E_'):
+    """The name of a status, such as 'BCM_E_PARAM'; the number as text where there is none.
+
+    >>> status_name(-4)
+    'BCM_E_PARAM'
+    """
+    for group in ('BCM_E_', 'SOC_E_'):
+        try:
+            name = name_of(group, status, None)
+        except ValueError:  # an SDK without such
+            continue
+        if name:
             return name
     return str(status)
 
@@ -15,7 +25,7 @@ class StatusError(Exception):
 
     function:  the function.
     arguments: what it was called with, a tuple; outputs are OUT.
-    status:    the number; `name` is its name, such as 'BCM_E_PARAM'.
+    status:    the number.
     """
 
     def __init__(self, function, arguments, status):
@@ -24,6 +34,7 @@ class StatusError(Exception):
 
     @property
     def name(self):
+        """The name of the status, such as 'BCM_E_PARAM'; the number as text where it has none."""
         return status_name(self.status)
 
     def __str__(self):

@@ -1,6 +1,5 @@
 """Traversals as iterables and registrations as streams of events."""
-import collections
-import threading
+from __future__ import absolute_import
 
 import QuorelApiNew
 from _quorel import callback, checked, copy, parameters
@@ -57,6 +56,9 @@ class events(object):
     """
 
     def __init__(self, function, *arguments):
+        # To import them takes longer than to import all of this package.
+        import collections
+        import threading
         self._queue = collections.deque()
         self._filled = threading.Condition()
         self._register = function

@@ -7,6 +7,7 @@
 #include "describe.h"
 #include "lookup.h"
 #include "module/pointer_object.h"
+#include "names.h"
 #include "output.h"
 
 namespace quorel {
@@ -17,46 +18,77 @@ const size_t destructor_count = 0;
 
 namespace {
 
+constexpr char checked_doc[] = R"(checked(function, *arguments): calls a function of the SDK.
+
+>>> checked(q.bcm_port_speed_get, 0, 1, OUT)
+100000
+>>> checked(q.bcm_vlan_create, 0, 5000)
+Traceback (most recent call last):
+StatusError: bcm_vlan_create(0, 5000) returned BCM_E_PARAM (-4)
+
+An argument OUT stands for an output: it becomes a pointer to new memory, and its value is what checked()
+returns; several outputs come back as a tuple. OUT[n] is an array of up to n values or text of up to n bytes.
+Where a later output tells how many were written, the list has as many. A result that is no status is returned,
+before the outputs.
+
+Raises StatusError where the status is not BCM_E_NONE, what a callback raises, and before the SDK is called
+TypeError, ValueError or OverflowError for wrong arguments.)";
+
+constexpr char array_doc[] = R"(array(type, size or values): typed memory, an Array.
+
+>>> ports = array('bcm_port_t', [1, 2, 3])
+>>> ports[1:] = [7, 8]
+>>> list(ports), len(bytes(ports))
+([1, 7, 8], 12)
+
+type: a C type ('uint8', 'bcm_pkt_t *') or the class of a record. The elements are zeroed, or the values of a
+sequence, or the bytes of a str or buffer. Any function takes the array where it takes a pointer to such
+elements. Raises TypeError or ValueError for what is no such type, MemoryError for more than 2 GB.)";
+
+constexpr char cell_doc[] =
+    R"(cell(type, value=None): an array of one element, which is its attribute `value`.
+
+>>> speed = cell('int')
+>>> q.bcm_port_speed_get(0, 1, speed), speed.value
+(0, 100000)
+
+Types and errors are those of array().)";
+
+constexpr char callback_doc[] = R"(callback(type, function): a Python function as a C function pointer.
+
+type: the C type of the pointer, or a function of the SDK that takes one. The arguments arrive as results of
+functions do; records and pointers are good until the function returns. None as a result is 0. Keep the object
+for as long as the SDK may call; a callback registered through checked() is kept until it is unregistered the
+same way.
+Raises TypeError for what is no callback, RuntimeError when 32 of the type exist.)";
+
+constexpr char constants_doc[] =
+    R"(constants(group): (name, value) of the SDK's constants, in header order, a list.
+
+>>> constants('BCM_E_')[:2]
+[('BCM_E_NONE', 0), ('BCM_E_INTERNAL', -1)]
+
+group: how their names begin, or the name of an enumeration ('bcm_error_t'). Raises ValueError where there are
+none.)";
+
+constexpr char parameters_doc[] = R"(parameters(function): what a function of the SDK takes.
+
+>>> parameters(q.bcm_port_speed_get)[2]
+('speed', 'int', 'pointer', 0)
+
+A list with a tuple (name, C type, way, elements) for each parameter. The way is 'value', 'pointer', 'constant'
+(a pointer that is only read), 'text', 'constant_text', 'mac_address', 'by_value', 'callback', 'any_pointer',
+'in_and_out' or 'other'; elements is 0 where no declaration tells. Raises TypeError for what is no function of
+the SDK or has several signatures.)";
+
 PyMethodDef functions[] = {
-    {"checked", checked, METH_VARARGS,
-     "checked(function, *arguments): calls a function of the SDK and raises StatusError unless its status "
-     "is\n"
-     "BCM_E_NONE.\n\n"
-     "An argument OUT stands for an output: it becomes a pointer to new memory, and its value is what "
-     "checked()\n"
-     "returns; several outputs come back as a tuple. OUT[n] is an array of up to n values or text of up to n "
-     "bytes.\n"
-     "Where a later output tells how many were written, the list has as many.\n"
-     "A result that is no status is returned, before the outputs. What a callback raises is raised here.\n"
-     "Raises TypeError, ValueError or OverflowError for wrong arguments, before the SDK is called."},
-    {"array", new_array, METH_VARARGS,
-     "array(type, size or values): typed memory that any function takes where it takes a pointer to such "
-     "elements.\n\n"
-     "type: a C type ('uint8', 'bcm_pkt_t *') or the class of a record. The elements are zeroed, or the "
-     "values of a\n"
-     "sequence, or the bytes of a str or buffer. Raises TypeError or ValueError for what is no such type, "
-     "MemoryError\n"
-     "for more than 2 GB."},
-    {"cell", new_cell, METH_VARARGS,
-     "cell(type, value=None): an array of one element, which is its attribute `value`."},
-    {"callback", new_callback, METH_VARARGS,
-     "callback(type, function): a Python function as a C function pointer.\n\n"
-     "type: the C type of the pointer, or a function of the SDK that takes one. The arguments arrive as "
-     "results of\n"
-     "functions do; records and pointers are good until the function returns. None as a result is 0. Keep "
-     "the object\n"
-     "for as long as the SDK may call; a callback registered through checked() is kept until it is "
-     "unregistered the\n"
-     "same way.\n"
-     "Raises TypeError for what is no callback, RuntimeError when 32 of the type exist."},
+    {"checked", checked, METH_VARARGS, checked_doc},
+    {"array", new_array, METH_VARARGS, array_doc},
+    {"cell", new_cell, METH_VARARGS, cell_doc},
+    {"callback", new_callback, METH_VARARGS, callback_doc},
+    {"constants", list_constants, METH_O, constants_doc},
     {"copy", copy_record, METH_O, "copy(record): a record of its own with the same content."},
-    {"parameters", describe_parameters, METH_O,
-     "parameters(function): a list with a tuple (name, C type, way, elements) for each parameter of a "
-     "function of the\n"
-     "SDK. The way is 'value', 'pointer', 'constant' (a pointer that is only read), 'text', "
-     "'constant_text',\n"
-     "'mac_address', 'by_value', 'callback', 'any_pointer', 'in_and_out' or 'other'; elements is 0 where no "
-     "declaration tells."},
+    {"parameters", describe_parameters, METH_O, parameters_doc},
     {"_close_callbacks", close_callbacks, METH_NOARGS, "Ends all callbacks; for the end of the interpreter."},
     {nullptr, nullptr, 0, nullptr},
 };

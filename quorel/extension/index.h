@@ -1,5 +1,5 @@
 // What the build knows of the SDK beyond what its functions' docstrings say: C types with their sizes, the
-// parameters of functions, the members of records, the signatures of callbacks, the values of constants.
+// parameters of functions, the members of records, the signatures of callbacks.
 //
 // All are constant tables without a pointer in them, so that loading them costs nothing; the generator writes
 // them (index.cpp). Sizes, offsets and kinds are the compiler's own. What is named is found by hash, what
@@ -130,15 +130,6 @@ struct CCallback {
 
 extern const CCallback c_callbacks[];
 extern const size_t c_callback_count;
-
-/// Sorted by name, so that those of one prefix stand together.
-struct CConstant {
-    uint32_t name;
-    int32_t value;
-};
-
-extern const CConstant c_constants[];
-extern const size_t c_constant_count;
 
 /// Where the number of a type of that name may stand, in a ring of `type_bucket_count` places that begins at
 /// the name's hash; `none` ends the search.

@@ -123,6 +123,8 @@ TEST_F(HeaderReaderTest, ConstantsAreAllIntegersAndNothingElse)
     EXPECT_EQ(names, (std::vector<std::string>{"VENDOR_LOWEST", "VENDOR_HIGHEST", "VENDOR_SIZE",
                                                "VENDOR_MASK", "VENDOR_TWICE", "vendorFirst", "vendorSame",
                                                "vendorAlias", "vendorTop", "vendorOff"}));
+    EXPECT_EQ(model.constants.back().enumeration, "vendor_mode_t");
+    EXPECT_EQ(model.constants[model.constants.size() - 2].enumeration, "");
     expect_errors("constants = [\"*\"]\n",
                   {place("define VENDOR_TOO_WIDE") + "VENDOR_TOO_WIDE: more than 32 bits",
                    place("vendorTooWide") + "vendorTooWide: more than 32 bits",
