@@ -53,8 +53,8 @@ std::string emit_rule(const Rule &rule);
 /// parameter of a rule after the unit. The operation is "initialise" for what clears a record, "-" if there is none.
 std::string emit_rules(const Model &model, const Answers &answers);
 
-/// The companion: `source` with its manifest filled in.
-std::string emit_companion(const Model &model, const std::string &source);
+/// The companion: `source` with its manifest and its version filled in.
+std::string emit_companion(const Model &model, const std::string &source, const std::string &version);
 
 /// binding.tsv: the binding as a table, for tests and reports. A line is one of
 ///   function | overload, family, docstring, "sdk" | "helper", kind of the result, and for each parameter its kind,

@@ -4,13 +4,21 @@
 
 namespace generator {
 
-std::string emit_companion(const Model &model, const std::string &source)
+namespace {
+
+void replace(std::string &text, const std::string &marker, const std::string &value)
 {
-    constexpr char marker[] = "@MANIFEST@\n";
-    size_t place = source.find(marker);
+    size_t place = text.find(marker);
     if (place == std::string::npos) {
-        throw std::runtime_error("the companion's source has no @MANIFEST@ line");
+        throw std::runtime_error("the companion's source has no " + marker);
     }
+    text.replace(place, marker.size(), value);
+}
+
+}  // namespace
+
+std::string emit_companion(const Model &model, const std::string &source, const std::string &version)
+{
     std::string manifest;
     for (const Family &family : model.families) {
         for (const BoundPointerClass &bound : family.pointer_classes) {
@@ -25,7 +33,9 @@ std::string emit_companion(const Model &model, const std::string &source)
         }
     }
     std::string text = source;
-    return text.replace(place, sizeof marker - 1, manifest);
+    replace(text, "@VERSION@", version);
+    replace(text, "@MANIFEST@\n", manifest);
+    return text;
 }
 
 }  // namespace generator

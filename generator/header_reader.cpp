@@ -60,8 +60,10 @@ public:
         // Each error counts: it says what a macro is not.
         std::vector<std::string> options = {"-x", "c++", "-std=c++17", "-ferror-limit=0"};
         options.insert(options.end(), source.flags.begin(), source.flags.end());
-        for (const std::string &directory : source.include_directories) {
-            options.push_back("-I" + directory);
+        for (const auto *directories : {&source.include_directories, &source.own_directories}) {
+            for (const std::string &directory : *directories) {
+                options.push_back("-I" + directory);
+            }
         }
         for (const std::string &directory : source.system_directories) {
             options.insert(options.end(), {"-isystem", directory});

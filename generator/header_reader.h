@@ -13,6 +13,7 @@ struct HeaderSource {
     Entries c_headers;    ///< include paths, in the order in which they are read
     Entries cxx_headers;  ///< likewise, read after the C headers
     std::vector<std::string> include_directories;
+    std::vector<std::string> own_directories;     ///< likewise, but not of the SDK (`version_of`)
     std::vector<std::string> flags;               ///< further compiler flags, such as "-m32"
     std::vector<std::string> system_directories;  ///< likewise, but nothing in them is bound
 };

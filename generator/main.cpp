@@ -7,6 +7,7 @@
 #include "emit.h"
 #include "header_reader.h"
 #include "output.h"
+#include "version.h"
 
 #include <cstdio>
 #include <exception>
@@ -20,18 +21,22 @@ namespace {
 using namespace generator;
 
 struct Options {
-    std::string interface, companion, output, stamp;
+    std::string interface, companion, version, output, stamp;
     size_t units = 1;
-    std::vector<std::string> include_directories, system_directories, flags;
+    std::vector<std::string> include_directories, own_directories, system_directories, flags;
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --companion FILE --output DIR [--units NUMBER] [--stamp FILE] "
-    "[--include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n"
+    "usage: generate --interface DIR --companion FILE --version TEXT --output DIR [--units NUMBER] [--stamp "
+    "FILE]"
+    " [--include DIR]... [--own-include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n"
     "\n"
     "The functions of all families are written to as many files as there are units (1), about equal in size. "
     "The\n"
-    "stamp is written last; FILE.d says, as a rule for make, which files were read.\n";
+    "stamp is written last; FILE.d says, as a rule for make, which files were read. To the version a digest "
+    "is\n"
+    "added of the headers that were found in the folders of --include, and of the definitions among the "
+    "flags.\n";
 
 size_t positive(const std::string &text)
 {
@@ -48,6 +53,8 @@ bool parse(int argc, char **argv, Options &options)
             options.interface = value;
         } else if (option == "--companion") {
             options.companion = value;
+        } else if (option == "--version") {
+            options.version = value;
         } else if (option == "--output") {
             options.output = value;
         } else if (option == "--units") {
@@ -56,6 +63,8 @@ bool parse(int argc, char **argv, Options &options)
             options.stamp = value;
         } else if (option == "--include") {
             options.include_directories.push_back(value);
+        } else if (option == "--own-include") {
+            options.own_directories.push_back(value);
         } else if (option == "--system-include") {
             options.system_directories.push_back(value);
         } else if (option == "--flag") {
@@ -65,7 +74,7 @@ bool parse(int argc, char **argv, Options &options)
         }
     }
     return argc % 2 == 1 && !options.interface.empty() && !options.companion.empty()
-           && !options.output.empty() && options.units > 0;
+           && !options.version.empty() && !options.output.empty() && options.units > 0;
 }
 
 HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Options &options)
@@ -77,6 +86,7 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
                                   family.cxx_headers.end());
     }
     source.include_directories = options.include_directories;
+    source.own_directories = options.own_directories;
     source.system_directories = options.system_directories;
     source.flags = options.flags;
     return source;
@@ -98,7 +108,9 @@ void write_stamp(const Options &options, std::vector<std::string> inputs,
 void generate(const Options &options)
 {
     const std::vector<FamilyInterface> interface = read_interface(options.interface);
-    Declarations declarations = read_headers(headers_of(interface, options));
+    const HeaderSource source = headers_of(interface, options);
+    Declarations declarations = read_headers(source);
+    const std::string version = version_of(options.version, declarations.files, source);
     Model model = build_model(declarations, interface);
 
     auto write = [&](const std::string &name, const std::string &text) {
@@ -137,7 +149,8 @@ void generate(const Options &options)
     write("rules.tsv", emit_rules(model, answers));
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));
-    write("QuorelApiNew.py", emit_companion(model, read_file(options.companion)));
+    write("version.h", emit_version(version));
+    write("QuorelApiNew.py", emit_companion(model, read_file(options.companion), version));
     if (!options.stamp.empty()) {
         write_stamp(options, declarations.files, interface);
     }

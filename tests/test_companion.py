@@ -19,7 +19,7 @@ class Companion(unittest.TestCase):
         for name, value in vars(_QuorelApiNew).items():
             if not name.startswith('__') and name != '_Proxy':
                 self.assertIs(getattr(q, name), value)
-        self.assertEqual(set(dir(q)) - set(dir(_QuorelApiNew)) - set(['__builtins__']),
+        self.assertEqual(set(dir(q)) - set(dir(_QuorelApiNew)) - set(['__builtins__', '__version__']),
                          set(name for name, value in vars(q).items() if isinstance(value, type)))
         self.assertEqual(q.__name__, 'QuorelApiNew')
 

@@ -1,5 +1,6 @@
 """Generating from headers that are not the development-host SDK's own."""
 import os
+import re
 import shutil
 import subprocess
 import tempfile
@@ -60,16 +61,20 @@ class OtherHeaders(unittest.TestCase):
         with open(path, 'w') as file:
             file.write(text.replace(old, new))
 
-    def generate(self, name):
+    def generate(self, name, *options):
         output = os.path.join(self.directory, name)
         if not os.path.isdir(output):
             os.mkdir(output)
-        status, log = run(command_for({HEADERS: self.headers}) + ['--output', output])
+        status, log = run(command_for({HEADERS: self.headers}) + ['--output', output] + list(options))
         return status, log, output
 
     def binding(self, output):
         with open(os.path.join(output, 'binding.tsv')) as file:
             return set(file.read().splitlines())
+
+    def version(self, output):
+        with open(os.path.join(output, 'QuorelApiNew.py')) as file:
+            return re.search(r"^__version__ = '(.*)'$", file.read(), re.M).group(1)
 
     def test_the_binding_follows_the_headers(self):
         status, log, output = self.generate('as_it_is')
@@ -80,7 +85,7 @@ class OtherHeaders(unittest.TestCase):
             with open(os.path.join(output, name)) as ours, open(os.path.join(built, name)) as theirs:
                 self.assertTrue(ours.read() == theirs.read(), name)
         times = dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in os.listdir(output))
-        before = self.binding(output)
+        before, version = self.binding(output), self.version(output)
         self.assertEqual(self.generate('as_it_is')[0], 0)
         self.assertEqual(dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in os.listdir(output)),
                          times)
@@ -92,12 +97,25 @@ class OtherHeaders(unittest.TestCase):
         status, log, output = self.generate('edited')
         self.assertEqual((status, log), (0, ''))
         after = self.binding(output)
+        self.assertEqual((self.version(output) == version, self.version(output)[:10]), (False, version[:10]))
         self.assertEqual(before - after, {'function\tl2\tbcm_l2_clear(unit) -> int\tsdk\tint32\tint32\tint\t-'})
         self.assertEqual(after - before, {
             'member\tl2\tbcm_l2_addr_t\tgeneration\tuint64\tuint64\t-\tbcm_l2_addr_s *',
             'function\tl2\tbcm_l2_recount(unit, count) -> int\tsdk\tint32\tint32\tint\t-\t'
             'pointer\tuint64 *\t_p_unsigned_long_long',
             'constant\t-\tBCM_L2_SECURE', 'constant\tbcm_l2_addr_flag_e\tBCM_L2_STICKY'})
+
+    def test_definitions_reach_the_headers(self):
+        self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);',
+                  '#if LEVEL > 2\nint bcm_l2_recount(int unit);\n#endif\nint bcm_l2_clear(int unit);')
+        outputs = []
+        for level in '23':
+            status, log, output = self.generate('level_' + level, '--flag', '-DLEVEL=' + level)
+            self.assertEqual((status, log), (0, ''))
+            outputs.append(output)
+        self.assertEqual(self.binding(outputs[1]) - self.binding(outputs[0]),
+                         {'function\tl2\tbcm_l2_recount(unit) -> int\tsdk\tint32\tint32\tint\t-'})
+        self.assertNotEqual(*map(self.version, outputs))
 
     def test_what_does_not_fit_is_said(self):
         self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);', 'int bcm_l2_clear(int unit, double share);')

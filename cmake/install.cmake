@@ -1,0 +1,57 @@
+# What `cmake --install` puts where below the prefix, by component:
+#   module         where Python looks for modules
+#   simulator      beside it, the libraries for which a switch has its own: the module finds them there
+#   headers        what a build against the development-host SDK needs, and its C programs
+#   documentation  guides and examples
+# Each brings the licence. All paths are relative, so that the tree can be moved.
+set(package_of_module python-quorelapinew)
+set(package_of_simulator quorelapinew-simulator)
+set(package_of_headers python-quorelapinew-dev)
+set(package_of_documentation python-quorelapinew-doc)
+
+set(python_site_directory "${QUOREL_PYTHON_SITE_DIR}")
+if(NOT python_site_directory)
+    # An unpacked interpreter answers as an installed one does.
+    execute_process(
+        COMMAND ${PYTHON2_EXECUTABLE} -c "from distutils import sysconfig; print(sysconfig.get_python_lib(1, 0, ''))"
+        OUTPUT_VARIABLE python_site_directory OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
+set(components module documentation)
+install(TARGETS binding quorel_extension LIBRARY DESTINATION ${python_site_directory} COMPONENT module)
+install(FILES ${library_directory}/QuorelApiNew.py DESTINATION ${python_site_directory} COMPONENT module)
+install(DIRECTORY quorel/ DESTINATION ${python_site_directory}/quorel COMPONENT module FILES_MATCHING PATTERN *.py
+        PATTERN extension EXCLUDE)
+
+set(simulated_libraries)
+if(NOT real_sdk)
+    list(APPEND simulated_libraries sdk)
+endif()
+if(NOT real_platform)
+    list(APPEND simulated_libraries vey quorel_types python_mdio_access)
+endif()
+if(simulated_libraries)
+    list(APPEND components simulator)
+    install(TARGETS ${simulated_libraries}
+            LIBRARY DESTINATION ${python_site_directory} COMPONENT simulator NAMELINK_SKIP)
+endif()
+
+if(NOT real_sdk)
+    list(APPEND components headers)
+    install(DIRECTORY sdk/include/ DESTINATION include/quorelapinew COMPONENT headers)
+    install(TARGETS simulated_switch_archive ARCHIVE DESTINATION lib COMPONENT headers)
+    configure_file(cmake/simulated_switch.pc.in ${CMAKE_BINARY_DIR}/simulated_switch.pc @ONLY)
+    install(FILES ${CMAKE_BINARY_DIR}/simulated_switch.pc DESTINATION lib/pkgconfig COMPONENT headers)
+    if(NOT real_platform)
+        install(DIRECTORY platform/include/ DESTINATION include/quorelapinew COMPONENT headers)
+    endif()
+endif()
+
+set(documentation_directory share/doc/${package_of_module})
+install(FILES README.md CHANGELOG.md DESTINATION ${documentation_directory} COMPONENT documentation)
+install(DIRECTORY docs examples DESTINATION ${documentation_directory} COMPONENT documentation
+        PATTERN *.pyc EXCLUDE)
+
+foreach(component IN LISTS components)
+    install(FILES LICENSE DESTINATION share/doc/${package_of_${component}} RENAME copyright COMPONENT ${component})
+endforeach()
