@@ -1,6 +1,7 @@
 """Measures the module against the floor, the obvious code and SWIG's wrapper, and prints one table.
 
-tools/benchmark starts this. With --quick only calls, members and errors are measured.
+tools/benchmark starts this. With --quick only calls, members and errors are measured, with --rows=TEXT only the
+rows whose name has the text in it.
 """
 import multiprocessing.pool
 import os
@@ -29,7 +30,8 @@ NOTE = """
 Instructions are those of one pass, counted by callgrind, without the loop around it; for calls also without
 the SDK's own work, for conversions without the call, for the import without loading the SDK. SWIG's module was
 made from the same headers, with the same compiler flags. The floor is the least that Python 2.7 allows for
-such a call, the obvious code what one writes first."""
+such a call, the obvious code what one writes first. Calls through quorel and those that they are compared with
+both have the SDK's own work in them."""
 
 
 class Row(object):
@@ -129,21 +131,45 @@ def conversion_rows():
     ]
 
 
-def whole_rows():
-    def import_instructions(subject):
-        # The SDK library, which anything that calls it has to load, is there before. The lists make the collector
-        # look at what the import has made, which it would do sooner or later; the interpreter's end is not counted.
-        program = 'import os, sys\nsys.path[:0] = %r\nimport floor\n%%s\n[[] for _ in range(1000)]\nos._exit(0)' % (
-            PATH,)
-        return (callgrind.instructions(program % ('import ' + BOTH[subject][1])) -
-                callgrind.instructions(program % 'pass'))
+def quorel_rows():
+    def quorel(body, setup, names):
+        return ours(body, 'import quorel; checked, OUT = quorel.checked, quorel.OUT\n' + setup, names)
 
+    scalars = 'f = M.bcm_port_learn_set'
+    output = 'f = M.bcm_port_enable_get; p = P.intp()'
+    payload = "a = quorel.array('uint8', 1500); text = 'x' * 1500\n"
+    status = "name_of = quorel.name_of; numbers = {-4: 'BCM_E_PARAM'}"
+    return [
+        Row('quorel: checked() with scalars', 'bare call', 1.60,
+            quorel('checked(f, 0, 1, 5)', scalars, 'f checked'), quorel('f(0, 1, 5)', scalars, 'f')),
+        Row('quorel: checked() with one OUT', 'ready cell', 3.00,
+            quorel('checked(f, 0, 1, OUT)', output, 'f checked OUT'), quorel('f(0, 1, p)', output, 'f p')),
+        Row('quorel: 1,500 bytes into an array', 'bytearray', 1.00, quorel('a[:] = text', payload, 'a text'),
+            quorel('a[:] = text', payload + 'a = bytearray(a)', 'a text')),
+        Row('quorel: 1,500 bytes out of an array', 'bytearray', 2.00, quorel('str(a)', payload, 'a'),
+            quorel('str(a)', payload + 'a = bytearray(a)', 'a')),
+        Row('quorel: import', 'QuorelApiNew', 0.20, lambda: import_instructions('quorel', 'import QuorelApiNew'),
+            lambda: import_instructions('QuorelApiNew')),
+    ]
+
+
+def import_instructions(module, before='pass', collector='disable'):
+    # The SDK library, which anything that calls it has to load, is there before. The lists make the collector, where
+    # it is enabled, look at what the import has made, which it would do sooner or later; the interpreter's end is not
+    # counted.
+    program = ('import gc, os, sys\ngc.%s()\nsys.path[:0] = %r\nimport floor\n%s\n%%s\n'
+               '[[] for _ in range(1000)]\nos._exit(0)') % (collector, PATH, before)
+    return callgrind.instructions(program % ('import ' + module)) - callgrind.instructions(program % 'pass')
+
+
+def whole_rows():
     def stripped_kilobytes(name):
         directory = subjects.RELEASE if name == '_QuorelApiNew' else subjects.BUILT
         return subjects.stripped_size(os.path.join(directory, name + '.so')) / 1024.0
 
     return [
-        Row('import', 'SWIG', 0.45, lambda: import_instructions('ours'), lambda: import_instructions('swig')),
+        Row('import', 'SWIG', 0.45, lambda: import_instructions(BOTH['ours'][1], collector='enable'),
+            lambda: import_instructions(BOTH['swig'][1], collector='enable')),
         Row('memory that the import adds', 'SWIG', 0.70, lambda: import_memory('ours'),
             lambda: import_memory('swig'), unit='KB'),
         Row('stripped module', 'SWIG', 0.30, lambda: stripped_kilobytes('_QuorelApiNew'),
@@ -218,16 +244,29 @@ def table_line(row, figures):
         'met' if ratio <= row.budget else '**over**')
 
 
+def chosen_rows(option):
+    if option == '--quick':
+        return call_rows()
+    rows = call_rows() + conversion_rows() + quorel_rows() + whole_rows()
+    text = option[len('--rows='):]
+    return [row for row in rows if text in row.name]
+
+
 def main(arguments):
+    rows = chosen_rows((arguments + ['--rows='])[0])
+    if not rows:
+        sys.exit('measure: no row has that in its name')
     if not os.path.isdir(subjects.BUILT):
         os.makedirs(subjects.BUILT)
     subjects.floor_and_obvious()
-    subjects.swig()
+    imported = ['QuorelApiNew', 'quorel']
+    if any(row.against == 'SWIG' for row in rows):
+        subjects.swig()
+        imported.append('swig_sdk')
     # Makes the compiled files, so that later imports find them.
-    for _, companion in BOTH.values():
-        callgrind.instructions('import sys\nsys.path[:0] = %r\nimport %s' % (PATH, companion))
+    for module in imported:
+        callgrind.instructions('import sys\nsys.path[:0] = %r\nimport %s' % (PATH, module))
 
-    rows = call_rows() if arguments == ['--quick'] else call_rows() + conversion_rows() + whole_rows()
     print('| Work | in | this module | compared with | ratio | budget | |')
     print('|---|---|---:|---:|---:|---:|---|')
     for row, figures in measure(rows):
