@@ -97,7 +97,7 @@ public:
 
     std::string index() const
     {
-        return "const CType c_types[] = {\n" + joined(types_) + "};\nconst size_t c_type_count = "
+        return "const CType c_types[] = {\n" + joined(types_with_twins()) + "};\nconst size_t c_type_count = "
                + std::to_string(types_.size()) + ";\n\n" + buckets() + "const CParameter c_parameters[] = {\n"
                + parameters_ + "};\n\nconst CFunction c_functions[] = {\n" + functions_
                + "};\n\nconst uint16_t function_of_method[] = {\n" + joined(function_of_method_)
@@ -189,7 +189,7 @@ private:
         }
         const std::string place = std::to_string(types_.size());
         type_numbers_[{spelling, descriptor}] = place;
-        by_name_.emplace(spelling, place);
+        by_name_[spelling].push_back(place);
         types_.emplace_back();
         // What it refers to may come back to it.
         types_[std::stoul(place)] = row(type, full, spelling, descriptor);
@@ -262,7 +262,7 @@ private:
             for (const TypePtr &parameter : signature->parameters) {
                 bool by_address = is_array(parameter);
                 rows.push_back("{" + number(parameter) + ", 0, Way::" + (by_address ? "mac_address" : "value")
-                               + ", no_count}");
+                               + ", no_count, no_room}");
             }
             callbacks_[place->second] = "{" + parameters(rows) + ", " + std::to_string(rows.size()) + ", "
                                         + number(signature->target) + "}";
@@ -398,7 +398,8 @@ private:
         if (parameter.direction == Direction::InOut) {
             way = "in_and_out";
         }
-        return "{" + number_text + ", " + bound + ", Way::" + way + ", " + count + "}";
+        return "{" + number_text + ", " + bound + ", Way::" + way + ", " + count + ", "
+               + room_of(arguments, index, way, count) + "}";
     }
 
     static bool is_number(const TypePtr &type)
@@ -414,26 +415,66 @@ private:
         return parameter.crossing.conversion == Conversion::Pointer && !inner->is_const && is_number(inner);
     }
 
+    // Whether the header gives the parameter no name.
+    static bool is_unnamed(const std::vector<BoundParameter> &arguments, size_t index)
+    {
+        return arguments[index].name == "arg" + std::to_string(index + 1);
+    }
+
+    // Whether a name has one of the words in it.
+    static bool is_named(std::string name, std::initializer_list<const char *> words)
+    {
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](unsigned char c) { return std::tolower(c); });
+        return std::any_of(words.begin(), words.end(),
+                           [&](const char *word) { return name.find(word) != std::string::npos; });
+    }
+
+    // The place of the number that says how many elements there is room for in what is an array: it stands
+    // before the arrays that a later parameter counts, or between the one array and that parameter; that of a
+    // text stands behind it. Without names it is what stands before the last array.
+    static std::string room_of(const std::vector<BoundParameter> &arguments, size_t index,
+                               const std::string &way, const std::string &count)
+    {
+        const bool is_last = index + 1 == arguments.size() || count == std::to_string(index + 1);
+        auto says_room = [&](size_t i) {
+            return i < arguments.size() && arguments[i].crossing.conversion == Conversion::Int32
+                   && (is_named(arguments[i].name, {"max", "size", "num", "count", "len"})
+                       || (is_unnamed(arguments, i) && i + 1 == index && is_last));
+        };
+        if (way == "text") {
+            return says_room(index + 1) ? std::to_string(index + 1) : "no_room";
+        }
+        if (way != "pointer" || count == "no_count") {
+            return "no_room";
+        }
+        size_t before = index;
+        while (before > 0 && arguments[before - 1].crossing.conversion == Conversion::Pointer) {
+            --before;
+        }
+        if (before > 0 && says_room(before - 1)) {
+            return std::to_string(before - 1);
+        }
+        bool between = says_room(index + 1) && count == std::to_string(index + 2);
+        return between ? std::to_string(index + 1) : "no_room";
+    }
+
     // The place of the later parameter that gets how many elements C wrote: the first that its name says so
     // of, or the last of all where the header gives no names and a number of elements stands before.
     static std::string count_of(const std::vector<BoundParameter> &arguments, size_t index,
                                 const BoundParameter *appended)
     {
         for (size_t i = index + 1; i < arguments.size(); ++i) {
-            std::string name = arguments[i].name;
-            std::transform(name.begin(), name.end(), name.begin(),
-                           [](unsigned char c) { return std::tolower(c); });
-            for (const char *word : {"count", "num", "actual", "size"}) {
-                if (takes_number(arguments[i]) && name.find(word) != std::string::npos) {
-                    return std::to_string(i);
-                }
+            if (takes_number(arguments[i])
+                && is_named(arguments[i].name, {"count", "num", "actual", "size"})) {
+                return std::to_string(i);
             }
         }
         if (appended && is_number(appended->crossing.type)) {
             return "appended_count";
         }
         const size_t last = arguments.size() - 1;
-        bool unnamed = arguments[last].name == "arg" + std::to_string(last + 1);
+        bool unnamed = is_unnamed(arguments, last);
         bool sized = index > 0 && arguments[index - 1].crossing.conversion == Conversion::Int32;
         return unnamed && sized && index < last && takes_number(arguments[last]) ? std::to_string(last)
                                                                                  : "no_count";
@@ -527,6 +568,18 @@ private:
         }
     }
 
+    std::vector<std::string> types_with_twins() const
+    {
+        std::vector<std::string> rows = types_;
+        for (const auto &[name, types] : by_name_) {
+            for (size_t i = 1; i < types.size(); ++i) {
+                std::string &row = rows[std::stoul(types[i - 1])];
+                row = "with_twin(" + row + ", " + types[i] + ")";
+            }
+        }
+        return rows;
+    }
+
     std::string buckets() const
     {
         size_t size = 1;
@@ -534,12 +587,12 @@ private:
             size *= 2;
         }
         std::vector<std::string> places(size, none);
-        for (const auto &[name, type] : by_name_) {
+        for (const auto &[name, types] : by_name_) {
             size_t place = quorel::name_hash(name) & (size - 1);
             while (places[place] != none) {
                 place = (place + 1) & (size - 1);
             }
-            places[place] = type;
+            places[place] = types.front();
         }
         return "const uint16_t type_buckets[] = {\n" + joined(places)
                + "};\nconst size_t type_bucket_count = " + std::to_string(size) + ";\n\n";
@@ -553,7 +606,7 @@ private:
     std::map<std::string, const BoundRecord *> records_;  ///< by descriptor
     std::map<std::string, size_t> methods_;               ///< by name
     std::map<std::pair<std::string, std::string>, std::string> type_numbers_;
-    std::map<std::string, std::string> by_name_;
+    std::map<std::string, std::vector<std::string>> by_name_;
     std::map<std::string, size_t> callback_numbers_, record_numbers_;
     std::map<std::vector<std::string>, size_t> sequences_;
     std::vector<const BoundRecord *> record_order_;

@@ -39,6 +39,9 @@ class StatusError(Exception):
 
     def __str__(self):
         function = getattr(self.function, '__name__', None) or repr(self.function)
-        name = self.name
-        return '%s(%s) returned %s' % (function, ', '.join(repr(argument) for argument in self.arguments),
-                                       name if name == str(self.status) else '%s (%d)' % (name, self.status))
+        status = '%d' % self.status
+        if self.status > 0:
+            status += ', which is no status'
+        elif self.name != status:
+            status = '%s (%s)' % (self.name, status)
+        return '%s(%s) returned %s' % (function, ', '.join(map(repr, self.arguments)), status)

@@ -29,6 +29,8 @@ class Statuses(unittest.TestCase):
         self.assertEqual(error_of(lambda port: -4, 'text'),
                          (StatusError, "<lambda>('text') returned BCM_E_PARAM (-4)"))
         self.assertEqual(error_of(lambda: -1234), (StatusError, '<lambda>() returned -1234'))
+        self.assertEqual(error_of(q.soc_reg_bytes, 0, q.CMIC_LED_CTRLr), (
+            StatusError, 'soc_reg_bytes(0, %d) returned 4, which is no status' % q.CMIC_LED_CTRLr))
         self.assertIsNone(checked(lambda *arguments: 0 * len(arguments), 1, 2))
         self.assertEqual(checked(lambda *arguments: arguments, 1, 2), (1, 2))
 
@@ -61,8 +63,9 @@ class Outputs(simulator.SwitchTest):
         checked(q.bcm_port_pause_addr_set, 0, 1, mac)
         self.assertEqual(checked(q.bcm_port_pause_addr_get, 0, 1, OUT), mac)
         checked(q.bcm_port_pause_addr_set, 0, 1, '00:00:00:00:00:00')
-        self.assertEqual(checked(q.bcm_port_phy_drv_name_get, 0, 1, OUT[64], 64),
-                         checked(q.soc_phyctrl_drv_name, 0, 1))
+        for marker in (OUT, OUT[64], OUT[99]):
+            self.assertEqual(checked(q.bcm_port_phy_drv_name_get, 0, 1, marker, 64),
+                             checked(q.soc_phyctrl_drv_name, 0, 1))
 
     def test_records_and_pointers(self):
         info = checked(q.bcm_port_info_get, 0, 1, OUT)
@@ -95,6 +98,11 @@ class Outputs(simulator.SwitchTest):
         _, found, count = checked(q.bcm_trunk_get, 0, trunk, OUT, 8, OUT[8])
         self.assertEqual([member.gport for member in found], [member.gport for member in members])
         self.assertEqual(count, 2)
+        # Where a number before says how many there may be, OUT has room for as many.
+        for room in (8, long(8)):
+            self.assertEqual(len(checked(q.bcm_trunk_get, 0, trunk, OUT, room, OUT)[1]), 2)
+        self.assertEqual(len(checked(q.bcm_trunk_get, 0, trunk, OUT, 1, OUT)[1]), 1)
+        self.assertEqual(checked(q.bcm_trunk_get, 0, trunk, OUT, 0, OUT)[1:], ([], 2))
         # A cell of the caller's own is no output, so nothing is known of a count.
         _, found = checked(q.bcm_trunk_local_members_get, 0, trunk, 8, OUT[8], OUT[8], cell('int'))
         self.assertEqual(len(found), 8)
@@ -105,8 +113,17 @@ class Outputs(simulator.SwitchTest):
                 ((q.bcm_port_speed_get, 0, OUT), 'bcm_port_speed_get(unit, port, speed) takes 3 arguments, not 2'),
                 ((q.bcm_port_speed_get, OUT, 1, OUT),
                  'bcm_port_speed_get(), argument 1 (unit): a value that is passed in is no output'),
-                ((q.bcm_port_phy_drv_name_get, 0, 1, OUT, 64),
-                 'bcm_port_phy_drv_name_get(), argument 3 (name): the room for the text is missing: OUT[size]'),
+                ((q.bcm_port_phy_drv_name_get, 0, 1, OUT[63], 64),
+                 'bcm_port_phy_drv_name_get(), argument 3 (name): the function may write 64 bytes, and OUT[63] has not '
+                 'the room'),
+                ((q.bcm_trunk_local_members_get, 0, 1, 8, OUT[8], OUT[7], OUT),
+                 'bcm_trunk_local_members_get(), argument 5 (status_array): the function may write 8 elements, and '
+                 'OUT[7] has not the room'),
+                ((q.bcm_cosq_sched_get, 0, OUT, OUT[7], OUT),
+                 'bcm_cosq_sched_get(), argument 3 (weights): the function may write 8 elements, and OUT[7] has not '
+                 'the room'),
+                ((q.bcm_l2_addr_get, 0, OUT, 1),
+                 'bcm_l2_addr_get(), argument 2 (mac_addr): a value that is passed in is no output'),
                 ((q.bcm_l2_traverse, 0, OUT, None),
                  'bcm_l2_traverse(), argument 2 (trav_fn): a value that is passed in is no output'),
                 ((q.bcm_l2_traverse, 0, None, OUT),

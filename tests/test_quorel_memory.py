@@ -167,6 +167,21 @@ class Arguments(unittest.TestCase):
         text = "in method 'bcm_port_speed_get', argument 3 of type 'int *'"
         self.assertEqual(error_of(q.bcm_port_speed_get, 0, 1, cell('uint32')), (TypeError, text))
 
+    def test_a_name_that_stands_for_two_types(self):
+        """One family has a type of its own under the name of a number's."""
+        port = cell('soc_port_t')
+        port.value = 7
+        with recording.recording() as calls:
+            q.parse_port(99, 'xe3', port)
+            q._bcm_petra_port_nrdy_thresh_free(99, port)
+        self.assertEqual([arguments[-1] for _, arguments in calls()],
+                         [binding.packed('pointer', int(port.this)), binding.packed('int32', 7)])
+
+    def test_empty_ones_are_taken_for_single_ones(self):
+        """C cannot tell: what it writes must not be anyone's."""
+        for empty in (array('bcm_port_info_t', 0), array('bcm_port_info_t', 3)[3:]):
+            self.assertEqual((len(empty), bytes(empty), q.bcm_port_info_get(0, 1, empty)), (0, '', 0))
+
     def test_a_part_is_a_pointer_into_the_whole(self):
         words = array('uint32', 4)
         with recording.recording() as calls:

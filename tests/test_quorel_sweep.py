@@ -67,8 +67,7 @@ def with_memory(call):
     has_unit = call.parameters[0][0] == 'unit'
     for seed, (reported, (_, kind, way, bound)) in enumerate(zip(call.reported, call.parameters)):
         if way in ('pointer', 'constant'):
-            # One family has a type of its own under the name of a number's.
-            made = memory('int' if reported.descriptor == '_p_int' else kind, bound, bound, has_unit)
+            made = memory(kind, bound, bound, has_unit)
             # Arrays of a known size are recorded whole.
             yield made, bytes(made[:bound]) if bound else binding.packed('pointer', int(made.this))
         elif way in ('text', 'constant_text'):

@@ -213,6 +213,9 @@ NewReference subscript(PyObject *object, PyObject *key)
             != 0) {
             return nullptr;
         }
+        if (count == 0) {
+            return new_zeroed_array(*array->type, 0);
+        }
         return step == 1 ? new_array_at(*array->type, count, array->data + start * size_of_element(array),
                                         array->keeper)
                          : values_of(array, start, step, count);
@@ -431,7 +434,15 @@ bool initialise_array_type()
 
 NewReference new_array_at(const CType &type, Py_ssize_t count, char *data, PyObject *keeper)
 {
-    Owned pointer = Owned::steal(new_pointer(data, type.pointer, keeper));
+    // What goes by one name may be several types to functions: the chain has a pointer for each.
+    Owned pointer = Owned::share(keeper);
+    for (const CType *twin = &type;;) {
+        pointer = Owned::steal(new_pointer(data, twin->pointer, pointer.get()));
+        if (!pointer || twin->twin == none) {
+            break;
+        }
+        twin = &c_types[twin->twin];
+    }
     Owned dictionary = Owned::steal(pointer ? PyDict_New() : nullptr);
     if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
         return nullptr;
@@ -457,7 +468,8 @@ NewReference new_zeroed_array(const CType &type, Py_ssize_t count)
                                     : "a type that no function takes a pointer to");
         return nullptr;
     }
-    Memory *memory = new_memory(count, static_cast<Py_ssize_t>(type.size));
+    // Whoever is given an empty one may take it for a single one.
+    Memory *memory = new_memory(count == 0 ? 1 : count, static_cast<Py_ssize_t>(type.size));
     Owned keeper = Owned::steal(memory ? as_object(memory) : nullptr);
     return keeper ? new_array_at(type, count, memory->data, keeper.get()) : nullptr;
 }

@@ -293,7 +293,7 @@ NewReference call_with_outputs(const CFunction &described, PyObject *all)
             argument = zero();
         } else if (is_out(argument)) {
             Output &output = outputs[count++];
-            if (!output.prepare(function, described, static_cast<size_t>(i), argument)) {
+            if (!output.prepare(function, described, static_cast<size_t>(i), all)) {
                 return nullptr;
             }
             directly = directly || output.parameter().way == Way::mac_address;
@@ -302,10 +302,6 @@ NewReference call_with_outputs(const CFunction &described, PyObject *all)
         PyTuple_SET_ITEM(args.get(), i, Owned::share(argument).release());
     }
     if (!args) {
-        return nullptr;
-    }
-    if (directly && described.direct == none) {
-        PyErr_SetString(PyExc_TypeError, "a MAC address that this function gets is no output");
         return nullptr;
     }
     Owned result = directly ? call_directly(function, described, args.get(), outputs, count)

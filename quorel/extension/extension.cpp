@@ -28,8 +28,8 @@ StatusError: bcm_vlan_create(0, 5000) returned BCM_E_PARAM (-4)
 
 An argument OUT stands for an output: it becomes a pointer to new memory, and its value is what checked()
 returns; several outputs come back as a tuple. OUT[n] is an array of up to n values or text of up to n bytes.
-Where a later output tells how many were written, the list has as many. A result that is no status is returned,
-before the outputs.
+Where an argument tells how many there is room for, OUT stands for as many; where a later output tells how many
+were written, the list is cut to them. A result that is no status is returned, before the outputs.
 
 Raises StatusError where the status is not BCM_E_NONE, what a callback raises, and before the SDK is called
 TypeError, ValueError or OverflowError for wrong arguments.)";

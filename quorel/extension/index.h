@@ -43,6 +43,8 @@ struct CType {
         pointer;    ///< number, in the type table, of the descriptor of pointers to it; `no_type` without one
     uint16_t self;  ///< likewise of the type itself, where it is a pointer
     uint16_t target;  ///< number of a type, record or callback, as `kind` says; else `none`
+    uint16_t
+        twin;  ///< number of a type of the same name, pointers to which have another descriptor; else `none`
     Kind kind;
 };
 
@@ -70,7 +72,9 @@ struct CParameter {
     Way way;
     uint8_t
         count;  ///< place of the parameter that gets how many elements were written, or one of the following
+    uint8_t room;  ///< place of the number that says how many elements C may write, or `no_room`
 };
+constexpr uint8_t no_room = 0xff;
 constexpr uint8_t no_count = 0xff;
 constexpr uint8_t appended_count = 0xfe;  ///< the output that the binding appends is the count
 
@@ -177,14 +181,20 @@ constexpr uint32_t size_of<Type, std::void_t<decltype(sizeof(Type))>> = sizeof(T
 template <typename Type>
 constexpr CType describe(uint32_t name, uint16_t pointer, uint16_t self, uint16_t target)
 {
-    return {name, size_of<Type>, pointer, self, target, natural_kind<Type>()};
+    return {name, size_of<Type>, pointer, self, target, none, natural_kind<Type>()};
 }
 
 /// Likewise, where Python sees more in a type than the compiler does.
 template <typename Type>
 constexpr CType describe(uint32_t name, uint16_t pointer, uint16_t self, uint16_t target, Kind kind)
 {
-    return {name, size_of<Type>, pointer, self, target, kind};
+    return {name, size_of<Type>, pointer, self, target, none, kind};
+}
+
+constexpr CType with_twin(CType type, uint16_t twin)
+{
+    type.twin = twin;
+    return type;
 }
 
 }  // namespace quorel

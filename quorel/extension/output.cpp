@@ -4,6 +4,8 @@
 #include "module/pointer_object.h"
 #include "values.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 namespace quorel {
@@ -88,20 +90,39 @@ bool initialise_out_type()
     return out_marker != nullptr;
 }
 
-bool Output::prepare(PyObject *function, const CFunction &described, size_t place, PyObject *marker)
+// What the parameter says of the number of elements is what C goes by.
+bool Output::judge_size(PyObject *function, PyObject *room)
+{
+    Py_ssize_t least = parameter_->bound;
+    if (room && (PyInt_Check(room) || PyLong_Check(room))) {
+        least = std::max(least, PyNumber_AsSsize_t(room, nullptr));
+    }
+    const bool is_text = parameter_->way == Way::text;
+    if (count_ >= 0 && count_ < least) {
+        char what[100];
+        std::snprintf(what, sizeof what, "the function may write %zd %s, and OUT[%zd] has not the room",
+                      least, is_text ? "bytes" : "elements", count_);
+        return refuse(function, place_, what);
+    }
+    if (count_ < 0 && (least > 0 || room)) {
+        count_ = least;
+    }
+    return count_ >= 0 || !is_text || refuse(function, place_, "the room for the text is missing: OUT[size]");
+}
+
+bool Output::prepare(PyObject *function, const CFunction &described, size_t place, PyObject *all)
 {
     parameter_ = &parameter_of(described, place);
     place_ = place;
-    count_ = count_of(marker);
+    count_ = count_of(PyTuple_GET_ITEM(all, static_cast<Py_ssize_t>(place) + 1));
     switch (parameter_->way) {
     case Way::pointer:
-        break;
     case Way::text:
-        if (count_ < 0) {
-            return refuse(function, place, "the room for the text is missing: OUT[size]");
-        }
         break;
     case Way::mac_address:
+        if (described.direct == none) {
+            return refuse(function, place, "a value that is passed in is no output");
+        }
         if (count_ >= 0) {
             return refuse(function, place, "one MAC address is OUT, without a size");
         }
@@ -119,13 +140,11 @@ bool Output::prepare(PyObject *function, const CFunction &described, size_t plac
                       "the size of what it points to is not known: give it a pointer object");
     }
     type_ = &c_types[parameter_->type];
-    if (count_ < 0 && parameter_->bound != 0) {
-        count_ = parameter_->bound;
-    }
-    return prepare_memory(function);
+    PyObject *room = parameter_->room == no_room ? nullptr : PyTuple_GET_ITEM(all, parameter_->room + 1);
+    return judge_size(function, room) && prepare_memory();
 }
 
-bool Output::prepare_memory(PyObject *)
+bool Output::prepare_memory()
 {
     if (count_ < 0 && type_->size <= sizeof small_ && type_->kind != Kind::record
         && type_->kind != Kind::opaque) {
@@ -137,7 +156,8 @@ bool Output::prepare_memory(PyObject *)
         return prepare_record();
     }
     bool is_mac_argument = parameter_->way == Way::mac_address;
-    Memory *memory = new_memory(count_ < 0 ? 1 : count_, static_cast<Py_ssize_t>(type_->size));
+    // A function that takes no size writes one.
+    Memory *memory = new_memory(count_ < 1 ? 1 : count_, static_cast<Py_ssize_t>(type_->size));
     keeper_ = Owned::steal(memory ? as_object(memory) : nullptr);
     if (!keeper_) {
         return false;

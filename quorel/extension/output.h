@@ -20,9 +20,9 @@ inline bool is_out(PyObject *object)
 /// What one marker of a call stands for.
 class Output {
 public:
-    /// Makes the memory for the parameter at `place` of `function`, as `marker` asks for. Returns false with
-    /// an exception that says what the parameter is.
-    bool prepare(PyObject *function, const CFunction &described, size_t place, PyObject *marker);
+    /// Makes the memory for the parameter at `place` of `function`, as the marker there in `all` asks for: the
+    /// arguments of checked(). Returns false with an exception that says what the parameter is.
+    bool prepare(PyObject *function, const CFunction &described, size_t place, PyObject *all);
 
     /// What the function is given (borrowed), while the output lives.
     PyObject *argument() const { return argument_.get(); }
@@ -43,7 +43,8 @@ public:
 
 private:
     bool prepare_record();
-    bool prepare_memory(PyObject *function);
+    bool prepare_memory();
+    bool judge_size(PyObject *function, PyObject *room);
 
     const CParameter *parameter_ = nullptr;
     const CType *type_ = nullptr;
