@@ -18,7 +18,7 @@ std::string thunk_parameter(const ShapeParameter &parameter, const std::string &
 }
 
 // What the SDK function is given for one erased argument.
-std::string typed_argument(const BoundParameter &parameter, const std::string &name)
+std::string typed_argument(const BoundParameter &parameter, Passing passing, const std::string &name)
 {
     const Crossing &crossing = parameter.crossing;
     const TypePtr &type = crossing.type;
@@ -31,33 +31,20 @@ std::string typed_argument(const BoundParameter &parameter, const std::string &n
                    ? fmt::format("static_cast<{}>(*{})", pointer, name)
                    : fmt::format("reinterpret_cast<{}>({})", pointer, name);
     }
-    switch (crossing.conversion) {
-    case Conversion::Pointer: {
+    switch (passing) {
+    case Passing::AsIs:
+        break;
+    case Passing::Cast: {
         const TypePtr array = resolve_array_typedef(type);
-        const TypePtr pointer = array->kind == Type::Kind::Array ? Type::pointer_to(array->target) : type;
-        return fmt::format("static_cast<{}>({})", spell(Type::without_const(pointer)), name);
+        const TypePtr target = array->kind == Type::Kind::Array ? Type::pointer_to(array->target) : type;
+        return fmt::format("static_cast<{}>({})", spell(Type::without_const(target)), name);
     }
-    case Conversion::Callback:
+    case Passing::Reinterpret:
         return fmt::format("reinterpret_cast<{}>({})", spell(Type::without_const(type)), name);
-    case Conversion::AnyPointer:
-    case Conversion::Int32:
-        return fmt::format("static_cast<{}>({})", spell(Type::without_const(type)), name);
-    case Conversion::Value: {
+    case Passing::Object: {
         const TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
         return fmt::format("*static_cast<{}>({})", spell(Type::pointer_to(target)), name);
     }
-    case Conversion::UInt32:
-    case Conversion::Int8:
-    case Conversion::UInt8:
-    case Conversion::UInt16:
-    case Conversion::UInt64:
-    case Conversion::Bool:
-    case Conversion::String:
-    case Conversion::NullableString:
-    case Conversion::Mapped:
-    case Conversion::Object:
-    case Conversion::Nothing:
-        return name;
     }
     return name;
 }
@@ -70,7 +57,7 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
         const BoundParameter &parameter = function.parameters[i];
         const std::string argument = fmt::format("a{}", i);
         parameters.push_back(thunk_parameter(shape.parameters[i], argument));
-        arguments.push_back(typed_argument(parameter, argument));
+        arguments.push_back(typed_argument(parameter, shape.parameters[i].passing, argument));
         if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
             preparation += fmt::format("    *{} = std::calloc(1, sizeof({}));\n", argument,
                                        spell(parameter.crossing.type));

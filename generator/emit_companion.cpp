@@ -1,5 +1,7 @@
 #include "emit.h"
 
+#include <fmt/format.h>
+
 #include <stdexcept>
 
 namespace generator {
@@ -22,14 +24,14 @@ std::string emit_companion(const Model &model, const std::string &source, const 
     std::string manifest;
     for (const Family &family : model.families) {
         for (const BoundPointerClass &bound : family.pointer_classes) {
-            manifest += bound.name + " *\n";
+            manifest += fmt::format("{} *\n", bound.name);
         }
         for (const BoundRecord &record : family.records) {
-            manifest += record.name;
+            std::vector<std::string> words = {record.name};
             for (const BoundMember &member : record.members) {
-                manifest += " " + member.name;
+                words.push_back(member.name);
             }
-            manifest += "\n";
+            manifest += fmt::format("{}\n", fmt::join(words, " "));
         }
     }
     std::string text = source;

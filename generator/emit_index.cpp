@@ -187,7 +187,7 @@ private:
         if (known != type_numbers_.end()) {
             return known->second;
         }
-        const std::string place = std::to_string(types_.size());
+        std::string place = std::to_string(types_.size());
         type_numbers_[{spelling, descriptor}] = place;
         by_name_[spelling].push_back(place);
         types_.emplace_back();
@@ -330,17 +330,15 @@ private:
         if (adds_output) {
             return "status_first";
         }
-        switch (function.result.conversion) {
-        case Conversion::Nothing:
+        const Conversion conversion = function.result.conversion;
+        if (conversion == Conversion::Nothing) {
             return "nothing";
-        case Conversion::Object:
-            // A stand-in for a function of the SDK gives its outputs as Python has them.
-            return function.callee != function.name ? "status_first" : "value";
-        case Conversion::Int32:
-            return function.of_sdk && function.result.text == "int" ? "status" : "value";
-        default:
-            return "value";
         }
+        // A stand-in for a function of the SDK gives its outputs as Python has them.
+        if (conversion == Conversion::Object && function.callee != function.name) {
+            return "status_first";
+        }
+        return function.of_sdk && function.result.text == "int" ? "status" : "value";
     }
 
     static std::string keeping(const std::string &name)
@@ -391,7 +389,14 @@ private:
         case Conversion::Object:
             way = "other";
             break;
-        default:
+        case Conversion::Int32:
+        case Conversion::UInt32:
+        case Conversion::Int8:
+        case Conversion::UInt8:
+        case Conversion::UInt16:
+        case Conversion::UInt64:
+        case Conversion::Bool:
+        case Conversion::Nothing:
             number_text = number(type);
             break;
         }
@@ -506,8 +511,8 @@ private:
             }
         }
         // Members may bring in further types, but no further records.
-        for (size_t i = 0; i < record_order_.size(); ++i) {
-            const BoundRecord &record = *record_order_[i];
+        for (const BoundRecord *ordered : record_order_) {
+            const BoundRecord &record = *ordered;
             record_rows_ += "    {" + number(record_type(record), record.self.descriptor) + ", "
                             + std::to_string(member_count_) + ", " + std::to_string(record.members.size())
                             + "},  // " + record.name + "\n";

@@ -34,7 +34,7 @@ Accessors accessors_of(const BoundMember &member)
     case Storage::Scalar:
         break;
     }
-    std::string name = scalar_name(member.crossing.conversion);
+    std::string name = conversion_name(member.crossing.conversion);
     return {"get_" + name, "set_" + name};
 }
 
@@ -66,7 +66,7 @@ public:
         const std::string row = fmt::format("{}pointer_classes[{}]", prefix_, pointer_classes_++);
         const std::string size = fmt::format("sizeof({})", bound.element.text);
         bool record = bound.element.conversion == Conversion::Value;
-        std::string kind = scalar_name(bound.element.conversion), member = next_member();
+        std::string kind = conversion_name(bound.element.conversion), member = next_member();
         std::string getter_name = record ? "get_copy" : "get_" + kind,
                     setter_name = record ? "set_record" : "set_" + kind;
         unsigned constructor = stub("new_" + bound.name, "new_pointer_class", row);
@@ -88,7 +88,7 @@ public:
     {
         const std::string row = fmt::format("{}arrays[{}]", prefix_, arrays_++);
         bool record = array.element.conversion == Conversion::Value;
-        std::string kind = record ? "record" : scalar_name(array.element.conversion);
+        std::string kind = record ? "record" : conversion_name(array.element.conversion);
         unsigned constructor = stub("new_" + array.name, "new_array", row);
         stub("delete_" + array.name, "delete_array", row);
         stub(array.name + "_getitem", "get_item_" + kind, row);

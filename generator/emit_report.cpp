@@ -2,6 +2,8 @@
 #include "output.h"
 #include "signature.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace generator {
@@ -10,34 +12,7 @@ namespace {
 
 std::string kind_of(const Crossing &crossing)
 {
-    switch (crossing.conversion) {
-    case Conversion::Int32:
-    case Conversion::UInt32:
-    case Conversion::Int8:
-    case Conversion::UInt8:
-    case Conversion::UInt16:
-    case Conversion::UInt64:
-    case Conversion::Bool:
-    case Conversion::String:
-        return scalar_name(crossing.conversion);
-    case Conversion::Pointer:
-        return "pointer";
-    case Conversion::AnyPointer:
-        return "any_pointer";
-    case Conversion::Value:
-        return "value";
-    case Conversion::Callback:
-        return "callback";
-    case Conversion::NullableString:
-        return "nullable_string";
-    case Conversion::Mapped:
-        return crossing.typemap->name;
-    case Conversion::Object:
-        return "object";
-    case Conversion::Nothing:
-        return "nothing";
-    }
-    return "";
+    return crossing.typemap ? crossing.typemap->name : conversion_name(crossing.conversion);
 }
 
 std::string kind_of(const BoundParameter &parameter)
@@ -88,11 +63,13 @@ std::string kind_of(const BoundVariable &variable)
 
 std::string row(const std::vector<std::string> &texts)
 {
-    std::string line;
-    for (const std::string &text : texts) {
-        line += (line.empty() ? "" : "\t") + text;
-    }
-    return line + "\n";
+    return fmt::format("{}\n", fmt::join(texts, "\t"));
+}
+
+const std::string &or_dash(const std::string &text)
+{
+    static const std::string dash = "-";
+    return text.empty() ? dash : text;
 }
 
 }  // namespace
@@ -110,7 +87,7 @@ std::string emit_report(const Model &model)
             for (const BoundParameter &parameter : function.parameters) {
                 line.push_back(kind_of(parameter));
                 line.push_back(parameter.crossing.text);
-                line.push_back(parameter.crossing.descriptor.empty() ? "-" : parameter.crossing.descriptor);
+                line.push_back(or_dash(parameter.crossing.descriptor));
             }
             text += row(line);
         }
@@ -124,43 +101,43 @@ std::string emit_report(const Model &model)
         for (const BoundRecord &record : family.records) {
             for (const BoundMember &member : record.members) {
                 text += row({"member", family.name, record.name, member.name, kind_of(member),
-                             member.crossing.text,
-                             member.crossing.descriptor.empty() ? "-" : member.crossing.descriptor,
-                             record.self.text});
+                             member.crossing.text, or_dash(member.crossing.descriptor), record.self.text});
             }
         }
     }
     for (const Constant &constant : model.constants) {
-        text += row({"constant", constant.enumeration.empty() ? "-" : constant.enumeration, constant.name});
+        text += row({"constant", or_dash(constant.enumeration), constant.name});
     }
     for (const BoundVariable &variable : model.variables) {
         text += row({"variable", kind_of(variable), variable.name, variable.crossing.text});
     }
     for (const auto &[name, descriptor] : model.descriptors) {
-        text += row({"type", name, descriptor.cast_from.empty() ? "-" : descriptor.cast_from});
+        text += row({"type", name, or_dash(descriptor.cast_from)});
     }
     return text;
 }
 
 std::string emit_layout(const Model &model)
 {
-    std::string text = banner("Prints the C compiler's view of the records.", "the bound headers")
-                       + "#include <stddef.h>\n#include <stdio.h>\n";
-    std::string body;
+    std::string headers, body;
     for (const Family &family : model.families) {
         for (const std::string &header : family.headers) {
-            text += "#include <" + header + ">\n";
+            headers += fmt::format("#include <{}>\n", header);
         }
         for (const BoundRecord &record : family.records) {
-            body += "    printf(\"" + record.name + " %zu\\n\", sizeof(" + record.c_name + "));\n";
+            body += fmt::format("    printf(\"{} %zu\\n\", sizeof({}));\n", record.name, record.c_name);
             for (const BoundMember &member : record.members) {
-                body += "    printf(\"" + record.name + " " + member.name + " %zu %zu\\n\", offsetof("
-                        + record.c_name + ", " + member.name + "), sizeof(((" + record.c_name + " *)0)->"
-                        + member.name + "));\n";
+                body += fmt::format(
+                    "    printf(\"{record} {member} %zu %zu\\n\", offsetof({c_name}, {member}), "
+                    "sizeof((({c_name} *)0)->{member}));\n",
+                    fmt::arg("record", record.name), fmt::arg("member", member.name),
+                    fmt::arg("c_name", record.c_name));
             }
         }
     }
-    return text + "\nint main(void)\n{\n" + body + "    return 0;\n}\n";
+    return fmt::format(
+        "{}#include <stddef.h>\n#include <stdio.h>\n{}\nint main(void)\n{{\n{}    return 0;\n}}\n",
+        banner("Prints the C compiler's view of the records.", "the bound headers"), headers, body);
 }
 
 }  // namespace generator

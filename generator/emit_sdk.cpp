@@ -163,7 +163,8 @@ std::string emit_sdk_calls(const Family &family, const Answers &answers)
                                 + "': log the call, ask the simulator, let no memory failure out.";
     std::string text = banner(subject, "interface/" + family.name + ".toml and the headers that it names");
     text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n"
-            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n#include <new>\n\nextern \"C\" {\n\n";
+            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n#include <new>\n\n"
+            "extern \"C\" {\n\n";
     for (const Function &function : family.sdk_functions) {
         text += forwarder(function) + default_answer(function, answers.at(function.name));
     }

@@ -1,18 +1,20 @@
 #include "emit.h"
 #include "output.h"
 
+#include <fmt/format.h>
+
 namespace generator {
 
 namespace {
 
 std::string accessors(const BoundVariable &variable)
 {
-    std::string scalar = scalar_name(variable.crossing.conversion);
-    std::string type = scalar == "bool" ? scalar : scalar + "_t";
-    std::string getter = "get_scalar_variable<" + type + ", from_" + scalar + ">";
+    const std::string scalar = conversion_name(variable.crossing.conversion);
+    const std::string type = scalar == "bool" ? scalar : scalar + "_t";
+    const std::string getter = fmt::format("get_scalar_variable<{}, from_{}>", type, scalar);
     switch (variable.kind) {
     case VariableKind::Scalar:
-        return getter + ", set_scalar_variable<" + type + ", to_" + scalar + ">";
+        return fmt::format("{}, set_scalar_variable<{}, to_{}>", getter, type, scalar);
     case VariableKind::String:
         return "get_string_variable, set_string_variable";
     case VariableKind::Storage:
@@ -37,16 +39,25 @@ std::string emit_variables(const Model &model, const Numbering &numbering)
     }
     std::string rows;
     for (const BoundVariable &variable : model.variables) {
-        std::string size =
-            variable.kind == VariableKind::UnboundedArray ? "0" : "sizeof(" + variable.name + ")";
-        rows += "    {\"" + variable.name + "\", " + accessors(variable)
-                + ", const_cast<void *>(static_cast<const void *>(&" + variable.name + ")), "
-                + std::to_string(numbering.arguments({variable.crossing})) + ", " + size + "},\n";
+        rows += fmt::format(
+            "    {{\"{name}\", {accessors}, const_cast<void *>(static_cast<const void *>(&{name})), "
+            "{argument}, "
+            "{size}}},\n",
+            fmt::arg("name", variable.name), fmt::arg("accessors", accessors(variable)),
+            fmt::arg("argument", numbering.arguments({variable.crossing})),
+            fmt::arg("size", variable.kind == VariableKind::UnboundedArray
+                                 ? "0"
+                                 : fmt::format("sizeof({})", variable.name)));
     }
     return banner("Global variables, in header order.", "the interface files and the headers that they name")
-           + includes(headers, {}) + "\n#include \"typemaps/callback.h\"\n\nnamespace quorel {\n\n"
-           + "const VariableRow variable_rows[] = {\n" + rows + "    {},\n};\nconst size_t variable_count = "
-           + std::to_string(model.variables.size()) + ";\n\n}  // namespace quorel\n";
+           + includes(headers, {})
+           + fmt::format(
+               "\n#include \"typemaps/callback.h\"\n\n"
+               "namespace quorel {{\n\n"
+               "const VariableRow variable_rows[] = {{\n{}    {{}},\n}};\n"
+               "const size_t variable_count = {};\n\n"
+               "}}  // namespace quorel\n",
+               rows, model.variables.size());
 }
 
 }  // namespace generator

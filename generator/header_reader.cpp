@@ -69,6 +69,7 @@ public:
             options.insert(options.end(), {"-isystem", directory});
         }
         std::vector<const char *> arguments;
+        arguments.reserve(options.size());
         for (const std::string &option : options) {
             arguments.push_back(option.c_str());
         }
@@ -444,7 +445,9 @@ private:
         case CXType_FunctionNoProto: {
             std::vector<TypePtr> parameters;
             std::vector<std::string> none;
-            for (int i = 0; i < clang_getNumArgTypes(type); ++i) {
+            const int count = clang_getNumArgTypes(type);
+            parameters.reserve(static_cast<size_t>(count));
+            for (int i = 0; i < count; ++i) {
                 parameters.push_back(read_type(clang_getArgType(type, static_cast<unsigned>(i)), none));
             }
             return Type::function(read_type(clang_getResultType(type), none), parameters);

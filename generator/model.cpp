@@ -499,8 +499,7 @@ private:
         const Conversion conversion = element.conversion;
         // Arrays are of what the runtime has get_item_<kind>() for.
         const bool fits = conversion == Conversion::Value || conversion == Conversion::UInt8
-                          || conversion == Conversion::UInt32
-                          || (!of_array && !scalar_name(conversion).empty());
+                          || conversion == Conversion::UInt32 || (!of_array && is_scalar(conversion));
         if (!fits || is_builtin(resolved(element.type), "unsigned long")
             || is_builtin(resolved(element.type), "long")) {
             error(place, "'" + name + "': elements of type '" + element.text + "' cannot be bound");

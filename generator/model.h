@@ -2,6 +2,7 @@
 // and the interface files; an emitter is a function from it to text.
 #pragma once
 
+#include "conversion.h"
 #include "declarations.h"
 #include "interface.h"
 
@@ -12,26 +13,6 @@
 #include <vector>
 
 namespace generator {
-
-/// How one value crosses the boundary.
-enum class Conversion {
-    Int32,
-    UInt32,
-    Int8,
-    UInt8,
-    UInt16,
-    UInt64,
-    Bool,
-    String,          ///< char *
-    NullableString,  ///< char *, or None for null
-    Pointer,         ///< T *, and arrays as a pointer to their element
-    AnyPointer,      ///< void *
-    Value,           ///< a record or opaque type by value or reference: a pointer that must not be null
-    Callback,        ///< pointer to function
-    Mapped,          ///< hand-written: see typemap
-    Object,          ///< PyObject *, of helpers
-    Nothing,         ///< void, as a result
-};
 
 /// One C type at the boundary. Example, a parameter `bcm_l2_addr_t *l2addr`: Pointer, text "bcm_l2_addr_t *",
 /// descriptor "_p_bcm_l2_addr_s".

@@ -74,6 +74,14 @@ struct Keys {
     Roles roles;
 };
 
+// How an object is made: create(unit, flags if it takes any, values, id of the object).
+struct Creation {
+    const Function *creator = nullptr;
+    Parameters values;
+    Roles roles;         // of the creator's parameters after the unit
+    Parameters written;  // as a setter would take them: unit, id, values
+};
+
 // What the name of a function of a table ends with. Those for the narrow counters have rules of their own.
 struct Suffix {
     const char *text;
@@ -254,7 +262,7 @@ private:
         refusals_[{table, narrow}] = refusal;
     }
 
-    // These two say why not, or nothing.
+    // Says why not, or nothing.
     std::string serve_pair(const std::string &table, const Function &writer, const std::string &writing,
                            const Function &getter)
     {
@@ -289,70 +297,95 @@ private:
         return "";
     }
 
-    // Objects that `create` gives an id, which the others take.
+    // Objects that `create` gives an id, which the others take; says why not, or nothing.
     std::string serve_created(const std::string &table, const Function &getter, const Function *setter)
     {
-        const Function *creator = named(table + "_create");
-        const auto entry = created_with_.find(table);
-        if (!creator) {
-            return "what creates it is not served";
+        const Outcome<Creation> creation = find_creation(table, getter);
+        if (!creation) {
+            return creation.refusal;
         }
-        if (entry == created_with_.end()) {
-            return "how an id is chosen is not told (created_with)";
-        }
-        if (!gives_id(*creator, getter)) {
-            return creator->name + " gives no number that " + getter.name + " takes first";
-        }
-        const Parameter &unit = creator->parameters.front(), &id = creator->parameters.back();
-        const bool takes_flags = creator->parameters[1].name == "flags";
-        const Parameters values(creator->parameters.begin() + (takes_flags ? 2 : 1),
-                                creator->parameters.end() - 1);
-        Parameters written = {unit, getter.parameters[1]};
-        written.insert(written.end(), values.begin(), values.end());
-        Outcome<Roles> roles = match(table, written, getter.parameters);
-        if (setter) {
-            Outcome<Roles> by_setter = match(table, setter->parameters, getter.parameters);
-            if (!values.empty() && (bool(by_setter) != bool(roles) || by_setter.found != roles.found)) {
-                return creator->name + " takes other values than " + setter->name;
-            }
-            roles = by_setter;
-        }
+        const Function &creator = *creation.found.creator;
+        const Outcome<Roles> roles = match_created(table, creation.found, getter, setter);
         if (!roles) {
             return roles.refusal;
-        }
-        if (std::count_if(roles.found.begin(), roles.found.end(), is_key) != 1) {
-            return "its objects have other keys than an id";
         }
         const Outcome<Answers> erasers = find_erasers(table, getter, roles.found);
         if (!erasers) {
             return erasers.refusal;
         }
-        Roles creating(values.size(), Role::Value);
-        creating.push_back(Role::Id);
-        if (takes_flags) {
-            creating.insert(creating.begin(), Role::Flags);
-        }
-        Rule rule = made("create", table, *creator, creating);
-        rule.flags = entry->second.words;
-        add(*creator, rule, "gives the id that " + getter.name + " takes");
+        Rule rule = made("create", table, creator, creation.found.roles);
+        rule.flags = created_with_.at(table).words;
+        add(creator, rule, "gives the id that " + getter.name + " takes");
         if (setter) {
             add(*setter, made("modify", table, *setter, roles.found), getter.name + " mirrors it");
         }
         add(getter, made("find", table, getter, roles.found),
-            "mirrors " + (setter ? setter->name : creator->name));
+            "mirrors " + (setter ? setter->name : creator.name));
         answers_.insert(erasers.found.begin(), erasers.found.end());
-        add_traversal(table, creator->name, setter ? setter->parameters : written, roles.found);
-        const Function *finder = named(table + "_find");
-        Parameters sought = values;
-        sought.insert(sought.begin(), unit);
-        sought.push_back(id);
-        if (finder && !values.empty() && same_types(finder->parameters, sought)) {
-            Roles seeking(values.size(), Role::Value);
-            seeking.push_back(Role::Id);
-            add(*finder, made("search", table, *finder, seeking),
-                "takes what " + creator->name + " takes and gives its id");
-        }
+        add_traversal(table, creator.name, setter ? setter->parameters : creation.found.written, roles.found);
+        add_search(table, creation.found);
         return "";
+    }
+
+    Outcome<Creation> find_creation(const std::string &table, const Function &getter) const
+    {
+        const Function *creator = named(table + "_create");
+        if (!creator) {
+            return {{}, "what creates it is not served"};
+        }
+        if (created_with_.count(table) == 0) {
+            return {{}, "how an id is chosen is not told (created_with)"};
+        }
+        if (!gives_id(*creator, getter)) {
+            return {{}, creator->name + " gives no number that " + getter.name + " takes first"};
+        }
+        Creation creation;
+        creation.creator = creator;
+        const bool takes_flags = creator->parameters[1].name == "flags";
+        creation.values.assign(creator->parameters.begin() + (takes_flags ? 2 : 1),
+                               creator->parameters.end() - 1);
+        creation.roles.assign(takes_flags ? 1 : 0, Role::Flags);
+        creation.roles.insert(creation.roles.end(), creation.values.size(), Role::Value);
+        creation.roles.push_back(Role::Id);
+        creation.written = {creator->parameters.front(), getter.parameters[1]};
+        creation.written.insert(creation.written.end(), creation.values.begin(), creation.values.end());
+        return {creation};
+    }
+
+    // What the getter's parameters are: those of the setter, which then has to take the values that the creator takes.
+    Outcome<Roles> match_created(const std::string &table, const Creation &creation, const Function &getter,
+                                 const Function *setter) const
+    {
+        Outcome<Roles> roles = match(table, creation.written, getter.parameters);
+        if (setter) {
+            const Outcome<Roles> by_setter = match(table, setter->parameters, getter.parameters);
+            if (!creation.values.empty()
+                && (bool(by_setter) != bool(roles) || by_setter.found != roles.found)) {
+                return {{}, creation.creator->name + " takes other values than " + setter->name};
+            }
+            roles = by_setter;
+        }
+        if (roles && std::count_if(roles.found.begin(), roles.found.end(), is_key) != 1) {
+            return {{}, "its objects have other keys than an id"};
+        }
+        return roles;
+    }
+
+    // `find` is given values and gives the id of the object that has them.
+    void add_search(const std::string &table, const Creation &creation)
+    {
+        const Function &creator = *creation.creator;
+        const Function *finder = named(table + "_find");
+        Parameters sought = {creator.parameters.front()};
+        sought.insert(sought.end(), creation.values.begin(), creation.values.end());
+        sought.push_back(creator.parameters.back());
+        if (!finder || creation.values.empty() || !same_types(finder->parameters, sought)) {
+            return;
+        }
+        Roles seeking(creation.values.size(), Role::Value);
+        seeking.push_back(Role::Id);
+        add(*finder, made("search", table, *finder, seeking),
+            "takes what " + creator.name + " takes and gives its id");
     }
 
     // Whether the last argument of the creator points to a number of the type that the getter takes first.

@@ -8,14 +8,16 @@ namespace generator {
 
 namespace {
 
-ShapeParameter scalar(const char *code, const char *type, const char *converter)
+ShapeParameter scalar(const char *code, const char *type, const char *converter,
+                      Passing passing = Passing::AsIs)
 {
-    return {code, type, type, converter, false, false, true, Direction::In, false};
+    return {code, type, type, converter, false, false, true, Direction::In, false, "", passing};
 }
 
-ShapeParameter pointer(const char *code, const char *converter, bool typed)
+ShapeParameter pointer(const char *code, const char *converter, bool typed, Passing passing)
 {
-    return {code, "void *", "HeldPointer", converter, typed, false, true, Direction::In, false, ".address"};
+    return {code, "void *",      "HeldPointer", converter,  typed,  false,
+            true, Direction::In, false,         ".address", passing};
 }
 
 ShapeParameter mapped(const Crossing &crossing)
@@ -38,7 +40,7 @@ ShapeParameter in_parameter(const Crossing &crossing)
 {
     switch (crossing.conversion) {
     case Conversion::Int32:
-        return scalar("i", "int32_t", "to_int32");
+        return scalar("i", "int32_t", "to_int32", Passing::Cast);
     case Conversion::UInt32:
         return scalar("u", "uint32_t", "to_uint32");
     case Conversion::Int8:
@@ -57,13 +59,13 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return {"z",           "char *", "HeldString", "to_nullable_string", false, false, true,
                 Direction::In, false,    ".text"};
     case Conversion::Pointer:
-        return pointer("p", "to_pointer", true);
+        return pointer("p", "to_pointer", true, Passing::Cast);
     case Conversion::AnyPointer:
-        return pointer("v", "to_any_pointer", false);
+        return pointer("v", "to_any_pointer", false, Passing::Cast);
     case Conversion::Value:
-        return pointer("r", "to_value", true);
+        return pointer("r", "to_value", true, Passing::Object);
     case Conversion::Callback:
-        return pointer("f", "to_callback", true);
+        return pointer("f", "to_callback", true, Passing::Reinterpret);
     case Conversion::Mapped:
         return mapped(crossing);
     case Conversion::Object:
@@ -76,38 +78,6 @@ ShapeParameter in_parameter(const Crossing &crossing)
 
 }  // namespace
 
-std::string scalar_name(Conversion conversion)
-{
-    switch (conversion) {
-    case Conversion::Int32:
-        return "int32";
-    case Conversion::UInt32:
-        return "uint32";
-    case Conversion::Int8:
-        return "int8";
-    case Conversion::UInt8:
-        return "uint8";
-    case Conversion::UInt16:
-        return "uint16";
-    case Conversion::UInt64:
-        return "uint64";
-    case Conversion::Bool:
-        return "bool";
-    case Conversion::String:
-        return "string";
-    case Conversion::NullableString:
-    case Conversion::Pointer:
-    case Conversion::AnyPointer:
-    case Conversion::Value:
-    case Conversion::Callback:
-    case Conversion::Mapped:
-    case Conversion::Object:
-    case Conversion::Nothing:
-        break;
-    }
-    return "";
-}
-
 ShapeParameter shape_parameter(const BoundParameter &parameter)
 {
     if (parameter.direction == Direction::In) {
@@ -119,39 +89,21 @@ ShapeParameter shape_parameter(const BoundParameter &parameter)
     }
     ShapeParameter output;
     output.direction = Direction::Out;
-    switch (parameter.crossing.conversion) {
-    case Conversion::Value:
+    const Conversion conversion = parameter.crossing.conversion;
+    if (conversion == Conversion::Value) {
         output.code = "P";
         output.variable = "void *";
         output.type = "void **";
         output.appended_record = true;
-        return output;
-    case Conversion::Int32:
-        output.code = "I";
-        output.converter = "from_int32";
-        output.variable = "int32_t";
-        break;
-    case Conversion::UInt32:
-        output.code = "U";
-        output.converter = "from_uint32";
-        output.variable = "uint32_t";
-        break;
-    case Conversion::Int8:
-    case Conversion::UInt8:
-    case Conversion::UInt16:
-    case Conversion::UInt64:
-    case Conversion::Bool:
-    case Conversion::String:
-    case Conversion::NullableString:
-    case Conversion::Pointer:
-    case Conversion::AnyPointer:
-    case Conversion::Callback:
-    case Conversion::Mapped:
-    case Conversion::Object:
-    case Conversion::Nothing:
+    } else if (conversion == Conversion::Int32 || conversion == Conversion::UInt32) {
+        const std::string name = conversion_name(conversion);
+        output.code = conversion == Conversion::Int32 ? "I" : "U";
+        output.converter = "from_" + name;
+        output.variable = name + "_t";
+        output.type = output.variable + " *";
+    } else {
         throw std::runtime_error("no output of type '" + parameter.crossing.text + "' can be appended");
     }
-    output.type = output.variable + " *";
     return output;
 }
 

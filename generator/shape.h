@@ -9,9 +9,13 @@
 
 namespace generator {
 
-/// The word for a scalar conversion in the runtime's names: "int32" in to_int32(), get_int32() and so on; empty for
-/// what is no scalar.
-std::string scalar_name(Conversion conversion);
+/// How a thunk hands an erased argument on.
+enum class Passing {
+    AsIs,
+    Cast,         ///< static_cast to the declared type
+    Reinterpret,  ///< reinterpret_cast to the declared type
+    Object,       ///< what it points to
+};
 
 /// One parameter of a shape. Examples: {int32_t, to_int32, 'i'}, {void *, to_pointer, 'p'}.
 struct ShapeParameter {
@@ -24,7 +28,8 @@ struct ShapeParameter {
     bool by_address = false;  ///< whether the converter takes the local's address
     Direction direction = Direction::In;
     bool appended_record = false;
-    std::string passed = "";  ///< the local's member that the thunk gets, such as ".address"; else all of it
+    std::string passed = {};  ///< the local's member that the thunk gets, such as ".address"; else all of it
+    Passing passing = Passing::AsIs;
 };
 
 ShapeParameter shape_parameter(const BoundParameter &parameter);
@@ -33,7 +38,7 @@ struct ShapeResult {
     std::string code;
     std::string type;       ///< what the thunk returns
     std::string converter;  ///< function that makes the Python object; empty for void and Python objects
-    std::string more_arguments = "";  ///< of the converter
+    std::string more_arguments = {};  ///< of the converter
 };
 
 ShapeResult shape_result(const Crossing &result);

@@ -43,15 +43,9 @@ NewReference new_pointer_class(PyObject *args, const PointerClassRow &row)
 
 NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row)
 {
-    auto method = static_cast<uint16_t>(row.constructor + destructor);
-    if (PyTuple_GET_SIZE(args) != 1) {
-        return raise_arity(method, args, 1);
-    }
     HeldPointer element;
-    Status status =
-        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &element, Disown::yes);
-    if (status != Status::ok) {
-        return raise_argument_error(method_name(method), 1, text_of(row.self), status);
+    if (!take_from_owner(args, static_cast<uint16_t>(row.constructor + destructor), row.self, &element)) {
+        return nullptr;
     }
     ::operator delete(element.address);
     return new_none();
@@ -69,15 +63,7 @@ NewReference pointer_class_from_pointer(PyObject *args, const PointerClassRow &r
 
 NewReference register_pointer_class(PyObject *args, const PointerClassRow &row)
 {
-    auto method = static_cast<uint16_t>(row.constructor + registration);
-    if (PyTuple_GET_SIZE(args) != 1) {
-        return raise_arity(method, args, 1);
-    }
-    Status status = register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0));
-    if (status != Status::ok) {
-        return raise_argument_error(method_name(method), 1, "class", status);
-    }
-    return new_none();
+    return register_proxy_class(args, static_cast<uint16_t>(row.constructor + registration), row.self);
 }
 
 }  // namespace quorel

@@ -21,7 +21,7 @@ PyObject *as_object(SwigPyObject *pointer)
 // Steps through a chain. A script can close one to a ring, of which this makes no more than a few rounds.
 class ChainWalk {
 public:
-    explicit ChainWalk(PyObject *first) : link_(first), mark_(nullptr) {}
+    explicit ChainWalk(PyObject *first) : link_(first) {}
     SwigPyObject *link() const { return as_pointer_object(link_); }
     void step()
     {
@@ -36,7 +36,8 @@ public:
     }
 
 private:
-    PyObject *link_, *mark_;  ///< a ring leads back to the mark
+    PyObject *link_;
+    PyObject *mark_ = nullptr;  ///< a ring leads back to it
     size_t steps_ = 0, next_mark_ = 1;
 };
 

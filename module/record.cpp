@@ -145,17 +145,38 @@ NewReference from_copy(const void *record, size_t size, uint16_t type)
     return bare ? with_proxy(Owned::steal(bare)) : nullptr;
 }
 
-NewReference delete_record(PyObject *args, const RecordRow &row)
+bool take_from_owner(PyObject *args, uint16_t method, uint16_t self, HeldPointer *object)
 {
-    auto method = static_cast<uint16_t>(row.constructor + 1);
+    if (PyTuple_GET_SIZE(args) != 1) {
+        raise_arity(method, args, 1);
+        return false;
+    }
+    Status status =
+        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[self].type], object, Disown::yes);
+    if (status != Status::ok) {
+        raise_argument_error(method_name(method), 1, text_of(self), status);
+        return false;
+    }
+    return true;
+}
+
+NewReference register_proxy_class(PyObject *args, uint16_t method, uint16_t self)
+{
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(method, args, 1);
     }
-    HeldPointer record;
-    Status status =
-        convert_pointer(PyTuple_GET_ITEM(args, 0), types[arguments[row.self].type], &record, Disown::yes);
+    Status status = register_class(types[arguments[self].type], PyTuple_GET_ITEM(args, 0));
     if (status != Status::ok) {
-        return raise_argument_error(method_name(method), 1, text_of(row.self), status);
+        return raise_argument_error(method_name(method), 1, "class", status);
+    }
+    return new_none();
+}
+
+NewReference delete_record(PyObject *args, const RecordRow &row)
+{
+    HeldPointer record;
+    if (!take_from_owner(args, static_cast<uint16_t>(row.constructor + 1), row.self, &record)) {
+        return nullptr;
     }
     std::free(record.address);
     return new_none();
@@ -163,15 +184,7 @@ NewReference delete_record(PyObject *args, const RecordRow &row)
 
 NewReference register_record(PyObject *args, const RecordRow &row)
 {
-    auto method = static_cast<uint16_t>(row.constructor + 2);
-    if (PyTuple_GET_SIZE(args) != 1) {
-        return raise_arity(method, args, 1);
-    }
-    Status status = register_class(types[arguments[row.self].type], PyTuple_GET_ITEM(args, 0));
-    if (status != Status::ok) {
-        return raise_argument_error(method_name(method), 1, "class", status);
-    }
-    return new_none();
+    return register_proxy_class(args, static_cast<uint16_t>(row.constructor + 2), row.self);
 }
 
 HeldPointer self_of_getter(PyObject *args, const MemberRow &row)

@@ -20,6 +20,11 @@ NewReference delete_record(PyObject *args, const RecordRow &row);
 /// <record>_swigregister(cls): results of this type become instances of cls from now on.
 NewReference register_record(PyObject *args, const RecordRow &row);
 
+/// The object that delete_<class>(self) is given, which nobody owns any more; false with an exception.
+bool take_from_owner(PyObject *args, uint16_t method, uint16_t self, HeldPointer *object);
+/// <class>_swigregister(cls), of a record or a pointer class whose pointer is argument `self`.
+NewReference register_proxy_class(PyObject *args, uint16_t method, uint16_t self);
+
 /// A copy of `size` bytes on the C heap, where delete_record() frees it; null when memory is short.
 void *copy_of(const void *record, size_t size);
 /// The same as an object that owns the copy; null with an exception when memory is short.

@@ -19,7 +19,7 @@ void format_mac(const unsigned char *mac, char *text);
 
 /// Text to address. Anything but a str (or a unicode string that the default encoding can take) raises
 /// TypeError "Expected a string"; text of another form raises ValueError. `mac` is written only on success.
-bool to_mac_address(Borrowed text, bcm_mac_t mac);
+bool to_mac_address(Borrowed object, bcm_mac_t mac);
 
 /// A new str.
 NewReference from_mac_address(const unsigned char *mac);

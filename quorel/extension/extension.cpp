@@ -111,7 +111,7 @@ void initialise()
     Py_INCREF(out_marker);
     PyModule_AddObject(module, "OUT", out_marker);
     for (PyTypeObject *type : {&Array_Type, &Callback_Type}) {
-        PyObject *object = reinterpret_cast<PyObject *>(type);
+        auto *object = reinterpret_cast<PyObject *>(type);
         Py_INCREF(object);
         PyModule_AddObject(module, type == &Array_Type ? "Array" : "Callback", object);
     }

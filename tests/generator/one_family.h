@@ -12,17 +12,18 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace generator {
 
 class OneFamily : public testing::Test {
 protected:
-    OneFamily(const std::string &name, const char *header) : name_(name), header_(header) {}
+    OneFamily(std::string name, const char *header) : name_(std::move(name)), header_(header) {}
 
     void SetUp() override
     {
         directory_ = testing::TempDir() + name_ + "_XXXXXX";
-        ASSERT_NE(mkdtemp(&directory_[0]), nullptr);
+        ASSERT_NE(mkdtemp(directory_.data()), nullptr);
         write_if_changed(directory_ + "/" + name_ + ".h", header_);
         write_if_changed(directory_ + "/binding.toml", "families = [\"" + name_ + "\"]\n");
     }

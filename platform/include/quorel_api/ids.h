@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-namespace Hardware {
-namespace QuorelApi {
+namespace Hardware::QuorelApi {
 
 /// A switch chip: 0 to 255.
 class UnitId {
@@ -28,5 +27,4 @@ private:
     std::uint16_t value_;
 };
 
-}  // namespace QuorelApi
-}  // namespace Hardware
+}  // namespace Hardware::QuorelApi

@@ -1,8 +1,7 @@
 // The kinds of external PHY that the platform manages.
 #pragma once
 
-namespace Hardware {
-namespace PhyBcm {
+namespace Hardware::PhyBcm {
 
 enum ManagedPhy {
     managedPhyUnknown = 0,
@@ -14,5 +13,4 @@ enum ManagedPhy {
 /// Whether it is one of the above but managedPhyUnknown. Callers may have made the value from any number.
 bool isManaged(ManagedPhy kind) noexcept;
 
-}  // namespace PhyBcm
-}  // namespace Hardware
+}  // namespace Hardware::PhyBcm

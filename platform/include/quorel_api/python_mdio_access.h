@@ -4,8 +4,7 @@
 #include "quorel_api/ham.h"
 #include "vey/py_obj_handle.h"
 
-namespace Hardware {
-namespace QuorelApi {
+namespace Hardware::QuorelApi {
 
 /// An access method that calls the object's read(bus, port, device, address), which returns 0 to 0xffff, and
 /// write(bus, port, device, address, data), whose result does not matter.
@@ -30,5 +29,4 @@ private:
     Vey::Ptr<Vey::PyObjHandle> object_;
 };
 
-}  // namespace QuorelApi
-}  // namespace Hardware
+}  // namespace Hardware::QuorelApi

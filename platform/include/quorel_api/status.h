@@ -1,8 +1,7 @@
 // Status codes of the platform's PHY accesses: the numbers of the SDK's return codes.
 #pragma once
 
-namespace Hardware {
-namespace QuorelApi {
+namespace Hardware::QuorelApi {
 
 enum Status {
     statusOk = 0,
@@ -11,5 +10,4 @@ enum Status {
     statusFail = -11,     ///< the access itself failed
 };
 
-}  // namespace QuorelApi
-}  // namespace Hardware
+}  // namespace Hardware::QuorelApi

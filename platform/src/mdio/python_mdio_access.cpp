@@ -2,8 +2,7 @@
 
 #include "vey/exception.h"
 
-namespace Hardware {
-namespace QuorelApi {
+namespace Hardware::QuorelApi {
 
 PythonMdioAccessWrapper::PythonMdioAccessWrapper(Vey::Name name, Mdio::BusId bus, Mdio::PortAddr port,
                                                  Vey::Ptr<HalMdioAccel::Accel> accelerator,
@@ -33,5 +32,4 @@ void PythonMdioAccessWrapper::write(std::uint8_t device, std::uint16_t address, 
     object_->run("write", {bus_.value(), port_.value(), device, address, data});
 }
 
-}  // namespace QuorelApi
-}  // namespace Hardware
+}  // namespace Hardware::QuorelApi

@@ -2,8 +2,7 @@
 
 #include "vey/exception.h"
 
-namespace Hardware {
-namespace QuorelApi {
+namespace Hardware::QuorelApi {
 
 UnitId::UnitId(unsigned int value) : value_(value)
 {
@@ -19,5 +18,4 @@ ExternalPhyId::ExternalPhyId(std::uint16_t value) : value_(value)
     }
 }
 
-}  // namespace QuorelApi
-}  // namespace Hardware
+}  // namespace Hardware::QuorelApi

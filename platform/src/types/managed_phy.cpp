@@ -1,7 +1,6 @@
 #include "quorel_api/managed_phy.h"
 
-namespace Hardware {
-namespace PhyBcm {
+namespace Hardware::PhyBcm {
 
 bool isManaged(ManagedPhy kind) noexcept
 {
@@ -16,5 +15,4 @@ bool isManaged(ManagedPhy kind) noexcept
     return false;
 }
 
-}  // namespace PhyBcm
-}  // namespace Hardware
+}  // namespace Hardware::PhyBcm

@@ -43,7 +43,7 @@ String8 format(const char *pattern, ...)
     if (length >= 0) {
         text.resize(static_cast<std::size_t>(length));
         // The C library writes its zero over the string's own.
-        std::vsnprintf(&text[0], text.size() + 1, pattern, again);
+        std::vsnprintf(text.data(), text.size() + 1, pattern, again);
     }
     va_end(again);
     if (length < 0) {

@@ -67,11 +67,11 @@ bool answered(int unit, const MemoryPlace &place, Words *words)
 
 extern "C" {
 
-void sim_chip_observe(const sim_chip_observer_t *chosen)
+void sim_chip_observe(const sim_chip_observer_t *observer)
 {
     // Makes the unit that is there from the start: what its chip is configured with was written before.
     sim::attached(0);
-    sim::observer = chosen != nullptr ? chosen : &sim::nobody;
+    sim::observer = observer != nullptr ? observer : &sim::nobody;
 }
 
 }  // extern "C"

@@ -40,8 +40,8 @@ constexpr soc_control_t two_core_chip()
 constexpr std::array<soc_control_t, sim::unit_max> all_alike()
 {
     std::array<soc_control_t, sim::unit_max> units = {};
-    for (std::size_t unit = 0; unit < units.size(); ++unit) {
-        units[unit] = two_core_chip();
+    for (soc_control_t &unit : units) {
+        unit = two_core_chip();
     }
     return units;
 }
@@ -52,7 +52,7 @@ std::array<soc_control_t, sim::unit_max> units = all_alike();
 }  // namespace
 
 // Unit 0 is attached from the start.
-[[gnu::visibility("default")]] soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {&units[0]};
+[[gnu::visibility("default")]] soc_control_t *soc_control[SOC_MAX_NUM_DEVICES] = {units.data()};
 
 namespace sim {
 

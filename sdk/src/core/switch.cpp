@@ -17,7 +17,7 @@ using Places = std::array<Place, unit_max>;
 
 Places *with_first_attached()
 {
-    Places *places = new Places;
+    auto *places = new Places;
     Place &first = places->front();
     first.attached = std::make_unique<Switch>(0, first.lasting);
     return places;

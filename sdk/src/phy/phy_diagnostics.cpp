@@ -183,7 +183,7 @@ constexpr Operation operations[] = {
 
 int operate(const ControlPlace &place, int group, int operation, void *argument)
 {
-    uint32 *number = static_cast<uint32 *>(argument);
+    auto *number = static_cast<uint32 *>(argument);
     switch (group) {
     case PHY_DIAG_CTRL_REGISTER_READ:
     case PHY_DIAG_CTRL_REGISTER_WRITE:

@@ -21,7 +21,7 @@ cmd_result_t show(int, Arguments &)
 cmd_result_t get(int unit, Arguments &args)
 {
     const std::string name = args.next();
-    const std::string *value = property(unit, name.c_str());
+    const std::string *value = property(unit, name);
     if (value == nullptr) {
         return fail(args, "no property " + name);
     }

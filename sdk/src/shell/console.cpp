@@ -24,7 +24,7 @@ extern "C" {
 
 int sim_console_capture_begin(void)
 {
-    Capture *capture = new Capture{stdout, nullptr, nullptr, 0};
+    auto *capture = new Capture{stdout, nullptr, nullptr, 0};
     capture->stream = open_memstream(&capture->text, &capture->size);
     if (capture->stream == nullptr) {
         delete capture;

@@ -17,7 +17,7 @@ std::string ShellVariables::value(const std::string &name, int unit) const
         return std::to_string(unit);
     }
     if (read_int(name, &number)) {
-        const std::size_t word = static_cast<std::size_t>(number);
+        const auto word = static_cast<std::size_t>(number);
         return !file_words_.empty() && word < file_words_.back().size() ? file_words_.back()[word] : "";
     }
     const auto set = sets_.find(current_);

@@ -56,7 +56,7 @@ int list(Switch &sw, bcm_vlan_data_t **listp, int *countp, Test test)
 {
     std::vector<bcm_vlan_data_t> found;
     for (int id = VlanTable::id_min; id <= VlanTable::id_max; ++id) {
-        const bcm_vlan_t vid = static_cast<bcm_vlan_t>(id);
+        const auto vid = static_cast<bcm_vlan_t>(id);
         if (vlans_of(sw).has(id) && test(vlans_of(sw).at(vid))) {
             found.push_back({vid, vlans_of(sw).at(vid).members, vlans_of(sw).at(vid).untagged});
         }

@@ -1,0 +1,49 @@
+#include "conversion.h"
+
+namespace generator {
+
+bool is_scalar(Conversion conversion)
+{
+    return conversion <= Conversion::String;
+}
+
+std::string conversion_name(Conversion conversion)
+{
+    switch (conversion) {
+    case Conversion::Int32:
+        return "int32";
+    case Conversion::UInt32:
+        return "uint32";
+    case Conversion::Int8:
+        return "int8";
+    case Conversion::UInt8:
+        return "uint8";
+    case Conversion::UInt16:
+        return "uint16";
+    case Conversion::UInt64:
+        return "uint64";
+    case Conversion::Bool:
+        return "bool";
+    case Conversion::String:
+        return "string";
+    case Conversion::NullableString:
+        return "nullable_string";
+    case Conversion::Pointer:
+        return "pointer";
+    case Conversion::AnyPointer:
+        return "any_pointer";
+    case Conversion::Value:
+        return "value";
+    case Conversion::Callback:
+        return "callback";
+    case Conversion::Mapped:
+        return "mapped";
+    case Conversion::Object:
+        return "object";
+    case Conversion::Nothing:
+        return "nothing";
+    }
+    return "";
+}
+
+}  // namespace generator
