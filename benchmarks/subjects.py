@@ -7,12 +7,16 @@ import shutil
 import subprocess
 
 TOP = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-RELEASE = os.path.join(TOP, 'build', 'release', 'lib')
+RELEASE_BUILD = os.path.join(TOP, 'build', 'release')
+RELEASE = os.path.join(RELEASE_BUILD, 'lib')
 BUILT = os.path.join(TOP, 'build', 'benchmark')
 SDK_INCLUDE = os.path.join(TOP, 'sdk', 'include')
 PYTHON_INCLUDE = os.environ['PYTHON2_INCLUDE_DIR']  # as tools/python2 names it
 
-COMPILE = ['gcc', '-O2', '-DNDEBUG', '-fPIC']
+# For the same systems as the module is.
+with open(os.path.join(RELEASE_BUILD, 'target_flags')) as flags:
+    TARGET_FLAGS = flags.read().split()
+COMPILE = ['gcc', '-O2', '-DNDEBUG', '-fPIC'] + TARGET_FLAGS
 
 # The same pointer classes and arrays as interface/pointers.toml declares.
 _SWIG_INTERFACE = '''\
@@ -54,7 +58,7 @@ def extension(source, name):
     include = ['-I' + SDK_INCLUDE, '-isystem', PYTHON_INCLUDE]
     seconds = run(COMPILE + include + ['-fno-strict-aliasing', '-c', source, '-o', unlinked])
     return seconds + run(['gcc', '-shared', unlinked, '-o', target, '-L' + RELEASE, '-lQuorelApiNew',
-                          '-Wl,-rpath,' + RELEASE])
+                          '-Wl,-rpath,' + RELEASE] + TARGET_FLAGS)
 
 
 def floor_and_obvious():
@@ -79,6 +83,7 @@ def module_cpu_seconds():
     shutil.rmtree(directory, ignore_errors=True)
     # Linking with the ready SDK library leaves the simulated switch out of what is built.
     run(['cmake', '--preset', 'release', '-B', directory, '-DPYTHON2_INCLUDE_DIR=' + PYTHON_INCLUDE,
+         '-DQUOREL_TARGET_FLAGS=' + ' '.join(TARGET_FLAGS),
          '-DQUOREL_SDK_INCLUDE_DIR=' + SDK_INCLUDE,
          '-DQUOREL_SDK_LIBRARY=' + os.path.join(RELEASE, 'libQuorelApiNew.so.0')])
     run(['cmake', '--build', directory, '--target', 'generate', 'python_mdio_access', 'quorel_types', 'vey'])

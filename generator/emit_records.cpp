@@ -180,19 +180,23 @@ std::string emit_group(const Numbering::Group &group)
 {
     if (group.methods.empty()) {
         return fmt::format(
-            "extern const PyCFunction {0}_functions[] = {{nullptr}};\n"
+            "void {0}_enter(PyMethodDef *);\n"
+            "void {0}_enter(PyMethodDef *) {{}}\n"
             "extern const char {0}_docs[] = \"\";\n",
             group.name);
     }
-    std::string functions, docs;
+    std::string functions, entries, docs;
     for (const Numbering::Method &method : group.methods) {
         functions += fmt::format("    py_{},\n", method.name);
+        entries += fmt::format("    (rows++)->ml_meth = py_{};\n", method.name);
         docs += fmt::format("    {}\n", literal_with_nul(method.doc));
     }
     return fmt::format(
-        "extern constexpr PyCFunction {0}_functions[] = {{\n{1}}};\n\n"
-        "extern const char {0}_docs[] =\n{2}    ;\n",
-        group.name, functions, docs);
+        "[[maybe_unused]] constexpr PyCFunction {0}_functions[] = {{\n{1}}};\n\n"
+        "void {0}_enter(PyMethodDef *rows);\n"
+        "void {0}_enter(PyMethodDef *rows)\n{{\n{2}}}\n\n"
+        "extern const char {0}_docs[] =\n{3}    ;\n",
+        group.name, functions, entries, docs);
 }
 
 std::string emit_records(const Family &family, const Numbering &numbering)

@@ -13,10 +13,10 @@ std::string groups(const Numbering &numbering)
     std::string declarations, rows;
     for (const Numbering::Group &group : numbering.groups()) {
         declarations += fmt::format(
-            "extern const PyCFunction {0}_functions[];\n"
+            "void {0}_enter(PyMethodDef *);\n"
             "extern const char {0}_docs[];\n",
             group.name);
-        rows += fmt::format("    {{{0}_functions, {0}_docs, {1}}},\n", group.name, group.methods.size());
+        rows += fmt::format("    {{{0}_enter, {0}_docs, {1}}},\n", group.name, group.methods.size());
     }
     return fmt::format(
         "{}\n"

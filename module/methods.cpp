@@ -47,12 +47,14 @@ bool build_method_table()
     *row++ = {"SWIG_PyInstanceMethod_New", instance_method_new, METH_O, ""};
     for (size_t g = 0; g < method_group_count; ++g) {
         const char *doc = method_groups[g].docs;
+        method_groups[g].enter(row);
         for (size_t i = 0; i < method_groups[g].count; ++i) {
             const char *parenthesis = std::strchr(doc, '(');
             size_t length = parenthesis ? static_cast<size_t>(parenthesis - doc) : std::strlen(doc);
             std::memcpy(name, doc, length);
             name[length] = '\0';
-            *row++ = {name, method_groups[g].functions[i], METH_VARARGS, parenthesis ? doc : ""};
+            *row = {name, row->ml_meth, METH_VARARGS, parenthesis ? doc : ""};
+            ++row;
             name += length + 1;
             doc += std::strlen(doc) + 1;
         }

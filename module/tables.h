@@ -63,7 +63,8 @@ struct ArrayRow {
 
 /// The methods of one generated file.
 struct MethodGroup {
-    const PyCFunction *functions;
+    void (*enter)(
+        PyMethodDef *rows);  ///< gives each row its function; as addresses they would need relocations
     const char
         *docs;  ///< one text per function, each with its NUL: the docstring, or a bare name without one
     size_t count;
