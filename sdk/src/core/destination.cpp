@@ -23,11 +23,6 @@ int resolve_module_port(int module, int port, Destination *to)
 
 }  // namespace
 
-bool operator==(const Destination &a, const Destination &b)
-{
-    return a.kind == b.kind && a.module == b.module && a.id == b.id;
-}
-
 int resolve_trunk(bcm_trunk_t trunk, Destination *to)
 {
     if (trunk < 0 || trunk > BCM_TRUNK_MAX) {
@@ -64,6 +59,10 @@ int resolve(bcm_module_t module, bcm_port_t port, Destination *to)
 
 int resolve_own_port(bcm_port_t port, int *own_port)
 {
+    if (port >= 0 && port <= port_max) {
+        *own_port = port;
+        return BCM_E_NONE;
+    }
     Destination to;
     if (resolve(own_module, port, &to) != BCM_E_NONE || !is_own_port(to)) {
         return BCM_E_PORT;

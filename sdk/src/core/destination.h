@@ -18,7 +18,10 @@ struct Destination {
     int id;      // port, trunk or group, else 0
 };
 
-bool operator==(const Destination &a, const Destination &b);
+inline bool operator==(const Destination &a, const Destination &b)
+{
+    return a.kind == b.kind && a.module == b.module && a.id == b.id;
+}
 
 inline bool is_own_port(const Destination &to)
 {

@@ -28,25 +28,21 @@ Place *place_of(int unit)
 {
     // Made on first use, so that it is there for other libraries' start-up code too; never destroyed, so
     // that it is still there for their clean-up.
-    static Places &places = *with_first_attached();
-    return unit >= 0 && unit < unit_max ? &places[static_cast<std::size_t>(unit)] : nullptr;
+    static Places *places;
+    if (places == nullptr) {
+        places = with_first_attached();
+    }
+    return unit >= 0 && unit < unit_max ? &(*places)[static_cast<std::size_t>(unit)] : nullptr;
 }
 
-int uses = 0;
-
 /// Switches without a unit that somebody may still be working on. Never destroyed, as above.
-std::vector<std::unique_ptr<Switch>> *retired = nullptr;
+std::vector<std::unique_ptr<Switch>> *retired_switches = nullptr;
 
-void retire(std::unique_ptr<Switch> &old)
+void put(int unit, Place &place, std::unique_ptr<Switch> made)
 {
-    if (old != nullptr && uses != 0) {
-        old->retire();
-        if (retired == nullptr) {
-            retired = new std::vector<std::unique_ptr<Switch>>;
-        }
-        retired->push_back(std::move(old));
-    }
-    old.reset();
+    SwitchesInUse::retire(place.attached);
+    place.attached = std::move(made);
+    switches_seen[static_cast<std::size_t>(unit)] = place.attached.get();
 }
 
 }  // namespace
@@ -86,19 +82,22 @@ void Switch::retire()
     }
 }
 
-Switch *attached(int unit)
+std::array<Switch *, unit_max> switches_seen = {};
+
+Switch *attached_at_first_sight(int unit)
 {
     const Place *place = place_of(unit);
-    return place != nullptr ? place->attached.get() : nullptr;
+    if (place == nullptr || place->attached == nullptr) {
+        return nullptr;
+    }
+    return switches_seen[static_cast<std::size_t>(unit)] = place->attached.get();
 }
 
 bool attach(int unit)
 {
     Place *place = place_of(unit);
     if (place != nullptr) {
-        auto made = std::make_unique<Switch>(unit, place->lasting);
-        retire(place->attached);
-        place->attached = std::move(made);
+        put(unit, *place, std::make_unique<Switch>(unit, place->lasting));
         try {
             place->attached->start();
         } catch (...) {
@@ -115,21 +114,31 @@ bool detach(int unit)
     const bool was_attached = place != nullptr && place->attached != nullptr;
     if (was_attached) {
         place->attached->stop();
-        retire(place->attached);
+        put(unit, *place, nullptr);
     }
     return was_attached;
 }
 
-SwitchesInUse::SwitchesInUse()
+int SwitchesInUse::uses_ = 0;
+bool SwitchesInUse::retired_ = false;
+
+void SwitchesInUse::retire(std::unique_ptr<Switch> &old)
 {
-    ++uses;
+    if (old != nullptr && uses_ != 0) {
+        old->retire();
+        if (retired_switches == nullptr) {
+            retired_switches = new std::vector<std::unique_ptr<Switch>>;
+        }
+        retired_switches->push_back(std::move(old));
+        retired_ = true;
+    }
+    old.reset();
 }
 
-SwitchesInUse::~SwitchesInUse()
+void SwitchesInUse::forget_retired()
 {
-    if (--uses == 0 && retired != nullptr) {
-        retired->clear();
-    }
+    retired_ = false;
+    retired_switches->clear();
 }
 
 }  // namespace sim

@@ -79,8 +79,16 @@ private:
 /// Units are 0..unit_max - 1. Unit 0 is attached from the start.
 constexpr int unit_max = 16;
 
+/// The switches that are attached, as far as anybody has asked: see attached().
+extern std::array<Switch *, unit_max> switches_seen;
+Switch *attached_at_first_sight(int unit);
+
 /// The switch attached as that unit, or null.
-Switch *attached(int unit);
+inline Switch *attached(int unit)
+{
+    Switch *sw = unit >= 0 && unit < unit_max ? switches_seen[static_cast<std::size_t>(unit)] : nullptr;
+    return sw != nullptr ? sw : attached_at_first_sight(unit);
+}
 
 /// Attaches a switch as it is when new, in place of one that was there. False if there can be no such unit.
 bool attach(int unit);
@@ -91,10 +99,24 @@ bool detach(int unit);
 /// to the switch whose function calls it.
 class SwitchesInUse {
 public:
-    SwitchesInUse();
-    ~SwitchesInUse();
+    SwitchesInUse() { ++uses_; }
+    ~SwitchesInUse()
+    {
+        if (--uses_ == 0 && retired_) {
+            forget_retired();
+        }
+    }
     SwitchesInUse(const SwitchesInUse &) = delete;
     SwitchesInUse &operator=(const SwitchesInUse &) = delete;
+
+    /// Destroys it, or keeps it as long as it is in use.
+    static void retire(std::unique_ptr<Switch> &old);
+
+private:
+    static void forget_retired();
+
+    static int uses_;
+    static bool retired_;  ///< whether there are any
 };
 
 }  // namespace sim

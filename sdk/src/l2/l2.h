@@ -100,11 +100,27 @@ void l2_remove(Switch &sw, std::size_t position, int operation);
 /// What became of a packet's source address.
 struct L2Arrival {
     int status;         // as of sim_l2_learn
-    bool was_in_place;  // its entry said so already
+    bool was_in_place;  // its entry said so already; else those who are told of addresses may have done anything
+    uint32 flags;       // of the entry that was in place
 };
 
 /// A packet of that length arrives at the port: notes, learns or moves its source address, and counts for it.
 L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length);
+
+/// Where an entry leads; errors as for resolve.
+inline int l2_destination(const L2Table &addresses, std::size_t position, Destination *to)
+{
+    // Most lead to a port, and need no record for that.
+    constexpr uint32 elsewhere =
+        BCM_L2_DISCARD_DST | BCM_L2_MCAST | BCM_L2_TRUNK_MEMBER | BCM_L2_LOCAL_CPU;
+    const L2Table::Place place = addresses.place(position);
+    if (!(addresses.flags(position) & elsewhere) && place.modid == own_module
+        && static_cast<unsigned>(place.port) <= port_max) {
+        *to = {Destination::Kind::port, own_module, place.port};
+        return BCM_E_NONE;
+    }
+    return resolve_address(addresses.record(position), to);
+}
 
 /// Counts a packet for the entry, if it has counters.
 void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length);

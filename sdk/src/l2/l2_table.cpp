@@ -14,22 +14,7 @@ namespace {
 
 constexpr std::size_t slots_min = 1024;
 
-/// Multiplicative hashing: the high bits depend on all bits of the key, and neighbours are far apart.
-std::uint64_t hash(L2Key key)
-{
-    return (key ^ (key >> 32)) * 0x9E3779B97F4A7C15u;
-}
-
 }  // namespace
-
-L2Key l2_key(const unsigned char *mac, bcm_vlan_t vid)
-{
-    L2Key key = 0;
-    for (int i = 0; i < 6; ++i) {
-        key = key << 8 | mac[i];
-    }
-    return key << 16 | vid;
-}
 
 void split_l2_key(L2Key key, unsigned char *mac, bcm_vlan_t *vid)
 {
@@ -42,31 +27,6 @@ void split_l2_key(L2Key key, unsigned char *mac, bcm_vlan_t *vid)
 std::size_t L2Table::bucket(L2Key key)
 {
     return static_cast<std::size_t>(hash(key) >> (64 - bucket_bits));
-}
-
-std::size_t L2Table::home(L2Key key) const
-{
-    return static_cast<std::size_t>(hash(key) >> (64 - index_bits_));
-}
-
-/// The slot that holds the key, or the free slot where it would go. The index has one.
-std::size_t L2Table::slot_of(L2Key key) const
-{
-    const std::size_t mask = index_.size() - 1;
-    std::size_t slot = home(key);
-    while (index_[slot] != 0 && entries_[index_[slot] - 1].key != key) {
-        slot = (slot + 1) & mask;
-    }
-    return slot;
-}
-
-std::size_t L2Table::find(L2Key key) const
-{
-    if (index_.empty()) {
-        return none;
-    }
-    const std::uint32_t found = index_[slot_of(key)];
-    return found != 0 ? found - 1 : none;
 }
 
 void L2Table::rebuild_index(std::size_t slots)

@@ -14,7 +14,13 @@ namespace sim {
 /// Address and VLAN in one number, the VLAN lowest. Never 0, since no VLAN is 0.
 using L2Key = std::uint64_t;
 
-L2Key l2_key(const unsigned char *mac, bcm_vlan_t vid);
+inline L2Key l2_key(const unsigned char *mac, bcm_vlan_t vid)
+{
+    const std::uint32_t high = static_cast<std::uint32_t>(mac[0]) << 24 | static_cast<std::uint32_t>(mac[1]) << 16
+                               | static_cast<std::uint32_t>(mac[2]) << 8 | mac[3];
+    const std::uint32_t low = static_cast<std::uint32_t>(mac[4]) << 24 | static_cast<std::uint32_t>(mac[5]) << 16;
+    return static_cast<L2Key>(high) << 32 | low | vid;
+}
 void split_l2_key(L2Key key, unsigned char *mac, bcm_vlan_t *vid);
 
 /// What the table knows of an entry beyond its record.
@@ -36,7 +42,14 @@ public:
     static std::size_t bucket(L2Key key);
 
     /// Position of an entry, or none.
-    std::size_t find(L2Key key) const;
+    std::size_t find(L2Key key) const
+    {
+        if (index_.empty()) {
+            return none;
+        }
+        const std::uint32_t found = index_[slot_of(key)];
+        return found != 0 ? found - 1 : none;
+    }
 
     /// Enters a record, or replaces the one of the same key, which keeps its place. state: L2EntryState
     /// bits. False if the table is full.
@@ -46,6 +59,14 @@ public:
     void clear();
 
     bcm_l2_addr_t record(std::size_t position) const;
+
+    /// The port as the record has it, a gport too.
+    struct Place {
+        int modid;
+        int port;
+    };
+    Place place(std::size_t position) const { return {entries_[position].modid, entries_[position].port}; }
+
     L2Key key(std::size_t position) const { return entries_[position].key; }
     unsigned state(std::size_t position) const { return entries_[position].state; }
     uint32 flags(std::size_t position) const { return entries_[position].flags; }
@@ -98,8 +119,21 @@ private:
     };
 
     static bcm_l2_addr_t compact_record(const Entry &entry);
-    std::size_t home(L2Key key) const;
-    std::size_t slot_of(L2Key key) const;
+
+    /// Multiplicative hashing: the high bits depend on all bits of the key, and neighbours are far apart.
+    static std::uint64_t hash(L2Key key) { return (key ^ (key >> 32)) * 0x9E3779B97F4A7C15u; }
+    std::size_t home(L2Key key) const { return static_cast<std::size_t>(hash(key) >> (64 - index_bits_)); }
+
+    /// The slot that holds the key, or the free slot where it would go. The index has one.
+    std::size_t slot_of(L2Key key) const
+    {
+        const std::size_t mask = index_.size() - 1;
+        std::size_t slot = home(key);
+        while (index_[slot] != 0 && entries_[index_[slot] - 1].key != key) {
+            slot = (slot + 1) & mask;
+        }
+        return slot;
+    }
     void rebuild_index(std::size_t slots);
     void close_gaps();
 

@@ -4,7 +4,7 @@
 #include "l2.h"
 #include "l2_destination.h"
 #include "port.h"
-#include "trunk_selection.h"
+#include "trunk.h"
 #include "vlan.h"
 
 #include <sim/traffic.h>
@@ -98,6 +98,9 @@ namespace sim {
 
 void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length)
 {
+    if (l2.counters.empty()) {
+        return;
+    }
     const auto counters = l2.counters.find(key);
     if (counters != l2.counters.end()) {
         counters->second[bytes] += length;
@@ -107,23 +110,23 @@ void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes
 
 L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length)
 {
-    const Destination place = place_of_arrival(sw, port);
+    const Destination &place = trunks_of(sw).ports().places[static_cast<std::size_t>(port)];
     L2Table &addresses = l2_of(sw).addresses;
     const L2Key key = l2_key(mac, vid);
     const std::size_t position = addresses.find(key);
-    Destination at = {};
+    Destination at;
     const bool in_place = position != L2Table::none
-                          && resolve_address(addresses.record(position), &at) == BCM_E_NONE && at == place;
+                          && l2_destination(addresses, position, &at) == BCM_E_NONE && at == place;
     int status = BCM_E_NONE;
     if (in_place) {
         addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
     } else {
-        status = learn(sw, port, place, mac, vid, position);
+        status = learn(sw, port, Destination(place), mac, vid, position);
     }
     if (status == BCM_E_NONE) {
         l2_count(l2_of(sw), key, bcmL2StatInPackets, bcmL2StatInBytes, length);
     }
-    return {status, in_place};
+    return {status, in_place, in_place ? addresses.flags(position) : 0};
 }
 
 }  // namespace sim
@@ -144,7 +147,7 @@ extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac,
         if (!vlans_of(sw).has(vlan)) {
             return BCM_E_NOT_FOUND;
         }
-        return own.enabled ? l2_arrive(sw, arrival, mac, vlan, frame_min).status
+        return sw.of<PortState>().enabled.has(arrival) ? l2_arrive(sw, arrival, mac, vlan, frame_min).status
                            : static_cast<int>(BCM_E_DISABLED);
     });
 }

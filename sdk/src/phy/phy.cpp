@@ -1,5 +1,8 @@
 #include "phy.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace sim {
 
 namespace {
@@ -14,7 +17,7 @@ PhyTables &tables_of(int unit)
 PhyUnit::PhyUnit(Switch &sw) : tables(tables_of(sw.unit))
 {
     for (int port = 0; port <= port_max; ++port) {
-        ports.emplace_back(port);
+        ports_.emplace_back(port);
     }
     if (sw.unit != 0) {
         remake(tables);
@@ -28,7 +31,7 @@ void PhyUnit::start(Switch &sw)
     publish(sw.unit, &tables);
     shared_registers.clear();
     has_tables = has_common = has_drivers = true;
-    for (PhyPort &port : ports) {
+    for (PhyPort &port : all()) {
         port.restart();
     }
     // The ports of a unit that runs on may have got links back.
@@ -42,9 +45,29 @@ void PhyUnit::start(Switch &sw)
 void PhyUnit::stop(Switch &sw)
 {
     publish(sw.unit, nullptr);
-    for (PhyPort &port : ports) {
+    for (PhyPort &port : all()) {
         port.watchers.clear();
     }
+}
+
+void PhyUnit::work_out_touched_links()
+{
+    touched_.each([this](int port) {
+        Link &link = links_[static_cast<std::size_t>(port)];
+        link = link_of(std::as_const(*this).of(port));
+        linked_.put(port, link.up());
+    });
+    touched_ = PortSet();
+}
+
+bool PhyUnit::links_are_true() const
+{
+    return std::all_of(ports_.begin(), ports_.end(), [this](const PhyPort &port) {
+        const Link link = link_of(port);
+        const Link &worked_out = links_[static_cast<std::size_t>(port.number)];
+        return link.speed == worked_out.speed && link.full_duplex == worked_out.full_duplex
+               && link.up() == linked_.has(port.number);
+    });
 }
 
 PhyUnit *phys_of(int unit)
@@ -70,10 +93,15 @@ bool is_ready(const PhyUnit &phys, const PhyPort &port)
 
 void tell_changes(int unit, PhyPort &port)
 {
+    PhyUnit *phys = phys_of(unit);
+    if (phys != nullptr) {
+        // Links may have been asked for between the change and now.
+        phys->of(port.number);
+    }
     settle(port);
     report_medium(unit, port);
     // It may be gone since.
-    PhyUnit *phys = phys_of(unit);
+    phys = phys_of(unit);
     if (phys != nullptr && phys->link_may_have_changed != nullptr) {
         phys->link_may_have_changed(unit, port);
     }

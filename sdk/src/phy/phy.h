@@ -8,10 +8,19 @@
 #include "chip_runs.h"
 #include "phy_link.h"
 #include "phy_tables.h"
+#include "port_set.h"
+
+#include <array>
+#include <cassert>
+#include <map>
+#include <vector>
 
 namespace sim {
 
-struct PhyUnit : RoomState {
+using Links = std::array<Link, port_max + 1>;
+
+class PhyUnit : public RoomState {
+public:
     static constexpr Room room = Room::phy;
 
     explicit PhyUnit(Switch &sw);
@@ -21,14 +30,54 @@ struct PhyUnit : RoomState {
     void stop(Switch &sw) override;
 
     PhyTables &tables;
-    std::vector<PhyPort> ports;
     std::map<int, std::array<uint16, 256>> shared_registers;  ///< by the first port of the PHY chip
     bool has_tables = true;
     bool has_common = true;
     bool has_drivers = true;
     void (*link_may_have_changed)(int unit, PhyPort &port) = nullptr;  ///< or null
 
-    PhyPort &of(int port) { return ports[static_cast<std::size_t>(port)]; }
+    /// Who gets a port's PHYs may change them: whether it has a link is worked out anew when that is asked for next.
+    PhyPort &of(int port)
+    {
+        touched_.add(port);
+        return ports_[static_cast<std::size_t>(port)];
+    }
+    const PhyPort &of(int port) const { return ports_[static_cast<std::size_t>(port)]; }
+    std::vector<PhyPort> &all()
+    {
+        touched_ = PortSet::all();
+        return ports_;
+    }
+
+    /// The link of each port as its MAC sees it; of the CPU's port and others without PHY none.
+    const Links &links()
+    {
+        work_out_links();
+        return links_;
+    }
+
+    /// The ports that have one.
+    const PortSet &linked()
+    {
+        work_out_links();
+        return linked_;
+    }
+
+private:
+    void work_out_links()
+    {
+        if (!touched_.empty()) {
+            work_out_touched_links();
+        }
+        assert(links_are_true());
+    }
+    void work_out_touched_links();
+    bool links_are_true() const;
+
+    std::vector<PhyPort> ports_;
+    PortSet touched_ = PortSet::all();  ///< ports whose PHYs somebody has had since their links were worked out
+    Links links_ = {};
+    PortSet linked_;
 };
 
 inline PhyUnit &phys_of(Switch &sw)

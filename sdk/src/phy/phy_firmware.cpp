@@ -45,7 +45,7 @@ std::vector<Phy *> targets(PhyUnit &phys, PhyPort &port, bool broadcast)
 {
     std::vector<Phy *> phy = {&port.outer()};
     const int primary = phys.tables.of(port.number).chip_info.primary;
-    for (PhyPort &other : phys.ports) {
+    for (PhyPort &other : phys.all()) {
         if (broadcast && other.serdes && &other != &port
             && phys.tables.of(other.number).chip_info.primary == primary) {
             phy.push_back(&other.outer());

@@ -21,7 +21,7 @@ int set_drivers(int unit, bool present)
 {
     return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         phys.has_drivers = present;
-        for (PhyPort &port : phys.ports) {
+        for (PhyPort &port : phys.all()) {
             port.probed = port.initialised = false;
         }
         return SOC_E_NONE;
@@ -73,7 +73,7 @@ int sim_soc_phy_deinit(int unit)
     return begin(unit, chip_runs, phy_unit).then([&](PhyUnit &phys) {
         publish(unit, nullptr);
         phys.has_tables = false;
-        for (PhyPort &port : phys.ports) {
+        for (PhyPort &port : phys.all()) {
             port.watchers.clear();
             port.own_reset = port.default_reset = ResetFunction();
         }

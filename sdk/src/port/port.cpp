@@ -14,6 +14,7 @@ PortState::PortState(Switch &sw)
 void PortState::reset()
 {
     ports.fill({});
+    enabled = PortSet::all();
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;
     for (int port = first_copper_port; port <= last_copper_port; ++port) {
@@ -33,15 +34,9 @@ int speed_of(Switch &sw, int port)
     return phy == nullptr ? port_of(sw, port).speed : speed_of(*phy);
 }
 
-bool has_link(Switch &sw, int port)
-{
-    const PhyPort *phy = phy_of(sw, port);
-    return port_of(sw, port).enabled && (phy == nullptr || link_of(*phy).up());
-}
-
 void write_registers(Switch &sw, int port)
 {
-    write_port_registers(sw.unit, port, port_of(sw, port).enabled, speed_of(sw, port));
+    write_port_registers(sw.unit, port, sw.of<PortState>().enabled.has(port), speed_of(sw, port));
 }
 
 }  // namespace sim

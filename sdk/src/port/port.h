@@ -7,6 +7,7 @@
 #include "linkscan.h"
 #include "phy.h"
 #include "port_counters.h"
+#include "port_set.h"
 
 #include <bcm/port.h>
 
@@ -26,7 +27,6 @@ struct StormLimit {
 };
 
 struct Port {
-    bool enabled = true;
     int speed_max = front_speed_max;
     int speed = front_speed_max;  // of a port without PHY
     bool pause_tx = false;
@@ -49,6 +49,7 @@ struct PortState : RoomState {
     void reset();
 
     std::array<Port, port_max + 1> ports;
+    PortSet enabled;
     std::array<PortCounters, port_max + 1> counters;
     LinkScan links;
 };
@@ -86,8 +87,16 @@ PhyPort *phy_of(Switch &sw, int port);
 /// Of the PHY, if the port has one.
 int speed_of(Switch &sw, int port);
 
-/// Whether packets can pass: the port is enabled and, unless it is the CPU's, its MAC sees a link.
-bool has_link(Switch &sw, int port);
+/// The ports where packets can pass: they are enabled and, but for the CPU's, their MAC sees a link.
+inline PortSet linked_ports(Switch &sw)
+{
+    return sw.of<PortState>().enabled & (phys_of(sw).linked() | PortSet::one(cpu_port));
+}
+
+inline bool has_link(Switch &sw, int port)
+{
+    return linked_ports(sw).has(port);
+}
 
 /// Brings the chip's registers in line with the port.
 void write_registers(Switch &sw, int port);

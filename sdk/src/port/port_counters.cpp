@@ -192,7 +192,10 @@ FrameCounter size_counter(std::size_t length)
 {
     FrameCounter counter = {};
     for (const SizeRange &range : size_ranges) {
-        counter = length >= range.from ? range.counter : counter;
+        if (length < range.from) {
+            break;
+        }
+        counter = range.counter;
     }
     return counter;
 }
@@ -204,36 +207,36 @@ FrameCounter address_counter(const unsigned char *to)
 
 }  // namespace
 
-bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &bytes, int frame_max)
+FrameCounts::FrameCounts(ByteView frame) : length_(static_cast<std::uint32_t>(length_with_checksum(frame)))
 {
-    const auto count = [&](FrameCounter counter, std::size_t by = 1) {
-        counters.counts[place(direction, counter)] += by;
-    };
-    const std::size_t length = length_with_checksum(bytes);
-    const bool is_too_long = length > static_cast<std::size_t>(frame_max);
-    count(F::octets, length);
-    count(size_counter(length));
-    if (is_too_long) {
-        count(F::too_long);
-    }
-    if (is_too_long || length < frame_min) {
-        return false;
-    }
-
-    count(address_counter(bytes.data()));
-    constexpr std::size_t type_place = 2 * address_bytes;
-    const unsigned type = number_at(bytes, type_place);
+    add(size_counter(length_));
+    add(address_counter(frame.data));
+    const unsigned type = number_at(frame, addresses_bytes);
     if (type == type_vlan) {
-        count(F::tagged);
-        if (number_at(bytes, type_place + tag_bytes) == type_vlan) {
-            count(F::double_tagged);
+        add(F::tagged);
+        if (number_at(frame, addresses_bytes + tag_bytes) == type_vlan) {
+            add(F::double_tagged);
         }
     } else if (type == type_mac_control) {
         constexpr unsigned pause = 0x0001, priority_pause = 0x0101;
-        const unsigned opcode = number_at(bytes, frame_header_bytes);
-        count(opcode == pause ? F::pause : opcode == priority_pause ? F::priority_pause : F::unknown_control);
+        const unsigned opcode = number_at(frame, frame_header_bytes);
+        add(opcode == pause ? F::pause : opcode == priority_pause ? F::priority_pause : F::unknown_control);
     }
-    return true;
+}
+
+bool FrameCounts::arrived(PortCounters &counters, int frame_max) const
+{
+    const bool is_too_long = length_ > static_cast<std::size_t>(frame_max);
+    if (!is_too_long && length_ >= frame_min) {
+        add_all(counters, Direction::received);
+        return true;
+    }
+    counters.counts[place(Direction::received, F::octets)] += length_;
+    ++counters.counts[place(Direction::received, size_counter(length_))];
+    if (is_too_long) {
+        ++counters.counts[place(Direction::received, F::too_long)];
+    }
+    return false;
 }
 
 uint64 statistic(const PortCounters &counters, bcm_stat_val_t type)

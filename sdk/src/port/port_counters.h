@@ -7,12 +7,13 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 
 namespace sim {
 
 /// Of each direction. Lengths are those on the wire, with tag and checksum.
-enum class FrameCounter {
+enum class FrameCounter : std::uint8_t {
     octets,
     unicast,  // this and the next two: without errors
     multicast,
@@ -85,8 +86,33 @@ inline void count_discard(PortCounters &counters, Discard reason)
     ++counters.counts[place(reason)];
 }
 
-/// Counts a frame as the MAC sees it. False if it is too short, or longer than frame_max: it has errors then.
-bool count_frame(PortCounters &counters, Direction direction, const FrameBytes &bytes, int frame_max);
+/// What a frame counts in, the same at each port that it passes.
+class FrameCounts {
+public:
+    explicit FrameCounts(ByteView frame);
+
+    /// Counts it as the MAC sees it. False if it is too short, or longer than frame_max: it has errors then.
+    bool arrived(PortCounters &counters, int frame_max) const;
+
+    /// Counts one without errors.
+    void sent(PortCounters &counters) const { add_all(counters, Direction::sent); }
+
+    std::size_t length() const { return length_; }
+
+private:
+    void add_all(PortCounters &counters, Direction direction) const
+    {
+        counters.counts[place(direction, FrameCounter::octets)] += length_;
+        for (std::size_t i = 0; i < count_; ++i) {
+            ++counters.counts[place(direction, each_[i])];
+        }
+    }
+    void add(FrameCounter counter) { each_[count_++] = counter; }
+
+    std::uint32_t length_;
+    std::uint32_t count_ = 0;
+    std::array<FrameCounter, 4> each_;  // of size, addresses and tags
+};
 
 /// The value of a statistic, 0 if no packet here can ever move it.
 uint64 statistic(const PortCounters &counters, bcm_stat_val_t type);

@@ -44,10 +44,10 @@ extern "C" {
 int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
 {
     return begin(unit, settings_of(port)).then([&](Switch &sw, Port &own) -> int {
-        own.enabled = enable != 0;
+        sw.of<PortState>().enabled.put(number_of(sw, own), enable != 0);
         PhyPort *phy = phy_of(sw, own);
         if (phy != nullptr) {
-            set_enabled(*phy, own.enabled);
+            set_enabled(*phy, enable != 0);
         }
         write_registers(sw, number_of(sw, own));
         // Who is told may do anything, detach the unit too.
@@ -60,8 +60,8 @@ int sim_bcm_port_enable_set(int unit, bcm_port_t port, int enable)
 
 int sim_bcm_port_enable_get(int unit, bcm_port_t port, int *enable)
 {
-    return begin(unit, given(enable), settings_of(port)).then([&](Port &own) -> int {
-        *enable = own.enabled;
+    return begin(unit, given(enable), own_port(port)).then([&](Switch &sw, int own) -> int {
+        *enable = sw.of<PortState>().enabled.has(own);
         return BCM_E_NONE;
     });
 }

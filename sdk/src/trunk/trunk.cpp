@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 #include <vector>
 
 using namespace sim;
@@ -24,8 +25,9 @@ auto existing_trunk(bcm_trunk_t tid)
         if (!valid(tid)) {
             return BCM_E_PARAM;
         }
-        const auto found = trunks_of(sw).trunks.find(tid);
-        return found != trunks_of(sw).trunks.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+        std::map<bcm_trunk_t, Trunk> &trunks = trunks_of(sw).trunks();
+        const auto found = trunks.find(tid);
+        return found != trunks.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
     };
 }
 
@@ -61,7 +63,7 @@ int append_members(Switch &sw, Trunk &trunk, const bcm_trunk_member_t *members, 
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (const auto &entry : trunks_of(sw).trunks) {
+        for (const auto &entry : std::as_const(trunks_of(sw)).trunks()) {
             if (member_index(entry.second, port) >= 0) {
                 return BCM_E_EXISTS;
             }
@@ -86,7 +88,7 @@ extern "C" {
 int sim_bcm_trunk_init(int unit)
 {
     return begin(unit).then([](Switch &sw) -> int {
-        trunks_of(sw).trunks.clear();
+        trunks_of(sw).trunks().clear();
         return BCM_E_NONE;
     });
 }
@@ -115,7 +117,7 @@ int sim_bcm_trunk_create(int unit, uint32 flags, bcm_trunk_t *tid)
         if (flags & ~static_cast<uint32>(BCM_TRUNK_FLAG_WITH_ID | BCM_TRUNK_FLAG_VP)) {
             return BCM_E_PARAM;
         }
-        std::map<bcm_trunk_t, Trunk> &trunks = trunks_of(sw).trunks;
+        std::map<bcm_trunk_t, Trunk> &trunks = trunks_of(sw).trunks();
         bcm_trunk_t id = *tid;
         if (!(flags & BCM_TRUNK_FLAG_WITH_ID)) {
             for (id = 0; trunks.count(id) != 0; ++id) {
@@ -144,7 +146,7 @@ int sim_bcm_trunk_destroy(int unit, bcm_trunk_t tid)
         if (!valid(tid)) {
             return BCM_E_PARAM;
         }
-        return trunks_of(sw).trunks.erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
+        return trunks_of(sw).trunks().erase(tid) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
     });
 }
 
@@ -227,7 +229,7 @@ int sim_bcm_trunk_find(int unit, bcm_module_t modid, bcm_port_t port, bcm_trunk_
         if (rc != BCM_E_NONE) {
             return rc;
         }
-        for (const auto &entry : trunks_of(sw).trunks) {
+        for (const auto &entry : std::as_const(trunks_of(sw)).trunks()) {
             const int place = member_index(entry.second, wanted);
             if (place >= 0) {
                 *tid = entry.first;
@@ -314,7 +316,7 @@ int sim_bcm_trunk_bitmap_expand(int unit, bcm_pbmp_t *pbmp)
 {
     return begin(unit, given(pbmp)).then([&](Switch &sw) -> int {
         const bcm_pbmp_t given = *pbmp;
-        for (const auto &entry : trunks_of(sw).trunks) {
+        for (const auto &entry : std::as_const(trunks_of(sw)).trunks()) {
             const std::vector<int> ports = own_ports(entry.second);
             const auto is_given = [&](int port) { return BCM_PBMP_MEMBER(given, port) != 0; };
             if (std::any_of(ports.begin(), ports.end(), is_given)) {

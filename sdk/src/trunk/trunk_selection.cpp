@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace sim {
 
@@ -48,15 +49,15 @@ enum Part : unsigned { source = 1, target = 2, mac = 4, ip = 8 };
 std::uint32_t hash_of(const Flow &flow, unsigned parts)
 {
     Hash hash;
-    const FrameBytes addresses = parts & ip ? flow.frame.ip_addresses() : FrameBytes();
-    const std::size_t half = addresses.size() / 2;
+    const ByteView addresses = parts & ip ? flow.frame.ip_addresses() : ByteView();
+    const std::size_t half = addresses.size / 2;
     if (parts & source) {
-        hash.add(addresses.data(), half);
+        hash.add(addresses.data, half);
     }
     if (parts & target) {
-        hash.add(addresses.data() + half, half);
+        hash.add(addresses.data + half, half);
     }
-    const bool by_mac = parts & mac || addresses.empty();
+    const bool by_mac = parts & mac || addresses.size == 0;
     if (by_mac && parts & source) {
         hash.add(flow.frame.from(), address_bytes);
     }
@@ -124,51 +125,64 @@ std::vector<int> own_ports(const Trunk &trunk)
     return ports;
 }
 
-bcm_trunk_t trunk_of(const Switch &sw, int port)
+const SendingTrunk *TrunkPorts::find(bcm_trunk_t id) const
 {
-    for (const auto &[id, trunk] : trunks_of(sw).trunks) {
-        if (member_index(trunk, own_port(port)) >= 0) {
-            return id;
+    const auto found = std::lower_bound(trunks.begin(), trunks.end(), id,
+                                        [](const SendingTrunk &trunk, bcm_trunk_t key) { return trunk.id < key; });
+    return found != trunks.end() && found->id == id ? &*found : nullptr;
+}
+
+void TrunkTable::work_out()
+{
+    TrunkPorts fresh;
+    for (int port = 0; port <= port_max; ++port) {
+        fresh.places[static_cast<std::size_t>(port)] = own_port(port);
+        fresh.origins[static_cast<std::size_t>(port)] = PortSet::one(port);
+    }
+    for (auto &[id, trunk] : trunks_) {
+        SendingTrunk sending = {id, &trunk, {}, {}, {}};
+        for (const int port : own_ports(trunk)) {
+            const uint32 flags = flags_of(trunk, port);
+            sending.ports.add(port);
+            if (!(flags & BCM_TRUNK_MEMBER_INGRESS_DISABLE)) {
+                fresh.places[static_cast<std::size_t>(port)] = {Destination::Kind::trunk, 0, id};
+            }
+            if (trunk.is_up() && !(flags & BCM_TRUNK_MEMBER_EGRESS_DISABLE)
+                && trunk.is_active(own_port(port))) {
+                sending.senders.add(port);
+                sending.order.push_back(port);
+            }
         }
+        sending.ports.each([&](int port) { fresh.origins[static_cast<std::size_t>(port)] = sending.ports; });
+        fresh.in_trunks = fresh.in_trunks | sending.ports;
+        fresh.trunks.push_back(std::move(sending));
     }
-    return -1;
+    ports_ = std::move(fresh);
+    is_worked_out_ = true;
 }
 
-Destination place_of_arrival(const Switch &sw, int port)
+int select_by_criterion(Switch &sw, const SendingTrunk &trunk, const PortSet &able, const Flow &flow)
 {
-    const bcm_trunk_t id = trunk_of(sw, port);
-    const bool is_of_trunk =
-        id >= 0 && !(flags_of(trunks_of(sw).trunks.at(id), port) & BCM_TRUNK_MEMBER_INGRESS_DISABLE);
-    return is_of_trunk ? Destination{Destination::Kind::trunk, 0, id} : own_port(port);
+    const std::uint32_t count = static_cast<std::uint32_t>(able.count());
+    std::uint32_t left = number_by(trunk.trunk->info.psc, sw, *trunk.trunk, flow) % count;
+    return *std::find_if(trunk.order.begin(), trunk.order.end(),
+                         [&](int port) { return able.has(port) && left-- == 0; });
 }
 
-std::vector<int> senders(const Trunk &trunk)
-{
-    if (!trunk.is_up()) {
-        return {};
-    }
-    std::vector<int> ports = own_ports(trunk);
-    const auto may_not = [&](int port) {
-        return flags_of(trunk, port) & BCM_TRUNK_MEMBER_EGRESS_DISABLE || !trunk.is_active(own_port(port));
-    };
-    ports.erase(std::remove_if(ports.begin(), ports.end(), may_not), ports.end());
-    return ports;
-}
-
-int select_by_criterion(Switch &sw, Trunk &trunk, const std::vector<int> &ports, const Flow &flow)
-{
-    return ports[number_by(trunk.info.psc, sw, trunk, flow) % ports.size()];
-}
-
-int select_by_index(const Trunk &trunk, int index, const std::vector<int> &ports, const Flow &flow)
+int select_by_index(const Trunk &trunk, int index, const PortSet &able, const Flow &flow)
 {
     int chosen;
     if (index >= 0 && static_cast<std::size_t>(index) < trunk.members.size()
         && resolve_own_port(trunk.members[static_cast<std::size_t>(index)].gport, &chosen) == BCM_E_NONE
-        && std::find(ports.begin(), ports.end(), chosen) != ports.end()) {
+        && able.has(chosen)) {
         return chosen;
     }
-    return ports[hash_of(flow, source | target | mac) % ports.size()];
+    PortSet left = able;
+    for (std::uint32_t skip = hash_of(flow, source | target | mac) % static_cast<std::uint32_t>(able.count());
+         skip > 0; --skip) {
+        left.remove(left.lowest());
+    }
+    return left.lowest();
 }
 
 }  // namespace sim

@@ -27,9 +27,7 @@ auto existing_group(bcm_stg_t stg)
 
 int create(Switch &sw, int id)
 {
-    StgGroup group;
-    group.states.fill(groups_of(sw).state_of_new);
-    return groups_of(sw).groups.emplace(id, group).second ? BCM_E_NONE : BCM_E_EXISTS;
+    return groups_of(sw).create(id) ? BCM_E_NONE : BCM_E_EXISTS;
 }
 
 /// Moves the VLANs of one group, or of all for 0, to another.
@@ -139,7 +137,7 @@ int sim_bcm_stg_destroy(int unit, bcm_stg_t stg)
             return BCM_E_BUSY;
         }
         move_vlans(sw, stg, groups_of(sw).default_id);
-        groups_of(sw).groups.erase(stg);
+        groups_of(sw).destroy(stg);
         return BCM_E_NONE;
     });
 }
@@ -148,9 +146,7 @@ int sim_bcm_stg_list(int unit, bcm_stg_t **list, int *count)
 {
     return begin(unit, given(list, count)).then([&](Switch &sw) -> int {
         std::vector<bcm_stg_t> ids;
-        for (const auto &entry : groups_of(sw).groups) {
-            ids.push_back(entry.first);
-        }
+        groups_of(sw).each([&](int id, const StgGroup &) { ids.push_back(id); });
         return give(ids, list, count);
     });
 }
@@ -224,7 +220,7 @@ int sim_bcm_stg_stp_set(int unit, bcm_stg_t stg, bcm_port_t port, int stp_state)
         if (!StgTable::valid_state(stp_state)) {
             return BCM_E_PARAM;
         }
-        group.states[static_cast<std::size_t>(own_port)] = stp_state;
+        group.set_state(own_port, stp_state);
         return BCM_E_NONE;
     });
 }
@@ -235,7 +231,7 @@ int sim_bcm_stg_stp_get(int unit, bcm_stg_t stg, bcm_port_t port, int *stp_state
         int own_port;
         const int rc = resolve_own_port(port, &own_port);
         if (rc == BCM_E_NONE) {
-            *stp_state = group.states[static_cast<std::size_t>(own_port)];
+            *stp_state = group.state(own_port);
         }
         return rc;
     });
@@ -252,9 +248,7 @@ int sim_bcm_port_stp_set(int unit, bcm_port_t port, int state)
         if (!StgTable::valid_state(state)) {
             return BCM_E_PARAM;
         }
-        for (auto &[id, group] : groups_of(sw).groups) {
-            group.states[static_cast<std::size_t>(own_port)] = state;
-        }
+        groups_of(sw).each([&](int, StgGroup &group) { group.set_state(own_port, state); });
         return BCM_E_NONE;
     });
 }

@@ -1,0 +1,48 @@
+#include "stages.h"
+
+namespace sim {
+
+namespace {
+
+void flood(Passage &passage, const PortSet &members, int bcm_trunk_info_t::*member_index)
+{
+    passage.is_for_many = true;
+    passage.members = members;
+    passage.member_index = member_index;
+}
+
+}  // namespace
+
+Onward find_destination(Passage &passage)
+{
+    L2State &l2 = l2_of(passage.sw);
+    const unsigned char *address = passage.frame.to();
+    const L2Key key = l2_key(address, passage.vid);
+    const std::size_t position = l2.addresses.find(key);
+    if (position == L2Table::none) {
+        flood(passage, PortSet(passage.vlan->members),
+              is_group(address) ? &bcm_trunk_info_t::mc_index : &bcm_trunk_info_t::dlf_index);
+        return Onward::decided;
+    }
+    const uint32 flags = l2.addresses.flags(position);
+    l2.addresses.set_flags(position, flags | BCM_L2_DES_HIT);
+    l2_count(l2, key, bcmL2StatOutPackets, bcmL2StatOutBytes, length_with_checksum(passage.frame.bytes));
+
+    const bool leads_somewhere = l2_destination(l2.addresses, position, &passage.to) == BCM_E_NONE;
+    if (flags & BCM_L2_COPY_TO_CPU) {
+        passage.copies.add(cpu_port);
+    }
+    if (!leads_somewhere || (passage.to.kind == Destination::Kind::port && !is_own_port(passage.to))) {
+        passage.drop(Discard::no_destination);
+        passage.to = {Destination::Kind::discard, 0, 0};
+    } else if (passage.to.kind == Destination::Kind::discard) {
+        passage.drop(Discard::destination_address);
+    } else if (passage.to.kind == Destination::Kind::group) {
+        const auto line = l2.multicast.find(passage.to.id);
+        flood(passage, line != l2.multicast.end() ? PortSet(line->second) : PortSet(),
+              &bcm_trunk_info_t::mc_index);
+    }
+    return Onward::decided;
+}
+
+}  // namespace sim

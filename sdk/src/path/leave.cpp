@@ -1,0 +1,51 @@
+#include "stages.h"
+
+#include <optional>
+
+namespace sim {
+
+namespace {
+
+/// Checks a copy and sends it.
+void send(Passage &passage, int port, bool is_member, bool tagged, const FrameCounts &counts)
+{
+    const Port &own = port_of(passage.sw, port);
+    PortCounters &counters = passage.counters_at(port);
+    if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_member) {
+        count_discard(counters, Discard::vlan_filter_to_send);
+    } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
+        count_discard(counters, Discard::too_long_to_send);
+    } else {
+        counts.sent(counters);
+        Departures &left = passage.departures;
+        left.copies[left.count++] = {static_cast<std::uint8_t>(port), tagged};
+    }
+}
+
+}  // namespace
+
+Onward leave(Passage &passage)
+{
+    // The CPU's copies do not depend on a link until here.
+    if (passage.copies.has(cpu_port) && !has_link(passage.sw, cpu_port)) {
+        count_discard(passage.counters_at(cpu_port), Discard::no_link);
+        passage.copies.remove(cpu_port);
+    }
+    const bool came_tagged = passage.frame.is_tagged();
+    std::optional<FrameCounts> changed;
+    passage.copies.each([&](int port) {
+        const bool tagged = !BCM_PBMP_MEMBER(passage.vlan->untagged, port);
+        // What leaves as it came counts as it did.
+        const FrameCounts *counts = &passage.counts;
+        if (tagged != came_tagged) {
+            if (!changed) {
+                changed.emplace(passage.departures.frame.written(passage.departures.heads[tagged]));
+            }
+            counts = &*changed;
+        }
+        send(passage, port, BCM_PBMP_MEMBER(passage.vlan->members, port) != 0, tagged, *counts);
+    });
+    return Onward::over;
+}
+
+}  // namespace sim

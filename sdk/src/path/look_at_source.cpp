@@ -1,0 +1,45 @@
+#include "stages.h"
+
+namespace sim {
+
+namespace {
+
+/// Whether the address was known there or may be new, and its entry does not refuse it.
+bool is_accepted(Passage &passage)
+{
+    const unsigned char *from = passage.frame.from();
+    if (is_group(from)) {
+        return false;
+    }
+    const L2Arrival arrival = l2_arrive(passage.sw, passage.port, from, passage.vid,
+                                        length_with_checksum(passage.frame.bytes));
+    if (arrival.was_in_place) {
+        return !(arrival.flags & BCM_L2_DISCARD_SRC);
+    }
+    // Who was told of the address may have done anything.
+    if (attached(passage.sw.unit) != &passage.sw || !(passage.own().learn & BCM_PORT_LEARN_FWD)) {
+        return false;
+    }
+    passage.find_vlan();
+    const L2Table &addresses = l2_of(passage.sw).addresses;
+    const std::size_t position = addresses.find(l2_key(from, passage.vid));
+    return position == L2Table::none || !(addresses.flags(position) & BCM_L2_DISCARD_SRC);
+}
+
+}  // namespace
+
+Onward look_at_source(Passage &passage)
+{
+    const int state = passage.tree_state();
+    if (!is_accepted(passage)) {
+        passage.drop(Discard::source_address);
+        return Onward::over;
+    }
+    if (state != BCM_STG_STP_FORWARD) {
+        passage.drop(Discard::stp_state);
+        return Onward::over;
+    }
+    return Onward::next;
+}
+
+}  // namespace sim

@@ -1,0 +1,71 @@
+/// One packet on its way through a unit: where it came from, what was found in it and what has been decided.
+#pragma once
+
+#include "frame_buffer.h"
+#include "l2.h"
+#include "port.h"
+#include "trunk.h"
+#include "vlan.h"
+
+#include <array>
+#include <optional>
+
+namespace sim {
+
+/// What leaves the unit: copies of one frame in the order in which they were sent.
+struct Departures {
+    struct Copy {
+        std::uint8_t port;
+        std::uint8_t head;
+    };
+
+    FrameBuffer frame;
+    std::array<Head, 2> heads;  // without a tag, and with one
+    std::array<Copy, port_max + 1> copies;
+    std::size_t count = 0;
+};
+
+struct Passage {
+    /// The frame is that of the departures.
+    Passage(Switch &sw_, int port_, Departures &departures_) : sw(sw_), port(port_), departures(departures_)
+    {
+    }
+
+    Port &own() { return port_of(sw, port); }
+    PortCounters &counters_at(int at) { return counters_of(sw, at); }
+
+    /// The packet ends here, and the port that it came from counts why.
+    void drop(Discard reason) { count_discard(counters_at(port), reason); }
+
+    /// The state of its port in the VLAN's spanning tree group. The CPU is no part of any tree.
+    int tree_state() const { return group != nullptr ? group->state(port) : BCM_STG_STP_DISABLE; }
+    PortSet forwarding() const { return group != nullptr ? group->forwarding() : PortSet::one(cpu_port); }
+
+    /// Finds VLAN and group again, after callbacks that may have changed all of it.
+    void find_vlan()
+    {
+        vlan = &vlans_of(sw).at(vid);
+        group = groups_of(sw).find(vlan->group);
+    }
+
+    Switch &sw;
+    const int port;  ///< that it came from
+
+    Departures &departures;
+    const Frame frame = Frame(departures.frame.bytes());
+    const FrameCounts counts = FrameCounts(frame.bytes);
+
+    bcm_vlan_t vid = 0;
+    const Vlan *vlan = nullptr;
+    const StgGroup *group = nullptr;  ///< null if the VLAN's is gone
+
+    /// One destination, or a set of ports of which a trunk's index picks one of each trunk's.
+    Destination to = {Destination::Kind::discard, 0, 0};
+    PortSet members;
+    int bcm_trunk_info_t::*member_index = nullptr;
+    bool is_for_many = false;
+
+    PortSet copies;  ///< the ports that are to send it
+};
+
+}  // namespace sim

@@ -1,0 +1,67 @@
+#include "stages.h"
+
+namespace sim {
+
+namespace {
+
+void to_port(Passage &passage, const PortSet &origin, int port)
+{
+    if (origin.has(port)) {
+        passage.drop(Discard::no_destination);
+    } else if (!has_link(passage.sw, port)) {
+        count_discard(passage.counters_at(port), Discard::no_link);
+    } else if (!passage.forwarding().has(port)) {
+        count_discard(passage.counters_at(port), Discard::stp_state_to_send);
+    } else {
+        passage.copies.add(port);
+    }
+}
+
+void to_trunk(Passage &passage, const PortSet &origin, const PortSet &can_send, const SendingTrunk *trunk)
+{
+    const PortSet able = trunk != nullptr ? (trunk->senders & can_send) - origin : PortSet();
+    if (able.empty()) {
+        passage.drop(Discard::no_destination);
+    } else {
+        passage.copies.add(select_by_criterion(passage.sw, *trunk, able, {passage.frame, passage.port}));
+    }
+}
+
+/// Copies to all of the ports that can send; to one of those of a trunk.
+void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, const TrunkPorts &trunks)
+{
+    const PortSet able = (passage.members & can_send) - origin;
+    PortSet chosen = able - trunks.in_trunks;
+    for (const SendingTrunk &trunk : trunks.trunks) {
+        const PortSet of_trunk = able & trunk.senders;
+        if (!of_trunk.empty()) {
+            const int index = trunk.trunk->info.*passage.member_index;
+            chosen.add(select_by_index(*trunk.trunk, index, of_trunk, {passage.frame, passage.port}));
+        }
+    }
+    if (chosen.empty()) {
+        passage.drop(Discard::no_destination);
+    }
+    passage.copies = passage.copies | chosen;
+}
+
+}  // namespace
+
+Onward replicate(Passage &passage)
+{
+    const TrunkPorts &trunks = trunks_of(passage.sw).ports();
+    const PortSet &from = trunks.origins[static_cast<std::size_t>(passage.port)];
+    if (!passage.is_for_many && passage.to.kind == Destination::Kind::port) {
+        to_port(passage, from, passage.to.id);
+        return Onward::next;
+    }
+    const PortSet can_send = linked_ports(passage.sw) & passage.forwarding();
+    if (passage.is_for_many) {
+        to_many(passage, from, can_send, trunks);
+    } else if (passage.to.kind == Destination::Kind::trunk) {
+        to_trunk(passage, from, can_send, trunks.find(passage.to.id));
+    }
+    return Onward::next;
+}
+
+}  // namespace sim
