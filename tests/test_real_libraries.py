@@ -21,7 +21,7 @@ STAND_INS = {'QUOREL_SDK_LIBRARY': 'libQuorelApiNew.so.0', 'QUOREL_VEY_LIBRARY':
              'QUOREL_TYPES_LIBRARY': 'libQuorelApiTypes.so.0',
              'QUOREL_MDIO_ACCESS_LIBRARY': 'libQuorelApiPythonMdioAccess.so.0'}
 KEPT = re.compile(r'((?:CMAKE_(?:BUILD_TYPE|CX*_COMPILER|CX*_COMPILER_LAUNCHER|CX*_FLAGS\w*|MAKE_PROGRAM)|PYTHON2_\w+|'
-                  r'QUOREL_(?:TARGET_FLAGS|SYSROOT|PACK_RELOCATIONS)|COMPILER_HAS_\w+)):(\w+)=(.*)')
+                  r'QUOREL_(?:PYTHON_SITE_DIR|TARGET_FLAGS|SYSROOT|PACK_RELOCATIONS)|COMPILER_HAS_\w+)):(\w+)=(.*)')
 
 
 def run(command, **options):
@@ -131,8 +131,8 @@ class RealLibraries(unittest.TestCase):
         self.assertFalse(os.path.exists(os.path.join(prefix, 'include')))
         self.assertEqual(runpaths(os.path.join(site, '_QuorelApiNew.so')), [])
         environment = dict(os.environ, PYTHONPATH=site, LD_LIBRARY_PATH=self.path('real'))
-        mapped = subprocess.check_output([sys.executable, '-B', '-c', 'import quorel; print open("/proc/self/maps").read()'],
-                                         cwd='/', env=environment)
+        script = 'import quorel; print open("/proc/self/maps").read()'
+        mapped = subprocess.check_output([sys.executable, '-B', '-c', script], cwd='/', env=environment)
         self.assertEqual(set(re.findall(r'/\S*/lib(?:Quorel\w+|vey)\.so.*', mapped)),
                          set(path for option, path in self.options.items() if option in STAND_INS))
 
