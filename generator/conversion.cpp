@@ -36,6 +36,10 @@ std::string conversion_name(Conversion conversion)
         return "value";
     case Conversion::Callback:
         return "callback";
+    case Conversion::Bytes:
+        return "bytes";
+    case Conversion::Callable:
+        return "callable";
     case Conversion::Mapped:
         return "mapped";
     case Conversion::Object:

@@ -20,6 +20,8 @@ enum class Conversion {
     AnyPointer,      ///< void *
     Value,           ///< a record or opaque type by value or reference: a pointer that must not be null
     Callback,        ///< pointer to function
+    Bytes,           ///< a pointer and how many bytes are there
+    Callable,        ///< pointer to function and its datum, for a Python function
     Mapped,          ///< hand-written: see typemap
     Object,          ///< PyObject *, of helpers
     Nothing,         ///< void, as a result

@@ -29,8 +29,8 @@ std::string emit_shape_definitions(const Shapes &shapes);
 /// variables.cpp: the rows of `cvar`.
 std::string emit_variables(const Model &model, const Numbering &numbering);
 
-/// tables.cpp: the method groups and argument texts.
-std::string emit_tables(const Numbering &numbering);
+/// tables.cpp: the module's name and start, the method groups and argument texts.
+std::string emit_tables(const Numbering &numbering, const std::string &module);
 
 /// types.cpp: the type descriptors.
 std::string emit_types(const Model &model, const Numbering &numbering);
@@ -53,8 +53,9 @@ std::string emit_rule(const Rule &rule);
 /// parameter of a rule after the unit. The operation is "initialise" for what clears a record, "-" if there is none.
 std::string emit_rules(const Model &model, const Answers &answers);
 
-/// The companion: `source` with its manifest and its version filled in.
-std::string emit_companion(const Model &model, const std::string &source, const std::string &version);
+/// The companion of that extension module: `source` with the module's name, its manifest and its version filled in.
+std::string emit_companion(const Model &model, const std::string &module, const std::string &source,
+                           const std::string &version);
 
 /// binding.tsv: the binding as a table, for tests and reports. A line is one of
 ///   function | overload, family, docstring, "sdk" | "helper", kind of the result, and for each parameter its kind,

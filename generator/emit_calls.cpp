@@ -45,6 +45,13 @@ std::string typed_argument(const BoundParameter &parameter, Passing passing, con
         const TypePtr target = type->kind == Type::Kind::Reference ? type->target : type;
         return fmt::format("*static_cast<{}>({})", spell(Type::pointer_to(target)), name);
     }
+    case Passing::Bytes:
+        return fmt::format("static_cast<{}>({}.address), static_cast<{}>({}.size)",
+                           spell(Type::without_const(type)), name,
+                           spell(Type::without_const(parameter.second)), name);
+    case Passing::Callable:
+        return fmt::format("{0}_kept.function<{1}>(), {0}_kept.datum()", name,
+                           spell(Type::without_const(type)));
     }
     return name;
 }
@@ -62,8 +69,19 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
             preparation += fmt::format("    *{} = std::calloc(1, sizeof({}));\n", argument,
                                        spell(parameter.crossing.type));
         }
+        if (parameter.crossing.conversion == Conversion::Callable) {
+            preparation += fmt::format(
+                "    static PyObject *{0}_now = nullptr;\n    KeptCallable {0}_kept({0}_now, {0});\n",
+                argument);
+        }
     }
     std::string call = fmt::format("{}({})", function.callee, fmt::join(arguments, ", "));
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const bool keeps = function.parameters[i].crossing.conversion == Conversion::Callable;
+        if (keeps && function.result.conversion == Conversion::Int32) {
+            call = fmt::format("a{}_kept.taken({})", i, call);
+        }
+    }
     if (function.result.conversion == Conversion::Pointer) {
         call = fmt::format("const_cast<void *>(static_cast<const void *>({}))", call);
     }

@@ -14,12 +14,15 @@ void replace(std::string &text, const std::string &marker, const std::string &va
     if (place == std::string::npos) {
         throw std::runtime_error("the companion's source has no " + marker);
     }
-    text.replace(place, marker.size(), value);
+    for (; place != std::string::npos; place = text.find(marker, place + value.size())) {
+        text.replace(place, marker.size(), value);
+    }
 }
 
 }  // namespace
 
-std::string emit_companion(const Model &model, const std::string &source, const std::string &version)
+std::string emit_companion(const Model &model, const std::string &module, const std::string &source,
+                           const std::string &version)
 {
     std::string manifest;
     for (const Family &family : model.families) {
@@ -35,6 +38,7 @@ std::string emit_companion(const Model &model, const std::string &source, const 
         }
     }
     std::string text = source;
+    replace(text, "@MODULE@", module);
     replace(text, "@VERSION@", version);
     replace(text, "@MANIFEST@\n", manifest);
     return text;

@@ -386,6 +386,8 @@ private:
             way = inner && !constant && conversion_of(type) == "mac_address" ? "mac_address" : "value";
             number_text = number(type);
             break;
+        case Conversion::Bytes:
+        case Conversion::Callable:
         case Conversion::Object:
             way = "other";
             break;

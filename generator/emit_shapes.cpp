@@ -102,9 +102,10 @@ std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
         "short,\n"
         "// q unsigned long long, t bool, s char *, z char * or null, p pointer, v void *, r value or "
         "reference, f callback,\n"
-        "// n nothing, o Python object; I, U, P outputs that join the result, X in and out; else the name of "
+        "// n nothing, o Python object, y bytes, l Python function; I, U, P outputs that join the result, X "
+        "in and out; else the name of "
         "a typemap.\n"
-        "#pragma once\n\n#include \"typemaps/callback.h\"\n";
+        "#pragma once\n\n#include \"module/callable.h\"\n#include \"typemaps/callback.h\"\n";
     for (const FamilyInterface &family : model.interface) {
         for (const auto &entry : family.typemaps) {
             text += "#include \"" + entry.second.header + "\"\n";

@@ -8,6 +8,15 @@ namespace generator {
 
 namespace {
 
+std::string module_names(const std::string &module)
+{
+    return fmt::format(
+        "const char module_name[] = \"{0}\";\n"
+        "const char proxy_type_name[] = \"{0}._Proxy\";\n"
+        "const char member_descriptor_type_name[] = \"{0}.property\";\n\n",
+        module);
+}
+
 std::string groups(const Numbering &numbering)
 {
     std::string declarations, rows;
@@ -65,11 +74,16 @@ std::string type_tables(const Model &model, const Numbering &numbering)
 
 }  // namespace
 
-std::string emit_tables(const Numbering &numbering)
+std::string emit_tables(const Numbering &numbering, const std::string &module)
 {
     return banner("The tables that all families share.", "the interface files and the headers that they name")
-           + "#include \"module/tables.h\"\n\nnamespace quorel {\n\n" + groups(numbering)
-           + argument_tables(numbering) + "}  // namespace quorel\n";
+           + "#include \"module/startup.h\"\n#include \"module/tables.h\"\n\nnamespace quorel {\n\n"
+           + module_names(module) + groups(numbering) + argument_tables(numbering)
+           + "}  // namespace quorel\n\n"
+           + fmt::format(
+               "extern \"C\" __attribute__((visibility(\"default\"))) void init{0}();\n\n"
+               "void init{0}()\n{{\n    quorel::import();\n}}\n",
+               module);
 }
 
 std::string emit_types(const Model &model, const Numbering &numbering)

@@ -118,6 +118,8 @@ private:
             {"appended", &FamilyInterface::appended},
             {"in_and_out", &FamilyInterface::in_and_out},
             {"low_bits", &FamilyInterface::low_bits},
+            {"bytes", &FamilyInterface::bytes},
+            {"callables", &FamilyInterface::callables},
             {"null_text", &FamilyInterface::null_text},
             {"replaced", &FamilyInterface::replaced},
             {"raises", &FamilyInterface::raises},

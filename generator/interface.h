@@ -14,6 +14,10 @@
 //   [in_and_out]           functions whose named pointer parameter is read and written: it takes a number too, and
 //                          joins the result
 //   [low_bits]             functions whose named narrow parameter takes any int, of which the low bits are passed
+//   [bytes]                functions whose named parameter, a `const unsigned char *` or `const void *`, takes what a
+//                          Python object has in memory, and with it the next one, how many bytes that is
+//   [callables]            functions whose named parameter, a pointer to function, takes a Python function or None,
+//                          and with it the next one, its `void *` datum: see module/callable.h
 //   null_text              functions, or patterns of them, whose `char *` parameters take None for a null pointer
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   throws                 functions, or patterns of them, that may throw; what they throw becomes a Python exception
@@ -71,6 +75,8 @@ struct FamilyInterface {
     EntryTable appended;    ///< function to parameter
     EntryTable in_and_out;  ///< function to parameter
     EntryTable low_bits;    ///< function to parameter
+    EntryTable bytes;       ///< function to parameter
+    EntryTable callables;   ///< function to parameter
     Entries null_text;
     EntryTable replaced;  ///< function to stand-in
     EntryTable text;      ///< typedef to spelling

@@ -21,16 +21,19 @@ namespace {
 using namespace generator;
 
 struct Options {
-    std::string interface, companion, version, output, stamp;
+    std::string interface, module, companion, version, output, stamp;
     size_t units = 1;
     std::vector<std::string> include_directories, own_directories, system_directories, flags;
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --companion FILE --version TEXT --output DIR [--units NUMBER] [--stamp "
-    "FILE]"
+    "usage: generate --interface DIR --module NAME --version TEXT --output DIR [--companion FILE] [--units "
+    "NUMBER] [--stamp FILE]"
     " [--include DIR]... [--own-include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n"
     "\n"
+    "NAME is the extension module's; the companion, made of FILE, is called so without the underscore that "
+    "it "
+    "begins with.\n"
     "The functions of all families are written to as many files as there are units (1), about equal in size. "
     "The\n"
     "stamp is written last; FILE.d says, as a rule for make, which files were read. To the version a digest "
@@ -45,12 +48,22 @@ size_t positive(const std::string &text)
     return is_number ? std::stoul(text) : 0;
 }
 
+// What C and Python both take for a name; the companion needs one of its own.
+bool is_module_name(const std::string &text)
+{
+    const char *rest = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+    return text.size() > 1 && text[0] == '_' && text.find_first_not_of(rest) == std::string::npos
+           && (text[1] < '0' || text[1] > '9');
+}
+
 bool parse(int argc, char **argv, Options &options)
 {
     for (int i = 1; i + 1 < argc; i += 2) {
         std::string option = argv[i], value = argv[i + 1];
         if (option == "--interface") {
             options.interface = value;
+        } else if (option == "--module") {
+            options.module = value;
         } else if (option == "--companion") {
             options.companion = value;
         } else if (option == "--version") {
@@ -73,7 +86,7 @@ bool parse(int argc, char **argv, Options &options)
             return false;
         }
     }
-    return argc % 2 == 1 && !options.interface.empty() && !options.companion.empty()
+    return argc % 2 == 1 && !options.interface.empty() && is_module_name(options.module)
            && !options.version.empty() && !options.output.empty() && options.units > 0;
 }
 
@@ -95,7 +108,10 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
 void write_stamp(const Options &options, std::vector<std::string> inputs,
                  const std::vector<FamilyInterface> &interface)
 {
-    inputs.insert(inputs.end(), {options.companion, options.interface + "/binding.toml"});
+    inputs.push_back(options.interface + "/binding.toml");
+    if (!options.companion.empty()) {
+        inputs.push_back(options.companion);
+    }
     for (const FamilyInterface &family : interface) {
         inputs.push_back(family.file);
     }
@@ -138,7 +154,7 @@ void generate(const Options &options)
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));
-    write("tables.cpp", emit_tables(numbering));
+    write("tables.cpp", emit_tables(numbering, options.module));
     write("types.cpp", emit_types(model, numbering));
     const Index index = emit_index(model, declarations, numbering);
     write("index.cpp", index.tables);
@@ -150,7 +166,10 @@ void generate(const Options &options)
     write("binding.tsv", emit_report(model));
     write("layout.c", emit_layout(model));
     write("version.h", emit_version(version));
-    write("QuorelApiNew.py", emit_companion(model, read_file(options.companion), version));
+    if (!options.companion.empty()) {
+        write(options.module.substr(1) + ".py",
+              emit_companion(model, options.module, read_file(options.companion), version));
+    }
     if (!options.stamp.empty()) {
         write_stamp(options, declarations.files, interface);
     }

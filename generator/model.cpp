@@ -302,6 +302,14 @@ private:
         if (in_and_out != family.in_and_out.end()) {
             pass_in_and_out(function, in_and_out->second);
         }
+        auto bytes = family.bytes.find(function.name);
+        if (bytes != family.bytes.end()) {
+            pass_bytes(function, bytes->second);
+        }
+        auto callable = family.callables.find(function.name);
+        if (callable != family.callables.end()) {
+            pass_callable(function, callable->second);
+        }
         auto low_bits = family.low_bits.find(function.name);
         if (low_bits != family.low_bits.end()) {
             pass_low_bits(function, low_bits->second);
@@ -392,6 +400,89 @@ private:
         narrow->low_bits = true;
     }
 
+    // The type of the parameter after one that crosses together with it, which is taken out; null for none.
+    static TypePtr take_next(BoundFunction &function, const BoundParameter &first)
+    {
+        const size_t next = static_cast<size_t>(&first - function.parameters.data()) + 1;
+        if (next == function.parameters.size()) {
+            return nullptr;
+        }
+        TypePtr type = function.parameters[next].crossing.type;
+        function.parameters.erase(function.parameters.begin() + static_cast<std::ptrdiff_t>(next));
+        return type;
+    }
+
+    static bool is_count(const TypePtr &type)
+    {
+        for (const char *name : {"int", "unsigned int", "long", "unsigned long"}) {
+            if (is_builtin(type, name)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    static bool is_constant_bytes(const TypePtr &type)
+    {
+        return type->kind == Type::Kind::Pointer && type->target->is_const
+               && (is_builtin(type->target, "void") || is_builtin(type->target, "unsigned char"));
+    }
+
+    void pass_bytes(BoundFunction &function, const Entry &entry)
+    {
+        BoundParameter *bytes = departing_parameter(function, entry);
+        if (!bytes) {
+            return;
+        }
+        bytes->second = take_next(function, *bytes);
+        if (!is_constant_bytes(resolved(bytes->crossing.type)) || !bytes->second
+            || !is_count(resolved(bytes->second))) {
+            error(entry.place,
+                  "'" + entry.text + "' of '" + function.name + "' is no bytes and their number");
+        }
+        bytes->crossing.conversion = Conversion::Bytes;
+        bytes->crossing.descriptor.clear();
+    }
+
+    static bool is_data_pointer(const TypePtr &type)
+    {
+        return type->kind == Type::Kind::Pointer && is_builtin(type->target, "void");
+    }
+
+    void pass_callable(BoundFunction &function, const Entry &entry)
+    {
+        BoundParameter *callable = departing_parameter(function, entry);
+        if (!callable) {
+            return;
+        }
+        callable->second = take_next(function, *callable);
+        if (callable->crossing.conversion != Conversion::Callback || !callable->second
+            || crossing_or_error(callable->second, entry.place).conversion != Conversion::AnyPointer) {
+            error(entry.place,
+                  "'" + entry.text + "' of '" + function.name + "' is no function and its datum");
+            return;
+        }
+        const TypePtr called = resolved(callable->crossing.type)->target;
+        const std::vector<TypePtr> &given = called->parameters;
+        bool can_be_called = !given.empty() && is_data_pointer(resolved(given.back()));
+        for (size_t i = 0; can_be_called && i + 1 < given.size(); ++i) {
+            const TypePtr type = Type::without_const(resolved(given[i]));
+            const bool counted =
+                i + 2 < given.size() && is_count(Type::without_const(resolved(given[i + 1])));
+            can_be_called = type->kind == Type::Kind::Enum
+                            || (type->kind == Type::Kind::Builtin && scalar_conversions().count(type->name))
+                            || (type->kind == Type::Kind::Pointer && is_builtin(type->target, "char"))
+                            || (is_constant_bytes(type) && counted);
+        }
+        if (!can_be_called) {
+            error(entry.place, "'" + entry.text + "' of '" + function.name + "': a Python function can be given "
+                               "numbers, text, bytes followed by their number, and last its datum");
+        }
+        callable->crossing.conversion = Conversion::Callable;
+        callable->crossing.descriptor.clear();
+        function.raises = true;
+    }
+
     static bool has_32_bits(Conversion conversion)
     {
         return conversion == Conversion::Int32 || conversion == Conversion::UInt32;
@@ -461,6 +552,8 @@ private:
         case Conversion::Bool:
         case Conversion::String:
         case Conversion::NullableString:
+        case Conversion::Bytes:
+        case Conversion::Callable:
         case Conversion::Object:
         case Conversion::Nothing:
             break;
@@ -711,8 +804,8 @@ private:
                 error(place, "'" + name + "' departs from the pattern, but is not bound");
             }
         };
-        for (const EntryTable *departures :
-             {&source.appended, &source.in_and_out, &source.low_bits, &source.replaced}) {
+        for (const EntryTable *departures : {&source.appended, &source.in_and_out, &source.low_bits,
+                                             &source.bytes, &source.callables, &source.replaced}) {
             for (const auto &[name, entry] : *departures) {
                 check(name, entry.place);
             }

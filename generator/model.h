@@ -35,7 +35,8 @@ struct BoundParameter {
     std::string name;
     Crossing crossing;  ///< for Direction::Out what the pointer points to
     Direction direction = Direction::In;
-    bool low_bits = false;  ///< whether it takes any int, of which the low bits are passed
+    bool low_bits = false;     ///< whether it takes any int, of which the low bits are passed
+    TypePtr second = nullptr;  ///< of bytes and callables: type of the C parameter that goes with it
 };
 
 struct BoundFunction {

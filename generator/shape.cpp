@@ -66,6 +66,12 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return pointer("r", "to_value", true, Passing::Object);
     case Conversion::Callback:
         return pointer("f", "to_callback", true, Passing::Reinterpret);
+    case Conversion::Bytes:
+        return {"y",  "HeldBytes const &", "HeldBytes", "to_bytes", false, false,
+                true, Direction::In,       false,       "",         Passing::Bytes};
+    case Conversion::Callable:
+        return {"l",  "PyObject *",  "PyObject *", "to_callable", false, false,
+                true, Direction::In, false,        "",            Passing::Callable};
     case Conversion::Mapped:
         return mapped(crossing);
     case Conversion::Object:
@@ -134,6 +140,8 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::Nothing:
         return {"n", "void", "", ""};
     case Conversion::Callback:
+    case Conversion::Bytes:
+    case Conversion::Callable:
     case Conversion::Mapped:
         break;
     }

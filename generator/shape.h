@@ -15,6 +15,8 @@ enum class Passing {
     Cast,         ///< static_cast to the declared type
     Reinterpret,  ///< reinterpret_cast to the declared type
     Object,       ///< what it points to
+    Bytes,        ///< its address and its size
+    Callable,     ///< a function for C, and its datum
 };
 
 /// One parameter of a shape. Examples: {int32_t, to_int32, 'i'}, {void *, to_pointer, 'p'}.

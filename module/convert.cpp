@@ -119,6 +119,43 @@ Status to_string(PyObject *object, HeldString *value)
     return Status::ok;
 }
 
+HeldBytes::~HeldBytes()
+{
+    if (buffer.obj) {
+        PyBuffer_Release(&buffer);
+    }
+}
+
+Status to_bytes(PyObject *object, HeldBytes *value)
+{
+    const void *address;
+    Py_ssize_t size;
+    if (PyString_Check(object)) {
+        address = PyString_AS_STRING(object);
+        size = PyString_GET_SIZE(object);
+        value->holder.hold(object);
+    } else if (PyObject_CheckBuffer(object)) {
+        if (PyObject_GetBuffer(object, &value->buffer, PyBUF_SIMPLE) != 0) {
+            value->buffer.obj = nullptr;
+            PyErr_Clear();
+            return Status::type;
+        }
+        address = value->buffer.buf;
+        size = value->buffer.len;
+    } else if (PyUnicode_Check(object) || PyObject_AsReadBuffer(object, &address, &size) != 0) {
+        PyErr_Clear();
+        return Status::type;
+    } else {
+        value->holder.hold(object);
+    }
+    if (size > INT32_MAX) {
+        return Status::overflow;
+    }
+    value->address = address;
+    value->size = static_cast<int32_t>(size);
+    return Status::ok;
+}
+
 Status to_in_out_int32(PyObject *object, uint16_t type, InOutInt32 *value)
 {
     HeldPointer pointer;

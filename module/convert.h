@@ -64,6 +64,21 @@ inline Status to_nullable_string(PyObject *object, HeldString *value)
     return object == Py_None ? Status::ok : to_string(object, value);
 }
 
+/// What a str, a bytearray, or another object with a buffer has in memory, where it stays until this goes. A unicode
+/// has characters and no bytes: a type failure. More than 2147483647 bytes: overflow.
+struct HeldBytes {
+    const void *address = nullptr;
+    int32_t size = 0;
+    Owned holder;           ///< of a str
+    Py_buffer buffer = {};  ///< of others; its obj is null if there is none
+
+    HeldBytes() = default;
+    ~HeldBytes();
+    HeldBytes(const HeldBytes &) = delete;
+    HeldBytes &operator=(const HeldBytes &) = delete;
+};
+Status to_bytes(PyObject *object, HeldBytes *value);
+
 /// Whether a pointer to `given` is one to `wanted` as it is; says no where that takes a search.
 inline bool passes_unchanged(const swig_type_info *given, const swig_type_info *wanted)
 {

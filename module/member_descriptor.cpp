@@ -1,6 +1,7 @@
 #include "member_descriptor.h"
 
 #include "builtin_call.h"
+#include "tables.h"
 
 namespace quorel {
 
@@ -60,7 +61,7 @@ PyGetSetDef attributes[] = {
     {nullptr, nullptr, nullptr, nullptr, nullptr},
 };
 
-PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew.property",
+PyTypeObject MemberDescriptor_Type = {PyVarObject_HEAD_INIT(nullptr, 0) member_descriptor_type_name,
                                       sizeof(MemberDescriptor)};
 
 }  // namespace

@@ -174,7 +174,7 @@ PyMethodDef methods[] = {
 
 }  // namespace
 
-PyTypeObject Proxy_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "_QuorelApiNew._Proxy", sizeof(PyObject)};
+PyTypeObject Proxy_Type = {PyVarObject_HEAD_INIT(nullptr, 0) proxy_type_name, sizeof(PyObject)};
 
 bool initialise_proxy_type()
 {

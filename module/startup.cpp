@@ -11,6 +11,8 @@
 // Proxy classes are registered later, by the companion. There is no shutdown step. Where a step fails the import
 // does, and leaves no module behind.
 
+#include "startup.h"
+
 #include "member_descriptor.h"
 #include "methods.h"
 #include "packed_object.h"
@@ -23,8 +25,6 @@
 namespace quorel {
 
 namespace {
-
-constexpr char module_name[] = "_QuorelApiNew";
 
 // Holds the garbage collector off: import makes thousands of objects and no garbage.
 class CollectorPause {
@@ -105,6 +105,8 @@ void forget_module(const char *name)
     }
 }
 
+}  // namespace
+
 void import()
 {
     CollectorPause pause;
@@ -120,13 +122,4 @@ void import()
     forget_module(name);
 }
 
-}  // namespace
-
 }  // namespace quorel
-
-extern "C" __attribute__((visibility("default"))) void init_QuorelApiNew();
-
-void init_QuorelApiNew()
-{
-    quorel::import();
-}

@@ -88,6 +88,10 @@ struct TypeRow {
 };
 constexpr uint16_t no_type = 0xffff;
 
+extern const char module_name[];
+extern const char proxy_type_name[];
+extern const char member_descriptor_type_name[];
+
 extern const Argument arguments[];
 extern const char argument_text[];            ///< all spellings, each with its NUL
 extern const uint32_t argument_text_start[];  ///< where each begins

@@ -212,7 +212,9 @@ class VendorHeaders(unittest.TestCase):
         command = command_for({HEADERS: self.directory, values_of('--interface')[0]: self.directory})
         for output in (os.path.join(self.directory, 'none'), os.path.join(self.directory, 'vendor.h')):
             self.assertEqual(run(command + ['--output', output])[0], 1)
-        for words in ([], ['--output'], ['--outputs', 'x', '--output', 'x'], ['--output', 'x', '--units', '-1']):
+        for words in ([], ['--output'], ['--outputs', 'x', '--output', 'x'], ['--output', 'x', '--units', '-1'],
+                      ['--output', 'x', '--module', 'no name'], ['--output', 'x', '--module', '_'],
+                      ['--output', 'x', '--module', '_1']):
             status, log = run(command + words)
             self.assertEqual((status, log[:15]), (2, 'usage: generate'))
 

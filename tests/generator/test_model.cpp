@@ -28,6 +28,9 @@ int tiny_entry_get(int unit, tiny_mac_t mac, tiny_entry_t *entry);
 int tiny_walk(int unit, tiny_cb callback, void *user_data);
 int tiny_weights(int unit, const int weights[8]);
 int tiny_walked(int unit, tiny_cb *callback, int (*weights)[8], int **rows);
+typedef void (*tiny_heard_cb)(tiny_mode_t mode, const unsigned char *bytes, int count, const char *text, void *datum);
+int tiny_hear(int unit, tiny_heard_cb heard, void *datum);
+int tiny_say(int unit, const unsigned char *bytes, unsigned long count, int volume);
 int tiny_port(int unit, tiny_port_t *port, const char *, double scale);
 #endif
 )";
@@ -41,9 +44,9 @@ constexpr char typemap[] = "[typemaps]\ntiny_mac_t = { header = \"mac.h\", name 
 
 TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
 {
-    Model model = build(
-        std::string("functions = [\"tiny_*\", \"!tiny_port\"]\n[appended]\ntiny_entry_get = \"entry\"\n")
-        + typemap);
+    Model model = build(std::string("functions = [\"tiny_*\", \"!tiny_port\", \"!tiny_hear\", "
+                                    "\"!tiny_say\"]\n[appended]\ntiny_entry_get = \"entry\"\n")
+                        + typemap);
     const std::vector<BoundFunction> &functions = model.families[0].functions;
     ASSERT_EQ(functions.size(), 5u);
     EXPECT_EQ(functions[0].name, "tiny_entry_add");
@@ -58,6 +61,32 @@ TEST_F(ModelTest, ParametersKeepTheirDeclaredSpelling)
     EXPECT_EQ(functions[3].parameters[1].crossing.descriptor, "_p_int");
     const Descriptor &callback = model.descriptors.at("_p_f_int_p_tiny_entry_s_p_void__int");
     EXPECT_EQ(callback.spellings, (std::set<std::string>{"int (*)(int,tiny_entry_s *,void *)", "tiny_cb"}));
+}
+
+TEST_F(ModelTest, TwoParametersCanBeOneArgument)
+{
+    Model model = build(
+        "functions = [\"tiny_hear\", \"tiny_say\"]\n[bytes]\ntiny_say = \"bytes\"\n"
+        "[callables]\ntiny_hear = \"heard\"\n");
+    const BoundFunction &hear = model.families[0].functions.at(0), &say = model.families[0].functions.at(1);
+    ASSERT_EQ(hear.parameters.size(), 2u);
+    EXPECT_EQ(hear.parameters[1].crossing.conversion, Conversion::Callable);
+    EXPECT_TRUE(hear.raises);
+    ASSERT_EQ(say.parameters.size(), 3u);
+    EXPECT_EQ(say.parameters[1].crossing.conversion, Conversion::Bytes);
+    EXPECT_EQ(say.parameters[1].second->name, "unsigned long");
+    EXPECT_EQ(say.parameters[2].name, "volume");
+
+    const std::string errors = error_of(
+        "functions = [\"tiny_*\", \"!tiny_port\"]\n[bytes]\ntiny_say = \"volume\"\ntiny_hear = \"heard\"\n"
+        "tiny_weights = \"weights\"\n[callables]\ntiny_walk = \"callback\"\ntiny_say = \"bytes\"\n");
+    for (const char *error : {"tiny.toml:4: 'volume' of 'tiny_say' is no bytes and their number",
+                              "tiny.toml:5: 'heard' of 'tiny_hear' is no bytes and their number",
+                              "tiny.toml:6: 'weights' of 'tiny_weights' is no bytes and their number",
+                              "tiny.toml:8: 'callback' of 'tiny_walk': a Python function can be given",
+                              "tiny.toml:9: 'bytes' of 'tiny_say' is no function and its datum"}) {
+        EXPECT_NE(errors.find(error), std::string::npos) << errors;
+    }
 }
 
 TEST_F(ModelTest, MembersAreReadInOrderWithTheirKindOfStorage)
