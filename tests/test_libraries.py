@@ -39,7 +39,7 @@ class Libraries(unittest.TestCase):
     def test_each_loads_from_a_moved_tree_without_a_symbol_missing(self):
         libraries = sorted(set(os.path.basename(os.path.realpath(path))
                                for path in glob.glob(os.path.join(self.moved, '*.so*'))))
-        self.assertEqual(self.mapped_by('import quorel'), libraries)
+        self.assertEqual(self.mapped_by('import quorel.sim'), libraries)
         self.assertIn('libQuorelApiNew.so.0', libraries)
         for library in libraries:
             mapped = self.mapped_by('import ctypes; ctypes.PyDLL(%r)' % os.path.join(self.moved, library))
