@@ -21,11 +21,11 @@ set(components module documentation)
 install(TARGETS binding quorel_extension LIBRARY DESTINATION ${python_site_directory} COMPONENT module)
 install(FILES ${library_directory}/QuorelApiNew.py DESTINATION ${python_site_directory} COMPONENT module)
 install(DIRECTORY quorel/ DESTINATION ${python_site_directory}/quorel COMPONENT module FILES_MATCHING PATTERN *.py
-        PATTERN extension EXCLUDE)
+        PATTERN extension EXCLUDE PATTERN interface EXCLUDE PATTERN helpers EXCLUDE)
 
 set(simulated_libraries)
 if(NOT real_sdk)
-    list(APPEND simulated_libraries sdk)
+    list(APPEND simulated_libraries sdk quorel_sim)
 endif()
 if(NOT real_platform)
     list(APPEND simulated_libraries vey quorel_types python_mdio_access)
