@@ -1,4 +1,4 @@
-"""What was built, as files: it needs nothing of the folder that it was built in, and lacks no symbol."""
+"""What was built, as files: it is the same in whichever folder, needs nothing of that folder, and lacks no symbol."""
 import glob
 import os
 import re
@@ -9,6 +9,11 @@ import tempfile
 import unittest
 
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
+GENERATED = os.path.dirname(os.environ['QUOREL_BINDING'])
+GENERATE = os.environ['QUOREL_GENERATE'].split('|')
+SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+# Of the files in that folder, those that the generator does not write, and its rule for the build, which names places.
+NOT_GENERATED = set(['stamp', 'stamp.d', 'answers.tsv', 'families.tsv'])
 
 # Prints which files of the folder named last, and of the one before it, the process has mapped.
 MAPPED = '''
@@ -50,6 +55,35 @@ class Libraries(unittest.TestCase):
         for path in glob.glob(os.path.join(self.moved, '*.so*')):
             dynamic = subprocess.check_output(['readelf', '-d', path])
             self.assertEqual(re.findall(r'\((?:RPATH|RUNPATH)\).*\[(.*)\]', dynamic), ['$ORIGIN'], path)
+
+    @unittest.skipIf('ASAN_OPTIONS' in os.environ, 'sanitizers report the places of the sources')
+    def test_none_names_the_folder_of_its_sources_or_its_build(self):
+        paths = [path for path in glob.glob(os.path.join(self.moved, '*')) if os.path.isfile(path)]
+        self.assertGreater(len(paths), 6)
+        for path in paths:
+            if not path.endswith('.py'):
+                # Debuggers have to find the sources.
+                subprocess.check_call(['objcopy', '--strip-debug', path])
+            with open(path, 'rb') as file:
+                content = file.read()
+            for folder in (SOURCES, os.path.dirname(LIBRARIES)):
+                self.assertNotIn(folder, content, path)
+
+    def test_the_generator_writes_the_same_in_other_folders(self):
+        sources = os.path.join(self.directory, 'some', 'where', 'else')
+        os.makedirs(os.path.dirname(sources))
+        os.symlink(SOURCES, sources)
+        output = os.path.join(self.directory, 'out')
+        os.mkdir(output)
+        command = [sources + word[len(SOURCES):] if (word + '/').startswith(SOURCES + '/') else word for word in GENERATE]
+        self.assertNotEqual(command[1:], GENERATE[1:])
+        # The generator itself may be of a build in the sources.
+        subprocess.check_call(GENERATE[:1] + command[1:] + ['--output', output], cwd=self.directory)
+        names = set(os.listdir(GENERATED)) - NOT_GENERATED
+        self.assertEqual(set(os.listdir(output)), names)
+        for name in sorted(names):
+            with open(os.path.join(GENERATED, name), 'rb') as here, open(os.path.join(output, name), 'rb') as there:
+                self.assertTrue(here.read() == there.read(), name)
 
 
 if __name__ == '__main__':
