@@ -27,6 +27,7 @@ import sys
 import time
 
 import QuorelApiNew as q
+from quorel import OUT, StatusError, checked, status_name
 
 CANNOT_DO = 2  # exit code
 CPU_PORT = 0
@@ -68,39 +69,6 @@ WRITABLE = [
 
 class CannotDo(Exception):
     """What was asked for cannot be done; says why."""
-
-
-class SdkError(CannotDo):
-    """An SDK function returned an error."""
-
-    def __init__(self, function, args, status):
-        shown = [repr(arg) for arg in args
-                 if isinstance(arg, (int, long, str))]
-        CannotDo.__init__(self, '%s(%s) returned %s' % (
-            function.__name__, ', '.join(shown), status_name(status)))
-        self.status = status
-
-
-def status_name(status):
-    """'-17 (BCM_E_INIT)'; the SOC_E_* have the same numbers."""
-    for name in dir(q):
-        if name.startswith('BCM_E_') and getattr(q, name) == status:
-            return '%d (%s)' % (status, name)
-    return str(status)
-
-
-def call(function, *args):
-    """Calls an SDK function that returns nothing but its status."""
-    status = function(*args)
-    if status < 0:
-        raise SdkError(function, args, status)
-
-
-def value_of(getter, *args):
-    """The number that an SDK function writes to its last argument."""
-    result = q.intp()
-    call(getter, *(args + (result,)))
-    return result.value()
 
 
 # --- the report -------------------------------------------------------------
@@ -151,21 +119,21 @@ def ranges(numbers):
 
 def load_properties(path):
     """Has the property store hold what the file says, and defaults."""
-    call(q.sal_config_init)
-    call(q.sal_config_file_set, path, '')
+    checked(q.sal_config_init)
+    checked(q.sal_config_file_set, path, '')
     status = q.sal_config_refresh()
     if status == q.BCM_E_NOT_FOUND:
         raise CannotDo('there is no property file %s' % path)
     if status == q.BCM_E_CONFIG:  # the SDK has said which line
         raise CannotDo('property file %s is damaged' % path)
     if status < 0:
-        raise SdkError(q.sal_config_refresh, (path,), status)
+        raise StatusError(q.sal_config_refresh, (), status)
 
 
 def start(unit):
     try:
-        call(q.system_init, unit)
-    except SdkError as error:
+        checked(q.system_init, unit)
+    except StatusError as error:
         if error.status == q.BCM_E_CONFIG:
             raise CannotDo('unit %d does not start: a property has a value '
                            'that cannot be' % unit)
@@ -213,8 +181,8 @@ def front_ports(unit):
     ports = []
     while True:
         try:
-            value_of(q.bcm_port_enable_get, unit, len(ports) + 1)
-        except SdkError as error:
+            checked(q.bcm_port_enable_get, unit, len(ports) + 1, OUT)
+        except StatusError as error:
             if error.status == q.BCM_E_PORT:
                 return ports
             raise
@@ -222,14 +190,13 @@ def front_ports(unit):
 
 
 def attached_units():
-    highest = value_of(q.bcm_attach_max)
+    highest = checked(q.bcm_attach_max, OUT)
     return [unit for unit in range(highest + 1)
             if q.bcm_attach_check(unit) == q.BCM_E_NONE]
 
 
 def report_chip(report, unit, ports):
-    info = q.bcm_info_t()
-    call(q.bcm_info_get, unit, info)
+    info = checked(q.bcm_info_get, unit, OUT)
     report.section('Chip')
     report.add('device    %04x:%04x, revision %#04x' % (
         info.vendor, info.device, info.revision))
@@ -281,11 +248,11 @@ class Register32(object):
 
     def get(self):
         result = q.uintp()
-        call(q.soc_reg32_get, *(self.place + (result,)))
+        checked(q.soc_reg32_get, *(self.place + (result,)))
         return result.value()
 
     def set(self, value):
-        call(q.soc_reg32_set, *(self.place + (value,)))
+        checked(q.soc_reg32_set, *(self.place + (value,)))
 
     def field(self, value, field):
         return q.soc_reg_field_get(self.unit, self.number, value, field)
@@ -302,11 +269,11 @@ class Register64(Register32):
 
     def get(self):
         result = q.uint64p()
-        call(q.soc_reg64_get, *(self.place + (result.cast(),)))
+        checked(q.soc_reg64_get, *(self.place + (result.cast(),)))
         return result.value()
 
     def set(self, value):
-        call(q.soc_reg64_set, *(self.place + (value,)))
+        checked(q.soc_reg64_set, *(self.place + (value,)))
 
     def field(self, value, field):
         return q.soc_reg64_field_get(self.unit, self.number, value, field)
@@ -324,12 +291,12 @@ class WideRegister(Register32):
 
     def get(self):
         words = Words()
-        call(q.soc_reg_above_64_get, *(self.place + (words.array,)))
+        checked(q.soc_reg_above_64_get, *(self.place + (words.array,)))
         return words.value()
 
     def set(self, value):
         words = Words(value)
-        call(q.soc_reg_above_64_set, *(self.place + (words.array,)))
+        checked(q.soc_reg_above_64_set, *(self.place + (words.array,)))
 
     def field(self, value, field):
         words, result = Words(value), Words()
@@ -435,15 +402,15 @@ def report_changes(report, unit, fields):
 
 def egress_interface(unit, port, fields):
     """(core, VALID, INTERFACE) of the port's entry"""
-    core, tm_port = q.intp(), q.uintp()
-    call(q.soc_port_sw_db_local_to_tm_port_get, unit, port, tm_port, core)
+    tm_port, core = checked(q.soc_port_sw_db_local_to_tm_port_get, unit, port,
+                            OUT, OUT)
     entry = Words()
-    call(q.soc_mem_read, unit, q.EGQ_TM_PORT_TO_INTERFACEm,
-         q.get_copyno_egq(unit, core.value()), tm_port.value(), entry.array)
+    checked(q.soc_mem_read, unit, q.EGQ_TM_PORT_TO_INTERFACEm,
+            q.get_copyno_egq(unit, core), tm_port, entry.array)
     valid, interface = [
         q.soc_mem_field32_get(unit, q.EGQ_TM_PORT_TO_INTERFACEm, entry.array,
                               fields[name]) for name in ('VALID', 'INTERFACE')]
-    return core.value(), valid, interface
+    return core, valid, interface
 
 
 def report_memory(report, unit, ports, fields):
@@ -474,18 +441,21 @@ PortState = collections.namedtuple(
 
 
 def port_state(unit, port):
-    autoneg, done = q.intp(), q.intp()
-    call(q.soc_phyctrl_auto_negotiate_get, unit, port, autoneg, done)
+    def value(getter):
+        return checked(getter, unit, port, OUT)
+
+    autoneg, done = checked(q.soc_phyctrl_auto_negotiate_get, unit, port, OUT,
+                            OUT)
     return PortState(
-        enabled=value_of(q.bcm_port_enable_get, unit, port),
-        link=value_of(q.bcm_port_link_status_get, unit, port),
-        speed=value_of(q.bcm_port_speed_get, unit, port),
-        phy_link=value_of(q.soc_phyctrl_link_get, unit, port),
-        phy_speed=value_of(q.soc_phyctrl_speed_get, unit, port),
-        autoneg=autoneg.value(),
-        autoneg_done=done.value(),
-        loopback=value_of(q.soc_phyctrl_loopback_get, unit, port),
-        fault=value_of(q.soc_phyctrl_linkfault_get, unit, port))
+        enabled=value(q.bcm_port_enable_get),
+        link=value(q.bcm_port_link_status_get),
+        speed=value(q.bcm_port_speed_get),
+        phy_link=value(q.soc_phyctrl_link_get),
+        phy_speed=value(q.soc_phyctrl_speed_get),
+        autoneg=autoneg,
+        autoneg_done=done,
+        loopback=value(q.soc_phyctrl_loopback_get),
+        fault=value(q.soc_phyctrl_linkfault_get))
 
 
 def phy_id(unit, port):
@@ -533,7 +503,7 @@ def find_in_ports(report, unit, states):
         report.finding('switch and PHY differ over link or speed of ports %s'
                        % ranges(differing))
     for port in ports_where(lambda state: state.link and state.autoneg):
-        highest = value_of(q.bcm_port_speed_max, unit, port)
+        highest = checked(q.bcm_port_speed_max, unit, port, OUT)
         if states[port].speed < highest:
             report.finding('port %d has negotiated %d Mbit/s and could do %d'
                            % (port, states[port].speed, highest))
@@ -547,7 +517,7 @@ def report_loopback(report, unit, port):
         status = q.soc_phyctrl_loopback_set(unit, port, 1, WAIT_FOR_LINK)
         meanwhile = port_state(unit, port)
     finally:
-        call(q.soc_phyctrl_loopback_set, unit, port, before.loopback, 0)
+        checked(q.soc_phyctrl_loopback_set, unit, port, before.loopback, 0)
     states = [('before', before), ('meanwhile', meanwhile),
               ('after', port_state(unit, port))]
     report.table('when loopback link Mbit/s fault', [
@@ -703,7 +673,8 @@ def main():
         ports = begin(options, report)
         try:
             diagnose(options, report, *ports)
-        except (CannotDo, IOError, ValueError) as error:  # get_copyno_* raise
+        # ValueError: get_copyno_* raise it.
+        except (CannotDo, StatusError, IOError, ValueError) as error:
             failure = error
             report.finding('the diagnosis ended early: %s' % error)
     finally:
@@ -719,6 +690,6 @@ def main():
 if __name__ == '__main__':
     try:
         sys.exit(main())
-    except (CannotDo, IOError) as refusal:
+    except (CannotDo, StatusError, IOError) as refusal:
         print('diagnose: %s' % refusal, file=sys.stderr)
         sys.exit(CANNOT_DO)

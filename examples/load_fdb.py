@@ -2,12 +2,13 @@
 """Loads a forwarding database into a switch chip and reads it back.
 
 Takes the text that 'bridge fdb show' prints and shows how a script
-  - asks the chip which ports it has, through a pointer object (intp);
+  - asks the chip which ports it has;
   - creates VLANs and adds ports to them as Python lists;
   - fills in a record (bcm_l2_addr_t) and adds it to the address table;
   - deletes addresses, of a port or one by one, and looks one up;
   - lists the hardware's address table;
-  - checks every status: the SDK returns them, nothing is raised.
+  - has quorel.checked() raise where a status is not good, and give what the
+    SDK writes.
 
 Lines that make no sense are reported with file and line, and skipped. The
 exit code is 0 if all else went well.
@@ -21,6 +22,7 @@ import re
 import sys
 
 import QuorelApiNew as q
+from quorel import OUT, StatusError, checked
 
 UNIT = 0
 LOCAL_MODULE = 0
@@ -40,26 +42,8 @@ WORDS_WITH_VALUE = frozenset(['dev', 'vlan', 'master', 'dst', 'port', 'vni',
 Address = collections.namedtuple('Address', 'port static')
 
 
-class SdkError(Exception):
-    """An SDK function returned something other than BCM_E_NONE."""
-
-    def __init__(self, function, args, status):
-        names = [name for name in dir(q)
-                 if name.startswith('BCM_E_') and getattr(q, name) == status]
-        Exception.__init__(self, '%s%r returned %d (%s)' % (
-            function.__name__, args, status, ', '.join(names) or 'unknown'))
-        self.status = status
-
-
 class BadInput(Exception):
     """Text that cannot be used, in the dump or an option; says why."""
-
-
-def call(function, *args):
-    """Calls an SDK function that returns nothing but its status."""
-    status = function(*args)
-    if status != q.BCM_E_NONE:
-        raise SdkError(function, args, status)
 
 
 # --- the dump ---------------------------------------------------------------
@@ -146,12 +130,11 @@ def read_dump(path, front_ports):
 def find_front_ports():
     """Returns the front ports of the chip, which count from 1."""
     ports = set()
-    enabled = q.intp()
     while True:
         port = len(ports) + 1
         try:
-            call(q.bcm_port_enable_get, UNIT, port, enabled)
-        except SdkError as error:
+            checked(q.bcm_port_enable_get, UNIT, port, OUT)
+        except StatusError as error:
             if error.status == q.BCM_E_PORT:
                 return ports
             raise
@@ -172,19 +155,19 @@ def set_up_vlans(addresses):
     for vlan in sorted(set(vlan for _, vlan in addresses)):
         members = sorted(p for p in vlans_of if vlan in vlans_of[p])
         try:
-            call(q.bcm_vlan_create, UNIT, vlan)
-        except SdkError as error:
+            checked(q.bcm_vlan_create, UNIT, vlan)
+        except StatusError as error:
             if error.status != q.BCM_E_EXISTS:
                 raise
-        call(q.bcm_vlan_port_add, UNIT, vlan, [CPU_PORT] + members,
-             [port for port in members if port in access])
+        checked(q.bcm_vlan_port_add, UNIT, vlan, [CPU_PORT] + members,
+                [port for port in members if port in access])
         for port in members:
-            call(q.bcm_port_enable_set, UNIT, port, 1)
+            checked(q.bcm_port_enable_set, UNIT, port, 1)
             if port in access:
-                call(q.bcm_port_untagged_vlan_set, UNIT, port, vlan)
+                checked(q.bcm_port_untagged_vlan_set, UNIT, port, vlan)
 
     moved = sorted(p for p in vlans_of if DEFAULT_VLAN not in vlans_of[p])
-    call(q.bcm_vlan_port_remove, UNIT, DEFAULT_VLAN, moved)
+    checked(q.bcm_vlan_port_remove, UNIT, DEFAULT_VLAN, moved)
 
 
 def add_addresses(addresses):
@@ -194,13 +177,13 @@ def add_addresses(addresses):
         entry.port = address.port
         if address.static:
             entry.flags |= q.BCM_L2_STATIC
-        call(q.bcm_l2_addr_add, UNIT, entry)
+        checked(q.bcm_l2_addr_add, UNIT, entry)
 
 
 def take_port_down(port, addresses):
     """Deletes what was learnt on a port; its static addresses stay."""
-    call(q.bcm_port_enable_set, UNIT, port, 0)
-    call(q.bcm_l2_addr_delete_by_port, UNIT, LOCAL_MODULE, port, 0)
+    checked(q.bcm_port_enable_set, UNIT, port, 0)
+    checked(q.bcm_l2_addr_delete_by_port, UNIT, LOCAL_MODULE, port, 0)
     gone = [key for key in addresses
             if addresses[key].port == port and not addresses[key].static]
     for key in gone:
@@ -210,10 +193,10 @@ def take_port_down(port, addresses):
 
 def forget(mac, vlan, addresses):
     """Deletes one address and makes sure that the chip has it no more."""
-    call(q.bcm_l2_addr_delete, UNIT, mac, vlan)
+    checked(q.bcm_l2_addr_delete, UNIT, mac, vlan)
     status, _ = q.bcm_l2_addr_get(UNIT, mac, vlan)
     if status != q.BCM_E_NOT_FOUND:
-        raise SdkError(q.bcm_l2_addr_get, (UNIT, mac, vlan), status)
+        raise StatusError(q.bcm_l2_addr_get, (UNIT, mac, vlan), status)
     addresses.pop((mac, vlan), None)
     print('%s is deleted from VLAN %d' % (mac, vlan))
 
@@ -245,9 +228,7 @@ def report(table):
 
     print('\nVLAN     static  dynamic  members  untagged')
     for vlan in sorted(by_vlan):
-        status, members, untagged = q.bcm_vlan_port_get(UNIT, vlan)
-        if status != q.BCM_E_NONE:
-            raise SdkError(q.bcm_vlan_port_get, (UNIT, vlan), status)
+        members, untagged = checked(q.bcm_vlan_port_get, UNIT, vlan)
         print('%-8d %6d %8d %8d %9d' % (
             vlan, by_vlan[vlan]['static'], by_vlan[vlan]['dynamic'],
             len(members), len(untagged)))
@@ -306,5 +287,5 @@ def main():
 if __name__ == '__main__':
     try:
         sys.exit(main())
-    except (SdkError, BadInput, IOError) as failure:
+    except (StatusError, BadInput, IOError) as failure:
         sys.exit('load_fdb: %s' % failure)
