@@ -85,6 +85,9 @@ class Outputs(simulator.SwitchTest):
         self.assertEqual(error_of(q.bcm_l2_addr_get, 0, '02:00:5e:10:00:02', 1)[0], StatusError)
         members, untagged = checked(q.bcm_vlan_port_get, 0, 1)
         self.assertEqual((members[0], len(untagged)), (1, len(members)))
+        # What comes back can be passed on, which the module alone does not allow.
+        checked(q.bcm_vlan_port_add, 0, 1, members, untagged)
+        checked(q.bcm_vlan_port_add, 0, 1, *[checked(q.parse_bcm_pbmp, 0, '1-64', OUT)] * 2)
         self.assertEqual(error_of(q.bcm_stg_list, 77)[0], StatusError)
 
     def test_an_array_has_as_many_values_as_were_written(self):

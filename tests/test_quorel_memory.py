@@ -49,6 +49,8 @@ class Values(unittest.TestCase):
         self.assertEqual(error_of(macs.__setitem__, 0, 5), (TypeError, 'Expected a string'))
         ports = cell('bcm_pbmp_t', [1, 3, 64])
         self.assertEqual(ports.value, [1, 3, 64])
+        self.assertEqual(set(map(type, ports.value)), set([int]))
+        self.assertEqual(cell('bcm_pbmp_t', map(long, ports.value)).value, [1, 3, 64])
         self.assertEqual(error_of(cell, 'bcm_pbmp_t', [2 ** 31])[0], TypeError)
         text = array('char', 8)
         text[:] = 'abc'

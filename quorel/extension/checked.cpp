@@ -86,6 +86,12 @@ bool judge(const CFunction *described, PyObject *all, Owned result, Judged &judg
         judged.appended = Owned::share(PySequence_Fast_GET_ITEM(result.get(), 1));
     } else if (adds) {
         judged.value = Owned::steal(PySequence_GetSlice(result.get(), 1, PY_SSIZE_T_MAX));
+        for (Py_ssize_t i = 1; judged.value && i < PySequence_Fast_GET_SIZE(result.get()); ++i) {
+            PyObject *value = PySequence_Fast_GET_ITEM(result.get(), i);
+            if (PyList_CheckExact(value)) {
+                make_ints(value);
+            }
+        }
         return static_cast<bool>(judged.value);
     }
     return true;

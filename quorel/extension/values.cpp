@@ -185,8 +185,13 @@ NewReference read_value(const CType &type, char *address, PyObject *keeper)
         return PyString_FromStringAndSize(address, 1);
     case Kind::mac_address:
         return from_mac_address(reinterpret_cast<const unsigned char *>(address));
-    case Kind::port_list:
-        return from_port_list(*reinterpret_cast<const bcm_pbmp_t *>(address));
+    case Kind::port_list: {
+        PyObject *ports = from_port_list(*reinterpret_cast<const bcm_pbmp_t *>(address));
+        if (ports) {
+            make_ints(ports);
+        }
+        return ports;
+    }
     case Kind::record:
     case Kind::opaque:
         return new_reference(address, type.pointer, keeper);
@@ -212,7 +217,14 @@ bool write_value(const CType &type, char *address, PyObject *value)
     }
     case Kind::port_list: {
         bcm_pbmp_t ports;
-        if (!to_port_list(value, &ports)) {
+        Owned ints = PyList_Check(value) ? Owned::steal(PySequence_List(value)) : Owned::share(value);
+        if (!ints) {
+            return false;
+        }
+        if (PyList_Check(value)) {
+            make_ints(ints.get());
+        }
+        if (!to_port_list(ints.get(), &ports)) {
             return false;
         }
         std::memcpy(address, &ports, sizeof ports);
@@ -237,6 +249,19 @@ bool write_value(const CType &type, char *address, PyObject *value)
     default:
         return raise_wrong_value(type, value);
     }
+}
+
+void make_ints(PyObject *list)
+{
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
+        PyObject *number = PyList_GET_ITEM(list, i);
+        // One that does not fit stays a long.
+        PyObject *made = PyLong_CheckExact(number) ? PyNumber_Int(number) : nullptr;
+        if (made) {
+            PyList_SetItem(list, i, made);
+        }
+    }
+    PyErr_Clear();
 }
 
 bool raise_wrong_value(const CType &type, PyObject *value)

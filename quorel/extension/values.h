@@ -14,6 +14,9 @@ NewReference read_value(const CType &type, char *address, PyObject *keeper);
 /// OverflowError, and leaves the memory as it was. A pointer is stored as it is: `value` has to outlive it.
 bool write_value(const CType &type, char *address, PyObject *value);
 
+/// Makes ints of the longs of a list: the binding gives ports as longs and takes them as ints only.
+void make_ints(PyObject *list);
+
 /// Raises TypeError: "a value of type 'bcm_port_t' is wanted, not a str"; returns false.
 bool raise_wrong_value(const CType &type, PyObject *value);
 
