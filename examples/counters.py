@@ -10,7 +10,7 @@ Ctrl-C ends it. On the way it shows how a script
 With --demo the simulated switch gets packets meanwhile.
 """
 
-from __future__ import print_function
+from __future__ import division, print_function
 
 import argparse
 import collections

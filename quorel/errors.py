@@ -1,6 +1,7 @@
 """What calls raise."""
 from __future__ import absolute_import
 
+from _quorel import Array
 from quorel.names import name_of
 
 
@@ -44,4 +45,14 @@ class StatusError(Exception):
             status += ', which is no status'
         elif self.name != status:
             status = '%s (%s)' % (self.name, status)
-        return '%s(%s) returned %s' % (function, ', '.join(map(repr, self.arguments)), status)
+        return '%s(%s) returned %s' % (function, ', '.join(map(_shown, self.arguments)), status)
+
+
+def _shown(argument):
+    """As it was given, and short."""
+    if isinstance(argument, Array):
+        return '<array of %d %s>' % (len(argument), argument.type)
+    if hasattr(type(argument), '__swig_destroy__'):
+        return '<%s>' % type(argument).__name__
+    text = repr(argument)
+    return text if len(text) <= 60 else text[:50] + '...' + text[-7:]

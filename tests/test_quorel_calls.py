@@ -31,6 +31,10 @@ class Statuses(unittest.TestCase):
         self.assertEqual(error_of(lambda: -1234), (StatusError, '<lambda>() returned -1234'))
         self.assertEqual(error_of(q.soc_reg_bytes, 0, q.CMIC_LED_CTRLr), (
             StatusError, 'soc_reg_bytes(0, %d) returned 4, which is no status' % q.CMIC_LED_CTRLr))
+        # Arguments as they were given, and short.
+        self.assertEqual(error_of(lambda *arguments: -4, q.bcm_l2_addr_t(), array('uint8', 9), 'x' * 100, None)[1],
+                         "<lambda>(<bcm_l2_addr_t>, <array of 9 uint8>, '%s...%s', None) returned BCM_E_PARAM (-4)" % (
+                             'x' * 49, 'x' * 6))
         self.assertIsNone(checked(lambda *arguments: 0 * len(arguments), 1, 2))
         self.assertEqual(checked(lambda *arguments: arguments, 1, 2), (1, 2))
 
