@@ -61,8 +61,11 @@ class Install(unittest.TestCase):
         for names in parts.values():
             copyright, = [name for name in names if name.endswith('/copyright')]
             names.remove(copyright)
-        self.assertEqual(parts['simulator'], set(os.path.join(SITE, name) for name in LIBRARIES))
-        package = set('quorel/' + name for name in os.listdir(os.path.join(TESTS, '../quorel')) if name.endswith('.py'))
+        self.assertEqual(parts['simulator'], set(os.path.join(SITE, name)
+                                                 for name in LIBRARIES + ('_quorel_sim.so',)))
+        sources = os.path.join(TESTS, '../quorel')
+        package = set('quorel/' + name for name in files_of(sources) if name.endswith('.py')
+                      and not name.startswith('extension/'))
         self.assertEqual(parts['module'], set(os.path.join(SITE, name) for name in package.union(
             ['_QuorelApiNew.so', '_quorel.so', 'QuorelApiNew.py'])))
         for name in 'bcm/l2.h', 'sim/traffic.h', 'vey/exception.h', 'quorel_api/trace.h':
