@@ -1,5 +1,6 @@
 #include "array.h"
 
+#include "loan.h"
 #include "module/convert.h"
 
 #include <cstddef>
@@ -457,7 +458,9 @@ NewReference new_array_at(const CType &type, Py_ssize_t count, char *data, PyObj
     array->count = count;
     array->type = &type;
     array->references = nullptr;
-    return reinterpret_cast<PyObject *>(array);
+    Owned made = Owned::steal(reinterpret_cast<PyObject *>(array));
+    PyObject *loan = loan_of(keeper);
+    return !loan || lend(loan, made.get()) ? made.release() : nullptr;
 }
 
 NewReference new_zeroed_array(const CType &type, Py_ssize_t count)
