@@ -20,14 +20,15 @@ import QuorelApiNew
 from _quorel import OUT, Array, Callback, array, callback, cell, checked, constants, parameters
 from _quorel import as_dict, copy, fields, members, update
 from _quorel import _close_callbacks
+from quorel.chip import Chip
 from quorel.errors import StatusError, status_name
 from quorel.names import flags, name_of
 from quorel.records import differences
 from quorel.traversal import events, traverse
 
-__all__ = ['OUT', 'Array', 'Callback', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked', 'constants',
-           'copy', 'differences', 'events', 'fields', 'flags', 'members', 'name_of', 'parameters', 'status_name',
-           'traverse', 'update']
+__all__ = ['OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
+           'constants', 'copy', 'differences', 'events', 'fields', 'flags', 'members', 'name_of', 'parameters',
+           'status_name', 'traverse', 'update']
 
 # From now on threads of the SDK find no interpreter to call.
 atexit.register(_close_callbacks)

@@ -138,7 +138,7 @@ class Values(unittest.TestCase):
         self.assertEqual(dict(fields(block))['blk_ids'][2], 2)
         update(block, blk_ids=array('int', [5] * 128))
         self.assertEqual(as_dict(block), {'blk_type': 0, 'blk_ids': [5] * 128})
-        vlan = q.bcm_vlan_data_t(port_bitmap=[1, 40L])
+        vlan = q.bcm_vlan_data_t(port_bitmap=[1, long(40)])
         self.assertEqual((as_dict(vlan)['port_bitmap'], str(vlan)), ([1, 40], 'bcm_vlan_data_t(port_bitmap=[1, 40])'))
 
     def test_text_and_pointers(self):

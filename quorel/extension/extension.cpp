@@ -4,6 +4,7 @@
 #include "array.h"
 #include "callback.h"
 #include "checked.h"
+#include "chip_names.h"
 #include "describe.h"
 #include "loan.h"
 #include "lookup.h"
@@ -104,7 +105,8 @@ constexpr char fields_doc[] = R"(fields(record): a list of (name, value), in the
 Values are as in as_dict(), but records and arrays are those of the record itself, whose memory they keep, and
 pointers are pointer objects. Errors are those of as_dict().)";
 
-constexpr char members_doc[] = R"(members(record or class or name): what a record has, a list of (name, C type).
+constexpr char members_doc[] =
+    R"(members(record or class or name): what a record has, a list of (name, C type).
 
 >>> members(q.bcm_l2_addr_t)[2:4]
 [('mac', 'bcm_mac_t'), ('vid', 'bcm_vlan_t')]
@@ -143,6 +145,8 @@ PyMethodDef functions[] = {
     {"members", list_members, METH_O, members_doc},
     {"update", reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(update)),
      METH_VARARGS | METH_KEYWORDS, update_doc},
+    {"_chip_names", list_chip_names, METH_NOARGS,
+     "The chip's registers, memories and fields: a dict for each sort, from name to number."},
     {"_set_fields", list_set_fields, METH_O,
      "For str(): (name, value, whether it is a pointer) of the members that are not zero."},
     {"parameters", describe_parameters, METH_O, parameters_doc},

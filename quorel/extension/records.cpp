@@ -286,9 +286,9 @@ NewReference list_used(const CType &type, char *address, PyObject *keeper)
     }
     Owned list = Owned::steal(PyList_New(0));
     for (Py_ssize_t i = 0; list && i < used; ++i) {
-        Owned value = Owned::steal(element.kind == Kind::record
-                                       ? read_value(element, address + i * size, keeper)
-                                       : plain_value(element, address + i * size));
+        Owned value =
+            Owned::steal(element.kind == Kind::record ? read_value(element, address + i * size, keeper)
+                                                      : plain_value(element, address + i * size));
         if (!value || PyList_Append(list.get(), value.get()) != 0) {
             return nullptr;
         }
@@ -315,9 +315,9 @@ NewReference fields_of(PyObject *object, bool all)
                                    : is_array ? list_used(type, address, record.holder.get())
                                               : plain_value(type, address));
         Py_ssize_t size = all ? 2 : 3;
-        Owned row = Owned::steal(value ? PyTuple_Pack(size, record.kind->names[i], value.get(),
-                                                      is_pointer ? Py_True : Py_False)
-                                       : nullptr);
+        Owned row = Owned::steal(
+            value ? PyTuple_Pack(size, record.kind->names[i], value.get(), is_pointer ? Py_True : Py_False)
+                  : nullptr);
         if (!row || PyList_Append(list.get(), row.get()) != 0) {
             return nullptr;
         }
@@ -533,7 +533,8 @@ private:
     // Ports may be longs here, as reading a member gives them.
     static bool write_ports(const CType &type, char *address, PyObject *value)
     {
-        Owned ports = Owned::steal(PyList_Check(value) ? PySequence_List(value) : Owned::share(value).release());
+        Owned ports =
+            Owned::steal(PyList_Check(value) ? PySequence_List(value) : Owned::share(value).release());
         for (Py_ssize_t i = 0; ports && PyList_Check(ports.get()) && i < PyList_GET_SIZE(ports.get()); ++i) {
             PyObject *port = PyList_GET_ITEM(ports.get(), i);
             if (PyLong_Check(port)) {
