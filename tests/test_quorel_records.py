@@ -296,7 +296,7 @@ class KeptMemory(simulator.SwitchTest):
         self.assertRaises(IndexError, lambda: kept[0][0])
         for part in kept:
             self.assertRaises(TypeError, q.uint8Array_getitem, part, 0)
-        self.assertRaises(TypeError, lambda: kept[0][:0])
+        self.assertEqual(len(kept[0][:]), 0)
 
 
 if __name__ == '__main__':

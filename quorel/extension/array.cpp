@@ -436,13 +436,14 @@ bool initialise_array_type()
 NewReference new_array_at(const CType &type, Py_ssize_t count, char *data, PyObject *keeper)
 {
     // What goes by one name may be several types to functions: the chain has a pointer for each.
-    Owned pointer = Owned::share(keeper);
-    for (const CType *twin = &type;;) {
-        pointer = Owned::steal(new_pointer(data, twin->pointer, pointer.get()));
-        if (!pointer || twin->twin == none) {
-            break;
+    Owned pointer;
+    for (const CType *twin = &type; twin; twin = twin->twin == none ? nullptr : &c_types[twin->twin]) {
+        Owned link = Owned::steal(new_pointer(data, twin->pointer, keeper));
+        if (!link) {
+            return nullptr;
         }
-        twin = &c_types[twin->twin];
+        reinterpret_cast<SwigPyObject *>(link.get())->next = pointer.release();
+        pointer = std::move(link);
     }
     Owned dictionary = Owned::steal(pointer ? PyDict_New() : nullptr);
     if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
