@@ -27,11 +27,10 @@ import sys
 import time
 
 import QuorelApiNew as q
-from quorel import OUT, StatusError, checked, status_name
+from quorel import OUT, Chip, StatusError, checked, status_name
 
 CANNOT_DO = 2  # exit code
 CPU_PORT = 0
-CORES = (0, 1)  # of the chip; most blocks are there once in each
 ADDRESSES_SHOWN = 20
 WAIT_FOR_LINK = 1
 
@@ -61,9 +60,9 @@ HEALTH = [
 # up to 64, and of more. The latter two are the last of their arrays, and are
 # left alone if they are in use (VALID).
 WRITABLE = [
-    ('CMIC_LED_CTRL', 0, 0, 'REFRESH_RATE'),
-    ('IHP_MY_MAC_ADDRESS', 0, 7, 'ADDRESS'),
-    ('IHB_PROGRAM_SELECT_KEY', 0, 7, 'KEY_MASK'),
+    ('CMIC_LED_CTRL', (), 'REFRESH_RATE'),
+    ('IHP_MY_MAC_ADDRESS', (0, 7), 'ADDRESS'),
+    ('IHB_PROGRAM_SELECT_KEY', (0, 7), 'KEY_MASK'),
 ]
 
 
@@ -209,162 +208,31 @@ def report_chip(report, unit, ports):
 
 # --- registers --------------------------------------------------------------
 
-def field_numbers(unit):
-    """{name: number} of the fields of all registers and memories.
-
-    Functions know fields by number; the shell tells the names.
-    """
-    row = re.compile(r'\w+ +(\w+) +\d+ +\d+ +(\d+)\b')
-    found = [row.match(line) for line in q.sdc(unit, 'fields').splitlines()]
-    return dict((match.group(1), int(match.group(2)))
-                for match in found if match)
-
-
-class Words(object):
-    """An array of words for the SDK, and the number that they make up."""
-
-    COUNT = q.SOC_REG_ABOVE_64_MAX_SIZE_U32
-
-    def __init__(self, value=0):
-        self.array = q.new_entrydata(self.COUNT)
-        for word in range(self.COUNT):
-            q.entrydata_setitem(self.array, word,
-                                value >> 32 * word & 0xffffffff)
-
-    def __del__(self):
-        q.delete_entrydata(self.array)
-
-    def value(self):
-        return sum(q.entrydata_getitem(self.array, word) << 32 * word
-                   for word in range(self.COUNT))
-
-
-class Register32(object):
-    """A register of up to 32 bits; its value is a number."""
-
-    def __init__(self, *place):
-        self.place = place  # unit, register, port or core, index
-        self.unit, self.number = place[:2]
-
-    def get(self):
-        result = q.uintp()
-        checked(q.soc_reg32_get, *(self.place + (result,)))
-        return result.value()
-
-    def set(self, value):
-        checked(q.soc_reg32_set, *(self.place + (value,)))
-
-    def field(self, value, field):
-        return q.soc_reg_field_get(self.unit, self.number, value, field)
-
-    def with_field(self, value, field, new):
-        result = q.uintp()
-        result.assign(value)
-        q.soc_reg_field_set(self.unit, self.number, result, field, new)
-        return result.value()
-
-
-class Register64(Register32):
-    """A register of 33 to 64 bits."""
-
-    def get(self):
-        result = q.uint64p()
-        checked(q.soc_reg64_get, *(self.place + (result.cast(),)))
-        return result.value()
-
-    def set(self, value):
-        checked(q.soc_reg64_set, *(self.place + (value,)))
-
-    def field(self, value, field):
-        return q.soc_reg64_field_get(self.unit, self.number, value, field)
-
-    def with_field(self, value, field, new):
-        result = q.uint64p()
-        result.assign(value)
-        q.soc_reg64_field_set(self.unit, self.number, result.cast(), field,
-                              new)
-        return result.value()
-
-
-class WideRegister(Register32):
-    """A register of more than 64 bits."""
-
-    def get(self):
-        words = Words()
-        checked(q.soc_reg_above_64_get, *(self.place + (words.array,)))
-        return words.value()
-
-    def set(self, value):
-        words = Words(value)
-        checked(q.soc_reg_above_64_set, *(self.place + (words.array,)))
-
-    def field(self, value, field):
-        words, result = Words(value), Words()
-        q.soc_reg_above_64_field_get(self.unit, self.number, words.array,
-                                     field, result.array)
-        return result.value()
-
-    def with_field(self, value, field, new):
-        words, new_words = Words(value), Words(new)
-        q.soc_reg_above_64_field_set(self.unit, self.number, words.array,
-                                     field, new_words.array)
-        return words.value()
-
-
-def register(unit, name, core, index):
-    """The register of that name, of the class for its width."""
-    number = getattr(q, name + 'r')
-    kinds = {4: Register32, 8: Register64}
-    kind = kinds.get(q.soc_reg_bytes(unit, number), WideRegister)
-    return kind(unit, number, core, index)
-
-
-def instances(unit, name):
-    """(core, index) of all that there are of a register.
-
-    One that is outside of the cores counts as one of core 0.
-    """
-    number = getattr(q, name + 'r')
-    for core in CORES:
-        index = 0
-        while q.soc_reg_port_idx_valid(unit, number, core, index):
-            yield core, index
-            index += 1
-
-
-def decode(reg, value, fields):
-    """[(field, value)] of those that the register has."""
-    return [(name, reg.field(value, fields[name])) for name in sorted(fields)
-            if q.soc_reg_field_valid(reg.unit, reg.number, fields[name])]
-
-
-def report_registers(report, unit, fields):
+def report_registers(report, chip):
     report.section('Registers')
     rows = []
     for name, healthy in HEALTH:
-        for core, index in instances(unit, name):
-            reg = register(unit, name, core, index)
-            value = reg.get()
-            decoded = decode(reg, value, fields)
-            rows.append((name, core, index, '%#x' % value, ' '.join(
+        for place in chip.regs[name]:
+            value = place.read()
+            decoded = sorted(place.decode(value).items())
+            rows.append((place.name, '%#x' % value, ' '.join(
                 '%s=%#x' % pair for pair in decoded)))
             for field, found in decoded:
                 if found != healthy.get(field, found):
-                    report.finding('%s[%d] of core %d: %s is %#x' % (
-                        name, index, core, field, found))
-    report.table('register core index value fields', rows)
+                    report.finding('%s: %s is %#x' % (place.name, field, found))
+    report.table('register value fields', rows)
 
 
-def flip_field(reg, field):
+def flip_field(place, field):
     """Inverts all bits of a field, and back: (before, meanwhile, after)."""
-    length = q.soc_reg_field_length(reg.unit, reg.number, field)
-    before = reg.get()
+    before = place.read()
+    ones = place.encode(0, **{field: 2 ** place.lengths()[field] - 1})
     try:
-        reg.set(before ^ reg.with_field(0, field, 2 ** length - 1))
-        meanwhile = reg.get()
+        place.write(before ^ ones)
+        meanwhile = place.read()
     finally:
-        reg.set(before)
-    return before, meanwhile, reg.get()
+        place.write(before)
+    return before, meanwhile, place.read()
 
 
 def traced(function, *args):
@@ -377,49 +245,46 @@ def traced(function, *args):
     return result, q.getTrace()
 
 
-def report_changes(report, unit, fields):
+def report_changes(report, chip):
     report.section('Fields written and read back')
     rows = []
     accesses = ''
-    for name, core, index, field in WRITABLE:
-        reg = register(unit, name, core, index)
-        if dict(decode(reg, reg.get(), fields)).get('VALID'):
-            report.add('%s is in use and left alone' % name)
+    for name, place, field in WRITABLE:
+        place = chip.regs[name][place]
+        if place.as_dict().get('VALID'):
+            report.add('%s is in use and left alone' % place.name)
             continue
-        values, trace = traced(flip_field, reg, fields[field])
+        values, trace = traced(flip_field, place, field)
         accesses += trace
-        before, meanwhile, after = ['%#x' % reg.field(value, fields[field])
+        before, meanwhile, after = ['%#x' % place.decode(value)[field]
                                     for value in values]
-        rows.append((name, field, before, meanwhile, after))
+        rows.append((place.name, field, before, meanwhile, after))
         if before == meanwhile or before != after:
             report.finding('%s: %s does not take what is written: %s, %s, %s'
-                           % (name, field, before, meanwhile, after))
+                           % (place.name, field, before, meanwhile, after))
     report.table('register field before meanwhile after', rows)
     report.add('\nHow the chip was accessed:\n' + accesses)
 
 
 # --- memories ---------------------------------------------------------------
 
-def egress_interface(unit, port, fields):
+def egress_interface(chip, port):
     """(core, VALID, INTERFACE) of the port's entry"""
-    tm_port, core = checked(q.soc_port_sw_db_local_to_tm_port_get, unit, port,
-                            OUT, OUT)
-    entry = Words()
-    checked(q.soc_mem_read, unit, q.EGQ_TM_PORT_TO_INTERFACEm,
-            q.get_copyno_egq(unit, core), tm_port, entry.array)
-    valid, interface = [
-        q.soc_mem_field32_get(unit, q.EGQ_TM_PORT_TO_INTERFACEm, entry.array,
-                              fields[name]) for name in ('VALID', 'INTERFACE')]
-    return core, valid, interface
+    tm_port, core = checked(q.soc_port_sw_db_local_to_tm_port_get, chip.unit,
+                            port, OUT, OUT)
+    table = chip.mems.EGQ_TM_PORT_TO_INTERFACE.at_copy(
+        q.get_copyno_egq(chip.unit, core))
+    entry = table[tm_port].as_dict()
+    return core, entry['VALID'], entry['INTERFACE']
 
 
-def report_memory(report, unit, ports, fields):
+def report_memory(report, chip, ports):
     report.section('Egress interfaces (EGQ_TM_PORT_TO_INTERFACE)')
     ports_of = collections.defaultdict(list)
     interfaces_of = collections.defaultdict(list)
     without = []
     for port in ports:
-        core, valid, interface = egress_interface(unit, port, fields)
+        core, valid, interface = egress_interface(chip, port)
         if valid:
             ports_of[core].append(port)
             interfaces_of[core].append(interface)
@@ -612,13 +477,13 @@ def begin(options, report):
 
 def diagnose(options, report, all_ports, ports):
     unit = options.unit
-    fields = field_numbers(unit)
+    chip = Chip(unit)
     if options.commands:
         report_commands(report, unit, options.commands)
     report_chip(report, unit, all_ports)
-    report_registers(report, unit, fields)
-    report_changes(report, unit, fields)
-    report_memory(report, unit, ports, fields)
+    report_registers(report, chip)
+    report_changes(report, chip)
+    report_memory(report, chip, ports)
     states = report_ports(report, unit, ports)
     if options.loopback is not None:
         report_loopback(report, unit, options.loopback)

@@ -16,6 +16,9 @@ std::string emit_records(const Family &family, const Numbering &numbering);
 /// names.cpp: by which names and enumerations the package above the module finds constants.
 std::string emit_names(const Model &model, const Declarations &declarations);
 
+/// chip_names.cpp: what the package above the module calls registers, memories and fields.
+std::string emit_chip_names(const Model &model);
+
 /// Whether the family has functions that may throw: what is emitted for it has to be built with exceptions.
 bool throws(const Family &family);
 

@@ -207,6 +207,10 @@ private:
         } else if (record != records_.end() && full->kind == Type::Kind::Record) {
             target = record_number(*record->second);
             kind = ", Kind::record";
+        } else if (const BoundRecord *unbound =
+                       full->kind == Type::Kind::Record ? unbound_record(type) : nullptr) {
+            target = record_number(*unbound);
+            kind = ", Kind::record";
         } else if (TypePtr inner = pointee(type)) {
             bool calls = resolve(inner, never_opaque)->kind == Type::Kind::Function;
             target = calls ? callback_number(type) : number(inner);
@@ -214,6 +218,36 @@ private:
         return "describe<" + spelling + ">(" + std::to_string(texts_.start(spelling)) + ", "
                + descriptor_number(descriptor) + ", " + own_descriptor(type, full) + ", " + target + kind
                + ")";
+    }
+
+    // A record that has no class, whose members can be told all the same; null for others.
+    const BoundRecord *unbound_record(const TypePtr &type)
+    {
+        TypePtr inner = type;
+        for (; inner->kind == Type::Kind::Typedef; inner = inner->target) {
+            if (opaque_.count(inner->name) != 0) {
+                return nullptr;
+            }
+        }
+        for (const Record &declared : declarations_.records) {
+            bool can_be_told =
+                !declared.members.empty()
+                && std::none_of(declared.members.begin(), declared.members.end(),
+                                [](const Member &member) { return member.is_bit_field || member.size < 0; });
+            if (can_be_told && (declared.tag == inner->name || declared.name == inner->name)) {
+                BoundRecord &record = unbound_[declared.name];
+                if (record.name.empty()) {
+                    record.name = declared.name;
+                    record.self.descriptor = descriptor_of_pointer_to(type);
+                    for (const Member &member : declared.members) {
+                        record.members.emplace_back();
+                        record.members.back().name = member.name;
+                    }
+                }
+                return &record;
+            }
+        }
+        return nullptr;
     }
 
     std::string descriptor_number(const std::string &name) const
@@ -512,9 +546,9 @@ private:
                 record_number(record);
             }
         }
-        // Members may bring in further types, but no further records.
-        for (const BoundRecord *ordered : record_order_) {
-            const BoundRecord &record = *ordered;
+        // Members may bring in further types, and records without a class.
+        for (size_t i = 0; i < record_order_.size(); ++i) {
+            const BoundRecord &record = *record_order_[i];
             record_rows_ += "    {" + number(record_type(record), record.self.descriptor) + ", "
                             + std::to_string(member_count_) + ", " + std::to_string(record.members.size())
                             + "},  // " + record.name + "\n";
@@ -611,6 +645,7 @@ private:
     std::set<std::string> opaque_;
     std::map<std::string, std::string> mapped_;           ///< typedef to conversion
     std::map<std::string, const BoundRecord *> records_;  ///< by descriptor
+    std::map<std::string, BoundRecord> unbound_;          ///< by name
     std::map<std::string, size_t> methods_;               ///< by name
     std::map<std::pair<std::string, std::string>, std::string> type_numbers_;
     std::map<std::string, std::vector<std::string>> by_name_;

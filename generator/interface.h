@@ -7,6 +7,9 @@
 //   opaque                 typedefs and enumerations that are types of their own, whatever the headers say
 //   opaque_here            likewise, but only in what this family declares
 //   named                  tags of enumerations whose enumerators the development SDK is to know by name
+//   chip_registers, chip_memories, chip_fields
+//                          patterns over enumerators, whatever header has them: all but the last letter is what
+//                          the package above the module calls what they number
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
 //   [arrays]               array families: element type
@@ -69,6 +72,7 @@ struct FamilyInterface {
     Entries opaque, opaque_here;
     Entries raises, throws;
     Entries named;
+    Entries chip_registers, chip_memories, chip_fields;
     std::map<std::string, Typemap> typemaps;
     std::vector<PointerClass> pointer_classes;
     EntryTable arrays;      ///< array family to spelling of the element type

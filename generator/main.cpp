@@ -159,6 +159,7 @@ void generate(const Options &options)
     const Index index = emit_index(model, declarations, numbering);
     write("index.cpp", index.tables);
     write("callback_slots.cpp", index.callbacks);
+    write("chip_names.cpp", emit_chip_names(model));
     write("names.cpp", emit_names(model, declarations));
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));

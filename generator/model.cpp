@@ -712,6 +712,9 @@ private:
         }
         add_sdk_functions(family);
         name_enumerations(source, family);
+        name_chip(source.chip_registers, model_.chip_registers);
+        name_chip(source.chip_memories, model_.chip_memories);
+        name_chip(source.chip_fields, model_.chip_fields);
         check_departures(source, family);
         return family;
     }
@@ -782,6 +785,17 @@ private:
                 error(place, "no header declares the enumeration '" + tag + "'");
             }
         }
+    }
+
+    void name_chip(const Entries &entries, std::vector<std::string> &names)
+    {
+        Patterns patterns(entries);
+        for (const Constant &constant : declarations_.constants) {
+            if (!constant.enumeration.empty() && patterns.match(constant.name)) {
+                names.push_back(constant.name);
+            }
+        }
+        check_used(patterns, "fits no enumerator");
     }
 
     // A name of Python's is bound once; overloads of one name are by one pattern.

@@ -120,6 +120,7 @@ struct Model {
     std::vector<FamilyInterface> interface;
     std::vector<Family> families;
     std::vector<Constant> constants;
+    std::vector<std::string> chip_registers, chip_memories, chip_fields;  ///< enumerators, in header order
     std::vector<BoundVariable> variables;
     std::map<std::string, Descriptor> descriptors;  ///< by mangled name
 };

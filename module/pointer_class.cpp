@@ -1,5 +1,7 @@
 #include "pointer_class.h"
 
+#include "refinements.h"
+
 #include <new>
 
 namespace quorel {
@@ -20,7 +22,7 @@ NewReference reinterpret(PyObject *args, const PointerClassRow &row, Method whic
     if (status != Status::ok) {
         return raise_argument_error(method_name(method), 1, text_of(from), status);
     }
-    return from_pointer(pointer.address, arguments[to].type);
+    return wrap_part(pointer, pointer.address, types[arguments[to].type]);
 }
 
 }  // namespace

@@ -119,6 +119,7 @@ void deallocate(PyObject *object)
     if (self->own == 1 && destroy_pointee(self)) {
         return;
     }
+    Owned keeper = Owned::steal(reinterpret_cast<PointerObject *>(object)->keeper);
     // A long chain must not go as deep as it is long.
     PyObject *next = self->next;
     PyObject_Del(object);
@@ -358,7 +359,7 @@ constexpr int deepest_this = 16;
 
 }  // namespace
 
-PyTypeObject PointerObject_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "SwigPyObject", sizeof(SwigPyObject)};
+PyTypeObject PointerObject_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "SwigPyObject", sizeof(PointerObject)};
 
 PyObject *this_key;
 long this_hash;
@@ -394,16 +395,17 @@ bool is_other_pointer_object(PyObject *object)
 
 NewReference new_pointer_object(void *pointer, swig_type_info *type, Ownership ownership)
 {
-    SwigPyObject *self = PyObject_New(SwigPyObject, &PointerObject_Type);
+    PointerObject *self = PyObject_New(PointerObject, &PointerObject_Type);
     if (!self) {
         return nullptr;
     }
-    self->ptr = pointer;
-    self->ty = type;
-    self->own = static_cast<int>(ownership);
-    self->next = nullptr;
+    self->head.ptr = pointer;
+    self->head.ty = type;
+    self->head.own = static_cast<int>(ownership);
+    self->head.next = nullptr;
+    self->keeper = nullptr;
     ++live_pointer_objects;
-    return as_object(self);
+    return as_object(&self->head);
 }
 
 NewReference wrap_pointer(void *pointer, swig_type_info *type, Ownership ownership)

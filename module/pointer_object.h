@@ -16,6 +16,13 @@ namespace quorel {
 
 extern PyTypeObject PointerObject_Type;
 
+/// This runtime's pointer objects have one thing more than all share.
+struct PointerObject {
+    SwigPyObject head;
+    PyObject
+        *keeper;  ///< what the memory lives in, if it is to stay; null in all that the module makes by itself
+};
+
 /// Makes PointerObject_Type usable. Returns false with an exception set when that fails.
 bool initialise_pointer_object_type();
 

@@ -64,10 +64,12 @@ int construct(PyObject *object, PyObject *args, PyObject *keywords)
     PyObject **dictionary = _PyObject_GetDictPtr(object);
     // A call with ** of an empty dictionary has none.
     const bool has_keywords = keywords && PyDict_Size(keywords) != 0;
-    if (!constructor || !dictionary || has_keywords) {
+    auto *set_members = Proxy_Type.refinements.set_members;
+    const bool refuses_keywords = has_keywords && !set_members;
+    if (!constructor || !dictionary || refuses_keywords) {
         PyErr_Format(
             PyExc_TypeError,
-            has_keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
+            refuses_keywords ? "%.100s() takes no keyword arguments" : "cannot create '%.100s' instances",
             Py_TYPE(object)->tp_name);
         return -1;
     }
@@ -75,7 +77,10 @@ int construct(PyObject *object, PyObject *args, PyObject *keywords)
     if (pointer && !*dictionary) {
         *dictionary = PyDict_New();
     }
-    return pointer && *dictionary ? PyDict_SetItem(*dictionary, this_name(), pointer.get()) : -1;
+    if (!pointer || !*dictionary || PyDict_SetItem(*dictionary, this_name(), pointer.get()) != 0) {
+        return -1;
+    }
+    return has_keywords && !set_members(object, keywords) ? -1 : 0;
 }
 
 Owned joined(std::initializer_list<std::string_view> parts)
@@ -174,14 +179,15 @@ PyMethodDef methods[] = {
 
 }  // namespace
 
-PyTypeObject Proxy_Type = {PyVarObject_HEAD_INIT(nullptr, 0) proxy_type_name, sizeof(PyObject)};
+ProxyType Proxy_Type = {{PyVarObject_HEAD_INIT(nullptr, 0) proxy_type_name, sizeof(PyObject)},
+                        {nullptr, nullptr, &PointerObject_Type}};
 
 bool initialise_proxy_type()
 {
     if (!constructor_name && !(constructor_name = PyString_InternFromString("__constructor__"))) {
         return false;
     }
-    PyTypeObject &type = Proxy_Type;
+    PyTypeObject &type = Proxy_Type.type;
     type.tp_getattro = PyObject_GenericGetAttr;
     type.tp_setattro = set_attribute;
     type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE;

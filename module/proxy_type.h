@@ -2,14 +2,15 @@
 // the class does not have: a misspelt member name raises AttributeError instead of being kept silently. `this`
 // is always accepted. It is here, in C, because a __setattr__ written in Python would cost every assignment to a
 // member more than the assignment itself. For the same reason it has an __init__: it calls the class's
-// `__constructor__` with its own arguments and keeps the result as `this`.
+// `__constructor__` with its own arguments and keeps the result as `this`. It takes no keywords, unless the package
+// above the module has said how (refinements.h).
 #pragma once
 
-#include "references.h"
+#include "refinements.h"
 
 namespace quorel {
 
-extern PyTypeObject Proxy_Type;
+extern ProxyType Proxy_Type;
 
 /// Makes Proxy_Type usable. Returns false with an exception set when that fails.
 bool initialise_proxy_type();

@@ -1,5 +1,6 @@
 #include "record.h"
 
+#include "refinements.h"
 #include "string_storage.h"
 
 #include <cstdlib>
@@ -329,7 +330,7 @@ NewReference get_copy(PyObject *args, const MemberRow &row)
 NewReference get_storage(PyObject *args, const MemberRow &row)
 {
     HeldPointer self = self_of_getter(args, row);
-    return self ? from_pointer(self.at(row.offset), arguments[row.value].type) : nullptr;
+    return self ? wrap_part(self, self.at(row.offset), types[arguments[row.value].type]) : nullptr;
 }
 
 NewReference set_array(PyObject *args, const MemberRow &row)
@@ -377,7 +378,7 @@ NewReference get_pointer(PyObject *args, const MemberRow &row)
     }
     void *pointer;
     std::memcpy(&pointer, self.at(row.offset), sizeof pointer);
-    return from_pointer(pointer, arguments[row.value].type);
+    return wrap_part(self, pointer, types[arguments[row.value].type]);
 }
 
 NewReference set_pointer(PyObject *args, const MemberRow &row)

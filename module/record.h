@@ -6,7 +6,7 @@
 //  - `self` is converted first, then the value; a failure changes nothing.
 //  - A write to a null `self` does nothing; a read raises ValueError "invalid null reference in method ...".
 //  - Arrays, nested records and pointers are read as pointer objects that own nothing and alias the record's
-//    storage; nothing keeps the record alive for them.
+//    storage; nothing keeps the record alive for them, unless the package above does (refinements.h).
 #pragma once
 
 #include "call.h"

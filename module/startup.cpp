@@ -93,7 +93,7 @@ bool initialise()
     PyObject *dictionary = PyModule_GetDict(module);
     PyEval_InitThreads();
     return install_constants(dictionary) && install(dictionary, "cvar", new_variable_object())
-           && install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type)));
+           && install(dictionary, "_Proxy", Owned::share(reinterpret_cast<PyObject *>(&Proxy_Type.type)));
 }
 
 // The next import is to begin anew, not to find what there is of the module.

@@ -1,9 +1,12 @@
-"""Above QuorelApiNew: calls that raise, outputs as values, memory, Python functions as callbacks.
+"""Above QuorelApiNew: calls that raise, outputs as values, memory, records as values, Python functions as callbacks.
 
     import QuorelApiNew as q
     from quorel import checked, OUT
 
     speed = checked(q.bcm_port_speed_get, 0, 1, OUT)
+
+Importing it adds to the records of QuorelApiNew: members as keywords, q.bcm_l2_addr_t(port=3), and a str() that
+shows what is in them; and what is read out of a record keeps the record's memory.
 
 Examples in docstrings are run as tests, after `import QuorelApiNew as q` and `from quorel import *`.
 """
@@ -14,14 +17,18 @@ import atexit
 # Registers the classes of records.
 import QuorelApiNew
 
-from _quorel import OUT, Array, Callback, array, callback, cell, checked, constants, copy, parameters
+from _quorel import OUT, Array, Callback, array, callback, cell, checked, constants, parameters
+from _quorel import as_dict, copy, fields, members, update
 from _quorel import _close_callbacks
+from quorel.chip import Chip
 from quorel.errors import StatusError, status_name
 from quorel.names import flags, name_of
+from quorel.records import differences
 from quorel.traversal import events, traverse
 
-__all__ = ['OUT', 'Array', 'Callback', 'StatusError', 'array', 'callback', 'cell', 'checked', 'constants', 'copy',
-           'events', 'flags', 'name_of', 'parameters', 'status_name', 'traverse']
+__all__ = ['OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
+           'constants', 'copy', 'differences', 'events', 'fields', 'flags', 'members', 'name_of', 'parameters',
+           'status_name', 'traverse', 'update']
 
 # From now on threads of the SDK find no interpreter to call.
 atexit.register(_close_callbacks)

@@ -86,8 +86,8 @@ class Diagnose(unittest.TestCase):
 
     def test_fields_of_all_widths_are_inverted_and_restored(self):
         settings = [('CMIC_LED_CTRL', 'REFRESH_RATE', 0x5a, 8),
-                    ('IHP_MY_MAC_ADDRESS', 'ADDRESS', 0x25e001122, 48),
-                    ('IHB_PROGRAM_SELECT_KEY', 'KEY_MASK', 0x800000000001, 48)]
+                    ('IHP_MY_MAC_ADDRESS[0][7]', 'ADDRESS', 0x25e001122, 48),
+                    ('IHB_PROGRAM_SELECT_KEY[0][7]', 'KEY_MASK', 0x800000000001, 48)]
         places = ['CMIC_LED_CTRL', 'IHP_MY_MAC_ADDRESS.0[7]', 'IHB_PROGRAM_SELECT_KEY.0[7]']
         poke = '; '.join('setreg %s %s=%#x' % (place, row[1], row[2]) for place, row in zip(places, settings))
         show = 'print q.sdc(0, %r)' % '; '.join('getreg ' + place for place in places)
@@ -105,7 +105,7 @@ class Diagnose(unittest.TestCase):
                          ['0x%032x' % (value << 64) for value in (0x800000000001, 0x7ffffffffffe)])
         in_use = 'q.sdc(0, "setreg IHB_PROGRAM_SELECT_KEY.0[7] VALID=1")'
         report, _ = self.diagnosed(0, CONFIG, happens=in_use)
-        self.assertIn('IHB_PROGRAM_SELECT_KEY is in use and left alone', report)
+        self.assertIn('IHB_PROGRAM_SELECT_KEY[0][7] is in use and left alone', report)
         self.assertNotIn('IHB_PROGRAM_SELECT_KEY[7].0 = ', report)
 
     def test_cables(self):
@@ -134,17 +134,17 @@ class Diagnose(unittest.TestCase):
     def test_what_commands_break_is_found(self):
         for command, finding in (
                 ('setreg CMIC_SOFT_RESET DATA_PATH_RESET=1',
-                 'CMIC_SOFT_RESET[0] of core 0: DATA_PATH_RESET is 0x1'),
+                 'CMIC_SOFT_RESET: DATA_PATH_RESET is 0x1'),
                 ('setreg CCS_BLOCK_SOFT_RESET BLOCK_MASK=0x8000000000000000',
-                 'CCS_BLOCK_SOFT_RESET[0] of core 0: BLOCK_MASK is 0x8000000000000000'),
+                 'CCS_BLOCK_SOFT_RESET: BLOCK_MASK is 0x8000000000000000'),
                 ('modify EGQ_TM_PORT_TO_INTERFACE.1 3 VALID=0', 'ports without an egress interface: 35')):
             report, _ = self.diagnosed(1, CONFIG, self.file('rc', command))
             self.assertEqual(section(report, 'Findings'), [finding])
         wide = self.file('rc', 'setreg IHP_VRRP_MAC_MATCH.1[2] ADDRESS=0x5e000101 '
                          'ADDRESS_MASK=0xffffffffffff')
         report, _ = self.diagnosed(0, CONFIG, wide)
-        self.assertIn('IHP_VRRP_MAC_MATCH       1     2      0xffffffffffff00005e000101  '
-                      'ADDRESS=0x5e000101 ADDRESS_MASK=0xffffffffffff', section(report, 'Registers'))
+        self.assertEqual(rows(report, 'Registers')['IHP_VRRP_MAC_MATCH[1][2]'], [
+            '0xffffffffffff00005e000101', 'ADDRESS=0x5e000101', 'ADDRESS_MASK=0xffffffffffff'])
 
     def test_a_command_file_that_fails(self):
         path = self.file("it's $1; a file", 'echo first\nvlan create 1\necho never\n')

@@ -5,6 +5,7 @@ import subprocess
 import sys
 import threading
 import unittest
+import warnings
 import weakref
 
 import QuorelApiNew as q
@@ -145,11 +146,14 @@ class Lives(simulator.SwitchTest):
         pointer = made.this
         del made
         gc.collect()
-        self.assertEqual((call(0, None), int(pointer) != 0), (-1, True))
-        # Its place is not the next one's.
-        other = callback('bcm_rx_free_f', lambda unit, data: 6)
-        self.assertEqual(call(0, None), -1)
-        del other
+        with warnings.catch_warnings(record=True) as told:
+            warnings.simplefilter('always')
+            self.assertEqual((call(0, None), int(pointer) != 0), (-1, True))
+            # Its place is not the next one's.
+            other = callback('bcm_rx_free_f', lambda unit, data: 6)
+            self.assertEqual(call(0, None), -1)
+            del other
+        self.assertEqual([warning.category for warning in told], [RuntimeWarning] * 2)
 
     def test_events(self):
         with events(q.bcm_linkscan_register, 0) as changes:

@@ -1,5 +1,6 @@
 #include "array.h"
 
+#include "loan.h"
 #include "module/convert.h"
 
 #include <cstddef>
@@ -435,13 +436,14 @@ bool initialise_array_type()
 NewReference new_array_at(const CType &type, Py_ssize_t count, char *data, PyObject *keeper)
 {
     // What goes by one name may be several types to functions: the chain has a pointer for each.
-    Owned pointer = Owned::share(keeper);
-    for (const CType *twin = &type;;) {
-        pointer = Owned::steal(new_pointer(data, twin->pointer, pointer.get()));
-        if (!pointer || twin->twin == none) {
-            break;
+    Owned pointer;
+    for (const CType *twin = &type; twin; twin = twin->twin == none ? nullptr : &c_types[twin->twin]) {
+        Owned link = Owned::steal(new_pointer(data, twin->pointer, keeper));
+        if (!link) {
+            return nullptr;
         }
-        twin = &c_types[twin->twin];
+        reinterpret_cast<SwigPyObject *>(link.get())->next = pointer.release();
+        pointer = std::move(link);
     }
     Owned dictionary = Owned::steal(pointer ? PyDict_New() : nullptr);
     if (!dictionary || PyDict_SetItem(dictionary.get(), this_name(), pointer.get()) != 0) {
@@ -457,7 +459,9 @@ NewReference new_array_at(const CType &type, Py_ssize_t count, char *data, PyObj
     array->count = count;
     array->type = &type;
     array->references = nullptr;
-    return reinterpret_cast<PyObject *>(array);
+    Owned made = Owned::steal(reinterpret_cast<PyObject *>(array));
+    PyObject *loan = loan_of(keeper);
+    return !loan || lend(loan, made.get()) ? made.release() : nullptr;
 }
 
 NewReference new_zeroed_array(const CType &type, Py_ssize_t count)

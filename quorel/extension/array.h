@@ -9,7 +9,7 @@ namespace quorel {
 
 struct Array {
     PyObject_HEAD PyObject *dictionary;  ///< holds `this`, where every conversion looks for it first
-    PyObject *keeper;                    ///< what the elements live in: a pointer object
+    PyObject *keeper;                    ///< what the elements live in: a pointer object or Memory
     char *data;
     Py_ssize_t count;
     const CType *type;  ///< of an element

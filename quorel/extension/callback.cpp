@@ -1,7 +1,7 @@
 #include "callback.h"
 
 #include "array.h"
-#include "module/pointer_object.h"
+#include "loan.h"
 #include "trampoline.h"
 #include "values.h"
 
@@ -35,9 +35,6 @@ std::atomic<bool> closed{false};
 std::atomic<int> inside{0};
 __thread int inside_here;
 __thread Caller *innermost;
-
-swig_type_info expired = {
-    "_p_quorel_expired", "argument of a callback that has returned *", nullptr, nullptr, nullptr, 0};
 
 Callback *as_callback(PyObject *object)
 {
@@ -89,33 +86,23 @@ void write_failure(const CCallback &signature, void *result)
     std::memset(result, is_status ? 0xff : 0, type.size);
 }
 
-// The Python values of the arguments, and the pointer objects among them.
+// The Python values of the arguments, whose memory is lent.
 class Arguments {
 public:
     Arguments(const CCallback &signature, void *const *values)
-        : values_(Owned::steal(PyTuple_New(signature.parameter_count))),
-          pointers_(Owned::steal(PyTuple_New(signature.parameter_count)))
+        : values_(Owned::steal(PyTuple_New(signature.parameter_count))), loan_(new_loan())
     {
-        complete_ = values_ && pointers_;
+        complete_ = values_ && loan_;
         for (Py_ssize_t i = 0; complete_ && i < signature.parameter_count; ++i) {
-            PyObject *value = read(c_parameters[signature.parameters + i], values[i]);
+            PyObject *value = read(c_parameters[signature.parameters + i], values[i], loan_.get());
             complete_ = value != nullptr;
             PyTuple_SET_ITEM(values_.get(), i, value);
-            if (complete_) {
-                PyTuple_SET_ITEM(pointers_.get(), i, find_pointer_object(value).release());
-            }
         }
     }
-
-    // What Python still holds of them points to nothing any more.
     ~Arguments()
     {
-        for (Py_ssize_t i = 0; complete_ && i < PyTuple_GET_SIZE(values_.get()); ++i) {
-            if (PyObject *pointer = PyTuple_GET_ITEM(pointers_.get(), i)) {
-                reinterpret_cast<SwigPyObject *>(pointer)->ptr = nullptr;
-                reinterpret_cast<SwigPyObject *>(pointer)->ty = &expired;
-            }
-            forget_memory(PyTuple_GET_ITEM(values_.get(), i));
+        if (loan_) {
+            end_loan(loan_.get());
         }
     }
 
@@ -123,7 +110,7 @@ public:
     PyObject *get() const { return complete_ ? values_.get() : nullptr; }
 
 private:
-    static NewReference read(const CParameter &parameter, void *argument)
+    static NewReference read(const CParameter &parameter, void *argument, PyObject *loan)
     {
         if (parameter.type == none) {
             return new_none();
@@ -132,10 +119,10 @@ private:
         // An array is passed as its address.
         bool by_address = parameter.way == Way::mac_address;
         char *address = by_address ? *static_cast<char **>(argument) : static_cast<char *>(argument);
-        return address ? read_value(type, address, nullptr) : new_none();
+        return address ? read_value(type, address, loan) : new_none();
     }
 
-    Owned values_, pointers_;
+    Owned values_, loan_;
     bool complete_;
 };
 
@@ -152,6 +139,18 @@ void print_error(PyObject *function)
         PyErr_WriteUnraisable(function);
     } else {
         PyErr_PrintEx(0);
+    }
+}
+
+// A function that was registered by a bare call, and then dropped, is missed by nobody else.
+void warn_of_dropped()
+{
+    PendingError pending;
+    if (PyErr_WarnEx(
+            PyExc_RuntimeWarning,
+            "the SDK calls a callback that Python has dropped: keep it, or register it with checked()", 1)
+        != 0) {
+        PyErr_WriteUnraisable(Py_None);
     }
 }
 
@@ -301,7 +300,11 @@ Owned pointer_object_of(const CType &type, unsigned slot)
             return by_value;
         }
     }
-    return Owned::steal(new_pointer(*function, type.self, by_value.get()));
+    Owned pointer = Owned::steal(new_pointer(*function, type.self, nullptr));
+    if (pointer) {
+        reinterpret_cast<SwigPyObject *>(pointer.get())->next = by_value.release();
+    }
+    return pointer;
 }
 
 }  // namespace
@@ -391,6 +394,7 @@ void call_python(unsigned number, unsigned slot, void *const *values, void *resu
         call_function_of(callback, values, result);
     } else {
         write_failure(signature, result);
+        warn_of_dropped();
     }
     PyGILState_Release(state);
     leave();
@@ -425,14 +429,14 @@ void note_registration(Keeping keeping, PyObject *args)
     }
 }
 
-Caller::Caller() : outer_(innermost)
+Caller::Caller() : place_(&innermost), outer_(*place_)
 {
-    innermost = this;
+    *place_ = this;
 }
 
 Caller::~Caller()
 {
-    innermost = outer_;
+    *place_ = outer_;
     Py_XDECREF(type_);
     Py_XDECREF(value_);
     Py_XDECREF(traceback_);

@@ -4,7 +4,8 @@
 // is marked afterwards, so that using it raises TypeError. None as a result is 0.
 //
 // A callback that was registered through checked() lives until it is unregistered the same way; any other as
-// long as its object.
+// long as its object. (Nothing can be known of a bare call of the binding.) Where the SDK goes on calling one that
+// is gone, it gets a failure, and Python a RuntimeWarning.
 //
 // An exception makes the result negative, where it is a status, which stops traversals. It comes out of the
 // checked() that the thread is in; where there is none, it is printed.
@@ -47,6 +48,7 @@ public:
     static Caller *current();
 
 private:
+    Caller **place_;  ///< of this thread's innermost, which takes a search to find
     Caller *outer_;
     PyObject *type_ = nullptr, *value_ = nullptr, *traceback_ = nullptr;
 };

@@ -322,9 +322,10 @@ NewReference call_with_outputs(const CFunction &described, PyObject *all)
 NewReference call_without_outputs(PyObject *function, const CFunction *described, PyObject *all)
 {
     Owned result;
-    if (described && callback_count == 0 && Py_REFCNT(all) == 1) {
+    if (described && Py_REFCNT(all) == 1) {
         MovedUp args(all);
-        result = Owned::steal(call_builtin(function, all));
+        result =
+            callback_count == 0 ? Owned::steal(call_builtin(function, all)) : call(function, described, all);
     } else {
         Owned args = without_first(all);
         result = args ? call(function, described, args.get()) : Owned();

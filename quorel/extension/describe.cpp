@@ -1,9 +1,6 @@
 #include "describe.h"
 
-#include "module/pointer_object.h"
-#include "values.h"
-
-#include <cstring>
+#include "lookup.h"
 
 namespace quorel {
 
@@ -62,32 +59,6 @@ NewReference describe_parameters(PyObject *, PyObject *function)
         PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i), row);
     }
     return list.release();
-}
-
-NewReference copy_record(PyObject *, PyObject *record)
-{
-    const char *name = Py_TYPE(record)->tp_name;
-    const CType *type = find_type_spelt(name, std::strlen(name));
-    PyObject *made_by = type ? class_of(type->pointer) : nullptr;
-    if (!made_by || type->kind != Kind::record) {
-        PyErr_Format(PyExc_TypeError, "copy() takes a record of the SDK, not %.100s", name);
-        return nullptr;
-    }
-    HeldPointer from = {}, to = {};
-    if (convert_pointer(record, types[type->pointer], &from) != Status::ok || !from) {
-        PyErr_Format(PyExc_ValueError, "this %.100s has no content any more", name);
-        return nullptr;
-    }
-    Owned copied = Owned::steal(PyObject_CallObject(made_by, nullptr));
-    if (!copied) {
-        return nullptr;
-    }
-    if (convert_pointer(copied.get(), types[type->pointer], &to) != Status::ok || !to) {
-        raise_wrong_value(*type, copied.get());
-        return nullptr;
-    }
-    std::memcpy(to.address, from.address, type->size);
-    return copied.release();
 }
 
 }  // namespace quorel

@@ -8,7 +8,4 @@ namespace quorel {
 /// parameters(function)
 NewReference describe_parameters(PyObject *module, PyObject *function);
 
-/// copy(record)
-NewReference copy_record(PyObject *module, PyObject *record);
-
 }  // namespace quorel

@@ -4,11 +4,14 @@
 #include "array.h"
 #include "callback.h"
 #include "checked.h"
+#include "chip_names.h"
 #include "describe.h"
+#include "loan.h"
 #include "lookup.h"
 #include "module/pointer_object.h"
 #include "names.h"
 #include "output.h"
+#include "records.h"
 
 namespace quorel {
 
@@ -57,9 +60,9 @@ Types and errors are those of array().)";
 constexpr char callback_doc[] = R"(callback(type, function): a Python function as a C function pointer.
 
 type: the C type of the pointer, or a function of the SDK that takes one. The arguments arrive as results of
-functions do; records and pointers are good until the function returns. None as a result is 0. Keep the object
-for as long as the SDK may call; a callback registered through checked() is kept until it is unregistered the
-same way.
+functions do; records and pointers, and what is read out of them, are good until the function returns. None as a
+result is 0. A callback registered through checked() is kept until it is unregistered the same way. After a bare
+call, keep the object for as long as the SDK may call: of one that is gone a RuntimeWarning tells.
 Raises TypeError for what is no callback, RuntimeError when 32 of the type exist.)";
 
 constexpr char constants_doc[] =
@@ -70,6 +73,55 @@ constexpr char constants_doc[] =
 
 group: how their names begin, or the name of an enumeration ('bcm_error_t'). Raises ValueError where there are
 none.)";
+
+constexpr char as_dict_doc[] = R"(as_dict(record): all its members as plain values, by name.
+
+>>> address = q.bcm_l2_addr_t(mac='02:00:5e:10:00:01', port=3, block_bitmap=[1, 7])
+>>> values = as_dict(address)
+>>> values['mac'], values['port'], values['block_bitmap']
+('02:00:5e:10:00:01', 3, [1, 7])
+>>> import json
+>>> str(update(q.bcm_l2_addr_t(), json.loads(json.dumps(values)))) == str(address)
+True
+
+Numbers are ints or longs, and so are bitmaps that Python does not look into; MAC addresses are text, port
+bitmaps and arrays lists, records dicts, `char *` is text or None, and other pointers are addresses or None. So
+the dict can be compared, pickled, and written as JSON. Raises TypeError for what is no record of the SDK,
+ValueError for one whose memory is gone.)";
+
+constexpr char copy_doc[] = R"(copy(record): a record of its own with the same content.
+
+>>> twin = copy(q.bcm_l2_addr_t(port=3))
+>>> twin.port, twin.thisown
+(3, True)
+
+Types and errors are those of as_dict().)";
+
+constexpr char fields_doc[] = R"(fields(record): a list of (name, value), in the order of their declaration.
+
+>>> fields(q.bcm_stat_group_mode_id_config_t(flags=5))[:2]
+[('flags', 5), ('total_counters', 0)]
+
+Values are as in as_dict(), but records and arrays are those of the record itself, whose memory they keep, and
+pointers are pointer objects. Errors are those of as_dict().)";
+
+constexpr char members_doc[] =
+    R"(members(record or class or name): what a record has, a list of (name, C type).
+
+>>> members(q.bcm_l2_addr_t)[2:4]
+[('mac', 'bcm_mac_t'), ('vid', 'bcm_vlan_t')]
+
+Raises TypeError or ValueError for what is no record of the SDK.)";
+
+constexpr char update_doc[] = R"(update(record, values=None, **members): sets members, all or none.
+
+>>> print update(q.bcm_l2_addr_t(), {'vid': 7}, port=3)
+bcm_l2_addr_t(vid=7, port=3)
+
+values: a dict such as as_dict() gives, with any of the members. A record may be given as a dict with some of its
+own members, an array as any sequence of its size, text as unicode; a pointer is a pointer object or None. The
+constructor of a record takes the same as keywords. Returns the record. Raises AttributeError for what is no
+member, and TypeError, ValueError or OverflowError for a value that it cannot have.)";
 
 constexpr char parameters_doc[] = R"(parameters(function): what a function of the SDK takes.
 
@@ -87,7 +139,16 @@ PyMethodDef functions[] = {
     {"cell", new_cell, METH_VARARGS, cell_doc},
     {"callback", new_callback, METH_VARARGS, callback_doc},
     {"constants", list_constants, METH_O, constants_doc},
-    {"copy", copy_record, METH_O, "copy(record): a record of its own with the same content."},
+    {"as_dict", as_dict, METH_O, as_dict_doc},
+    {"copy", copy_record, METH_O, copy_doc},
+    {"fields", list_fields, METH_O, fields_doc},
+    {"members", list_members, METH_O, members_doc},
+    {"update", reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(update)),
+     METH_VARARGS | METH_KEYWORDS, update_doc},
+    {"_chip_names", list_chip_names, METH_NOARGS,
+     "The chip's registers, memories and fields: a dict for each sort, from name to number."},
+    {"_set_fields", list_set_fields, METH_O,
+     "For str(): (name, value, whether it is a pointer) of the members that are not zero."},
     {"parameters", describe_parameters, METH_O, parameters_doc},
     {"_close_callbacks", close_callbacks, METH_NOARGS, "Ends all callbacks; for the end of the interpreter."},
     {nullptr, nullptr, 0, nullptr},
@@ -96,7 +157,7 @@ PyMethodDef functions[] = {
 void initialise()
 {
     if (!initialise_pointer_object_type() || !initialise_memory_type() || !initialise_array_type()
-        || !initialise_out_type() || !initialise_callback_type()) {
+        || !initialise_out_type() || !initialise_callback_type() || !initialise_loan_type()) {
         return;
     }
     initialise_type_table();

@@ -28,7 +28,7 @@ enum class Kind : uint8_t {
     character,    ///< a str of one character; an array of them is text
     mac_address,  ///< text
     port_list,    ///< a list of ports
-    record,       ///< an instance of the record's class
+    record,       ///< an instance of the record's class, or a pointer object where it has none
     pointer,      ///< as functions' results are; `target` says to what
     callback,     ///< a pointer to a function; `target` is the signature
     array,        ///< `target` is the element's type

@@ -1,7 +1,9 @@
 #include "lookup.h"
 
-#include "module/pointer_object.h"
+#include "loan.h"
+#include "module/refinements.h"
 #include "name_hash.h"
+#include "records.h"
 
 #include <cstring>
 
@@ -10,9 +12,24 @@ namespace quorel {
 namespace {
 
 constexpr char binding_name[] = "_QuorelApiNew";
+constexpr char proxy_name[] = "_QuorelApiNew._Proxy";
 
 // The binding's table: a function that belongs to the runtime, then the methods in the generator's order.
 PyMethodDef *methods;
+
+const PyTypeObject *binding_pointer_object;
+
+bool keep_whole(PyObject *whole, PyObject *part)
+{
+    return keep_alive(part, whole);
+}
+
+void refine(Refinements &refinements)
+{
+    binding_pointer_object = refinements.pointer_object;
+    refinements.set_members = set_members;
+    refinements.read_out = keep_whole;
+}
 
 }  // namespace
 
@@ -24,11 +41,15 @@ bool initialise_lookup()
     }
     PyObject *functions = PyModule_GetDict(binding.get());
     PyObject *first = PyDict_GetItemString(functions, "SWIG_PyInstanceMethod_New");
-    if (!first || !PyCFunction_Check(first)) {
+    PyObject *proxy = PyDict_GetItemString(functions, "_Proxy");
+    bool fits = first && PyCFunction_Check(first) && proxy && PyType_Check(proxy)
+                && std::strcmp(reinterpret_cast<PyTypeObject *>(proxy)->tp_name, proxy_name) == 0;
+    if (!fits) {
         PyErr_Format(PyExc_ImportError, "%s is not the one that this extension was built with", binding_name);
         return false;
     }
     methods = reinterpret_cast<PyCFunctionObject *>(first)->m_ml + 1;
+    refine(reinterpret_cast<ProxyType *>(proxy)->refinements);
     return true;
 }
 
@@ -107,11 +128,8 @@ Owned parameter_name(PyObject *function, size_t place)
 
 NewReference new_pointer(void *pointer, uint16_t descriptor, PyObject *keeper)
 {
-    PyObject *made = new_pointer_object(pointer, types[descriptor], Ownership::borrowed);
-    if (made) {
-        reinterpret_cast<SwigPyObject *>(made)->next = Owned::share(keeper).release();
-    }
-    return made;
+    Owned made = Owned::steal(new_pointer_object(pointer, types[descriptor], Ownership::borrowed));
+    return made && keep_alive(made.get(), keeper) ? made.release() : nullptr;
 }
 
 NewReference new_reference(void *pointer, uint16_t descriptor, PyObject *keeper)
@@ -128,6 +146,11 @@ PyObject *class_of(uint16_t descriptor)
     auto *data =
         descriptor == no_type ? nullptr : static_cast<SwigPyClientData *>(types[descriptor]->clientdata);
     return data ? data->klass : nullptr;
+}
+
+bool has_keeper(PyObject *object)
+{
+    return Py_TYPE(object) == &PointerObject_Type || Py_TYPE(object) == binding_pointer_object;
 }
 
 }  // namespace quorel

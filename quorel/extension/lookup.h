@@ -7,7 +7,7 @@
 
 namespace quorel {
 
-/// Finds the binding's method table. Returns false with an exception set
+/// Finds the binding's method table, and refines its records. Returns false with an exception set
 /// where the binding is not the one that this extension was built with.
 bool initialise_lookup();
 
@@ -37,8 +37,7 @@ inline const CParameter &parameter_of(const CFunction &function, size_t place)
 Owned function_name(PyObject *function);
 Owned parameter_name(PyObject *function, size_t place);
 
-/// A pointer object that owns nothing. `keeper` (borrowed, may be null), a pointer object of any kind, lives as
-/// long.
+/// A pointer object that owns nothing. `keeper` (borrowed, may be null) is what it points into: see loan.h.
 NewReference new_pointer(void *pointer, uint16_t descriptor, PyObject *keeper);
 
 /// The same as a result: None for null, and an instance of the class that is registered for the descriptor.
@@ -46,5 +45,8 @@ NewReference new_reference(void *pointer, uint16_t descriptor, PyObject *keeper)
 
 /// The class that is registered for a descriptor (borrowed), or null.
 PyObject *class_of(uint16_t descriptor);
+
+/// Whether the object is a PointerObject, of this extension or of the binding.
+bool has_keeper(PyObject *object);
 
 }  // namespace quorel

@@ -7,8 +7,6 @@ namespace quorel {
 
 namespace {
 
-swig_type_info memory_descriptor = {"_p_quorel_memory", "quorel memory *", nullptr, nullptr, nullptr, 0};
-
 void deallocate(PyObject *object)
 {
     auto *memory = reinterpret_cast<Memory *>(object);
@@ -17,23 +15,16 @@ void deallocate(PyObject *object)
     PyObject_Del(object);
 }
 
-NewReference represent(PyObject *object)
-{
-    return PyString_FromFormat("<memory of %zd bytes>", reinterpret_cast<Memory *>(object)->size);
-}
-
 }  // namespace
 
-// Other modules know a pointer object by this name.
-PyTypeObject Memory_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "SwigPyObject", sizeof(Memory)};
+PyTypeObject Memory_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "quorel.Memory", sizeof(Memory)};
 
 bool initialise_memory_type()
 {
     PyTypeObject &type = Memory_Type;
     type.tp_dealloc = deallocate;
-    type.tp_repr = represent;
     type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_doc = "Memory that lives as long as the pointer object that it hangs on.";
+    type.tp_doc = "Memory that lives as long as what points into it.";
     return PyType_Ready(&type) == 0;
 }
 
@@ -52,10 +43,6 @@ Memory *new_memory(Py_ssize_t count, Py_ssize_t element_size)
         std::free(data);
         return nullptr;
     }
-    memory->head.ptr = nullptr;
-    memory->head.ty = &memory_descriptor;
-    memory->head.own = 0;
-    memory->head.next = nullptr;
     memory->data = data;
     memory->size = count * element_size;
     memory->kept = nullptr;

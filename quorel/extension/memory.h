@@ -1,18 +1,15 @@
 // Memory that Python owns and C uses.
 //
-// It is a pointer object of SWIG's runtime that converts to nothing: so it can hang on the chain of any
-// pointer object, and lives as long as that. It also keeps the Python objects whose addresses are stored in
-// it.
+// It lives as long as the pointer objects and arrays that have it as their keeper. It also keeps the Python
+// objects whose addresses are stored in it.
 #pragma once
 
 #include "module/references.h"
-#include "module/swig_runtime.h"
 
 namespace quorel {
 
 struct Memory {
-    SwigPyObject head;
-    char *data;
+    PyObject_HEAD char *data;
     Py_ssize_t size;
     PyObject *kept;  ///< a list, or null
 };

@@ -190,8 +190,9 @@ NewReference Output::value(uint64_t most) const
         return PyString_FromString(address_);
     }
     if (count_ < 0) {
-        return type_->kind == Kind::opaque ? new_array_at(*type_, 1, address_, keeper_.get())
-                                           : read_value(*type_, address_, keeper_.get());
+        bool has_no_class = type_->kind == Kind::opaque || type_->kind == Kind::record;
+        return has_no_class ? new_array_at(*type_, 1, address_, keeper_.get())
+                            : read_value(*type_, address_, keeper_.get());
     }
     auto count = static_cast<uint64_t>(count_) < most ? count_ : static_cast<Py_ssize_t>(most);
     Owned list = Owned::steal(PyList_New(count));

@@ -1,6 +1,7 @@
 #include "values.h"
 
 #include "array.h"
+#include "loan.h"
 #include "module/convert.h"
 #include "typemaps/mac_address.h"
 #include "typemaps/port_list.h"
@@ -141,7 +142,7 @@ Status store_value(const CType &type, char *address, PyObject *value)
     return Status::type;
 }
 
-NewReference read_pointer(const CType &type, char *address)
+NewReference read_pointer(const CType &type, char *address, PyObject *loan)
 {
     void *pointer = load<void *>(address);
     if (pointer && type.kind == Kind::pointer && type.target != none
@@ -153,9 +154,10 @@ NewReference read_pointer(const CType &type, char *address)
         return PyLong_FromVoidPtr(pointer);
     }
     if (type.self == no_type && pointer) {
-        return new_pointer_object(pointer, untyped, Ownership::borrowed);
+        Owned made = Owned::steal(new_pointer_object(pointer, untyped, Ownership::borrowed));
+        return made && keep_alive(made.get(), loan) ? made.release() : nullptr;
     }
-    return new_reference(pointer, type.self, nullptr);
+    return new_reference(pointer, type.self, loan);
 }
 
 }  // namespace
@@ -197,7 +199,7 @@ NewReference read_value(const CType &type, char *address, PyObject *keeper)
         return new_reference(address, type.pointer, keeper);
     case Kind::pointer:
     case Kind::callback:
-        return read_pointer(type, address);
+        return read_pointer(type, address, loan_of(keeper));
     case Kind::array:
         return read_array(type, address, keeper);
     }

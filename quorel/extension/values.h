@@ -6,8 +6,7 @@
 namespace quorel {
 
 /// The value of that type at `address`, as functions' results look. Records and what Python does not look
-/// into are references to the memory, for which `keeper` (borrowed, may be null), a pointer object, stays
-/// alive.
+/// into are references to the memory, for which `keeper` (borrowed, may be null) stays alive: see loan.h.
 NewReference read_value(const CType &type, char *address, PyObject *keeper);
 
 /// Writes the value to `address`; what is not of the type raises TypeError or, where it does not fit,

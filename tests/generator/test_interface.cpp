@@ -90,6 +90,8 @@ TEST_F(InterfaceTest, EntriesFitWhatTheHeadersDeclare)
         "lamp.toml:4: 'LAMP_MIN' fits nothing that its headers declare\n"
         "lamp.toml:5: 'gone' fits nothing that its headers declare\n"
         "lamp.toml:6: 'lamp_off' departs from the pattern, but is not bound\n");
+    EXPECT_EQ(said("functions = [\"lamp_*\"]\nchip_fields = [\"LAMP_*f\"]\n"),
+              "lamp.toml:3: 'LAMP_*f' fits no enumerator\n");
     // Whoever has made hundreds of mistakes learns of the first.
     std::string missing;
     for (int i = 0; i < 100; ++i) {

@@ -1,0 +1,20 @@
+#include "refinements.h"
+
+#include "proxy_type.h"
+
+namespace quorel {
+
+NewReference wrap_part(const HeldPointer &whole, void *part, swig_type_info *type)
+{
+    if (!part) {
+        return new_none();
+    }
+    Owned bare = Owned::steal(new_pointer_object(part, type, Ownership::borrowed));
+    auto *read_out = Proxy_Type.refinements.read_out;
+    if (!bare || (read_out && !read_out(whole.holder.get(), bare.get()))) {
+        return nullptr;
+    }
+    return with_proxy(std::move(bare));
+}
+
+}  // namespace quorel

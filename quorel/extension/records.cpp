@@ -1,0 +1,692 @@
+#include "records.h"
+
+#include "array.h"
+#include "loan.h"
+#include "module/convert.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <new>
+
+namespace quorel {
+
+namespace {
+
+// A kind of record. Names of members are made into Python's when they are first needed.
+struct RecordKind {
+    const swig_type_info *pointer;
+    const CType *type;
+    PyObject **names;
+
+    const CRecord &record() const { return c_records[type->target]; }
+    const CMember *members() const { return c_members + record().members; }
+    size_t count() const { return record().member_count; }
+};
+
+// Sorted by descriptor.
+RecordKind *kinds;
+size_t kind_count;
+
+bool by_pointer(const RecordKind &left, const RecordKind &right)
+{
+    return std::less<const swig_type_info *>()(left.pointer, right.pointer);
+}
+
+bool prepare_kinds()
+{
+    if (kinds) {
+        return true;
+    }
+    size_t count = 0;
+    for (size_t i = 0; i < c_type_count; ++i) {
+        count += c_types[i].kind == Kind::record;
+    }
+    auto *made = new (std::nothrow) RecordKind[count];
+    if (!made) {
+        PyErr_NoMemory();
+        return false;
+    }
+    count = 0;
+    for (size_t i = 0; i < c_type_count; ++i) {
+        const CType &type = c_types[i];
+        if (type.kind == Kind::record && type.pointer != no_type) {
+            made[count++] = {types[type.pointer], &c_types[c_records[type.target].type], nullptr};
+        }
+    }
+    std::sort(made, made + count, by_pointer);
+    // Several spellings of one record have one descriptor.
+    auto same = [](const RecordKind &left, const RecordKind &right) { return left.pointer == right.pointer; };
+    kind_count = static_cast<size_t>(std::unique(made, made + count, same) - made);
+    kinds = made;
+    return true;
+}
+
+bool prepare_names(RecordKind &kind)
+{
+    if (kind.names) {
+        return true;
+    }
+    auto **names = new (std::nothrow) PyObject *[kind.count()]();
+    bool done = names;
+    for (size_t i = 0; done && i < kind.count(); ++i) {
+        names[i] = PyString_InternFromString(index_text + kind.members()[i].name);
+        done = names[i];
+    }
+    if (!done) {
+        for (size_t i = 0; names && i < kind.count(); ++i) {
+            Py_XDECREF(names[i]);
+        }
+        delete[] names;
+        PyErr_NoMemory();
+        return false;
+    }
+    kind.names = names;
+    return true;
+}
+
+// The kind of record that a pointer of this type leads to; null without an exception for another type.
+RecordKind *find_kind(const swig_type_info *pointer)
+{
+    static RecordKind *last;
+    if (last && last->pointer == pointer) {
+        return last;
+    }
+    if (!prepare_kinds()) {
+        return nullptr;
+    }
+    RecordKind wanted = {pointer, nullptr, nullptr};
+    RecordKind *found = std::lower_bound(kinds, kinds + kind_count, wanted, by_pointer);
+    bool is_found = found != kinds + kind_count && found->pointer == pointer;
+    if (!is_found || !prepare_names(*found)) {
+        return nullptr;
+    }
+    last = found;
+    return found;
+}
+
+RecordKind *kind_of(const CType &type)
+{
+    return find_kind(types[type.pointer]);
+}
+
+// A record that a script has given.
+struct Given {
+    RecordKind *kind = nullptr;
+    char *address = nullptr;
+    Owned holder;  ///< its pointer object
+
+    explicit operator bool() const { return kind != nullptr; }
+};
+
+// Without a record an exception is set.
+Given given_record(PyObject *object, const char *function)
+{
+    Given given;
+    SwigPyObject *likely = likely_pointer_object(object);
+    given.holder = likely ? Owned::share(reinterpret_cast<PyObject *>(likely)) : find_pointer_object(object);
+    auto *pointer = reinterpret_cast<SwigPyObject *>(given.holder.get());
+    RecordKind *kind = pointer ? find_kind(pointer->ty) : nullptr;
+    if (kind && pointer->ptr) {
+        given.kind = kind;
+        given.address = static_cast<char *>(pointer->ptr);
+    } else if (!PyErr_Occurred()) {
+        bool has_been = kind || (pointer && !pointer->ptr);
+        PyErr_Format(has_been ? PyExc_ValueError : PyExc_TypeError,
+                     has_been ? "%.100s(): this %.100s has no content any more"
+                              : "%.100s() takes a record of the SDK, not %.100s",
+                     function, Py_TYPE(object)->tp_name);
+    }
+    return given;
+}
+
+bool is_text(const CType &type)
+{
+    return type.kind == Kind::pointer && type.target != none && c_types[type.target].kind == Kind::character;
+}
+
+// --- plain values -------------------------------------------------------------------------------------------
+
+NewReference plain_record(RecordKind &kind, char *address);
+
+// Without what the conversion of results leaves out, and of ints.
+NewReference plain_ports(const char *address, size_t size)
+{
+    constexpr unsigned bits = 32;
+    Owned list = Owned::steal(PyList_New(0));
+    for (size_t offset = 0; list && offset + sizeof(uint32_t) <= size; offset += sizeof(uint32_t)) {
+        uint32_t word;
+        std::memcpy(&word, address + offset, sizeof word);
+        for (; word != 0; word &= word - 1) {
+            auto port = static_cast<long>(offset / sizeof word * bits) + __builtin_ctz(word);
+            Owned number = Owned::steal(PyInt_FromLong(port));
+            if (!number || PyList_Append(list.get(), number.get()) != 0) {
+                return nullptr;
+            }
+        }
+    }
+    return list.release();
+}
+
+NewReference plain_array(const CType &type, char *address);
+
+NewReference plain_value(const CType &type, char *address)
+{
+    switch (type.kind) {
+    case Kind::port_list:
+        return plain_ports(address, type.size);
+    case Kind::record: {
+        RecordKind *kind = kind_of(type);
+        return kind ? plain_record(*kind, address) : nullptr;
+    }
+    case Kind::array:
+        return plain_array(type, address);
+    case Kind::opaque:
+        return _PyLong_FromByteArray(reinterpret_cast<unsigned char *>(address), type.size, 1, 0);
+    case Kind::pointer:
+    case Kind::callback: {
+        void *pointer;
+        std::memcpy(&pointer, address, sizeof pointer);
+        return !pointer        ? new_none()
+               : is_text(type) ? PyString_FromString(static_cast<const char *>(pointer))
+                               : PyLong_FromVoidPtr(pointer);
+    }
+    default:
+        return read_value(type, address, nullptr);
+    }
+}
+
+NewReference plain_array(const CType &type, char *address)
+{
+    const CType *element = type.target == none ? nullptr : &c_types[type.target];
+    if (!element || element->kind == Kind::character || element->size == 0) {
+        return read_array(type, address, nullptr);
+    }
+    auto count = static_cast<Py_ssize_t>(type.size / element->size);
+    Owned list = Owned::steal(PyList_New(count));
+    for (Py_ssize_t i = 0; list && i < count; ++i) {
+        PyObject *value = plain_value(*element, address + i * static_cast<Py_ssize_t>(element->size));
+        if (!value) {
+            return nullptr;
+        }
+        PyList_SET_ITEM(list.get(), i, value);
+    }
+    return list.release();
+}
+
+// The kinds that most members are of need no call.
+inline NewReference usual_value(const CType &type, char *address)
+{
+    switch (type.kind) {
+    case Kind::int32: {
+        int32_t number;
+        std::memcpy(&number, address, sizeof number);
+        return PyInt_FromLong(number);
+    }
+    case Kind::uint32: {
+        uint32_t number;
+        std::memcpy(&number, address, sizeof number);
+        return from_uint32(number);
+    }
+    case Kind::uint16: {
+        uint16_t number;
+        std::memcpy(&number, address, sizeof number);
+        return PyInt_FromLong(number);
+    }
+    case Kind::uint8:
+        return PyInt_FromLong(static_cast<unsigned char>(*address));
+    default:
+        return plain_value(type, address);
+    }
+}
+
+NewReference plain_record(RecordKind &kind, char *address)
+{
+    if (Py_EnterRecursiveCall(" in a record")) {
+        return nullptr;
+    }
+    Owned values = Owned::steal(_PyDict_NewPresized(static_cast<Py_ssize_t>(kind.count())));
+    const CMember *member = kind.members();
+    for (size_t i = 0; values && i < kind.count(); ++i, ++member) {
+        Owned value = Owned::steal(usual_value(c_types[member->type], address + member->offset));
+        if (!value || PyDict_SetItem(values.get(), kind.names[i], value.get()) != 0) {
+            values = Owned();
+        }
+    }
+    Py_LeaveRecursiveCall();
+    return values.release();
+}
+
+// --- live values --------------------------------------------------------------------------------------------
+
+bool points_elsewhere(const CType &type)
+{
+    return (type.kind == Kind::pointer && !is_text(type)) || type.kind == Kind::callback;
+}
+
+bool is_array_of_values(const CType &type)
+{
+    return type.kind == Kind::array && type.target != none && c_types[type.target].size != 0
+           && c_types[type.target].kind != Kind::character;
+}
+
+bool is_zero(const char *bytes, size_t size)
+{
+    return std::all_of(bytes, bytes + size, [](char byte) { return byte == 0; });
+}
+
+// The elements of an array, with Ellipsis for those that are zero up to its end.
+NewReference list_used(const CType &type, char *address, PyObject *keeper)
+{
+    const CType &element = c_types[type.target];
+    auto size = static_cast<Py_ssize_t>(element.size);
+    auto count = static_cast<Py_ssize_t>(type.size) / size, used = count;
+    while (used > 0 && is_zero(address + (used - 1) * size, element.size)) {
+        --used;
+    }
+    Owned list = Owned::steal(PyList_New(0));
+    for (Py_ssize_t i = 0; list && i < used; ++i) {
+        Owned value =
+            Owned::steal(element.kind == Kind::record ? read_value(element, address + i * size, keeper)
+                                                      : plain_value(element, address + i * size));
+        if (!value || PyList_Append(list.get(), value.get()) != 0) {
+            return nullptr;
+        }
+    }
+    return list && (used == count || PyList_Append(list.get(), Py_Ellipsis) == 0) ? list.release() : nullptr;
+}
+
+// Rows of two; or, of members that are not zero, of three, with pointers as addresses and whether it is one.
+NewReference fields_of(PyObject *object, bool all)
+{
+    Given record = given_record(object, "fields");
+    Owned list = Owned::steal(record ? PyList_New(0) : nullptr);
+    for (size_t i = 0; list && i < record.kind->count(); ++i) {
+        const CMember &member = record.kind->members()[i];
+        const CType &type = c_types[member.type];
+        char *address = record.address + member.offset;
+        if (!all && is_zero(address, type.size)) {
+            continue;
+        }
+        bool is_pointer = points_elsewhere(type);
+        bool is_array = is_array_of_values(type);
+        bool as_it_is = type.kind == Kind::record || (all && (is_array || is_pointer));
+        Owned value = Owned::steal(as_it_is   ? read_value(type, address, record.holder.get())
+                                   : is_array ? list_used(type, address, record.holder.get())
+                                              : plain_value(type, address));
+        Py_ssize_t size = all ? 2 : 3;
+        Owned row = Owned::steal(
+            value ? PyTuple_Pack(size, record.kind->names[i], value.get(), is_pointer ? Py_True : Py_False)
+                  : nullptr);
+        if (!row || PyList_Append(list.get(), row.get()) != 0) {
+            return nullptr;
+        }
+    }
+    return list.release();
+}
+
+// --- writing ------------------------------------------------------------------------------------------------
+
+// Members of a record on their way: first all are converted into memory beside it, then they go in.
+class Changes {
+public:
+    // `address` is where the values are and go to. For functions the record is at `real_address`, in what `holder`
+    // (borrowed) points to. What they have to do is added to the list `later`.
+    Changes(RecordKind &kind, char *address, char *real_address, PyObject *holder, PyObject *later)
+        : kind_(kind), address_(address), real_address_(real_address), holder_(holder), later_(later)
+    {
+        Memory *values = new_memory(1, static_cast<Py_ssize_t>(kind.type->size));
+        values_ = Owned::steal(values ? as_object(values) : nullptr);
+        Memory *marks = values ? new_memory(1, static_cast<Py_ssize_t>(kind.count())) : nullptr;
+        marks_ = Owned::steal(marks ? as_object(marks) : nullptr);
+        if (marks) {
+            std::memcpy(values->data, address, kind.type->size);
+        }
+    }
+
+    // Converts them; false with an exception.
+    bool add(PyObject *members)
+    {
+        if (!later_ || !marks_) {
+            return false;
+        }
+        PyObject *name, *value;
+        for (Py_ssize_t i = 0; PyDict_Next(members, &i, &name, &value);) {
+            Owned kept_name = Owned::share(name), kept_value = Owned::share(value);
+            if (!add(kept_name.get(), kept_value.get())) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void apply()
+    {
+        for (size_t i = 0; i < kind_.count(); ++i) {
+            const CMember &member = kind_.members()[i];
+            if (data_of(marks_)[i]) {
+                std::memcpy(address_ + member.offset, data_of(values_) + member.offset,
+                            c_types[member.type].size);
+            }
+        }
+    }
+
+private:
+    static char *data_of(const Owned &memory) { return reinterpret_cast<Memory *>(memory.get())->data; }
+
+    bool add(PyObject *name, PyObject *value)
+    {
+        size_t place = place_of(name);
+        if (place == kind_.count()) {
+            if (!PyErr_Occurred()) {
+                PyErr_Format(PyExc_AttributeError, "'%.100s' has no member '%.200s'", name_of(*kind_.type),
+                             PyString_Check(name) ? PyString_AS_STRING(name) : "?");
+            }
+            return false;
+        }
+        const CMember &member = kind_.members()[place];
+        const CType &type = c_types[member.type];
+        if (is_left_to_module(type)) {
+            return leave_to_module(type, place, value) || say_member(place);
+        }
+        if (!write(type, data_of(values_) + member.offset, value)) {
+            return say_member(place);
+        }
+        data_of(marks_)[place] = 1;
+        return true;
+    }
+
+    // Of a member's name; the number of members without one of that name.
+    size_t place_of(PyObject *name)
+    {
+        PyObject **first = kind_.names, **last = first + kind_.count();
+        PyObject **found = std::find(first, last, name);
+        if (found == last) {
+            Owned text = Owned::steal(as_native(name));
+            found = std::find_if(first, last, [&](PyObject *member) {
+                return text && PyString_Check(text.get()) && _PyString_Eq(member, text.get());
+            });
+        }
+        return static_cast<size_t>(found - first);
+    }
+
+    // What the module does more with than storing an address: it keeps a copy of text, and takes the memory
+    // that goes behind a `void *` from its owner.
+    static bool is_left_to_module(const CType &type)
+    {
+        return is_text(type) || (type.kind == Kind::pointer && type.target == none);
+    }
+
+    bool leave_to_module(const CType &type, size_t place, PyObject *given)
+    {
+        Owned value = Owned::steal(as_native(given));
+        if (!value) {
+            return false;
+        }
+        if (is_text(type) && value.get() == Py_None) {
+            // It has no way to have none again.
+            return is_zero(data_of(values_) + kind_.members()[place].offset, type.size)
+                   || raise_wrong_value(type, value.get());
+        }
+        HeldPointer pointer = {};
+        swig_type_info *wanted = is_text(type) && type.self != no_type ? types[type.self] : nullptr;
+        bool fits = (is_text(type) && PyString_Check(value.get()))
+                    || convert_pointer(value.get(), wanted, &pointer) == Status::ok;
+        if (!fits) {
+            return raise_wrong_value(type, value.get());
+        }
+        Owned proxy = Owned::steal(new_reference(real_address_, kind_.type->pointer, holder_));
+        Owned item =
+            Owned::steal(proxy ? PyTuple_Pack(3, proxy.get(), kind_.names[place], value.get()) : nullptr);
+        return item && PyList_Append(later_, item.get()) == 0;
+    }
+
+    // "bcm_l2_addr_t.port: a value of type 'int' is wanted, not str"; returns false.
+    bool say_member(size_t place)
+    {
+        PyObject *type, *value, *traceback;
+        PyErr_Fetch(&type, &value, &traceback);
+        Owned text = Owned::steal(value ? PyObject_Str(value) : nullptr);
+        if (text) {
+            PyErr_Format(type, "%.100s.%.100s: %.300s", name_of(*kind_.type),
+                         PyString_AS_STRING(kind_.names[place]), PyString_AS_STRING(text.get()));
+            Py_XDECREF(type);
+            Py_XDECREF(value);
+            Py_XDECREF(traceback);
+        } else {
+            PyErr_Clear();
+            PyErr_Restore(type, value, traceback);
+        }
+        return false;
+    }
+
+    // Text of JSON is unicode.
+    static NewReference as_native(PyObject *value)
+    {
+        return PyUnicode_Check(value) ? PyUnicode_AsUTF8String(value) : Owned::share(value).release();
+    }
+
+    bool write(const CType &type, char *address, PyObject *given)
+    {
+        Owned value = Owned::steal(as_native(given));
+        if (!value) {
+            return false;
+        }
+        bool is_number = PyInt_Check(value.get()) || PyLong_Check(value.get());
+        if (type.kind == Kind::record && PyDict_Check(value.get())) {
+            return write_record(type, address, value.get());
+        }
+        if (type.kind == Kind::array) {
+            return write_elements(type, address, value.get());
+        }
+        if (type.kind == Kind::port_list) {
+            return write_ports(type, address, value.get());
+        }
+        if (type.kind == Kind::opaque && is_number) {
+            return write_bits(type, address, value.get());
+        }
+        return write_value(type, address, value.get());
+    }
+
+    bool write_record(const CType &type, char *address, PyObject *members)
+    {
+        RecordKind *kind = kind_of(type);
+        if (!kind || Py_EnterRecursiveCall(" in a record")) {
+            return false;
+        }
+        Changes inner(*kind, address, real_address_ + (address - data_of(values_)), holder_, later_);
+        bool done = inner.add(members);
+        if (done) {
+            inner.apply();
+        }
+        Py_LeaveRecursiveCall();
+        return done;
+    }
+
+    // Elements one by one where they can be given as something that the array itself does not take.
+    bool write_elements(const CType &type, char *address, PyObject *value)
+    {
+        const CType *element = type.target == none ? nullptr : &c_types[type.target];
+        bool one_by_one = element && element->size != 0 && (PyList_Check(value) || PyTuple_Check(value));
+        if (!one_by_one) {
+            return write_array(type, address, value);
+        }
+        Owned items = Owned::steal(PySequence_Tuple(value));
+        auto count = static_cast<Py_ssize_t>(type.size / element->size);
+        if (!items) {
+            return false;
+        }
+        if (PyTuple_GET_SIZE(items.get()) != count) {
+            PyErr_Format(PyExc_ValueError, "%zd values are wanted, not %zd", count,
+                         PyTuple_GET_SIZE(items.get()));
+            return false;
+        }
+        for (Py_ssize_t i = 0; i < count; ++i) {
+            if (!write(*element, address + i * static_cast<Py_ssize_t>(element->size),
+                       PyTuple_GET_ITEM(items.get(), i))) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // Ports may be longs here, as reading a member gives them.
+    static bool write_ports(const CType &type, char *address, PyObject *value)
+    {
+        Owned ports =
+            Owned::steal(PyList_Check(value) ? PySequence_List(value) : Owned::share(value).release());
+        for (Py_ssize_t i = 0; ports && PyList_Check(ports.get()) && i < PyList_GET_SIZE(ports.get()); ++i) {
+            PyObject *port = PyList_GET_ITEM(ports.get(), i);
+            if (PyLong_Check(port)) {
+                PyObject *number = PyNumber_Int(port);
+                if (!number) {
+                    return false;
+                }
+                PyList_SetItem(ports.get(), i, number);
+            }
+        }
+        return ports && write_value(type, address, ports.get());
+    }
+
+    static bool write_bits(const CType &type, char *address, PyObject *value)
+    {
+        Owned number = Owned::steal(PyNumber_Long(value));
+        if (number && _PyLong_Sign(number.get()) < 0) {
+            PyErr_Format(PyExc_OverflowError, "a number below 0 does not fit in '%.200s'", name_of(type));
+            return false;
+        }
+        return number
+               && _PyLong_AsByteArray(reinterpret_cast<PyLongObject *>(number.get()),
+                                      reinterpret_cast<unsigned char *>(address), type.size, 1, 0)
+                      == 0;
+    }
+
+    RecordKind &kind_;
+    char *address_, *real_address_;
+    PyObject *holder_, *later_;
+    Owned values_, marks_;  ///< the record as it will be; a byte for each member, whether it changes
+};
+
+bool change(PyObject *object, PyObject *values, PyObject *more, const char *function)
+{
+    Given record = given_record(object, function);
+    if (!record) {
+        return false;
+    }
+    // (proxy, member, value) of what is left to the module.
+    Owned later = Owned::steal(PyList_New(0));
+    Changes changes(*record.kind, record.address, record.address, record.holder.get(), later.get());
+    if ((values && !changes.add(values)) || (more && !changes.add(more))) {
+        return false;
+    }
+    for (Py_ssize_t i = 0; later && i < PyList_GET_SIZE(later.get()); ++i) {
+        PyObject *item = PyList_GET_ITEM(later.get(), i);
+        if (PyObject_SetAttr(PyTuple_GET_ITEM(item, 0), PyTuple_GET_ITEM(item, 1), PyTuple_GET_ITEM(item, 2))
+            != 0) {
+            return false;
+        }
+    }
+    changes.apply();
+    return static_cast<bool>(later);
+}
+
+}  // namespace
+
+NewReference list_members(PyObject *, PyObject *of)
+{
+    const CType *type = nullptr;
+    Given record;
+    if (PyString_Check(of) || PyType_Check(of)) {
+        type = find_type_named(of);
+    } else if ((record = given_record(of, "members"))) {
+        type = record.kind->type;
+    }
+    if (!type) {
+        return nullptr;
+    }
+    RecordKind *kind = type->kind == Kind::record && type->pointer != no_type ? kind_of(*type) : nullptr;
+    if (!kind) {
+        if (!PyErr_Occurred()) {
+            PyErr_Format(PyExc_TypeError, "'%.200s' is no record", name_of(*type));
+        }
+        return nullptr;
+    }
+    Owned list = Owned::steal(PyList_New(static_cast<Py_ssize_t>(kind->count())));
+    for (size_t i = 0; list && i < kind->count(); ++i) {
+        const char *member_type = name_of(c_types[kind->members()[i].type]);
+        PyObject *row = Py_BuildValue("Os", kind->names[i], member_type);
+        if (!row) {
+            return nullptr;
+        }
+        PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(i), row);
+    }
+    return list.release();
+}
+
+NewReference list_fields(PyObject *, PyObject *record)
+{
+    return fields_of(record, true);
+}
+
+NewReference list_set_fields(PyObject *, PyObject *record)
+{
+    return fields_of(record, false);
+}
+
+NewReference as_dict(PyObject *, PyObject *object)
+{
+    Given record = given_record(object, "as_dict");
+    return record ? plain_record(*record.kind, record.address) : nullptr;
+}
+
+NewReference update(PyObject *, PyObject *args, PyObject *keywords)
+{
+    PyObject *record, *values = Py_None;
+    if (!PyArg_UnpackTuple(args, "update", 1, 2, &record, &values)) {
+        return nullptr;
+    }
+    if (values != Py_None && !PyDict_Check(values)) {
+        PyErr_Format(PyExc_TypeError, "update() takes a dict, not %.100s", Py_TYPE(values)->tp_name);
+        return nullptr;
+    }
+    bool done = change(record, values == Py_None ? nullptr : values, keywords, "update");
+    return done ? Owned::share(record).release() : nullptr;
+}
+
+bool set_members(PyObject *record, PyObject *keywords)
+{
+    Owned pointer = find_pointer_object(record);
+    bool is_record = pointer && find_kind(reinterpret_cast<SwigPyObject *>(pointer.get())->ty);
+    if (!is_record) {
+        if (!PyErr_Occurred()) {
+            PyErr_Format(PyExc_TypeError, "%.100s() takes no keyword arguments", Py_TYPE(record)->tp_name);
+        }
+        return false;
+    }
+    return change(record, keywords, nullptr, Py_TYPE(record)->tp_name);
+}
+
+NewReference copy_record(PyObject *, PyObject *object)
+{
+    Given record = given_record(object, "copy");
+    if (!record) {
+        return nullptr;
+    }
+    PyObject *made_by = class_of(record.kind->type->pointer);
+    if (!made_by) {
+        PyErr_Format(PyExc_TypeError, "copy(): '%.200s' has no class", name_of(*record.kind->type));
+        return nullptr;
+    }
+    Owned copied = Owned::steal(PyObject_CallObject(made_by, nullptr));
+    if (!copied) {
+        return nullptr;
+    }
+    Given copy = given_record(copied.get(), "copy");
+    if (!copy) {
+        return nullptr;
+    }
+    std::memcpy(copy.address, record.address, record.kind->type->size);
+    return copied.release();
+}
+
+}  // namespace quorel
