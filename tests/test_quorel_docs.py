@@ -31,7 +31,7 @@ class Examples(simulator.SwitchTest):
 
     def test_docstrings(self):
         names = dict((name, getattr(quorel, name)) for name in quorel.__all__)
-        runner = doctest.DocTestRunner(verbose=False)
+        runner = doctest.DocTestRunner(verbose=False, optionflags=doctest.ELLIPSIS)
         for name, text in documented():
             test = doctest.DocTestParser().get_doctest(text, dict(names, q=q), name, name, 0)
             runner.run(test, out=sys.stderr.write)

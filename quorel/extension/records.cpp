@@ -460,10 +460,10 @@ private:
         return false;
     }
 
-    // Text of JSON is unicode.
+    // Text of JSON is unicode. The codec serves Pythons of either size of unicode.
     static NewReference as_native(PyObject *value)
     {
-        return PyUnicode_Check(value) ? PyUnicode_AsUTF8String(value) : Owned::share(value).release();
+        return PyUnicode_Check(value) ? PyCodec_Encode(value, "utf-8", nullptr) : Owned::share(value).release();
     }
 
     bool write(const CType &type, char *address, PyObject *given)
