@@ -57,13 +57,17 @@ def _indented(lines, width):
 
 def instructions(program):
     """Instructions of a whole Python process that runs the source text."""
-    command = ['valgrind', '--tool=callgrind', '--callgrind-out-file=/dev/null', '--vgdb=no', PYTHON]
-    process = subprocess.Popen(command + PYTHON_FLAGS + ['-c', program], stdout=subprocess.PIPE,
-                               stderr=subprocess.PIPE, env=_environment())
+    return process_instructions([PYTHON] + PYTHON_FLAGS + ['-c', program])
+
+
+def process_instructions(arguments):
+    """Instructions of a whole process."""
+    command = ['valgrind', '--tool=callgrind', '--callgrind-out-file=/dev/null', '--vgdb=no'] + arguments
+    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=_environment())
     _, log = process.communicate()
     collected = re.search(r'Collected : (\d+)', log)
     if process.returncode != 0 or not collected:
-        raise RuntimeError('this program failed:\n%s\n%s' % (program, log))
+        raise RuntimeError('this program failed:\n%s\n%s' % (' '.join(arguments), log))
     return int(collected.group(1))
 
 

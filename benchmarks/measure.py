@@ -31,7 +31,8 @@ Instructions are those of one pass, counted by callgrind, without the loop aroun
 the SDK's own work, for conversions without the call, for the import without loading the SDK. SWIG's module was
 made from the same headers, with the same compiler flags. The floor is the least that Python 2.7 allows for
 such a call, the obvious code what one writes first. Calls through quorel and those that they are compared with
-both have the SDK's own work in them."""
+both have the SDK's own work in them. Packets pass the simulated switch in a C++ program, from sim_packet_arrive to the
+call of the watcher; there the limit is what they may take."""
 
 
 class Row(object):
@@ -199,6 +200,21 @@ def import_memory(subject):
     return sorted(int(subprocess.check_output(command)) for _ in range(7))[3]
 
 
+def packet_rows():
+    def per_packet(scenario, copies):
+        program = subjects.packets()
+        few, many = [callgrind.process_instructions([program, scenario, str(count)]) for count in (FEW, MANY)]
+        return (many - few) / float(MANY - FEW) / copies
+
+    def row(name, limit, scenario, copies=1):
+        return Row(name, 'limit', 1.00, lambda: per_packet(scenario, copies), lambda: limit)
+
+    return [
+        row('packet to a known address', 800, 'unicast'),
+        row('flooded packet, per copy', 150, 'flood', 63),
+    ]
+
+
 class Counter(object):
     """Instructions per pass, each program counted once however many rows use it; several at a time."""
 
@@ -247,7 +263,7 @@ def table_line(row, figures):
 def chosen_rows(option):
     if option == '--quick':
         return call_rows()
-    rows = call_rows() + conversion_rows() + quorel_rows() + whole_rows()
+    rows = call_rows() + conversion_rows() + quorel_rows() + packet_rows() + whole_rows()
     text = option[len('--rows='):]
     return [row for row in rows if text in row.name]
 

@@ -66,6 +66,15 @@ def floor_and_obvious():
         extension(os.path.join(TOP, 'benchmarks', name + '.c'), name)
 
 
+def packets():
+    """Links the program that sends packets with the simulated switch alone; returns its path."""
+    program = os.path.join(BUILT, 'packets')
+    run(['g++', '-std=c++17', '-O2', '-DNDEBUG', '-I' + SDK_INCLUDE, os.path.join(TOP, 'benchmarks', 'packets.cpp'),
+         '-o', program, '-Wl,--whole-archive', os.path.join(RELEASE, 'libsimulated_switch.a'),
+         '-Wl,--no-whole-archive', '-pthread'])
+    return program
+
+
 def swig():
     """Makes swig_sdk.py and _swig_sdk.so; returns the processor seconds of generating and compiling."""
     interface = os.path.join(BUILT, 'swig_sdk.i')

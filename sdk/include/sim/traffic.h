@@ -1,6 +1,6 @@
 /*
- * Events that reach a real switch from outside: packets and the passing of time. The simulator has no
- * thread and no clock; nothing happens between calls. Not part of the SDK proper.
+ * Packets that reach a switch from outside, and those that leave it. The simulator has no thread: nothing
+ * happens between calls. The passing of time is in sim/clock.h. Not part of the SDK proper.
  */
 #ifndef SIM_TRAFFIC_H
 #define SIM_TRAFFIC_H
@@ -14,7 +14,8 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /*
- * One sweep of the ageing timer: every dynamic address that no packet came from since the sweep before
+ * One sweep of the ageing timer, which the clock makes each time that bcm_l2_age_timer_set's seconds have passed:
+ * every dynamic address that no packet came from since the sweep before
  * (or since it was entered) is removed. Returns the number removed, 0 while ageing is off (timer 0) or the
  * table is frozen, or an error.
  */
@@ -50,7 +51,10 @@ int sim_l2_age_step(int unit);
  *   BCM_E_NONE       it has arrived, whatever became of it
  *   BCM_E_DISABLED   the port is disabled or has no link: nothing arrives, nothing counts
  *   BCM_E_PARAM      frame null, or length out of range
+ *   BCM_E_RESOURCE   it, or what it brought about, went over more cables than sim_storm_limit_set allows: what was
+ *                    still on its way then is lost
  *   BCM_E_UNIT, BCM_E_PORT (the CPU's too), BCM_E_INIT
+ * What leaves a port whose cable leads to a port (sim_cable_join) arrives there, after what has arrived before.
  */
 int sim_packet_arrive(int unit, bcm_port_t port, const unsigned char *frame, int length);
 
@@ -63,6 +67,21 @@ typedef void (*sim_packet_watcher_t)(int unit, bcm_port_t port, const unsigned c
 
 /* From now on it is this one, or none (null). */
 void sim_packet_watch(sim_packet_watcher_t watcher, void *datum);
+
+/*
+ * The same as sim_packet_arrive; what leaves because of it, over cables too, is also given to the collector, which
+ * may be null, before the watcher.
+ */
+int sim_packet_send(int unit, bcm_port_t port, const unsigned char *frame, int length,
+                    sim_packet_watcher_t collector, void *datum);
+
+/*
+ * How many times what one arrival brings about may go over a cable between ports, 1000 at first: loops that no
+ * spanning tree cuts end there. BCM_E_PARAM below 0. sim_storm_count: how many arrivals ended so.
+ */
+int sim_storm_limit_set(int crossings);
+int sim_storm_limit_get(void);
+int sim_storm_count(void);
 
 /*
  * A minimum-size packet arrives at the port from the source address mac, and goes no further. vid is the VLAN

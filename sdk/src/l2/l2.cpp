@@ -3,6 +3,8 @@
 #include "l2_flags.h"
 #include "vlan.h"
 
+#include <sim/traffic.h>
+
 namespace sim {
 
 void L2LearnCounts::add(const bcm_l2_addr_t &address, int change)
@@ -26,6 +28,21 @@ int L2LearnCounts::of(uint32 selector, int id) const
     return found != counts_.end() ? found->second : 0;
 }
 
+L2State::L2State(Switch &sw) : ageing_([unit = sw.unit] { sim_l2_age_step(unit); })
+{
+    age_every(age_seconds_default);
+}
+
+void L2State::age_every(int seconds)
+{
+    settings.age_seconds = seconds;
+    if (seconds > 0) {
+        ageing_.repeat(static_cast<Time>(seconds) * nanoseconds_per_second);
+    } else {
+        ageing_.stop();
+    }
+}
+
 void L2State::clear()
 {
     addresses.clear();
@@ -43,6 +60,7 @@ void L2State::retire()
 {
     clear();
     settings.subscribers.clear();
+    ageing_.stop();
 }
 
 int l2_check(const Switch &sw, bcm_l2_addr_t *address)

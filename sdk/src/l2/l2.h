@@ -4,6 +4,7 @@
 /// addresses.
 #pragma once
 
+#include "clock.h"
 #include "handler_list.h"
 #include "keyed_table.h"
 #include "l2_destination.h"
@@ -56,6 +57,11 @@ using L2Counters = std::array<uint64, bcmL2StatCount>;
 struct L2State : RoomState {
     static constexpr Room room = Room::l2;
 
+    explicit L2State(Switch &sw);
+
+    /// Sweeps from now on whenever so many seconds have passed; 0: never.
+    void age_every(int seconds);
+
     bool initialised = true;
     L2Settings settings;
 
@@ -77,6 +83,9 @@ struct L2State : RoomState {
     void clear();
 
     void retire() override;
+
+private:
+    Timer ageing_;
 };
 
 inline L2State &l2_of(Switch &sw)
@@ -99,9 +108,10 @@ void l2_remove(Switch &sw, std::size_t position, int operation);
 
 /// What became of a packet's source address.
 struct L2Arrival {
-    int status;         // as of sim_l2_learn
-    bool was_in_place;  // its entry said so already; else those who are told of addresses may have done anything
-    uint32 flags;       // of the entry that was in place
+    int status;  // as of sim_l2_learn
+    bool
+        was_in_place;  // its entry said so already; else those who are told of addresses may have done anything
+    uint32 flags;      // of the entry that was in place
 };
 
 /// A packet of that length arrives at the port: notes, learns or moves its source address, and counts for it.
@@ -111,8 +121,7 @@ L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t v
 inline int l2_destination(const L2Table &addresses, std::size_t position, Destination *to)
 {
     // Most lead to a port, and need no record for that.
-    constexpr uint32 elsewhere =
-        BCM_L2_DISCARD_DST | BCM_L2_MCAST | BCM_L2_TRUNK_MEMBER | BCM_L2_LOCAL_CPU;
+    constexpr uint32 elsewhere = BCM_L2_DISCARD_DST | BCM_L2_MCAST | BCM_L2_TRUNK_MEMBER | BCM_L2_LOCAL_CPU;
     const L2Table::Place place = addresses.place(position);
     if (!(addresses.flags(position) & elsewhere) && place.modid == own_module
         && static_cast<unsigned>(place.port) <= port_max) {

@@ -16,7 +16,7 @@ int sim_bcm_l2_age_timer_set(int unit, int age_seconds)
         if (age_seconds < 0) {
             return BCM_E_PARAM;
         }
-        l2.settings.age_seconds = age_seconds;
+        l2.age_every(age_seconds);
         write_ageing_registers(unit, age_seconds);
         return BCM_E_NONE;
     });

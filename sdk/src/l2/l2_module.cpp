@@ -12,6 +12,7 @@ void reset(L2State &l2)
 {
     l2.clear();
     l2.settings = {};
+    l2.age_every(age_seconds_default);
 }
 
 }  // namespace

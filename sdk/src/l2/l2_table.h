@@ -16,9 +16,11 @@ using L2Key = std::uint64_t;
 
 inline L2Key l2_key(const unsigned char *mac, bcm_vlan_t vid)
 {
-    const std::uint32_t high = static_cast<std::uint32_t>(mac[0]) << 24 | static_cast<std::uint32_t>(mac[1]) << 16
+    const std::uint32_t high = static_cast<std::uint32_t>(mac[0]) << 24
+                               | static_cast<std::uint32_t>(mac[1]) << 16
                                | static_cast<std::uint32_t>(mac[2]) << 8 | mac[3];
-    const std::uint32_t low = static_cast<std::uint32_t>(mac[4]) << 24 | static_cast<std::uint32_t>(mac[5]) << 16;
+    const std::uint32_t low =
+        static_cast<std::uint32_t>(mac[4]) << 24 | static_cast<std::uint32_t>(mac[5]) << 16;
     return static_cast<L2Key>(high) << 32 | low | vid;
 }
 void split_l2_key(L2Key key, unsigned char *mac, bcm_vlan_t *vid);

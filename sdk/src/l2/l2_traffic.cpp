@@ -115,8 +115,8 @@ L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t v
     const L2Key key = l2_key(mac, vid);
     const std::size_t position = addresses.find(key);
     Destination at;
-    const bool in_place = position != L2Table::none
-                          && l2_destination(addresses, position, &at) == BCM_E_NONE && at == place;
+    const bool in_place =
+        position != L2Table::none && l2_destination(addresses, position, &at) == BCM_E_NONE && at == place;
     int status = BCM_E_NONE;
     if (in_place) {
         addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
@@ -148,6 +148,6 @@ extern "C" int sim_l2_learn(int unit, bcm_port_t port, const unsigned char *mac,
             return BCM_E_NOT_FOUND;
         }
         return sw.of<PortState>().enabled.has(arrival) ? l2_arrive(sw, arrival, mac, vlan, frame_min).status
-                           : static_cast<int>(BCM_E_DISABLED);
+                                                       : static_cast<int>(BCM_E_DISABLED);
     });
 }

@@ -54,7 +54,17 @@ public:
     FrameBuffer() = default;
 
     /// Of one that has none: a copy of the frame, which is at most as long as the longest. std::bad_alloc
-    void fill(ByteView frame);
+    void fill(ByteView frame)
+    {
+        store_ = free_ != nullptr ? free_ : made();
+        free_ = store_->next_free;
+        store_->users = 1;
+        store_->size = frame.size;
+        unsigned char *bytes = store_->bytes.data() + room_in_front;
+        std::memcpy(bytes, frame.data, frame.size);
+        // A frame can shrink by all of its head.
+        std::memset(bytes + frame.size, 0, frame_min);
+    }
     FrameBuffer(const FrameBuffer &other) : store_(other.store_)
     {
         if (store_ != nullptr) {
@@ -70,7 +80,8 @@ public:
     ~FrameBuffer()
     {
         if (store_ != nullptr && --store_->users == 0) {
-            give_back(store_);
+            store_->next_free = free_;
+            free_ = store_;
         }
     }
 
@@ -96,8 +107,7 @@ private:
         std::array<unsigned char, room_in_front + frame_longest + frame_min> bytes;
     };
 
-    static Store *taken();
-    static void give_back(Store *store);
+    static Store *made();
 
     static Store *free_;  ///< as many as were in use at once, for ever
 

@@ -2,11 +2,38 @@
 
 namespace sim {
 
+namespace {
+
+[[gnu::cold]] void tell_arrival(const Passage &passage)
+{
+    const Frame &frame = passage.frame;
+    const MacText to(frame.to()), from(frame.from());
+    if (frame.is_tagged()) {
+        tell_step(passage, simStageArrive, passage.port,
+                  "%zu bytes from %s to %s, tag of VLAN %d at priority %u, type 0x%04x",
+                  passage.counts.length(), from.text(), to.text(), frame.vlan(), frame.tag >> 13, frame.type);
+    } else {
+        tell_step(passage, simStageArrive, passage.port, "%zu bytes from %s to %s, type 0x%04x",
+                  passage.counts.length(), from.text(), to.text(), frame.type);
+    }
+}
+
+}  // namespace
+
 Onward arrive(Passage &passage)
 {
     const bool has_no_error =
         passage.counts.arrived(passage.counters_at(passage.port), passage.own().frame_max);
     const bool is_for_mac = passage.frame.type == type_mac_control && !passage.frame.is_tagged();
+    if (is_traced) {
+        tell_arrival(passage);
+        if (!has_no_error) {
+            tell_kept_by_mac(passage,
+                             passage.counts.length() < frame_min ? simDropUndersize : simDropTooLong);
+        } else if (is_for_mac) {
+            tell_kept_by_mac(passage, simDropControl);
+        }
+    }
     return has_no_error && !is_for_mac ? Onward::next : Onward::over;
 }
 

@@ -17,6 +17,10 @@ Onward classify(Passage &passage)
         passage.drop(Discard::vlan_filter);
         return Onward::over;
     }
+    if (is_traced) {
+        tell_step(passage, simStageVlan, passage.port, "VLAN %d, %s", passage.vid,
+                  tagged != 0 ? "of the tag" : "the port's untagged VLAN");
+    }
     return Onward::next;
 }
 

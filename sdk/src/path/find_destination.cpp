@@ -11,6 +11,24 @@ void flood(Passage &passage, const PortSet &members, int bcm_trunk_info_t::*memb
     passage.member_index = member_index;
 }
 
+[[gnu::cold]] void tell_entry(const Passage &passage, bool leads_somewhere, uint32 flags)
+{
+    static constexpr const char *kinds[] = {"port", "trunk", "group", "nowhere:"};
+    const MacText address(passage.frame.to());
+    const Destination &to = passage.to;
+    const char *kind = flags & BCM_L2_STATIC ? "static" : "dynamic";
+    if (!leads_somewhere) {
+        tell_step(passage, simStageDestination, passage.port, "%s leads nowhere, %s", address.text(), kind);
+    } else if (to.kind == Destination::Kind::port && !is_own_port(to)) {
+        tell_step(passage, simStageDestination, passage.port, "%s is at port %d of module %d, %s",
+                  address.text(), to.id, to.module, kind);
+    } else {
+        tell_step(passage, simStageDestination, passage.port, "%s leads to %s %d, %s%s", address.text(),
+                  kinds[static_cast<int>(to.kind)], to.id, kind,
+                  flags & BCM_L2_COPY_TO_CPU ? ", with a copy to the CPU" : "");
+    }
+}
+
 }  // namespace
 
 Onward find_destination(Passage &passage)
@@ -20,6 +38,10 @@ Onward find_destination(Passage &passage)
     const L2Key key = l2_key(address, passage.vid);
     const std::size_t position = l2.addresses.find(key);
     if (position == L2Table::none) {
+        if (is_traced) {
+            tell_step(passage, simStageDestination, passage.port, "%s is not known: to the VLAN's members",
+                      MacText(address).text());
+        }
         flood(passage, PortSet(passage.vlan->members),
               is_group(address) ? &bcm_trunk_info_t::mc_index : &bcm_trunk_info_t::dlf_index);
         return Onward::decided;
@@ -29,6 +51,9 @@ Onward find_destination(Passage &passage)
     l2_count(l2, key, bcmL2StatOutPackets, bcmL2StatOutBytes, length_with_checksum(passage.frame.bytes));
 
     const bool leads_somewhere = l2_destination(l2.addresses, position, &passage.to) == BCM_E_NONE;
+    if (is_traced) {
+        tell_entry(passage, leads_somewhere, flags);
+    }
     if (flags & BCM_L2_COPY_TO_CPU) {
         passage.copies.add(cpu_port);
     }

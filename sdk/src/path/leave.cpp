@@ -6,17 +6,28 @@ namespace sim {
 
 namespace {
 
+[[gnu::cold]] void tell_copy(const Passage &passage, int port, bool tagged, std::size_t length)
+{
+    if (tagged) {
+        tell_step(passage, simStageLeave, port, "%zu bytes, with a tag of VLAN %d", length, passage.vid);
+    } else {
+        tell_step(passage, simStageLeave, port, "%zu bytes, without tag", length);
+    }
+}
+
 /// Checks a copy and sends it.
 void send(Passage &passage, int port, bool is_member, bool tagged, const FrameCounts &counts)
 {
     const Port &own = port_of(passage.sw, port);
-    PortCounters &counters = passage.counters_at(port);
     if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_member) {
-        count_discard(counters, Discard::vlan_filter_to_send);
+        passage.drop_at(port, Discard::vlan_filter_to_send);
     } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
-        count_discard(counters, Discard::too_long_to_send);
+        passage.drop_at(port, Discard::too_long_to_send);
     } else {
-        counts.sent(counters);
+        counts.sent(passage.counters_at(port));
+        if (is_traced) {
+            tell_copy(passage, port, tagged, counts.length());
+        }
         Departures &left = passage.departures;
         left.copies[left.count++] = {static_cast<std::uint8_t>(port), tagged};
     }
@@ -28,7 +39,7 @@ Onward leave(Passage &passage)
 {
     // The CPU's copies do not depend on a link until here.
     if (passage.copies.has(cpu_port) && !has_link(passage.sw, cpu_port)) {
-        count_discard(passage.counters_at(cpu_port), Discard::no_link);
+        passage.drop_at(cpu_port, Discard::no_link);
         passage.copies.remove(cpu_port);
     }
     const bool came_tagged = passage.frame.is_tagged();

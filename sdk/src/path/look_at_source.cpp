@@ -4,6 +4,17 @@ namespace sim {
 
 namespace {
 
+[[gnu::cold]] void tell_source(const Passage &passage, const L2Arrival &arrival)
+{
+    const char *what = arrival.was_in_place               ? "known here"
+                       : arrival.status == BCM_E_NONE     ? "learnt here, or moved"
+                       : arrival.status == BCM_E_DISABLED ? "not known here, and not to be learnt"
+                       : arrival.status == BCM_E_EXISTS   ? "held elsewhere"
+                       : arrival.status == BCM_E_RESOURCE ? "not known here, and a learn limit is reached"
+                                                          : "not known here, and the table is full";
+    tell_step(passage, simStageSource, passage.port, "%s is %s", MacText(passage.frame.from()).text(), what);
+}
+
 /// Whether the address was known there or may be new, and its entry does not refuse it.
 bool is_accepted(Passage &passage)
 {
@@ -11,8 +22,11 @@ bool is_accepted(Passage &passage)
     if (is_group(from)) {
         return false;
     }
-    const L2Arrival arrival = l2_arrive(passage.sw, passage.port, from, passage.vid,
-                                        length_with_checksum(passage.frame.bytes));
+    const L2Arrival arrival =
+        l2_arrive(passage.sw, passage.port, from, passage.vid, length_with_checksum(passage.frame.bytes));
+    if (is_traced) {
+        tell_source(passage, arrival);
+    }
     if (arrival.was_in_place) {
         return !(arrival.flags & BCM_L2_DISCARD_SRC);
     }

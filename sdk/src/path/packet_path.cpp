@@ -1,12 +1,42 @@
-/// The way of a packet through a unit: its stages one after the other.
+#include "path.h"
+
 #include "begin.h"
 #include "stages.h"
 
-#include <sim/traffic.h>
+#include <sim/clock.h>
 
-using namespace sim;
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace sim {
 
 namespace {
+
+using PortOutlets = std::array<Outlet, port_max + 1>;
+
+std::array<PortOutlets, unit_max> outlets;
+PortSet with_outlet[unit_max];
+
+/// Never destroyed, as units are.
+std::vector<Tap *> &taps()
+{
+    static std::vector<Tap *> &all = *new std::vector<Tap *>;
+    return all;
+}
+
+bool has_taps = false;
+
+struct Watcher {
+    sim_packet_watcher_t call = nullptr;
+    void *datum = nullptr;
+};
+
+Watcher watcher;
+
+int storm_limit = 1000;
+int storms = 0;
 
 /// Goes through the stages until one does not say next.
 template <Stage &...stages>
@@ -17,23 +47,196 @@ Onward run(Passage &passage)
     return onward;
 }
 
-struct Watcher {
-    sim_packet_watcher_t call = nullptr;
-    void *datum = nullptr;
-};
-
-Watcher watcher;
-
-void tell(int unit, const Departures &departures)
+void tap(int unit, int port, Direction direction, ByteView frame)
 {
-    for (std::size_t i = 0; i < departures.count && watcher.call != nullptr; ++i) {
-        const Departures::Copy &copy = departures.copies[i];
-        const ByteView frame = departures.frame.written(departures.heads[copy.head]);
-        watcher.call(unit, copy.port, frame.data, static_cast<int>(frame.size), watcher.datum);
+    for (Tap *each : taps()) {
+        each->passed(unit, port, direction, frame);
     }
 }
 
+/// What one arrival brings about: the packet's passage, and those of its copies at the other ends of cables.
+class Journey {
+public:
+    explicit Journey(const Watcher &collector) : collector_(collector) {}
+
+    /// The frame of *departures passes the unit.
+    [[gnu::flatten]] void pass(Switch &sw, int port, Departures &departures)
+    {
+        if (has_taps) {
+            tap(sw.unit, port, Direction::received, departures.frame.bytes());
+        }
+        Passage passage(sw, port, departures);
+        const Onward onward =
+            run<arrive, admit, classify, look_at_tree, look_at_source, find_destination>(passage);
+        if (onward == Onward::decided) {
+            run<replicate, edit, leave>(passage);
+        }
+        const PortSet &joined = std::as_const(phys_of(sw)).joined();
+        if (!joined.empty()) {
+            cross(sw, joined, departures);
+        }
+    }
+
+    /// Gives what left to those who are to get it. They may call anything.
+    void deliver(int unit, const Departures &departures) const
+    {
+        const PortSet &with_outlets = with_outlet[static_cast<std::size_t>(unit)];
+        ByteView frame;
+        int written = -1;  // the head that stands there
+        for (std::size_t i = 0; i < departures.count; ++i) {
+            const Departures::Copy &copy = departures.copies[i];
+            if (copy.head != written) {
+                frame = departures.frame.written(departures.heads[copy.head]);
+                written = copy.head;
+            }
+            const int length = static_cast<int>(frame.size);
+            if (has_taps) {
+                tap(unit, copy.port, Direction::sent, frame);
+            }
+            if (with_outlets.has(copy.port)) {
+                const Outlet &outlet = outlets[static_cast<std::size_t>(unit)][copy.port];
+                outlet.send(outlet.datum, frame.data, frame.size);
+            }
+            if (collector_.call != nullptr) {
+                collector_.call(unit, copy.port, frame.data, length, collector_.datum);
+            }
+            if (watcher.call != nullptr) {
+                watcher.call(unit, copy.port, frame.data, length, watcher.datum);
+            }
+        }
+    }
+
+    /// What went over cables arrives, and what that brings about, in this order.
+    int go_on() { return crossings_.empty() ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
+
+private:
+    struct Crossing {
+        CableEnd to;
+        FrameBuffer frame;
+    };
+
+    [[gnu::cold]] int go_on_at_other_ends()
+    {
+        for (std::size_t i = 0; i < crossings_.size(); ++i) {
+            if (i >= static_cast<std::size_t>(storm_limit)) {
+                return end_of_storm(crossings_[i].to);
+            }
+            const CableEnd to = crossings_[i].to;
+            Departures departures;
+            departures.frame = std::move(crossings_[i].frame);
+            begin(to.unit, ready<L2State>).then([&](Switch &sw, L2State &) {
+                if (has_link(sw, to.port)) {
+                    pass(sw, to.port, departures);
+                }
+            });
+            deliver(to.unit, departures);
+        }
+        return BCM_E_NONE;
+    }
+
+    [[gnu::cold]] void cross(Switch &sw, const PortSet &joined, const Departures &departures)
+    {
+        for (std::size_t i = 0; i < departures.count; ++i) {
+            const Departures::Copy &copy = departures.copies[i];
+            if (!joined.has(copy.port)) {
+                continue;
+            }
+            const CableEnd to = *std::as_const(phys_of(sw)).of(copy.port).cable.partner;
+            if (is_traced) {
+                tell_wire(sw.unit, copy.port, simDropNone, "over the cable to port %d of unit %d", to.port,
+                          to.unit);
+            }
+            crossings_.push_back({to, {}});
+            crossings_.back().frame.fill(departures.frame.written(departures.heads[copy.head]));
+        }
+    }
+
+    [[gnu::cold]] static int end_of_storm(const CableEnd &at)
+    {
+        ++storms;
+        if (is_traced) {
+            tell_wire(at.unit, at.port, simDropStorm, "a storm: %d cables passed", storm_limit);
+        }
+        return BCM_E_RESOURCE;
+    }
+
+    Watcher collector_;
+    std::vector<Crossing> crossings_;
+};
+
+/// The frame comes to the port and passes the unit, if it can.
+[[gnu::always_inline]] inline int enter(Switch &sw, int port, ByteView frame, Journey &journey,
+                                        Departures &departures)
+{
+    if (frame.size < frame_header_bytes || frame.size > frame_longest - checksum_bytes) {
+        return BCM_E_PARAM;
+    }
+    if (!has_link(sw, port)) {
+        return BCM_E_DISABLED;
+    }
+    departures.frame.fill(frame);
+    journey.pass(sw, port, departures);
+    return BCM_E_NONE;
+}
+
+int send(int unit, bcm_port_t port, const unsigned char *frame, int length, const Watcher &collector)
+{
+    if (sim_clock_runs()) {
+        sim_clock_catch_up();
+    }
+    Journey journey(collector);
+    Departures departures;
+    int status = begin(unit, ready<L2State>, given(frame)).then([&](Switch &sw, L2State &) -> int {
+        int arrival;
+        if (resolve_own_port(port, &arrival) != BCM_E_NONE || arrival == cpu_port) {
+            return BCM_E_PORT;
+        }
+        // A negative length is too long.
+        return enter(sw, arrival, {frame, static_cast<std::size_t>(length)}, journey, departures);
+    });
+    if (status == BCM_E_NONE) {
+        journey.deliver(unit, departures);
+        status = journey.go_on();
+    }
+    return status;
+}
+
 }  // namespace
+
+void set_outlet(Switch &sw, int port, const Outlet &outlet)
+{
+    outlets[static_cast<std::size_t>(sw.unit)][static_cast<std::size_t>(port)] = outlet;
+    with_outlet[sw.unit].put(port, outlet.send != nullptr);
+}
+
+int arrive(Switch &sw, int port, const unsigned char *frame, std::size_t length)
+{
+    Journey journey({});
+    Departures departures;
+    const int unit = sw.unit;
+    const int status = enter(sw, port, {frame, length}, journey, departures);
+    if (status != BCM_E_NONE) {
+        return status;
+    }
+    journey.deliver(unit, departures);
+    return journey.go_on();
+}
+
+void add_tap(Tap &tap)
+{
+    taps().push_back(&tap);
+    has_taps = true;
+}
+
+void remove_tap(Tap &tap)
+{
+    taps().erase(std::remove(taps().begin(), taps().end(), &tap), taps().end());
+    has_taps = !taps().empty();
+}
+
+}  // namespace sim
+
+using namespace sim;
 
 extern "C" {
 
@@ -44,31 +247,32 @@ void sim_packet_watch(sim_packet_watcher_t call, void *datum)
 
 int sim_packet_arrive(int unit, bcm_port_t port, const unsigned char *frame, int length)
 {
-    Departures departures;
-    const int status = begin(unit, ready<L2State>, given(frame)).then([&](Switch &sw, L2State &) -> int {
-        constexpr int longest = static_cast<int>(frame_longest - checksum_bytes);
-        int arrival;
-        const int rc = resolve_own_port(port, &arrival);
-        if (rc != BCM_E_NONE || arrival == cpu_port) {
-            return BCM_E_PORT;
-        }
-        if (length < static_cast<int>(frame_header_bytes) || length > longest) {
-            return BCM_E_PARAM;
-        }
-        if (!has_link(sw, arrival)) {
-            return BCM_E_DISABLED;
-        }
-        departures.frame.fill({frame, static_cast<std::size_t>(length)});
-        Passage passage(sw, arrival, departures);
-        const Onward onward =
-            run<arrive, admit, classify, look_at_tree, look_at_source, find_destination>(passage);
-        if (onward == Onward::decided) {
-            run<replicate, edit, leave>(passage);
-        }
-        return BCM_E_NONE;
-    });
-    tell(unit, departures);
-    return status;
+    return send(unit, port, frame, length, {});
+}
+
+int sim_packet_send(int unit, bcm_port_t port, const unsigned char *frame, int length,
+                    sim_packet_watcher_t collector, void *datum)
+{
+    return send(unit, port, frame, length, {collector, datum});
+}
+
+int sim_storm_limit_set(int crossings)
+{
+    if (crossings < 0) {
+        return BCM_E_PARAM;
+    }
+    storm_limit = crossings;
+    return BCM_E_NONE;
+}
+
+int sim_storm_limit_get(void)
+{
+    return storm_limit;
+}
+
+int sim_storm_count(void)
+{
+    return storms;
 }
 
 }  // extern "C"

@@ -4,6 +4,7 @@
 #include "frame_buffer.h"
 #include "l2.h"
 #include "port.h"
+#include "trace.h"
 #include "trunk.h"
 #include "vlan.h"
 
@@ -35,7 +36,16 @@ struct Passage {
     PortCounters &counters_at(int at) { return counters_of(sw, at); }
 
     /// The packet ends here, and the port that it came from counts why.
-    void drop(Discard reason) { count_discard(counters_at(port), reason); }
+    void drop(Discard reason) { drop_at(port, reason); }
+
+    /// The same of the copy for a port.
+    void drop_at(int at, Discard reason)
+    {
+        count_discard(counters_at(at), reason);
+        if (is_traced) {
+            tell_drop(*this, at, reason);
+        }
+    }
 
     /// The state of its port in the VLAN's spanning tree group. The CPU is no part of any tree.
     int tree_state() const { return group != nullptr ? group->state(port) : BCM_STG_STP_DISABLE; }

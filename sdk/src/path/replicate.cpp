@@ -9,9 +9,9 @@ void to_port(Passage &passage, const PortSet &origin, int port)
     if (origin.has(port)) {
         passage.drop(Discard::no_destination);
     } else if (!has_link(passage.sw, port)) {
-        count_discard(passage.counters_at(port), Discard::no_link);
+        passage.drop_at(port, Discard::no_link);
     } else if (!passage.forwarding().has(port)) {
-        count_discard(passage.counters_at(port), Discard::stp_state_to_send);
+        passage.drop_at(port, Discard::stp_state_to_send);
     } else {
         passage.copies.add(port);
     }
@@ -23,7 +23,12 @@ void to_trunk(Passage &passage, const PortSet &origin, const PortSet &can_send, 
     if (able.empty()) {
         passage.drop(Discard::no_destination);
     } else {
-        passage.copies.add(select_by_criterion(passage.sw, *trunk, able, {passage.frame, passage.port}));
+        const int port = select_by_criterion(passage.sw, *trunk, able, {passage.frame, passage.port});
+        if (is_traced) {
+            tell_step(passage, simStageReplicate, port, "chosen of %d members of trunk %d", able.count(),
+                      trunk->id);
+        }
+        passage.copies.add(port);
     }
 }
 
@@ -36,8 +41,18 @@ void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, c
         const PortSet of_trunk = able & trunk.senders;
         if (!of_trunk.empty()) {
             const int index = trunk.trunk->info.*passage.member_index;
-            chosen.add(select_by_index(*trunk.trunk, index, of_trunk, {passage.frame, passage.port}));
+            const int port = select_by_index(*trunk.trunk, index, of_trunk, {passage.frame, passage.port});
+            if (is_traced) {
+                tell_step(passage, simStageReplicate, port, "chosen of %d members of trunk %d",
+                          of_trunk.count(), trunk.id);
+            }
+            chosen.add(port);
         }
+    }
+    if (is_traced) {
+        tell_step(passage, simStageReplicate, passage.port,
+                  "to %d of %d members; the others cannot send, or it came from there", chosen.count(),
+                  passage.members.count());
     }
     if (chosen.empty()) {
         passage.drop(Discard::no_destination);

@@ -12,6 +12,30 @@ PhyTables &tables_of(int unit)
     return unit == 0 ? first_phy_tables : *new PhyTables();
 }
 
+void tell_end(int unit, PhyPort &port)
+{
+    PhyUnit *phys = phys_of(unit);
+    if (phys != nullptr) {
+        // Links may have been asked for between the change and now.
+        phys->of(port.number);
+    }
+    settle(port);
+    report_medium(unit, port);
+    // It may be gone since.
+    phys = phys_of(unit);
+    if (phys != nullptr && phys->link_may_have_changed != nullptr) {
+        phys->link_may_have_changed(unit, port);
+    }
+}
+
+void tell_partner(const PhyUnit &phys, int port)
+{
+    const CableEnd partner = *phys.of(port).cable.partner;
+    if (PhyUnit *others = phys_of(partner.unit)) {
+        tell_end(partner.unit, others->of(partner.port));
+    }
+}
+
 }  // namespace
 
 PhyUnit::PhyUnit(Switch &sw) : tables(tables_of(sw.unit))
@@ -27,6 +51,7 @@ PhyUnit::PhyUnit(Switch &sw) : tables(tables_of(sw.unit))
 
 void PhyUnit::start(Switch &sw)
 {
+    is_there = true;
     remake(tables);
     publish(sw.unit, &tables);
     shared_registers.clear();
@@ -34,10 +59,13 @@ void PhyUnit::start(Switch &sw)
     for (PhyPort &port : all()) {
         port.restart();
     }
-    // The ports of a unit that runs on may have got links back.
+    // The ports of a unit that runs on may have got links back, and those at the other ends of its cables.
     for (int port = 0; port <= port_max; ++port) {
         if (has_serdes(port) && link_may_have_changed != nullptr) {
             link_may_have_changed(sw.unit, of(port));
+        }
+        if (joined_.has(port)) {
+            tell_partner(*this, port);
         }
     }
 }
@@ -45,9 +73,28 @@ void PhyUnit::start(Switch &sw)
 void PhyUnit::stop(Switch &sw)
 {
     publish(sw.unit, nullptr);
+    is_there = false;
     for (PhyPort &port : all()) {
         port.watchers.clear();
     }
+    joined_.each([&](int port) { tell_partner(*this, port); });
+}
+
+void PhyUnit::touch_partner(int port)
+{
+    const CableEnd partner = *ports_[static_cast<std::size_t>(port)].cable.partner;
+    if (PhyUnit *others = phys_of(partner.unit)) {
+        others->touched_.add(partner.port);
+    }
+}
+
+const PhyPort *partner_of(const PhyPort &port)
+{
+    if (!port.cable.partner) {
+        return nullptr;
+    }
+    const PhyUnit *phys = phys_of(port.cable.partner->unit);
+    return phys != nullptr && phys->is_there ? &phys->of(port.cable.partner->port) : nullptr;
 }
 
 void PhyUnit::work_out_touched_links()
@@ -93,17 +140,12 @@ bool is_ready(const PhyUnit &phys, const PhyPort &port)
 
 void tell_changes(int unit, PhyPort &port)
 {
+    // The port may be gone when those at this end have been told.
+    const int number = port.number;
+    tell_end(unit, port);
     PhyUnit *phys = phys_of(unit);
-    if (phys != nullptr) {
-        // Links may have been asked for between the change and now.
-        phys->of(port.number);
-    }
-    settle(port);
-    report_medium(unit, port);
-    // It may be gone since.
-    phys = phys_of(unit);
-    if (phys != nullptr && phys->link_may_have_changed != nullptr) {
-        phys->link_may_have_changed(unit, port);
+    if (phys != nullptr && phys->joined().has(number)) {
+        tell_partner(*phys, number);
     }
 }
 

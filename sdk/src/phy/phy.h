@@ -39,15 +39,30 @@ public:
     /// Who gets a port's PHYs may change them: whether it has a link is worked out anew when that is asked for next.
     PhyPort &of(int port)
     {
-        touched_.add(port);
+        touch(port);
         return ports_[static_cast<std::size_t>(port)];
     }
     const PhyPort &of(int port) const { return ports_[static_cast<std::size_t>(port)]; }
     std::vector<PhyPort> &all()
     {
-        touched_ = PortSet::all();
+        PortSet::all().each([this](int port) { touch(port); });
         return ports_;
     }
+
+    /// The ports whose cable leads to a port.
+    const PortSet &joined() const { return joined_; }
+
+    /// Exchanges the cable in a port, which may lead to a port of a unit; the other end of either is not looked at.
+    void plug(int port, const Cable &cable)
+    {
+        touch(port);
+        ports_[static_cast<std::size_t>(port)].cable = cable;
+        joined_.put(port, cable.partner.has_value());
+        touch(port);
+    }
+
+    /// False between the end of the unit and the next: its ports are no partners then.
+    bool is_there = true;
 
     /// The link of each port as its MAC sees it; of the CPU's port and others without PHY none.
     const Links &links()
@@ -64,6 +79,16 @@ public:
     }
 
 private:
+    /// A link depends on both ends.
+    void touch(int port)
+    {
+        touched_.add(port);
+        if (joined_.has(port)) {
+            touch_partner(port);
+        }
+    }
+    void touch_partner(int port);
+
     void work_out_links()
     {
         if (!touched_.empty()) {
@@ -75,9 +100,11 @@ private:
     bool links_are_true() const;
 
     std::vector<PhyPort> ports_;
-    PortSet touched_ = PortSet::all();  ///< ports whose PHYs somebody has had since their links were worked out
+    PortSet touched_ =
+        PortSet::all();  ///< ports whose PHYs somebody has had since their links were worked out
     Links links_ = {};
     PortSet linked_;
+    PortSet joined_;
 };
 
 inline PhyUnit &phys_of(Switch &sw)
@@ -97,7 +124,8 @@ int translate_port(int unit, soc_port_t *port);
 /// Calls the port's watchers if its medium has changed since the last time.
 void report_medium(int unit, PhyPort &port);
 
-/// After whatever may have changed a port's PHYs: notes it, and calls those who are to be told.
+/// After whatever may have changed a port's PHYs or its cable: notes it, here and at the other end of the cable,
+/// and calls those who are to be told.
 void tell_changes(int unit, PhyPort &port);
 
 /// A PHY, and the port that it belongs to.

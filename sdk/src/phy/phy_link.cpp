@@ -51,6 +51,39 @@ bool passes_traffic(const Phy &phy)
     return phy.enabled && phy.stopped == 0 && has_power(phy);
 }
 
+/// Whether the PHY takes part in the line's link.
+bool is_on_line(const PhyPort &port, const Phy &phy)
+{
+    const soc_port_medium_t medium = phy.medium(port.cable.media);
+    return phy.media.at(medium).enable && port.cable.media >> medium & 1 && !disturbs_line(phy);
+}
+
+/// The link with a partner whose settings count too.
+Link common(const PhyPort &port, const PhyPort &partner)
+{
+    const Phy &own = port.outer();
+    const Phy &other = partner.outer();
+    if (!passes_traffic(other) || other.line.loopback || !is_on_line(partner, other)) {
+        return down;
+    }
+    const soc_phy_config_t &settings = own.settings(port.cable);
+    const soc_phy_config_t &others = other.settings(partner.cable);
+    if (settings.autoneg_enable && others.autoneg_enable) {
+        const soc_port_mode_t modes = settings.autoneg_advert & own.modes(port.cable) & others.autoneg_advert
+                                      & other.modes(partner.cable);
+        return fastest_of(carried_by(port.cable, modes));
+    }
+    // Who negotiates finds out the speed of a partner that does not.
+    const soc_phy_config_t &forced = settings.autoneg_enable ? others : settings;
+    const int speed = forced.force_speed;
+    const bool can_both = speed <= own.lanes_speed() && speed <= other.lanes_speed()
+                          && can_do(own.ability(port.cable), speed, true)
+                          && can_do(other.ability(partner.cable), speed, true);
+    const bool agree =
+        settings.autoneg_enable || others.autoneg_enable || settings.force_speed == others.force_speed;
+    return can_both && agree && port.cable.carries(speed) ? Link{speed, forced.force_duplex != 0} : down;
+}
+
 /// The SerDes in front of a copper PHY follows it.
 bool is_between(const PhyPort &port, const Phy &phy)
 {
@@ -72,10 +105,14 @@ Link link_of(const PhyPort &port, const Phy &phy)
     if (phy.line.loopback) {
         return wanted(phy, port.cable, true);
     }
-    const soc_port_medium_t medium = phy.medium(port.cable.media);
-    const bool is_plugged = port.cable.media >> medium & 1;
-    return phy.media.at(medium).enable && is_plugged && !disturbs_line(phy) ? wanted(phy, port.cable, false)
-                                                                            : down;
+    if (!is_on_line(port, phy)) {
+        return down;
+    }
+    if (port.cable.partner) {
+        const PhyPort *partner = partner_of(port);
+        return partner != nullptr ? common(port, *partner) : down;
+    }
+    return wanted(phy, port.cable, false);
 }
 
 Link link_of(const PhyPort &port)
@@ -98,8 +135,15 @@ soc_port_mode_t partner_modes(const PhyPort &port, const Phy &phy)
         return 0;
     }
     // Looped back, the PHY hears itself.
-    return phy.line.loopback ? phy.settings(port.cable).autoneg_advert
-                             : modes_of(phy.ability(port.cable), phy.ability(port.cable).speed_max);
+    if (phy.line.loopback) {
+        return phy.settings(port.cable).autoneg_advert;
+    }
+    const PhyPort *partner = partner_of(port);
+    if (partner != nullptr && !is_between(port, phy)) {
+        const Phy &other = partner->outer();
+        return has_negotiated(*partner, other) ? other.settings(partner->cable).autoneg_advert : 0;
+    }
+    return modes_of(phy.ability(port.cable), phy.ability(port.cable).speed_max);
 }
 
 soc_port_if_t interface_in_force(const PhyPort &port, const Phy &phy)

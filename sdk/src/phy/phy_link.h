@@ -1,6 +1,6 @@
 /// How a PHY's settings, its cable and the partner at the other end make up a link.
 ///
-/// The partner is always ready and can do all that the medium allows.
+/// Unless the cable leads to a port, the partner is always ready and can do all that the medium allows.
 #pragma once
 
 #include "phy_state.h"
@@ -14,6 +14,9 @@ struct Link {
 
     bool up() const { return speed != 0; }
 };
+
+/// The port at the other end of the cable; null if it leads to none, or there is no such unit.
+const PhyPort *partner_of(const PhyPort &port);
 
 /// The link of the port as the MAC sees it.
 Link link_of(const PhyPort &port);

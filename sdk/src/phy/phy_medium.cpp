@@ -6,7 +6,6 @@
 #include "sim_phy.h"
 #include "sim_phyctrl.h"
 
-#include <sim/cable.h>
 #include <soc/phy_values.h>
 
 #include <algorithm>
@@ -166,37 +165,6 @@ void sim_soc_phy_medium_status_notify(int unit, soc_port_t port, soc_port_medium
             return SOC_E_PARAM;
         }
         call_watchers(unit, own, medium);
-        return SOC_E_NONE;
-    });
-}
-
-int sim_cable_plug(int unit, int port, uint32 media, int metres)
-{
-    return begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
-        uint32 sockets = 0;
-        for (const MediumAbility &ability : own.outer().kind.media) {
-            sockets |= 1u << ability.medium;
-        }
-        if (media & ~sockets || metres <= 0) {
-            return SOC_E_PARAM;
-        }
-        own.cable = Cable(media, metres);
-        return SOC_E_NONE;
-    });
-}
-
-int sim_cable_pair_set(int unit, int port, int pair, _shr_port_cable_state_t state, int metres)
-{
-    return begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &, PhyPort &own) {
-        if (pair < 0 || pair >= _SHR_PORT_CABLE_PAIRS || static_cast<int>(state) < 0
-            || state >= _SHR_PORT_CABLE_STATE_COUNT || metres <= 0) {
-            return SOC_E_PARAM;
-        }
-        if (!(own.cable.media >> _SHR_PORT_MEDIUM_COPPER & 1)) {
-            return SOC_E_NOT_FOUND;
-        }
-        const bool whole = state == _SHR_PORT_CABLE_STATE_OK;
-        own.cable.pairs[static_cast<std::size_t>(pair)] = {state, whole ? own.cable.metres : metres};
         return SOC_E_NONE;
     });
 }

@@ -31,6 +31,12 @@ Cable::Cable(uint32 plugged, int length) : media(plugged), metres(length)
     pairs.fill({_SHR_PORT_CABLE_STATE_OK, length});
 }
 
+Cable Cable::at_start(int port)
+{
+    const auto medium = has_copper_phy(port) ? _SHR_PORT_MEDIUM_COPPER : _SHR_PORT_MEDIUM_FIBER;
+    return Cable(has_serdes(port) ? 1u << medium : 0, cable_length_at_start);
+}
+
 bool Cable::carries(int speed) const
 {
     const std::ptrdiff_t needed = speed <= 100 ? 2 : _SHR_PORT_CABLE_PAIRS;
@@ -88,11 +94,8 @@ int Phy::lanes_speed() const
     return speed;
 }
 
-PhyPort::PhyPort(int port) : number(port), cable(0, cable_length_at_start)
+PhyPort::PhyPort(int port) : number(port), cable(Cable::at_start(port))
 {
-    if (has_serdes(number)) {
-        cable.media = 1u << (has_copper_phy(number) ? _SHR_PORT_MEDIUM_COPPER : _SHR_PORT_MEDIUM_FIBER);
-    }
     restart();
 }
 

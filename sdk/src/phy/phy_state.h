@@ -18,13 +18,24 @@ struct CablePair {
     int metres;  ///< to the fault or the end
 };
 
+/// The port of some unit at the other end of a cable.
+struct CableEnd {
+    int unit;
+    int port;
+};
+
 /// What is plugged into the port.
 struct Cable {
     Cable(uint32 plugged, int length);
 
+    /// The one that is there at the start.
+    static Cable at_start(int port);
+
     uint32 media;  ///< bit n for _shr_port_medium_t n: several in a port with several sockets
     int metres;
     std::array<CablePair, _SHR_PORT_CABLE_PAIRS> pairs;
+    std::optional<CableEnd>
+        partner;  ///< without: one that is always ready and can do all that the medium allows
 
     /// Whether the pairs that a speed needs are whole.
     bool carries(int speed) const;

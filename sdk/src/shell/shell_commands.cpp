@@ -67,9 +67,9 @@ std::vector<std::string> actions(const Command &command)
 const std::vector<const CommandGroup *> &command_groups()
 {
     static const std::vector<const CommandGroup *> &groups = *new std::vector<const CommandGroup *>{
-        &language_commands, &session_commands,  &property_commands, &startup_commands,
-        &port_commands,     &phy_commands,      &address_commands,  &packet_commands,
-        &chip_commands,     &register_commands, &table_commands};
+        &language_commands,  &session_commands, &property_commands, &startup_commands,
+        &port_commands,      &phy_commands,     &address_commands,  &packet_commands,
+        &simulator_commands, &chip_commands,    &register_commands, &table_commands};
     return groups;
 }
 

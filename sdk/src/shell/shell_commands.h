@@ -59,6 +59,7 @@ extern const CommandGroup port_commands;
 extern const CommandGroup phy_commands;
 extern const CommandGroup address_commands;
 extern const CommandGroup packet_commands;
+extern const CommandGroup simulator_commands;
 extern const CommandGroup chip_commands;
 extern const CommandGroup register_commands;
 extern const CommandGroup table_commands;

@@ -127,8 +127,9 @@ std::vector<int> own_ports(const Trunk &trunk)
 
 const SendingTrunk *TrunkPorts::find(bcm_trunk_t id) const
 {
-    const auto found = std::lower_bound(trunks.begin(), trunks.end(), id,
-                                        [](const SendingTrunk &trunk, bcm_trunk_t key) { return trunk.id < key; });
+    const auto found =
+        std::lower_bound(trunks.begin(), trunks.end(), id,
+                         [](const SendingTrunk &trunk, bcm_trunk_t key) { return trunk.id < key; });
     return found != trunks.end() && found->id == id ? &*found : nullptr;
 }
 

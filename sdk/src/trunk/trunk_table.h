@@ -43,8 +43,9 @@ struct SendingTrunk {
 struct TrunkPorts {
     std::vector<SendingTrunk> trunks;  // by id
     PortSet in_trunks;
-    std::array<Destination, port_max + 1> places;  // where addresses of packets that arrive at a port are learnt
-    std::array<PortSet, port_max + 1> origins;       // the port and those of its trunk, which are one place
+    std::array<Destination, port_max + 1>
+        places;                                 // where addresses of packets that arrive at a port are learnt
+    std::array<PortSet, port_max + 1> origins;  // the port and those of its trunk, which are one place
 
     /// Null if there is none.
     const SendingTrunk *find(bcm_trunk_t id) const;

@@ -1,0 +1,190 @@
+#include "clock.h"
+
+#include <sim/clock.h>
+
+#include <chrono>
+#include <limits>
+#include <map>
+#include <utility>
+
+namespace sim {
+
+static bool clock_runs = false;
+
+class Clock {
+public:
+    Time now() const { return now_; }
+
+    void enter(Timer &timer, Time due)
+    {
+        leave(timer);
+        timer.due_ = due;
+        timer.number_ = next_number_++;
+        waiting_.emplace(key_of(timer), &timer);
+        timer.waits_ = true;
+    }
+
+    void leave(Timer &timer)
+    {
+        if (timer.waits_) {
+            waiting_.erase(key_of(timer));
+            timer.waits_ = false;
+        }
+    }
+
+    /// Null if nobody waits.
+    const Timer *next() const { return waiting_.empty() ? nullptr : waiting_.begin()->second; }
+
+    int advance_to(Time end)
+    {
+        if (advances_) {
+            return BCM_E_BUSY;
+        }
+        advances_ = true;
+        struct Ends {
+            ~Ends() { flag = false; }
+            bool &flag;
+        } ends{advances_};
+        while (!waiting_.empty() && waiting_.begin()->second->due_ <= end) {
+            Timer &timer = *waiting_.begin()->second;
+            now_ = timer.due_;
+            leave(timer);
+            if (timer.period_ != 0 && timer.period_ <= std::numeric_limits<Time>::max() - now_) {
+                enter(timer, now_ + timer.period_);
+            }
+            // Who acts may do away with the timer.
+            const std::function<void()> action = timer.action_;
+            action();
+        }
+        now_ = end;
+        return BCM_E_NONE;
+    }
+
+    int run(bool on)
+    {
+        if (advances_) {
+            return BCM_E_BUSY;
+        }
+        const int rc = catch_up();
+        clock_runs = on;
+        ahead_ = now_ - machine();
+        return rc;
+    }
+
+    int catch_up()
+    {
+        if (!clock_runs) {
+            return BCM_E_NONE;
+        }
+        const Time present = machine() + ahead_;
+        return advances_ ? static_cast<int>(BCM_E_BUSY) : advance_to(present > now_ ? present : now_);
+    }
+
+private:
+    using Key = std::pair<Time, std::uint64_t>;
+
+    static Key key_of(const Timer &timer) { return {timer.due_, timer.number_}; }
+
+    static Time machine()
+    {
+        const auto time = std::chrono::steady_clock::now().time_since_epoch();
+        return static_cast<Time>(std::chrono::duration_cast<std::chrono::nanoseconds>(time).count());
+    }
+
+    Time now_ = 0;
+    bool advances_ = false;
+    Time ahead_ = 0;  // of the machine's clock, while it runs
+    std::uint64_t next_number_ = 0;
+    std::map<Key, Timer *> waiting_;
+};
+
+namespace {
+
+/// Made on first use and never destroyed, as units are.
+Clock &the_clock()
+{
+    static Clock &clock = *new Clock;
+    return clock;
+}
+
+}  // namespace
+
+Time clock_now()
+{
+    return the_clock().now();
+}
+
+Timer::Timer(std::function<void()> action) : action_(std::move(action)) {}
+
+void Timer::start(Time delay)
+{
+    period_ = 0;
+    enter(delay);
+}
+
+void Timer::repeat(Time period)
+{
+    period_ = period;
+    enter(period);
+}
+
+void Timer::enter(Time delay)
+{
+    if (delay <= std::numeric_limits<Time>::max() - clock_now()) {
+        the_clock().enter(*this, clock_now() + delay);
+    } else {
+        stop();
+    }
+}
+
+void Timer::stop()
+{
+    the_clock().leave(*this);
+}
+
+}  // namespace sim
+
+extern "C" {
+
+uint64 sim_clock_now(void)
+{
+    return sim::clock_now();
+}
+
+int sim_clock_advance(uint64 nanoseconds)
+{
+    const sim::Time now = sim::clock_now();
+    return nanoseconds > std::numeric_limits<sim::Time>::max() - now
+               ? static_cast<int>(BCM_E_PARAM)
+               : sim::the_clock().advance_to(now + nanoseconds);
+}
+
+int sim_clock_run(int on)
+{
+    return sim::the_clock().run(on != 0);
+}
+
+int sim_clock_runs(void)
+{
+    return sim::clock_runs;
+}
+
+int sim_clock_catch_up(void)
+{
+    return sim::the_clock().catch_up();
+}
+
+int sim_clock_next(uint64 *nanoseconds)
+{
+    if (nanoseconds == nullptr) {
+        return BCM_E_PARAM;
+    }
+    const sim::Timer *next = sim::the_clock().next();
+    if (next == nullptr) {
+        return BCM_E_NOT_FOUND;
+    }
+    *nanoseconds = next->due();
+    return BCM_E_NONE;
+}
+
+}  // extern "C"
