@@ -5,6 +5,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace sim {
 
@@ -28,8 +29,11 @@ public:
     /// Null if it is not set; else it with its name. The value stays where it is until it is changed.
     Properties::value_type *find(const std::string &name);
 
-    /// Name and value have to be valid.
+    /// Names and values have to be valid. All are set or, where memory is short, none.
     void set(const std::string &name, Property property);
+    void enter(Properties properties);
+    /// Sets those that are not set.
+    void complete(Properties properties);
     bool remove(const std::string &name);
 
     /// Makes the store equal to the properties given; what does not change stays where it is.
@@ -40,9 +44,11 @@ public:
     /// Null if that address did not come from lasting_name. The address may be any.
     const std::string *name_at(const char *address) const;
 
-    /// Whether anything was changed since saved(), which is told to which file.
+    /// Whether anything was changed since saved(), which is told where each property stands now.
     bool changed() const { return changed_; }
-    void saved(const std::string &file);
+    void saved(std::vector<std::string> places);
+    /// Where each will stand in a file, a line each in their order.
+    std::vector<std::string> places_in(const std::string &file) const;
     void touch() { changed_ = true; }
 
 private:

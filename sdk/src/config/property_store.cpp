@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace sim {
 
@@ -49,9 +50,26 @@ Properties::value_type *PropertyStore::find(const std::string &name)
 
 void PropertyStore::set(const std::string &name, Property property)
 {
-    const auto [entry, added] = properties_.try_emplace(name);
-    const bool changed = replace_property(&entry->second, &property);
-    changed_ = changed_ || added || changed;
+    Properties properties;
+    properties.emplace(name, std::move(property));
+    enter(std::move(properties));
+}
+
+void PropertyStore::enter(Properties properties)
+{
+    for (auto &[name, property] : properties) {
+        const auto kept = properties_.find(name);
+        const bool changed = kept == properties_.end() || replace_property(&kept->second, &property);
+        changed_ = changed_ || changed;
+    }
+    properties_.merge(properties);
+}
+
+void PropertyStore::complete(Properties properties)
+{
+    const std::size_t before = properties_.size();
+    properties_.merge(properties);
+    changed_ = changed_ || properties_.size() != before;
 }
 
 bool PropertyStore::remove(const std::string &name)
@@ -66,18 +84,25 @@ void PropertyStore::become(Properties properties)
     for (auto entry = properties_.begin(); entry != properties_.end();) {
         entry = properties.count(entry->first) != 0 ? std::next(entry) : properties_.erase(entry);
     }
-    for (auto &[name, property] : properties_) {
-        replace_property(&property, &properties.at(name));
-    }
-    properties_.merge(properties);
+    enter(std::move(properties));
     changed_ = false;
 }
 
-void PropertyStore::saved(const std::string &file)
+std::vector<std::string> PropertyStore::places_in(const std::string &file) const
 {
+    std::vector<std::string> places(properties_.size());
     int line = 0;
+    for (std::string &place : places) {
+        place = place_in_file(file, ++line);
+    }
+    return places;
+}
+
+void PropertyStore::saved(std::vector<std::string> places)
+{
+    auto place = places.begin();
     for (auto &[name, property] : properties_) {
-        property.place = place_in_file(file, ++line);
+        property.place.swap(*place++);
     }
     changed_ = false;
 }

@@ -10,6 +10,8 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace sim;
 
@@ -52,7 +54,9 @@ int sim_sal_config_init(void)
     if (initialised) {
         return BCM_E_NONE;
     }
-    if (!names.file.empty()) {
+    if (names.file.empty()) {
+        sim_sal_config_init_defaults();
+    } else {
         Properties properties;
         const int rc = properties_of_file(&properties);
         if (rc != BCM_E_NONE) {
@@ -64,24 +68,18 @@ int sim_sal_config_init(void)
         for (const auto &[name, property] : store.all()) {
             properties[name] = property;
         }
-        store.become(properties);
+        store.become(std::move(properties));
         if (set_before) {
             store.touch();
         }
     }
-    sim_sal_config_init_defaults();
     initialised = true;
     return BCM_E_NONE;
 }
 
 void sim_sal_config_init_defaults(void)
 {
-    PropertyStore &store = property_store();
-    for (const auto &[name, property] : default_properties()) {
-        if (store.find(name) == nullptr) {
-            store.set(name, property);
-        }
-    }
+    property_store().complete(default_properties());
 }
 
 int sim_sal_config_refresh(void)
@@ -92,7 +90,7 @@ int sim_sal_config_refresh(void)
     Properties properties;
     const int rc = properties_of_file(&properties);
     if (rc == BCM_E_NONE) {
-        property_store().become(properties);
+        property_store().become(std::move(properties));
         initialised = true;
     }
     return rc;
@@ -107,9 +105,11 @@ int sim_sal_config_flush(void)
     if (!store.changed()) {
         return BCM_E_NONE;
     }
+    // What needs memory comes before the file changes.
+    std::vector<std::string> places = store.places_in(names.file);
     const int rc = replace_file(names.file, names.beside, property_text(store.all()));
     if (rc == BCM_E_NONE) {
-        store.saved(names.file);
+        store.saved(std::move(places));
     }
     return rc;
 }
@@ -214,9 +214,7 @@ int sim_config_load(const char *file, char *problem, int size)
         std::snprintf(problem, static_cast<std::size_t>(size), "%s", text.c_str());
         return rc;
     }
-    for (const auto &[name, property] : properties) {
-        property_store().set(name, property);
-    }
+    property_store().enter(std::move(properties));
     return BCM_E_NONE;
 }
 
