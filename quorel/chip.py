@@ -4,8 +4,6 @@ Everything about the chip is asked of the SDK; only the names come from the head
 """
 from __future__ import absolute_import
 
-import fnmatch
-
 import QuorelApiNew as q
 from _quorel import OUT, _chip_names, array, cell, checked
 from quorel.records import differences
@@ -27,6 +25,11 @@ def _number(words):
     for word in reversed(list(words)):
         number = number << _WORD | word
     return int(number)
+
+
+def _contains(numbers, number):
+    """Whether it is one of a sorted sequence, without looking through a range."""
+    return numbers[0] <= number <= numbers[-1] and (isinstance(numbers, xrange) or number in numbers)
 
 
 def _no_attribute(place, name, names):
@@ -70,7 +73,14 @@ class _Kind(object):
 
     def __init__(self, unit, name, number, field_names):
         self.unit, self.name, self.number, self._field_names = unit, name, number, field_names
-        self._fields = None
+        self._fields = self._dimensions = None
+
+    @property
+    def dimensions(self):
+        """What each subscript may be: a list of sequences."""
+        if self._dimensions is None:
+            self._dimensions = self._find_dimensions()
+        return self._dimensions
 
     @property
     def fields(self):
@@ -106,14 +116,12 @@ class _Register(_Kind):
     def _is_valid(self, place, index):
         return q.soc_reg_port_idx_valid(self.unit, self.number, place, index)
 
-    @property
-    def dimensions(self):
-        """What each subscript may be."""
-        return ([self.places] if len(self.places) > 1 else []) + ([range(self._count)] if self._count > 1 else [])
+    def _find_dimensions(self):
+        return ([self.places] if len(self.places) > 1 else []) + ([xrange(self._count)] if self._count > 1 else [])
 
-    def takes(self, dimension, coordinate):
-        every = dimension == 0 and len(self.places) > 1
-        return every and coordinate is None and self._is_valid(q.REG_PORT_ANY, 0)
+    def takes_all(self, dimension):
+        """Whether a subscript of None stands for all that the dimension has."""
+        return self.dimensions[dimension] is self.places and self._is_valid(q.REG_PORT_ANY, 0)
 
     def _where(self, coordinates):
         coordinates = list(coordinates)
@@ -177,7 +185,7 @@ class _Register(_Kind):
 class _Memory(_Kind):
     what = 'memory'
     copy = _ALL_COPIES
-    _entries = _arrays = _width = None
+    _width = None
 
     def __init__(self, *arguments):
         _Kind.__init__(self, *arguments)
@@ -207,15 +215,14 @@ class _Memory(_Kind):
             low, high = (middle, high) if is_valid(middle) else (low, middle)
         return high
 
-    @property
-    def dimensions(self):
-        if self._entries is None:
-            self.width
-            self._arrays = self._count(lambda in_array: self._is_valid(in_array, 0))
-            self._entries = self._count(lambda index: self._is_valid(0, index))
-        return ([range(self._arrays)] if self._arrays > 1 else []) + [range(self._entries)]
+    def _find_dimensions(self):
+        # A copy that is not there is said so here.
+        self.width
+        arrays = self._count(lambda in_array: self._is_valid(in_array, 0))
+        entries = self._count(lambda index: self._is_valid(0, index))
+        return ([xrange(arrays)] if arrays > 1 else []) + [xrange(entries)]
 
-    def takes(self, dimension, coordinate):
+    def takes_all(self, dimension):
         return False
 
     def _read(self, coordinates, entry):
@@ -258,12 +265,12 @@ class _Memory(_Kind):
 class Place(object):
     """A register or an entry of a memory; or several, which a subscript chooses from.
 
-    >>> speed = Chip(0).regs.NIF_PORT_CTRL[3]
-    >>> before = speed.read()
-    >>> speed.modify(RX_ENABLE=0, TX_ENABLE=0)
-    >>> speed.RX_ENABLE, speed.compare(RX_ENABLE=1, TX_ENABLE=0)
+    >>> port = Chip(0).regs.NIF_PORT_CTRL[3]
+    >>> before = port.read()
+    >>> port.modify(RX_ENABLE=0, TX_ENABLE=0)
+    >>> port.RX_ENABLE, port.compare(RX_ENABLE=1, TX_ENABLE=0)
     (0, [('RX_ENABLE', 1, 0)])
-    >>> speed.write(before)
+    >>> port.write(before)
 
     Fields are attributes: reading one reads the chip, assigning to one reads and writes it. There is a subscript for
     the port or core, if several have the register (None stands for all cores at once), and one for the index, if
@@ -284,15 +291,15 @@ class Place(object):
     def __getitem__(self, key):
         coordinates = self._coordinates
         for coordinate in key if isinstance(key, tuple) else (key,):
-            dimensions = self._kind.dimensions
-            if len(coordinates) == len(dimensions):
+            place, dimensions = len(coordinates), self._kind.dimensions
+            if place == len(dimensions):
                 raise TypeError('%s has no further subscript' % self._kind.named(coordinates))
-            if (coordinate not in dimensions[len(coordinates)] and
-                    not self._kind.takes(len(coordinates), coordinate)):
-                raise IndexError('%s is not there: subscripts are %d to %d' % (
-                    self._kind.named(coordinates + (coordinate,)), dimensions[len(coordinates)][0],
-                    dimensions[len(coordinates)][-1]))
             coordinates += (coordinate,)
+            there = (self._kind.takes_all(place) if coordinate is None else
+                     isinstance(coordinate, (int, long)) and _contains(dimensions[place], coordinate))
+            if not there:
+                raise IndexError('%s is not there: subscripts are %d to %d' % (
+                    self._kind.named(coordinates), dimensions[place][0], dimensions[place][-1]))
         return Place(self._kind, coordinates)
 
     def __iter__(self):
@@ -390,7 +397,7 @@ class Place(object):
         return Place(self._kind.at_copy(copy), self._coordinates)
 
     def __getattr__(self, name):
-        if name.startswith('__'):
+        if name.startswith('_'):
             raise AttributeError(name)
         return self._field(name).get(self.read())
 
@@ -483,6 +490,8 @@ class Names(object):
 
     def snapshot(self, pattern):
         """A Snapshot of all whose names are like the pattern: 'NIF_*' is a whole block. Raises KeyError if none is."""
+        # Not everybody who imports the package wants what these bring along.
+        import fnmatch
         names = [name for name in self if fnmatch.fnmatchcase(name, pattern)]
         if not names:
             raise KeyError(pattern)
