@@ -54,12 +54,15 @@ set(CPACK_DEBIAN_SIMULATOR_PACKAGE_PROVIDES ${sdk_package})
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_CONFLICTS ${sdk_package})
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_REPLACES ${sdk_package})
 
-set(scripts ${CMAKE_BINARY_DIR}/packaging)
+# What Python compiles of the module's.
+list(TRANSFORM packages APPEND "/*.py" OUTPUT_VARIABLE compiled)
+list(JOIN compiled " " compiled)
 foreach(script postinst prerm)
-    configure_file(packaging/${script}.in ${scripts}/${script} @ONLY FILE_PERMISSIONS
+    set(path ${CMAKE_BINARY_DIR}/packaging/${script})
+    configure_file(packaging/${script}.in ${path} @ONLY FILE_PERMISSIONS
                    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    list(APPEND CPACK_DEBIAN_MODULE_PACKAGE_CONTROL_EXTRA ${path})
 endforeach()
-set(CPACK_DEBIAN_MODULE_PACKAGE_CONTROL_EXTRA ${scripts}/postinst ${scripts}/prerm)
 
 # For finish.cmake.
 set(CPACK_QUOREL_SITE_DIRECTORY ${python_site_directory})
