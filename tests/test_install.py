@@ -63,10 +63,12 @@ class Install(unittest.TestCase):
             names.remove(copyright)
         self.assertEqual(parts['simulator'], set(os.path.join(SITE, name)
                                                  for name in LIBRARIES + ('_quorel_sim.so',)))
+        package = set('quorel/' + name for name in files_of(os.path.join(TESTS, '../quorel')) if name.endswith('.py'))
         built = os.environ['QUOREL_LIBRARIES']
-        self.assertEqual(set(os.path.join(SITE, name) for name in files_of(built)
-                             if not name.endswith(('.a', '.pyc')) and not os.path.islink(os.path.join(built, name))),
-                         parts['module'] | parts['simulator'])
+        libraries = set(name for name in os.listdir(built)
+                        if '.so' in name and not os.path.islink(os.path.join(built, name)))
+        self.assertEqual(parts['module'] | parts['simulator'],
+                         set(os.path.join(SITE, name) for name in package | libraries | set(['QuorelApiNew.py'])))
         for name in 'bcm/l2.h', 'sim/traffic.h', 'vey/exception.h', 'quorel_api/trace.h':
             self.assertIn('include/quorelapinew/' + name, parts['headers'])
         for name in 'README.md', 'docs/architecture.md', 'examples/load_fdb.py':
