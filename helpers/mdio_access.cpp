@@ -107,16 +107,6 @@ HamImpl::Ptr QuorelApiGetExtMdioAccessWrapper(UnitId unit, ExternalPhyId phyId, 
     return under_activity_lock([&] { return QuorelApiGetExtMdioAccess(unit, phyId, managedPhy); });
 }
 
-int QuorelApiInternalPhyReadWrapper(int unit, int port, int lane, unsigned int addr, unsigned int *data)
-{
-    return without_exceptions([&] { return QuorelApiInternalPhyRead(unit, port, lane, addr, data); });
-}
-
-int QuorelApiInternalPhyWriteWrapper(int unit, int port, int lane, unsigned int addr, unsigned int data)
-{
-    return without_exceptions([&] { return QuorelApiInternalPhyWrite(unit, port, lane, addr, data); });
-}
-
 void standbyBcm84328VersionIsWrapper(UnitId unit, ExternalPhyId phyId, unsigned int rev)
 {
     under_activity_lock([&] { standbyBcm84328VersionIs(unit, phyId, rev); });

@@ -1,18 +1,17 @@
-// External MDIO access through Python objects, and what else of the platform's PHY access may throw.
+// External MDIO access through Python objects, and what else of the platform's PHY access needs the platform's
+// activity lock.
 //
 // None lets a C++ exception out: it becomes a Python exception with its text. A value out of range is a
 // ValueError, a failure of the lock an OSError with its number, anything else a RuntimeError; the result then
 // means nothing.
 //
-// Those with an external PHY hold the platform's activity lock for their own duration, unless this thread
-// holds it already. They wait for it with the interpreter lock held: a thread that holds the activity lock must
-// not wait for the interpreter.
+// They hold that lock for their own duration, unless this thread holds it already. They wait for it with the
+// interpreter lock held: a thread that holds the activity lock must not wait for the interpreter.
 #pragma once
 
 #include <Python.h>
 
 #include "quorel_api/ext_mdio_access.h"
-#include "quorel_api/internal_phy.h"
 
 /// Has the object carry out the MDIO accesses of one unit's external PHY, in place of whatever did so before.
 /// The platform keeps a reference to it until another takes its place.
@@ -26,7 +25,5 @@ void QuorelApiSetExt84328MdioAccessWrapper(int unit, int phyId, PyObject *python
 MdioHamImpl::HamImpl::Ptr QuorelApiGetExtMdioAccessWrapper(Hardware::QuorelApi::UnitId unit,
                                                            Hardware::QuorelApi::ExternalPhyId phyId,
                                                            Hardware::PhyBcm::ManagedPhy managedPhy);
-int QuorelApiInternalPhyReadWrapper(int unit, int port, int lane, unsigned int addr, unsigned int *data);
-int QuorelApiInternalPhyWriteWrapper(int unit, int port, int lane, unsigned int addr, unsigned int data);
 void standbyBcm84328VersionIsWrapper(Hardware::QuorelApi::UnitId unit,
                                      Hardware::QuorelApi::ExternalPhyId phyId, unsigned int rev);
