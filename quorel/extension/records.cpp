@@ -344,12 +344,12 @@ public:
         }
     }
 
+    // Whether there is memory for it; if not, there is an exception.
+    bool is_ready() const { return later_ && values_ && marks_; }
+
     // Converts them; false with an exception.
     bool add(PyObject *members)
     {
-        if (!later_ || !marks_) {
-            return false;
-        }
         PyObject *name, *value;
         for (Py_ssize_t i = 0; PyDict_Next(members, &i, &name, &value);) {
             Owned kept_name = Owned::share(name), kept_value = Owned::share(value);
@@ -479,6 +479,10 @@ private:
         if (type.kind == Kind::array) {
             return write_elements(type, address, value.get());
         }
+        if (is_text(type) && PyString_Check(value.get())) {
+            // In an array of texts nothing would keep it.
+            return raise_wrong_value(type, value.get());
+        }
         if (type.kind == Kind::port_list) {
             return write_ports(type, address, value.get());
         }
@@ -495,7 +499,7 @@ private:
             return false;
         }
         Changes inner(*kind, address, real_address_ + (address - data_of(values_)), holder_, later_);
-        bool done = inner.add(members);
+        bool done = inner.is_ready() && inner.add(members);
         if (done) {
             inner.apply();
         }
@@ -576,18 +580,19 @@ bool change(PyObject *object, PyObject *values, PyObject *more, const char *func
     // (proxy, member, value) of what is left to the module.
     Owned later = Owned::steal(PyList_New(0));
     Changes changes(*record.kind, record.address, record.address, record.holder.get(), later.get());
-    if ((values && !changes.add(values)) || (more && !changes.add(more))) {
+    if (!changes.is_ready() || (values && !changes.add(values)) || (more && !changes.add(more))) {
         return false;
     }
-    for (Py_ssize_t i = 0; later && i < PyList_GET_SIZE(later.get()); ++i) {
+    // Before what the module does, since a record inside goes in as a whole.
+    changes.apply();
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(later.get()); ++i) {
         PyObject *item = PyList_GET_ITEM(later.get(), i);
         if (PyObject_SetAttr(PyTuple_GET_ITEM(item, 0), PyTuple_GET_ITEM(item, 1), PyTuple_GET_ITEM(item, 2))
             != 0) {
             return false;
         }
     }
-    changes.apply();
-    return static_cast<bool>(later);
+    return true;
 }
 
 }  // namespace
