@@ -296,7 +296,7 @@ private:
             for (const TypePtr &parameter : signature->parameters) {
                 bool by_address = is_array(parameter);
                 rows.push_back("{" + number(parameter) + ", 0, Way::" + (by_address ? "mac_address" : "value")
-                               + ", no_count, no_room}");
+                               + ", no_count, no_capacity}");
             }
             callbacks_[place->second] = "{" + parameters(rows) + ", " + std::to_string(rows.size()) + ", "
                                         + number(signature->target) + "}";
@@ -440,7 +440,7 @@ private:
             way = "in_and_out";
         }
         return "{" + number_text + ", " + bound + ", Way::" + way + ", " + count + ", "
-               + room_of(arguments, index, way, count) + "}";
+               + capacity_of(arguments, index, way, count) + "}";
     }
 
     static bool is_number(const TypePtr &type)
@@ -474,30 +474,30 @@ private:
     // The place of the number that says how many elements there is room for in what is an array: it stands
     // before the arrays that a later parameter counts, or between the one array and that parameter; that of a
     // text stands behind it. Without names it is what stands before the last array.
-    static std::string room_of(const std::vector<BoundParameter> &arguments, size_t index,
-                               const std::string &way, const std::string &count)
+    static std::string capacity_of(const std::vector<BoundParameter> &arguments, size_t index,
+                                   const std::string &way, const std::string &count)
     {
         const bool is_last = index + 1 == arguments.size() || count == std::to_string(index + 1);
-        auto says_room = [&](size_t i) {
+        auto says_capacity = [&](size_t i) {
             return i < arguments.size() && arguments[i].crossing.conversion == Conversion::Int32
                    && (is_named(arguments[i].name, {"max", "size", "num", "count", "len"})
                        || (is_unnamed(arguments, i) && i + 1 == index && is_last));
         };
         if (way == "text") {
-            return says_room(index + 1) ? std::to_string(index + 1) : "no_room";
+            return says_capacity(index + 1) ? std::to_string(index + 1) : "no_capacity";
         }
         if (way != "pointer" || count == "no_count") {
-            return "no_room";
+            return "no_capacity";
         }
         size_t before = index;
         while (before > 0 && arguments[before - 1].crossing.conversion == Conversion::Pointer) {
             --before;
         }
-        if (before > 0 && says_room(before - 1)) {
+        if (before > 0 && says_capacity(before - 1)) {
             return std::to_string(before - 1);
         }
-        bool between = says_room(index + 1) && count == std::to_string(index + 2);
-        return between ? std::to_string(index + 1) : "no_room";
+        bool between = says_capacity(index + 1) && count == std::to_string(index + 2);
+        return between ? std::to_string(index + 1) : "no_capacity";
     }
 
     // The place of the later parameter that gets how many elements C wrote: the first that its name says so

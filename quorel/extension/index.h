@@ -72,9 +72,9 @@ struct CParameter {
     Way way;
     uint8_t
         count;  ///< place of the parameter that gets how many elements were written, or one of the following
-    uint8_t room;  ///< place of the number that says how many elements C may write, or `no_room`
+    uint8_t capacity;  ///< place of the number that says how many elements C may write, or `no_capacity`
 };
-constexpr uint8_t no_room = 0xff;
+constexpr uint8_t no_capacity = 0xff;
 constexpr uint8_t no_count = 0xff;
 constexpr uint8_t appended_count = 0xfe;  ///< the output that the binding appends is the count
 

@@ -91,11 +91,11 @@ bool initialise_out_type()
 }
 
 // What the parameter says of the number of elements is what C goes by.
-bool Output::judge_size(PyObject *function, PyObject *room)
+bool Output::judge_size(PyObject *function, PyObject *capacity)
 {
     Py_ssize_t least = parameter_->bound;
-    if (room && (PyInt_Check(room) || PyLong_Check(room))) {
-        least = std::max(least, PyNumber_AsSsize_t(room, nullptr));
+    if (capacity && (PyInt_Check(capacity) || PyLong_Check(capacity))) {
+        least = std::max(least, PyNumber_AsSsize_t(capacity, nullptr));
     }
     const bool is_text = parameter_->way == Way::text;
     if (count_ >= 0 && count_ < least) {
@@ -104,7 +104,7 @@ bool Output::judge_size(PyObject *function, PyObject *room)
                       least, is_text ? "bytes" : "elements", count_);
         return refuse(function, place_, what);
     }
-    if (count_ < 0 && (least > 0 || room)) {
+    if (count_ < 0 && (least > 0 || capacity)) {
         count_ = least;
     }
     return count_ >= 0 || !is_text || refuse(function, place_, "the room for the text is missing: OUT[size]");
@@ -140,8 +140,9 @@ bool Output::prepare(PyObject *function, const CFunction &described, size_t plac
                       "the size of what it points to is not known: give it a pointer object");
     }
     type_ = &c_types[parameter_->type];
-    PyObject *room = parameter_->room == no_room ? nullptr : PyTuple_GET_ITEM(all, parameter_->room + 1);
-    return judge_size(function, room) && prepare_memory();
+    PyObject *capacity =
+        parameter_->capacity == no_capacity ? nullptr : PyTuple_GET_ITEM(all, parameter_->capacity + 1);
+    return judge_size(function, capacity) && prepare_memory();
 }
 
 bool Output::prepare_memory()

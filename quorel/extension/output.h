@@ -44,7 +44,7 @@ public:
 private:
     bool prepare_record();
     bool prepare_memory();
-    bool judge_size(PyObject *function, PyObject *room);
+    bool judge_size(PyObject *function, PyObject *capacity);
 
     const CParameter *parameter_ = nullptr;
     const CType *type_ = nullptr;
