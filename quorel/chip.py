@@ -10,8 +10,8 @@ from quorel.records import differences
 
 _WORD = 32
 _ALL_COPIES = -1
-# Room for an entry of any memory.
-_MOST_WORDS = 4 * q.SOC_REG_ABOVE_64_MAX_SIZE_U32
+# Room for an entry of any memory. An SDK without registers has not the constant.
+_MOST_WORDS = 4 * getattr(q, 'SOC_REG_ABOVE_64_MAX_SIZE_U32', 20)
 # What no entry has in it.
 _UNTOUCHED = 0xa5c35a3c
 
