@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -113,7 +114,7 @@ public:
     }
 
     /// What went over cables arrives, and what that brings about, in this order.
-    int go_on() { return crossings_.empty() ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
+    int go_on() { return crossings_ == nullptr ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
 
 private:
     struct Crossing {
@@ -135,13 +136,14 @@ private:
 
     [[gnu::cold]] int go_on_at_other_ends()
     {
-        for (std::size_t i = 0; i < crossings_.size(); ++i) {
+        std::vector<Crossing> &crossings = *crossings_;
+        for (std::size_t i = 0; i < crossings.size(); ++i) {
             if (i >= static_cast<std::size_t>(storm_limit)) {
-                return end_of_storm(crossings_[i].to);
+                return end_of_storm(crossings[i].to);
             }
-            const CableEnd to = crossings_[i].to;
+            const CableEnd to = crossings[i].to;
             Departures departures;
-            departures.frame = std::move(crossings_[i].frame);
+            departures.frame = std::move(crossings[i].frame);
             begin(to.unit, ready<L2State>).then([&](Switch &sw, L2State &) {
                 if (has_link(sw, to.port)) {
                     pass(sw, to.port, departures);
@@ -164,8 +166,11 @@ private:
                 tell_wire(sw.unit, copy.port, simDropNone, "over the cable to port %d of unit %d", to.port,
                           to.unit);
             }
-            crossings_.push_back({to, {}});
-            crossings_.back().frame.fill(departures.frame.written(departures.heads[copy.head]));
+            if (crossings_ == nullptr) {
+                crossings_ = std::make_unique<std::vector<Crossing>>();
+            }
+            crossings_->push_back({to, {}});
+            crossings_->back().frame.fill(departures.frame.written(departures.heads[copy.head]));
         }
     }
 
@@ -179,7 +184,7 @@ private:
     }
 
     Watcher collector_;
-    std::vector<Crossing> crossings_;
+    std::unique_ptr<std::vector<Crossing>> crossings_;  // null as long as no cable was passed
 };
 
 /// The frame comes to the port and passes the unit, if it can.
