@@ -46,7 +46,8 @@ public:
 
     void watch(int unit, int port, int directions)
     {
-        std::optional<Watched> &place = watched_[static_cast<std::size_t>(unit)][static_cast<std::size_t>(port)];
+        std::optional<Watched> &place =
+            watched_[static_cast<std::size_t>(unit)][static_cast<std::size_t>(port)];
         if (!place) {
             place = Watched{interfaces_++, 0};
             file.add_interface(interface_name(unit, port));

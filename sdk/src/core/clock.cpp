@@ -9,7 +9,7 @@
 
 namespace sim {
 
-static bool clock_runs = false;
+bool clock_runs = false;
 
 class Clock {
 public:

@@ -14,6 +14,9 @@ constexpr Time nanoseconds_per_second = 1000000000;
 
 Time clock_now();
 
+/// Whether it runs with the machine's clock: who lets something happen then calls sim_clock_catch_up() before.
+extern bool clock_runs;
+
 /// Something that is done when its time has come: once, or again and again. It is not done any more when the
 /// timer is stopped or gone, which it may be while it is being done.
 class Timer {

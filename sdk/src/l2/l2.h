@@ -10,6 +10,7 @@
 #include "l2_destination.h"
 #include "l2_table.h"
 #include "switch.h"
+#include "trunk.h"
 
 #include <array>
 #include <map>
@@ -109,13 +110,12 @@ void l2_remove(Switch &sw, std::size_t position, int operation);
 /// What became of a packet's source address.
 struct L2Arrival {
     int status;  // as of sim_l2_learn
-    bool
-        was_in_place;  // its entry said so already; else those who are told of addresses may have done anything
-    uint32 flags;      // of the entry that was in place
-};
 
-/// A packet of that length arrives at the port: notes, learns or moves its source address, and counts for it.
-L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length);
+    /// Its entry said so already; if not, those who are told of addresses may have done anything.
+    bool was_in_place;
+
+    uint32 flags;  // of the entry that was in place
+};
 
 /// Where an entry leads; errors as for resolve.
 inline int l2_destination(const L2Table &addresses, std::size_t position, Destination *to)
@@ -132,7 +132,39 @@ inline int l2_destination(const L2Table &addresses, std::size_t position, Destin
 }
 
 /// Counts a packet for the entry, if it has counters.
-void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length);
+inline void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length)
+{
+    if (l2.counters.empty()) {
+        return;
+    }
+    const auto counters = l2.counters.find(key);
+    if (counters != l2.counters.end()) {
+        counters->second[bytes] += length;
+        ++counters->second[packets];
+    }
+}
+
+/// Of an address without entry for the place where it arrived, or none at that position.
+L2Arrival l2_arrive_elsewhere(Switch &sw, int port, const Destination &place, const unsigned char *mac,
+                              bcm_vlan_t vid, std::size_t position, std::size_t length);
+
+/// A packet of that length arrives at the port: notes, learns or moves its source address, and counts for it.
+inline L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length)
+{
+    const Destination &place = trunks_of(sw).ports().places[static_cast<std::size_t>(port)];
+    L2State &l2 = l2_of(sw);
+    const L2Key key = l2_key(mac, vid);
+    const std::size_t position = l2.addresses.find(key);
+    Destination at;
+    if (position == L2Table::none || l2_destination(l2.addresses, position, &at) != BCM_E_NONE
+        || !(at == place)) {
+        return l2_arrive_elsewhere(sw, port, Destination(place), mac, vid, position, length);
+    }
+    const uint32 flags = l2.addresses.flags(position) | BCM_L2_SRC_HIT;
+    l2.addresses.set_flags(position, flags);
+    l2_count(l2, key, bcmL2StatInPackets, bcmL2StatInBytes, length);
+    return {BCM_E_NONE, true, flags};
+}
 
 /// Calls the callbacks.
 void l2_notify(Switch &sw, const bcm_l2_addr_t &address, int operation);

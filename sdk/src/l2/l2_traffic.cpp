@@ -96,37 +96,14 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
 
 namespace sim {
 
-void l2_count(L2State &l2, L2Key key, bcm_l2_stat_t packets, bcm_l2_stat_t bytes, std::size_t length)
+L2Arrival l2_arrive_elsewhere(Switch &sw, int port, const Destination &place, const unsigned char *mac,
+                              bcm_vlan_t vid, std::size_t position, std::size_t length)
 {
-    if (l2.counters.empty()) {
-        return;
-    }
-    const auto counters = l2.counters.find(key);
-    if (counters != l2.counters.end()) {
-        counters->second[bytes] += length;
-        ++counters->second[packets];
-    }
-}
-
-L2Arrival l2_arrive(Switch &sw, int port, const unsigned char *mac, bcm_vlan_t vid, std::size_t length)
-{
-    const Destination &place = trunks_of(sw).ports().places[static_cast<std::size_t>(port)];
-    L2Table &addresses = l2_of(sw).addresses;
-    const L2Key key = l2_key(mac, vid);
-    const std::size_t position = addresses.find(key);
-    Destination at;
-    const bool in_place =
-        position != L2Table::none && l2_destination(addresses, position, &at) == BCM_E_NONE && at == place;
-    int status = BCM_E_NONE;
-    if (in_place) {
-        addresses.set_flags(position, addresses.flags(position) | BCM_L2_SRC_HIT);
-    } else {
-        status = learn(sw, port, Destination(place), mac, vid, position);
-    }
+    const int status = learn(sw, port, place, mac, vid, position);
     if (status == BCM_E_NONE) {
-        l2_count(l2_of(sw), key, bcmL2StatInPackets, bcmL2StatInBytes, length);
+        l2_count(l2_of(sw), l2_key(mac, vid), bcmL2StatInPackets, bcmL2StatInBytes, length);
     }
-    return {status, in_place, in_place ? addresses.flags(position) : 0};
+    return {status, false, 0};
 }
 
 }  // namespace sim

@@ -16,16 +16,6 @@ bool is_reserved(const unsigned char *mac)
     return std::equal(std::begin(first), std::end(first), mac) && mac[5] < 0x10;
 }
 
-Frame::Frame(ByteView frame)
-    : bytes(frame), untagged_from(addresses_bytes), type(number_at(frame.data + addresses_bytes)), tag(0)
-{
-    if (type == type_vlan) {
-        tag = number_at(frame.data + addresses_bytes + 2);
-        untagged_from += tag_bytes;
-        type = number_at(frame.data + untagged_from);
-    }
-}
-
 ByteView Frame::ip_addresses() const
 {
     struct Addresses {

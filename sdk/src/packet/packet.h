@@ -63,7 +63,15 @@ bool is_reserved(const unsigned char *mac);
 
 /// What is in a frame, behind which there are at least four more bytes: its outermost VLAN tag apart from the rest.
 struct Frame {
-    explicit Frame(ByteView frame);
+    explicit Frame(ByteView frame)
+        : bytes(frame), untagged_from(addresses_bytes), type(number_at(frame.data + addresses_bytes)), tag(0)
+    {
+        if (type == type_vlan) {
+            tag = number_at(frame.data + addresses_bytes + 2);
+            untagged_from += tag_bytes;
+            type = number_at(frame.data + untagged_from);
+        }
+    }
 
     const unsigned char *to() const { return bytes.data; }
     const unsigned char *from() const { return bytes.data + address_bytes; }

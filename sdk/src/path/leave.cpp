@@ -15,11 +15,17 @@ namespace {
     }
 }
 
+/// Whether one of the unit's ports is in the bitmap.
+bool is_in(const bcm_pbmp_t &ports, int port)
+{
+    return ports.pbits[static_cast<unsigned>(port) / 32] >> (static_cast<unsigned>(port) % 32) & 1;
+}
+
 /// Checks a copy and sends it.
-void send(Passage &passage, int port, bool is_member, bool tagged, const FrameCounts &counts)
+void send(Passage &passage, int port, bool tagged, const FrameCounts &counts)
 {
     const Port &own = port_of(passage.sw, port);
-    if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_member) {
+    if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_in(passage.vlan->members, port)) {
         passage.drop_at(port, Discard::vlan_filter_to_send);
     } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
         passage.drop_at(port, Discard::too_long_to_send);
@@ -45,7 +51,7 @@ Onward leave(Passage &passage)
     const bool came_tagged = passage.frame.is_tagged();
     std::optional<FrameCounts> changed;
     passage.copies.each([&](int port) {
-        const bool tagged = !BCM_PBMP_MEMBER(passage.vlan->untagged, port);
+        const bool tagged = !is_in(passage.vlan->untagged, port);
         // What leaves as it came counts as it did.
         const FrameCounts *counts = &passage.counts;
         if (tagged != came_tagged) {
@@ -54,7 +60,7 @@ Onward leave(Passage &passage)
             }
             counts = &*changed;
         }
-        send(passage, port, BCM_PBMP_MEMBER(passage.vlan->members, port) != 0, tagged, *counts);
+        send(passage, port, tagged, *counts);
     });
     return Onward::over;
 }

@@ -1,12 +1,15 @@
 #include "path.h"
 
 #include "begin.h"
+#include "clock.h"
 #include "stages.h"
 
 #include <sim/clock.h>
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -27,6 +30,15 @@ std::vector<Tap *> &taps()
 }
 
 bool has_taps = false;
+bool has_taps_or_outlets = false;
+
+void update_has_taps()
+{
+    has_taps = !taps().empty();
+    has_taps_or_outlets = has_taps
+                          || std::any_of(std::begin(with_outlet), std::end(with_outlet),
+                                         [](const PortSet &ports) { return !ports.empty(); });
+}
 
 struct Watcher {
     sim_packet_watcher_t call = nullptr;
@@ -80,34 +92,29 @@ public:
     /// Gives what left to those who are to get it. They may call anything.
     void deliver(int unit, const Departures &departures) const
     {
-        const PortSet &with_outlets = with_outlet[static_cast<std::size_t>(unit)];
         ByteView frame;
         int written = -1;  // the head that stands there
-        for (std::size_t i = 0; i < departures.count; ++i) {
-            const Departures::Copy &copy = departures.copies[i];
-            if (copy.head != written) {
-                frame = departures.frame.written(departures.heads[copy.head]);
-                written = copy.head;
+        const Departures::Copy *const end = departures.copies.data() + departures.count;
+        for (const Departures::Copy *copy = departures.copies.data(); copy != end; ++copy) {
+            const int port = copy->port;
+            if (copy->head != written) {
+                written = copy->head;
+                frame = departures.frame.written(departures.heads[copy->head]);
             }
-            const int length = static_cast<int>(frame.size);
-            if (has_taps) {
-                tap(unit, copy.port, Direction::sent, frame);
-            }
-            if (with_outlets.has(copy.port)) {
-                const Outlet &outlet = outlets[static_cast<std::size_t>(unit)][copy.port];
-                outlet.send(outlet.datum, frame.data, frame.size);
+            if (has_taps_or_outlets) {
+                tap_and_let_out(unit, port, frame);
             }
             if (collector_.call != nullptr) {
-                collector_.call(unit, copy.port, frame.data, length, collector_.datum);
+                collector_.call(unit, port, frame.data, static_cast<int>(frame.size), collector_.datum);
             }
             if (watcher.call != nullptr) {
-                watcher.call(unit, copy.port, frame.data, length, watcher.datum);
+                watcher.call(unit, port, frame.data, static_cast<int>(frame.size), watcher.datum);
             }
         }
     }
 
     /// What went over cables arrives, and what that brings about, in this order.
-    int go_on() { return crossings_.empty() ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
+    int go_on() { return crossings_ == nullptr ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
 
 private:
     struct Crossing {
@@ -115,15 +122,28 @@ private:
         FrameBuffer frame;
     };
 
+    static void tap_and_let_out(int unit, int port, ByteView frame)
+    {
+        if (has_taps) {
+            tap(unit, port, Direction::sent, frame);
+        }
+        const auto at = static_cast<std::size_t>(unit);
+        if (with_outlet[at].has(port)) {
+            const Outlet &outlet = outlets[at][static_cast<std::size_t>(port)];
+            outlet.send(outlet.datum, frame.data, frame.size);
+        }
+    }
+
     [[gnu::cold]] int go_on_at_other_ends()
     {
-        for (std::size_t i = 0; i < crossings_.size(); ++i) {
+        std::vector<Crossing> &crossings = *crossings_;
+        for (std::size_t i = 0; i < crossings.size(); ++i) {
             if (i >= static_cast<std::size_t>(storm_limit)) {
-                return end_of_storm(crossings_[i].to);
+                return end_of_storm(crossings[i].to);
             }
-            const CableEnd to = crossings_[i].to;
+            const CableEnd to = crossings[i].to;
             Departures departures;
-            departures.frame = std::move(crossings_[i].frame);
+            departures.frame = std::move(crossings[i].frame);
             begin(to.unit, ready<L2State>).then([&](Switch &sw, L2State &) {
                 if (has_link(sw, to.port)) {
                     pass(sw, to.port, departures);
@@ -146,8 +166,11 @@ private:
                 tell_wire(sw.unit, copy.port, simDropNone, "over the cable to port %d of unit %d", to.port,
                           to.unit);
             }
-            crossings_.push_back({to, {}});
-            crossings_.back().frame.fill(departures.frame.written(departures.heads[copy.head]));
+            if (crossings_ == nullptr) {
+                crossings_ = std::make_unique<std::vector<Crossing>>();
+            }
+            crossings_->push_back({to, {}});
+            crossings_->back().frame.fill(departures.frame.written(departures.heads[copy.head]));
         }
     }
 
@@ -161,7 +184,7 @@ private:
     }
 
     Watcher collector_;
-    std::vector<Crossing> crossings_;
+    std::unique_ptr<std::vector<Crossing>> crossings_;  // null as long as no cable was passed
 };
 
 /// The frame comes to the port and passes the unit, if it can.
@@ -181,7 +204,7 @@ private:
 
 int send(int unit, bcm_port_t port, const unsigned char *frame, int length, const Watcher &collector)
 {
-    if (sim_clock_runs()) {
+    if (clock_runs) {
         sim_clock_catch_up();
     }
     Journey journey(collector);
@@ -207,6 +230,7 @@ void set_outlet(Switch &sw, int port, const Outlet &outlet)
 {
     outlets[static_cast<std::size_t>(sw.unit)][static_cast<std::size_t>(port)] = outlet;
     with_outlet[sw.unit].put(port, outlet.send != nullptr);
+    update_has_taps();
 }
 
 int arrive(Switch &sw, int port, const unsigned char *frame, std::size_t length)
@@ -225,13 +249,13 @@ int arrive(Switch &sw, int port, const unsigned char *frame, std::size_t length)
 void add_tap(Tap &tap)
 {
     taps().push_back(&tap);
-    has_taps = true;
+    update_has_taps();
 }
 
 void remove_tap(Tap &tap)
 {
     taps().erase(std::remove(taps().begin(), taps().end(), &tap), taps().end());
-    has_taps = !taps().empty();
+    update_has_taps();
 }
 
 }  // namespace sim

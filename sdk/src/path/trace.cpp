@@ -19,10 +19,22 @@ constexpr const char *stage_names[] = {"arrive",      "port",      "vlan",  "tre
 static_assert(std::size(stage_names) == simStageCount, "every stage has a name");
 
 constexpr const char *drop_names[] = {
-    "none",           "undersize",   "too_long",       "control",
-    "port_takes_none", "tag_type",   "vlan_unknown",   "vlan_filter",
-    "tree_state",     "source_address", "destination_address", "no_destination",
-    "no_link",        "tree_state_to_send", "vlan_filter_to_send", "too_long_to_send",
+    "none",
+    "undersize",
+    "too_long",
+    "control",
+    "port_takes_none",
+    "tag_type",
+    "vlan_unknown",
+    "vlan_filter",
+    "tree_state",
+    "source_address",
+    "destination_address",
+    "no_destination",
+    "no_link",
+    "tree_state_to_send",
+    "vlan_filter_to_send",
+    "too_long_to_send",
     "storm",
 };
 static_assert(std::size(drop_names) == simDropCount, "every reason has a name");

@@ -51,22 +51,21 @@ int sim_cable_pull(int unit, int port)
 int sim_cable_join(int unit, int port, int other_unit, int other_port, int metres)
 {
     return begin(unit, chip_runs, phy_port(port)).then([&](PhyUnit &phys, PhyPort &own) {
-        return begin(other_unit, chip_runs, phy_port(other_port))
-            .then([&](PhyUnit &others, PhyPort &other) {
-                const uint32 media = sockets_of(own) & sockets_of(other);
-                if (&own == &other || media == 0 || metres <= 0) {
-                    return SOC_E_PARAM;
-                }
-                // The lowest that both have, which is the one that copper ports are meant for.
-                Cable cable(media & ~(media - 1), metres);
-                plug(phys, own, Cable(0, 1));
-                plug(others, other, Cable(0, 1));
-                cable.partner = CableEnd{other_unit, other.number};
-                phys.plug(own.number, cable);
-                cable.partner = CableEnd{unit, own.number};
-                others.plug(other.number, cable);
-                return SOC_E_NONE;
-            });
+        return begin(other_unit, chip_runs, phy_port(other_port)).then([&](PhyUnit &others, PhyPort &other) {
+            const uint32 media = sockets_of(own) & sockets_of(other);
+            if (&own == &other || media == 0 || metres <= 0) {
+                return SOC_E_PARAM;
+            }
+            // The lowest that both have, which is the one that copper ports are meant for.
+            Cable cable(media & ~(media - 1), metres);
+            plug(phys, own, Cable(0, 1));
+            plug(others, other, Cable(0, 1));
+            cable.partner = CableEnd{other_unit, other.number};
+            phys.plug(own.number, cable);
+            cable.partner = CableEnd{unit, own.number};
+            others.plug(other.number, cable);
+            return SOC_E_NONE;
+        });
     });
 }
 

@@ -224,15 +224,10 @@ FrameCounts::FrameCounts(ByteView frame) : length_(static_cast<std::uint32_t>(le
     }
 }
 
-bool FrameCounts::arrived(PortCounters &counters, int frame_max) const
+bool FrameCounts::arrived_with_error(PortCounters &counters, bool is_too_long) const
 {
-    const bool is_too_long = length_ > static_cast<std::size_t>(frame_max);
-    if (!is_too_long && length_ >= frame_min) {
-        add_all(counters, Direction::received);
-        return true;
-    }
     counters.counts[place(Direction::received, F::octets)] += length_;
-    ++counters.counts[place(Direction::received, size_counter(length_))];
+    ++counters.counts[place(Direction::received, each_[0])];
     if (is_too_long) {
         ++counters.counts[place(Direction::received, F::too_long)];
     }

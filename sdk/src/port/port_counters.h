@@ -92,7 +92,15 @@ public:
     explicit FrameCounts(ByteView frame);
 
     /// Counts it as the MAC sees it. False if it is too short, or longer than frame_max: it has errors then.
-    bool arrived(PortCounters &counters, int frame_max) const;
+    bool arrived(PortCounters &counters, int frame_max) const
+    {
+        const bool is_too_long = length_ > static_cast<std::size_t>(frame_max);
+        if (is_too_long || length_ < frame_min) {
+            return arrived_with_error(counters, is_too_long);
+        }
+        add_all(counters, Direction::received);
+        return true;
+    }
 
     /// Counts one without errors.
     void sent(PortCounters &counters) const { add_all(counters, Direction::sent); }
@@ -100,6 +108,8 @@ public:
     std::size_t length() const { return length_; }
 
 private:
+    bool arrived_with_error(PortCounters &counters, bool is_too_long) const;
+
     void add_all(PortCounters &counters, Direction direction) const
     {
         counters.counts[place(direction, FrameCounter::octets)] += length_;
@@ -111,7 +121,7 @@ private:
 
     std::uint32_t length_;
     std::uint32_t count_ = 0;
-    std::array<FrameCounter, 4> each_;  // of size, addresses and tags
+    std::array<FrameCounter, 4> each_;  // of size, which is the first, addresses and tags
 };
 
 /// The value of a statistic, 0 if no packet here can ever move it.

@@ -243,8 +243,7 @@ constexpr Form capture_forms[] = {
 };
 
 constexpr Command commands[] = {
-    {"packet", "let a packet arrive at a port", packet_forms,
-     "packet trace 1 ffffffffffff02005e0000010806"},
+    {"packet", "let a packet arrive at a port", packet_forms, "packet trace 1 ffffffffffff02005e0000010806"},
     {"cable", "look at cables, plug and pull them", cable_forms, "cable flap 5; cable show 1-5"},
     {"clock", "look at the simulator's time, or let it pass", clock_forms, "clock advance 1000; clock show"},
     {"capture", "write packets to a file", capture_forms, "capture start /dev/null 1-4; capture stop"},
