@@ -51,6 +51,10 @@ std::string emit_sdk_calls(const Family &family, const Answers &answers);
 /// The expression that answers a function by rule.
 std::string emit_rule(const Rule &rule);
 
+/// The name and the definition of the constant that says what is known of a table.
+std::string table_constant(const std::string &table);
+std::string emit_table(const std::string &table, const std::string &module, const TableText &text);
+
 /// rules.tsv: what the development SDK's functions answer that nobody writes by hand, a line per function: name,
 /// family, operation, table, and why; then "key", "value", "key,value" or "other" with the resolved type for each
 /// parameter of a rule after the unit. The operation is "initialise" for what clears a record, "-" if there is none.

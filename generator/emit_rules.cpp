@@ -95,8 +95,22 @@ std::string role_name(const RuleParameter &parameter)
 
 }  // namespace
 
+std::string table_constant(const std::string &table)
+{
+    return "table_of_" + table;
+}
+
+std::string emit_table(const std::string &table, const std::string &module, const TableText &text)
+{
+    return fmt::format("{}static constexpr rules::Table {}{{\"{}\", \"{}\"{}}};\n", text.references,
+                       table_constant(table), table, module, text.arguments);
+}
+
 std::string emit_rule(const Rule &rule)
 {
+    if (!rule.call.empty()) {
+        return rule.call;
+    }
     const bool is_reading = rule.operation == "get" || rule.operation == "find";
     std::string operation = rule.operation, more;
     Texts arguments;
@@ -117,7 +131,7 @@ std::string emit_rule(const Rule &rule)
         std::transform(rule.visited.begin(), rule.visited.end(), std::back_inserter(types), visited);
         operation += fmt::format("<{}>", fmt::join(types, ", "));
     }
-    return fmt::format("rules::{}(\"{}\", {}, {{{}}}{})", operation, rule.table, rule.unit,
+    return fmt::format("rules::{}({}, {}, {{{}}}{})", operation, table_constant(rule.table), rule.unit,
                        fmt::join(arguments, ", "), more);
 }
 
@@ -133,7 +147,7 @@ std::string emit_rules(const Model &model, const Answers &answers)
                          by_rule                                  ? rule.operation
                          : answer.kind == AnswerKind::Initialised ? "initialise"
                                                                   : "-",
-                         by_rule ? rule.table : "-", answer.why};
+                         rule.table.empty() ? "-" : rule.table, answer.why};
             for (const RuleParameter &parameter : rule.parameters) {
                 row.push_back(role_name(parameter));
                 row.push_back(declare(resolved(parameter.declared.type), ""));

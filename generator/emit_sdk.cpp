@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include <cctype>
+
 namespace generator {
 
 namespace {
@@ -65,11 +67,35 @@ std::string forwarder(const Function &function)
         fmt::arg("names", fmt::join(names, ", ")), fmt::arg("out_of_memory", out_of_memory(function)));
 }
 
+// Whether the name stands in the text as a word.
+bool mentions(const std::string &text, const std::string &name)
+{
+    auto is_of_word = [&](std::size_t place) {
+        return place < text.size()
+               && (std::isalnum(static_cast<unsigned char>(text[place])) != 0 || text[place] == '_');
+    };
+    for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name, at + 1)) {
+        const bool is_member = at > 1 && text.compare(at - 2, 2, "::") == 0;
+        if (!is_member && (at == 0 || !is_of_word(at - 1)) && !is_of_word(at + name.size())) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // What a function answers that nobody has written by hand, in three kinds.
 std::string by_rule(const Function &function, const Rule &rule)
 {
-    return fmt::format("__attribute__((weak)) {}\n{{\n    return {};\n}}\n\n", prototype(function, "sim_"),
-                       emit_rule(rule));
+    const std::string call = emit_rule(rule);
+    // What the rule has no use for has no name.
+    Function named = function;
+    for (Parameter &parameter : named.parameters) {
+        if (!mentions(call, parameter.name)) {
+            parameter.name.clear();
+        }
+    }
+    return fmt::format("__attribute__((weak)) {}\n{{\n    return {};\n}}\n\n", prototype(named, "sim_"),
+                       call);
 }
 
 std::string initialiser(const Function &function)
@@ -162,9 +188,19 @@ std::string emit_sdk_calls(const Family &family, const Answers &answers)
     const std::string subject = "Public functions of the family '" + family.name
                                 + "': log the call, ask the simulator, let no memory failure out.";
     std::string text = banner(subject, "interface/" + family.name + ".toml and the headers that it names");
-    text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"rules.h\"\n\n"
-            "#include <bcm/error.h>\n\n#include <cstring>\n#include <iterator>\n#include <new>\n\n"
-            "extern \"C\" {\n\n";
+    text += "#include \"sim_" + family.name + ".h\"\n\n#include \"call_log.h\"\n#include \"references.h\"\n"
+            "#include \"rules.h\"\n\n#include <bcm/error.h>\n\n#include <cstddef>\n#include <cstring>\n"
+            "#include <iterator>\n#include <new>\n\nextern \"C\" {\n\n";
+    std::map<std::string, TableText> tables;
+    for (const Function &function : family.sdk_functions) {
+        const Rule &rule = answers.at(function.name).rule;
+        if (!rule.table.empty()) {
+            tables[rule.table] = rule.table_text;
+        }
+    }
+    for (const auto &[table, of_table] : tables) {
+        text += emit_table(table, family.name, of_table);
+    }
     for (const Function &function : family.sdk_functions) {
         text += forwarder(function) + default_answer(function, answers.at(function.name));
     }

@@ -132,6 +132,7 @@ private:
             {"identified_by", &FamilyInterface::identified_by},
             {"created_with", &FamilyInterface::created_with},
             {"key_checks", &FamilyInterface::key_checks},
+            {"tables", &FamilyReader::read_tables},
         };
         return sections;
     }
@@ -188,6 +189,17 @@ private:
             const toml::table &typemap = entry(value, {"header", "name"});
             family_.typemaps[std::string(key.str())] = {field(typemap, "header").text,
                                                         field(typemap, "name").text, place_of(value)};
+        }
+    }
+
+    void read_tables(const toml::node &node)
+    {
+        for (auto &&[name, value] : table(node)) {
+            TableEntry &entry = family_.tables[std::string(name.str())];
+            entry.place = place_of(value);
+            for (auto &&[key, field] : table(value)) {
+                entry.fields[std::string(key.str())] = text(field);
+            }
         }
     }
 

@@ -30,6 +30,7 @@
 //                          spaces between; none, if the unit has only one such record
 //   [created_with]         tables of objects whose "_create" chooses an id: the flag that makes it take one, and
 //                          the one that makes it replace what the id has; none, if there are no such flags
+//   [tables.<table>]       tables whose functions names and types do not tell enough about: see table_rules.h
 //   [key_checks]           typedefs that are checked where they are keys: function of sdk/src/rules/rules.h
 //   [text]                 spellings that a declaration cannot give, by typedef name
 // An entry that fits no declaration is an error, and so is a key that is none of these.
@@ -64,6 +65,12 @@ struct PointerClass {
     bool equivalent = false;  ///< whether it is accepted wherever a pointer to the element is
 };
 
+/// What is told of one table of the development SDK, by what the keys of its entry say.
+struct TableEntry {
+    std::string place;
+    EntryTable fields;
+};
+
 struct FamilyInterface {
     std::string name;
     std::string file;
@@ -88,6 +95,7 @@ struct FamilyInterface {
     EntryTable identified_by;  ///< table to members
     EntryTable created_with;   ///< table to flags
     EntryTable key_checks;     ///< typedef to function
+    std::map<std::string, TableEntry> tables;
 };
 
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that

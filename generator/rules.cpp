@@ -3,6 +3,7 @@
 #include "argument_type.h"
 #include "errors.h"
 #include "spelling.h"
+#include "table_rules.h"
 
 #include <algorithm>
 #include <optional>
@@ -179,7 +180,7 @@ void choose_value(Roles &roles)
 
 class Finder {
 public:
-    explicit Finder(const Model &model)
+    explicit Finder(const Model &model) : tables_(find_table_answers(model))
     {
         for (const FamilyInterface &family : model.interface) {
             for (const auto &[name, place] : family.unserved) {
@@ -207,6 +208,10 @@ public:
 
     Answers find()
     {
+        for (auto &[name, answer] : tables_.answers) {
+            functions_.erase(name);
+            answers_[name] = answer;
+        }
         for (const auto &[name, function] : functions_) {
             for (const std::string &suffix : {std::string("_get"), std::string("_get32")}) {
                 if (ends_with(name, suffix)) {
@@ -538,6 +543,10 @@ private:
         }
         used_.insert(rule.table);
         answers_[function.name] = {AnswerKind::ByRule, why, rule};
+        const auto text = tables_.texts.find(rule.table);
+        if (text != tables_.texts.end()) {
+            answers_[function.name].rule.table_text = text->second;
+        }
     }
 
     std::vector<std::string> members(const std::string &table) const
@@ -555,6 +564,10 @@ private:
     {
         if (unserved_.count(function.name) != 0) {
             return "unserved in the interface file";
+        }
+        const auto refusal_of_table = tables_.refusals.find(function.name);
+        if (refusal_of_table != tables_.refusals.end()) {
+            return refusal_of_table->second;
         }
         if (!gives_status(function)) {
             return "gives no status";
@@ -596,6 +609,7 @@ private:
         errors.raise_any();
     }
 
+    TableAnswers tables_;
     std::map<std::string, std::string> unserved_;                    ///< function to place
     std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
     std::map<std::string, WordEntry> key_checks_;                    ///< by typedef

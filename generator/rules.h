@@ -35,6 +35,12 @@ struct RuleParameter {
     std::vector<std::string> members = {};  ///< of a record: those that are keys
 };
 
+/// What the interface files tell of a table, as generated code says it to sdk/src/rules/rule_table.h.
+struct TableText {
+    std::string references;  ///< definition of those of its records; empty if there are none
+    std::string arguments;   ///< of the table's constructor, after its name and module
+};
+
 /// How a function is answered. Example, of `bcm_port_autoneg_set(int unit, bcm_port_t port, int autoneg)`:
 /// operation "set", table "bcm_port_autoneg", a key `port` with the check "own_port" and a value `autoneg`.
 struct Rule {
@@ -45,6 +51,8 @@ struct Rule {
     std::vector<std::string> flags;         ///< of "create": see [created_with]
     std::vector<TypePtr> visited;           ///< of "traverse": keys and values as they are written
     std::string record;                     ///< tag of the record whose members are taken
+    std::string call = {};                  ///< the expression that answers, where it is known already
+    TableText table_text = {};
 };
 
 enum class AnswerKind {
@@ -59,6 +67,9 @@ struct Answer {
     std::string why;
     Rule rule;  ///< if there is one
 };
+
+/// The function of sdk/src/rules/rules.h for an initialisation or the end of one, as a Rule has it in `operation`.
+constexpr const char *operation_initialise = "initialise", *operation_detach = "detach";
 
 /// By function name.
 using Answers = std::map<std::string, Answer>;

@@ -27,7 +27,9 @@ def answers(rules, by_hand):
         if name in by_hand:
             yield name, family, 'by hand', by_hand[name]
         else:
-            yield name, family, 'unavailable' if operation == '-' else 'by rule', why
+            by_rule = operation != '-'
+            kept = 'kept, without effect on packets: ' if by_rule and operation != 'initialise' else ''
+            yield name, family, 'by rule' if by_rule else 'unavailable', kept + why
 
 
 def write(path, rows):

@@ -70,7 +70,7 @@ class EveryPair(RulesTest):
                     others[number] = writer.parameters[number].argument(30 + number)
                     self.assertEqual(self.results(getter, others), (q.BCM_E_NOT_FOUND, [''] * len(kept))
                                      if getter.operation == 'find' else (0, fresh), getter.name)
-        self.assertGreater(len(self.pairs), 300)
+        self.assertGreater(len(self.pairs), 290)
 
     def test_keys_may_be_members_of_the_record(self):
         checked = 0
@@ -101,7 +101,9 @@ class EveryPair(RulesTest):
             arguments = [parameter.argument(5) if parameter.is_pointer or parameter.type else None
                          for parameter in function.parameters]
             for number, parameter in enumerate(function.parameters):
-                if parameter.is_pointer and function.name not in hand and function.operation != 'traverse':
+                optional = parameter.role == 'other' and function.operation in ('object clear',)
+                if (parameter.is_pointer and function.name not in hand and not optional
+                        and not function.operation.endswith('traverse')):
                     self.assertEqual(function(UNIT, *(arguments[:number] + [None] + arguments[number + 1:])),
                                      q.BCM_E_PARAM, function.name)
 
@@ -109,6 +111,8 @@ class EveryPair(RulesTest):
         hand = rules.by_hand()
         tables = {}
         for function in self.functions:
+            if function.table == '-':  # of modules
+                continue
             tables.setdefault(function.table, set()).add(function.name in hand)
         self.assertEqual([table for table, kinds in sorted(tables.items()) if len(kinds) > 1], [])
 
@@ -132,13 +136,14 @@ class Reports(RulesTest):
     def test_what_is_unavailable_says_so_and_nothing_else_does(self):
         kinds = dict((name, (kind, why)) for name, _, kind, why in rules.report('answers.tsv'))
         nothing = (None,) * 24
+        self.addCleanup(library.bcm_init, 0)  # some of them detach what they belong to
         for name, (kind, why) in kinds.items():
             # Those written by hand have tests of their own; a void function has no status.
             if kind != 'by hand' and why not in ('gives no status', 'is named as its record'):
                 status = getattr(library, name)(*nothing)
                 self.assertEqual(status == q.BCM_E_UNAVAIL, kind == 'unavailable', name)
         self.assertEqual(kinds['bcm_l2_addr_add'], ('by hand', 'l2_address.cpp'))
-        self.assertEqual(kinds['bcm_port_jam_get'], ('by rule', 'mirrors bcm_port_jam_set'))
+        self.assertEqual(kinds['bcm_port_jam_get'], ('by rule', 'kept, without effect on packets: mirrors bcm_port_jam_set'))
 
 
 class Settings(RulesTest):
@@ -171,11 +176,12 @@ class Settings(RulesTest):
 
     def test_counters_are_one_in_both_widths(self):
         wide, narrow = ctypes.c_uint64(), ctypes.c_uint32()
-        library.bcm_vlan_stat_set(UNIT, 5, 2, 1, ctypes.c_uint64(0x500000007))
-        self.done(library.bcm_vlan_stat_get32(UNIT, 5, 2, 1, ctypes.byref(narrow)))
+        counter = UNIT, 5, 2, 10, 11, 1
+        library.bcm_vlan_translate_stat_set(*(counter + (ctypes.c_uint64(0x500000007),)))
+        self.done(library.bcm_vlan_translate_stat_get32(*(counter + (ctypes.byref(narrow),))))
         self.assertEqual(narrow.value, 7)
-        library.bcm_vlan_stat_set32(UNIT, 5, 2, 1, 9)
-        self.done(library.bcm_vlan_stat_get(UNIT, 5, 2, 1, ctypes.byref(wide)))
+        library.bcm_vlan_translate_stat_set32(*(counter + (9,)))
+        self.done(library.bcm_vlan_translate_stat_get(*(counter + (ctypes.byref(wide),))))
         self.assertEqual(wide.value, 9)
 
 

@@ -84,16 +84,17 @@ TEST_F(RulesTest, GettersMirrorTheirSetters)
     Answers answers = find(entries);
     EXPECT_EQ(
         answer(answers, "box_speed_set"),
-        R"(rules::set("box_speed", unit, {rules::own_port(port), rules::key(queue), rules::given(low), )"
+        R"(rules::set(table_of_box_speed, unit, {rules::own_port(port), rules::key(queue), rules::given(low), )"
         R"(rules::given(high)}))");
     EXPECT_EQ(answer(answers, "box_speed_get"),
-              R"(rules::get("box_speed", unit, {rules::own_port(port), rules::key(queue), )"
+              R"(rules::get(table_of_box_speed, unit, {rules::own_port(port), rules::key(queue), )"
               R"(rules::result_at(low, sizeof *low), rules::result_at(high, sizeof *high)}))");
-    EXPECT_EQ(answer(answers, "box_mac_get"),
-              R"(rules::get("box_mac", unit, {rules::key_at(of, sizeof(box_mac_t)), rules::result_at(to, )"
-              R"(sizeof(box_mac_t))}))");
+    EXPECT_EQ(
+        answer(answers, "box_mac_get"),
+        R"(rules::get(table_of_box_mac, unit, {rules::key_at(of, sizeof(box_mac_t)), rules::result_at(to, )"
+        R"(sizeof(box_mac_t))}))");
     EXPECT_EQ(answer(answers, "box_count_set32"),
-              R"(rules::set("box_count", unit, {rules::key(counter), rules::given(value)}))");
+              R"(rules::set(table_of_box_count, unit, {rules::key(counter), rules::given(value)}))");
     EXPECT_EQ(answer(answers, "box_count_sync_get"), answer(answers, "box_count_get"));
 }
 
@@ -102,16 +103,16 @@ TEST_F(RulesTest, RecordsThatCanBeRemovedAreFoundOrNot)
     Answers answers = find(entries);
     EXPECT_EQ(
         answer(answers, "box_cover_get"),
-        R"(rules::find("box_cover", unit, {rules::own_port(port), rules::result_at(lid, sizeof *lid)}))");
+        R"(rules::find(table_of_box_cover, unit, {rules::own_port(port), rules::result_at(lid, sizeof *lid)}))");
     EXPECT_EQ(answer(answers, "box_cover_delete"),
-              R"(rules::remove("box_cover", unit, {rules::own_port(port)}))");
-    EXPECT_EQ(answer(answers, "box_cover_delete_all"), R"(rules::clear("box_cover", unit, {}))");
+              R"(rules::remove(table_of_box_cover, unit, {rules::own_port(port)}))");
+    EXPECT_EQ(answer(answers, "box_cover_delete_all"), R"(rules::clear(table_of_box_cover, unit, {}))");
     EXPECT_EQ(
         answer(answers, "box_hinge_get"),
-        R"(rules::find("box_hinge", unit, {rules::member(lid, &box_lid_s::hinge), rules::result_at(lid, )"
+        R"(rules::find(table_of_box_hinge, unit, {rules::member(lid, &box_lid_s::hinge), rules::result_at(lid, )"
         R"(sizeof *lid)}))");
     EXPECT_EQ(answer(answers, "box_hinge_delete"),
-              R"(rules::remove("box_hinge", unit, {rules::key_as(&box_lid_s::hinge, hinge)}))");
+              R"(rules::remove(table_of_box_hinge, unit, {rules::key_as(&box_lid_s::hinge, hinge)}))");
     // What of the record says which ones to remove is not known.
     EXPECT_EQ(answer(answers, "box_hinge_delete_all"), "");
     // Callbacks are handed keys before values.
@@ -123,14 +124,14 @@ TEST_F(RulesTest, ObjectsHaveIds)
 {
     Answers answers = find(entries);
     EXPECT_EQ(answer(answers, "box_lid_create"),
-              R"(rules::create("box_lid", unit, {rules::given_at(lid, sizeof *lid)}, {id, )"
+              R"(rules::create(table_of_box_lid, unit, {rules::given_at(lid, sizeof *lid)}, {id, )"
               R"((flags & BOX_WITH_ID) != 0}))");
     EXPECT_EQ(answer(answers, "box_lid_get"),
-              R"(rules::find("box_lid", unit, {rules::key(id), rules::result_at(lid, sizeof *lid)}))");
+              R"(rules::find(table_of_box_lid, unit, {rules::key(id), rules::result_at(lid, sizeof *lid)}))");
     EXPECT_EQ(answer(answers, "box_lid_find"),
-              R"(rules::search("box_lid", unit, {rules::given_at(lid, sizeof *lid)}, {id}))");
+              R"(rules::search(table_of_box_lid, unit, {rules::given_at(lid, sizeof *lid)}, {id}))");
     EXPECT_EQ(answer(answers, "box_lid_traverse"),
-              R"(rules::traverse<int, rules::At<box_lid_s>>("box_lid", unit, {}, cb, user_data))");
+              R"(rules::traverse<int, rules::At<box_lid_s>>(table_of_box_lid, unit, {}, cb, user_data))");
 }
 
 TEST_F(RulesTest, IdsAreNumbersOfOneType)

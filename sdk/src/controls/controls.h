@@ -18,7 +18,7 @@ struct Tie {
 
 /// The controls of one kind.
 struct Controls {
-    const char *table;      ///< where those without a tie are kept
+    rules::Table table;     ///< where those without a tie are kept
     int count;              ///< they are numbered from 0
     const Tie *ties_begin;  ///< the others
     const Tie *ties_end;
@@ -27,18 +27,18 @@ struct Controls {
     int get(int unit, int port, int control, int *value, rules::Arguments kept) const
     {
         const Tie *tie = tie_of(control);
-        return !has(control)         ? rules::refuse(unit, kept)
+        return !has(control)         ? rules::refuse(table, unit, kept)
                : tie == nullptr      ? rules::get(table, unit, kept)
-               : tie->get == nullptr ? rules::unavailable(unit, kept)
+               : tie->get == nullptr ? rules::unavailable(table, unit, kept)
                                      : tie->get(unit, port, value);
     }
 
     int set(int unit, int port, int control, int value, rules::Arguments kept) const
     {
         const Tie *tie = tie_of(control);
-        return !has(control)         ? rules::refuse(unit, kept)
+        return !has(control)         ? rules::refuse(table, unit, kept)
                : tie == nullptr      ? rules::set(table, unit, kept)
-               : tie->set == nullptr ? rules::unavailable(unit, kept)
+               : tie->set == nullptr ? rules::unavailable(table, unit, kept)
                                      : tie->set(unit, port, value);
     }
 

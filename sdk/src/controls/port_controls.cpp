@@ -75,16 +75,16 @@ constexpr Tie port_ties[] = {
     {bcmPortControlL2Learn, get_learn, set_learn},
     {bcmPortControlL2Move, nullptr, nullptr},
 };
-constexpr Controls port_controls = {"bcm_port_control", bcmPortControlCount, std::begin(port_ties),
-                                    std::end(port_ties)};
+constexpr Controls port_controls = {
+    {"bcm_port_control", "port"}, bcmPortControlCount, std::begin(port_ties), std::end(port_ties)};
 
 constexpr Tie vlan_ties[] = {
     {bcmVlanPortUntaggedDrop, get_drop<&Dropped::untagged>, set_drop<&Dropped::untagged>},
     {bcmVlanPortTaggedDrop, get_drop<&Dropped::tagged>, set_drop<&Dropped::tagged>},
     {bcmVlanPortIngressFilterBypass, get_filter_bypass, set_filter_bypass},
 };
-constexpr Controls vlan_controls = {"bcm_vlan_control_port", bcmVlanPortControlCount, std::begin(vlan_ties),
-                                    std::end(vlan_ties)};
+constexpr Controls vlan_controls = {
+    {"bcm_vlan_control_port", "vlan"}, bcmVlanPortControlCount, std::begin(vlan_ties), std::end(vlan_ties)};
 
 }  // namespace
 

@@ -46,7 +46,7 @@ constexpr Tie ties[] = {
 };
 // The last of the enumeration, which does not say how many there are.
 constexpr int count = bcmSwitchHashMulticastTable + 1;
-constexpr Controls controls = {"bcm_switch_control", count, std::begin(ties), std::end(ties)};
+constexpr Controls controls = {{"bcm_switch_control", "switch"}, count, std::begin(ties), std::end(ties)};
 
 }  // namespace
 

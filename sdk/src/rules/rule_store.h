@@ -1,9 +1,13 @@
 /// What a unit keeps for the functions that are answered by rule: tables of records by key, both as bytes.
 #pragma once
 
+#include "rule_table.h"
 #include "switch.h"
 
+#include <cstdint>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 
 namespace sim {
@@ -15,24 +19,56 @@ struct KeyOrder {
 
 class RuleStore {
 public:
-    using Table = std::map<std::string, std::string, KeyOrder>;
+    using Records = std::map<std::string, std::string, KeyOrder>;
 
-    const Table &table(const std::string &name) { return tables_[name]; }
+    /// Empty if nothing was ever kept.
+    const Records &records(const std::string &table) const;
 
     /// Null if there is none.
     const std::string *find(const std::string &table, const std::string &key) const;
 
+    /// How many records refer to that one; without those that it owns.
+    int uses(const std::string &table, const std::string &key) const;
+    int uses_by_others(const rules::Table &table, const std::string &key) const;
+
+    /// How many records of a table refer to that one.
+    int uses_by(const std::string &referring, const std::string &table, const std::string &key) const;
+
     /// Enters or replaces.
-    void put(const std::string &table, const std::string &key, const std::string &value);
+    void put(const rules::Table &table, const std::string &key, const std::string &value);
 
-    /// False if there is none.
-    bool erase(const std::string &table, const std::string &key);
+    /// False if there is none. What it owns goes too.
+    bool erase(const rules::Table &table, const std::string &key);
 
-    /// Erases all records whose keys begin so.
-    void erase_all(const std::string &table, const std::string &key_begin);
+    using Meant = std::function<bool(const std::string &key, const std::string &value)>;
+
+    /// Erases all records that are meant, and what they own.
+    void erase_all(const rules::Table &table, const Meant &meant);
+
+    /// The numbers that keys end in, of `size` bytes each: ids of objects.
+    std::set<std::int32_t> ids(const std::string &table, std::size_t size) const;
+
+    /// Modules are initialised at first. Either empties all tables of the module.
+    bool is_initialised(const std::string &module) const { return detached_.count(module) == 0; }
+    void initialise(const std::string &module);
+    void detach(const std::string &module);
+    void initialise_all() { detached_.clear(); }
 
 private:
-    std::map<std::string, Table> tables_;
+    struct Kept {
+        const rules::Table *table = nullptr;  // null while only others refer to it
+        Records records;
+        std::map<std::string, int> uses;  // of records, by key
+    };
+
+    template <class Use>
+    void for_each_owned(const rules::Table &table, Use use) const;
+    void release(const rules::Table &table, const std::string &key, const std::string &value);
+    void empty(const std::string &module);
+    Records::iterator erase(Kept &kept, const rules::Table &table, Records::iterator record);
+
+    std::map<std::string, Kept> tables_;
+    std::set<std::string> detached_;
 };
 
 struct RuleState : RoomState {

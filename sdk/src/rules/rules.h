@@ -2,9 +2,12 @@
 /// what they do. They keep what they are given, per unit, and give it back. Generated code calls them; tables
 /// are named by what the names of their functions have in common.
 ///
-/// All give BCM_E_UNIT for a unit that is not attached, BCM_E_PARAM for a null pointer, BCM_E_PORT for a key
-/// that has to be a port and is none, in this order. Values are not judged.
+/// All give BCM_E_UNIT for a unit that is not attached, BCM_E_INIT while the module is detached, BCM_E_PARAM
+/// for a null pointer or what is out of its range, BCM_E_PORT for a key that has to be a port and is none, in
+/// this order. Then come BCM_E_NOT_FOUND for what is referred to and does not exist, and BCM_E_FULL.
 #pragma once
+
+#include "rule_table.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,11 +22,13 @@ namespace rules {
 
 /// One argument of a call. Objects are copied whole; their sizes are those of their types.
 struct Argument {
-    enum class Role : unsigned char { key, own_port, any_port, given, result };
+    enum class Role : unsigned char { key, own_port, any_port, given, result, refused, match, records, uses };
     Role role;
     std::uint32_t size;
-    const void *from;    ///< null only if the caller gave a null pointer
-    void *to = nullptr;  ///< of a result, what `from` is
+    const void *from;             ///< null only if the caller gave a null pointer
+    void *to = nullptr;           ///< of a result, what `from` is
+    const char *table = nullptr;  ///< of a number of records
+    std::size_t offset = 0;       ///< of what records are chosen by, in their value
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -85,44 +90,122 @@ inline Argument result_at(void *object, std::size_t size)
     return {Argument::Role::result, static_cast<std::uint32_t>(size), object, object};
 }
 
+/// A number that has to be within its range, and is no part of a record by this.
+template <class T>
+Argument within(T number, long long low, long long high)
+{
+    const bool is = static_cast<long long>(number) >= low && static_cast<long long>(number) <= high;
+    return {is ? Argument::Role::given : Argument::Role::refused, 0, ""};
+}
+
+/// Only the records that have this as a member, or all for the number that stands for these.
+template <class T>
+Argument matching(std::size_t offset, const T &number)
+{
+    return {Argument::Role::match, sizeof number, &number, nullptr, nullptr, offset};
+}
+
+template <class T>
+Argument matching(std::size_t offset, const T &number, long long all)
+{
+    return static_cast<long long>(number) == all ? within(0, 0, 0) : matching(offset, number);
+}
+
+/// A result that says how many records of another table refer to this one.
+inline Argument records_of(const char *table, int *count)
+{
+    return {Argument::Role::records, sizeof *count, count, count, table};
+}
+
+/// A result that says how many records refer to this one.
+inline Argument uses(int *count)
+{
+    return {Argument::Role::uses, sizeof *count, count, count};
+}
+
+/// The same of a member of a record; a null pointer is another argument's matter.
+template <class Record, class Member>
+Argument member_within(const Record *record, Member Record::*which, long long low, long long high)
+{
+    return within(record != nullptr ? static_cast<long long>(record->*which) : low, low, high);
+}
+
 /// For what is known to be wrong, or not there: the checks above, then BCM_E_PARAM, BCM_E_UNAVAIL.
-int refuse(int unit, Arguments arguments);
-int unavailable(int unit, Arguments arguments);
+int refuse(const Table &table, int unit, Arguments arguments);
+int unavailable(const Table &table, int unit, Arguments arguments);
+
+/// A module: init empties its tables and ends what detach begins, that its functions give BCM_E_INIT.
+int initialise(const char *module, int unit);
+int detach(const char *module, int unit);
 
 /// Settings: set enters or replaces; get writes zeros for what was never set.
-int set(const char *table, int unit, Arguments arguments);
-int get(const char *table, int unit, Arguments arguments);
+int set(const Table &table, int unit, Arguments arguments);
+int get(const Table &table, int unit, Arguments arguments);
 
-/// Records. add: BCM_E_EXISTS; modify, find and remove: BCM_E_NOT_FOUND. A find that fails writes nothing.
-int add(const char *table, int unit, Arguments arguments);
-int modify(const char *table, int unit, Arguments arguments);
-int find(const char *table, int unit, Arguments arguments);
-int remove(const char *table, int unit, Arguments arguments);
+/// Records. add: BCM_E_EXISTS, unless it may replace; modify, find and remove: BCM_E_NOT_FOUND; remove:
+/// BCM_E_BUSY while other records refer to it. A find that fails writes nothing.
+int add(const Table &table, int unit, Arguments arguments, bool may_replace = false);
+int modify(const Table &table, int unit, Arguments arguments);
+int find(const Table &table, int unit, Arguments arguments);
+int remove(const Table &table, int unit, Arguments arguments);
 
-/// Removes all records that have the given keys; these are the first ones, or none.
-int clear(const char *table, int unit, Arguments arguments);
+/// Removes all records that have the given keys, which are the first ones, or none. Who refers to them is not
+/// asked.
+int clear(const Table &table, int unit, Arguments arguments);
 
 /// The id of an object to be made.
 struct Id {
     template <class T>
     Id(T *id, bool is_chosen = false, bool may_replace = false)
-        : at(id), chosen(is_chosen), replace(may_replace)
+        : at(id), size(sizeof(T)), chosen(is_chosen), replace(may_replace)
     {
-        static_assert(sizeof(T) == sizeof(std::int32_t), "ids are of 32 bits");
+        static_assert(sizeof(T) == sizeof(std::int32_t) || sizeof(T) == sizeof(std::uint16_t),
+                      "ids are of 16 or 32 bits");
     }
 
     void *at;
+    std::size_t size;
     bool chosen;   ///< by the caller
     bool replace;  ///< what has it, or BCM_E_NOT_FOUND
 };
 
-/// Makes an object under the lowest free id from 1 upwards, and writes that, or under the one that the caller
-/// chose: BCM_E_PARAM if it is below 1, BCM_E_EXISTS. The arguments are its value; without any, it reads as
-/// zeros.
-int create(const char *table, int unit, Arguments arguments, Id id);
+/// Makes an object under the lowest free id, and writes that, or under the one that the caller chose:
+/// BCM_E_PARAM if it is below the table's first, BCM_E_EXISTS. The id follows the keys; it may be a member of
+/// a record among the arguments, which are the object's value. Without any, it reads as zeros.
+int create(const Table &table, int unit, Arguments arguments, Id id);
 
-/// Writes the lowest id of an object that has just this value, or BCM_E_NOT_FOUND.
-int search(const char *table, int unit, Arguments arguments, Id id);
+/// Writes the lowest id of an object that has just this value, or BCM_E_NOT_FOUND. An id within the given
+/// value does not count.
+int search(const Table &table, int unit, Arguments arguments, Id id, const void *id_within = nullptr);
+
+/// One part of many records: an array, and how large its elements are. Of a record that has the others as
+/// members, the only one.
+struct Column {
+    template <class T>
+    Column(T *array) : at(const_cast<std::remove_const_t<T> *>(array)), size(sizeof(T))
+    {
+    }
+
+    void *at;
+    std::size_t size;
+};
+using Columns = std::initializer_list<Column>;
+
+/// Writes the records that have the given first keys, at most `max` of them, part by part of what follows
+/// those, and how many there are.
+int list(const Table &table, int unit, Arguments arguments, long long max, Columns columns, void *count,
+         std::size_t count_size);
+
+template <class Count>
+int list(const Table &table, int unit, Arguments arguments, long long max, Columns columns, Count *count)
+{
+    return list(table, unit, arguments, max, columns, count, sizeof *count);
+}
+
+/// Replaces the records that have the given first keys by these: BCM_E_EXISTS if two of them have one key.
+/// Where what follows is a value alone, its place in the array is the last key.
+int replace_all(const Table &table, int unit, Arguments arguments, long long count, Columns columns,
+                bool by_place);
 
 /// A part of a record that a callback takes by address.
 template <class T>
@@ -146,17 +229,20 @@ auto as_argument(At<T> &part)
     }
 }
 
-/// visit(bytes) for each record, with the last `size` bytes of its key and value; see traverse.
-int visit_all(const char *table, int unit, bool no_callback, std::size_t size,
-              const std::function<int(const char *bytes)> &visit);
+/// visit(bytes) for each record with the given first keys, with the last `size` bytes of its key and value,
+/// or of its key; see traverse.
+int visit_all(const Table &table, int unit, Arguments arguments, bool no_callback, std::size_t size,
+              bool keys_alone, const std::function<int(const char *bytes)> &visit);
 
-/// callback(unit, parts of key and value..., user_data) for each record, in ascending order if the key is one
-/// number. Each gets copies, and may add and remove records. Ends with a negative result and returns it.
+/// callback(unit, parts of key and value, or of the key, user_data) for each record that has the given first
+/// keys, in ascending order if the key is one number. Each gets copies, and may add and remove records. Ends
+/// with a negative result and returns it.
 template <class... Parts, class Callback>
-int traverse(const char *table, int unit, Arguments, Callback *callback, void *user_data)
+int traverse(const Table &table, int unit, Arguments arguments, Callback *callback, void *user_data,
+             bool keys_alone = false)
 {
     constexpr std::size_t size = (0 + ... + sizeof(Parts));
-    return visit_all(table, unit, callback == nullptr, size, [&](const char *bytes) {
+    return visit_all(table, unit, arguments, callback == nullptr, size, keys_alone, [&](const char *bytes) {
         std::tuple<Parts...> record;
         return std::apply(
             [&](Parts &...parts) {

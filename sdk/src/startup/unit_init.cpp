@@ -1,5 +1,6 @@
 /// Initialisation of a unit as a whole and of single families.
 #include "begin.h"
+#include "rule_store.h"
 #include "sim_auth.h"
 #include "sim_cosq.h"
 #include "sim_fabric.h"
@@ -64,10 +65,10 @@ const Module *module_numbered(int number)
 
 extern "C" {
 
-// Attaching a unit initialises all of it.
+// Attaching a unit initialises all of it; what was detached since then comes back.
 int sim_bcm_init(int unit)
 {
-    return begin(unit).then([]() -> int { return BCM_E_NONE; });
+    return begin(unit).then([](Switch &sw) { rule_store_of(sw).initialise_all(); });
 }
 
 int sim_bcm_init_check(int unit)

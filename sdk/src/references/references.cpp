@@ -1,0 +1,32 @@
+#include "references.h"
+
+#include "trunk.h"
+#include "vlan.h"
+
+#include <cstring>
+
+namespace sim {
+
+namespace {
+
+template <class Number>
+Number number_at(const void *part)
+{
+    Number number;
+    std::memcpy(&number, part, sizeof number);
+    return number;
+}
+
+}  // namespace
+
+bool vlan_exists(Switch &sw, const void *part)
+{
+    return vlans_of(sw).has(number_at<bcm_vlan_t>(part));
+}
+
+bool trunk_exists(Switch &sw, const void *part)
+{
+    return trunks_of(sw).trunks().count(number_at<bcm_trunk_t>(part)) != 0;
+}
+
+}  // namespace sim
