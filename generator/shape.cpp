@@ -67,11 +67,11 @@ ShapeParameter in_parameter(const Crossing &crossing)
     case Conversion::Callback:
         return pointer("f", "to_callback", true, Passing::Reinterpret);
     case Conversion::Bytes:
-        return {"y",  "HeldBytes const &", "HeldBytes", "to_bytes", false, false,
+        return {"y",  "HeldBytes const &", "HeldBytes", "to_bytes", false,         false,
                 true, Direction::In,       false,       "",         Passing::Bytes};
     case Conversion::Callable:
-        return {"l",  "PyObject *",  "PyObject *", "to_callable", false, false,
-                true, Direction::In, false,        "",            Passing::Callable};
+        return {"l",           "PyObject *", "PyObject *", "to_callable",    false, false, true,
+                Direction::In, false,        "",           Passing::Callable};
     case Conversion::Mapped:
         return mapped(crossing);
     case Conversion::Object:

@@ -41,8 +41,9 @@ bool CallFromC::call(PyObject *function, int32_t *result)
     bool done = kept && _PyTuple_Resize(&arguments_, count_) == 0;
     if (done) {
         Owned answer = Owned::steal(PyObject_CallObject(kept.get(), arguments_));
-        done = answer && (answer.get() == Py_None || !PyInt_Check(answer.get())
-                          || to_int32(answer.get(), result) == Status::ok);
+        done = answer
+               && (answer.get() == Py_None || !PyInt_Check(answer.get())
+                   || to_int32(answer.get(), result) == Status::ok);
     }
     if (may_call_ && PyErr_Occurred() && !is_inner_) {
         PyErr_WriteUnraisable(kept.get());

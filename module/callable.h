@@ -60,7 +60,8 @@ void add_arguments(CallFromC &call, const char *text, Rest... rest)
 template <typename Count, typename... Rest>
 void add_arguments(CallFromC &call, const unsigned char *bytes, Count count, Rest... rest)
 {
-    call.add(PyString_FromStringAndSize(reinterpret_cast<const char *>(bytes), static_cast<Py_ssize_t>(count)));
+    call.add(
+        PyString_FromStringAndSize(reinterpret_cast<const char *>(bytes), static_cast<Py_ssize_t>(count)));
     add_arguments(call, rest...);
 }
 
@@ -91,7 +92,8 @@ struct CallableFunction<Result (*)(Parameters...)> {
         CallFromC call(sizeof...(Parameters));
         add_arguments(call, parameters...);
         int32_t result = 0;
-        const bool done = call.call(static_cast<PyObject *>(std::get<datum>(std::tie(parameters...))), &result);
+        const bool done =
+            call.call(static_cast<PyObject *>(std::get<datum>(std::tie(parameters...))), &result);
         if constexpr (!std::is_void_v<Result>) {
             return static_cast<Result>(done ? result : -1);
         }
