@@ -1,8 +1,10 @@
 """The door to the simulated switch: packets, cables, and test cases with readable failures."""
 import array
 import os
+import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 
 import QuorelApiNew as q
@@ -111,10 +113,56 @@ class SwitchDoor(unittest.TestCase):
         self.assertEqual(len(gone), 1)
         del gone[:]
 
-    def test_ageing(self):
-        self.switch.send(1, sim.ethernet(B, A))
+    def test_time_passes_when_it_is_told_to(self):
         checked(q.bcm_l2_age_timer_set, 0, 300)
-        self.assertEqual([self.switch.sweep_addresses() for _ in range(3)], [0, 1, 0])
+        self.switch.send(1, sim.ethernet(B, A))
+        start = sim.now()
+        sim.advance(300.5)
+        self.assertEqual(len(q.getHwMacTable(0)), 1)
+        sim.advance(300)
+        self.assertEqual(q.getHwMacTable(0), [])
+        self.assertAlmostEqual(sim.now() - start, 600.5)
+        with self.assertRaises(StatusError):
+            sim.advance(18446744000)
+
+    def test_cables_join_switches(self):
+        other = sim.Switch(1)
+        other.fresh()
+        self.addCleanup(q.bcm_detach, 1)
+        self.switch.join(10, other, 20)
+        seen = []
+        with other.watched(lambda port, frame: seen.append(port)):
+            self.assertEqual(len(self.switch.send(1, sim.ethernet(B, A))), 63)
+        self.assertEqual(len(seen), 63)
+        self.assertNotIn(20, seen)
+        self.assertEqual(other.send(2, sim.ethernet(A, B)), [(20, sim.ethernet(A, B))])
+        self.switch.flap(10, 2)
+        self.switch.pull(10)
+        with self.assertRaises(StatusError):
+            other.send(20, sim.ethernet(A, B))
+
+    def test_a_way_is_told(self):
+        text = self.switch.trace(1, sim.ethernet(B, A, vlan=9))
+        self.assertIn('no such VLAN', text)
+        self.assertEqual(self.switch.drops(1, sim.ethernet(B, A)), [])
+
+    def test_captures_and_replay(self):
+        directory = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, directory)
+        file = os.path.join(directory, 'frames.pcapng')
+        with self.switch.captured(file, [1, 2]):
+            self.switch.send(1, sim.ethernet(B, A))
+        self.switch.fresh()
+        self.assertEqual(self.switch.replay(file, 5), (2, 0))
+        self.assertEqual(self.switch.statistics(1)['snmpIfInUcastPkts'], 1)
+        for function, argument, words in ((self.switch.replay, __file__, ''),
+                                          (self.switch.replay, file + '.gone', 'gone')):
+            with self.assertRaises(sim.CaptureError) as raised:
+                function(argument, 1)
+            self.assertIn(words, str(raised.exception))
+        with self.assertRaises(sim.CaptureError):
+            with self.switch.captured(directory):
+                pass
 
     def test_without_a_simulated_switch(self):
         code = 'import sys; sys.modules["_quorel_sim"] = None\ntry:\n    import quorel.sim\n' \
@@ -150,25 +198,26 @@ class Forwarding(sim.TestCase):
         for line in ('of this frame, which arrives at port 1:', 'port 2 sends another frame (- expected, + sent):',
                      '    - eth.type                 0x8100', '    + eth.type                 0x0800',
                      '    - vlan.id                  7', '      ip.dst                   10.0.0.2',
-                     'port 5 sends nothing where this was expected:'):
+                     'port 5 sends nothing where this was expected:', 'its way:'):
             self.assertIn(line, text.splitlines())
         self.assertIn('each of the ports 2-64 sends what was not expected:',
                       self.failure(self.assertSends, 1, sim.ethernet(C, A), {}))
 
     def test_drops(self):
         self.assertDropped(1, sim.tagged(self.frame, 9))
-        self.assertDropped(1, sim.tagged(self.frame, 9), 'vlan unknown')
-        self.assertIn("it was not dropped for 'stp state', but for: vlan unknown",
-                      self.failure(self.assertDropped, 1, sim.tagged(self.frame, 9), 'stp state'))
+        self.assertDropped(1, sim.tagged(self.frame, 9), 'vlan_unknown')
+        self.assertIn("it was not dropped for 'tree_state', but for: vlan_unknown",
+                      self.failure(self.assertDropped, 1, sim.tagged(self.frame, 9), 'tree_state'))
         self.assertIn('port 2 sends what was not expected:', self.failure(self.assertDropped, 1, self.frame))
         checked(q.bcm_port_discard_set, 0, 1, q.BCM_PORT_DISCARD_UNTAG)
-        self.assertDropped(1, self.frame, 'tag type')
+        self.assertDropped(1, self.frame, 'tag_type')
         checked(q.bcm_port_frame_max_set, 0, 3, 64)
-        self.assertDropped(3, self.frame.ljust(61, b'\0'), 'frame too long')
+        self.assertDropped(3, self.frame.ljust(61, b'\0'), 'too_long')
         self.assertDropped(4, self.frame[:40], 'undersize')
         checked(q.bcm_port_stp_set, 0, 4, q.BCM_STG_STP_BLOCK)
-        self.assertDropped(4, self.frame, 'stp state')
-        self.assertEqual(self.dropReasons(2, sim.ethernet(B, B)), [])
+        self.assertDropped(4, self.frame, 'tree_state')
+        self.assertDropped(2, sim.ethernet(B, C), 'no_destination')
+        self.assertEqual(self.switch.drops(1, sim.tagged(self.frame, 9)), [(1, 'vlan_unknown')])
 
     def test_counts(self):
         counts = dict((name, self.dropped_counts()[name]) for name in self.dropped_counts())

@@ -20,6 +20,41 @@ def _done(function, *arguments):
     return status
 
 
+@contextlib.contextmanager
+def _traced():
+    sim.sim_trace_begin()
+    try:
+        yield
+    finally:
+        sim.sim_trace_end()
+
+
+def now():
+    """The time of the switches' clock, in seconds."""
+    return sim.sim_clock_now() / 1e9
+
+
+def advance(seconds):
+    """Lets time pass, which stands still otherwise: what is due on the way happens, in order."""
+    _done(sim.sim_clock_advance, int(seconds * 1000000000))
+
+
+def run_clock(runs=True):
+    """From now on time passes as the machine's does, or stands still again."""
+    _done(sim.sim_clock_run, int(runs))
+
+
+class CaptureError(errors.StatusError):
+    """A file of packets cannot be read or written: `problem` says why."""
+
+    def __init__(self, function, arguments, status):
+        errors.StatusError.__init__(self, function, arguments, status)
+        self.problem = sim.sim_capture_problem()
+
+    def __str__(self):
+        return '%s: %s' % (errors.StatusError.__str__(self), self.problem)
+
+
 class Switch(object):
     """The simulated switch attached as a unit. Ports are numbers; frames are str, bytearray or any buffer, from the
     destination address on and without checksum. Raises StatusError for what the switch refuses.
@@ -65,28 +100,66 @@ class Switch(object):
         has_no_copper = sim.sim_cable_plug(self.unit, port, copper, metres) == q.SOC_E_PARAM
         _done(sim.sim_cable_plug, self.unit, port, fiber if has_no_copper else copper, metres)
 
+    def join(self, port, other, other_port, metres=CABLE_METRES):
+        """Plugs a cable into this port and one of another switch, or of this: what one sends the other receives."""
+        _done(sim.sim_cable_join, self.unit, port, other.unit, other_port, metres)
+
     def pull(self, port):
         """Takes out what is plugged in: the link goes down."""
-        _done(sim.sim_cable_plug, self.unit, port, 0, CABLE_METRES)
+        _done(sim.sim_cable_pull, self.unit, port)
 
-    def flap(self, port):
-        """The cable comes out and is plugged in again."""
-        self.pull(port)
-        self.plug(port)
+    def flap(self, port, times=1):
+        """The cable comes out and is plugged in again, that many times."""
+        _done(sim.sim_cable_flap, self.unit, port, times)
+
+    def trace(self, port, frame):
+        """A frame arrives at the port: its way in words, a line for each step, with what it met."""
+        with _traced():
+            self.send(port, frame)
+        return sim.sim_trace_text()
+
+    def drops(self, port, frame):
+        """A frame arrives at the port: why it, or copies of it, went no further: [(port, reason), ...] with reasons
+        such as 'vlan_filter'; sim/trace.h lists them.
+        """
+        with _traced():
+            self.send(port, frame)
+        return [(at, drop) for _, at, _, drop, _ in sim.trace_steps() if drop != 'none']
+
+    @contextlib.contextmanager
+    def captured(self, file, ports=None):
+        """While the block runs, what arrives at these ports (default: all) and leaves them is written to a file, in
+        the pcapng format, which names ports and has the clock's times.
+        """
+        status, capture = sim.sim_capture_open(file, sim.simCapturePcapng)
+        if status < 0:
+            raise CaptureError(sim.sim_capture_open, (file,), status)
+        try:
+            for port in ([CPU_PORT] + list(FRONT_PORTS)) if ports is None else ports:
+                _done(sim.sim_capture_port, capture, self.unit, port, sim.SIM_CAPTURE_RECEIVED | sim.SIM_CAPTURE_SENT)
+            yield
+        finally:
+            status = sim.sim_capture_close(capture)
+        if status < 0:
+            raise CaptureError(sim.sim_capture_close, (file,), status)
+
+    def replay(self, file, port, timed=False):
+        """Lets the packets of a pcap or pcapng file arrive: (how many, of how many the port took none). Those of
+        an interface that is named as a port arrive there, all others at the port given; timed: the clock advances
+        between them. Raises CaptureError, and nothing has arrived, if the file is none.
+        """
+        status, replayed, refused = sim.replay(file, self.unit, port, bool(timed))
+        if status < 0:
+            raise CaptureError(sim.replay, (file, self.unit, port, timed), status)
+        return replayed, refused
 
     def fresh(self):
-        """The switch as it is when a process begins: attached anew, with a cable in each port, and nothing configured
-        or learnt. Others that are told of units hear that it went and came.
+        """The switch as it is when a process begins: a cable in each port, nothing configured or learnt, nobody who
+        is told of anything. Attaches the unit, if it is not.
         """
-        if q.bcm_attach_check(self.unit) == q.BCM_E_NONE:
-            _done(q.bcm_detach, self.unit)
-        _done(q.bcm_attach, self.unit, '', '', 0)
-        for port in FRONT_PORTS:
-            self.plug(port)
-
-    def sweep_addresses(self):
-        """One sweep of the ageing timer; how many addresses it removed."""
-        return _done(sim.sim_l2_age_step, self.unit)
+        if q.bcm_attach_check(self.unit) != q.BCM_E_NONE:
+            _done(q.bcm_attach, self.unit, '', '', 0)
+        _done(sim.sim_switch_reset, self.unit)
 
     def statistics(self, port):
         """{name: value} of the port's statistics that are not 0."""

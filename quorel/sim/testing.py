@@ -5,26 +5,13 @@
             frame = sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01')
             self.assertSends(1, frame, {2: frame})
 """
-import re
 import unittest
 
+import _quorel_sim as sim
 from quorel.sim.dissector import difference, lines
 from quorel.sim.switch import CPU_PORT, FRONT_PORTS, Switch
 
 PORTS = [CPU_PORT] + list(FRONT_PORTS)
-# What the ports' statistics call drops: snmpBcmRxVlanFilterDiscards.
-_REASON = re.compile('snmp(?:Bcm|EtherStats|Dot3Stats|Dot1dBasePort)(?:Rx|Tx)?(.+?)(?:Discards|Pkts|s)$')
-
-
-def _words(name):
-    """'vlan filter' for the statistic snmpBcmRxVlanFilterDiscards."""
-    return re.sub('(?<=[a-z])(?=[A-Z])', ' ', _REASON.match(name).group(1)).lower()
-
-
-def _is_reason(name):
-    return (name.endswith('Discards') and name.startswith('snmpBcm')
-            or name in ('snmpEtherStatsUndersizePkts', 'snmpDot3StatsFrameTooLongs',
-                        'snmpDot1dBasePortMtuExceededDiscards'))
 
 
 class _Faults(object):
@@ -83,7 +70,7 @@ class TestCase(unittest.TestCase):
         expected: {port: frame}; a list of frames, in their order, where a port sends several.
         """
         left = {}
-        for to, found in self.switch.send(port, frame):
+        for to, found in self._send_traced(port, frame):
             left.setdefault(to, []).append(found)
         faults = _Faults()
         for to in sorted(set(left) | set(expected)):
@@ -96,29 +83,19 @@ class TestCase(unittest.TestCase):
             self._fail_with_frame(port, frame, faults.told(), message)
 
     def assertDropped(self, port, frame, reason=None, message=None):
-        """A frame that arrives at the port leaves nowhere, and if a reason is given the switch counted a drop for it.
-
-        reason: in words, as dropReasons() has them, such as 'vlan filter'.
+        """A frame that arrives at the port leaves nowhere; if a reason is given, it, or a copy of it, was dropped for
+        that: 'vlan_filter' and the like, as Switch.drops() has them.
         """
-        before = self._counted()
-        left = self.switch.send(port, frame)
-        reasons = self._reasons(self._moved(before))
+        left = self._send_traced(port, frame)
+        reasons = [drop for _, _, _, drop, _ in sim.trace_steps() if drop != 'none']
         sent = _Faults()
         for to, found in left:
             sent.compare(to, None, found)
         faults = sent.told()
         if reason is not None and reason not in reasons:
-            faults.append('it was not dropped for %r, but for: %s' % (reason, ', '.join(reasons) or 'no reason'))
+            faults.append('it was not dropped for %r, but for: %s' % (reason, ', '.join(reasons) or 'nothing'))
         if faults:
             self._fail_with_frame(port, frame, faults, message)
-
-    def dropReasons(self, port, frame):
-        """A frame arrives: the reasons for which the switch counted a drop, in words. Often there is none: no
-        destination is left, or the port that should send it has no link.
-        """
-        before = self._counted()
-        self.switch.send(port, frame)
-        return self._reasons(self._moved(before))
 
     def assertCounts(self, port, frame, expected, message=None):
         """Of a frame that arrives at the port, these statistics of ports move by so much, and no others of these
@@ -127,7 +104,7 @@ class TestCase(unittest.TestCase):
         expected: {port: {name: by}}, names as in QuorelApiNew; {port: all} for a port that does not matter.
         """
         before = self._counted()
-        self.switch.send(port, frame)
+        self._send_traced(port, frame)
         moved = self._moved(before)
         faults = []
         for at in PORTS:
@@ -155,12 +132,16 @@ class TestCase(unittest.TestCase):
                 moved[port] = changes
         return moved
 
-    @staticmethod
-    def _reasons(moved):
-        return sorted(set(_words(name) for counted in moved.values() for name in counted if _is_reason(name)))
+    def _send_traced(self, port, frame):
+        sim.sim_trace_begin()
+        try:
+            return self.switch.send(port, frame)
+        finally:
+            sim.sim_trace_end()
 
     def _fail_with_frame(self, port, frame, faults, message):
         text = ['of this frame, which arrives at port %d:' % port] + _indented(lines(bytes(frame))) + faults
+        text += ['its way:'] + _indented(sim.sim_trace_text().splitlines())
         self.fail(self._formatMessage(message, '\n'.join(text)))
 
 

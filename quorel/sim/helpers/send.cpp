@@ -42,10 +42,8 @@ PyObject *send(int unit, int port, const unsigned char *frame, int length)
         return nullptr;
     }
     Collector collector = {unit, list.get(), true};
-    sim_packet_watch(collect, &collector);
-    const int status = sim_packet_arrive(unit, port, frame, length);
-    sim_packet_watch(nullptr, nullptr);
-    if (!collector.complete) {
+    const int status = sim_packet_send(unit, port, frame, length, collect, &collector);
+    if (!collector.complete || PyErr_Occurred()) {
         return nullptr;
     }
     return status == BCM_E_NONE ? list.release() : PyInt_FromLong(status);

@@ -1,0 +1,26 @@
+"""The recipes of docs/simulated-switch.md, run from top to bottom."""
+import doctest
+import os
+import sys
+import unittest
+
+import _quorel_sim  # counted references are those of its module too
+from quorel import sim
+
+GUIDE = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), 'docs', 'simulated-switch.md')
+
+
+class Recipes(unittest.TestCase):
+    def setUp(self):
+        self.addCleanup(sim.Switch().fresh)
+
+    def test_they_do_what_they_show(self):
+        with open(GUIDE) as file:
+            test = doctest.DocTestParser().get_doctest(file.read(), {}, 'simulated-switch.md', GUIDE, 0)
+        result = doctest.DocTestRunner(optionflags=doctest.ELLIPSIS, verbose=False).run(test, out=sys.stderr.write)
+        self.assertEqual(result.failed, 0)
+        self.assertGreater(result.attempted, 30)
+
+
+if __name__ == '__main__':
+    unittest.main()
