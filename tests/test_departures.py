@@ -39,15 +39,15 @@ class Departures(unittest.TestCase):
 
     def test_appended_outputs_come_whatever_the_status(self):
         qset = q.bcm_field_qset_t()
-        calls = [(q.bcm_field_entry_create, (0, 1)), (q.bcm_field_group_default_entry_get, (0, 1)),
-                 (q.bcm_field_group_create, (0, qset, 1)), (q.bcm_field_group_create_mode, (0, qset, 1, 0)),
-                 (q.bcm_field_group_port_create_mode, (0, 1, qset, 1, 0)),
-                 (q.bcm_field_group_ports_create_mode, (0, [1, 2], qset, 1, 0)),
-                 (q.bcm_field_group_wlan_create_mode, (0, qset, 1, 0)),
-                 (q.bcm_field_qualify_ExactMatchGroupClassId_get, (0, 1, 2))]
+        calls = [(q.bcm_field_entry_create, (1,)), (q.bcm_field_group_default_entry_get, (1,)),
+                 (q.bcm_field_group_create, (qset, 1)), (q.bcm_field_group_create_mode, (qset, 1, 0)),
+                 (q.bcm_field_group_port_create_mode, (1, qset, 1, 0)),
+                 (q.bcm_field_group_ports_create_mode, ([1, 2], qset, 1, 0)),
+                 (q.bcm_field_group_wlan_create_mode, (qset, 1, 0)),
+                 (q.bcm_field_qualify_ExactMatchGroupClassId_get, (1, 2))]
         for call, arguments in calls:
-            result = call(*arguments)
-            self.assertEqual((type(result), len(result), result[1]), (list, 2, 0), call.__name__)
+            self.assertEqual(call(99, *arguments), [q.BCM_E_UNIT, 0], call.__name__)
+            self.assertEqual([type(value) for value in call(0, *arguments)], [int, int], call.__name__)
         for unit, expected in ((0, q.BCM_E_NONE), (99, q.BCM_E_UNIT)):
             status, config = q.bcm_port_config_get(unit)
             self.assertEqual(status, expected)

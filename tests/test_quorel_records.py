@@ -159,7 +159,7 @@ class Values(unittest.TestCase):
         address = q.bcm_l2_addr_t(port=3, vid=9)
         for values, wanted in [
                 ({'port': '3'}, (TypeError, "bcm_l2_addr_t.port: a value of type 'int' is wanted, not str")),
-                ({'port': 2 ** 40}, (OverflowError, "bcm_l2_addr_t.port: %d does not fit in 'int'" % 2 ** 40)),
+                ({'port': 2 ** 70}, (OverflowError, "bcm_l2_addr_t.port: %r does not fit in 'int'" % 2 ** 70)),
                 ({'mac': 'here'}, (ValueError, None)),
                 ({'block_bitmap': [-1]}, (OverflowError, None)),
                 ({'block_bitmap': [2 ** 31]}, (TypeError, None)),
