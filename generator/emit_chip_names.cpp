@@ -25,10 +25,11 @@ std::string emit_chip_names(const Model &model)
     return banner("The names of the chip's registers, memories and fields.",
                   "the interface files and the headers that they name")
            + includes(headers, {}) + "\n#include \"quorel/extension/chip_names.h\"\n\nnamespace quorel {\n\n"
-           + fmt::format("const size_t chip_name_counts[] = {{{}}};\n\n"
-                         "const char chip_name_text[] =\n{}    \"\";\n\n"
-                         "const int32_t chip_numbers[] = {{\n{}    0,\n}};\n\n",
-                         counts, names, numbers)
+           + fmt::format(
+               "const size_t chip_name_counts[] = {{{}}};\n\n"
+               "const char chip_name_text[] =\n{}    \"\";\n\n"
+               "const int32_t chip_numbers[] = {{\n{}    0,\n}};\n\n",
+               counts, names, numbers)
            + "}  // namespace quorel\n";
 }
 

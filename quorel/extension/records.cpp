@@ -463,7 +463,8 @@ private:
     // Text of JSON is unicode. The codec serves Pythons of either size of unicode.
     static NewReference as_native(PyObject *value)
     {
-        return PyUnicode_Check(value) ? PyCodec_Encode(value, "utf-8", nullptr) : Owned::share(value).release();
+        return PyUnicode_Check(value) ? PyCodec_Encode(value, "utf-8", nullptr)
+                                      : Owned::share(value).release();
     }
 
     bool write(const CType &type, char *address, PyObject *given)
