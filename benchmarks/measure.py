@@ -138,6 +138,7 @@ def quorel_rows():
 
     scalars = 'f = M.bcm_port_learn_set'
     output = 'f = M.bcm_port_enable_get; p = P.intp()'
+    record = 'r = P.bcm_niv_egress_t(); as_dict = quorel.as_dict; names = sorted(as_dict(r))'
     payload = "a = quorel.array('uint8', 1500); text = 'x' * 1500\n"
     status = "name_of = quorel.name_of; numbers = {-4: 'BCM_E_PARAM'}"
     return [
@@ -149,6 +150,8 @@ def quorel_rows():
             quorel('a[:] = text', payload + 'a = bytearray(a)', 'a text')),
         Row('quorel: 1,500 bytes out of an array', 'bytearray', 2.00, quorel('str(a)', payload, 'a'),
             quorel('str(a)', payload + 'a = bytearray(a)', 'a')),
+        Row('quorel: as_dict() of ten members', 'getattr loop', 0.50, quorel('as_dict(r)', record, 'r as_dict'),
+            quorel('dict([(name, getattr(r, name)) for name in names])', record, 'r names')),
         Row('quorel: import', 'QuorelApiNew', 0.20, lambda: import_instructions('quorel', 'import QuorelApiNew'),
             lambda: import_instructions('QuorelApiNew')),
     ]
