@@ -95,7 +95,8 @@ bool has_magic(const std::string &text, std::uint32_t magic, bool *big_endian)
     return false;
 }
 
-void read_pcap(const std::string &text, bool big_endian, std::uint64_t unit, std::vector<CapturedPacket> &packets)
+void read_pcap(const std::string &text, bool big_endian, std::uint64_t unit,
+               std::vector<CapturedPacket> &packets)
 {
     Cursor cursor(text, 4, text.size(), big_endian);
     cursor.skip(16);
@@ -151,7 +152,8 @@ Interface read_interface(Cursor body)
 std::uint64_t time_of(std::uint64_t ticks, std::uint64_t per_second)
 {
     const std::uint64_t seconds = ticks / per_second, rest = ticks % per_second;
-    const long double part = static_cast<long double>(rest) * nanoseconds / static_cast<long double>(per_second);
+    const long double part =
+        static_cast<long double>(rest) * nanoseconds / static_cast<long double>(per_second);
     return seconds * nanoseconds + static_cast<std::uint64_t>(part + 0.5L);
 }
 

@@ -181,6 +181,8 @@ private:
 
 int send(int unit, bcm_port_t port, const unsigned char *frame, int length, const Watcher &collector)
 {
+    // What leaves takes memory that all threads share.
+    const UnitsLock lock;
     if (sim_clock_runs()) {
         sim_clock_catch_up();
     }
@@ -203,10 +205,11 @@ int send(int unit, bcm_port_t port, const unsigned char *frame, int length, cons
 
 }  // namespace
 
-void set_outlet(Switch &sw, int port, const Outlet &outlet)
+void set_outlet(int unit, int port, const Outlet &outlet)
 {
-    outlets[static_cast<std::size_t>(sw.unit)][static_cast<std::size_t>(port)] = outlet;
-    with_outlet[sw.unit].put(port, outlet.send != nullptr);
+    const UnitsLock lock;
+    outlets[static_cast<std::size_t>(unit)][static_cast<std::size_t>(port)] = outlet;
+    with_outlet[unit].put(port, outlet.send != nullptr);
 }
 
 int arrive(Switch &sw, int port, const unsigned char *frame, std::size_t length)
@@ -242,6 +245,7 @@ extern "C" {
 
 void sim_packet_watch(sim_packet_watcher_t call, void *datum)
 {
+    const sim::UnitsLock lock;
     watcher = {call, datum};
 }
 

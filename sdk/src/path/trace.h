@@ -39,7 +39,7 @@ extern bool is_traced;
 [[gnu::cold]] void tell_drop(const Passage &passage, int port, Discard reason);
 
 /// What happens between units.
-[[gnu::cold, gnu::format(printf, 4, 5)]] void tell_wire(int unit, int port, sim_drop_t drop, const char *format,
-                                                        ...);
+[[gnu::cold, gnu::format(printf, 4, 5)]] void tell_wire(int unit, int port, sim_drop_t drop,
+                                                        const char *format, ...);
 
 }  // namespace sim
