@@ -1,5 +1,7 @@
 """A simulated switch as those outside of it meet it: its ports' cables, the packets on them, and time."""
+import atexit
 import contextlib
+import os
 
 import QuorelApiNew as q
 import _quorel_sim as sim
@@ -8,6 +10,12 @@ from quorel import array, errors
 CPU_PORT = 0
 FRONT_PORTS = range(1, 65)
 CABLE_METRES = 10
+NAMESPACES = '/run/netns'
+
+_COUNTERS = [('received', sim.simInterfaceReceived), ('sent', sim.simInterfaceSent),
+             ('not received', sim.simInterfaceNotReceived), ('not sent', sim.simInterfaceNotSent)]
+# Threads of the simulated switch may call Python functions, and wait for ours.
+sim.wait_without_interpreter_lock()
 
 _STATISTICS = sorted((value, name) for name, value in vars(q).items()
                      if name.startswith('snmp') and isinstance(value, int) and name != 'snmpValCount')
@@ -18,6 +26,17 @@ def _done(function, *arguments):
     if status < 0:
         raise errors.StatusError(function, arguments, status)
     return status
+
+
+_attached = set()  # (unit, port), interfaces may have gone since
+
+
+@atexit.register
+def _detach_all():
+    """While there still is an interpreter that the simulated switch's thread can call."""
+    sim.sim_packet_watch(None)
+    for unit, port in _attached:
+        sim.sim_interface_detach(unit, port)
 
 
 @contextlib.contextmanager
@@ -50,6 +69,17 @@ class CaptureError(errors.StatusError):
     def __init__(self, function, arguments, status):
         errors.StatusError.__init__(self, function, arguments, status)
         self.problem = sim.sim_capture_problem()
+
+    def __str__(self):
+        return '%s: %s' % (errors.StatusError.__str__(self), self.problem)
+
+
+class InterfaceError(errors.StatusError):
+    """The host refuses an interface: `problem` says why."""
+
+    def __init__(self, function, arguments, status):
+        errors.StatusError.__init__(self, function, arguments, status)
+        self.problem = sim.sim_interface_problem()
 
     def __str__(self):
         return '%s: %s' % (errors.StatusError.__str__(self), self.problem)
@@ -160,6 +190,43 @@ class Switch(object):
         if q.bcm_attach_check(self.unit) != q.BCM_E_NONE:
             _done(q.bcm_attach, self.unit, '', '', 0)
         _done(sim.sim_switch_reset, self.unit)
+
+    def attach_tap(self, port, name, netns=None):
+        """Makes a TAP interface of the host and joins it to the port, until detach() or the end of the process.
+
+        netns: the name of the network namespace that it is to be in. From now on frames go between them by
+        themselves, while the script goes on. InterfaceError says what the host refuses; see sim/interfaces.h.
+        """
+        self._attach(sim.sim_interface_tap, port, name, netns)
+
+    def attach_interface(self, port, name, netns=None):
+        """Joins an interface that the host has, such as one end of a veth pair, to the port; otherwise as
+        attach_tap().
+        """
+        self._attach(sim.sim_interface_packet, port, name, netns)
+
+    def _attach(self, function, port, name, netns):
+        path = netns if netns is None or '/' in netns else os.path.join(NAMESPACES, netns)
+        status = function(self.unit, port, name, path)
+        if status < 0:
+            raise InterfaceError(function, (self.unit, port, name, path), status)
+        _attached.add((self.unit, port))
+
+    def detach(self, port):
+        """The port has no interface of the host any more."""
+        _done(sim.sim_interface_detach, self.unit, port)
+
+    def interface(self, port):
+        """The name of the port's interface of the host; None if it has none, or if that has vanished."""
+        return sim.sim_interface_name(self.unit, port)
+
+    def interface_counts(self, port):
+        """What the port's interface of the host received and sent, and what of it was lost: a dictionary."""
+        return dict((word, sim.sim_interface_count(self.unit, port, counter)) for word, counter in _COUNTERS)
+
+    def sweep_addresses(self):
+        """One sweep of the ageing timer; how many addresses it removed."""
+        return _done(sim.sim_l2_age_step, self.unit)
 
     def statistics(self, port):
         """{name: value} of the port's statistics that are not 0."""

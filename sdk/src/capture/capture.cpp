@@ -1,5 +1,6 @@
 /// Packets to files and from files, by <sim/capture.h>.
 #include "begin.h"
+#include "units_lock.h"
 #include "capture_file.h"
 #include "clock.h"
 #include "front_port.h"
@@ -108,6 +109,7 @@ extern "C" {
 
 int sim_capture_open(const char *file, int format, int *capture)
 {
+    const sim::UnitsLock lock;
     latest_problem().clear();
     if (file == nullptr || capture == nullptr || (format != simCapturePcapng && format != simCapturePcap)) {
         return BCM_E_PARAM;
@@ -128,6 +130,7 @@ int sim_capture_open(const char *file, int format, int *capture)
 
 int sim_capture_port(int capture, int unit, bcm_port_t port, int directions)
 {
+    const sim::UnitsLock lock;
     latest_problem().clear();
     Capture *found = capture_of(capture);
     if (found == nullptr) {
@@ -144,6 +147,7 @@ int sim_capture_port(int capture, int unit, bcm_port_t port, int directions)
 
 int sim_capture_count(int capture, int *packets)
 {
+    const sim::UnitsLock lock;
     const Capture *found = capture_of(capture);
     if (found == nullptr) {
         return BCM_E_NOT_FOUND;
@@ -157,6 +161,7 @@ int sim_capture_count(int capture, int *packets)
 
 int sim_capture_close(int capture)
 {
+    const sim::UnitsLock lock;
     latest_problem().clear();
     Capture *found = capture_of(capture);
     if (found == nullptr) {

@@ -31,11 +31,11 @@ public:
     template <class Body>
     int then(Body body) const
     {
+        const SwitchesInUse in_use;
         Switch *sw = attached(unit_);
         if (sw == nullptr) {
             return BCM_E_UNIT;
         }
-        const SwitchesInUse in_use;
         return check_from<0>(*sw, [&](auto &...found) -> int {
             if constexpr (std::is_invocable_v<Body &, Switch &, decltype(found)...>) {
                 return status_of(body, *sw, found...);

@@ -1,4 +1,5 @@
 #include "clock.h"
+#include "units_lock.h"
 
 #include <sim/clock.h>
 
@@ -153,6 +154,7 @@ uint64 sim_clock_now(void)
 
 int sim_clock_advance(uint64 nanoseconds)
 {
+    const sim::UnitsLock lock;
     const sim::Time now = sim::clock_now();
     return nanoseconds > std::numeric_limits<sim::Time>::max() - now
                ? static_cast<int>(BCM_E_PARAM)
@@ -161,6 +163,7 @@ int sim_clock_advance(uint64 nanoseconds)
 
 int sim_clock_run(int on)
 {
+    const sim::UnitsLock lock;
     return sim::the_clock().run(on != 0);
 }
 
@@ -171,6 +174,7 @@ int sim_clock_runs(void)
 
 int sim_clock_catch_up(void)
 {
+    const sim::UnitsLock lock;
     return sim::the_clock().catch_up();
 }
 

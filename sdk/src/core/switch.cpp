@@ -95,6 +95,7 @@ Switch *attached_at_first_sight(int unit)
 
 bool attach(int unit)
 {
+    const UnitsLock lock;
     Place *place = place_of(unit);
     if (place != nullptr) {
         put(unit, *place, std::make_unique<Switch>(unit, place->lasting));
@@ -110,6 +111,7 @@ bool attach(int unit)
 
 bool detach(int unit)
 {
+    const UnitsLock lock;
     Place *place = place_of(unit);
     const bool was_attached = place != nullptr && place->attached != nullptr;
     if (was_attached) {

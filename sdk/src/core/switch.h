@@ -1,8 +1,10 @@
 /// The units of the process and what each is made of.
 ///
 /// A unit is made of its rooms' states. This file knows that there are rooms and how a state lives; what is
-/// in one, only its own room knows. Nothing is locked: one thread at a time may call the SDK.
+/// in one, only its own room knows. One thread at a time works on units: units_lock.h.
 #pragma once
+
+#include "units_lock.h"
 
 #include <array>
 #include <cstddef>
@@ -95,8 +97,8 @@ bool attach(int unit);
 /// False if none is attached.
 bool detach(int unit);
 
-/// While there is one, a switch that is detached or replaced stays in memory, retired: a callback may do that
-/// to the switch whose function calls it.
+/// While there is one, no other thread works on units, and a switch that is detached or replaced stays in memory,
+/// retired: a callback may do that to the switch whose function calls it.
 class SwitchesInUse {
 public:
     SwitchesInUse() { ++uses_; }
@@ -109,12 +111,16 @@ public:
     SwitchesInUse(const SwitchesInUse &) = delete;
     SwitchesInUse &operator=(const SwitchesInUse &) = delete;
 
+    /// Whether there is one, of this thread if units are shared.
+    static bool any() { return uses_ != 0; }
+
     /// Destroys it, or keeps it as long as it is in use.
     static void retire(std::unique_ptr<Switch> &old);
 
 private:
     static void forget_retired();
 
+    const UnitsLock lock_;
     static int uses_;
     static bool retired_;  ///< whether there are any
 };

@@ -204,6 +204,8 @@ private:
 
 int send(int unit, bcm_port_t port, const unsigned char *frame, int length, const Watcher &collector)
 {
+    // What leaves takes memory that all threads share.
+    const UnitsLock lock;
     if (clock_runs) {
         sim_clock_catch_up();
     }
@@ -226,10 +228,11 @@ int send(int unit, bcm_port_t port, const unsigned char *frame, int length, cons
 
 }  // namespace
 
-void set_outlet(Switch &sw, int port, const Outlet &outlet)
+void set_outlet(int unit, int port, const Outlet &outlet)
 {
-    outlets[static_cast<std::size_t>(sw.unit)][static_cast<std::size_t>(port)] = outlet;
-    with_outlet[sw.unit].put(port, outlet.send != nullptr);
+    const UnitsLock lock;
+    outlets[static_cast<std::size_t>(unit)][static_cast<std::size_t>(port)] = outlet;
+    with_outlet[unit].put(port, outlet.send != nullptr);
     update_has_taps();
 }
 
@@ -266,6 +269,7 @@ extern "C" {
 
 void sim_packet_watch(sim_packet_watcher_t call, void *datum)
 {
+    const sim::UnitsLock lock;
     watcher = {call, datum};
 }
 

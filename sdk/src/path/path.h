@@ -22,7 +22,7 @@ struct Outlet {
 };
 
 /// The outlet of a port; one without function: none. It stays when the unit is detached.
-void set_outlet(Switch &sw, int port, const Outlet &outlet);
+void set_outlet(int unit, int port, const Outlet &outlet);
 
 /// A frame arrives at a front port of a unit that is attached, initialised and in use, as by sim_packet_arrive,
 /// which checks that first. BCM_E_NONE; nothing happens: BCM_E_DISABLED, the port has no link, BCM_E_PARAM, no length

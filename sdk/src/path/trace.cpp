@@ -1,4 +1,5 @@
 #include "trace.h"
+#include "units_lock.h"
 
 #include "passage.h"
 
@@ -161,12 +162,14 @@ const char *sim_drop_name(int drop)
 
 void sim_trace_listen(sim_trace_listener_t call, void *datum)
 {
+    const sim::UnitsLock lock;
     listener = {call, datum};
     update_is_traced();
 }
 
 void sim_trace_begin(void)
 {
+    const sim::UnitsLock lock;
     record().steps.clear();
     record().on = true;
     update_is_traced();
@@ -174,17 +177,20 @@ void sim_trace_begin(void)
 
 void sim_trace_end(void)
 {
+    const sim::UnitsLock lock;
     record().on = false;
     update_is_traced();
 }
 
 int sim_trace_count(void)
 {
+    const sim::UnitsLock lock;
     return static_cast<int>(record().steps.size());
 }
 
 int sim_trace_step(int index, sim_trace_step_t *step)
 {
+    const sim::UnitsLock lock;
     if (step == nullptr) {
         return BCM_E_PARAM;
     }
@@ -199,6 +205,7 @@ int sim_trace_step(int index, sim_trace_step_t *step)
 
 const char *sim_trace_text(void)
 {
+    const sim::UnitsLock lock;
     std::string &lines = record().lines;
     lines.clear();
     for (const KeptStep &kept : record().steps) {

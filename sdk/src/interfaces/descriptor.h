@@ -1,0 +1,32 @@
+/// A file descriptor that is closed in the end.
+#pragma once
+
+#include <utility>
+
+#include <unistd.h>
+
+namespace sim {
+
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : number_(number) {}
+    Descriptor(Descriptor &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor()
+    {
+        if (number_ >= 0) {
+            close(number_);
+        }
+    }
+
+    int get() const { return number_; }
+
+private:
+    int number_;
+};
+
+}  // namespace sim

@@ -1,0 +1,300 @@
+"""Ports joined to interfaces of the host: real hosts at them, and what can go wrong.
+
+Each test runs in a process and in namespaces of its own, which end with it; the class that does the work is Inside.
+"""
+import ctypes
+import os
+import signal
+import subprocess
+import sys
+import threading
+import time
+import unittest
+
+import QuorelApiNew as q
+from quorel import StatusError, checked, events, sim, traverse
+from quorel.sim import lab
+
+TESTS = os.path.dirname(os.path.abspath(__file__))
+ENOUGH = 5  # seconds, for what should take a fraction of one
+
+
+def until(condition):
+    """Whether it becomes true soon."""
+    end = time.time() + ENOUGH
+    while not condition() and time.time() < end:
+        time.sleep(0.02)
+    return bool(condition())
+
+
+def ip(*words):
+    subprocess.check_call(('ip',) + words)
+
+
+def has_link(port):
+    return q.bcm_port_link_status_get(0, port, LINK) == 0 and LINK.value()
+
+
+def has_tagged_interfaces():
+    """Whether this Linux can make them."""
+    made = subprocess.call(['ip', 'link', 'add', 'link', 'lo', 'name', 'lo.9', 'type', 'vlan', 'id', '9'],
+                           stderr=subprocess.PIPE) == 0
+    return made and subprocess.call(['ip', 'link', 'delete', 'lo.9']) == 0
+
+
+def addresses():
+    """Port by MAC address."""
+    return dict((address.mac, address.port) for address in traverse(q.bcm_l2_traverse, 0))
+
+
+LINK = q.intp()
+
+
+class Inside(unittest.TestCase):
+    def setUp(self):
+        self.switch = sim.Switch()
+        self.switch.fresh()
+
+    def veth(self, name, *words):
+        """A pair of interfaces; the other end is in a namespace of that name."""
+        ip('netns', 'add', name)
+        ip('link', 'add', name, 'type', 'veth', 'peer', 'name', 'eth0', 'netns', name)
+        ip('-n', name, 'link', 'set', 'eth0', 'up')
+        ip('-n', name, 'address', 'add', *words)
+
+    def refused(self, status, words, function, *arguments):
+        with self.assertRaises(sim.InterfaceError) as raised:
+            function(*arguments)
+        self.assertEqual(raised.exception.name, status)
+        self.assertIn(words, str(raised.exception))
+
+    def test_hosts_reach_each_other_as_the_switch_says(self):
+        with lab.Lab(self.switch) as net:
+            one, _, three = [net.host('h%d' % port, port, '10.0.0.%d/24' % port) for port in (1, 2, 3)]
+            self.assertTrue(until(lambda: one.pings('10.0.0.2')))
+            self.assertEqual(sorted(addresses().values()), [1, 2])
+            checked(q.bcm_vlan_port_remove, 0, 1, [3])
+            checked(q.bcm_vlan_create, 0, 20)
+            checked(q.bcm_vlan_port_add, 0, 20, [3, 4], [3])
+            checked(q.bcm_port_untagged_vlan_set, 0, 3, 20)
+            self.assertFalse(three.pings('10.0.0.1'))
+            four = net.host('h4', 4)
+            if has_tagged_interfaces():
+                four.vlan(20, '10.0.0.44/24')
+                self.assertTrue(until(lambda: three.pings('10.0.0.44')))
+            counts = self.switch.interface_counts(1)
+            self.assertGreater(counts['received'], 1)
+            self.assertGreater(counts['sent'], 1)
+            one.move(7)
+            self.assertTrue(until(lambda: one.pings('10.0.0.2')))
+            self.assertEqual(addresses()[one.mac], 7)
+
+    def test_links_show_on_both_sides(self):
+        with lab.Lab(self.switch) as net:
+            one = net.host('h1', 1)
+            self.assertTrue(until(lambda: has_link(1)))
+            one.ip('link', 'set', 'eth0', 'down')
+            self.assertTrue(until(lambda: not has_link(1)))
+            one.ip('link', 'set', 'eth0', 'up')
+            self.assertTrue(until(lambda: has_link(1)))
+            checked(q.bcm_port_enable_set, 0, 1, 0)
+            self.assertTrue(until(lambda: 'NO-CARRIER' in one.ip('link', 'show', 'eth0')))
+            checked(q.bcm_port_enable_set, 0, 1, 1)
+            self.assertTrue(until(lambda: 'NO-CARRIER' not in one.ip('link', 'show', 'eth0')))
+            self.assertTrue(until(lambda: has_link(1)))
+
+        self.veth('v2', '10.0.0.2/24', 'dev', 'eth0')
+        self.switch.attach_interface(2, 'v2')
+        self.assertTrue(until(lambda: has_link(2)))
+        ip('-n', 'v2', 'link', 'set', 'eth0', 'down')
+        self.assertTrue(until(lambda: not has_link(2)))
+        ip('-n', 'v2', 'link', 'set', 'eth0', 'up')
+        self.assertTrue(until(lambda: has_link(2)))
+        checked(q.bcm_port_enable_set, 0, 2, 0)
+        self.assertTrue(until(lambda: 'NO-CARRIER' in subprocess.check_output(['ip', '-n', 'v2', 'link', 'show', 'eth0'])))
+        self.switch.detach(2)
+        # It was down before.
+        self.assertNotIn(',UP', subprocess.check_output(['ip', 'link', 'show', 'v2']))
+
+    def test_frames_of_the_hosts_stack_pass_whole(self):
+        """Through packet sockets: tags and checksums that the kernel leaves to others, and frames of all sizes."""
+        for port in (1, 2):
+            self.veth('v%d' % port, '10.0.0.%d/24' % port, 'dev', 'eth0')
+            self.switch.attach_interface(port, 'v%d' % port)
+        self.assertTrue(until(lambda: has_link(1) and has_link(2)))
+        ping = ['ip', 'netns', 'exec', 'v1', 'ping', '-n', '-c', '1', '-W', '1', '10.0.0.2']
+        self.assertTrue(until(lambda: subprocess.call(ping) == 0))
+        for size in (0, 1, 17, 18, 1472):
+            self.assertEqual(subprocess.call(ping + ['-s', '%d' % size, '-M', 'do']), 0, size)
+        serve = 'import socket; s = socket.socket(); s.bind(("10.0.0.2", 99)); s.listen(1); c, _ = s.accept()\n' \
+                'while True:\n    data = c.recv(999)\n    if not data: break\n    c.sendall(data)'
+        server = subprocess.Popen(['ip', 'netns', 'exec', 'v2', sys.executable, '-c', serve])
+        talk = 'import socket, time\nfor _ in range(50):\n    try:\n        c = socket.create_connection(("10.0.0.2", 99), 5)\n' \
+               '        break\n    except socket.error:\n        time.sleep(0.1)\n' \
+               'for size in range(1, 1000, 37):\n    c.sendall("x" * size)\n    got = ""\n' \
+               '    while len(got) < size: got += c.recv(9999)\nprint(got.count("x"))'
+        self.assertEqual(subprocess.check_output(['ip', 'netns', 'exec', 'v1', sys.executable, '-c', talk]).strip(), '963')
+        self.assertEqual(server.wait(), 0)
+        if not has_tagged_interfaces():
+            return
+        for port in (1, 2):
+            ip('-n', 'v%d' % port, 'link', 'add', 'link', 'eth0', 'name', 'tagged', 'type', 'vlan', 'id', '30')
+            ip('-n', 'v%d' % port, 'link', 'set', 'tagged', 'up')
+            ip('-n', 'v%d' % port, 'address', 'add', '10.0.30.%d/24' % port, 'dev', 'tagged')
+        ping[-1] = '10.0.30.2'
+        self.assertNotEqual(subprocess.call(ping), 0)
+        checked(q.bcm_vlan_create, 0, 30)
+        checked(q.bcm_vlan_port_add, 0, 30, [1, 2], [])
+        self.assertTrue(until(lambda: subprocess.call(ping) == 0))
+
+    def test_an_interface_that_vanishes(self):
+        self.veth('v1', '10.0.0.1/24', 'dev', 'eth0')
+        self.switch.attach_interface(1, 'v1')
+        self.assertEqual(self.switch.interface(1), 'v1')
+        ip('link', 'delete', 'v1')
+        self.assertTrue(until(lambda: self.switch.interface(1) is None))
+        self.assertFalse(has_link(1))
+        with self.assertRaises(StatusError):
+            self.switch.detach(1)
+        self.assertEqual(self.switch.interface_counts(1)['received'], 0)
+        self.switch.attach_tap(1, 'again')
+        self.assertEqual(self.switch.interface(1), 'again')
+
+    def test_what_is_refused(self):
+        switch = self.switch
+        switch.attach_tap(1, 'taken')
+        self.refused('BCM_E_BUSY', 'the port has the interface taken', switch.attach_tap, 1, 'other')
+        self.refused('BCM_E_BUSY', 'has the interface taken already', switch.attach_interface, 2, 'taken')
+        self.refused('BCM_E_BUSY', 'has the interface taken already', switch.attach_tap, 2, 'taken')
+        self.refused('BCM_E_NOT_FOUND', 'the interface missing: No such device', switch.attach_interface, 2, 'missing')
+        self.refused('BCM_E_FAIL', 'nowhere: No such file', switch.attach_tap, 2, 'tap', 'nowhere')
+        self.refused('BCM_E_FAIL', 'the network namespace /proc/self/ns/uts: Invalid argument',
+                     switch.attach_tap, 2, 'tap', '/proc/self/ns/uts')
+        for name in ('', 'x' * 16, 'a/b'):
+            self.refused('BCM_E_PARAM', 'has 1 to 15 characters', switch.attach_tap, 2, name)
+        for unit, port, status in ((0, 0, 'BCM_E_PORT'), (0, 65, 'BCM_E_PORT'), (16, 1, 'BCM_E_UNIT')):
+            with self.assertRaises(StatusError) as raised:
+                sim.Switch(unit).attach_tap(port, 'tap')
+            self.assertEqual(raised.exception.name, status)
+        self.assertEqual([switch.interface(port) for port in (1, 2)], ['taken', None])
+
+    def test_without_permission(self):
+        # As one who may do nothing in these namespaces.
+        os.setgroups([])
+        os.setgid(65534)
+        os.setuid(65534)
+        self.refused('BCM_E_FAIL', 'Operation not permitted', self.switch.attach_interface, 1, 'lo')
+        self.refused('BCM_E_FAIL', 'ermi', self.switch.attach_tap, 1, 'tap')
+        self.assertIsNone(self.switch.interface(1))
+
+    def test_another_process_and_one_that_crashes(self):
+        code = 'import sys, time\nfrom quorel import sim\nsim.Switch().attach_tap(1, "tap0")\n' \
+               'sys.stdout.write("ready")\nsys.stdout.flush()\ntime.sleep(600)'
+        other = subprocess.Popen([sys.executable, '-c', code], stdout=subprocess.PIPE)
+        self.assertEqual(other.stdout.read(5), 'ready')
+        self.refused('BCM_E_BUSY', 'has the interface tap0 already', self.switch.attach_tap, 2, 'tap0')
+        other.send_signal(signal.SIGKILL)
+        other.wait()
+        other.stdout.close()
+        self.assertNotEqual(subprocess.call(['ip', 'link', 'show', 'tap0']), 0)
+        self.switch.attach_tap(2, 'tap0')
+
+    def test_a_process_that_just_ends(self):
+        for end in ('', 'import os; os._exit(0)', 'sim.Switch().detach(1)', 'import sys; sys.exit(0)',
+                    'import os\nif os.fork() == 0:\n    sim.Switch().send(2, sim.ethernet(A, B)); os._exit(0)\n'
+                    'assert os.wait()[1] == 0'):
+            code = 'from quorel import sim\nA, B = "02:00:00:00:00:01", "02:00:00:00:00:02"\n' \
+                   'sim.Switch().attach_tap(1, "tap0")\n' + end
+            start = time.time()
+            self.assertEqual(subprocess.call([sys.executable, '-c', code]), 0, end)
+            self.assertLess(time.time() - start, ENOUGH)
+            self.assertNotEqual(subprocess.call(['ip', 'link', 'show', 'tap0']), 0)
+
+    def test_scripts_go_on_meanwhile(self):
+        """Several threads of Python, callbacks and the thread of the interfaces wait for each other, and none for
+        ever.
+        """
+        with lab.Lab(self.switch) as net:
+            one, _ = [net.host('h%d' % port, port, '10.0.0.%d/24' % port) for port in (1, 2)]
+            self.assertTrue(until(lambda: one.pings('10.0.0.2')))
+            flood = one.start('ping', '-n', '-f', '-w', '2', '10.0.0.2')
+            stop, done, seen = threading.Event(), [], []
+
+            def configure(vid):
+                count = 0
+                while not stop.is_set():
+                    checked(q.bcm_vlan_create, 0, vid)
+                    checked(q.bcm_vlan_port_add, 0, vid, [1, 2], [])
+                    checked(q.bcm_vlan_destroy, 0, vid)
+                    q.getHwMacTable(0)
+                    count += 1
+                done.append(count)
+
+            threads = [threading.Thread(target=configure, args=(vid,)) for vid in (100, 101)]
+            with events(q.bcm_l2_addr_register, 0) as told:
+                with self.switch.watched(lambda port, frame: seen.append(q.bcm_port_enable_get(0, port, LINK))):
+                    for thread in threads:
+                        thread.start()
+                    for _ in range(5):
+                        checked(q.bcm_l2_addr_delete_by_port, 0, -1, 1, 0)
+                        time.sleep(0.1)
+                    stop.set()
+                    for thread in threads:
+                        thread.join(ENOUGH)
+                self.assertGreater(len(told.waiting()), 4)
+            flood.wait()
+            self.assertEqual(len(done), 2)
+            self.assertGreater(min(done), 5)
+            self.assertGreater(len(seen), 20)
+
+    def test_not_out_of_a_callback(self):
+        """A function of the SDK that goes on afterwards has not locked its unit."""
+        said = []
+
+        def attach(*_):
+            try:
+                self.switch.attach_tap(1, 'tap0')
+            except sim.InterfaceError as error:
+                said.append(str(error))
+
+        with events(q.bcm_l2_addr_register, 0):
+            pass
+        change = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.c_void_p, ctypes.c_int, ctypes.c_void_p)
+        called = change(attach)
+        library = ctypes.CDLL(os.path.join(os.environ['QUOREL_LIBRARIES'], 'libQuorelApiNew.so.0'))
+        self.assertEqual(library.bcm_l2_addr_register(0, called, None), 0)
+        self.switch.send(1, sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01'))
+        library.bcm_l2_addr_unregister(0, called, None)
+        self.assertEqual(len(said), 1)
+        self.assertIn('a function of the SDK that has not returned', said[0])
+
+
+if 'QUOREL_LAB' not in os.environ:
+    class Interfaces(unittest.TestCase):
+        """Runs each test of Inside."""
+        longMessage = True
+
+        def run_inside(self, name):
+            process = lab.inside([sys.executable, '-m', 'unittest', 'test_sim_interfaces.Inside.' + name], cwd=TESTS,
+                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+            output = process.communicate()[0]
+            self.assertEqual(process.returncode, 0, output)
+
+        def test_the_lab(self):
+            script = os.path.join(os.path.dirname(TESTS), 'examples', 'lab.py')
+            process = lab.inside([sys.executable, script], stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+            output = process.communicate()[0]
+            self.assertEqual(process.returncode, 0, output)
+            for words in ('first reaches second, in VLAN 10', 'NOT AS', 'port 1  received'):
+                self.assertEqual(words in output, words != 'NOT AS', output)
+
+    REFUSAL = lab.refusal()
+    for test_name in [name for name in dir(Inside) if name.startswith('test_')]:
+        setattr(Interfaces, test_name, lambda self, name=test_name: self.run_inside(name))
+    if REFUSAL:
+        Interfaces = unittest.skip('namespaces cannot be made here: ' + REFUSAL)(Interfaces)
+    del Inside
+
+
+if __name__ == '__main__':
+    unittest.main()
