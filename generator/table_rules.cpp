@@ -110,8 +110,7 @@ std::string size_of(const Parameter &parameter)
 class Table {
 public:
     Table(const Model &model, const Family &family, const std::string &name, const TableEntry &entry)
-        : model_(model),
-          family_(family),
+        : family_(family),
           name_(name),
           entry_(entry),
           keys_(words(field("key"))),
@@ -367,7 +366,6 @@ private:
         return fmt::format("{}", fmt::join(parts, ", "));
     }
 
-    const Model &model_;
     const Family &family_;
     const std::string name_;
     const TableEntry &entry_;
