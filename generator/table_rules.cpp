@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <sstream>
+#include <utility>
 
 namespace generator {
 
@@ -109,9 +110,9 @@ std::string size_of(const Parameter &parameter)
 // A table as the interface file describes it.
 class Table {
 public:
-    Table(const Model &model, const Family &family, const std::string &name, const TableEntry &entry)
+    Table(const Model &model, const Family &family, std::string name, const TableEntry &entry)
         : family_(family),
-          name_(name),
+          name_(std::move(name)),
           entry_(entry),
           keys_(words(field("key"))),
           record_(field("record")),
@@ -353,7 +354,7 @@ private:
     }
 
     // The parts of a record that a callback takes.
-    std::string visited(const Parameter &callback) const
+    static std::string visited(const Parameter &callback)
     {
         const TypePtr function = pointee(callback.type);
         const std::vector<TypePtr> &taken = function->parameters;

@@ -442,7 +442,7 @@ private:
     }
 
     // "bcm_l2_addr_t.port: a value of type 'int' is wanted, not str"; returns false.
-    bool say_member(size_t place)
+    bool say_member(size_t place) const
     {
         PyObject *type, *value, *traceback;
         PyErr_Fetch(&type, &value, &traceback);

@@ -133,7 +133,7 @@ Interface read_interface(Cursor body)
         const std::string value = body.piece(size);
         body.skip(std::min(padded(size) - size, body.left()));
         if (code == 2) {
-            interface.name = value.c_str();
+            interface.name = value.substr(0, value.find('\0'));
         } else if (code == 9 && size == 1) {
             const auto resolution = static_cast<unsigned char>(value[0]);
             const int power = resolution & 0x7f;

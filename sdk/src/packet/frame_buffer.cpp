@@ -6,7 +6,7 @@ FrameBuffer::Store *FrameBuffer::free_ = nullptr;
 
 FrameBuffer::Store *FrameBuffer::made()
 {
-    Store *store = new Store;
+    auto *store = new Store;
     store->next_free = nullptr;
     return store;
 }

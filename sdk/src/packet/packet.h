@@ -64,7 +64,7 @@ bool is_reserved(const unsigned char *mac);
 /// What is in a frame, behind which there are at least four more bytes: its outermost VLAN tag apart from the rest.
 struct Frame {
     explicit Frame(ByteView frame)
-        : bytes(frame), untagged_from(addresses_bytes), type(number_at(frame.data + addresses_bytes)), tag(0)
+        : bytes(frame), untagged_from(addresses_bytes), type(number_at(frame.data + addresses_bytes))
     {
         if (type == type_vlan) {
             tag = number_at(frame.data + addresses_bytes + 2);
@@ -92,7 +92,7 @@ struct Frame {
     ByteView bytes;
     std::size_t untagged_from;  ///< place behind the addresses and the tag
     unsigned type;              ///< there
-    unsigned tag;               ///< priority and VLAN
+    unsigned tag = 0;           ///< priority and VLAN
 };
 
 }  // namespace sim

@@ -55,7 +55,7 @@ template <Stage &...stages>
 Onward run(Passage &passage)
 {
     Onward onward = Onward::next;
-    ((onward = stages(passage), onward == Onward::next) && ...);
+    static_cast<void>(((onward = stages(passage), onward == Onward::next) && ...));
     return onward;
 }
 

@@ -58,6 +58,7 @@ std::vector<Phy *> targets(PhyUnit &phys, PhyPort &port, bool broadcast)
 
 namespace sim {
 
+// zlib's would be the one library that whoever uses the simulated switch had to have and to link besides the system's.
 uint32 crc32(const std::vector<uint8> &bytes)
 {
     constexpr uint32 polynomial = 0xedb88320;

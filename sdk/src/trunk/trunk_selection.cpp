@@ -164,7 +164,7 @@ void TrunkTable::work_out()
 
 int select_by_criterion(Switch &sw, const SendingTrunk &trunk, const PortSet &able, const Flow &flow)
 {
-    const std::uint32_t count = static_cast<std::uint32_t>(able.count());
+    const auto count = static_cast<std::uint32_t>(able.count());
     std::uint32_t left = number_by(trunk.trunk->info.psc, sw, *trunk.trunk, flow) % count;
     return *std::find_if(trunk.order.begin(), trunk.order.end(),
                          [&](int port) { return able.has(port) && left-- == 0; });
