@@ -21,7 +21,8 @@ DEFINED = re.compile(r'^(?!namespace|using|#)\w[^(={;\[\n]*?\b(\w+) *(?=[(={;\[\
 
 
 def flags_of(entry):
-    """The flags that matter to what is read, without precompiled headers, which another compiler made."""
+    """The flags that matter to what is read: no warnings, of which the compiler tells and which sources that are read
+    together have more of, and no precompiled headers, which another compiler made."""
     words = shlex.split(entry['command'])[1:]
     flags = []
     while words:
@@ -30,7 +31,7 @@ def flags_of(entry):
             words.pop(0)
         elif word == '-Xclang' and words[:1] == ['-include-pch']:
             del words[:3]
-        else:
+        elif not word.startswith('-W'):
             flags.append(word)
     return tuple(flags)
 

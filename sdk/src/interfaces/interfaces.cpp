@@ -33,6 +33,11 @@ namespace {
 
 /// An interface at a port.
 struct Joint {
+    Joint(int unit, int port, std::unique_ptr<Interface> interface)
+        : unit(unit), port(port), interface(std::move(interface))
+    {
+    }
+
     const int unit, port;
     const std::unique_ptr<Interface> interface;
     std::uint64_t received = 0;
@@ -350,7 +355,7 @@ std::unique_ptr<Interface> made(Maker make, const std::string &name, const char 
         work();
     }
     if (interface == nullptr) {
-        throw refusal;
+        throw Refusal{refusal};
     }
     return interface;
 }
@@ -374,7 +379,7 @@ int attach_interface(int unit, int port, const char *name, const char *netns, Ma
             throw Refusal{BCM_E_BUSY, "the port has the interface " + (*place)->interface->link.name()};
         }
         std::unique_ptr<Interface> interface = made(make, name, netns);
-        const auto joint = std::shared_ptr<Joint>(new Joint{unit, port, std::move(interface)});
+        const auto joint = std::make_shared<Joint>(unit, port, std::move(interface));
         loop().add(joint);
         return BCM_E_NONE;
     } catch (const Refusal &refusal) {
