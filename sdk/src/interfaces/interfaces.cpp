@@ -33,8 +33,8 @@ namespace {
 
 /// An interface at a port.
 struct Joint {
-    Joint(int unit, int port, std::unique_ptr<Interface> interface)
-        : unit(unit), port(port), interface(std::move(interface))
+    Joint(int own_unit, int own_port, std::unique_ptr<Interface> joined)
+        : unit(own_unit), port(own_port), interface(std::move(joined))
     {
     }
 
