@@ -72,7 +72,8 @@ class Inside(unittest.TestCase):
         with lab.Lab(self.switch) as net:
             one, _, three = [net.host('h%d' % port, port, '10.0.0.%d/24' % port) for port in (1, 2, 3)]
             self.assertTrue(until(lambda: one.pings('10.0.0.2')))
-            self.assertEqual(sorted(addresses().values()), [1, 2])
+            # The third may have said something by itself.
+            self.assertLessEqual(set([1, 2]), set(addresses().values()))
             checked(q.bcm_vlan_port_remove, 0, 1, [3])
             checked(q.bcm_vlan_create, 0, 20)
             checked(q.bcm_vlan_port_add, 0, 20, [3, 4], [3])
