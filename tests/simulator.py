@@ -47,8 +47,8 @@ change_callback = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.POINTER(Address), 
 
 
 def call_with_nulls(name, unit):
-    """Status of a call in which every argument but the unit is 0 or null."""
-    return getattr(library, name)(unit, *[None] * 10)
+    """Status of a call in which every argument but the unit is 0 or null, records that are passed by value included."""
+    return getattr(library, name)(unit, *[None] * 100)
 
 
 def functions(prefix):
