@@ -73,7 +73,7 @@ class _Kind(object):
 
     def __init__(self, unit, name, number, field_names):
         self.unit, self.name, self.number, self._field_names = unit, name, number, field_names
-        self._fields = self._dimensions = None
+        self._fields = self._in_order = self._dimensions = None
 
     @property
     def dimensions(self):
@@ -83,11 +83,16 @@ class _Kind(object):
         return self._dimensions
 
     @property
+    def in_order(self):
+        """The fields, lowest first."""
+        if self._in_order is None:
+            self._in_order = sorted(self._find_fields(), key=lambda field: field.low)
+        return self._in_order
+
+    @property
     def fields(self):
         if self._fields is None:
-            found = self._find_fields()
-            self._fields = dict((field.name, field) for field in found)
-            self.in_order = sorted(found, key=lambda field: field.low)
+            self._fields = dict((field.name, field) for field in self.in_order)
         return self._fields
 
     def named(self, coordinates):
@@ -443,7 +448,6 @@ class Snapshot(object):
         for name, place in self._places:
             before, after = self.values[name], later.values[name]
             if before != after:
-                place._kind.fields
                 found += [(name, field.name, field.get(before), field.get(after)) for field in place._kind.in_order
                           if field.get(before) != field.get(after)]
         return found
@@ -452,7 +456,6 @@ class Snapshot(object):
         lines = []
         longest = max([len(name) for name, _ in self._places] or [0])
         for name, place in self._places:
-            place._kind.fields
             value = self.values[name]
             text = '%#0*x' % (2 + place._kind.width // 4, value)
             fields = ' '.join('%s=%#x' % (field.name, field.get(value)) for field in place._kind.in_order)

@@ -31,7 +31,15 @@ public:
     template <class Body>
     int then(Body body) const
     {
-        const SwitchesInUse in_use;
+        const UnitsLock lock;
+        return then(lock, body);
+    }
+
+    /// The same, where the caller holds the lock already.
+    template <class Body>
+    int then(const UnitsLock &lock, Body body) const
+    {
+        const SwitchesInUse in_use(lock);
         Switch *sw = attached(unit_);
         if (sw == nullptr) {
             return BCM_E_UNIT;

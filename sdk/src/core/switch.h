@@ -97,11 +97,11 @@ bool attach(int unit);
 /// False if none is attached.
 bool detach(int unit);
 
-/// While there is one, no other thread works on units, and a switch that is detached or replaced stays in memory,
-/// retired: a callback may do that to the switch whose function calls it.
+/// While there is one, a switch that is detached or replaced stays in memory, retired: a callback may do that to the
+/// switch whose function calls it. Only who holds the lock makes one.
 class SwitchesInUse {
 public:
-    SwitchesInUse() { ++uses_; }
+    explicit SwitchesInUse(const UnitsLock &) { ++uses_; }
     ~SwitchesInUse()
     {
         if (--uses_ == 0 && retired_) {
@@ -120,7 +120,6 @@ public:
 private:
     static void forget_retired();
 
-    const UnitsLock lock_;
     static int uses_;
     static bool retired_;  ///< whether there are any
 };

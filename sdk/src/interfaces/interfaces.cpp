@@ -63,7 +63,7 @@ struct Loop {
     void wake_up() const;
     void prepare();
     void operator()();
-    bool work(const epoll_event *events, int event_count);
+    bool work(const UnitsLock &lock, const epoll_event *events, int event_count);
 };
 
 Loop &loop()
@@ -269,9 +269,9 @@ void Loop::prepare()
 }
 
 /// False when there is nothing left to do.
-bool Loop::work(const epoll_event *events, int event_count)
+bool Loop::work(const UnitsLock &lock, const epoll_event *events, int event_count)
 {
-    const SwitchesInUse in_use;
+    const SwitchesInUse in_use(lock);
     for (int i = 0; i < event_count; ++i) {
         if (events[i].data.u64 == wake_key) {
             std::uint64_t counter;
@@ -301,7 +301,7 @@ void Loop::operator()()
         const int event_count =
             epoll_wait(poll.get(), events.data(), most_events, static_cast<int>(comparison_interval.count()));
         const UnitsLock lock;
-        goes_on = work(events.data(), event_count);
+        goes_on = work(lock, events.data(), event_count);
         if (Clock::now() >= next_comparison) {
             next_comparison = Clock::now() + comparison_interval;
             if (sim_clock_runs()) {

@@ -211,7 +211,7 @@ int send(int unit, bcm_port_t port, const unsigned char *frame, int length, cons
     }
     Journey journey(collector);
     Departures departures;
-    int status = begin(unit, ready<L2State>, given(frame)).then([&](Switch &sw, L2State &) -> int {
+    int status = begin(unit, ready<L2State>, given(frame)).then(lock, [&](Switch &sw, L2State &) -> int {
         int arrival;
         if (resolve_own_port(port, &arrival) != BCM_E_NONE || arrival == cpu_port) {
             return BCM_E_PORT;

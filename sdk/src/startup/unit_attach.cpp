@@ -54,7 +54,8 @@ HandlerList<Subscriber> &subscribers()
 /// Tells it of that switch: who is told may detach it, and what then happens is told by itself. False: it did.
 bool tell(const Switch *sw, bool attach, const Driver &driver)
 {
-    const SwitchesInUse in_use;
+    const UnitsLock lock;
+    const SwitchesInUse in_use(lock);
     const int unit = sw->unit;
     subscribers().each([&](const Subscriber &subscriber) {
         const bool concerned = subscriber.unit == unit || subscriber.unit == -1;
