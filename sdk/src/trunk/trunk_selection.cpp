@@ -11,7 +11,7 @@ namespace sim {
 
 namespace {
 
-Destination own_port(int port)
+Destination own_destination(int port)
 {
     return {Destination::Kind::port, own_module, port};
 }
@@ -40,7 +40,7 @@ private:
 /// Of a port that is a member.
 uint32 flags_of(const Trunk &trunk, int port)
 {
-    return trunk.members[static_cast<std::size_t>(member_index(trunk, own_port(port)))].flags;
+    return trunk.members[static_cast<std::size_t>(member_index(trunk, own_destination(port)))].flags;
 }
 
 enum Part : unsigned { source = 1, target = 2, mac = 4, ip = 8 };
@@ -137,7 +137,7 @@ void TrunkTable::work_out()
 {
     TrunkPorts fresh;
     for (int port = 0; port <= port_max; ++port) {
-        fresh.places[static_cast<std::size_t>(port)] = own_port(port);
+        fresh.places[static_cast<std::size_t>(port)] = own_destination(port);
         fresh.origins[static_cast<std::size_t>(port)] = PortSet::one(port);
     }
     for (auto &[id, trunk] : trunks_) {
@@ -149,7 +149,7 @@ void TrunkTable::work_out()
                 fresh.places[static_cast<std::size_t>(port)] = {Destination::Kind::trunk, 0, id};
             }
             if (trunk.is_up() && !(flags & BCM_TRUNK_MEMBER_EGRESS_DISABLE)
-                && trunk.is_active(own_port(port))) {
+                && trunk.is_active(own_destination(port))) {
                 sending.senders.add(port);
                 sending.order.push_back(port);
             }
