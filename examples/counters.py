@@ -7,7 +7,7 @@ Ctrl-C ends it. On the way it shows how a script
   - finds counters by name, and names by number (constants, name_of);
   - reads 64-bit values as outputs (OUT).
 
-With --demo the simulated switch gets packets meanwhile.
+With --demo the simulated switch gets packets meanwhile (quorel.sim).
 """
 
 from __future__ import division, print_function
@@ -111,11 +111,13 @@ def watch(options):
 
 def send_packets(unit, ports, number):
     """More and fewer of them, as time goes by."""
-    import demo_traffic
+    from quorel import sim
+    switch = sim.Switch(unit)
     for place, port in enumerate(ports):
+        frame = sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:5e:00:00:%02x' % port)
         wave = math.sin((number + 5 * place) / 4.0)
         for _ in range(int(10 + 10 * wave)):
-            demo_traffic.arrive(unit, port, '02:00:5e:00:00:%02x' % port)
+            switch.arrive(port, frame)
 
 
 def counter_numbers(text):

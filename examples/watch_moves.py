@@ -8,13 +8,14 @@ be another. On the way it shows how a script
   - reads a record that is only valid during the call.
 
 The exit code is 0 if none flapped, 1 if one did. With --demo the simulated
-switch gets packets from a station that cannot decide on a port.
+switch (quorel.sim) gets packets from a station that cannot decide on a port.
 """
 
 from __future__ import print_function
 
 import argparse
 import collections
+import itertools
 import sys
 import time
 
@@ -78,15 +79,21 @@ class Watcher(object):
 def wait(options):
     """Waits for the end; the SDK calls meanwhile."""
     end = time.time() + options.seconds if options.seconds else None
-    step = 0
-    while end is None or time.time() < end:
+    for step in itertools.count():
+        if end is not None and time.time() >= end:
+            break
         if options.demo:
-            import demo_traffic
-            demo_traffic.arrive(options.unit, 1 + step % 2,
-                                '02:00:5e:00:00:01')
-            demo_traffic.arrive(options.unit, 3, '02:00:5e:00:00:03')
-            step += 1
+            send_packets(options.unit, step)
         time.sleep(options.pause)
+
+
+def send_packets(unit, step):
+    """One station that stays at port 3, one that comes from 1 and 2 in turn."""
+    from quorel import sim
+    for port, station in ((1 + step % 2, '02:00:5e:00:00:01'),
+                          (3, '02:00:5e:00:00:03')):
+        sim.Switch(unit).arrive(port,
+                                sim.ethernet('ff:ff:ff:ff:ff:ff', station))
 
 
 def main():

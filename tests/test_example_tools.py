@@ -134,7 +134,7 @@ class Lab(unittest.TestCase):
                 ('q.bcm_port_enable_set(0, 2, 0)', '1,2', ['port 2 has no link']),
                 ('q.bcm_port_enable_set(0, 2, 0)', '1,3', []),
                 ('q.bcm_port_speed_set(0, 40, 100)', '40', ['port 40']),
-                ('import demo_traffic; demo_traffic.arrive(0, 3, "02:00:5e:00:00:01", size=40)', '3',
+                ('from quorel import sim; sim.Switch().arrive(3, b"too short to be a frame".ljust(36))', '3',
                  ['snmpIfInErrors of port 3']),
                 ('q.bcm_l2_addr_freeze(0)', '1', []),
                 ('q.bcm_vlan_create(0, 4000)', '1', ['bcm_vlan_create(0, 4000) returned BCM_E_EXISTS'])]:

@@ -82,6 +82,11 @@ class SwitchDoor(unittest.TestCase):
             self.switch.arrive(1, sim.ethernet(B, A))
         self.switch.arrive(2, sim.ethernet(A, B))
         self.assertEqual(seen, [(port, sim.ethernet(B, A)) for port in range(2, 65)])
+        with self.switch.watched(lambda port, frame: seen.append('outer')):
+            with self.switch.watched(lambda port, frame: seen.append('inner')):
+                self.switch.arrive(2, sim.ethernet(A, B))
+            self.switch.arrive(1, sim.ethernet(B, A))
+        self.assertEqual(seen[63:], ['outer', 'inner', 'outer'])
 
     def test_what_a_watcher_raises_comes_out(self):
         def fails(port, frame):

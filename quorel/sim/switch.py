@@ -29,6 +29,13 @@ def _done(function, *arguments):
 
 
 _attached = set()  # (unit, port), interfaces may have gone since
+_watchers = []  # (unit, function); the simulated switch tells one
+
+
+def _frame_leaves(unit, port, frame):
+    for watched, function in list(_watchers):
+        if watched == unit:
+            function(port, frame)
 
 
 @atexit.register
@@ -112,15 +119,18 @@ class Switch(object):
 
     @contextlib.contextmanager
     def watched(self, function):
-        """While the block runs, function(port, frame) is called for each frame that leaves a port of the switch."""
-        def leaves(unit, port, frame):
-            if unit == self.unit:
-                function(port, frame)
-        sim.sim_packet_watch(leaves)
+        """While the block runs, function(port, frame) is called for each frame that leaves a port of the switch. Blocks
+        can be within others, of this switch or another.
+        """
+        watcher = self.unit, function
+        _watchers.append(watcher)
+        sim.sim_packet_watch(_frame_leaves)
         try:
             yield
         finally:
-            sim.sim_packet_watch(None)
+            _watchers.remove(watcher)
+            if not _watchers:
+                sim.sim_packet_watch(None)
 
     def plug(self, port, metres=CABLE_METRES):
         """Plugs in a cable, copper if the port has a socket for it, else fiber; at its end is a partner that can do
