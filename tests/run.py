@@ -2,8 +2,8 @@
 
 usage: python2.7 run.py MODULE
 
-A debug interpreter counts all references. Each test is then repeated until two runs in a row leave the count as
-it was; one whose count still grows after many runs leaks.
+A debug interpreter counts all references. Each test is then repeated until a run leaves the count as it was; one whose
+count still grows after many runs leaks.
 """
 import gc
 import importlib
@@ -32,12 +32,10 @@ def references_left_by(*tests):
 
 
 def is_flat(test):
-    flat_runs = 0
     for _ in range(MOST_RUNS):
         # The measurement itself holds a few.
         left = references_left_by(test) - references_left_by()
-        flat_runs = flat_runs + 1 if left == 0 else 0
-        if flat_runs == 2:
+        if left == 0:
             return True
     sys.stderr.write('%s leaves %d references behind\n' % (test.id(), left))
     return False
