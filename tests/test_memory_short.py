@@ -115,6 +115,11 @@ class ShortOfMemory(unittest.TestCase):
         station = q.bcm_l2_station_t()
         station.dst_mac, station.dst_mac_mask = '02:00:5e:00:00:03', 'ff:ff:ff:ff:ff:ff'
 
+        route = q.bcm_l3_route_t()
+        route.l3a_subnet, route.l3a_ip_mask, route.l3a_lookup_class = 0x0a010200, 0xfffffff0, 3
+        host, routes = q.bcm_l3_host_t(), q.bcm_l3_info_t()
+        host.l3a_ip_addr = 0x0a010203
+
         members = [q.bcm_trunk_member_t(), q.bcm_trunk_member_t()]
         info = q.bcm_trunk_info_t()
         q.bcm_trunk_info_t_init(info)
@@ -179,6 +184,10 @@ class ShortOfMemory(unittest.TestCase):
                   lambda: q.bcm_detach(3), lambda: q.bcm_attach_check(3)),
                  (lambda: q.bcm_l2_station_add(0, value, station), lambda: q.bcm_l2_station_delete_all(0),
                   lambda: q.bcm_l2_station_get(0, 1, station)),
+                 (lambda: q.bcm_l3_route_add(0, route), lambda: q.bcm_l3_route_delete(0, route),
+                  lambda: (q.bcm_l3_info(0, routes), routes.l3info_used_route)),
+                 (lambda: q.bcm_l3_host_add(0, host), lambda: q.bcm_l3_host_delete(0, host),
+                  lambda: (q.bcm_l3_info(0, routes), routes.l3info_used_host)),
                  (lambda: q.sh_process_command(0, 'ps'), lambda: 0, lambda: 0)]
         # What is made only once is made now.
         q.sal_config_init_defaults()

@@ -160,8 +160,6 @@ ENTRIES = [
     ('l3_route_add', 'l3_route_get', 'l3_route_delete', 'bcm_l3_route_t',
      dict(l3a_subnet=0x0a000000, l3a_ip_mask=0xff000000), dict(l3a_ip_mask=0xffff0000), 'l3a_vid',
      ('l3a_flags', q.BCM_L3_REPLACE)),
-    ('l3_source_bind_add', 'l3_source_bind_get', 'l3_source_bind_delete', 'bcm_l3_source_bind_t',
-     dict(port=5, ip=0x0a000001), dict(port=6), 'rate_id', ('flags', q.BCM_L3_SOURCE_BIND_REPLACE)),
     ('trill_multicast_entry_add', 'trill_multicast_entry_get', 'trill_multicast_entry_delete',
      'bcm_trill_multicast_entry_t', dict(root_name=7, c_vlan=20), dict(c_vlan=21), 'lookup_class', None),
     ('tunnel_terminator_add', 'tunnel_terminator_get', 'tunnel_terminator_delete', 'bcm_tunnel_terminator_t',

@@ -4,7 +4,11 @@
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
  * BCM_E_INIT (before bcm_l3_init) and BCM_E_PARAM. On an error nothing is changed.
  *
- * Interfaces, egress objects and groups of egress objects share one space of ids of type bcm_if_t.
+ * Interfaces, egress objects and groups of egress objects share one space of ids of type bcm_if_t: the lowest free one
+ * from 1 on, unless one is given. In its place 0 is none: what leads there is unresolved. Routing tables are 0..1023.
+ * BCM_E_NOT_FOUND: what is named is not there; BCM_E_EXISTS: it is there already; BCM_E_BUSY: something refers to it;
+ * BCM_E_FULL; BCM_E_PORT, BCM_E_BADID: no such port, module or trunk; BCM_E_UNAVAIL: flags or members that ask for what
+ * the chip has not.
  * IPv4 addresses are in host, IPv6 addresses in network byte order; with BCM_L3_IP6 the members for IPv6
  * count in place of those for IPv4. Arrays that a function fills are given with the number of elements
  * for which they have room, and how many there are comes back in the count.
@@ -365,7 +369,9 @@ int bcm_l3_info(int unit, bcm_l3_info_t *l3info);
 
 /*
  * Interfaces. create writes the id to l3a_intf_id, unless BCM_L3_WITH_ID gives one; get and delete go by
- * l3a_intf_id, find by l3a_mac_addr and l3a_vid, find_vlan by l3a_vid alone.
+ * l3a_intf_id, find by l3a_mac_addr and l3a_vid, find_vlan by l3a_vid alone. There is one per address and VLAN
+ * (BCM_E_EXISTS); the VLAN has to exist (BCM_E_NOT_FOUND). One that egress objects, hosts or routes use stays: BCM_E_BUSY;
+ * delete_all deletes all or none. BCM_L3_REPLACE replaces the one of l3a_intf_id.
  */
 void bcm_l3_intf_t_init(bcm_l3_intf_t *intf);
 int bcm_l3_intf_create(int unit, bcm_l3_intf_t *intf);
@@ -429,7 +435,8 @@ int bcm_l3_vrrp_config_get(int unit, uint32 flags, bcm_vlan_t vlan, int alloc_si
 
 /*
  * Hosts, one per routing table and address. find fills the record whose l3a_vrf and address it is given;
- * delete_by_network takes those within a network, delete_by_interface those with l3a_intf.
+ * delete_by_network takes those within a network, delete_by_interface those with l3a_intf. An l3a_intf that is an
+ * interface goes with l3a_nexthop_mac, and l3a_modid and l3a_port_tgid.
  */
 void bcm_l3_host_t_init(bcm_l3_host_t *ip);
 int bcm_l3_host_find(int unit, bcm_l3_host_t *info);
@@ -444,8 +451,8 @@ int bcm_l3_host_conflict_get(int unit, bcm_l3_key_t *ipkey, bcm_l3_key_t *cf_arr
                              int *cf_count);
 
 /*
- * age removes hosts that were not used since the last sweep, each with a callback; traverse visits those
- * numbered start to end in the table. flags: BCM_L3_IP6 for those of IPv6.
+ * age removes hosts that were not used since the last sweep, each with a callback, which may be null; traverse visits
+ * those numbered start to end in the table (BCM_E_PARAM if that is less). flags: BCM_L3_IP6 for those of IPv6.
  */
 int bcm_l3_host_age(int unit, uint32 flags, bcm_l3_host_traverse_cb age_cb, void *user_data);
 int bcm_l3_host_traverse(int unit, uint32 flags, uint32 start, uint32 end, bcm_l3_host_traverse_cb cb,
@@ -489,7 +496,7 @@ int bcm_l3_route_age(int unit, uint32 flags, bcm_l3_route_traverse_cb age_out, v
 int bcm_l3_route_traverse(int unit, uint32 flags, uint32 start, uint32 end, bcm_l3_route_traverse_cb trav_fn,
                           void *user_data);
 
-/* The most paths to a network. */
+/* The most paths to a network, 1..1024. */
 int bcm_l3_route_max_ecmp_set(int unit, int max);
 int bcm_l3_route_max_ecmp_get(int unit, int *max);
 
@@ -537,7 +544,11 @@ int bcm_l3_egress_get(int unit, bcm_if_t intf, bcm_l3_egress_t *egr);
 int bcm_l3_egress_find(int unit, bcm_l3_egress_t *egr, bcm_if_t *intf);
 int bcm_l3_egress_traverse(int unit, bcm_l3_egress_traverse_cb trav_fn, void *user_data);
 
-/* Groups of egress objects, known by their id alone. max_paths may later not be exceeded. */
+/*
+ * Groups of egress objects, known by their id alone. max_paths may later not be exceeded (BCM_E_FULL). An object that is
+ * in a group several times gets as many shares of the flows. A group that hosts or routes use stays: BCM_E_BUSY. find
+ * gives the group with these members, in whatever order.
+ */
 int bcm_l3_egress_multipath_create(int unit, uint32 flags, int intf_count, bcm_if_t *intf_array,
                                    bcm_if_t *mpintf);
 int bcm_l3_egress_multipath_max_create(int unit, uint32 flags, int max_paths, int intf_count,
@@ -566,7 +577,7 @@ int bcm_l3_egress_ecmp_ethertype_set(int unit, uint32 flags, int ethertype_count
 int bcm_l3_egress_ecmp_ethertype_get(int unit, uint32 *flags, int ethertype_max, int *ethertype_array,
                                      int *ethertype_count);
 
-/* Whether an egress object takes part in its groups, BCM_L3_ECMP_DYNAMIC_MEMBER_*. */
+/* Whether an egress object takes part in its groups, BCM_L3_ECMP_DYNAMIC_MEMBER_*; up at first. */
 int bcm_l3_egress_ecmp_member_status_set(int unit, bcm_if_t intf, int status);
 int bcm_l3_egress_ecmp_member_status_get(int unit, bcm_if_t intf, int *status);
 

@@ -19,6 +19,7 @@ typedef enum sim_stage_e {
     simStageVlan,        /* the VLAN of the packet */
     simStageTree,        /* the state of the port in the VLAN's spanning tree group */
     simStageSource,      /* the source address */
+    simStageRoute,       /* what is addressed to the router: where its IP address leads */
     simStageDestination, /* where the destination address leads */
     simStageReplicate,   /* the ports that send it */
     simStageLeave,       /* what each of them checks, and how the copy differs */
@@ -45,6 +46,13 @@ typedef enum sim_drop_e {
     simDropVlanFilterToSend,  /* it filters and is no member of the VLAN */
     simDropTooLongToSend,     /* longer than its bcm_port_frame_max */
     simDropStorm,             /* the packet has gone over more cables than sim_storm_limit_set allows */
+    simDropIpHeader,          /* of a packet to be routed: no sound header, or a wrong checksum of it */
+    simDropIpSource,          /* BCM_L3_SRC_DISCARD, or no route back to its source, as the interface demands */
+    simDropNoRoute,           /* no host or route leads to its IP address */
+    simDropNullRoute,         /* BCM_L3_DST_DISCARD */
+    simDropUnresolved,        /* the next hop is not known yet */
+    simDropTtl,               /* its TTL or hop limit is at its end, or too low for the interface */
+    simDropMtu,               /* longer than the MTU of the interface */
     simDropCount
 } sim_drop_t;
 

@@ -33,20 +33,30 @@ int sim_l2_age_step(int unit);
  *      CPU and nowhere else, unless that state is BCM_STG_STP_DISABLE.
  *   5. The source address is learnt, as by sim_l2_learn. BCM_L2_DISCARD_SRC; an address that was not known
  *      there drops the packet if the port has not BCM_PORT_LEARN_FWD.
- *   6. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
+ *   6. What is addressed to the router is routed: to the address of an interface in its VLAN (bcm_l3_intf_create), of
+ *      a virtual router (bcm_l3_vrrp_add), or of a station (bcm_l2_station_add), as far as that says so. What is no
+ *      IPv4 or IPv6 goes to the CPU, as does what is for a link-local address. The IP header has to be sound. The
+ *      routing table is that of the VLAN's bcm_l3_ingress_t, else of the interface. A source that the VLAN or the
+ *      ingress interface does not expect (urpf_mode), or BCM_L3_SRC_DISCARD, drops it. A valid host, else the route
+ *      with the longest prefix, leads to an egress object, or to one of a group: by a hash of addresses, protocol and
+ *      TCP or UDP ports, the same for all of a flow. An object at the CPU's port takes it as it came. Else TTL and
+ *      MTU have to suffice, and it leaves in the interface's VLAN, from its address to the next hop's, with a TTL of
+ *      one less, also where it came from. What cannot be routed is dropped, or goes to the CPU as bcmSwitchL3*ToCpu
+ *      and bcmSwitchUnknownL3DestToCpu say.
+ *   7. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
  *      without entry, the VLAN's members. Never back to the port that it came from or to the trunk of that.
  *      Of a trunk that is up one active member that can send is selected: for an entry's trunk by the
  *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
  *      send; a single one counts the drop.
- *   7. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
+ *   8. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
  *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
  *      send without tag, all others with one, at priority 0 if it had none on arrival.
  * A port has a link if bcm_port_link_status_get says so. The CPU is port 0: what it gets counts there as
- * sent. Loopbacks, routing, filters, mirrors and rates play no part.
+ * sent. Loopbacks, filters, mirrors and rates play no part.
  *
  * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
  * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors
- * (by the MAC), snmpIfInDiscards (2 to 6; snmpBcmRx*Discards give reasons) and, at the port that was to send
+ * (by the MAC), snmpIfInDiscards (2 to 7; snmpBcmRx*Discards give reasons) and, at the port that was to send
  * it, snmpIfOutDiscards. Returns
  *   BCM_E_NONE       it has arrived, whatever became of it
  *   BCM_E_DISABLED   the port is disabled or has no link: nothing arrives, nothing counts

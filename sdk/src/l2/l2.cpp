@@ -52,6 +52,7 @@ void L2State::clear()
     tunnels.clear();
     authorised.clear();
     stations.clear();
+    order_stations();
     egress.clear();
     mac_ports.clear();
 }

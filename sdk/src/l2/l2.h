@@ -16,6 +16,7 @@
 #include <map>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace sim {
 
@@ -74,11 +75,16 @@ struct L2State : RoomState {
     KeyedTable<L2Key, bool> tunnels{1024};  // the value says nothing
     KeyedTable<L2Key, bcm_l2_auth_addr_t> authorised{4096};
     ObjectTable<bcm_l2_station_t> stations{512};
+    std::vector<bcm_l2_station_t>
+        stations_by_priority;  // the same as packets see them, worked out at each change
     ObjectTable<bcm_l2_egress_t> egress{16384};
     ObjectTable<bcm_l2_mac_port_t> mac_ports{1024};
 
     std::map<int, bcm_pbmp_t>
         multicast;  // sets of ports by line; neither cleared nor initialised with the rest
+
+    /// Stations have changed.
+    void order_stations();
 
     /// Empties all tables and tells nobody.
     void clear();

@@ -3,7 +3,25 @@
 #include "l2.h"
 #include "sim_l2.h"
 
+#include <algorithm>
+
 using namespace sim;
+
+namespace sim {
+
+void L2State::order_stations()
+{
+    stations_by_priority.clear();
+    stations.traverse([&](int, const bcm_l2_station_t &station) {
+        stations_by_priority.push_back(station);
+        return 0;
+    });
+    // Of equal priority the lowest id comes first.
+    std::stable_sort(stations_by_priority.begin(), stations_by_priority.end(),
+                     [](const auto &a, const auto &b) { return a.priority > b.priority; });
+}
+
+}  // namespace sim
 
 extern "C" {
 
@@ -14,20 +32,28 @@ int sim_bcm_l2_station_add(int unit, int *station_id, bcm_l2_station_t *station)
         constexpr uint32 how = BCM_L2_STATION_WITH_ID | BCM_L2_STATION_REPLACE;
         bcm_l2_station_t stored = *station;
         stored.flags &= ~how;
-        return l2.stations.create(stored, station->flags & BCM_L2_STATION_WITH_ID,
-                                  station->flags & BCM_L2_STATION_REPLACE, station_id);
+        l2.stations_by_priority.reserve(l2.stations.capacity());
+        const int rc = l2.stations.create(stored, station->flags & BCM_L2_STATION_WITH_ID,
+                                          station->flags & BCM_L2_STATION_REPLACE, station_id);
+        l2.order_stations();
+        return rc;
     });
 }
 
 int sim_bcm_l2_station_delete(int unit, int station_id)
 {
-    return begin(unit, ready<L2State>).then([&](L2State &l2) { return l2.stations.erase(station_id); });
+    return begin(unit, ready<L2State>).then([&](L2State &l2) {
+        const int rc = l2.stations.erase(station_id);
+        l2.order_stations();
+        return rc;
+    });
 }
 
 int sim_bcm_l2_station_delete_all(int unit)
 {
     return begin(unit, ready<L2State>).then([](L2State &l2) -> int {
         l2.stations.clear();
+        l2.order_stations();
         return BCM_E_NONE;
     });
 }

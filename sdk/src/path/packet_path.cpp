@@ -79,7 +79,7 @@ public:
         }
         Passage passage(sw, port, departures);
         const Onward onward =
-            run<arrive, admit, classify, look_at_tree, look_at_source, find_destination>(passage);
+            run<arrive, admit, classify, look_at_tree, look_at_source, route, find_destination>(passage);
         if (onward == Onward::decided) {
             run<replicate, edit, leave>(passage);
         }

@@ -3,6 +3,7 @@
 
 #include "frame_buffer.h"
 #include "l2.h"
+#include "l3_objects.h"
 #include "port.h"
 #include "trace.h"
 #include "trunk.h"
@@ -74,6 +75,9 @@ struct Passage {
     PortSet members;
     int bcm_trunk_info_t::*member_index = nullptr;
     bool is_for_many = false;
+
+    const NextHop *hop =
+        nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
 
     PortSet copies;  ///< the ports that are to send it
 };

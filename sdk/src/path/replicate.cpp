@@ -65,7 +65,9 @@ void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, c
 Onward replicate(Passage &passage)
 {
     const TrunkPorts &trunks = trunks_of(passage.sw).ports();
-    const PortSet &from = trunks.origins[static_cast<std::size_t>(passage.port)];
+    // What is routed may leave where it came from.
+    const PortSet from =
+        passage.hop == nullptr ? trunks.origins[static_cast<std::size_t>(passage.port)] : PortSet();
     if (!passage.is_for_many && passage.to.kind == Destination::Kind::port) {
         to_port(passage, from, passage.to.id);
         return Onward::next;

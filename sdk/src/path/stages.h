@@ -29,6 +29,9 @@ Onward look_at_tree(Passage &passage);
 /// The source address: learnt, and perhaps unwanted.
 Onward look_at_source(Passage &passage);
 
+/// What is addressed to the router: where its IP address leads.
+Onward route(Passage &passage);
+
 /// Where the destination address leads.
 Onward find_destination(Passage &passage);
 

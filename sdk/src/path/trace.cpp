@@ -15,8 +15,8 @@ bool is_traced = false;
 
 namespace {
 
-constexpr const char *stage_names[] = {"arrive",      "port",      "vlan",  "tree", "source",
-                                       "destination", "replicate", "leave", "wire"};
+constexpr const char *stage_names[] = {"arrive", "port",        "vlan",      "tree",  "source",
+                                       "route",  "destination", "replicate", "leave", "wire"};
 static_assert(std::size(stage_names) == simStageCount, "every stage has a name");
 
 constexpr const char *drop_names[] = {
@@ -37,6 +37,13 @@ constexpr const char *drop_names[] = {
     "vlan_filter_to_send",
     "too_long_to_send",
     "storm",
+    "ip_header",
+    "ip_source",
+    "no_route",
+    "null_route",
+    "unresolved",
+    "ttl",
+    "mtu",
 };
 static_assert(std::size(drop_names) == simDropCount, "every reason has a name");
 
@@ -55,6 +62,13 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStageTree, simDropTreeState, "the port does not forward in the spanning tree group"},
     {simStageSource, simDropSourceAddress, "packets from the source address are not taken here"},
     {simStageDestination, simDropDestinationAddress, "packets to the destination address are discarded"},
+    {simStageRoute, simDropIpHeader, "no sound IP header"},
+    {simStageRoute, simDropIpSource, "packets from the IP source address are not taken here"},
+    {simStageRoute, simDropNoRoute, "no host or route leads to the IP destination address"},
+    {simStageRoute, simDropNullRoute, "packets to the IP destination address are discarded"},
+    {simStageRoute, simDropUnresolved, "the next hop has no address yet"},
+    {simStageRoute, simDropTtl, "the TTL or hop limit is at its end"},
+    {simStageRoute, simDropMtu, "longer than the MTU of the interface"},
     {simStageReplicate, simDropNoDestination, "no other port can send it"},
     {simStageLeave, simDropNoLink, "the port has no link"},
     {simStageLeave, simDropTreeStateToSend, "the port does not forward in the spanning tree group"},
@@ -133,6 +147,12 @@ void tell_drop(const Passage &passage, int port, Discard reason)
 {
     const Drop &drop = drops[static_cast<std::size_t>(reason)];
     tell({passage.sw.unit, drop.stage, drop.drop, port, passage.vid, nullptr}, drop.text);
+}
+
+void tell_diverted(const Passage &passage, Discard reason)
+{
+    const Drop &drop = drops[static_cast<std::size_t>(reason)];
+    tell_step(passage, drop.stage, passage.port, "%s: to the CPU", drop.text);
 }
 
 void tell_wire(int unit, int port, sim_drop_t drop, const char *format, ...)

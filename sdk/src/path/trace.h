@@ -38,6 +38,9 @@ extern bool is_traced;
 /// The packet, or its copy for that port, goes no further.
 [[gnu::cold]] void tell_drop(const Passage &passage, int port, Discard reason);
 
+/// What would have been dropped goes to the CPU.
+[[gnu::cold]] void tell_diverted(const Passage &passage, Discard reason);
+
 /// What happens between units.
 [[gnu::cold, gnu::format(printf, 4, 5)]] void tell_wire(int unit, int port, sim_drop_t drop,
                                                         const char *format, ...);

@@ -49,6 +49,13 @@ enum class Discard {
     stp_state,
     source_address,
     destination_address,
+    ip_header,
+    ip_source,
+    no_route,
+    null_route,
+    unresolved,
+    ttl,
+    mtu,
     no_destination,
     // Instead of being sent.
     no_link,

@@ -1,5 +1,6 @@
 #include "references.h"
 
+#include "l3.h"
 #include "trunk.h"
 #include "vlan.h"
 
@@ -27,6 +28,11 @@ bool vlan_exists(Switch &sw, const void *part)
 bool trunk_exists(Switch &sw, const void *part)
 {
     return trunks_of(sw).trunks().count(number_at<bcm_trunk_t>(part)) != 0;
+}
+
+bool interface_exists(Switch &sw, const void *part)
+{
+    return l3_of(sw).objects.interface(number_at<bcm_if_t>(part)) != nullptr;
 }
 
 }  // namespace sim

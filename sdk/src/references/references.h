@@ -5,8 +5,9 @@
 
 namespace sim {
 
-/// A bcm_vlan_t, a bcm_trunk_t.
+/// A bcm_vlan_t, a bcm_trunk_t, a bcm_if_t of a router interface.
 bool vlan_exists(Switch &sw, const void *part);
 bool trunk_exists(Switch &sw, const void *part);
+bool interface_exists(Switch &sw, const void *part);
 
 }  // namespace sim

@@ -1,6 +1,7 @@
 /// What a unit is made of: the one place that knows all rooms.
 #include "chip.h"
 #include "l2.h"
+#include "l3.h"
 #include "mdio.h"
 #include "phy.h"
 #include "port.h"
@@ -45,6 +46,7 @@ constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<PortState>(Room::port),
     maker<TrunkState>(Room::trunk),
     maker<L2State>(Room::l2),
+    maker<L3State>(Room::l3),
 };
 
 }  // namespace sim

@@ -1,0 +1,66 @@
+/// IP addresses of both versions as numbers.
+#pragma once
+
+#include "packet.h"
+
+#include <bcm/types.h>
+
+#include <cstdint>
+
+namespace sim {
+
+/// The first bit is the highest of `high`. IPv4 fills the upper half of that, and the rest is 0.
+struct IpAddress {
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+};
+
+inline bool operator==(const IpAddress &a, const IpAddress &b)
+{
+    return a.high == b.high && a.low == b.low;
+}
+
+constexpr unsigned ip4_bits = 32;
+constexpr unsigned ip6_bits = 128;
+
+inline std::uint64_t long_number_at(const unsigned char *bytes)
+{
+    std::uint64_t number = 0;
+    for (int i = 0; i < 8; ++i) {
+        number = number << 8 | bytes[i];
+    }
+    return number;
+}
+
+inline IpAddress ip4_address(bcm_ip_t address)
+{
+    return {static_cast<std::uint64_t>(address) << 32, 0};
+}
+inline IpAddress ip6_address(const unsigned char *bytes)
+{
+    return {long_number_at(bytes), long_number_at(bytes + 8)};
+}
+
+inline bcm_ip_t to_ip4(const IpAddress &address)
+{
+    return static_cast<bcm_ip_t>(address.high >> 32);
+}
+void to_ip6(const IpAddress &address, unsigned char *bytes);
+
+/// The first bits of an address, the others 0. length: 0..128.
+IpAddress network_of(const IpAddress &address, unsigned length);
+
+/// How many bits a mask keeps, or -1 if they are not the first ones.
+int mask_length(const IpAddress &mask, bool is_ip6);
+
+/// An address in words.
+class IpText {
+public:
+    IpText(const IpAddress &address, bool is_ip6);
+    const char *text() const { return text_; }
+
+private:
+    char text_[40];
+};
+
+}  // namespace sim
