@@ -13,7 +13,6 @@
 
 #include <sim/cable.h>
 #include <sim/interfaces.h>
-#include <sim/clock.h>
 
 #include <array>
 #include <chrono>
@@ -301,12 +300,10 @@ void Loop::operator()()
         const int event_count =
             epoll_wait(poll.get(), events.data(), most_events, static_cast<int>(comparison_interval.count()));
         const UnitsLock lock;
+        keep_up_with_time();
         goes_on = work(lock, events.data(), event_count);
         if (Clock::now() >= next_comparison) {
             next_comparison = Clock::now() + comparison_interval;
-            if (sim_clock_runs()) {
-                sim_clock_catch_up();
-            }
             for (auto &of_unit : joints) {
                 for (auto &place : of_unit) {
                     if (const std::shared_ptr<Joint> joint = place) {
