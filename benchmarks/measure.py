@@ -246,8 +246,8 @@ def packet_rows():
     return [
         Row('packet to a known address', 'limit', 1.00, lambda: per_packet('unicast'), lambda: 800),
         Row('flooded packet, per copy', 'limit', 1.00, lambda: per_packet('flood') / copies, lambda: 150),
-        Row('packet by Switch.send()', 'in C++', 3.00, lambda: per_send('known'), lambda: per_packet('unicast')),
-        Row('flooded packet by Switch.send(), per copy', 'in C++', 3.00, lambda: per_send('unknown') / copies,
+        Row('packet by Switch.send()', 'in C++', 5.00, lambda: per_send('known'), lambda: per_packet('unicast')),
+        Row('flooded packet by Switch.send(), per copy', 'in C++', 3.50, lambda: per_send('unknown') / copies,
             lambda: per_packet('flood') / copies),
         Row('packet by Switch.send()', 'limit', 1.00, microseconds_per_send, lambda: 1e6 / SENDS_PER_SECOND,
             unit='CPU us'),
