@@ -16,6 +16,7 @@ PATH = [subjects.RELEASE, subjects.BUILT]
 # Start-up and the first pass, which fills caches, drop out of the difference of two runs.
 FEW, MANY = 1000, 3000
 MAC_ENTRIES = 100000
+SENDS_PER_SECOND = 150000  # at least, from Python
 EMPTY_LOOP = Work('pass')
 # The simulated switch's part of a call is the same in all, and would only blur the comparison.
 SDK_CALL = Work('f(count)', 'import floor; f = floor.call_sdk', 'f', in_c=True)
@@ -203,18 +204,53 @@ def import_memory(subject):
     return sorted(int(subprocess.check_output(command)) for _ in range(7))[3]
 
 
+_SEND = '''\
+from quorel import sim
+near, far, nobody = ['02:00:00:00:00:%02x' % number for number in (1, 42, 99)]
+switch = sim.Switch()
+switch.fresh()
+switch.send(7, sim.ethernet(near, far))
+switch.send(1, sim.ethernet(far, near))
+send, known, unknown = switch.send, sim.ethernet(far, near), sim.ethernet(nobody, near)
+'''
+_SECONDS_OF_SENDS = '''\
+import resource, sys
+sys.path[:0] = %r
+%s
+def seconds(count):
+    before = resource.getrusage(resource.RUSAGE_SELF)
+    for _ in xrange(count):
+        send(1, known)
+    after = resource.getrusage(resource.RUSAGE_SELF)
+    return (after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime) / count
+print(min(seconds(100000) for _ in range(5)))
+'''
+
+
 def packet_rows():
-    def per_packet(scenario, copies):
+    def per_packet(scenario):
         program = subjects.packets()
         few, many = [callgrind.process_instructions([program, scenario, str(count)]) for count in (FEW, MANY)]
-        return (many - few) / float(MANY - FEW) / copies
+        return (many - few) / float(MANY - FEW)
 
-    def row(name, limit, scenario, copies=1):
-        return Row(name, 'limit', 1.00, lambda: per_packet(scenario, copies), lambda: limit)
+    def per_send(frame):
+        work = Work('send(1, frame)', _SEND + 'frame = ' + frame, 'send frame')
+        few, many = [callgrind.instructions(work.program(PATH, count)) for count in (FEW, MANY)]
+        return (many - few) / float(MANY - FEW)
 
+    def microseconds_per_send():
+        program = _SECONDS_OF_SENDS % (PATH, _SEND)
+        return float(subprocess.check_output([callgrind.PYTHON] + callgrind.PYTHON_FLAGS + ['-c', program])) * 1e6
+
+    copies = 63
     return [
-        row('packet to a known address', 800, 'unicast'),
-        row('flooded packet, per copy', 150, 'flood', 63),
+        Row('packet to a known address', 'limit', 1.00, lambda: per_packet('unicast'), lambda: 800),
+        Row('flooded packet, per copy', 'limit', 1.00, lambda: per_packet('flood') / copies, lambda: 150),
+        Row('packet by Switch.send()', 'in C++', 5.00, lambda: per_send('known'), lambda: per_packet('unicast')),
+        Row('flooded packet by Switch.send(), per copy', 'in C++', 3.50, lambda: per_send('unknown') / copies,
+            lambda: per_packet('flood') / copies),
+        Row('packet by Switch.send()', 'limit', 1.00, microseconds_per_send, lambda: 1e6 / SENDS_PER_SECOND,
+            unit='CPU us'),
     ]
 
 
@@ -256,7 +292,7 @@ def measure(rows):
 
 def table_line(row, figures):
     ratio = figures[0] / float(figures[1])
-    form = '{:,.1f}' if row.unit == 'CPU s' else '{:,.0f}'
+    form = {'CPU s': '{:,.1f}', 'CPU us': '{:,.2f}'}.get(row.unit, '{:,.0f}')
     text = [form.format(figure) for figure in figures]
     return '| %s | %s | %s | %s: %s | %.3f | %.2f | %s |' % (
         row.name, row.unit, text[0], row.against, text[1], ratio, row.budget,
@@ -278,7 +314,7 @@ def main(arguments):
     if not os.path.isdir(subjects.BUILT):
         os.makedirs(subjects.BUILT)
     subjects.floor_and_obvious()
-    imported = ['QuorelApiNew', 'quorel']
+    imported = ['QuorelApiNew', 'quorel', 'quorel.sim']
     if any(row.against == 'SWIG' for row in rows):
         subjects.swig()
         imported.append('swig_sdk')

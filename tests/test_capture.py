@@ -1,6 +1,7 @@
 """Packets in files: what is captured reads back, with others' programs too, and what is no capture is refused."""
 import ctypes
 import os
+import resource
 import shutil
 import struct
 import subprocess
@@ -181,6 +182,32 @@ class Captures(PacketTest):
         number = ctypes.c_int()
         self.assertStatus(q.BCM_E_FAIL, library.sim_capture_open('/dev/full', PCAPNG, ctypes.byref(number)))
         self.assertIn('No space left', library.sim_capture_problem())
+
+    def test_a_disk_that_fills_up(self):
+        """What fits is whole, and counted; nothing is left of a file that could not even begin."""
+        self.done(q.bcm_l2_addr_add(0, self.address(B, port=2)))
+        kept = resource.getrlimit(resource.RLIMIT_FSIZE)
+        self.addCleanup(resource.setrlimit, resource.RLIMIT_FSIZE, kept)
+        for room in (150000, 70001, 20):
+            for form in (PCAPNG, PCAP):
+                resource.setrlimit(resource.RLIMIT_FSIZE, (room, kept[1]))
+                number, count = ctypes.c_int(), ctypes.c_int()
+                status = library.sim_capture_open(self.path(), form, ctypes.byref(number))
+                if room == 20:
+                    self.assertStatus(q.BCM_E_FAIL, status)
+                    self.assertFalse(os.path.exists(self.path()))
+                    continue
+                self.done(library.sim_capture_port(number, 0, 1, RECEIVED))
+                for _ in range(200):
+                    self.assertEqual(len(self.sent(1, frame(B, A, ARP, size=1000))), 1)
+                library.sim_capture_count(number, ctypes.byref(count))
+                self.assertStatus(q.BCM_E_FAIL, library.sim_capture_close(number))
+                self.assertIn(self.path() + ': File too large', library.sim_capture_problem())
+                resource.setrlimit(resource.RLIMIT_FSIZE, kept)
+                self.assertEqual(self.replay(), (count.value, 0))
+                self.assertGreater(os.path.getsize(self.path()), room - 1100)
+            if os.path.exists(self.path()):
+                os.remove(self.path())
 
 
 if __name__ == '__main__':

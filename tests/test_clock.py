@@ -4,53 +4,58 @@ import time
 import unittest
 
 import QuorelApiNew as q
+from clock import advance, next_event, now, RUNS, SECOND, STANDS, STEPS
+from console import run
 from recording import library
 from simulator import SwitchTest, change_callback
 
 A, B = '02:00:5e:00:00:01', '02:00:5e:00:00:02'
-SECOND = 10 ** 9
-library.sim_clock_now.restype = ctypes.c_uint64
-
-
-def now():
-    return library.sim_clock_now()
-
-
-def advance(seconds):
-    return library.sim_clock_advance(ctypes.c_uint64(int(seconds * SECOND)))
-
-
-def next_event():
-    """(status, seconds from now)"""
-    due = ctypes.c_uint64()
-    status = library.sim_clock_next(ctypes.byref(due))
-    return status, (due.value - now()) / float(SECOND)
 
 
 class Clock(SwitchTest):
     def test_it_stands_still_unless_told(self):
         before = now()
         time.sleep(0.01)
-        self.assertEqual((now(), library.sim_clock_runs()), (before, 0))
+        self.assertEqual((now(), library.sim_clock_mode_get()), (before, STANDS))
         self.done(advance(2.5))
         self.assertEqual(now() - before, 5 * SECOND // 2)
         self.assertStatus(q.BCM_E_PARAM, library.sim_clock_advance(ctypes.c_uint64(2 ** 64 - 1)))
         self.assertStatus(q.BCM_E_PARAM, library.sim_clock_next(None))
+        self.assertStatus(q.BCM_E_PARAM, library.sim_clock_mode_set(3))
 
     def test_it_runs_with_the_machine(self):
-        self.addCleanup(library.sim_clock_run, 0)
+        self.addCleanup(library.sim_clock_mode_set, STANDS)
         before, begin = now(), time.time()
-        self.done(library.sim_clock_run(1))
+        self.done(library.sim_clock_mode_set(RUNS))
         time.sleep(0.02)
         self.assertEqual(now(), before)  # nobody has looked
         self.done(library.sim_clock_catch_up())
         passed = now() - before
         self.assertTrue(20000000 <= passed <= (time.time() - begin + 1) * SECOND, passed)
-        self.done(library.sim_clock_run(0))
+        self.done(library.sim_clock_mode_set(STANDS))
         stopped = now()
         time.sleep(0.01)
         self.done(library.sim_clock_catch_up())
         self.assertEqual(now(), stopped)
+
+    def test_any_function_notices_that_it_has_run(self):
+        self.addCleanup(library.sim_clock_mode_set, STANDS)
+        self.done(q.bcm_l2_age_timer_set(0, 1))
+        self.enter(A, port=5)
+        self.done(library.sim_clock_mode_set(RUNS))
+        self.done(advance(1.98))
+        time.sleep(0.03)
+        self.assertEqual(self.macs(), [])
+
+    def test_the_shell_sleeps(self):
+        self.addCleanup(library.sim_clock_mode_set, STANDS)
+        before, begin = now(), time.time()
+        run('sleep 30')
+        self.assertEqual(now() - before, 30000000)
+        self.assertGreater(time.time() - begin, 0.025)
+        self.assertIn('is stepped', run('clock step; sleep 3600000; clock show')[1])
+        self.assertEqual(now() - before, 30000000 + 3600 * SECOND)
+        self.assertLess(time.time() - begin, 60)
 
     def test_ageing(self):
         self.done(q.bcm_l2_age_timer_set(0, 10))
@@ -75,7 +80,7 @@ class Clock(SwitchTest):
 
     def test_callbacks_see_their_own_time_and_let_none_pass(self):
         seen = []
-        callback = change_callback(lambda *_: seen.append((now(), advance(1), library.sim_clock_run(1))))
+        callback = change_callback(lambda *_: seen.append((now(), advance(1), library.sim_clock_mode_set(RUNS))))
         self.done(q.bcm_l2_age_timer_set(0, 10))
         start = now()
         self.enter(A, port=5)

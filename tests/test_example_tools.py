@@ -127,6 +127,14 @@ class Moves(unittest.TestCase):
         self.assertEqual(run('watch_moves.py', '--seconds', '0.01', '--pause', '0.01')[0], 0)
 
 
+class Packets(unittest.TestCase):
+    def test_a_good_configuration_passes_and_a_bad_one_does_not(self):
+        self.assertEqual(run('test_packets.py')[0], 0)
+        code, _, errors = run('test_packets.py', first='q.bcm_port_vlan_member_set = lambda *_: 0')
+        self.assertNotEqual(code, 0)
+        self.assertIn('each of the ports 3-4 sends what was not expected:', errors)
+
+
 class Lab(unittest.TestCase):
     def test_a_good_switch_passes_and_a_bad_one_does_not(self):
         for first, ports, failing in [

@@ -3,9 +3,11 @@ import ctypes
 import os
 import subprocess
 import sys
+import time
 import unittest
 
 import QuorelApiNew as q
+import clock
 from phy import COPPER, COPPER_PORTS, PhyTest, SERDES
 from simulator import call_with_nulls, CPU_PORT, FRONT_PORTS, library, PortBitmap
 from type_table import pointer_at
@@ -133,8 +135,10 @@ class Changes(LinkScanTest):
         ports = PortBitmap([SERDES, COPPER])
         self.done(library.bcm_link_wait(0, ctypes.byref(ports), 1))
         self.plug(SERDES)
-        self.assertStatus(q.BCM_E_TIMEOUT, library.bcm_link_wait(0, ctypes.byref(ports), 1))
-        self.assertEqual(ports.ports(), [COPPER])
+        began, start = clock.now(), time.time()
+        self.assertStatus(q.BCM_E_TIMEOUT, library.bcm_link_wait(0, ctypes.byref(ports), 30000))
+        self.assertEqual((ports.ports(), clock.now() - began), ([COPPER], 30000000))
+        self.assertGreater(time.time() - start, 0.025)
         self.assertStatus(q.BCM_E_PARAM, library.bcm_link_wait(0, ctypes.byref(ports), -1))
 
     def test_driver_and_phy_hear_of_it(self):
@@ -152,6 +156,100 @@ class Changes(LinkScanTest):
         self.assertEqual(seen, [])
         self.done(q.soc_phy_port_init(0, COPPER))
         self.assertEqual(seen, [(COPPER, 0, 0)])
+
+
+class OnTheClock(LinkScanTest):
+    """What link scan tells where a test lets time pass."""
+
+    def setUp(self):
+        LinkScanTest.setUp(self)
+        self.addCleanup(library.sim_clock_mode_set, clock.STANDS)
+        self.done(library.sim_clock_mode_set(clock.STEPS))
+        self.began = clock.now()
+        self.start()
+
+    def watch(self, *react):
+        """A list of (milliseconds since the scan was switched on, port, link)."""
+        seen = []
+        LinkScanTest.watch(self, lambda port: seen.append(
+            ((clock.now() - self.began) // 10 ** 6, port, self.link(port))), *react)
+        return seen
+
+    def test_changes_are_seen_when_an_interval_is_over(self):
+        seen = self.watch()
+        self.done(clock.advance(0.1))
+        for port in (SERDES, COPPER):
+            self.plug(port)
+        self.done(clock.advance(0.149))
+        self.assertEqual(seen, [])
+        self.done(clock.advance(0.3))
+        self.plug(COPPER, q.SOC_PHY_MEDIUM_COPPER)
+        self.assertEqual(clock.next_event(), (q.BCM_E_NONE, 0.201))
+        self.done(clock.advance(0.201))
+        self.assertEqual(self.drain(seen), [(250, SERDES, 0), (250, COPPER, 0), (750, COPPER, 1)])
+        # What has been put right by then is not seen.
+        self.done(library.sim_cable_flap(0, COPPER, 3))
+        self.done(clock.advance(1))
+        self.assertEqual(seen, [])
+        self.done(q.bcm_link_change(0, [COPPER]))
+        self.done(clock.advance(0.25))
+        self.assertEqual(seen, [(2000, COPPER, 1)])
+
+    def test_the_chip_sees_them_at_once(self):
+        seen = self.watch()
+        self.done(q.bcm_linkscan_mode_set(0, COPPER, HW))
+        self.done(library.sim_cable_flap(0, COPPER, 2))
+        self.assertEqual(seen, [(0, COPPER, 0), (0, COPPER, 1)] * 2)
+
+    def test_handlers_change_links_for_the_next_scan(self):
+        seen = self.watch(lambda port: q.bcm_port_enable_set(
+            0, port, 1 - self.value(q.bcm_port_enable_get, port)))
+        self.done(q.bcm_link_change(0, [SERDES]))
+        self.done(clock.advance(1))
+        self.assertEqual(seen, [(250, SERDES, 1), (500, SERDES, 0), (750, SERDES, 1), (1000, SERDES, 0)])
+
+    def test_nothing_is_seen_of_what_has_ended(self):
+        for end in (lambda: q.bcm_linkscan_init(0), lambda: q.bcm_linkscan_enable_set(0, 0)):
+            self.done(end())
+            seen = self.watch()
+            self.start()
+            self.drain(seen)
+            self.plug(SERDES)
+            self.done(end())
+            self.plug(SERDES, q.SOC_PHY_MEDIUM_FIBER)
+            self.done(clock.advance(1))
+            self.assertEqual(seen, [])
+        self.done(library.bcm_attach(3, None, None, 0))
+        self.done(q.bcm_linkscan_enable_set(3, INTERVAL))
+        self.done(q.bcm_port_enable_set(3, SERDES, 0))
+        self.done(q.bcm_detach(3))
+        self.done(clock.advance(1))
+
+    def test_waiting_advances_the_clock_until_it_is_over(self):
+        self.plug(SERDES)
+        ports = PortBitmap([SERDES])
+        start = time.time()
+        self.assertStatus(q.BCM_E_TIMEOUT, library.bcm_link_wait(0, ctypes.byref(ports), 600 * 10 ** 6))
+        self.assertEqual((clock.now() - self.began, ports.ports()), (600 * clock.SECOND, []))
+        # Somebody who is told of something else on the way plugs the cable in.
+        self.plug(COPPER)
+        self.watch(lambda port: self.plug(SERDES, q.SOC_PHY_MEDIUM_FIBER))
+        ports = PortBitmap([SERDES])
+        self.done(library.bcm_link_wait(0, ctypes.byref(ports), 600 * 10 ** 6))
+        self.assertEqual((clock.now() - self.began, ports.ports()), (600.25 * clock.SECOND, [SERDES]))
+        self.assertLess(time.time() - start, 60)
+
+    def test_it_runs_with_the_machine(self):
+        seen = self.watch()
+        self.done(library.sim_clock_mode_set(clock.RUNS))
+        self.plug(SERDES)
+        ports = PortBitmap([COPPER, SERDES])
+        self.assertStatus(q.BCM_E_TIMEOUT, library.bcm_link_wait(0, ctypes.byref(ports), INTERVAL))
+        self.assertEqual([told[1:] for told in seen], [(SERDES, 0)])
+        self.plug(SERDES, q.SOC_PHY_MEDIUM_FIBER)
+        time.sleep(INTERVAL / 1e6)
+        self.value(q.bcm_port_speed_max, SERDES)  # the next function, whichever it is
+        self.assertEqual([told[1:] for told in seen], [(SERDES, 0), (SERDES, 1)])
 
 
 class Handlers(LinkScanTest):

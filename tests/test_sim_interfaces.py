@@ -35,13 +35,6 @@ def has_link(port):
     return q.bcm_port_link_status_get(0, port, LINK) == 0 and LINK.value()
 
 
-def has_tagged_interfaces():
-    """Whether this Linux can make them."""
-    made = subprocess.call(['ip', 'link', 'add', 'link', 'lo', 'name', 'lo.9', 'type', 'vlan', 'id', '9'],
-                           stderr=subprocess.PIPE) == 0
-    return made and subprocess.call(['ip', 'link', 'delete', 'lo.9']) == 0
-
-
 def addresses():
     """Port by MAC address."""
     return dict((address.mac, address.port) for address in traverse(q.bcm_l2_traverse, 0))
@@ -80,15 +73,35 @@ class Inside(unittest.TestCase):
             checked(q.bcm_port_untagged_vlan_set, 0, 3, 20)
             self.assertFalse(three.pings('10.0.0.1'))
             four = net.host('h4', 4)
-            if has_tagged_interfaces():
-                four.vlan(20, '10.0.0.44/24')
-                self.assertTrue(until(lambda: three.pings('10.0.0.44')))
+            four.vlan(20, '10.0.0.44/24')
+            four.vlan(30, '10.0.30.44/24')
+            self.assertTrue(until(lambda: three.pings('10.0.0.44')))
+            checked(q.bcm_vlan_port_remove, 0, 20, [4])
+            checked(q.bcm_vlan_port_add, 0, 20, [6], [])
+            four.move(6)
+            self.assertTrue(until(lambda: three.pings('10.0.0.44')))
             counts = self.switch.interface_counts(1)
             self.assertGreater(counts['received'], 1)
             self.assertGreater(counts['sent'], 1)
             one.move(7)
             self.assertTrue(until(lambda: one.pings('10.0.0.2')))
             self.assertEqual(addresses()[one.mac], 7)
+
+    def test_hosts_at_two_switches_with_a_cable_to_spare(self):
+        other = sim.Switch(1)
+        other.fresh()
+        for port in (10, 11):
+            self.switch.join(port, other, port)
+        checked(q.bcm_port_stp_set, 0, 11, q.BCM_STG_STP_BLOCK)
+        with lab.Lab(self.switch) as net:
+            one, two = net.host('h1', 1, '10.0.0.1/24'), net.host('h2', 1, '10.0.0.2/24', switch=other)
+            self.assertTrue(until(lambda: one.pings(two.address[:-3])))
+            self.switch.pull(10)
+            self.assertFalse(one.pings('10.0.0.2'))
+            checked(q.bcm_port_stp_set, 0, 11, q.BCM_STG_STP_FORWARD)
+            for unit in (0, 1):
+                checked(q.bcm_l2_addr_delete_by_port, unit, -1, 10, 0)
+            self.assertTrue(until(lambda: one.pings('10.0.0.2')))
 
     def test_links_show_on_both_sides(self):
         with lab.Lab(self.switch) as net:
@@ -136,30 +149,45 @@ class Inside(unittest.TestCase):
                '    while len(got) < size: got += c.recv(9999)\nprint(got.count("x"))'
         self.assertEqual(subprocess.check_output(['ip', 'netns', 'exec', 'v1', sys.executable, '-c', talk]).strip(), '963')
         self.assertEqual(server.wait(), 0)
-        if not has_tagged_interfaces():
-            return
-        for port in (1, 2):
-            ip('-n', 'v%d' % port, 'link', 'add', 'link', 'eth0', 'name', 'tagged', 'type', 'vlan', 'id', '30')
-            ip('-n', 'v%d' % port, 'link', 'set', 'tagged', 'up')
-            ip('-n', 'v%d' % port, 'address', 'add', '10.0.30.%d/24' % port, 'dev', 'tagged')
-        ping[-1] = '10.0.30.2'
-        self.assertNotEqual(subprocess.call(ping), 0)
+
+    def test_tags_pass_packet_sockets(self):
+        """Between two ports that have an end of a pair each: the kernel puts tags beside the frames."""
+        self.veth('v1', '10.0.0.1/24', 'dev', 'eth0')
+        other = sim.Switch(1)
+        other.fresh()
+        self.switch.attach_interface(1, 'v1')
+        other.attach_interface(3, 'eth0', 'v1')
         checked(q.bcm_vlan_create, 0, 30)
         checked(q.bcm_vlan_port_add, 0, 30, [1, 2], [])
-        self.assertTrue(until(lambda: subprocess.call(ping) == 0))
+        checked(q.bcm_vlan_create, 1, 30)
+        checked(q.bcm_vlan_port_add, 1, 30, [3, 4, 5], [5])
+        self.assertTrue(until(lambda: has_link(1) and q.bcm_port_link_status_get(1, 3, LINK) == 0 and LINK.value()))
+        frame, seen = sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01', b'x' * 100), []
+        # Not what the hosts have to say themselves.
+        with other.watched(lambda port, left: seen.append((port, left)) if left[:6] == frame[:6] else None):
+            self.switch.send(2, sim.tagged(frame, 30, 5))
+            self.assertTrue(until(lambda: len(seen) > 1))
+        self.assertEqual(seen, [(4, sim.tagged(frame, 30, 5)), (5, frame)])
 
     def test_an_interface_that_vanishes(self):
         self.veth('v1', '10.0.0.1/24', 'dev', 'eth0')
         self.switch.attach_interface(1, 'v1')
+        self.switch.attach_tap(2, 'tap0')
         self.assertEqual(self.switch.interface(1), 'v1')
+        # In the middle of what it sends and receives.
+        self.assertTrue(until(lambda: has_link(1)))
+        flood = subprocess.Popen(['ip', 'netns', 'exec', 'v1', 'ping', '-f', '-b', '-w', '3', '10.0.0.255'],
+                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.assertTrue(until(lambda: self.switch.interface_counts(1)['received'] > 100))
         ip('link', 'delete', 'v1')
         self.assertTrue(until(lambda: self.switch.interface(1) is None))
         self.assertFalse(has_link(1))
         with self.assertRaises(StatusError):
             self.switch.detach(1)
         self.assertEqual(self.switch.interface_counts(1)['received'], 0)
+        flood.communicate()
         self.switch.attach_tap(1, 'again')
-        self.assertEqual(self.switch.interface(1), 'again')
+        self.assertEqual([self.switch.interface(port) for port in (1, 2)], ['again', 'tap0'])
 
     def test_what_is_refused(self):
         switch = self.switch

@@ -15,8 +15,8 @@ except ImportError as error:
 
 from quorel.sim.dissector import Field, difference, dissect
 from quorel.sim.frames import ethernet, tagged, udp4
-from quorel.sim.switch import CPU_PORT, FRONT_PORTS, CaptureError, InterfaceError, Switch, advance, now, run_clock
+from quorel.sim.switch import CPU_PORT, FRONT_PORTS, CaptureError, InterfaceError, Switch, advance, now, run_clock, step_clock
 from quorel.sim.testing import TestCase
 
 __all__ = ['CPU_PORT', 'CaptureError', 'FRONT_PORTS', 'Field', 'InterfaceError', 'Switch', 'TestCase', 'advance',
-           'difference', 'dissect', 'ethernet', 'now', 'run_clock', 'tagged', 'udp4']
+           'difference', 'dissect', 'ethernet', 'now', 'run_clock', 'step_clock', 'tagged', 'udp4']

@@ -66,8 +66,15 @@ def advance(seconds):
 
 
 def run_clock(runs=True):
-    """From now on time passes as the machine's does, or stands still again."""
-    _done(sim.sim_clock_run, int(runs))
+    """From now on time passes as the machine's does, or stands still again, as at first."""
+    _done(sim.sim_clock_mode_set, sim.simClockRuns if runs else sim.simClockStands)
+
+
+def step_clock():
+    """From now on time passes only as advance() says, and what takes time takes it: link scan sees a change at the end
+    of its interval, and functions of the SDK that wait advance the clock instead. See sim/clock.h.
+    """
+    _done(sim.sim_clock_mode_set, sim.simClockSteps)
 
 
 class CaptureError(errors.StatusError):

@@ -9,7 +9,7 @@ import unittest
 
 import _quorel_sim as sim
 from quorel.sim.dissector import difference, lines
-from quorel.sim.switch import CPU_PORT, FRONT_PORTS, Switch
+from quorel.sim.switch import CPU_PORT, FRONT_PORTS, Switch, run_clock, step_clock
 
 PORTS = [CPU_PORT] + list(FRONT_PORTS)
 
@@ -56,13 +56,17 @@ def _port_text(ports):
 
 
 class TestCase(unittest.TestCase):
-    """Each test has a switch, `self.switch`, that is fresh at its beginning; `unit` says which."""
+    """Each test has a switch, `self.switch`, that is fresh at its beginning; `unit` says which. Time is the test's to
+    let pass, as of step_clock().
+    """
     longMessage = True
     unit = 0
 
     def setUp(self):
         self.switch = Switch(self.unit)
         self.switch.fresh()
+        step_clock()
+        self.addCleanup(run_clock, False)
 
     def assertSends(self, port, frame, expected, message=None):
         """Of a frame that arrives at the port, these frames leave and no others.

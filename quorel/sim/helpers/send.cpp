@@ -4,6 +4,8 @@
 
 #include <sim/traffic.h>
 
+#include <cstring>
+
 using namespace quorel;
 
 namespace {
@@ -12,7 +14,17 @@ struct Collector {
     int unit;
     PyObject *list;
     bool complete;
+    Owned latest;  ///< the frame before; copies that are equal are one object
 };
+
+Owned bytes_of(const unsigned char *frame, int length, PyObject *latest)
+{
+    const bool is_same =
+        latest && PyString_GET_SIZE(latest) == length
+        && std::memcmp(PyString_AS_STRING(latest), frame, static_cast<std::size_t>(length)) == 0;
+    return is_same ? Owned::share(latest)
+                   : Owned::steal(PyString_FromStringAndSize(reinterpret_cast<const char *>(frame), length));
+}
 
 void collect(int unit, bcm_port_t port, const unsigned char *frame, int length, void *datum)
 {
@@ -22,9 +34,10 @@ void collect(int unit, bcm_port_t port, const unsigned char *frame, int length, 
     }
     Owned pair = Owned::steal(PyTuple_New(2));
     Owned number = Owned::steal(PyInt_FromLong(port));
-    Owned bytes = Owned::steal(PyString_FromStringAndSize(reinterpret_cast<const char *>(frame), length));
+    Owned bytes = bytes_of(frame, length, into.latest.get());
     into.complete = pair && number && bytes;
     if (into.complete) {
+        into.latest = Owned::share(bytes.get());
         PyTuple_SET_ITEM(pair.get(), 0, number.release());
         PyTuple_SET_ITEM(pair.get(), 1, bytes.release());
         into.complete = PyList_Append(into.list, pair.get()) == 0;
@@ -41,7 +54,7 @@ PyObject *send(int unit, int port, const unsigned char *frame, int length)
     if (!list) {
         return nullptr;
     }
-    Collector collector = {unit, list.get(), true};
+    Collector collector = {unit, list.get(), true, {}};
     const int status = sim_packet_send(unit, port, frame, length, collect, &collector);
     if (!collector.complete || PyErr_Occurred()) {
         return nullptr;

@@ -34,7 +34,7 @@ typedef int (*bcm_linkscan_port_handler_t)(int unit, bcm_port_t port, bcm_port_i
 int bcm_linkscan_init(int unit);
 int bcm_linkscan_detach(int unit);
 
-/* Microseconds between two scans, 0 to stop. port_get: BCM_E_NONE if watched, else BCM_E_DISABLED. */
+/* Scans all ports at once, and then whenever so many microseconds have passed; 0 to stop. port_get: BCM_E_NONE if watched, else BCM_E_DISABLED. */
 int bcm_linkscan_enable_set(int unit, int us);
 int bcm_linkscan_enable_get(int unit, int *us);
 int bcm_linkscan_enable_port_get(int unit, bcm_port_t port);

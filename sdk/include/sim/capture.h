@@ -33,7 +33,7 @@ int sim_capture_open(const char *file, int format, int *capture);
  */
 int sim_capture_port(int capture, int unit, bcm_port_t port, int directions);
 
-/* Packets written so far. BCM_E_NONE, BCM_E_NOT_FOUND, BCM_E_PARAM. */
+/* Packets captured so far, after a failure those that are in the file. BCM_E_NONE, BCM_E_NOT_FOUND, BCM_E_PARAM. */
 int sim_capture_count(int capture, int *packets);
 
 /*

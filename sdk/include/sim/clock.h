@@ -1,8 +1,7 @@
 /*
  * The time of the simulated switches. All units have one clock, which stands still unless somebody lets time
- * pass: what takes time (ageing, timeouts) happens when it has passed, in order, and in a script that is run
- * twice at the same moments. Nothing of the simulator looks at the machine's clock, but for a clock that is to
- * run with it. Not part of the SDK proper.
+ * pass: what takes time (ageing, link scan, timeouts) happens when it has passed, in order, and in a script that
+ * is run twice at the same moments. Not part of the SDK proper.
  */
 #ifndef SIM_CLOCK_H
 #define SIM_CLOCK_H
@@ -26,13 +25,31 @@ uint64 sim_clock_now(void);
  */
 int sim_clock_advance(uint64 nanoseconds);
 
-/*
- * 1: from now on the clock runs with the machine's (its monotonic one). What has become due happens at the
- * beginning of the next sim_clock_catch_up() or arrival of a packet. 0: it stands still again. BCM_E_NONE,
- * BCM_E_BUSY in a callback of the clock.
- */
-int sim_clock_run(int on);
-int sim_clock_runs(void);
+/* Who lets time pass. */
+typedef enum sim_clock_mode_e {
+    /*
+     * At first, for software that knows nothing of this clock. It stands. What takes time but would come by itself is
+     * not waited for: link scan looks at a link as soon as it may have changed. A function of the SDK that waits does
+     * so by the machine's clock, and meanwhile this one advances by as much.
+     */
+    simClockStands,
+    /*
+     * A test does, by sim_clock_advance. Link scan looks at links when its interval is over. A function that waits
+     * advances the clock and takes no time of the machine's.
+     */
+    simClockSteps,
+    /*
+     * The machine's clock does (its monotonic one), with which it runs from now on. What has become due happens at the
+     * beginning of the next function of the SDK, arrival of a packet or sim_clock_catch_up(); while interfaces of the
+     * host are attached, ten times a second too.
+     */
+    simClockRuns,
+    simClockModeCount
+} sim_clock_mode_t;
+
+/* BCM_E_NONE; BCM_E_PARAM for another mode, BCM_E_BUSY in a callback of the clock. */
+int sim_clock_mode_set(sim_clock_mode_t mode);
+sim_clock_mode_t sim_clock_mode_get(void);
 
 /* Lets a clock that runs reach the present, as sim_clock_advance does. Without effect on one that stands. */
 int sim_clock_catch_up(void);

@@ -43,7 +43,6 @@ std::string interface_name(int unit, int port)
 class Capture : public Tap {
 public:
     CaptureWriter file;
-    int packets = 0;
 
     void watch(int unit, int port, int directions)
     {
@@ -62,7 +61,6 @@ public:
         const bool sent = direction == Direction::sent;
         if (place && place->directions & (sent ? SIM_CAPTURE_SENT : SIM_CAPTURE_RECEIVED) && file.is_good()) {
             file.add_packet(place->interface, clock_now(), sent, frame);
-            packets += file.is_good();
         }
     }
 
@@ -155,7 +153,7 @@ int sim_capture_count(int capture, int *packets)
     if (packets == nullptr) {
         return BCM_E_PARAM;
     }
-    *packets = found->packets;
+    *packets = found->file.packets();
     return BCM_E_NONE;
 }
 

@@ -11,10 +11,10 @@
 
 namespace sim {
 
-/// One that is written. After the first failure nothing more is; what is in the file up to there is good.
+/// One that is written. After the first failure nothing more is; what is in the file up to there is whole.
 class CaptureWriter {
 public:
-    /// False: problem() says why it cannot be written.
+    /// False: problem() says why it cannot be written, and a new file is not left behind.
     bool open(const std::string &path, sim_capture_format_t format);
     CaptureWriter() = default;
     CaptureWriter(const CaptureWriter &) = delete;
@@ -29,19 +29,30 @@ public:
     /// False if not all of it could be written.
     bool close();
 
+    /// In the file, or on the way there as long as all is good.
+    int packets() const { return packets_written_ + packets_waiting_; }
+
     bool is_good() const { return problem_.empty(); }
     const std::string &problem() const { return problem_; }
 
 private:
-    void add(const std::string &block);
+    struct Block {
+        std::size_t end;  ///< in what waits
+        bool is_packet;
+    };
+
+    void add(const std::string &block, bool is_packet);
     void flush();
+    void keep_whole_blocks(std::size_t done);
 
     std::string path_;
     std::string problem_;
     int file_ = -1;
     sim_capture_format_t format_ = simCapturePcapng;
-    std::string waiting_;  // whole blocks
+    std::string waiting_;
+    std::vector<Block> blocks_;  // that waiting_ is made of
     std::uint64_t written_ = 0;
+    int packets_waiting_ = 0, packets_written_ = 0;
 };
 
 struct CapturedPacket {

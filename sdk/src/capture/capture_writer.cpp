@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace sim {
@@ -77,8 +78,12 @@ bool CaptureWriter::open(const std::string &path, sim_capture_format_t format)
         problem_ = path + ": " + std::strerror(errno);
         return false;
     }
-    add(format == simCapturePcapng ? section_header() : pcap_header());
+    add(format == simCapturePcapng ? section_header() : pcap_header(), false);
     flush();
+    struct stat status;
+    if (!is_good() && ::fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) {
+        ::unlink(path.c_str());
+    }
     return is_good();
 }
 
@@ -94,7 +99,7 @@ void CaptureWriter::add_interface(const std::string &name)
     put_option(body, 2, name);
     put_option(body, 9, "\x09");  // nanoseconds
     put(body, 0, 4);
-    add(block(1, body));
+    add(block(1, body), false);
 }
 
 void CaptureWriter::add_packet(std::uint32_t interface, std::uint64_t time, bool sent, ByteView frame)
@@ -120,13 +125,15 @@ void CaptureWriter::add_packet(std::uint32_t interface, std::uint64_t time, bool
         put(body, 0, 4);
         body = block(6, body);
     }
-    add(body);
+    add(body, true);
 }
 
-void CaptureWriter::add(const std::string &block)
+void CaptureWriter::add(const std::string &block, bool is_packet)
 {
     if (is_good()) {
         waiting_ += block;
+        blocks_.push_back({waiting_.size(), is_packet});
+        packets_waiting_ += is_packet;
         if (waiting_.size() >= flushed_at) {
             flush();
         }
@@ -142,13 +149,28 @@ void CaptureWriter::flush()
             done += static_cast<std::size_t>(count);
         } else if (errno != EINTR) {
             problem_ = path_ + ": " + std::strerror(errno);
-            // What cannot be cut off belongs to something else than a file.
-            [[maybe_unused]] const int rc = ::ftruncate(file_, static_cast<off_t>(written_));
-            done = 0;
         }
     }
-    written_ += done;
+    keep_whole_blocks(done);
+}
+
+void CaptureWriter::keep_whole_blocks(std::size_t done)
+{
+    std::size_t kept = 0;
+    for (const Block &block : blocks_) {
+        if (block.end <= done) {
+            kept = block.end;
+            packets_written_ += block.is_packet;
+        }
+    }
+    written_ += kept;
+    if (kept < done) {
+        // What cannot be cut off belongs to something else than a file.
+        [[maybe_unused]] const int rc = ::ftruncate(file_, static_cast<off_t>(written_));
+    }
     waiting_.clear();
+    blocks_.clear();
+    packets_waiting_ = 0;
 }
 
 bool CaptureWriter::close()

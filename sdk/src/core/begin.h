@@ -9,6 +9,7 @@
 /// have checks of their own.
 #pragma once
 
+#include "clock.h"
 #include "destination.h"
 #include "switch.h"
 
@@ -39,6 +40,9 @@ public:
     template <class Body>
     int then(const UnitsLock &lock, Body body) const
     {
+        if (clock_mode == simClockRuns && !SwitchesInUse::any()) {
+            sim_clock_catch_up();
+        }
         const SwitchesInUse in_use(lock);
         Switch *sw = attached(unit_);
         if (sw == nullptr) {

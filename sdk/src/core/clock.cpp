@@ -1,8 +1,9 @@
 #include "clock.h"
 #include "units_lock.h"
 
-#include <sim/clock.h>
+#include <time.h>
 
+#include <algorithm>
 #include <chrono>
 #include <limits>
 #include <map>
@@ -10,7 +11,7 @@
 
 namespace sim {
 
-bool clock_runs = false;
+sim_clock_mode_t clock_mode = simClockStands;
 
 class Clock {
 public:
@@ -35,6 +36,14 @@ public:
 
     /// Null if nobody waits.
     const Timer *next() const { return waiting_.empty() ? nullptr : waiting_.begin()->second; }
+
+    /// A clock that runs goes on from there.
+    int advance(Time by)
+    {
+        const int rc = advance_to(now_ + by);
+        ahead_ = now_ - machine();
+        return rc;
+    }
 
     int advance_to(Time end)
     {
@@ -61,20 +70,43 @@ public:
         return BCM_E_NONE;
     }
 
-    int run(bool on)
+    int set_mode(sim_clock_mode_t mode)
     {
         if (advances_) {
             return BCM_E_BUSY;
         }
         const int rc = catch_up();
-        clock_runs = on;
+        clock_mode = mode;
         ahead_ = now_ - machine();
         return rc;
     }
 
+    /// Waits for a while that does not pass the end. False if that has come, or if it cannot be waited for.
+    bool wait_a_bit(Time end)
+    {
+        Time nap;
+        {
+            const UnitsLock lock;
+            if (advances_ || now_ >= end) {
+                return false;
+            }
+            if (clock_mode == simClockSteps) {
+                return advance_to(waiting_.empty() ? end : std::min(end, next()->due())) == BCM_E_NONE;
+            }
+            nap = std::min(end - now_, longest_nap);
+        }
+        {
+            const Wait wait;
+            const timespec duration = {0, static_cast<long>(nap)};
+            ::nanosleep(&duration, nullptr);
+        }
+        const UnitsLock lock;
+        return (clock_mode == simClockRuns ? catch_up() : advance_to(now_ + nap)) == BCM_E_NONE;
+    }
+
     int catch_up()
     {
-        if (!clock_runs) {
+        if (clock_mode != simClockRuns) {
             return BCM_E_NONE;
         }
         const Time present = machine() + ahead_;
@@ -83,6 +115,8 @@ public:
 
 private:
     using Key = std::pair<Time, std::uint64_t>;
+
+    static constexpr Time longest_nap = 10000000;
 
     static Key key_of(const Timer &timer) { return {timer.due_, timer.number_}; }
 
@@ -113,6 +147,22 @@ Clock &the_clock()
 Time clock_now()
 {
     return the_clock().now();
+}
+
+bool wait_until(const std::function<bool()> &condition, Time longest)
+{
+    Clock &clock = the_clock();
+    Time end;
+    {
+        const UnitsLock lock;
+        clock.catch_up();
+        end = clock.now() + std::min(longest, std::numeric_limits<Time>::max() - clock.now());
+    }
+    bool holds = condition();
+    while (!holds && clock.wait_a_bit(end)) {
+        holds = condition();
+    }
+    return holds;
 }
 
 Timer::Timer(std::function<void()> action) : action_(std::move(action)) {}
@@ -156,20 +206,19 @@ int sim_clock_advance(uint64 nanoseconds)
 {
     const sim::UnitsLock lock;
     const sim::Time now = sim::clock_now();
-    return nanoseconds > std::numeric_limits<sim::Time>::max() - now
-               ? static_cast<int>(BCM_E_PARAM)
-               : sim::the_clock().advance_to(now + nanoseconds);
+    return nanoseconds > std::numeric_limits<sim::Time>::max() - now ? static_cast<int>(BCM_E_PARAM)
+                                                                     : sim::the_clock().advance(nanoseconds);
 }
 
-int sim_clock_run(int on)
+int sim_clock_mode_set(sim_clock_mode_t mode)
 {
     const sim::UnitsLock lock;
-    return sim::the_clock().run(on != 0);
+    return mode < simClockModeCount ? sim::the_clock().set_mode(mode) : static_cast<int>(BCM_E_PARAM);
 }
 
-int sim_clock_runs(void)
+sim_clock_mode_t sim_clock_mode_get(void)
 {
-    return sim::clock_runs;
+    return sim::clock_mode;
 }
 
 int sim_clock_catch_up(void)

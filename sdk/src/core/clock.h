@@ -1,6 +1,8 @@
 /// The time of the simulated switches, and what waits for it. See <sim/clock.h>.
 #pragma once
 
+#include <sim/clock.h>
+
 #include <cstdint>
 #include <functional>
 
@@ -10,12 +12,25 @@ namespace sim {
 using Time = std::uint64_t;
 
 constexpr Time nanoseconds_per_microsecond = 1000;
+constexpr Time nanoseconds_per_millisecond = 1000000;
 constexpr Time nanoseconds_per_second = 1000000000;
 
 Time clock_now();
 
-/// Whether it runs with the machine's clock: who lets something happen then calls sim_clock_catch_up() before.
-extern bool clock_runs;
+extern sim_clock_mode_t clock_mode;
+
+/// Lets a clock that runs reach the present. Called before something happens to a unit, with the lock held and while
+/// no function works on one, since whatever is due happens.
+inline void keep_up_with_time()
+{
+    if (clock_mode == simClockRuns) {
+        sim_clock_catch_up();
+    }
+}
+
+/// Waits at most so long until the condition holds, as the clock's mode says; whether it does in the end. The caller
+/// works on no unit. In a callback of the clock there is no waiting.
+bool wait_until(const std::function<bool()> &condition, Time longest);
 
 /// Something that is done when its time has come: once, or again and again. It is not done any more when the
 /// timer is stopped or gone, which it may be while it is being done.
@@ -32,6 +47,7 @@ public:
     void repeat(Time period);
     void stop();
 
+    bool waits() const { return waits_; }
     Time due() const { return due_; }
 
 private:

@@ -2,7 +2,8 @@
 ///
 /// The thread waits until interfaces have something to receive, takes the lock of units, lets a batch of each arrive
 /// at its port, and lets what was sent go. It ends when there is no interface any more; the next attachment starts
-/// another one. What is to be seen on an interface or a port, link and enabling, is compared ten times a second.
+/// another one. What is to be seen on an interface or a port, link and enabling, is compared when the host says something
+/// of an interface, and ten times a second.
 #include "begin.h"
 #include "interface.h"
 #include "l2.h"
@@ -13,14 +14,15 @@
 
 #include <sim/cable.h>
 #include <sim/interfaces.h>
-#include <sim/clock.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <vector>
 
 #include <fcntl.h>
 #include <sched.h>
@@ -52,9 +54,10 @@ using Joints = std::array<std::array<std::shared_ptr<Joint>, port_max + 1>, unit
 
 /// Everything here is worked on with units locked. Never destroyed: the thread may outlive main().
 struct Loop {
-    Joints joints;
-    int count = 0;
+    Joints joints;                             ///< by unit and port
+    std::vector<std::shared_ptr<Joint>> list;  ///< the same ones
     bool is_running = false;
+    bool has_heard_of_link = false;
     OwnThread thread;
     Descriptor poll, wake;
 
@@ -149,7 +152,9 @@ std::shared_ptr<Joint> *place_of(int unit, int port)
     return exists ? &loop().joints[static_cast<std::size_t>(unit)][static_cast<std::size_t>(port)] : nullptr;
 }
 
-/// In an event, which joint it is about: its place, and whether it is what the host says.
+/// In an event, which joint it is about: its place, and whether the host says something of the interface.
+constexpr std::uint64_t link_event = std::uint64_t{1} << 63;
+
 std::uint64_t event_key(const Joint &joint)
 {
     return static_cast<std::uint64_t>(joint.unit) << 32 | static_cast<std::uint64_t>(joint.port);
@@ -157,7 +162,7 @@ std::uint64_t event_key(const Joint &joint)
 
 std::shared_ptr<Joint> joint_of(std::uint64_t key)
 {
-    const auto *place = place_of(static_cast<int>(key >> 32), static_cast<int>(key & 0xffffffff));
+    const auto *place = place_of(static_cast<int>(key >> 32), static_cast<int>(key));
     return place != nullptr ? *place : nullptr;
 }
 
@@ -188,9 +193,9 @@ void Loop::add(const std::shared_ptr<Joint> &joint)
         is_running = true;
     }
     listen(poll.get(), joint->interface->descriptor(), event_key(*joint));
-    listen(poll.get(), joint->interface->link.descriptor(), event_key(*joint));
+    listen(poll.get(), joint->interface->link.descriptor(), event_key(*joint) | link_event);
+    list.push_back(joint);
     *place_of(joint->unit, joint->port) = joint;
-    ++count;
     set_outlet(joint->unit, joint->port, outlet_of(*joint));
     joint->compare();
 }
@@ -203,7 +208,7 @@ void Loop::remove(const std::shared_ptr<Joint> &joint)
     set_outlet(joint->unit, joint->port, {});
     plug(joint->unit, joint->port, joint->interface->link.exists());
     joint->interface->flush();
-    --count;
+    list.erase(std::find(list.begin(), list.end(), joint));
     place_of(joint->unit, joint->port)->reset();
     wake_up();
 }
@@ -219,16 +224,13 @@ void Loop::wake_up() const
 void forget_interfaces()
 {
     Loop &child = loop();
-    for (auto &of_unit : child.joints) {
-        for (auto &joint : of_unit) {
-            if (joint != nullptr) {
-                set_outlet(joint->unit, joint->port, {});
-                // What it would put back on the host is for its parent to put back.
-                joint->interface->link.forget();
-                joint.reset();
-            }
-        }
+    for (const std::shared_ptr<Joint> &joint : child.list) {
+        set_outlet(joint->unit, joint->port, {});
+        // What it would put back on the host is for its parent to put back.
+        joint->interface->link.forget();
+        place_of(joint->unit, joint->port)->reset();
     }
+    child.list = {};
     child.poll = Descriptor();
     child.wake = Descriptor();
     new (&child) Loop;
@@ -238,12 +240,8 @@ void end_with_process()
 {
     {
         const UnitsLock lock;
-        for (auto &of_unit : loop().joints) {
-            for (auto &joint : of_unit) {
-                if (joint != nullptr) {
-                    loop().remove(std::shared_ptr<Joint>(joint));
-                }
-            }
+        while (!loop().list.empty()) {
+            loop().remove(std::shared_ptr<Joint>(loop().list.back()));
         }
     }
     if (loop().thread.is_started()) {
@@ -277,18 +275,16 @@ bool Loop::work(const UnitsLock &lock, const epoll_event *events, int event_coun
             std::uint64_t counter;
             const ssize_t size = read(wake.get(), &counter, sizeof counter);
             static_cast<void>(size);
+        } else if (events[i].data.u64 & link_event) {
+            has_heard_of_link = true;
         } else if (const std::shared_ptr<Joint> joint = joint_of(events[i].data.u64)) {
             joint->interface->receive(batch, sink_of(*joint));
         }
     }
-    for (auto &of_unit : joints) {
-        for (auto &joint : of_unit) {
-            if (joint != nullptr) {
-                joint->interface->flush();
-            }
-        }
+    for (const std::shared_ptr<Joint> &joint : list) {
+        joint->interface->flush();
     }
-    return count != 0;
+    return !list.empty();
 }
 
 void Loop::operator()()
@@ -301,23 +297,19 @@ void Loop::operator()()
         const int event_count =
             epoll_wait(poll.get(), events.data(), most_events, static_cast<int>(comparison_interval.count()));
         const UnitsLock lock;
+        keep_up_with_time();
         goes_on = work(lock, events.data(), event_count);
-        if (Clock::now() >= next_comparison) {
+        if (has_heard_of_link || Clock::now() >= next_comparison) {
+            has_heard_of_link = false;
             next_comparison = Clock::now() + comparison_interval;
-            if (sim_clock_runs()) {
-                sim_clock_catch_up();
-            }
-            for (auto &of_unit : joints) {
-                for (auto &place : of_unit) {
-                    if (const std::shared_ptr<Joint> joint = place) {
-                        joint->compare();
-                        if (joint->has_gone && place == joint) {
-                            remove(joint);
-                        }
-                    }
+            // Who is told of a link may attach and detach.
+            for (const std::shared_ptr<Joint> &joint : std::vector<std::shared_ptr<Joint>>(list)) {
+                joint->compare();
+                if (joint->has_gone && *place_of(joint->unit, joint->port) == joint) {
+                    remove(joint);
                 }
             }
-            goes_on = count != 0;
+            goes_on = !list.empty();
         }
         if (!goes_on) {
             is_running = false;

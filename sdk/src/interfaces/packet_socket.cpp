@@ -6,6 +6,7 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <cstring>
 #include <vector>
 
@@ -101,17 +102,24 @@ public:
     /// Hands all over; the number of those that were taken. The others are lost.
     std::size_t flush(int socket_number)
     {
-        std::size_t done = 0;
-        while (done < count_) {
+        std::size_t next = 0, taken = 0;
+        bool was_down = false;
+        while (next < count_) {
             const int sent =
-                sendmmsg(socket_number, &messages_[done], static_cast<unsigned>(count_ - done), MSG_DONTWAIT);
-            if (sent <= 0) {
+                sendmmsg(socket_number, &messages_[next], static_cast<unsigned>(count_ - next), MSG_DONTWAIT);
+            if (sent > 0) {
+                next += static_cast<std::size_t>(sent);
+                taken += static_cast<std::size_t>(sent);
+            } else if (errno == ENETDOWN && !was_down) {
+                was_down = true;  // perhaps no longer: it is told once what happened before
+            } else if (errno == EAGAIN || errno == ENOBUFS || errno == ENETDOWN) {
                 break;
+            } else {
+                ++next;  // that one cannot go, such as one that is too long
             }
-            done += static_cast<std::size_t>(sent);
         }
         count_ = used_ = 0;
-        return done;
+        return taken;
     }
 
     std::size_t count() const { return count_; }
@@ -195,7 +203,19 @@ private:
             return;
         }
         const unsigned char *bytes = at + header.tp_mac;
-        // The kernel puts a tag beside the frame.
+        constexpr unsigned incomplete = TP_STATUS_VLAN_VALID | TP_STATUS_CSUMNOTREADY;
+        if (length >= shortest_frame && !(header.tp_status & incomplete)) {
+            sink.take(sink.datum, bytes, length);
+        } else {
+            length = completed(header, bytes, length);
+            sink.take(sink.datum, frame_.data(), length);
+        }
+    }
+
+    /// Puts into frame_ what the kernel leaves to others: a tag, which it has beside the frame, the checksum, and bytes
+    /// up to the least length. The length then.
+    std::size_t completed(const tpacket2_hdr &header, const unsigned char *bytes, std::size_t length)
+    {
         unsigned char *place = frame_.data();
         std::memcpy(place, bytes, addresses_bytes);
         place += addresses_bytes;
@@ -218,7 +238,7 @@ private:
             std::memset(frame_.data() + length, 0, shortest_frame - length);
             length = shortest_frame;
         }
-        sink.take(sink.datum, frame_.data(), length);
+        return length;
     }
 
     Descriptor socket_;

@@ -1,10 +1,7 @@
 #include "path.h"
 
 #include "begin.h"
-#include "clock.h"
 #include "stages.h"
-
-#include <sim/clock.h>
 
 #include <algorithm>
 #include <array>
@@ -206,9 +203,6 @@ int send(int unit, bcm_port_t port, const unsigned char *frame, int length, cons
 {
     // What leaves takes memory that all threads share.
     const UnitsLock lock;
-    if (clock_runs) {
-        sim_clock_catch_up();
-    }
     Journey journey(collector);
     Departures departures;
     int status = begin(unit, ready<L2State>, given(frame)).then(lock, [&](Switch &sw, L2State &) -> int {

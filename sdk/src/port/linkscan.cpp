@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <utility>
 
 using namespace sim;
 
@@ -108,11 +109,10 @@ bool scan_once(int unit, int port)
     return true;
 }
 
-void scan(int unit, int port)
+/// One handler's change of the link is told to all when they have heard of the one before. Handlers that change it
+/// every time have to wait for the next scan.
+void scan(int unit, int port, int most_in_a_row = 16)
 {
-    // One handler's change of the link is told to all when they have heard of the one before. Handlers that
-    // change it every time have to wait for the next scan.
-    constexpr int most_in_a_row = 16;
     PhyUnit *phys = phys_of(unit);
     if (phys == nullptr || phys->of(port).in_link_scan) {
         return;
@@ -122,11 +122,43 @@ void scan(int unit, int port)
     }
 }
 
-void scan_if_on(int unit, int port)
+void scan_due(int unit)
 {
-    LinkScan *links = watching(unit, port);
-    if (links != nullptr && links->interval > 0) {
+    Switch *sw = attached(unit);
+    if (sw != nullptr) {
+        std::exchange(links_of(*sw).due, {}).each([&](int port) { scan(unit, port, 1); });
+    }
+}
+
+void look_at_next_scan(int unit, LinkScan &links, int port)
+{
+    links.due.add(port);
+    if (links.next == nullptr) {
+        links.next = std::make_unique<Timer>([unit] { scan_due(unit); });
+    }
+    if (!links.next->waits()) {
+        const Time interval = static_cast<Time>(links.interval) * nanoseconds_per_microsecond;
+        links.next->start(interval - (clock_now() - links.began) % interval);
+    }
+}
+
+bool is_on(int unit, int port)
+{
+    const LinkScan *links = watching(unit, port);
+    return links != nullptr && links->interval > 0;
+}
+
+/// Has the port looked at in its time, if link scan is on and watches it.
+void look_at(int unit, int port)
+{
+    if (!is_on(unit, port)) {
+        return;
+    }
+    LinkScan &links = links_of(*attached(unit));
+    if (clock_mode == simClockStands || links.of(port).mode == BCM_LINKSCAN_MODE_HW) {
         scan(unit, port);
+    } else {
+        look_at_next_scan(unit, links, port);
     }
 }
 
@@ -140,7 +172,7 @@ void set_mode(int unit, int port, int mode)
     // The handlers of a port before may have done anything.
     if (Switch *sw = attached(unit)) {
         links_of(*sw).of(port).mode = mode;
-        scan_if_on(unit, port);
+        look_at(unit, port);
     }
 }
 
@@ -156,7 +188,7 @@ namespace sim {
 
 void follow_link(int unit, PhyPort &port)
 {
-    scan_if_on(unit, port.number);
+    look_at(unit, port.number);
 }
 
 }  // namespace sim
@@ -187,9 +219,11 @@ int sim_bcm_linkscan_enable_set(int unit, int us)
             return BCM_E_PARAM;
         }
         links.interval = us;
+        links.began = clock_now();
+        links.next.reset();
         for (int port = 0; port <= port_max; ++port) {
-            if (has_serdes(port)) {
-                scan_if_on(unit, port);
+            if (has_serdes(port) && is_on(unit, port)) {
+                scan(unit, port);
             }
         }
         return BCM_E_NONE;
@@ -302,7 +336,7 @@ int sim_bcm_link_change(int unit, bcm_pbmp_t pbmp)
         return visit_links(pbmp, [&](int port) {
             if (LinkScan *links = watching(unit, port)) {
                 links->of(port).is_due = true;
-                scan_if_on(unit, port);
+                look_at(unit, port);
             }
         });
     });
@@ -310,24 +344,30 @@ int sim_bcm_link_change(int unit, bcm_pbmp_t pbmp)
 
 int sim_bcm_link_wait(int unit, bcm_pbmp_t *pbmp, int us)
 {
-    return begin(unit, link_scan, given(pbmp)).then([&](LinkScan &) {
+    int rc = BCM_E_NONE;
+    bcm_pbmp_t up = {};
+    const auto look = [&](LinkScan &) {
         if (us < 0) {
             return static_cast<int>(BCM_E_PARAM);
         }
-        bcm_pbmp_t up = {};
-        const int rc = visit_links(*pbmp, [&](int port) {
+        up = {};
+        const int found = visit_links(*pbmp, [&](int port) {
             if (has_link(*attached(unit), port)) {
                 BCM_PBMP_PORT_ADD(up, port);
             }
         });
-        if (rc != BCM_E_NONE) {
-            return rc;
-        }
-        // No link changes meanwhile, so that waiting is over at once.
         const bool all_up = std::equal(std::begin(up.pbits), std::end(up.pbits), std::begin(pbmp->pbits));
+        return found != BCM_E_NONE || all_up ? found : static_cast<int>(BCM_E_TIMEOUT);
+    };
+    const auto is_over = [&] {
+        rc = begin(unit, link_scan, given(pbmp)).then(look);
+        return rc != BCM_E_TIMEOUT;
+    };
+    wait_until(is_over, static_cast<Time>(std::max(us, 0)) * nanoseconds_per_microsecond);
+    if (rc == BCM_E_NONE || rc == BCM_E_TIMEOUT) {
         *pbmp = up;
-        return static_cast<int>(all_up ? BCM_E_NONE : BCM_E_TIMEOUT);
-    });
+    }
+    return rc;
 }
 
 }  // extern "C"

@@ -1,16 +1,20 @@
 /// Link scan of one unit: which ports are watched, and who is told.
 ///
-/// There is no thread. While it is on, the next scan is taken to come as soon as something may have changed a
-/// link, in the call that did; handlers run there.
+/// There is no thread. A port of which something may have changed the link is due to be looked at: by the chip, or
+/// where nobody lets time pass, at once, in the call that did; else at the end of the interval, where the clock's timer
+/// is. Handlers run there.
 #pragma once
 
+#include "clock.h"
 #include "destination.h"
 #include "handler_list.h"
+#include "port_set.h"
 
 #include <bcm/link.h>
 
 #include <array>
 #include <cstddef>
+#include <memory>
 
 namespace sim {
 
@@ -26,13 +30,16 @@ struct WatchedLink {
 struct LinkScan {
     bool initialised = true;
     int interval = 0;  ///< microseconds, 0: off
+    Time began = 0;    ///< when it was set: intervals are counted from then
+    PortSet due;
+    std::unique_ptr<Timer> next;  ///< the scan at which they are looked at; null if there never was one
     std::array<WatchedLink, port_max + 1> ports;
     HandlerList<bcm_linkscan_handler_t> handlers;
 
     WatchedLink &of(int port) { return ports[static_cast<std::size_t>(port)]; }
 };
 
-/// Scans the port if link scan is on and watches it.
+/// Something may have changed the port's link.
 void follow_link(int unit, PhyPort &port);
 
 }  // namespace sim

@@ -48,6 +48,8 @@ struct PortState : RoomState {
     /// Settings of ports as they are when new.
     void reset();
 
+    void retire() override { links.next.reset(); }
+
     std::array<Port, port_max + 1> ports;
     PortSet enabled;
     std::array<PortCounters, port_max + 1> counters;

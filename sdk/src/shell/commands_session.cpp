@@ -1,11 +1,10 @@
 /// Commands about the shell itself.
+#include "clock.h"
 #include "ctrl_c.h"
 #include "shell.h"
 #include "shell_commands.h"
 #include "shell_values.h"
 #include "sim_shell.h"
-
-#include <time.h>
 
 #include <appl/build.h>
 
@@ -78,21 +77,15 @@ cmd_result_t full_version(int, Arguments &)
     return CMD_OK;
 }
 
-/// Sleeps in short steps, so that Ctrl-C ends it soon.
 cmd_result_t sleep_for(int, Arguments &args)
 {
     int milliseconds;
     if (!next_number(args, "MILLISECONDS", &milliseconds, 0)) {
         return CMD_USAGE;
     }
-    constexpr int step_max = 50;
-    while (milliseconds > 0 && !ctrl_c_came()) {
-        const int step = std::min(milliseconds, step_max);
-        const timespec duration = {0, step * 1000000L};
-        ::nanosleep(&duration, nullptr);
-        milliseconds -= step;
-    }
-    return ctrl_c_came() ? CMD_INTR : CMD_OK;
+    const bool is_interrupted =
+        wait_until(ctrl_c_came, static_cast<Time>(milliseconds) * nanoseconds_per_millisecond);
+    return is_interrupted ? CMD_INTR : CMD_OK;
 }
 
 cmd_result_t jobs(int, Arguments &)

@@ -149,8 +149,8 @@ cmd_result_t show_clock(int, Arguments &)
 {
     const uint64 now = sim_clock_now();
     constexpr uint64 second = 1000000000;
-    std::printf("clock: %llu.%09llu s, %s\n", now / second, now % second,
-                sim_clock_runs() ? "runs" : "stands still");
+    static constexpr const char *modes[simClockModeCount] = {"stands still", "is stepped", "runs"};
+    std::printf("clock: %llu.%09llu s, %s\n", now / second, now % second, modes[sim_clock_mode_get()]);
     return CMD_OK;
 }
 
@@ -165,12 +165,17 @@ cmd_result_t advance_clock(int, Arguments &args)
 
 cmd_result_t start_clock(int, Arguments &args)
 {
-    return done_or_fail(args, "start", sim_clock_run(1));
+    return done_or_fail(args, "start", sim_clock_mode_set(simClockRuns));
 }
 
 cmd_result_t stop_clock(int, Arguments &args)
 {
-    return done_or_fail(args, "stop", sim_clock_run(0));
+    return done_or_fail(args, "stop", sim_clock_mode_set(simClockStands));
+}
+
+cmd_result_t step_clock(int, Arguments &args)
+{
+    return done_or_fail(args, "step", sim_clock_mode_set(simClockSteps));
 }
 
 int shell_capture = 0;  // 0: none
@@ -236,6 +241,7 @@ constexpr Form clock_forms[] = {
     {"advance", "MILLISECONDS", advance_clock, "let time pass"},
     {"start", "", start_clock, "let it run with the machine's clock"},
     {"stop", "", stop_clock, "let it stand still"},
+    {"step", "", step_clock, "let it pass by 'clock advance' and 'sleep' alone"},
 };
 constexpr Form capture_forms[] = {
     {"start", "FILE [PORTS]", start_capture, "write what passes ports to a pcapng file"},
