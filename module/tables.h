@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// One parameter, `self` included: what it is converted to and how messages spell it.
 struct Argument {
