@@ -20,6 +20,25 @@ TypePtr pointee(const TypePtr &type)
     return pointer->kind == Type::Kind::Pointer ? pointer->target : nullptr;
 }
 
+TypePtr target_of(const TypePtr &type)
+{
+    const TypePtr declared = resolve_array_typedef(type);
+    switch (declared->kind) {
+    case Type::Kind::Typedef:
+        return target_of(declared->target);
+    case Type::Kind::Pointer:
+    case Type::Kind::Array:
+        return declared->target;
+    default:
+        return nullptr;
+    }
+}
+
+std::string typedef_name(const TypePtr &type)
+{
+    return type->kind == Type::Kind::Typedef ? type->name : "";
+}
+
 bool is_plain(const TypePtr &type)
 {
     const Type::Kind kind = resolved(type)->kind;
@@ -27,6 +46,11 @@ bool is_plain(const TypePtr &type)
 }
 
 bool is_array(const TypePtr &type)
+{
+    return resolved(type)->kind == Type::Kind::Array;
+}
+
+bool is_sized_array(const TypePtr &type)
 {
     const TypePtr array = resolved(type);
     return array->kind == Type::Kind::Array && !array->extent.empty();

@@ -48,6 +48,9 @@ std::string emit_constants(const Model &model);
 std::string emit_simulator_header(const Family &family);
 std::string emit_sdk_calls(const Family &family, const Answers &answers);
 
+/// The expression for the size of what an array or pointer parameter says.
+std::string size_of(const Parameter &parameter);
+
 /// The expression that answers a function by rule.
 std::string emit_rule(const Rule &rule);
 

@@ -144,8 +144,8 @@ std::string overload_stub(std::vector<const BoundFunction *> functions, const st
             codes += shape_parameter(parameter).code;
         }
         choices += fmt::format(
-            "    if (converts(args, {row}, \"{}\"))\n"
-            "        return {}(args, {row}, thunk_{}_{});\n",
+            "    if (converts({row}, args, \"{}\"))\n"
+            "        return {}({row}, args, thunk_{}_{});\n",
             codes, shape_of(*functions[i]).name(), name, i,
             fmt::arg("row", fmt::format("{}[{}]", table, first_row + i)));
     }
@@ -205,7 +205,7 @@ std::string emit_calls(const Family &family, const Numbering &numbering)
             if (alone) {
                 stubs += fmt::format(
                     "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"
-                    "    return {}(args, {}[{}], {});\n}}\n",
+                    "    return {}({}[{}], args, {});\n}}\n",
                     name, shape.name(), table, number, thunk_name);
             }
         }

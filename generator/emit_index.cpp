@@ -1,8 +1,10 @@
+#include "argument_type.h"
 #include "emit.h"
 #include "output.h"
 #include "quorel/extension/name_hash.h"
 #include "shape.h"
 #include "spelling.h"
+#include "words.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,35 +21,9 @@ bool never_opaque(const std::string &)
     return false;
 }
 
-bool ends_with(const std::string &text, const std::string &end)
-{
-    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
 bool is_builtin(const TypePtr &type, const char *name)
 {
     return type->kind == Type::Kind::Builtin && type->name == name;
-}
-
-// What a pointer or array is of, as it is declared; null for other types.
-TypePtr pointee(const TypePtr &type)
-{
-    switch (type->kind) {
-    case Type::Kind::Typedef:
-        return type->is_const && type->target->kind == Type::Kind::Array
-                   ? Type::constant(pointee(type->target))
-                   : pointee(type->target);
-    case Type::Kind::Pointer:
-    case Type::Kind::Array:
-        return type->target;
-    default:
-        return nullptr;
-    }
-}
-
-bool is_array(const TypePtr &type)
-{
-    return resolve_array_typedef(type)->kind == Type::Kind::Array;
 }
 
 // Numbers texts by where they start in one long text.
@@ -211,7 +187,7 @@ private:
                        full->kind == Type::Kind::Record ? unbound_record(type) : nullptr) {
             target = record_number(*unbound);
             kind = ", Kind::record";
-        } else if (TypePtr inner = pointee(type)) {
+        } else if (TypePtr inner = target_of(type)) {
             bool calls = resolve(inner, never_opaque)->kind == Type::Kind::Function;
             target = calls ? callback_number(type) : number(inner);
         }
@@ -387,7 +363,7 @@ private:
     {
         const BoundParameter &parameter = arguments[index];
         const TypePtr &type = parameter.crossing.type;
-        TypePtr inner = pointee(type);
+        TypePtr inner = target_of(type);
         bool constant = inner && inner->is_const;
         std::string way = "value", number_text = none, bound = "0", count = "no_count";
         switch (parameter.crossing.conversion) {
@@ -452,7 +428,7 @@ private:
     // Whether a parameter is a pointer to a whole number that C may write to.
     static bool takes_number(const BoundParameter &parameter)
     {
-        TypePtr inner = pointee(parameter.crossing.type);
+        TypePtr inner = target_of(parameter.crossing.type);
         return parameter.crossing.conversion == Conversion::Pointer && !inner->is_const && is_number(inner);
     }
 
@@ -529,7 +505,7 @@ private:
             std::string place = "values[" + std::to_string(i) + "]";
             arguments += i == 0 ? "" : ", ";
             arguments += is_array(type)
-                             ? "static_cast<" + spell(Type::pointer_to(pointee(type))) + ">(" + place + ")"
+                             ? "static_cast<" + spell(Type::pointer_to(target_of(type))) + ">(" + place + ")"
                              : "*static_cast<" + spell(Type::pointer_to(type)) + ">(" + place + ")";
         }
         direct_functions_ += "int32_t " + name + "(void *const *values)\n{\n    return " + function.callee

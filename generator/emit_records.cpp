@@ -148,7 +148,7 @@ private:
     {
         stubs_ += fmt::format(
             "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"
-            "    return {}(args, {});\n}}\n\n",
+            "    return {}({}, args);\n}}\n\n",
             name, function, row);
         return numbering_.method(name);
     }

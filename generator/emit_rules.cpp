@@ -12,12 +12,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-std::string size_of(const Parameter &parameter)
-{
-    return is_array(parameter.type) ? fmt::format("sizeof({})", spell_declared(parameter.type))
-                                    : fmt::format("sizeof *{}", parameter.name);
-}
-
 Texts keys(const RuleParameter &parameter, const std::string &record)
 {
     const std::string &name = parameter.declared.name;
@@ -65,7 +59,7 @@ std::string value(const Parameter &parameter, bool is_result)
 // Part of a record that a traversal visits.
 std::string visited(const TypePtr &type)
 {
-    if (is_array(type)) {
+    if (is_sized_array(type)) {
         return fmt::format("rules::At<{}>", spell_declared(type));
     }
     return is_record_pointer(type) ? fmt::format("rules::At<{}>", resolved(pointee(type))->name)
@@ -104,6 +98,12 @@ std::string emit_table(const std::string &table, const std::string &module, cons
 {
     return fmt::format("{}static constexpr rules::Table {}{{\"{}\", \"{}\"{}}};\n", text.references,
                        table_constant(table), table, module, text.arguments);
+}
+
+std::string size_of(const Parameter &parameter)
+{
+    return is_sized_array(parameter.type) ? fmt::format("sizeof({})", spell_declared(parameter.type))
+                                          : fmt::format("sizeof *{}", parameter.name);
 }
 
 std::string emit_rule(const Rule &rule)

@@ -9,7 +9,7 @@ namespace {
 
 std::string signature(const Shape &shape)
 {
-    return fmt::format("NewReference {}(PyObject *args, const CallRow &row, {})", shape.name(),
+    return fmt::format("NewReference {}(const CallRow &row, PyObject *args, {})", shape.name(),
                        shape.thunk_signature());
 }
 
@@ -111,7 +111,7 @@ std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
             text += "#include \"" + entry.second.header + "\"\n";
         }
     }
-    text += "\nnamespace quorel {\n\n";
+    text += "\nnamespace [[gnu::visibility(\"hidden\")]] quorel {\n\n";
     for (const auto &entry : shapes) {
         text += signature(entry.second) + ";\n";
     }

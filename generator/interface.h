@@ -30,7 +30,7 @@
 //                          spaces between; none, if the unit has only one such record
 //   [created_with]         tables of objects whose "_create" chooses an id: the flag that makes it take one, and
 //                          the one that makes it replace what the id has; none, if there are no such flags
-//   [tables.<table>]       tables whose functions names and types do not tell enough about: see table_rules.h
+//   [tables.<table>]       tables whose functions names and types do not tell enough about: see table_description.h
 //   [key_checks]           typedefs that are checked where they are keys: function of sdk/src/rules/rules.h
 //   [text]                 spellings that a declaration cannot give, by typedef name
 // An entry that fits no declaration is an error, and so is a key that is none of these.

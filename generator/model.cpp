@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "shape.h"
 #include "spelling.h"
+#include "words.h"
 
 #include <algorithm>
 #include <fnmatch.h>
@@ -12,11 +13,6 @@
 namespace generator {
 
 namespace {
-
-bool ends_with(const std::string &text, const std::string &end)
-{
-    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
 
 bool is_builtin(const TypePtr &type, const char *name)
 {

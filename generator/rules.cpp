@@ -4,36 +4,15 @@
 #include "errors.h"
 #include "spelling.h"
 #include "table_rules.h"
+#include "words.h"
 
 #include <algorithm>
 #include <optional>
 #include <set>
-#include <sstream>
 
 namespace generator {
 
 namespace {
-
-bool ends_with(const std::string &text, const std::string &end)
-{
-    return text.size() > end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
-// By convention, a pointer of such a name is to as many objects as another argument says.
-bool names_an_array(const std::string &name)
-{
-    return name.find("array") != std::string::npos || ends_with(name, "arr") || ends_with(name, "list");
-}
-
-std::vector<std::string> words(const std::string &text)
-{
-    std::istringstream stream(text);
-    std::vector<std::string> found;
-    for (std::string word; stream >> word;) {
-        found.push_back(word);
-    }
-    return found;
-}
 
 using Roles = std::vector<Role>;
 using Parameters = std::vector<Parameter>;
@@ -146,7 +125,7 @@ bool takes_members(const Function &function, const std::vector<std::string> &mem
 bool is_passed_as(const TypePtr &written, const TypePtr &taken)
 {
     return same(written, taken)
-           || (is_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
+           || (is_sized_array(written) && pointee(taken) && same(resolved(written)->target, pointee(taken)));
 }
 
 // What a parameter is that writer and getter have in the same place, if the getter mirrors the writer there.
@@ -156,13 +135,13 @@ std::optional<Role> role_of(const TypePtr &given, const TypePtr &got, bool mirro
     if (in_both && is_plain(given)) {
         return Role::Key;
     }
-    if (in_both && is_array(given)) {
+    if (in_both && is_sized_array(given)) {
         return mirrored ? Role::Value : Role::KeyArray;
     }
     if (in_both && is_record_pointer(given)) {
         return mirrored ? Role::Record : Role::KeyRecord;
     }
-    if (pointee(got) && same(pointee(got), given) && (is_copied(given) || is_array(given))) {
+    if (pointee(got) && same(pointee(got), given) && (is_copied(given) || is_sized_array(given))) {
         return Role::Value;
     }
     return std::nullopt;

@@ -16,7 +16,7 @@ NewReference raise_array_argument(const ArrayRow &row, Method which, int index, 
 }
 
 // The element that getitem or setitem means, or null with an exception.
-HeldPointer element_of(PyObject *args, const ArrayRow &row, Method which)
+HeldPointer element_of(const ArrayRow &row, PyObject *args, Method which)
 {
     int size = which == getitem ? 2 : 3;
     if (PyTuple_GET_SIZE(args) != size) {
@@ -41,9 +41,9 @@ HeldPointer element_of(PyObject *args, const ArrayRow &row, Method which)
 }
 
 template <typename Value, NewReference (*convert)(Value)>
-NewReference get_item(PyObject *args, const ArrayRow &row)
+NewReference get_item(const ArrayRow &row, PyObject *args)
 {
-    HeldPointer element = element_of(args, row, getitem);
+    HeldPointer element = element_of(row, args, getitem);
     if (!element) {
         return nullptr;
     }
@@ -53,9 +53,9 @@ NewReference get_item(PyObject *args, const ArrayRow &row)
 }
 
 template <typename Value, Status (*convert)(PyObject *, Value *)>
-NewReference set_item(PyObject *args, const ArrayRow &row)
+NewReference set_item(const ArrayRow &row, PyObject *args)
 {
-    HeldPointer element = element_of(args, row, setitem);
+    HeldPointer element = element_of(row, args, setitem);
     if (!element) {
         return nullptr;
     }
@@ -70,7 +70,7 @@ NewReference set_item(PyObject *args, const ArrayRow &row)
 
 }  // namespace
 
-NewReference new_array(PyObject *args, const ArrayRow &row)
+NewReference new_array(const ArrayRow &row, PyObject *args)
 {
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(row.constructor, args, 1);
@@ -91,7 +91,7 @@ NewReference new_array(PyObject *args, const ArrayRow &row)
     return from_pointer(array, arguments[row.arguments].type);
 }
 
-NewReference delete_array(PyObject *args, const ArrayRow &row)
+NewReference delete_array(const ArrayRow &row, PyObject *args)
 {
     if (PyTuple_GET_SIZE(args) != 1) {
         return raise_arity(static_cast<uint16_t>(row.constructor + destructor), args, 1);
@@ -105,35 +105,35 @@ NewReference delete_array(PyObject *args, const ArrayRow &row)
     return new_none();
 }
 
-NewReference get_item_uint8(PyObject *args, const ArrayRow &row)
+NewReference get_item_uint8(const ArrayRow &row, PyObject *args)
 {
-    return get_item<uint8_t, from_uint8>(args, row);
+    return get_item<uint8_t, from_uint8>(row, args);
 }
 
-NewReference set_item_uint8(PyObject *args, const ArrayRow &row)
+NewReference set_item_uint8(const ArrayRow &row, PyObject *args)
 {
-    return set_item<uint8_t, to_uint8>(args, row);
+    return set_item<uint8_t, to_uint8>(row, args);
 }
 
-NewReference get_item_uint32(PyObject *args, const ArrayRow &row)
+NewReference get_item_uint32(const ArrayRow &row, PyObject *args)
 {
-    return get_item<uint32_t, from_uint32>(args, row);
+    return get_item<uint32_t, from_uint32>(row, args);
 }
 
-NewReference set_item_uint32(PyObject *args, const ArrayRow &row)
+NewReference set_item_uint32(const ArrayRow &row, PyObject *args)
 {
-    return set_item<uint32_t, to_uint32>(args, row);
+    return set_item<uint32_t, to_uint32>(row, args);
 }
 
-NewReference get_item_record(PyObject *args, const ArrayRow &row)
+NewReference get_item_record(const ArrayRow &row, PyObject *args)
 {
-    HeldPointer element = element_of(args, row, getitem);
+    HeldPointer element = element_of(row, args, getitem);
     return element ? from_copy(element.address, row.size, arguments[row.arguments].type) : nullptr;
 }
 
-NewReference set_item_record(PyObject *args, const ArrayRow &row)
+NewReference set_item_record(const ArrayRow &row, PyObject *args)
 {
-    HeldPointer element = element_of(args, row, setitem);
+    HeldPointer element = element_of(row, args, setitem);
     if (!element) {
         return nullptr;
     }

@@ -5,20 +5,20 @@
 
 #include "record.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// new_<array>(nelements): MemoryError if there is no room for so many (a negative count asks for too many).
-NewReference new_array(PyObject *args, const ArrayRow &row);
+NewReference new_array(const ArrayRow &row, PyObject *args);
 /// delete_<array>(ary)
-NewReference delete_array(PyObject *args, const ArrayRow &row);
+NewReference delete_array(const ArrayRow &row, PyObject *args);
 
-NewReference get_item_uint8(PyObject *args, const ArrayRow &row);
-NewReference set_item_uint8(PyObject *args, const ArrayRow &row);
-NewReference get_item_uint32(PyObject *args, const ArrayRow &row);
-NewReference set_item_uint32(PyObject *args, const ArrayRow &row);
+NewReference get_item_uint8(const ArrayRow &row, PyObject *args);
+NewReference set_item_uint8(const ArrayRow &row, PyObject *args);
+NewReference get_item_uint32(const ArrayRow &row, PyObject *args);
+NewReference set_item_uint32(const ArrayRow &row, PyObject *args);
 
 /// Array elements that are records: reading gives an independent, owned copy; None as a value raises.
-NewReference get_item_record(PyObject *args, const ArrayRow &row);
-NewReference set_item_record(PyObject *args, const ArrayRow &row);
+NewReference get_item_record(const ArrayRow &row, PyObject *args);
+NewReference set_item_record(const ArrayRow &row, PyObject *args);
 
 }  // namespace quorel

@@ -3,7 +3,7 @@
 
 #include "references.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Whether `object` is a function of this module's calling convention: built in, positional arguments only.
 inline bool is_builtin(PyObject *object)

@@ -1,7 +1,8 @@
 // The life of a call, `bcm_port_enable_get(0, 1, p)`:
 //
 //  1. Python calls the function's stub (generated, two or three instructions), which passes the argument tuple
-//     on to the call function of the binding's shape, with the binding's row and its typed thunk.
+//     on to the call function of the binding's shape, with the binding's row and its typed thunk. The row takes
+//     the place of the stub's own `self`, so that the tuple stays where Python put it.
 //  2. A shape is the sequence of argument kinds with pointers erased, such as (int, int, pointer). The
 //     generator writes one plain function per shape; nothing in it depends on a particular binding.
 //  3. The tuple's size is compared with the shape's; on a difference raise_arity() lets the interpreter's own
@@ -17,7 +18,7 @@
 #include "convert.h"
 #include "methods.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Raises the failure of argument `index` (from 0) of a call; returns null.
 NewReference raise_argument(const CallRow &row, int index, Status status) __attribute__((cold));

@@ -14,7 +14,7 @@
 #include <tuple>
 #include <type_traits>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// What can be called, or None. *value is borrowed.
 inline Status to_callable(PyObject *object, PyObject **value)

@@ -8,7 +8,7 @@
 
 #include "pointer_object.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 // The parts of a conversion that are not inline.
 Status to_int32_slowly(PyObject *object, int32_t *value);

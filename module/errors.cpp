@@ -6,7 +6,7 @@ namespace quorel {
 
 namespace {
 
-// Method and type names of an SDK have far less room to fill; what is longer is cut off.
+// Names of methods and types take a few hundred bytes at most; a message that would be longer is cut off.
 class Message {
 public:
     Message &add(const char *text) { return add(text, std::strlen(text)); }

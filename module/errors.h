@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Result of a conversion. The numbers are those of SWIG's runtime.
 enum class Status : int {

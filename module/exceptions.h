@@ -3,7 +3,7 @@
 /// For the few sources that are built with exceptions: what they call may throw.
 #pragma once
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Within a handler: sets the Python exception that says what is being handled.
 void raise_current_exception() noexcept;

@@ -5,7 +5,7 @@
 
 #include "references.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// A property that is read with one function and assigned with the other, or not at all if that is null. Returns
 /// null with TypeError for anything but built-in functions that take positional arguments. The docstring of the

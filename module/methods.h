@@ -4,7 +4,7 @@
 
 #include "tables.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// The table as Python has it, null-terminated; row 0 is SWIG_PyInstanceMethod_New, row n + 1 the generated
 /// method n. Filled by build_method_table().

@@ -21,7 +21,7 @@ bool converts_one(PyObject *object, const CallRow &row, int index, char code)
 
 }  // namespace
 
-bool converts(PyObject *args, const CallRow &row, const char *codes)
+bool converts(const CallRow &row, PyObject *args, const char *codes)
 {
     auto count = static_cast<Py_ssize_t>(std::strlen(codes));
     if (PyTuple_GET_SIZE(args) != count) {

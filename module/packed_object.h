@@ -4,7 +4,7 @@
 
 #include "type_table.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 extern PyTypeObject PackedObject_Type;
 

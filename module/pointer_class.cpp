@@ -11,7 +11,7 @@ namespace {
 enum Method { constructor, destructor, assign, value, cast, frompointer, registration };
 
 // Reinterprets the one argument as another pointer type.
-NewReference reinterpret(PyObject *args, const PointerClassRow &row, Method which, uint16_t from, uint16_t to)
+NewReference reinterpret(const PointerClassRow &row, PyObject *args, Method which, uint16_t from, uint16_t to)
 {
     auto method = static_cast<uint16_t>(row.constructor + which);
     if (PyTuple_GET_SIZE(args) != 1) {
@@ -27,7 +27,7 @@ NewReference reinterpret(PyObject *args, const PointerClassRow &row, Method whic
 
 }  // namespace
 
-NewReference new_pointer_class(PyObject *args, const PointerClassRow &row)
+NewReference new_pointer_class(const PointerClassRow &row, PyObject *args)
 {
     if (PyTuple_GET_SIZE(args) != 0) {
         return raise_arity(row.constructor, args, 0);
@@ -43,7 +43,7 @@ NewReference new_pointer_class(PyObject *args, const PointerClassRow &row)
     return pointer;
 }
 
-NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row)
+NewReference delete_pointer_class(const PointerClassRow &row, PyObject *args)
 {
     HeldPointer element;
     if (!take_from_owner(args, static_cast<uint16_t>(row.constructor + destructor), row.self, &element)) {
@@ -53,17 +53,17 @@ NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row)
     return new_none();
 }
 
-NewReference cast_pointer_class(PyObject *args, const PointerClassRow &row)
+NewReference cast_pointer_class(const PointerClassRow &row, PyObject *args)
 {
-    return reinterpret(args, row, cast, row.self, row.element);
+    return reinterpret(row, args, cast, row.self, row.element);
 }
 
-NewReference pointer_class_from_pointer(PyObject *args, const PointerClassRow &row)
+NewReference pointer_class_from_pointer(const PointerClassRow &row, PyObject *args)
 {
-    return reinterpret(args, row, frompointer, row.element, row.self);
+    return reinterpret(row, args, frompointer, row.element, row.self);
 }
 
-NewReference register_pointer_class(PyObject *args, const PointerClassRow &row)
+NewReference register_pointer_class(const PointerClassRow &row, PyObject *args)
 {
     return register_proxy_class(args, static_cast<uint16_t>(row.constructor + registration), row.self);
 }

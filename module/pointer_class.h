@@ -6,17 +6,17 @@
 
 #include "record.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// new_<class>(): an element, as a bare pointer object that owns it.
-NewReference new_pointer_class(PyObject *args, const PointerClassRow &row);
+NewReference new_pointer_class(const PointerClassRow &row, PyObject *args);
 /// delete_<class>(self): takes the ownership away from the pointer object and frees the element.
-NewReference delete_pointer_class(PyObject *args, const PointerClassRow &row);
+NewReference delete_pointer_class(const PointerClassRow &row, PyObject *args);
 /// <class>_cast(self): the same element under the element's pointer type.
-NewReference cast_pointer_class(PyObject *args, const PointerClassRow &row);
+NewReference cast_pointer_class(const PointerClassRow &row, PyObject *args);
 /// <class>_frompointer(t): the memory that an element pointer points to, under the class's type.
-NewReference pointer_class_from_pointer(PyObject *args, const PointerClassRow &row);
+NewReference pointer_class_from_pointer(const PointerClassRow &row, PyObject *args);
 /// <class>_swigregister(cls)
-NewReference register_pointer_class(PyObject *args, const PointerClassRow &row);
+NewReference register_pointer_class(const PointerClassRow &row, PyObject *args);
 
 }  // namespace quorel

@@ -12,7 +12,7 @@
 #include "swig_runtime.h"
 #include "type_table.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 extern PyTypeObject PointerObject_Type;
 
@@ -43,8 +43,8 @@ NewReference with_proxy(Owned bare);
 inline bool is_pointer_object(PyObject *object);
 
 /// The attribute name "this" and its hash, from initialise_pointer_object_type() to the end of the process.
-extern PyObject *this_key __attribute__((visibility("hidden")));
-extern long this_hash __attribute__((visibility("hidden")));
+extern PyObject *this_key;
+extern long this_hash;
 
 /// The pointer object behind the usual kinds of argument, borrowed: a bare one of this module, or the one that
 /// an instance dictionary has under `this` where the name's hash leads first. Null says only that the thorough

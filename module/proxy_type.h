@@ -8,7 +8,7 @@
 
 #include "refinements.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 extern ProxyType Proxy_Type;
 

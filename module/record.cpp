@@ -24,9 +24,9 @@ inline char *usual_self(PyObject *object, const MemberRow &row)
 
 // The general case and the usual one are functions of their own, so that the latter needs no stack frame.
 template <typename Value, NewReference (*convert)(Value)>
-__attribute__((noinline)) NewReference get_value_generally(PyObject *args, const MemberRow &row)
+__attribute__((noinline)) NewReference get_value_generally(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     if (!self) {
         return nullptr;
     }
@@ -36,7 +36,7 @@ __attribute__((noinline)) NewReference get_value_generally(PyObject *args, const
 }
 
 template <typename Value, NewReference (*convert)(Value)>
-NewReference get_value(PyObject *args, const MemberRow &row)
+NewReference get_value(const MemberRow &row, PyObject *args)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) == 1, true)) {
         if (const char *self = usual_self(PyTuple_GET_ITEM(args, 0), row)) {
@@ -45,13 +45,13 @@ NewReference get_value(PyObject *args, const MemberRow &row)
             return convert(value);
         }
     }
-    return get_value_generally<Value, convert>(args, row);
+    return get_value_generally<Value, convert>(row, args);
 }
 
 template <typename Value, Status (*convert)(PyObject *, Value *)>
-__attribute__((noinline)) NewReference set_value_generally(PyObject *args, const MemberRow &row)
+__attribute__((noinline)) NewReference set_value_generally(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }
@@ -68,7 +68,7 @@ __attribute__((noinline)) NewReference set_value_generally(PyObject *args, const
 
 // Integers only: the usual value is an exact int that the member can hold.
 template <typename Value, Status (*convert)(PyObject *, Value *)>
-NewReference set_value(PyObject *args, const MemberRow &row)
+NewReference set_value(const MemberRow &row, PyObject *args)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) == 2, true)) {
         char *self = usual_self(PyTuple_GET_ITEM(args, 0), row);
@@ -82,7 +82,7 @@ NewReference set_value(PyObject *args, const MemberRow &row)
             }
         }
     }
-    return set_value_generally<Value, convert>(args, row);
+    return set_value_generally<Value, convert>(row, args);
 }
 
 // The accessors are called <record>_<member>_get and _set.
@@ -104,7 +104,7 @@ NewReference store_pointer(const SetterArguments &setter, const MemberRow &row, 
 
 }  // namespace
 
-NewReference new_record(PyObject *args, const RecordRow &row)
+NewReference new_record(const RecordRow &row, PyObject *args)
 {
     if (PyTuple_GET_SIZE(args) != 0) {
         return raise_arity(row.constructor, args, 0);
@@ -173,7 +173,7 @@ NewReference register_proxy_class(PyObject *args, uint16_t method, uint16_t self
     return new_none();
 }
 
-NewReference delete_record(PyObject *args, const RecordRow &row)
+NewReference delete_record(const RecordRow &row, PyObject *args)
 {
     HeldPointer record;
     if (!take_from_owner(args, static_cast<uint16_t>(row.constructor + 1), row.self, &record)) {
@@ -183,12 +183,12 @@ NewReference delete_record(PyObject *args, const RecordRow &row)
     return new_none();
 }
 
-NewReference register_record(PyObject *args, const RecordRow &row)
+NewReference register_record(const RecordRow &row, PyObject *args)
 {
     return register_proxy_class(args, static_cast<uint16_t>(row.constructor + 2), row.self);
 }
 
-HeldPointer self_of_getter(PyObject *args, const MemberRow &row)
+HeldPointer self_of_getter(const MemberRow &row, PyObject *args)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) != 1, false)) {
         raise_arity(row.getter, args, 1);
@@ -203,7 +203,7 @@ HeldPointer self_of_getter(PyObject *args, const MemberRow &row)
     return self;
 }
 
-SetterArguments arguments_of_setter(PyObject *args, const MemberRow &row)
+SetterArguments arguments_of_setter(const MemberRow &row, PyObject *args)
 {
     auto method = static_cast<uint16_t>(row.getter - 1);
     if (__builtin_expect(PyTuple_GET_SIZE(args) != 2, false)) {
@@ -225,81 +225,81 @@ NewReference raise_value(const MemberRow &row, Status status)
                                 status);
 }
 
-NewReference get_int32(PyObject *args, const MemberRow &row)
+NewReference get_int32(const MemberRow &row, PyObject *args)
 {
-    return get_value<int32_t, from_int32>(args, row);
+    return get_value<int32_t, from_int32>(row, args);
 }
 
-NewReference set_int32(PyObject *args, const MemberRow &row)
+NewReference set_int32(const MemberRow &row, PyObject *args)
 {
-    return set_value<int32_t, to_int32>(args, row);
+    return set_value<int32_t, to_int32>(row, args);
 }
 
-NewReference get_uint32(PyObject *args, const MemberRow &row)
+NewReference get_uint32(const MemberRow &row, PyObject *args)
 {
-    return get_value<uint32_t, from_uint32>(args, row);
+    return get_value<uint32_t, from_uint32>(row, args);
 }
 
-NewReference set_uint32(PyObject *args, const MemberRow &row)
+NewReference set_uint32(const MemberRow &row, PyObject *args)
 {
-    return set_value<uint32_t, to_uint32>(args, row);
+    return set_value<uint32_t, to_uint32>(row, args);
 }
 
-NewReference get_int8(PyObject *args, const MemberRow &row)
+NewReference get_int8(const MemberRow &row, PyObject *args)
 {
-    return get_value<int8_t, from_int8>(args, row);
+    return get_value<int8_t, from_int8>(row, args);
 }
 
-NewReference set_int8(PyObject *args, const MemberRow &row)
+NewReference set_int8(const MemberRow &row, PyObject *args)
 {
-    return set_value<int8_t, to_int8>(args, row);
+    return set_value<int8_t, to_int8>(row, args);
 }
 
-NewReference get_uint8(PyObject *args, const MemberRow &row)
+NewReference get_uint8(const MemberRow &row, PyObject *args)
 {
-    return get_value<uint8_t, from_uint8>(args, row);
+    return get_value<uint8_t, from_uint8>(row, args);
 }
 
-NewReference set_uint8(PyObject *args, const MemberRow &row)
+NewReference set_uint8(const MemberRow &row, PyObject *args)
 {
-    return set_value<uint8_t, to_uint8>(args, row);
+    return set_value<uint8_t, to_uint8>(row, args);
 }
 
-NewReference get_uint16(PyObject *args, const MemberRow &row)
+NewReference get_uint16(const MemberRow &row, PyObject *args)
 {
-    return get_value<uint16_t, from_uint16>(args, row);
+    return get_value<uint16_t, from_uint16>(row, args);
 }
 
-NewReference set_uint16(PyObject *args, const MemberRow &row)
+NewReference set_uint16(const MemberRow &row, PyObject *args)
 {
-    return set_value<uint16_t, to_uint16>(args, row);
+    return set_value<uint16_t, to_uint16>(row, args);
 }
 
-NewReference get_uint64(PyObject *args, const MemberRow &row)
+NewReference get_uint64(const MemberRow &row, PyObject *args)
 {
-    return get_value<uint64_t, from_uint64>(args, row);
+    return get_value<uint64_t, from_uint64>(row, args);
 }
 
-NewReference set_uint64(PyObject *args, const MemberRow &row)
+NewReference set_uint64(const MemberRow &row, PyObject *args)
 {
-    return set_value<uint64_t, to_uint64>(args, row);
+    return set_value<uint64_t, to_uint64>(row, args);
 }
 
-NewReference get_bool(PyObject *args, const MemberRow &row)
+NewReference get_bool(const MemberRow &row, PyObject *args)
 {
     // The record may hold any byte; a C bool with another value than 0 and 1 must not be loaded as one.
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     return self ? from_bool(*self.at(row.offset) != 0) : nullptr;
 }
 
-NewReference set_bool(PyObject *args, const MemberRow &row)
+NewReference set_bool(const MemberRow &row, PyObject *args)
 {
-    return set_value_generally<bool, to_bool>(args, row);
+    return set_value_generally<bool, to_bool>(row, args);
 }
 
-NewReference get_string(PyObject *args, const MemberRow &row)
+NewReference get_string(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     if (!self) {
         return nullptr;
     }
@@ -308,9 +308,9 @@ NewReference get_string(PyObject *args, const MemberRow &row)
     return from_string(text);
 }
 
-NewReference set_string(PyObject *args, const MemberRow &row)
+NewReference set_string(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }
@@ -321,21 +321,21 @@ NewReference set_string(PyObject *args, const MemberRow &row)
     return status == Status::ok ? new_none() : raise_value(row, status);
 }
 
-NewReference get_copy(PyObject *args, const MemberRow &row)
+NewReference get_copy(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     return self ? from_copy(self.at(row.offset), row.size, arguments[row.value].type) : nullptr;
 }
 
-NewReference get_storage(PyObject *args, const MemberRow &row)
+NewReference get_storage(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     return self ? wrap_part(self, self.at(row.offset), types[arguments[row.value].type]) : nullptr;
 }
 
-NewReference set_array(PyObject *args, const MemberRow &row)
+NewReference set_array(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }
@@ -353,9 +353,9 @@ NewReference set_array(PyObject *args, const MemberRow &row)
     return new_none();
 }
 
-NewReference set_record(PyObject *args, const MemberRow &row)
+NewReference set_record(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }
@@ -370,9 +370,9 @@ NewReference set_record(PyObject *args, const MemberRow &row)
     return new_none();
 }
 
-NewReference get_pointer(PyObject *args, const MemberRow &row)
+NewReference get_pointer(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     if (!self) {
         return nullptr;
     }
@@ -381,9 +381,9 @@ NewReference get_pointer(PyObject *args, const MemberRow &row)
     return wrap_part(self, pointer, types[arguments[row.value].type]);
 }
 
-NewReference set_pointer(PyObject *args, const MemberRow &row)
+NewReference set_pointer(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }
@@ -392,9 +392,9 @@ NewReference set_pointer(PyObject *args, const MemberRow &row)
     return status == Status::ok ? store_pointer(setter, row, pointer.address) : raise_value(row, status);
 }
 
-NewReference set_any_pointer(PyObject *args, const MemberRow &row)
+NewReference set_any_pointer(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }

@@ -12,7 +12,7 @@
 
 #include <utility>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// A bare pointer whose reference belongs to whoever receives it.
 using NewReference = PyObject *;

@@ -6,7 +6,7 @@
 
 #include "pointer_object.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 struct Refinements {
     /// Sets the members of a new record that the keywords name. Returns false with an exception set.

@@ -2,7 +2,7 @@
 // it looks for.
 #pragma once
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Makes the module, in the steps that startup.cpp tells. Where one fails an exception is set and there is none.
 void import();

@@ -3,7 +3,7 @@
 
 #include "convert.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Replaces the string in `*place` by a copy of a str's text, or of the text that a `char *` pointer object
 /// points to. The copy is an array from the C++ heap. The string replaced is released with the array release

@@ -1,8 +1,8 @@
 // The tables that the generator writes and this runtime reads: everything that differs from one bound
 // function, record or constant to the next, as constant data.
 //
-// The generated rows hold no pointers, only small numbers: they need no relocation when the module is
-// loaded, and stay in pages that processes share. A row refers to
+// The rows of functions, records and types hold no pointers, only small numbers: they need no relocation when
+// the module is loaded, and stay in pages that processes share. A row refers to
 //   a method      by its number in the method table,
 //   a C type      by its number in the type table (sorted by mangled name), and
 //   an argument   by its number in `arguments`, which joins a type with the spelling that messages quote.
@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// One parameter, `self` included: what it is converted to and how messages spell it.
 struct Argument {
@@ -82,7 +82,7 @@ constexpr bool follow(const PyCFunction *methods, const PyCFunction (&expected)[
     return true;
 }
 
-/// A type descriptor as written by the generator; `names` holds "mangled\0spellings\0" in this order.
+/// A type descriptor as written by the generator; `type_names` holds "mangled\0spellings\0" in this order.
 struct TypeRow {
     uint16_t cast_from;  ///< number of a type that converts to this one unchanged, or no_type
 };

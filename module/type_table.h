@@ -8,7 +8,7 @@
 
 #include <cstring>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// The descriptors in use, by type number: this module's own, or another module's where that module had the
 /// type first. Defined by the generated tables; filled by initialise_type_table().
@@ -45,7 +45,7 @@ inline bool is_of_runtime_type(PyObject *object, const char *name)
 
 /// How many pointer objects of this module there are. Their classes know how to free what they own: where the
 /// capsule goes first, as it may at the interpreter's end, the classes are let go with the last pointer object.
-extern size_t live_pointer_objects __attribute__((visibility("hidden")));
+extern size_t live_pointer_objects;
 void last_pointer_object_went();
 
 /// Makes the client data of a proxy class: its raw constructor and its destroy function.

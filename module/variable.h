@@ -7,7 +7,7 @@
 
 #include "record.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// One global variable.
 struct VariableRow {

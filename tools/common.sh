@@ -19,6 +19,22 @@ require_preset() {
     grep -qF "{\"name\": \"$1\", \"configurePreset\"" CMakePresets.json || refuse "there is no preset '$1'"
 }
 
+# keep_configuration PRESET: whatever the tool makes of build/PRESET, it is configured as it is now when the tool ends or
+# calls restore_configuration, so that its tests are there and `cmake --install` puts things where it did. Where nothing
+# is built yet nothing is kept.
+keep_configuration() {
+    local cache=build/$1/CMakeCache.txt
+    kept_preset=$1 kept=()
+    [ ! -e "$cache" ] || mapfile -t kept < <(
+        sed -nE 's/^(BUILD_TESTING|QUOREL_PYTHON_SITE_DIR|QUOREL_GENERATOR):[A-Z]+=/-D\1=/p' "$cache")
+    trap restore_configuration EXIT
+}
+
+restore_configuration() {
+    trap - EXIT
+    [ ${#kept[@]} -eq 0 ] || cmake --preset "$kept_preset" "${kept[@]}" >/dev/null
+}
+
 for argument in "$@"; do
     case $argument in
         -h | --help) tool_help; exit 0 ;;

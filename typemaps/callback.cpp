@@ -74,9 +74,9 @@ Status to_packed_callback(PyObject *function, swig_type_info *type, void **addre
     return Status::ok;
 }
 
-NewReference set_callback(PyObject *args, const MemberRow &row)
+NewReference set_callback(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     if (setter.failed) {
         return nullptr;
     }

@@ -9,7 +9,7 @@
 
 #include "module/variable.h"
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// A built-in function as a callback of `type`. Fails with Status::unknown where the docstring has no marker,
 /// is packed badly, or names a type that does not convert to `type`. *address is written only on success.
@@ -26,7 +26,7 @@ inline Status to_callback(PyObject *object, uint16_t type, HeldPointer *pointer)
 }
 
 /// Writes a member; it is read by get_pointer().
-NewReference set_callback(PyObject *args, const MemberRow &row);
+NewReference set_callback(const MemberRow &row, PyObject *args);
 
 /// Writes a global variable; it is read by get_pointer_variable().
 bool set_callback_variable(const VariableRow &row, PyObject *value);

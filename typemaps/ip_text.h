@@ -6,7 +6,7 @@
 
 #include <appl/ip_text.h>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// Copies a str, or what a `char *` pointer object points to, and fills up with NULs; as many characters as
 /// the array has are taken, the last without a NUL. Longer text and other objects raise TypeError.

@@ -110,15 +110,15 @@ NewReference from_mac_address(const unsigned char *mac)
     return text;
 }
 
-NewReference get_mac_address(PyObject *args, const MemberRow &row)
+NewReference get_mac_address(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     return self ? from_mac_address(reinterpret_cast<const unsigned char *>(self.at(row.offset))) : nullptr;
 }
 
-NewReference set_mac_address(PyObject *args, const MemberRow &row)
+NewReference set_mac_address(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     bcm_mac_t mac;
     if (setter.failed || !to_mac_address(setter.value, mac)) {
         return nullptr;

@@ -5,7 +5,7 @@
 
 #include <bcm/types.h>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 constexpr int mac_text_length = 17;
 
@@ -24,7 +24,7 @@ bool to_mac_address(Borrowed object, bcm_mac_t mac);
 /// A new str.
 NewReference from_mac_address(const unsigned char *mac);
 
-NewReference get_mac_address(PyObject *args, const MemberRow &row);
-NewReference set_mac_address(PyObject *args, const MemberRow &row);
+NewReference get_mac_address(const MemberRow &row, PyObject *args);
+NewReference set_mac_address(const MemberRow &row, PyObject *args);
 
 }  // namespace quorel

@@ -83,9 +83,9 @@ NewReference from_port_list(const bcm_pbmp_t &bitmap)
     return list.release();
 }
 
-NewReference get_port_list(PyObject *args, const MemberRow &row)
+NewReference get_port_list(const MemberRow &row, PyObject *args)
 {
-    HeldPointer self = self_of_getter(args, row);
+    HeldPointer self = self_of_getter(row, args);
     if (!self) {
         return nullptr;
     }
@@ -94,9 +94,9 @@ NewReference get_port_list(PyObject *args, const MemberRow &row)
     return from_port_list(bitmap);
 }
 
-NewReference set_port_list(PyObject *args, const MemberRow &row)
+NewReference set_port_list(const MemberRow &row, PyObject *args)
 {
-    SetterArguments setter = arguments_of_setter(args, row);
+    SetterArguments setter = arguments_of_setter(row, args);
     bcm_pbmp_t bitmap;
     if (setter.failed || !to_port_list(setter.value, &bitmap)) {
         return nullptr;

@@ -6,7 +6,7 @@
 
 #include <bcm/types.h>
 
-namespace quorel {
+namespace [[gnu::visibility("hidden")]] quorel {
 
 /// List to bitmap. Anything but a list raises TypeError "Expected a list", an item that is not an int TypeError
 /// "Port list must contain integers", a negative one the interpreter's OverflowError, and one beyond the
@@ -16,7 +16,7 @@ bool to_port_list(Borrowed list, bcm_pbmp_t *bitmap);
 /// A new list of the bitmap's ports, ascending, as longs. The bitmap's last 17 ports are never listed.
 NewReference from_port_list(const bcm_pbmp_t &bitmap);
 
-NewReference get_port_list(PyObject *args, const MemberRow &row);
-NewReference set_port_list(PyObject *args, const MemberRow &row);
+NewReference get_port_list(const MemberRow &row, PyObject *args);
+NewReference set_port_list(const MemberRow &row, PyObject *args);
 
 }  // namespace quorel

@@ -89,23 +89,23 @@ struct KeptStep {
 };
 
 /// What is kept for those who do not listen themselves.
-struct Record {
+struct TraceLog {
     bool on = false;
     std::vector<KeptStep> steps;
     std::string lines;
 };
 
-Record &record()
+TraceLog &trace_log()
 {
-    static Record &kept = *new Record;
+    static TraceLog &kept = *new TraceLog;
     return kept;
 }
 
 void tell(sim_trace_step_t step, const char *text)
 {
     step.text = text;
-    if (record().on) {
-        record().steps.push_back({step, text});
+    if (trace_log().on) {
+        trace_log().steps.push_back({step, text});
     }
     if (listener.call != nullptr) {
         listener.call(&step, listener.datum);
@@ -114,7 +114,7 @@ void tell(sim_trace_step_t step, const char *text)
 
 void update_is_traced()
 {
-    is_traced = listener.call != nullptr || record().on;
+    is_traced = listener.call != nullptr || trace_log().on;
 }
 
 std::string formatted(const char *format, std::va_list arguments)
@@ -190,22 +190,22 @@ void sim_trace_listen(sim_trace_listener_t call, void *datum)
 void sim_trace_begin(void)
 {
     const sim::UnitsLock lock;
-    record().steps.clear();
-    record().on = true;
+    trace_log().steps.clear();
+    trace_log().on = true;
     update_is_traced();
 }
 
 void sim_trace_end(void)
 {
     const sim::UnitsLock lock;
-    record().on = false;
+    trace_log().on = false;
     update_is_traced();
 }
 
 int sim_trace_count(void)
 {
     const sim::UnitsLock lock;
-    return static_cast<int>(record().steps.size());
+    return static_cast<int>(trace_log().steps.size());
 }
 
 int sim_trace_step(int index, sim_trace_step_t *step)
@@ -217,7 +217,7 @@ int sim_trace_step(int index, sim_trace_step_t *step)
     if (index < 0 || index >= sim_trace_count()) {
         return BCM_E_NOT_FOUND;
     }
-    const KeptStep &kept = record().steps[static_cast<std::size_t>(index)];
+    const KeptStep &kept = trace_log().steps[static_cast<std::size_t>(index)];
     *step = kept.step;
     step->text = kept.text.c_str();
     return BCM_E_NONE;
@@ -226,9 +226,9 @@ int sim_trace_step(int index, sim_trace_step_t *step)
 const char *sim_trace_text(void)
 {
     const sim::UnitsLock lock;
-    std::string &lines = record().lines;
+    std::string &lines = trace_log().lines;
     lines.clear();
-    for (const KeptStep &kept : record().steps) {
+    for (const KeptStep &kept : trace_log().steps) {
         std::array<char, 64> place;
         std::snprintf(place.data(), place.size(), "unit %d port %d %s: ", kept.step.unit, kept.step.port,
                       sim_stage_name(kept.step.stage));
