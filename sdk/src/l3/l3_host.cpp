@@ -38,7 +38,7 @@ bcm_l3_host_t record_of(const L3Hosts &hosts, std::uint32_t place)
     const L3Entry &entry = hosts.at(place);
     const Details *details = hosts.details(place);
     bcm_l3_host_t host = details != nullptr ? details->records.front() : plain_record(entry);
-    host.l3a_flags = entry.flags | (entry.state & l3_hit ? BCM_L3_HIT : 0u);
+    host.l3a_flags = entry.flags | ((entry.state & l3_hit) != 0 ? std::uint32_t{BCM_L3_HIT} : 0u);
     return host;
 }
 

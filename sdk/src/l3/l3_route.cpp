@@ -61,7 +61,7 @@ bcm_l3_route_t record_of(const L3Routes &routes, std::uint32_t place)
     const L3Entry &entry = routes.at(place);
     const Details *details = routes.details(place);
     bcm_l3_route_t route = details != nullptr ? details->records.front() : plain_record(entry);
-    route.l3a_flags = entry.flags | (entry.state & l3_hit ? BCM_L3_HIT : 0u);
+    route.l3a_flags = entry.flags | ((entry.state & l3_hit) != 0 ? std::uint32_t{BCM_L3_HIT} : 0u);
     return route;
 }
 
