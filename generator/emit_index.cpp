@@ -187,6 +187,9 @@ private:
                        full->kind == Type::Kind::Record ? unbound_record(type) : nullptr) {
             target = record_number(*unbound);
             kind = ", Kind::record";
+        } else if (TypePtr enumeration = names_of_bits(type)) {
+            target = number(enumeration);
+            kind = ", Kind::bit_set";
         } else if (TypePtr inner = target_of(type)) {
             bool calls = resolve(inner, never_opaque)->kind == Type::Kind::Function;
             target = calls ? callback_number(type) : number(inner);
@@ -194,6 +197,33 @@ private:
         return "describe<" + spelling + ">(" + std::to_string(texts_.start(spelling)) + ", "
                + descriptor_number(descriptor) + ", " + own_descriptor(type, full) + ", " + target + kind
                + ")";
+    }
+
+    // The enumeration that names the bits of an opaque set: `x_reason_t` of `x_reasons_t`, a record that has
+    // nothing but words. Null for other types.
+    TypePtr names_of_bits(const TypePtr &type) const
+    {
+        static const std::string plural = "s_t", singular = "_t";
+        bool may_be_set = type->kind == Type::Kind::Typedef && opaque_.count(type->name) != 0
+                          && ends_with(type->name, plural);
+        if (!may_be_set) {
+            return nullptr;
+        }
+        std::string name = type->name.substr(0, type->name.size() - plural.size()) + singular;
+        auto found = declarations_.typedefs.find(name);
+        if (found == declarations_.typedefs.end()
+            || resolve(found->second, never_opaque)->kind != Type::Kind::Enum) {
+            return nullptr;
+        }
+        const std::string tag = resolve(type, never_opaque)->name;
+        for (const Record &declared : declarations_.records) {
+            bool is_it = (declared.tag == tag || declared.name == tag) && declared.members.size() == 1;
+            TypePtr words = is_it ? resolve(declared.members[0].type, never_opaque) : nullptr;
+            if (words && words->kind == Type::Kind::Array && is_builtin(words->target, "unsigned int")) {
+                return Type::typedef_of(name, found->second);
+            }
+        }
+        return nullptr;
     }
 
     // A record that has no class, whose members can be told all the same; null for others.
@@ -321,18 +351,19 @@ private:
                 arguments.push_back(parameter);
             }
         }
-        bool fills_mac = false, adds_output = appended != nullptr;
+        bool fills_mac = false, by_value = false, adds_output = appended != nullptr;
         for (size_t i = 0; i < arguments.size(); ++i) {
             rows.push_back(parameter_row(function, arguments, i, appended));
             adds_output = adds_output || arguments[i].direction == Direction::InOut;
             fills_mac = fills_mac || rows.back().find("Way::mac_address") != std::string::npos;
+            by_value = by_value || rows.back().find("Way::by_value") != std::string::npos;
         }
         const std::string says = answer(function, adds_output);
         std::string direct = fills_mac && says == "status" ? direct_call(function) : none;
         function_of_method_[methods_.at(function.name)] = std::to_string(function_count_++);
         functions_ += "    {" + parameters(rows) + ", " + direct + ", " + std::to_string(rows.size())
-                      + ", Answer::" + says + ", Keeping::" + keeping(function.name) + "},  // "
-                      + function.name + "\n";
+                      + ", Answer::" + says + ", Keeping::" + keeping(function.name)
+                      + (by_value ? ", true" : ", false") + "},  // " + function.name + "\n";
     }
 
     static std::string answer(const BoundFunction &function, bool adds_output)
@@ -447,33 +478,73 @@ private:
                            [&](const char *word) { return name.find(word) != std::string::npos; });
     }
 
-    // The place of the number that says how many elements there is room for in what is an array: it stands
-    // before the arrays that a later parameter counts, or between the one array and that parameter; that of a
-    // text stands behind it. Without names it is what stands before the last array.
+    static bool is_named_as_number(const std::string &name)
+    {
+        return is_named(name, {"max", "size", "num", "count", "len", "nof"}) || name == "nstat"
+               || name == "nval" || name == "nport";
+    }
+
+    // Whether a parameter is a number that says how many there are of something.
+    static bool says_how_many(const BoundParameter &parameter)
+    {
+        const Conversion conversion = parameter.crossing.conversion;
+        bool is_number = conversion == Conversion::Int32 || conversion == Conversion::UInt32
+                         || conversion == Conversion::UInt16;
+        return is_number && is_named_as_number(parameter.name);
+    }
+
+    // Whether a parameter is a pointer to several by its name, or to bytes; how many is not declared.
+    static bool names_several(const BoundParameter &parameter)
+    {
+        if (parameter.crossing.conversion != Conversion::Pointer || is_array(parameter.crossing.type)
+            || is_named_as_number(parameter.name)) {
+            return false;
+        }
+        TypePtr element = resolve(target_of(parameter.crossing.type), never_opaque);
+        const std::string &name = parameter.name;
+        bool is_plural = ends_with(name, "s") && !ends_with(name, "ss") && !ends_with(name, "us")
+                         && !ends_with(name, "is") && !ends_with(name, "flags");
+        return is_plural || names_an_array(name) || is_builtin(element, "unsigned char")
+               || is_builtin(element, "signed char") || is_builtin(element, "char");
+    }
+
+    static bool is_pointer(const std::vector<BoundParameter> &arguments, size_t index)
+    {
+        return index < arguments.size() && arguments[index].crossing.conversion == Conversion::Pointer;
+    }
+
+    // The place of the number that says how many elements C may read or write in what is an array. It stands
+    // before the arrays, or behind them if no further ones follow it. That a parameter is an array is said by a
+    // later one that counts what was written, or by its name; without names the number is what stands before
+    // the last array. That of a text stands behind it.
     static std::string capacity_of(const std::vector<BoundParameter> &arguments, size_t index,
                                    const std::string &way, const std::string &count)
     {
-        const bool is_last = index + 1 == arguments.size() || count == std::to_string(index + 1);
-        auto says_capacity = [&](size_t i) {
-            return i < arguments.size() && arguments[i].crossing.conversion == Conversion::Int32
-                   && (is_named(arguments[i].name, {"max", "size", "num", "count", "len"})
-                       || (is_unnamed(arguments, i) && i + 1 == index && is_last));
-        };
+        auto says_capacity = [&](size_t i) { return i < arguments.size() && says_how_many(arguments[i]); };
         if (way == "text") {
             return says_capacity(index + 1) ? std::to_string(index + 1) : "no_capacity";
         }
-        if (way != "pointer" || count == "no_count") {
+        const bool is_counted = way == "pointer" && count != "no_count";
+        const bool is_array = is_counted || names_several(arguments[index]);
+        if ((way != "pointer" && way != "constant") || !is_array) {
             return "no_capacity";
         }
-        size_t before = index;
-        while (before > 0 && arguments[before - 1].crossing.conversion == Conversion::Pointer) {
+        size_t before = index, after = index;
+        while (before > 0 && is_pointer(arguments, before - 1)) {
             --before;
         }
-        if (before > 0 && says_capacity(before - 1)) {
+        while (is_pointer(arguments, after)) {
+            ++after;
+        }
+        const bool is_last = index + 1 == arguments.size() || count == std::to_string(index + 1);
+        bool is_before_last = before == index && index > 0 && is_last && is_unnamed(arguments, index - 1)
+                              && arguments[index - 1].crossing.conversion == Conversion::Int32;
+        if (before > 0 && (says_capacity(before - 1) || is_before_last)) {
             return std::to_string(before - 1);
         }
-        bool between = says_capacity(index + 1) && count == std::to_string(index + 2);
-        return between ? std::to_string(index + 1) : "no_capacity";
+        bool is_between = is_counted && says_capacity(index + 1) && count == std::to_string(index + 2);
+        bool is_behind = !is_counted && says_capacity(after) && !is_pointer(arguments, after + 1);
+        return is_between ? std::to_string(index + 1) : is_behind ? std::to_string(after) : "no_capacity";
     }
 
     // The place of the later parameter that gets how many elements C wrote: the first that its name says so

@@ -324,7 +324,12 @@ NewReference set_string(const MemberRow &row, PyObject *args)
 NewReference get_copy(const MemberRow &row, PyObject *args)
 {
     HeldPointer self = self_of_getter(row, args);
-    return self ? from_copy(self.at(row.offset), row.size, arguments[row.value].type) : nullptr;
+    if (!self) {
+        return nullptr;
+    }
+    const uint16_t type = arguments[row.value].type;
+    NewReference refined = read_refined(types[type], self.at(row.offset));
+    return refined || PyErr_Occurred() ? refined : from_copy(self.at(row.offset), row.size, type);
 }
 
 NewReference get_storage(const MemberRow &row, PyObject *args)
@@ -362,7 +367,10 @@ NewReference set_record(const MemberRow &row, PyObject *args)
     HeldPointer record;
     Status status = to_value(setter.value, arguments[row.value].type, &record);
     if (status != Status::ok) {
-        return raise_value(row, status);
+        bool refined =
+            setter.self
+            && write_refined(types[arguments[row.value].type], setter.self.at(row.offset), setter.value);
+        return refined ? new_none() : PyErr_Occurred() ? nullptr : raise_value(row, status);
     }
     if (setter.self) {
         std::memmove(setter.self.at(row.offset), record.address, row.size);

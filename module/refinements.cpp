@@ -4,6 +4,18 @@
 
 namespace quorel {
 
+NewReference read_refined(const swig_type_info *type, char *address)
+{
+    auto *read = Proxy_Type.refinements.read_copied;
+    return read ? read(type, address) : nullptr;
+}
+
+bool write_refined(const swig_type_info *type, char *address, PyObject *value)
+{
+    auto *write = Proxy_Type.refinements.write_copied;
+    return write && write(type, address, value);
+}
+
 NewReference wrap_part(const HeldPointer &whole, void *part, swig_type_info *type)
 {
     if (!part) {

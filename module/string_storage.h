@@ -5,10 +5,16 @@
 
 namespace [[gnu::visibility("hidden")]] quorel {
 
-/// Replaces the string in `*place` by a copy of a str's text, or of the text that a `char *` pointer object
-/// points to. The copy is an array from the C++ heap. The string replaced is released with the array release
-/// operator, as it is the contract, unless it lies within a loaded program or library: such a one was never
-/// allocated. On a failure nothing is changed.
+/// A copy of a str's text, or of the text that a `char *` pointer object points to: an array from the C++ heap; null
+/// for a null pointer.
+Status copy_string(Borrowed value, char **copy);
+
+/// Puts such a copy, which belongs to the place from now on, in `*place`. The string replaced is released with the
+/// array release operator, as it is the contract, unless it lies within a loaded program or library: such a one was
+/// never allocated.
+void take_string(char **place, char *copy);
+
+/// Both. On a failure nothing is changed.
 Status replace_string(Borrowed value, char **place);
 
 }  // namespace quorel

@@ -32,10 +32,11 @@ def _contains(numbers, number):
     return numbers[0] <= number <= numbers[-1] and (isinstance(numbers, xrange) or number in numbers)
 
 
-def _no_attribute(place, name, names):
+def _missing(place, name, names):
+    """What to say of a name that is not there."""
     import difflib
-    close = difflib.get_close_matches(name, names, 3)
-    return AttributeError('%s has no %s%s' % (place, name, ': is it %s?' % ' or '.join(close) if close else ''))
+    close = difflib.get_close_matches(name, names, 3) or difflib.get_close_matches(name.upper(), names, 3)
+    return '%s has no %s%s' % (place, name, ': is it %s?' % ' or '.join(close) if close else '')
 
 
 class _Field(object):
@@ -331,7 +332,7 @@ class Place(object):
     def _field(self, name):
         field = self._kind.fields.get(name)
         if field is None:
-            raise _no_attribute(self._kind.name, name, self._kind.fields)
+            raise AttributeError(_missing(self._kind.name, name, self._kind.fields))
         return field
 
     @property
@@ -471,11 +472,13 @@ class Names(object):
 
     def __getattr__(self, name):
         if name not in self._numbers:
-            raise _no_attribute('the chip', name, self._numbers)
+            raise AttributeError(_missing('the chip', name, self._numbers))
         return self[name]
 
     def __getitem__(self, name):
         if name not in self._made:
+            if name not in self._numbers:
+                raise KeyError(_missing('the chip', str(name), self._numbers))
             self._made[name] = self._make(name, self._numbers[name])
         return Place(self._made[name])
 
@@ -497,7 +500,7 @@ class Names(object):
         import fnmatch
         names = [name for name in self if fnmatch.fnmatchcase(name, pattern)]
         if not names:
-            raise KeyError(pattern)
+            raise KeyError(_missing('the chip', pattern, self._numbers))
         return Snapshot(place for name in names for place in self[name])
 
     def table(self, pattern):

@@ -103,6 +103,33 @@ class ShortOfMemory(unittest.TestCase):
                     self.assertIs(type(result), MemoryError, name)
                 number += 1
 
+    def test_updates_set_all_or_nothing(self):
+        import QuorelApiNew as q
+        from quorel import array, as_dict, update
+        entry, texts = q.regtype_entry_t(name='1' * 600, help='2' * 600), array('char *', ['first', None])
+
+        def judge(call, shown):
+            """Whether the failing allocation was reached."""
+            before = shown()
+            result, reached = failing(number, call)
+            if isinstance(result, BaseException):
+                self.assertEqual((type(result), shown()), (MemoryError, before))
+            else:
+                self.assertNotEqual(shown(), before)
+            return reached
+
+        number, is_reached = 1, True
+        while is_reached:
+            text = '%600d' % number
+            memory, holder = q.new_intp(), q.any_t()
+            is_reached = any([
+                judge(lambda: update(entry, {'name': text, 'help': text, 'type': number}), lambda: as_dict(entry)),
+                judge(lambda: update(holder, ptr=memory), lambda: (as_dict(holder), memory.own())),
+                judge(lambda: texts.__setitem__(1, text), lambda: list(texts))])
+            q.delete_intp(memory)
+            number += 1
+        self.assertGreater(number, 5)
+
     def test_the_sdk_changes_nothing(self):
         import QuorelApiNew as q
         address = q.bcm_l2_addr_t()

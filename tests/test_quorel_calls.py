@@ -4,7 +4,7 @@ import unittest
 
 import QuorelApiNew as q
 import simulator
-from quorel import OUT, StatusError, array, cell, checked, parameters
+from quorel import OUT, StatusError, array, callback, cell, checked, parameters
 
 
 def error_of(*arguments):
@@ -115,6 +115,35 @@ class Outputs(simulator.SwitchTest):
         self.assertEqual(len(found), 8)
         self.assertEqual(len(checked(q.bcm_trunk_local_members_get, 0, trunk, 8, OUT[8], OUT[8], OUT)[0]), 2)
 
+    def test_an_array_of_the_callers_has_the_room(self):
+        ids, values = array('bcm_stat_val_t', [q.snmpIfInOctets, q.snmpIfOutOctets]), array('uint64', 2)
+        checked(q.bcm_stat_multi_get, 0, 1, 2, ids, values)
+        self.assertEqual(checked(q.bcm_stat_multi_get, 0, 1, 2, ids, OUT), list(values))
+        for arguments, text in [
+                ((q.bcm_stat_multi_get, 0, 1, 3, ids, values),
+                 'argument 4 (stat_arr): the function may use 3 elements, and the array has 2'),
+                ((q.bcm_stat_multi_get, 0, 1, 2, ids, values[1:]),
+                 'argument 5 (value_arr): the function may use 2 elements, and the array has 1'),
+                ((q.bcm_stat_multi_get, 0, 1, 2, ids, OUT[1]),
+                 'argument 5 (value_arr): the function may write 2 elements, and OUT[1] has not the room'),
+                ((q.bcm_trunk_get, 0, 1, OUT, 8, array(q.bcm_trunk_member_t, 7)),
+                 'argument 5 (arg5): the function may use 8 elements, and the array has 7'),
+                ((q.bcm_trunk_set, 0, 1, q.bcm_trunk_info_t(), 2, cell(q.bcm_trunk_member_t)),
+                 'argument 5 (member_array): the function may use 2 elements, and the array has 1'),
+                ((q.bcm_port_phy_drv_name_get, 0, 1, array('char', 10), 64),
+                 'argument 3 (name): the function may use 64 elements, and the array has 10'),
+                ((q.bcm_cosq_sched_get, 0, OUT, array('int', 7), OUT),
+                 'argument 3 (weights): the function may use 8 elements, and the array has 7'),
+                ((q.bcm_pkt_memcpy, q.bcm_pkt_s(), 0, array('uint8', 'four'), 5),
+                 'argument 3 (src): the function may use 5 elements, and the array has 4')]:
+            self.assertEqual(error_of(*arguments), (TypeError, '%s(), %s' % (arguments[0].__name__, text)))
+        # Neither is an array: a number beside it says something else.
+        for arguments in ((q.bcm_ip6_mask_create, array('uint8', 16), 64),
+                          (q.bcm_cosq_gport_add, 0, 1, 8, 0, cell('int')),
+                          (q.bcm_stat_multi_get, 0, 1, 0, array('bcm_stat_val_t', 0), values)):
+            error = error_of(*arguments)
+            self.assertTrue(error is None or error[0] is StatusError, error)
+
     def test_wrong_use(self):
         for arguments, text in [
                 ((q.bcm_port_speed_get, 0, OUT), 'bcm_port_speed_get(unit, port, speed) takes 3 arguments, not 2'),
@@ -150,6 +179,32 @@ class Outputs(simulator.SwitchTest):
             self.assertRaises(error, lambda: OUT[index])
         self.assertRaises(MemoryError, checked, q.bcm_trunk_local_members_get, 0, 0, 8, OUT[2 ** 30], OUT, OUT)
         self.assertEqual((repr(OUT), repr(OUT[3])), ('OUT', 'OUT[3]'))
+
+    def test_what_the_module_says_too_shortly(self):
+        for arguments, error in [
+                ((q.bcm_vlan_port_add, 0, 1, 1, []),
+                 (TypeError, 'bcm_vlan_port_add(), argument 3 (pbmp): Expected a list')),
+                ((q.bcm_vlan_port_add, 0, 1, [], [1, 'x']),
+                 (TypeError, 'bcm_vlan_port_add(), argument 4 (ubmp): Port list must contain integers')),
+                ((q.bcm_l2_addr_get, 0, 'here', 1), (
+                    ValueError, "bcm_l2_addr_get(), argument 2 (mac_addr): "
+                    "Expected a string of the form 'AA:BB:CC:DD:EE:FF'")),
+                ((q.bcm_l2_addr_register, 0, max, None), (
+                    TypeError, "in method 'bcm_l2_addr_register', argument 2 of type 'bcm_l2_addr_callback_t': "
+                    "callback('bcm_l2_addr_callback_t', f) makes one of a function f")),
+                ((q.bcm_stat_multi_get, 0, 1, 2, [1, 2], OUT), (
+                    TypeError, "in method 'bcm_stat_multi_get', argument 4 of type 'bcm_stat_val_t *': "
+                    "array('bcm_stat_val_t', values) makes one of values")),
+                ((q.bcm_port_speed_get, 0, 1, 0), (
+                    TypeError, "in method 'bcm_port_speed_get', argument 3 of type 'int *': "
+                    "OUT stands for what is written, cell('int') is memory"))]:
+            self.assertEqual(error_of(*arguments), error)
+
+        def fails(*_):
+            raise TypeError('Expected a list')
+        checked(q.bcm_l2_addr_add, 0, q.bcm_l2_addr_t(mac='02:00:5e:10:00:09', vid=1, port=3))
+        self.assertEqual(error_of(q.bcm_l2_traverse, 0, callback(q.bcm_l2_traverse, fails), None),
+                         (TypeError, 'Expected a list'))
 
     def test_an_error_can_be_kept(self):
         try:

@@ -35,7 +35,10 @@ class Names(known.ChipTest):
         self.assertEqual(error_of(getattr, chip.regs.NIF_PORT_CTRL[1], 'RX_ENABEL')[0], AttributeError)
         self.assertIn('RX_ENABLE', error_of(getattr, chip.regs.NIF_PORT_CTRL[1], 'RX_ENABEL')[1])
         self.assertEqual(error_of(setattr, chip.regs.NIF_PORT_CTRL[1], 'nothing', 1)[0], AttributeError)
-        self.assertRaises(KeyError, chip.regs.snapshot, 'nothing*')
+        for wrong in (lambda: chip.regs.snapshot('nif_port_ctrl'), lambda: chip.regs['NIF_PORT_CTL']):
+            with self.assertRaises(KeyError) as raised:
+                wrong()
+            self.assertIn('is it NIF_PORT_CTRL', str(raised.exception))
 
 
 class Registers(known.ChipTest):

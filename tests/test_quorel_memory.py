@@ -36,7 +36,7 @@ class Values(unittest.TestCase):
             self.assertEqual((list(values), len(values), values.type), (good, len(good), name))
             for value in bad:
                 self.assertEqual(error_of(array, name, [value]),
-                                 (OverflowError, "%r does not fit in '%s'" % (value, name)))
+                                 (OverflowError, "element 0: %r does not fit in '%s'" % (value, name)))
                 self.assertEqual(error_of(cell, name, value)[0], OverflowError)
             for value in ('1', 1.5, None, [1]):
                 self.assertEqual(error_of(array, name, [value])[0], TypeError, (name, value))
@@ -76,7 +76,7 @@ class Values(unittest.TestCase):
             gc.collect()
             self.assertEqual(record.port, 7)
         self.assertEqual(error_of(array, q.bcm_l2_addr_t, [q.bcm_vlan_data_t()]),
-                         (TypeError, "a value of type 'bcm_l2_addr_t' is wanted, not bcm_vlan_data_t"))
+                         (TypeError, "element 0: a value of type 'bcm_l2_addr_t' is wanted, not bcm_vlan_data_t"))
 
     def test_pointers_keep_what_they_point_to(self):
         records = [q.bcm_vlan_data_t(), None]
@@ -120,6 +120,8 @@ class Sequences(unittest.TestCase):
         self.assertEqual(error_of(values.__setitem__, slice(0, 4, 2), [1, 2])[0], TypeError)
         # All values or none.
         self.assertEqual(error_of(values.__setitem__, slice(0, 2), [5, 'x'])[0], TypeError)
+        self.assertEqual(error_of(array, 'int', [1, 'x']),
+                         (TypeError, "element 1: a value of type 'int' is wanted, not str"))
         self.assertEqual((values[0], values == list(values), values != range(10)), (0, True, True))
         self.assertEqual(error_of(hash, values)[0], TypeError)
         self.assertEqual(error_of(setattr, values, 'size', 3), (AttributeError, "an array has no attribute 'size'"))

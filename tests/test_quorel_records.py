@@ -10,8 +10,9 @@ import unittest
 import QuorelApiNew as q
 import binding
 import quorel
+import recording
 import simulator
-from quorel import Array, as_dict, array, callback, checked, copy, differences, fields, members, update
+from quorel import Array, as_dict, array, callback, cell, checked, copy, differences, fields, members, update
 from test_sweep_members import layout
 
 UNSET = {'mac_address': '00:00:00:00:00:00', 'port_list': [], 'string': None, 'pointer': None, 'any_pointer': None,
@@ -87,7 +88,11 @@ class EveryRecord(unittest.TestCase):
                     # Reading the member leaves out the last ones.
                     ports = member.get(record)
                     self.assertEqual((values[member.name][:len(ports)], value), (ports, values[member.name]))
-                elif member.kind != 'value':
+                elif member.kind == 'value':
+                    self.assertEqual(value, values[member.name], (name, member.name))
+                    if member.name != 'rx_reasons':
+                        self.assertEqual(value, getattr(record, member.name), (name, member.name))
+                else:
                     self.assertEqual(values[member.name], member.get(record), (name, member.name))
                     self.assertEqual(value, values[member.name], (name, member.name))
 
@@ -111,16 +116,69 @@ class EveryRecord(unittest.TestCase):
 
 class Values(unittest.TestCase):
     def test_members_of_opaque_types_are_numbers(self):
+        """Of a port bitmap they are lists, of a set of reasons too; reading them prints nothing."""
         program = ('from quorel import *\n'
+                   'import copy as copying, pickle\n'
                    'info = q.bcm_port_info_t(medium=1, ability=2 ** 32 - 1)\n'
                    'print as_dict(info)["medium"], dict(fields(info))["ability"], info\n'
-                   'packet = update(q.bcm_pkt_s(), rx_reasons=2 ** 65 + 4)\n'
-                   'print as_dict(packet)["rx_reasons"], packet\n')
+                   'print info.medium, info.ability == 2 ** 32 - 1, repr(info.medium), info.medium & 3\n'
+                   'info.medium = info.mdix = 2\n'
+                   'info.ability = info.local_advert\n'
+                   'print info, pickle.loads(pickle.dumps(info.medium, 2)), type(copying.copy(info.medium))\n'
+                   'packet = q.bcm_pkt_s()\n'
+                   'packet.rx_reasons = [q.bcmRxReasonBpdu, q.bcmRxReasonLacp]\n'
+                   'print packet, as_dict(packet)["rx_reasons"], q.bcmRxReasonBpdu in packet.rx_reasons\n'
+                   'reasons = packet.rx_reasons\n'
+                   'reasons.remove(q.bcmRxReasonLacp)\n'
+                   'packet.rx_reasons = reasons\n'
+                   'print as_dict(packet)["rx_reasons"], len(packet.rx_reasons)\n'
+                   'ports = q.bcm_dpp_port_info_t(prbs_mac_mode=[1, 40])\n'
+                   'ports.prbs_mac_mode += [7]\n'
+                   'print ports.prbs_mac_mode, ports\n')
         self.assertEqual(output_of(program).splitlines(), [
             '1 4294967295 bcm_port_info_t(ability=4294967295, medium=1)',
-            '36893488147419103236 bcm_pkt_s(rx_reasons=36893488147419103236)'])
-        self.assertEqual(error_of(update, q.bcm_pkt_s(), rx_reasons=-1)[0], OverflowError)
-        self.assertEqual(error_of(update, q.bcm_pkt_s(), rx_reasons=2 ** 256)[0], OverflowError)
+            '1 True 1 1',
+            "bcm_port_info_t(mdix=2, medium=2) 2 <type 'int'>",
+            "bcm_pkt_s(rx_reasons=['bcmRxReasonBpdu', 'bcmRxReasonLacp']) ['bcmRxReasonBpdu', 'bcmRxReasonLacp'] True",
+            "['bcmRxReasonBpdu'] 1",
+            '[1, 7, 40] bcm_dpp_port_info_t(prbs_mac_mode=[1, 7, 40])'])
+        # A set is a number too; what has no name is its number.
+        nameless = 8 * len(bytes(cell('bcm_rx_reasons_t'))) - 1
+        self.assertGreater(nameless, q.bcmRxReasonCount)
+        packet = update(q.bcm_pkt_s(), rx_reasons=2 ** nameless + 4)
+        self.assertEqual(as_dict(packet)['rx_reasons'], ['bcmRxReasonEgressMirror', nameless])
+        update(packet, rx_reasons=['bcmRxReasonMirror', 3])
+        self.assertEqual(list(packet.rx_reasons), [1, 3])
+        for wrong, error in ((-1, OverflowError), (2 ** 256, OverflowError), (['bcmRxReason'], ValueError),
+                             ([1000], OverflowError), ([-1], OverflowError), ([None], TypeError), ('x', TypeError)):
+            self.assertEqual(error_of(update, packet, rx_reasons=wrong)[0], error, wrong)
+        self.assertEqual(error_of(update, packet, rx_reasons=[1, 'x']), (
+            ValueError, "bcm_pkt_s.rx_reasons: element 1: 'x' is none of 'bcm_rx_reason_t'"))
+        self.assertEqual(list(packet.rx_reasons), [1, 3])
+        info = q.bcm_port_info_t(medium=2)
+        for wrong in ('1', None, [1], 1.0):
+            self.assertEqual(error_of(setattr, info, 'medium', wrong), (
+                TypeError, "in method 'bcm_port_info_t_medium_set', argument 2 of type 'bcm_port_medium_t'")
+                if wrong is not None else error_of(setattr, info, 'medium', None))
+        self.assertEqual(error_of(setattr, info, 'medium', 2 ** 40)[0], OverflowError)
+        self.assertEqual(info.medium, 2)
+
+    def test_functions_take_what_is_passed_by_value(self):
+        medium = q.bcm_port_info_t(medium=3).medium
+        with recording.recording() as calls:
+            q.bcm_port_medium_config_get(99, 1, medium, None)
+            for given in (3, medium, array('bcm_port_medium_t', [3])):
+                error = error_of(checked, q.bcm_port_medium_config_get, 99, 1, given, None)
+                self.assertEqual(error[0], quorel.StatusError)
+            error_of(checked, q.bcm_rx_reasons_policer_set, 99, ['bcmRxReasonMirror', 3], 7)
+        received = calls()
+        self.assertEqual([call[1][2] for call in received[:4]], [binding.packed('int32', 3)] * 4)
+        self.assertEqual(received[4][1][1][:4], binding.packed('int32', 10))
+        self.assertEqual(error_of(checked, q.bcm_port_medium_config_get, 99, 1, 3, None)[1],
+                         'bcm_port_medium_config_get(99, 1, 3, None) returned BCM_E_UNIT (-3)')
+        for wrong in ('3', 2 ** 40, [3]):
+            self.assertEqual(error_of(checked, q.bcm_port_medium_config_get, 99, 1, wrong, None), (
+                TypeError, "in method 'bcm_port_medium_config_get', argument 3 of type 'bcm_port_medium_t'"))
 
     def test_records_arrays_and_bitmaps_in_records(self):
         info = update(q.bcm_port_info_t(), {'local_ability': {'pause': 3}}, speed=1000)
@@ -151,9 +209,20 @@ class Values(unittest.TestCase):
         self.assertEqual(as_dict(listed)['ainfo'], int(target.this))
         self.assertEqual((dict(fields(listed))['ainfo'].this, str(listed)),
                          (target.this, 'soc_regaddrlist_t(ainfo=%#x)' % int(target.this)))
-        self.assertEqual(error_of(update, listed, as_dict(listed))[0], TypeError)
+        # An address is no pointer; that which is there may stay.
+        update(listed, as_dict(listed))
+        self.assertEqual(as_dict(listed)['ainfo'], int(target.this))
+        for address in (int(target.this) + 4, 0, -1):
+            self.assertEqual(error_of(update, listed, ainfo=address)[0], TypeError)
         any_of_them = q.any_t(ptr=None)
         self.assertEqual(error_of(update, any_of_them, ptr=5)[0], TypeError)
+        # The owner gives up the memory that goes behind a `void *`, or keeps it if another value is wrong.
+        owner = q.new_intp()
+        self.assertEqual(error_of(update, any_of_them, {'ptr': owner}, none=1)[0], AttributeError)
+        self.assertTrue(owner.own())
+        update(any_of_them, ptr=owner)
+        self.assertEqual((owner.own(), int(any_of_them.ptr)), (False, int(owner)))
+        q.delete_intp(owner)
 
     def test_all_or_none(self):
         address = q.bcm_l2_addr_t(port=3, vid=9)

@@ -44,11 +44,13 @@ class Call(object):
 
 # Functions without a unit are not refused, and write as much as other arguments make them.
 ROOM = 65536
+# No number among the arguments is greater.
+ENOUGH = 128
 
 
 def memory(kind, bound, filled, has_unit=True):
     """An array of that type; of numbers each byte another, where it is looked at."""
-    made = array(kind, max(bound, 2 if has_unit else ROOM // len(bytes(array(kind, 1)))))
+    made = array(kind, max(bound, ENOUGH if has_unit else ROOM // len(bytes(array(kind, 1)))))
     if filled and isinstance(made[0], (int, long)):
         made[:] = ''.join(chr(number % 251 + 1) for number in range(len(bytes(made))))
     return made

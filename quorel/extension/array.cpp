@@ -90,7 +90,7 @@ bool copy_values(const CType &type, char *address, Py_ssize_t count, PyObject *v
     for (Py_ssize_t i = 0; i < count; ++i) {
         Owned item = Owned::share(PySequence_Fast_GET_ITEM(items.get(), i));
         if (!write_value(type, written->data + i * size, item.get())) {
-            return false;
+            return say_where("element %zd", i);
         }
         if (holds_pointers(type) && item.get() != Py_None && memory && !keep(memory, item.get())) {
             return false;
@@ -172,12 +172,12 @@ int assign_item(PyObject *object, Py_ssize_t index, PyObject *value)
         PyErr_SetString(PyExc_TypeError, "the elements of an array cannot be deleted");
         return -1;
     }
-    if (!write_value(*array->type, array->data + index * size_of_element(array), value)) {
+    // Kept first, since that may fail.
+    Memory *memory = holds_pointers(*array->type) && value != Py_None ? own_memory(array) : nullptr;
+    if (memory && !keep(memory, value)) {
         return -1;
     }
-    Memory *memory = own_memory(array);
-    bool kept = !holds_pointers(*array->type) || value == Py_None || !memory || keep(memory, value);
-    return kept ? 0 : -1;
+    return write_value(*array->type, array->data + index * size_of_element(array), value) ? 0 : -1;
 }
 
 NewReference values_of(const Array *array, Py_ssize_t start, Py_ssize_t step, Py_ssize_t count)

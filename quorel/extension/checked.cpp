@@ -1,11 +1,13 @@
 #include "checked.h"
 
+#include "array.h"
 #include "callback.h"
 #include "module/builtin_call.h"
 #include "module/pointer_object.h"
 #include "output.h"
 #include "values.h"
 
+#include <cstdlib>
 #include <cstring>
 
 namespace quorel {
@@ -13,6 +15,7 @@ namespace quorel {
 namespace {
 
 constexpr size_t most_outputs = 24;
+constexpr size_t largest_value = 128;  ///< bytes of what an argument is converted to
 
 // The arguments without the function.
 Owned without_first(PyObject *args)
@@ -58,6 +61,102 @@ PyObject *zero()
 bool is_zero(PyObject *number)
 {
     return PyInt_Check(number) ? PyInt_AS_LONG(number) == 0 : PyObject_IsTrue(number) == 0;
+}
+
+// Names them before the text of the exception: "bcm_vlan_port_add(), argument 3 (pbmp): ..."; returns false.
+bool say_argument(PyObject *function, size_t place)
+{
+    PyObject *type, *value, *traceback;
+    PyErr_Fetch(&type, &value, &traceback);
+    Owned name = function_name(function), parameter = parameter_name(function, place);
+    PyErr_Restore(type, value, traceback);
+    return name && parameter
+           && say_where("%.200s(), argument %zu (%.200s)", PyString_AS_STRING(name.get()), place + 1,
+                        PyString_AS_STRING(parameter.get()));
+}
+
+// The place of the argument that the module's exception tells of; `none` without one.
+size_t refused_place(PyObject *function, PyObject *error)
+{
+    Owned text = Owned::steal(PyObject_Str(error)), name = function_name(function);
+    Owned start = Owned::steal(
+        text && name ? PyString_FromFormat("in method '%.200s', argument ", PyString_AS_STRING(name.get()))
+                     : nullptr);
+    if (!start) {
+        PyErr_Clear();
+        return none;
+    }
+    const auto length = static_cast<size_t>(PyString_GET_SIZE(start.get()));
+    const char *message = PyString_AS_STRING(text.get());
+    bool tells = std::strncmp(message, PyString_AS_STRING(start.get()), length) == 0;
+    const long number = tells ? std::strtol(message + length, nullptr, 10) : 0;
+    return number > 0 ? static_cast<size_t>(number - 1) : none;
+}
+
+// What to give instead of a plain Python value, where that is what was wrong.
+Owned advice(const CParameter &parameter, PyObject *given)
+{
+    if (parameter.type == none) {
+        return Owned();
+    }
+    const char *type = name_of(c_types[parameter.type]);
+    const bool is_pointer = parameter.way == Way::pointer || parameter.way == Way::constant;
+    if (parameter.way == Way::callback && PyCallable_Check(given)) {
+        return Owned::steal(PyString_FromFormat("callback('%.200s', f) makes one of a function f", type));
+    }
+    if (is_pointer && (PyList_Check(given) || PyTuple_Check(given))) {
+        return Owned::steal(PyString_FromFormat("array('%.200s', values) makes one of values", type));
+    }
+    if (parameter.way == Way::pointer && (PyInt_Check(given) || PyLong_Check(given))) {
+        return Owned::steal(
+            PyString_FromFormat("OUT stands for what is written, cell('%.200s') is memory", type));
+    }
+    return Owned();
+}
+
+// Of a call that has raised: says which argument was wrong where the module does not, and what to give instead.
+__attribute__((cold)) void explain_refusal(PyObject *function, const CFunction &described, PyObject *all)
+{
+    auto given = [&](size_t place) { return PyTuple_GET_ITEM(all, static_cast<Py_ssize_t>(place) + 1); };
+    bool may_be_refused = PyErr_ExceptionMatches(PyExc_TypeError) || PyErr_ExceptionMatches(PyExc_ValueError);
+    if (!may_be_refused || PyTuple_GET_SIZE(all) != described.parameter_count + 1) {
+        return;
+    }
+    PyObject *type, *value, *traceback;
+    PyErr_Fetch(&type, &value, &traceback);
+    PyErr_NormalizeException(&type, &value, &traceback);
+    const size_t place = refused_place(function, value);
+    if (place < described.parameter_count) {
+        Owned text = Owned::steal(PyObject_Str(value)),
+              more = advice(parameter_of(described, place), given(place));
+        if (text && more) {
+            PyErr_Format(type, "%.400s: %.300s", PyString_AS_STRING(text.get()),
+                         PyString_AS_STRING(more.get()));
+            Py_XDECREF(type);
+            Py_XDECREF(value);
+            Py_XDECREF(traceback);
+            return;
+        }
+    }
+    PyErr_Clear();
+    // Port lists and MAC addresses are refused without a word on where they stand.
+    for (size_t i = 0; i < described.parameter_count; ++i) {
+        const CParameter &parameter = parameter_of(described, i);
+        const bool is_converted = parameter.type != none
+                                  && (parameter.way == Way::value || parameter.way == Way::mac_address)
+                                  && (c_types[parameter.type].kind == Kind::port_list
+                                      || c_types[parameter.type].kind == Kind::mac_address);
+        char scratch[largest_value];
+        if (is_converted && !is_out(given(i)) && c_types[parameter.type].size <= sizeof scratch
+            && !write_value(c_types[parameter.type], scratch, given(i))) {
+            say_argument(function, i);
+            Py_XDECREF(type);
+            Py_XDECREF(value);
+            Py_XDECREF(traceback);
+            return;
+        }
+    }
+    PyErr_Restore(type, value, traceback);
 }
 
 // What there is in a result beside a status that is good; null for nothing.
@@ -152,8 +251,7 @@ public:
             }
             if (!prepare(parameter_of(described, i), PyTuple_GET_ITEM(args, static_cast<Py_ssize_t>(i)),
                          output, i)) {
-                say_where(function, i);
-                return false;
+                return say_argument(function, i);
             }
         }
         return true;
@@ -162,7 +260,6 @@ public:
 
 private:
     static constexpr size_t most = 16;
-    static constexpr size_t largest = 128;
 
     bool prepare(const CParameter &parameter, PyObject *value, const Output *output, size_t i)
     {
@@ -177,8 +274,8 @@ private:
             return true;
         }
         if (parameter.way == Way::value || parameter.way == Way::mac_address) {
-            return type.size <= largest ? write_value(type, values_[i], value)
-                                        : raise_wrong_value(type, value);
+            return type.size <= largest_value ? write_value(type, values_[i], value)
+                                              : raise_wrong_value(type, value);
         }
         HeldPointer &pointer = held_[i];
         pointer.address = output ? output->address() : nullptr;
@@ -190,22 +287,7 @@ private:
         return true;
     }
 
-    static void say_where(PyObject *function, size_t place)
-    {
-        PyObject *type, *value, *traceback;
-        PyErr_Fetch(&type, &value, &traceback);
-        Owned text = Owned::steal(value ? PyObject_Str(value) : nullptr);
-        Owned name = function_name(function), parameter = parameter_name(function, place);
-        if (text && name && parameter) {
-            PyErr_Format(type, "%.200s(), argument %zu (%.200s): %.300s", PyString_AS_STRING(name.get()),
-                         place + 1, PyString_AS_STRING(parameter.get()), PyString_AS_STRING(text.get()));
-        }
-        Py_XDECREF(type);
-        Py_XDECREF(value);
-        Py_XDECREF(traceback);
-    }
-
-    alignas(8) char values_[most][largest];
+    alignas(8) char values_[most][largest_value];
     void *places_[most];
     HeldPointer held_[most] = {};
 };
@@ -233,6 +315,26 @@ NewReference raise_count(PyObject *function, const CFunction &described, Py_ssiz
                      PyString_AS_STRING(prototype.get()), described.parameter_count, given);
     }
     return nullptr;
+}
+
+// The arguments of checked(), with numbers and lists as what functions take by value.
+Owned carry_values(const CFunction &described, PyObject *all)
+{
+    Py_ssize_t count = PyTuple_GET_SIZE(all);
+    Owned carrying = Owned::steal(PyTuple_New(count));
+    for (Py_ssize_t i = 0; carrying && i < count; ++i) {
+        PyObject *given = PyTuple_GET_ITEM(all, i);
+        const CParameter *parameter = i == 0 ? nullptr : &parameter_of(described, static_cast<size_t>(i) - 1);
+        bool is_plain = PyInt_CheckExact(given) || PyLong_CheckExact(given) || PyList_CheckExact(given);
+        bool is_value = is_plain && parameter && parameter->way == Way::by_value && parameter->type != none;
+        PyObject *item =
+            is_value ? carried(c_types[parameter->type], Owned::share(given)) : Owned::share(given).release();
+        if (!item) {
+            return Owned();
+        }
+        PyTuple_SET_ITEM(carrying.get(), i, item);
+    }
+    return carrying;
 }
 
 uint64_t number_of(PyObject *appended)
@@ -313,7 +415,11 @@ NewReference call_with_outputs(const CFunction &described, PyObject *all)
     Owned result = directly ? call_directly(function, described, args.get(), outputs, count)
                             : call(function, &described, args.get());
     Judged judged;
-    if (!result || !judge(&described, all, std::move(result), judged)) {
+    if (!result) {
+        explain_refusal(function, described, all);
+        return nullptr;
+    }
+    if (!judge(&described, all, std::move(result), judged)) {
         return nullptr;
     }
     return values_of(outputs, count, std::move(judged));
@@ -331,7 +437,13 @@ NewReference call_without_outputs(PyObject *function, const CFunction *described
         result = args ? call(function, described, args.get()) : Owned();
     }
     Judged judged;
-    if (!result || !judge(described, all, std::move(result), judged)) {
+    if (!result) {
+        if (described) {
+            explain_refusal(function, *described, all);
+        }
+        return nullptr;
+    }
+    if (!judge(described, all, std::move(result), judged)) {
         return nullptr;
     }
     return values_of(nullptr, 0, std::move(judged));
@@ -347,11 +459,25 @@ NewReference checked(PyObject *, PyObject *args)
         return nullptr;
     }
     PyObject *function = PyTuple_GET_ITEM(args, 0);
-    size_t outputs = 0;
+    size_t outputs = 0, arrays = 0;
     for (Py_ssize_t i = 1; i <= count; ++i) {
-        outputs += is_out(PyTuple_GET_ITEM(args, i));
+        const PyTypeObject *type = Py_TYPE(PyTuple_GET_ITEM(args, i));
+        outputs += type == &Out_Type;
+        arrays += type == &Array_Type;
     }
     const CFunction *described = find_function(function);
+    const bool is_complete = described && count == described->parameter_count;
+    if (arrays != 0 && is_complete && !have_room(function, *described, args)) {
+        return nullptr;
+    }
+    Owned with_pointers;
+    if (is_complete && described->takes_values) {
+        with_pointers = carry_values(*described, args);
+        if (!with_pointers) {
+            return nullptr;
+        }
+        args = with_pointers.get();
+    }
     if (outputs == 0) {
         return call_without_outputs(function, described, args);
     }

@@ -34,6 +34,9 @@ returns; several outputs come back as a tuple. OUT[n] is an array of up to n val
 Where an argument tells how many there is room for, OUT stands for as many; where a later output tells how many
 were written, the list is cut to them. A result that is no status is returned, before the outputs.
 
+Arrays, too, have to have the room that such an argument or the declaration tells; where neither does, nothing is
+checked. What a function takes by value may be a number or list: checked(q.bcm_port_mdix_set, 0, 40, 1).
+
 Raises StatusError where the status is not BCM_E_NONE, what a callback raises, and before the SDK is called
 TypeError, ValueError or OverflowError for wrong arguments.)";
 
@@ -84,9 +87,8 @@ constexpr char as_dict_doc[] = R"(as_dict(record): all its members as plain valu
 >>> str(update(q.bcm_l2_addr_t(), json.loads(json.dumps(values)))) == str(address)
 True
 
-Numbers are ints or longs, and so are bitmaps that Python does not look into; MAC addresses are text, port
-bitmaps and arrays lists, records dicts, `char *` is text or None, and other pointers are addresses or None. So
-the dict can be compared, pickled, and written as JSON. Raises TypeError for what is no record of the SDK,
+Numbers are ints or longs, MAC addresses text, port bitmaps and arrays lists, sets such as bcm_rx_reasons_t lists
+of names, records dicts, `char *` is text or None, and other pointers are addresses or None. So the dict can be compared, pickled, and written as JSON. Raises TypeError for what is no record of the SDK,
 ValueError for one whose memory is gone.)";
 
 constexpr char copy_doc[] = R"(copy(record): a record of its own with the same content.
@@ -119,9 +121,10 @@ constexpr char update_doc[] = R"(update(record, values=None, **members): sets me
 bcm_l2_addr_t(vid=7, port=3)
 
 values: a dict such as as_dict() gives, with any of the members. A record may be given as a dict with some of its
-own members, an array as any sequence of its size, text as unicode; a pointer is a pointer object or None. The
-constructor of a record takes the same as keywords. Returns the record. Raises AttributeError for what is no
-member, and TypeError, ValueError or OverflowError for a value that it cannot have.)";
+own members, an array as any sequence of its size, text as unicode, a set as a number or a list of names and
+numbers; a pointer is a pointer object or None, or the address that it has already. The constructor of a record takes
+the same as keywords. Returns the record. Raises AttributeError for what is no member, TypeError, ValueError or
+OverflowError for a value that it cannot have, and MemoryError.)";
 
 constexpr char parameters_doc[] = R"(parameters(function): what a function of the SDK takes.
 

@@ -32,6 +32,7 @@ enum class Kind : uint8_t {
     pointer,      ///< as functions' results are; `target` says to what
     callback,     ///< a pointer to a function; `target` is the signature
     array,        ///< `target` is the element's type
+    bit_set,      ///< words with a bit for each number of an enumeration; `target` is its type
     opaque,       ///< bytes that Python does not look into
 };
 
@@ -72,7 +73,7 @@ struct CParameter {
     Way way;
     uint8_t
         count;  ///< place of the parameter that gets how many elements were written, or one of the following
-    uint8_t capacity;  ///< place of the number that says how many elements C may write, or `no_capacity`
+    uint8_t capacity;  ///< place of the number of elements that C may read or write, or `no_capacity`
 };
 constexpr uint8_t no_capacity = 0xff;
 constexpr uint8_t no_count = 0xff;
@@ -98,6 +99,7 @@ struct CFunction {
     uint8_t parameter_count;
     Answer answer;
     Keeping keeping;
+    bool takes_values;  ///< whether a parameter goes by value that the function is given as a pointer
 };
 
 extern const CFunction c_functions[];

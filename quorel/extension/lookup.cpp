@@ -29,6 +29,8 @@ void refine(Refinements &refinements)
     binding_pointer_object = refinements.pointer_object;
     refinements.set_members = set_members;
     refinements.read_out = keep_whole;
+    refinements.read_copied = read_copied;
+    refinements.write_copied = write_copied;
 }
 
 }  // namespace

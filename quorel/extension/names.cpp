@@ -62,6 +62,28 @@ NewReference list_of(Numbers numbers)
 
 }  // namespace
 
+const char *enumerator_of(const char *enumeration, int32_t number)
+{
+    const Numbers all = in_enumeration(enumeration);
+    const uint16_t *end = all.first + all.count;
+    const uint16_t *found =
+        std::find_if(all.first, end, [=](uint16_t constant) { return constant_values[constant] == number; });
+    return found == end ? nullptr : name_of_constant(*found);
+}
+
+bool find_enumerator(const char *enumeration, const char *name, int32_t *number)
+{
+    const Numbers all = in_enumeration(enumeration);
+    const uint16_t *end = all.first + all.count;
+    const uint16_t *found = std::find_if(all.first, end, [=](uint16_t constant) {
+        return std::strcmp(name_of_constant(constant), name) == 0;
+    });
+    if (found != end) {
+        *number = constant_values[*found];
+    }
+    return found != end;
+}
+
 NewReference list_constants(PyObject *, PyObject *group)
 {
     if (!PyString_Check(group)) {

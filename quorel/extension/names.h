@@ -26,6 +26,11 @@ extern const size_t enumeration_count;
 extern const char enumeration_names[];  ///< each with its NUL
 extern const uint16_t enumerated_constants[];
 
+/// The name that an enumeration has for a number, the first in the headers; null without one.
+const char *enumerator_of(const char *enumeration, int32_t number);
+/// The number of one of its names; false without one.
+bool find_enumerator(const char *enumeration, const char *name, int32_t *number);
+
 /// constants(group)
 NewReference list_constants(PyObject *module, PyObject *group);
 

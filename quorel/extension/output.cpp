@@ -66,7 +66,45 @@ bool refuse(PyObject *function, size_t place, const char *what)
     return false;
 }
 
+// The argument that tells how many elements there is room for, where it is a number; less than 0 without one.
+Py_ssize_t capacity_in(const CParameter &parameter, PyObject *all)
+{
+    PyObject *capacity =
+        parameter.capacity == no_capacity ? nullptr : PyTuple_GET_ITEM(all, parameter.capacity + 1);
+    bool is_number = capacity && (PyInt_Check(capacity) || PyLong_Check(capacity));
+    return is_number ? std::max<Py_ssize_t>(0, PyNumber_AsSsize_t(capacity, nullptr)) : -1;
+}
+
+bool has_room(PyObject *function, const CParameter &parameter, size_t place, PyObject *all)
+{
+    auto *array = reinterpret_cast<Array *>(PyTuple_GET_ITEM(all, static_cast<Py_ssize_t>(place) + 1));
+    if (Py_TYPE(array) != &Array_Type || parameter.type == none) {
+        return true;
+    }
+    const Py_ssize_t capacity = capacity_in(parameter, all);
+    const Py_ssize_t least = capacity < 0 ? parameter.bound : capacity;
+    // Of a type that C takes for the parameter's own.
+    const Py_ssize_t size = std::max<Py_ssize_t>(1, static_cast<Py_ssize_t>(c_types[parameter.type].size));
+    if (least <= array->count * static_cast<Py_ssize_t>(array->type->size) / size) {
+        return true;
+    }
+    char what[100];
+    std::snprintf(what, sizeof what, "the function may use %zd elements, and the array has %zd", least,
+                  array->count);
+    return refuse(function, place, what);
+}
+
 }  // namespace
+
+bool have_room(PyObject *function, const CFunction &described, PyObject *all)
+{
+    for (size_t i = 0; i < described.parameter_count; ++i) {
+        if (!has_room(function, parameter_of(described, i), i, all)) {
+            return false;
+        }
+    }
+    return true;
+}
 
 PyObject *out_marker;
 
@@ -91,12 +129,10 @@ bool initialise_out_type()
 }
 
 // What the parameter says of the number of elements is what C goes by.
-bool Output::judge_size(PyObject *function, PyObject *capacity)
+bool Output::judge_size(PyObject *function, PyObject *all)
 {
-    Py_ssize_t least = parameter_->bound;
-    if (capacity && (PyInt_Check(capacity) || PyLong_Check(capacity))) {
-        least = std::max(least, PyNumber_AsSsize_t(capacity, nullptr));
-    }
+    const Py_ssize_t least = std::max<Py_ssize_t>(parameter_->bound, capacity_in(*parameter_, all));
+    const bool has_capacity = parameter_->capacity != no_capacity;
     const bool is_text = parameter_->way == Way::text;
     if (count_ >= 0 && count_ < least) {
         char what[100];
@@ -104,8 +140,8 @@ bool Output::judge_size(PyObject *function, PyObject *capacity)
                       least, is_text ? "bytes" : "elements", count_);
         return refuse(function, place_, what);
     }
-    if (count_ < 0 && (least > 0 || capacity)) {
-        count_ = least;
+    if (count_ < 0 && (least > 0 || has_capacity)) {
+        count_ = std::max<Py_ssize_t>(least, 0);
     }
     return count_ >= 0 || !is_text || refuse(function, place_, "the room for the text is missing: OUT[size]");
 }
@@ -140,14 +176,13 @@ bool Output::prepare(PyObject *function, const CFunction &described, size_t plac
                       "the size of what it points to is not known: give it a pointer object");
     }
     type_ = &c_types[parameter_->type];
-    PyObject *capacity =
-        parameter_->capacity == no_capacity ? nullptr : PyTuple_GET_ITEM(all, parameter_->capacity + 1);
-    return judge_size(function, capacity) && prepare_memory();
+    return judge_size(function, all) && prepare_memory();
 }
 
 bool Output::prepare_memory()
 {
-    if (count_ < 0 && type_->size <= sizeof small_ && type_->kind != Kind::record
+    const bool is_mac_argument = parameter_->way == Way::mac_address;
+    if (count_ < 0 && !is_mac_argument && type_->size <= sizeof small_ && type_->kind != Kind::record
         && type_->kind != Kind::opaque) {
         address_ = reinterpret_cast<char *>(&small_);
         argument_ = Owned::steal(new_pointer(address_, type_->pointer, nullptr));
@@ -156,7 +191,6 @@ bool Output::prepare_memory()
     if (count_ < 0 && type_->kind == Kind::record && class_of(type_->pointer)) {
         return prepare_record();
     }
-    bool is_mac_argument = parameter_->way == Way::mac_address;
     // A function that takes no size writes one.
     Memory *memory = new_memory(count_ < 1 ? 1 : count_, static_cast<Py_ssize_t>(type_->size));
     keeper_ = Owned::steal(memory ? as_object(memory) : nullptr);

@@ -17,6 +17,10 @@ inline bool is_out(PyObject *object)
     return Py_TYPE(object) == &Out_Type;
 }
 
+/// Whether the arrays among the arguments in `all`, those of checked(), have as many elements as the header says that
+/// C may read or write, where it says so; false with an exception that says which has not.
+bool have_room(PyObject *function, const CFunction &described, PyObject *all);
+
 /// What one marker of a call stands for.
 class Output {
 public:
@@ -44,7 +48,7 @@ public:
 private:
     bool prepare_record();
     bool prepare_memory();
-    bool judge_size(PyObject *function, PyObject *capacity);
+    bool judge_size(PyObject *function, PyObject *all);
 
     const CParameter *parameter_ = nullptr;
     const CType *type_ = nullptr;

@@ -1,8 +1,10 @@
 #include "records.h"
 
 #include "array.h"
+#include "bits.h"
 #include "loan.h"
 #include "module/convert.h"
+#include "replacements.h"
 
 #include <algorithm>
 #include <cstring>
@@ -149,32 +151,16 @@ bool is_text(const CType &type)
 
 NewReference plain_record(RecordKind &kind, char *address);
 
-// Without what the conversion of results leaves out, and of ints.
-NewReference plain_ports(const char *address, size_t size)
-{
-    constexpr unsigned bits = 32;
-    Owned list = Owned::steal(PyList_New(0));
-    for (size_t offset = 0; list && offset + sizeof(uint32_t) <= size; offset += sizeof(uint32_t)) {
-        uint32_t word;
-        std::memcpy(&word, address + offset, sizeof word);
-        for (; word != 0; word &= word - 1) {
-            auto port = static_cast<long>(offset / sizeof word * bits) + __builtin_ctz(word);
-            Owned number = Owned::steal(PyInt_FromLong(port));
-            if (!number || PyList_Append(list.get(), number.get()) != 0) {
-                return nullptr;
-            }
-        }
-    }
-    return list.release();
-}
-
 NewReference plain_array(const CType &type, char *address);
 
 NewReference plain_value(const CType &type, char *address)
 {
     switch (type.kind) {
     case Kind::port_list:
-        return plain_ports(address, type.size);
+        // All of them, which the conversion of results does not give, and as ints.
+        return read_bits(address, type.size);
+    case Kind::bit_set:
+        return read_named_bits(type, address);
     case Kind::record: {
         RecordKind *kind = kind_of(type);
         return kind ? plain_record(*kind, address) : nullptr;
@@ -330,10 +316,10 @@ NewReference fields_of(PyObject *object, bool all)
 // Members of a record on their way: first all are converted into memory beside it, then they go in.
 class Changes {
 public:
-    // `address` is where the values are and go to. For functions the record is at `real_address`, in what `holder`
-    // (borrowed) points to. What they have to do is added to the list `later`.
-    Changes(RecordKind &kind, char *address, char *real_address, PyObject *holder, PyObject *later)
-        : kind_(kind), address_(address), real_address_(real_address), holder_(holder), later_(later)
+    // `address` is where the values are and go to. The record itself is at `real_address`: what is to be replaced
+    // there, after all has gone in, is added to `later`.
+    Changes(RecordKind &kind, char *address, char *real_address, Replacements &later)
+        : kind_(kind), address_(address), real_address_(real_address), later_(later)
     {
         Memory *values = new_memory(1, static_cast<Py_ssize_t>(kind.type->size));
         values_ = Owned::steal(values ? as_object(values) : nullptr);
@@ -345,7 +331,7 @@ public:
     }
 
     // Whether there is memory for it; if not, there is an exception.
-    bool is_ready() const { return later_ && values_ && marks_; }
+    bool is_ready() const { return values_ && marks_; }
 
     // Converts them; false with an exception.
     bool add(PyObject *members)
@@ -386,8 +372,8 @@ private:
         }
         const CMember &member = kind_.members()[place];
         const CType &type = c_types[member.type];
-        if (is_left_to_module(type)) {
-            return leave_to_module(type, place, value) || say_member(place);
+        if (is_replaced(type)) {
+            return replace(type, place, value) || say_member(place);
         }
         if (!write(type, data_of(values_) + member.offset, value)) {
             return say_member(place);
@@ -410,54 +396,51 @@ private:
         return static_cast<size_t>(found - first);
     }
 
-    // What the module does more with than storing an address: it keeps a copy of text, and takes the memory
-    // that goes behind a `void *` from its owner.
-    static bool is_left_to_module(const CType &type)
+    // What takes more than storing a value.
+    static bool is_replaced(const CType &type)
     {
         return is_text(type) || (type.kind == Kind::pointer && type.target == none);
     }
 
-    bool leave_to_module(const CType &type, size_t place, PyObject *given)
+    bool replace(const CType &type, size_t place, PyObject *given)
     {
         Owned value = Owned::steal(as_native(given));
         if (!value) {
             return false;
         }
+        const uint32_t offset = kind_.members()[place].offset;
+        const char *now = data_of(values_) + offset;
         if (is_text(type) && value.get() == Py_None) {
-            // It has no way to have none again.
-            return is_zero(data_of(values_) + kind_.members()[place].offset, type.size)
-                   || raise_wrong_value(type, value.get());
+            // There is no way to have none again.
+            return is_zero(now, type.size) || raise_wrong_value(type, value.get());
         }
-        HeldPointer pointer = {};
-        swig_type_info *wanted = is_text(type) && type.self != no_type ? types[type.self] : nullptr;
-        bool fits = (is_text(type) && PyString_Check(value.get()))
-                    || convert_pointer(value.get(), wanted, &pointer) == Status::ok;
-        if (!fits) {
-            return raise_wrong_value(type, value.get());
+        if (is_number(value.get())) {
+            return is_address_of(now, value.get()) || raise_wrong_value(type, value.get());
         }
-        Owned proxy = Owned::steal(new_reference(real_address_, kind_.type->pointer, holder_));
-        Owned item =
-            Owned::steal(proxy ? PyTuple_Pack(3, proxy.get(), kind_.names[place], value.get()) : nullptr);
-        return item && PyList_Append(later_, item.get()) == 0;
+        Status status = is_text(type) ? later_.add_text(real_address_ + offset, value.get())
+                                      : later_.add_memory(real_address_ + offset, value.get());
+        if (status == Status::memory) {
+            PyErr_NoMemory();
+            return false;
+        }
+        return status == Status::ok || raise_wrong_value(type, value.get());
+    }
+
+    static bool is_number(PyObject *value) { return PyInt_Check(value) || PyLong_Check(value); }
+
+    // Of a pointer as_dict() gives the address: nothing else may take its place than what is there.
+    static bool is_address_of(const char *pointer, PyObject *number)
+    {
+        void *there;
+        std::memcpy(&there, pointer, sizeof there);
+        Owned address = Owned::steal(PyLong_FromVoidPtr(there));
+        return address && PyObject_RichCompareBool(number, address.get(), Py_EQ) == 1;
     }
 
     // "bcm_l2_addr_t.port: a value of type 'int' is wanted, not str"; returns false.
     bool say_member(size_t place) const
     {
-        PyObject *type, *value, *traceback;
-        PyErr_Fetch(&type, &value, &traceback);
-        Owned text = Owned::steal(value ? PyObject_Str(value) : nullptr);
-        if (text) {
-            PyErr_Format(type, "%.100s.%.100s: %.300s", name_of(*kind_.type),
-                         PyString_AS_STRING(kind_.names[place]), PyString_AS_STRING(text.get()));
-            Py_XDECREF(type);
-            Py_XDECREF(value);
-            Py_XDECREF(traceback);
-        } else {
-            PyErr_Clear();
-            PyErr_Restore(type, value, traceback);
-        }
-        return false;
+        return say_where("%.100s.%.100s", name_of(*kind_.type), PyString_AS_STRING(kind_.names[place]));
     }
 
     // Text of JSON is unicode. The codec serves Pythons of either size of unicode.
@@ -473,7 +456,6 @@ private:
         if (!value) {
             return false;
         }
-        bool is_number = PyInt_Check(value.get()) || PyLong_Check(value.get());
         if (type.kind == Kind::record && PyDict_Check(value.get())) {
             return write_record(type, address, value.get());
         }
@@ -487,8 +469,9 @@ private:
         if (type.kind == Kind::port_list) {
             return write_ports(type, address, value.get());
         }
-        if (type.kind == Kind::opaque && is_number) {
-            return write_bits(type, address, value.get());
+        bool is_pointer = type.kind == Kind::pointer || type.kind == Kind::callback;
+        if (is_pointer && is_number(value.get()) && is_address_of(address, value.get())) {
+            return true;
         }
         return write_value(type, address, value.get());
     }
@@ -499,7 +482,7 @@ private:
         if (!kind || Py_EnterRecursiveCall(" in a record")) {
             return false;
         }
-        Changes inner(*kind, address, real_address_ + (address - data_of(values_)), holder_, later_);
+        Changes inner(*kind, address, real_address_ + (address - data_of(values_)), later_);
         bool done = inner.is_ready() && inner.add(members);
         if (done) {
             inner.apply();
@@ -529,7 +512,7 @@ private:
         for (Py_ssize_t i = 0; i < count; ++i) {
             if (!write(*element, address + i * static_cast<Py_ssize_t>(element->size),
                        PyTuple_GET_ITEM(items.get(), i))) {
-                return false;
+                return say_where("element %zd", i);
             }
         }
         return true;
@@ -553,22 +536,9 @@ private:
         return ports && write_value(type, address, ports.get());
     }
 
-    static bool write_bits(const CType &type, char *address, PyObject *value)
-    {
-        Owned number = Owned::steal(PyNumber_Long(value));
-        if (number && _PyLong_Sign(number.get()) < 0) {
-            PyErr_Format(PyExc_OverflowError, "a number below 0 does not fit in '%.200s'", name_of(type));
-            return false;
-        }
-        return number
-               && _PyLong_AsByteArray(reinterpret_cast<PyLongObject *>(number.get()),
-                                      reinterpret_cast<unsigned char *>(address), type.size, 1, 0)
-                      == 0;
-    }
-
     RecordKind &kind_;
     char *address_, *real_address_;
-    PyObject *holder_, *later_;
+    Replacements &later_;
     Owned values_, marks_;  ///< the record as it will be; a byte for each member, whether it changes
 };
 
@@ -578,22 +548,29 @@ bool change(PyObject *object, PyObject *values, PyObject *more, const char *func
     if (!record) {
         return false;
     }
-    // (proxy, member, value) of what is left to the module.
-    Owned later = Owned::steal(PyList_New(0));
-    Changes changes(*record.kind, record.address, record.address, record.holder.get(), later.get());
+    Replacements later;
+    Changes changes(*record.kind, record.address, record.address, later);
     if (!changes.is_ready() || (values && !changes.add(values)) || (more && !changes.add(more))) {
         return false;
     }
-    // Before what the module does, since a record inside goes in as a whole.
+    // In this order, since a record inside goes in as a whole.
     changes.apply();
-    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(later.get()); ++i) {
-        PyObject *item = PyList_GET_ITEM(later.get(), i);
-        if (PyObject_SetAttr(PyTuple_GET_ITEM(item, 0), PyTuple_GET_ITEM(item, 1), PyTuple_GET_ITEM(item, 2))
-            != 0) {
-            return false;
-        }
-    }
+    later.apply();
     return true;
+}
+
+// How a member is seen that the module itself passes as a pointer to a copy: by the type of that pointer. Null for
+// what is a pointer object for good.
+const CType *type_of_value(const swig_type_info *pointer)
+{
+    const CType *last = c_types + c_type_count;
+    const CType *found = std::find_if(c_types, last, [=](const CType &type) {
+        return type.pointer != no_type && types[type.pointer] == pointer;
+    });
+    bool is_value = found != last && found->size != 0 && found->kind != Kind::record
+                    && found->kind != Kind::pointer && found->kind != Kind::callback
+                    && found->kind != Kind::array;
+    return is_value ? found : nullptr;
 }
 
 }  // namespace
@@ -670,6 +647,30 @@ bool set_members(PyObject *record, PyObject *keywords)
         return false;
     }
     return change(record, keywords, nullptr, Py_TYPE(record)->tp_name);
+}
+
+NewReference read_copied(const swig_type_info *pointer, char *address)
+{
+    const CType *type = type_of_value(pointer);
+    if (!type) {
+        return nullptr;
+    }
+    Owned value = Owned::steal(type->kind == Kind::bit_set ? read_bits(address, type->size)
+                                                           : plain_value(*type, address));
+    return value ? carried(*type, std::move(value)) : nullptr;
+}
+
+bool write_copied(const swig_type_info *pointer, char *address, PyObject *value)
+{
+    const CType *type = type_of_value(pointer);
+    if (!type || write_value(*type, address, value)) {
+        return type != nullptr;
+    }
+    // The module says it better.
+    if (PyErr_ExceptionMatches(PyExc_TypeError)) {
+        PyErr_Clear();
+    }
+    return false;
 }
 
 NewReference copy_record(PyObject *, PyObject *object)

@@ -2,9 +2,10 @@
 //
 // Plain values are ints and longs, bools, str, None, lists and dicts: they can be compared, kept, and written as JSON.
 // Of a member they are
-//   a number          an int or long; of a bitmap that Python does not look into too, least significant word first
+//   a number          an int or long; of bytes that Python does not look into too, least significant first
 //   a MAC address     text
 //   a port bitmap     a list of ints
+//   a set             a list of the names of its bits; of one without a name its number
 //   an array          a list; of characters text up to the first NUL
 //   a record          a dict
 //   char *            text or None
@@ -15,7 +16,7 @@
 #pragma once
 
 #include "index.h"
-#include "module/references.h"
+#include "module/type_table.h"
 
 namespace quorel {
 
@@ -36,12 +37,20 @@ NewReference as_dict(PyObject *module, PyObject *record);
 /// update(record, values=None, **members)
 ///
 /// Takes what as_dict() gives and more: text may be unicode; a record may be a dict with some of its members, or a
-/// record; an array may be any sequence or buffer of its size; a pointer is a pointer object or None. Everything is
-/// converted before anything is written. Raises AttributeError for what is no member.
+/// record; an array may be any sequence or buffer of its size; a set may be a number, a bit of one too; a pointer is a
+/// pointer object or None, an address only if it is there already. Everything is converted, and what memory it takes
+/// is had, before anything is written. Raises AttributeError for what is no member.
 NewReference update(PyObject *module, PyObject *args, PyObject *keywords);
 
 /// For the keywords of a record's constructor: as update(). Returns false with an exception set.
 bool set_members(PyObject *record, PyObject *keywords);
+
+/// A member that the module passes as a pointer to a copy, as a value: see carried(). Null without an exception where
+/// a pointer says more.
+NewReference read_copied(const swig_type_info *pointer, char *address);
+/// The same, written; false without an exception where the value is none of those. OverflowError and ValueError come
+/// as from update().
+bool write_copied(const swig_type_info *pointer, char *address, PyObject *value);
 
 /// copy(record): a record of its own with the same content.
 NewReference copy_record(PyObject *module, PyObject *record);

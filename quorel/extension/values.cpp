@@ -1,11 +1,13 @@
 #include "values.h"
 
 #include "array.h"
+#include "bits.h"
 #include "loan.h"
 #include "module/convert.h"
 #include "typemaps/mac_address.h"
 #include "typemaps/port_list.h"
 
+#include <cstdarg>
 #include <cstring>
 
 namespace quorel {
@@ -61,30 +63,12 @@ Status to_character(PyObject *object, char *value)
     return Status::ok;
 }
 
-// A number for bytes that Python does not look into, where they are as large as one.
-Status store_opaque(const CType &type, char *address, PyObject *value)
-{
-    if (PyInt_Check(value) || PyLong_Check(value)) {
-        switch (type.size) {
-        case 1:
-            return store<uint8_t, to_uint8>(address, value);
-        case 2:
-            return store<uint16_t, to_uint16>(address, value);
-        case 4:
-            return store<int32_t, to_int32>(address, value);
-        default:
-            return Status::type;
-        }
-    }
-    return Status::type;
-}
-
 Status store_record(const CType &type, char *address, PyObject *value)
 {
     HeldPointer record = {};
     if (type.pointer == no_type || convert_pointer(value, types[type.pointer], &record) != Status::ok
         || !record) {
-        return type.kind == Kind::opaque ? store_opaque(type, address, value) : Status::type;
+        return Status::type;
     }
     std::memmove(address, record.address, type.size);
     return Status::ok;
@@ -129,6 +113,7 @@ Status store_value(const CType &type, char *address, PyObject *value)
     case Kind::character:
         return store<char, to_character>(address, value);
     case Kind::record:
+    case Kind::bit_set:
     case Kind::opaque:
         return store_record(type, address, value);
     case Kind::pointer:
@@ -194,6 +179,8 @@ NewReference read_value(const CType &type, char *address, PyObject *keeper)
         }
         return ports;
     }
+    case Kind::bit_set:
+        return carried(type, Owned::steal(read_bits(address, type.size)));
     case Kind::record:
     case Kind::opaque:
         return new_reference(address, type.pointer, keeper);
@@ -234,6 +221,15 @@ bool write_value(const CType &type, char *address, PyObject *value)
     }
     case Kind::array:
         return write_array(type, address, value);
+    case Kind::bit_set:
+    case Kind::opaque: {
+        bool has_bits =
+            PyInt_Check(value) || PyLong_Check(value) || PyList_Check(value) || PyTuple_Check(value);
+        if (has_bits) {
+            return write_bits(type, address, value);
+        }
+        break;
+    }
     default:
         break;
     }
@@ -251,6 +247,38 @@ bool write_value(const CType &type, char *address, PyObject *value)
     default:
         return raise_wrong_value(type, value);
     }
+}
+
+NewReference carried(const CType &type, Owned value)
+{
+    static PyObject *make;
+    if (!make) {
+        Owned values = Owned::steal(PyImport_ImportModule("quorel.values"));
+        make = values ? PyObject_GetAttrString(values.get(), "carried") : nullptr;
+    }
+    return make && value ? PyObject_CallFunction(make, const_cast<char *>("sO"), name_of(type), value.get())
+                         : nullptr;
+}
+
+bool say_where(const char *place, ...)
+{
+    PyObject *type, *value, *traceback;
+    PyErr_Fetch(&type, &value, &traceback);
+    va_list parts;
+    va_start(parts, place);
+    Owned where = Owned::steal(PyString_FromFormatV(place, parts));
+    va_end(parts);
+    Owned text = Owned::steal(where && value ? PyObject_Str(value) : nullptr);
+    if (text) {
+        PyErr_Format(type, "%.400s: %.300s", PyString_AS_STRING(where.get()), PyString_AS_STRING(text.get()));
+        Py_XDECREF(type);
+        Py_XDECREF(value);
+        Py_XDECREF(traceback);
+    } else {
+        PyErr_Clear();
+        PyErr_Restore(type, value, traceback);
+    }
+    return false;
 }
 
 void make_ints(PyObject *list)
