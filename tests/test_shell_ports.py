@@ -42,6 +42,32 @@ class PortCommands(SwitchTest):
             self.assertEqual(run('port 32 ' + words), (q.CMD_FAIL, message))
 
 
+class CounterCommands(SwitchTest):
+    def rates(self):
+        """{statistic: what follows it}, of port 3"""
+        result, output = run('counters rates 3')
+        self.assertEqual(result, q.CMD_OK, output)
+        return dict((words[1], words[2:]) for words in (line.split() for line in output.splitlines()))
+
+    def arrive(self, times):
+        for _ in range(times):
+            run('packet send 3 ffffffffffff02005e0000010806')
+
+    def test_rates_go_by_the_simulators_clock(self):
+        run('counters clear 3; clock step; counters rates 3')
+        self.assertEqual(self.rates(), {})
+        self.arrive(10)
+        run('clock advance 4000; clock stop')
+        rates = self.rates()
+        self.assertEqual((rates['snmpIfInBroadcastPkts'], rates['snmpIfInOctets']), (['10', '2.5/s'], ['640', '160.0/s']))
+        self.assertNotIn('snmpIfOutOctets', rates)
+        self.arrive(1)
+        self.assertEqual(self.rates()['snmpIfInBroadcastPkts'], ['1'])  # in no time
+        run('counters clear 3')
+        self.arrive(2)
+        self.assertEqual(self.rates()['snmpIfInBroadcastPkts'], ['2'])
+
+
 class VlanCommands(SwitchTest):
     def shown(self):
         return run('vlan')[1].splitlines()

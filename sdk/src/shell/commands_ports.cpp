@@ -1,4 +1,5 @@
 /// Commands on ports and VLANs.
+#include "clock.h"
 #include "enumerators.h"
 #include "number_text.h"
 #include "shell.h"
@@ -10,7 +11,9 @@
 #include "sim_vlan.h"
 
 #include <cstdio>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sim {
@@ -163,7 +166,9 @@ cmd_result_t port(int unit, Arguments &args)
     return CMD_OK;
 }
 
-int print_counters(int unit, int port)
+/// visit(const Enumerator &statistic, uint64 value) for each; an error of the port.
+template <class Visit>
+int visit_counters(int unit, int port, Visit visit)
 {
     for (const Enumerator &statistic : names_of_bcm_stat_val_e) {
         const auto type = static_cast<bcm_stat_val_t>(statistic.value);
@@ -173,11 +178,59 @@ int print_counters(int unit, int port)
         if (rc < 0) {
             return rc;
         }
+        visit(statistic, value);
+    }
+    return BCM_E_NONE;
+}
+
+int print_counters(int unit, int port)
+{
+    return visit_counters(unit, port, [&](const Enumerator &statistic, uint64 value) {
         if (value != 0) {
             std::printf("%4d  %-38s %20llu\n", port, statistic.name, static_cast<unsigned long long>(value));
         }
+    });
+}
+
+/// What a port's counters were when their rates were asked for.
+struct Look {
+    Time time;
+    std::map<int, uint64> values;
+};
+
+/// By unit and port. Never destroyed, as units are.
+Look &latest_look(int unit, int port)
+{
+    static auto &all = *new std::map<std::pair<int, int>, Look>;
+    return all[{unit, port}];
+}
+
+int print_rates(int unit, int port)
+{
+    Look &before = latest_look(unit, port);
+    Look now = {clock_now(), {}};
+    if (before.values.empty()) {
+        std::printf("%4d  is looked at from now on\n", port);
     }
-    return BCM_E_NONE;
+    const double seconds = static_cast<double>(now.time - before.time) / nanoseconds_per_second;
+    const int rc = visit_counters(unit, port, [&](const Enumerator &statistic, uint64 value) {
+        now.values[statistic.value] = value;
+        const auto found = before.values.find(statistic.value);
+        if (found == before.values.end() || found->second == value) {
+            return;
+        }
+        // One that has been cleared counts from 0.
+        const uint64 moved = value - (found->second < value ? found->second : 0);
+        std::printf("%4d  %-38s %20llu", port, statistic.name, static_cast<unsigned long long>(moved));
+        if (seconds > 0) {
+            std::printf("  %14.1f/s", static_cast<double>(moved) / seconds);
+        }
+        std::printf("\n");
+    });
+    if (rc == BCM_E_NONE) {
+        before = std::move(now);
+    }
+    return rc;
 }
 
 cmd_result_t on_counters(int unit, Arguments &args, int (*action)(int unit, int port))
@@ -198,6 +251,11 @@ cmd_result_t on_counters(int unit, Arguments &args, int (*action)(int unit, int 
 cmd_result_t show_counters(int unit, Arguments &args)
 {
     return on_counters(unit, args, print_counters);
+}
+
+cmd_result_t show_rates(int unit, Arguments &args)
+{
+    return on_counters(unit, args, print_rates);
 }
 
 cmd_result_t clear_counters(int unit, Arguments &args)
@@ -308,6 +366,7 @@ constexpr Form port_forms[] = {
 
 constexpr Form counters_forms[] = {
     {"", "[PORTS]", show_counters, "show the counters that are not 0"},
+    {"rates", "[PORTS]", show_rates, "show what has moved since this was last asked, and how fast by the clock"},
     {"clear", "[PORTS]", clear_counters, "set them to 0"},
 };
 
