@@ -157,10 +157,10 @@ class Settings(RulesTest):
             self.assertEqual(q.bcm_port_jam_get(0, port, q.intp()), q.BCM_E_PORT)
         # A gport may be a queue, but what it says of ports has to be so.
         scheduler = 7 << 26 | 900
-        self.done(q.bcm_cosq_gport_enable_set(0, scheduler, 1, 1))
-        self.addCleanup(q.bcm_cosq_gport_enable_set, 0, scheduler, 1, 0)
-        self.assertEqual(self.value(q.bcm_cosq_gport_enable_get, scheduler, 1), 1)
-        self.assertEqual(q.bcm_cosq_gport_enable_set(0, 65, 1, 1), q.BCM_E_PORT)
+        self.done(q.bcm_cosq_gport_dynamic_sched_set(0, scheduler, 1, 1))
+        self.addCleanup(q.bcm_cosq_gport_dynamic_sched_set, 0, scheduler, 1, 0)
+        self.assertEqual(self.value(q.bcm_cosq_gport_dynamic_sched_get, scheduler, 1), 1)
+        self.assertEqual(q.bcm_cosq_gport_dynamic_sched_set(0, 65, 1, 1), q.BCM_E_PORT)
 
     def test_units_are_apart_and_start_afresh(self):
         self.done(q.bcm_switch_control_set(UNIT, 4, 17))

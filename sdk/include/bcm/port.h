@@ -1345,7 +1345,7 @@ int bcm_port_l3_mtu_get(int unit, bcm_port_t port, int *size);
 int bcm_port_l3_encapsulated_mtu_set(int unit, bcm_port_t port, int size);
 int bcm_port_l3_encapsulated_mtu_get(int unit, bcm_port_t port, int *size);
 
-/* Rate limits in kbit/s with bursts in kbit, or in packets. 0 for none. */
+/* Rate limits in kbit/s with bursts in kbit, or in packets. 0 for none; a burst of 0: what comes in 10 ms. */
 int bcm_port_rate_egress_set(int unit, bcm_port_t port, uint32 kbits_sec, uint32 kbits_burst);
 int bcm_port_rate_egress_pps_set(int unit, bcm_port_t port, uint32 pps, uint32 burst);
 int bcm_port_rate_egress_get(int unit, bcm_port_t port, uint32 *kbits_sec, uint32 *kbits_burst);

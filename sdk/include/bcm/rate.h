@@ -2,8 +2,8 @@
  * Storm control: limits on what a port lets in of broadcast, multicast and unknown unicast packets.
  *
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, port or rate out of range, unknown flag). There are no limits at
- * first.
+ * BCM_E_PORT and BCM_E_PARAM (null pointer, rate out of range, unknown kind or flag). There are no limits at
+ * first; one that is set begins with its whole burst. What bridges keep to themselves is not limited.
  */
 #ifndef BCM_RATE_H
 #define BCM_RATE_H
@@ -45,7 +45,7 @@ int bcm_rate_mcast_get(int unit, bcm_port_t port, int *pps, uint32 *flags);
 int bcm_rate_dlf_set(int unit, bcm_port_t port, int pps, uint32 flags);
 int bcm_rate_dlf_get(int unit, bcm_port_t port, int *pps, uint32 *flags);
 
-/* Packets of a kind, BCM_RATE_*, that a port may send in a row before the limit applies. */
+/* Packets of a kind in a row before the limit applies, of 1518 bytes if in bytes. 0: what comes in 10 ms. */
 int bcm_rate_burst_set(int unit, bcm_port_t port, uint32 type, int packets);
 int bcm_rate_burst_get(int unit, bcm_port_t port, uint32 type, int *packets);
 

@@ -24,6 +24,8 @@ typedef enum sim_stage_e {
     simStageReplicate,   /* the ports that send it */
     simStageLeave,       /* what each of them checks, and how the copy differs */
     simStageWire,        /* a cable to another port; the limit of a storm */
+    simStagePolicer,     /* policers, on arrival or where it leaves */
+    simStageQueue,       /* the queue of the port that sends it */
     simStageCount
 } sim_stage_t;
 
@@ -53,6 +55,10 @@ typedef enum sim_drop_e {
     simDropUnresolved,        /* the next hop is not known yet */
     simDropTtl,               /* its TTL or hop limit is at its end, or too low for the interface */
     simDropMtu,               /* longer than the MTU of the interface */
+    simDropRateIn,             /* bcm_port_rate_ingress_set */
+    simDropStormLimit,         /* bcm_rate_*: too many of its kind, or of those that share the limit */
+    simDropPolicer,            /* a policer's action for the packet's colour, or BCM_POLICER_DROP_RED */
+    simDropQueueFull,          /* the queue of the port that was to send it has no room */
     simDropCount
 } sim_drop_t;
 
@@ -64,9 +70,10 @@ const char *sim_drop_name(int drop);
 
 typedef struct sim_trace_step_s {
     int unit;
-    int stage;        /* sim_stage_t */
-    int drop;         /* sim_drop_t: why it ends here */
-    bcm_port_t port;  /* of simStageReplicate, simStageLeave and simStageWire the one that sends; else of arrival */
+    int stage; /* sim_stage_t */
+    int drop;  /* sim_drop_t: why it ends here */
+    bcm_port_t
+        port; /* of simStageReplicate, simStageLeave and simStageWire the one that sends; else of arrival */
     bcm_vlan_t vlan;  /* 0 before it is known */
     const char *text; /* what was met, in words; valid during the call, or until the next sim_trace_begin */
 } sim_trace_step_t;

@@ -25,14 +25,17 @@ int sim_l2_age_step(int unit);
  * A packet arrives on the wire of a front port: length bytes of a frame from its destination address on,
  * without checksum, 14..16379 of them. It takes the way that the tables of the unit say, in this order:
  *   1. The MAC drops what is shorter than 64 bytes or longer than bcm_port_frame_max, checksum included, and
- *      takes the control frames (type 0x8808) for itself.
- *   2. bcm_port_discard. A tag (type 0x8100) without VLAN id counts as none here.
+ *      takes the control frames (type 0x8808) for itself: pauses hold back what the port sends if it obeys them
+ *      (bcm_port_pause_set). What the MAC lets in is sampled and mirrored, as it came.
+ *   2. The port's rate, bcm_port_rate_ingress_set. bcm_port_discard. A tag (type 0x8100) without VLAN id counts as
+ *      none here.
  *   3. The VLAN of the tag or else the port's untagged VLAN has to exist, and to have the port as a member if
  *      the port filters (bcm_port_vlan_member, bcm_port_ifilter).
  *   4. The port's state in the VLAN's spanning tree group. Packets to 01:80:c2:00:00:00 to ..:0f go to the
  *      CPU and nowhere else, unless that state is BCM_STG_STP_DISABLE.
  *   5. The source address is learnt, as by sim_l2_learn. BCM_L2_DISCARD_SRC; an address that was not known
  *      there drops the packet if the port has not BCM_PORT_LEARN_FWD.
+ *      Policers of the port in the VLAN, of the VLAN and of the port colour the packet then, and may drop it.
  *   6. What is addressed to the router is routed: to the address of an interface in its VLAN (bcm_l3_intf_create), of
  *      a virtual router (bcm_l3_vrrp_add), or of a station (bcm_l2_station_add), as far as that says so. What is no
  *      IPv4 or IPv6 goes to the CPU, as does what is for a link-local address. The IP header has to be sound. The
@@ -48,11 +51,17 @@ int sim_l2_age_step(int unit);
  *      Of a trunk that is up one active member that can send is selected: for an entry's trunk by the
  *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
  *      send; a single one counts the drop.
+ *      Storm control (bcm_rate_*) drops here what is too much of unknown unicast, multicast or broadcast.
  *   8. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
  *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
- *      send without tag, all others with one, at priority 0 if it had none on arrival.
+ *      send without tag, all others with one, at priority 0 if it had none on arrival. There
+ *      policers come once more, then the queue of its priority (bcm_cosq_port_mapping_set): at a port that a shaper
+ *      (bcm_port_rate_egress_set), a queue's rate, a queue that does not send or a pause holds back, packets wait for
+ *      the clock, leave as the scheduler chooses, and are dropped if the queue is full. Elsewhere they leave at once.
+ *      Samples and mirrored copies of what leaves are taken here; they go to their port whatever VLANs and trees
+ *      say, and are not mirrored again.
  * A port has a link if bcm_port_link_status_get says so. The CPU is port 0: what it gets counts there as
- * sent. Loopbacks, filters, mirrors and rates play no part.
+ * sent. Loopbacks and filters play no part.
  *
  * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
  * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors

@@ -1,3 +1,4 @@
+#include "queue.h"
 #include "stages.h"
 
 namespace sim {
@@ -18,6 +19,20 @@ namespace {
     }
 }
 
+/// Who is at the other end asks for a pause, or that it is over.
+[[gnu::cold, gnu::noinline]] void obey_pause(Passage &passage)
+{
+    constexpr unsigned opcode_of_pause = 1, bits_of_quantum = 512;
+    const ByteView frame = passage.frame.bytes;
+    if (number_at(frame, frame_header_bytes) != opcode_of_pause) {
+        return;
+    }
+    const auto speed = static_cast<Time>(speed_of(passage.sw, passage.port));  // bits in a microsecond
+    const Time bits = Time{bits_of_quantum} * number_at(frame, frame_header_bytes + 2);
+    pause(passage.sw, passage.port, bits * nanoseconds_per_microsecond / speed);
+    add_what_waited(passage.sw, passage.port, passage.departures);
+}
+
 }  // namespace
 
 Onward arrive(Passage &passage)
@@ -25,6 +40,9 @@ Onward arrive(Passage &passage)
     const bool has_no_error =
         passage.counts.arrived(passage.counters_at(passage.port), passage.own().frame_max);
     const bool is_for_mac = passage.frame.type == type_mac_control && !passage.frame.is_tagged();
+    if (has_no_error && is_for_mac && passage.own().pause_rx) {
+        obey_pause(passage);
+    }
     if (is_traced) {
         tell_arrival(passage);
         if (!has_no_error) {

@@ -1,6 +1,7 @@
 #include "path.h"
 
 #include "begin.h"
+#include "path_state.h"
 #include "stages.h"
 
 #include <algorithm>
@@ -76,14 +77,12 @@ public:
         }
         Passage passage(sw, port, departures);
         const Onward onward =
-            run<arrive, admit, classify, look_at_tree, look_at_source, route, find_destination>(passage);
+            run<arrive, copy_arrival, admit, classify, look_at_tree, look_at_source, police_arrival, route,
+                find_destination>(passage);
         if (onward == Onward::decided) {
-            run<replicate, edit, leave>(passage);
+            run<limit_storms, replicate, edit, leave>(passage);
         }
-        const PortSet &joined = std::as_const(phys_of(sw)).joined();
-        if (!joined.empty()) {
-            cross(sw, joined, departures);
-        }
+        cross(sw, departures);
     }
 
     /// Gives what left to those who are to get it. They may call anything.
@@ -98,15 +97,19 @@ public:
                 written = copy->head;
                 frame = departures.frame.written(departures.heads[copy->head]);
             }
-            if (has_taps_or_outlets) {
-                tap_and_let_out(unit, port, frame);
-            }
-            if (collector_.call != nullptr) {
-                collector_.call(unit, port, frame.data, static_cast<int>(frame.size), collector_.datum);
-            }
-            if (watcher.call != nullptr) {
-                watcher.call(unit, port, frame.data, static_cast<int>(frame.size), watcher.datum);
-            }
+            give(unit, port, frame);
+        }
+        if (departures.others != nullptr) {
+            deliver_others(unit, departures);
+        }
+    }
+
+    /// What passes the unit goes over cables, as far as there are any.
+    void cross(Switch &sw, const Departures &departures)
+    {
+        const PortSet &joined = std::as_const(phys_of(sw)).joined();
+        if (!joined.empty()) {
+            cross(sw, joined, departures);
         }
     }
 
@@ -118,6 +121,26 @@ private:
         CableEnd to;
         FrameBuffer frame;
     };
+
+    [[gnu::cold, gnu::noinline]] void deliver_others(int unit, const Departures &departures) const
+    {
+        for (const Departures::Other &other : *departures.others) {
+            give(unit, other.port, other.frame.bytes());
+        }
+    }
+
+    [[gnu::always_inline]] void give(int unit, int port, ByteView frame) const
+    {
+        if (has_taps_or_outlets) {
+            tap_and_let_out(unit, port, frame);
+        }
+        if (collector_.call != nullptr) {
+            collector_.call(unit, port, frame.data, static_cast<int>(frame.size), collector_.datum);
+        }
+        if (watcher.call != nullptr) {
+            watcher.call(unit, port, frame.data, static_cast<int>(frame.size), watcher.datum);
+        }
+    }
 
     static void tap_and_let_out(int unit, int port, ByteView frame)
     {
@@ -155,27 +178,39 @@ private:
     {
         for (std::size_t i = 0; i < departures.count; ++i) {
             const Departures::Copy &copy = departures.copies[i];
-            if (!joined.has(copy.port)) {
-                continue;
+            if (joined.has(copy.port)) {
+                FrameBuffer frame;
+                frame.fill(departures.frame.written(departures.heads[copy.head]));
+                cross(sw, copy.port, std::move(frame));
             }
-            const CableEnd to = *std::as_const(phys_of(sw)).of(copy.port).cable.partner;
-            if (is_traced) {
-                tell_wire(sw.unit, copy.port, simDropNone, "over the cable to port %d of unit %d", to.port,
-                          to.unit);
-            }
-            if (crossings_ == nullptr) {
-                crossings_ = std::make_unique<std::vector<Crossing>>();
-            }
-            crossings_->push_back({to, {}});
-            crossings_->back().frame.fill(departures.frame.written(departures.heads[copy.head]));
         }
+        if (departures.others != nullptr) {
+            for (const Departures::Other &other : *departures.others) {
+                if (joined.has(other.port)) {
+                    cross(sw, other.port, other.frame);
+                }
+            }
+        }
+    }
+
+    void cross(Switch &sw, int port, FrameBuffer frame)
+    {
+        const CableEnd to = *std::as_const(phys_of(sw)).of(port).cable.partner;
+        if (is_traced) {
+            tell_at(sw.unit, simStageWire, port, simDropNone, "over the cable to port %d of unit %d", to.port,
+                    to.unit);
+        }
+        if (crossings_ == nullptr) {
+            crossings_ = std::make_unique<std::vector<Crossing>>();
+        }
+        crossings_->push_back({to, std::move(frame)});
     }
 
     [[gnu::cold]] static int end_of_storm(const CableEnd &at)
     {
         ++storms;
         if (is_traced) {
-            tell_wire(at.unit, at.port, simDropStorm, "a storm: %d cables passed", storm_limit);
+            tell_at(at.unit, simStageWire, at.port, simDropStorm, "a storm: %d cables passed", storm_limit);
         }
         return BCM_E_RESOURCE;
     }
@@ -241,6 +276,18 @@ int arrive(Switch &sw, int port, const unsigned char *frame, std::size_t length)
     }
     journey.deliver(unit, departures);
     return journey.go_on();
+}
+
+void send_what_waited(int unit, int port)
+{
+    Journey journey({});
+    Departures departures;
+    begin(unit).then([&](Switch &sw) {
+        add_what_waited(sw, port, departures);
+        journey.cross(sw, departures);
+    });
+    journey.deliver(unit, departures);
+    journey.go_on();
 }
 
 void add_tap(Tap &tap)

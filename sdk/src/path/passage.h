@@ -4,13 +4,17 @@
 #include "frame_buffer.h"
 #include "l2.h"
 #include "l3_objects.h"
+#include "policer.h"
 #include "port.h"
 #include "trace.h"
 #include "trunk.h"
 #include "vlan.h"
 
 #include <array>
+#include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace sim {
 
@@ -21,10 +25,26 @@ struct Departures {
         std::uint8_t head;
     };
 
+    /// A frame of its own that leaves with them: a mirrored copy, or one that has waited.
+    struct Other {
+        int port;
+        FrameBuffer frame;
+    };
+
+    void add(int port, FrameBuffer other)
+    {
+        if (others == nullptr) {
+            others = std::make_unique<std::vector<Other>>();
+        }
+        others->push_back({port, std::move(other)});
+    }
+
     FrameBuffer frame;
+    PolicerDecision policed;    // written only by policers
     std::array<Head, 2> heads;  // without a tag, and with one
     std::array<Copy, port_max + 1> copies;
     std::size_t count = 0;
+    std::unique_ptr<std::vector<Other>> others;  // null as long as there are none
 };
 
 struct Passage {
@@ -78,6 +98,17 @@ struct Passage {
 
     const NextHop *hop =
         nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
+    bool is_sampled = false;  ///< on arrival
+    /// What policers made of it; null if there was none.
+    const PolicerDecision *policed = nullptr;
+
+    /// Within the switch.
+    int priority() const
+    {
+        return policed != nullptr && policed->priority >= 0 ? policed->priority
+                                                            : static_cast<int>(frame.tag >> 13);
+    }
+    bcm_color_t color() const { return policed != nullptr ? policed->color : bcmColorGreen; }
 
     PortSet copies;  ///< the ports that are to send it
 };

@@ -17,6 +17,15 @@ using Stage = Onward(Passage &);
 /// The MAC: counts, drops what has errors, and takes control frames for itself.
 Onward arrive(Passage &passage);
 
+/// Copies of what arrived, for mirrors and as samples.
+Onward copy_arrival(Passage &passage);
+
+/// The same for mirrors of the packet's VLAN.
+void copy_in_vlan(Passage &passage);
+
+/// The same of what leaves a port, with that beginning.
+void copy_departure(Passage &passage, int port, const Head &head);
+
 /// What the port takes.
 Onward admit(Passage &passage);
 
@@ -29,11 +38,17 @@ Onward look_at_tree(Passage &passage);
 /// The source address: learnt, and perhaps unwanted.
 Onward look_at_source(Passage &passage);
 
+/// The policers of the port and the VLAN.
+Onward police_arrival(Passage &passage);
+
 /// What is addressed to the router: where its IP address leads.
 Onward route(Passage &passage);
 
 /// Where the destination address leads.
 Onward find_destination(Passage &passage);
+
+/// What the port lets in of broadcast, multicast and unknown unicast packets.
+Onward limit_storms(Passage &passage);
 
 /// The ports that send a copy.
 Onward replicate(Passage &passage);
@@ -43,5 +58,8 @@ Onward edit(Passage &passage);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);
+
+/// What waits at a port and may leave now, leaves.
+void add_what_waited(Switch &sw, int port, Departures &departures);
 
 }  // namespace sim

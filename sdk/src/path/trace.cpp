@@ -15,8 +15,8 @@ bool is_traced = false;
 
 namespace {
 
-constexpr const char *stage_names[] = {"arrive", "port",        "vlan",      "tree",  "source",
-                                       "route",  "destination", "replicate", "leave", "wire"};
+constexpr const char *stage_names[] = {"arrive",      "port",      "vlan",  "tree", "source",  "route",
+                                       "destination", "replicate", "leave", "wire", "policer", "queue"};
 static_assert(std::size(stage_names) == simStageCount, "every stage has a name");
 
 constexpr const char *drop_names[] = {
@@ -44,6 +44,10 @@ constexpr const char *drop_names[] = {
     "unresolved",
     "ttl",
     "mtu",
+    "rate_in",
+    "storm_limit",
+    "policer",
+    "queue_full",
 };
 static_assert(std::size(drop_names) == simDropCount, "every reason has a name");
 
@@ -56,6 +60,8 @@ struct Drop {
 
 constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStagePort, simDropPortTakesNone, "the port takes no packets"},
+    {simStagePort, simDropRateIn, "the port takes no more for now: its rate"},
+    {simStagePolicer, simDropPolicer, "a policer drops it"},
     {simStagePort, simDropTagType, "the port takes no packets with such a tag, or without"},
     {simStageVlan, simDropVlanUnknown, "there is no such VLAN"},
     {simStageVlan, simDropVlanFilter, "the port filters and is no member of the VLAN"},
@@ -70,10 +76,15 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStageRoute, simDropTtl, "the TTL or hop limit is at its end"},
     {simStageRoute, simDropMtu, "longer than the MTU of the interface"},
     {simStageReplicate, simDropNoDestination, "no other port can send it"},
+    {simStageDestination, simDropStormLimit, "too many packets of unknown destination: storm control"},
+    {simStageDestination, simDropStormLimit, "too many multicast packets: storm control"},
+    {simStageDestination, simDropStormLimit, "too many broadcast packets: storm control"},
     {simStageLeave, simDropNoLink, "the port has no link"},
     {simStageLeave, simDropTreeStateToSend, "the port does not forward in the spanning tree group"},
     {simStageLeave, simDropVlanFilterToSend, "the port filters and is no member of the VLAN"},
     {simStageLeave, simDropTooLongToSend, "longer than the port sends"},
+    {simStagePolicer, simDropPolicer, "a policer drops it"},
+    {simStageQueue, simDropQueueFull, "its queue is full"},
 }};
 
 struct Listener {
@@ -155,13 +166,13 @@ void tell_diverted(const Passage &passage, Discard reason)
     tell_step(passage, drop.stage, passage.port, "%s: to the CPU", drop.text);
 }
 
-void tell_wire(int unit, int port, sim_drop_t drop, const char *format, ...)
+void tell_at(int unit, sim_stage_t stage, int port, sim_drop_t drop, const char *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
     const std::string text = formatted(format, arguments);
     va_end(arguments);
-    tell({unit, simStageWire, drop, port, 0, nullptr}, text.c_str());
+    tell({unit, stage, drop, port, 0, nullptr}, text.c_str());
 }
 
 }  // namespace sim

@@ -41,8 +41,8 @@ extern bool is_traced;
 /// What would have been dropped goes to the CPU.
 [[gnu::cold]] void tell_diverted(const Passage &passage, Discard reason);
 
-/// What happens between units.
-[[gnu::cold, gnu::format(printf, 4, 5)]] void tell_wire(int unit, int port, sim_drop_t drop,
-                                                        const char *format, ...);
+/// What happens to a frame outside of a passage: between units, or after it has waited.
+[[gnu::cold, gnu::format(printf, 5, 6)]] void tell_at(int unit, sim_stage_t stage, int port, sim_drop_t drop,
+                                                      const char *format, ...);
 
 }  // namespace sim

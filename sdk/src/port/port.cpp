@@ -13,7 +13,16 @@ PortState::PortState(Switch &sw)
 
 void PortState::reset()
 {
-    ports.fill({});
+    for (Port &port : ports) {
+        Port fresh;
+        // Whose packets are copied and policed others say.
+        fresh.copies_in = port.copies_in;
+        fresh.copies_of_vlans = port.copies_of_vlans;
+        fresh.polices_in = port.polices_in;
+        port = fresh;
+    }
+    rates_in.fill({});
+    storms.fill({});
     enabled = PortSet::all();
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;

@@ -8,6 +8,7 @@
 #include "phy.h"
 #include "port_counters.h"
 #include "port_set.h"
+#include "rate_limits.h"
 
 #include <bcm/port.h>
 
@@ -20,12 +21,6 @@ constexpr int cpu_speed_max = 10000;
 
 constexpr int frame_max_default = 9216;  // bytes, with checksum
 
-/// A limit on packets of one kind that arrive; it is kept, nothing measures rates yet.
-struct StormLimit {
-    int rate = 0;      // packets/s, or kbit/s with BCM_RATE_MODE_BYTES
-    uint32 flags = 0;  // BCM_RATE_ENABLE, BCM_RATE_MODE_BYTES
-};
-
 struct Port {
     int speed_max = front_speed_max;
     int speed = front_speed_max;  // of a port without PHY
@@ -36,8 +31,12 @@ struct Port {
     uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
     int frame_max = frame_max_default;
     int discard = BCM_PORT_DISCARD_NONE;
-    uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
-    StormLimit unknown_unicast, multicast, broadcast;
+    uint32 vlan_filter = 0;        // BCM_PORT_VLAN_MEMBER_*
+    bool limits_rate = false;      // as PortState::rates_in says
+    bool limits_storms = false;    // as PortState::storms says
+    bool copies_in = false;        // mirrored or sampled on arrival
+    bool copies_of_vlans = false;  // mirrored in a VLAN on arrival
+    bool polices_in = false;       // packets that arrive pass a policer
 };
 
 struct PortState : RoomState {
@@ -52,8 +51,19 @@ struct PortState : RoomState {
 
     std::array<Port, port_max + 1> ports;
     PortSet enabled;
+    // Where sending is more than that: packets are mirrored or sampled, may have to wait, or pass a policer.
+    PortSet copies_out, queues_out, polices_out;
+    /// All of these; after a change of one of them.
+    void update_special_out() { special_out_ = copies_out | queues_out | polices_out; }
+    const PortSet &special_out() const { return special_out_; }
+
+    std::array<PortRate, port_max + 1> rates_in;
+    std::array<StormControl, port_max + 1> storms;
     std::array<PortCounters, port_max + 1> counters;
     LinkScan links;
+
+private:
+    PortSet special_out_;
 };
 
 inline Port &port_of(Switch &sw, int port)
@@ -68,6 +78,17 @@ inline const Port &port_of(const Switch &sw, int port)
 inline PortCounters &counters_of(Switch &sw, int port)
 {
     return sw.of<PortState>().counters[static_cast<std::size_t>(port)];
+}
+
+/// The limit on all that arrives at a port.
+inline PortRate &rate_in_at(Switch &sw, int port)
+{
+    return sw.of<PortState>().rates_in[static_cast<std::size_t>(port)];
+}
+
+inline StormControl &storms_at(Switch &sw, int port)
+{
+    return sw.of<PortState>().storms[static_cast<std::size_t>(port)];
 }
 
 inline LinkScan &links_of(Switch &sw)

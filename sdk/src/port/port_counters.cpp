@@ -9,12 +9,28 @@ namespace {
 using F = FrameCounter;
 
 /// A set of counters: bit n for the counter at place n.
-using CounterSet = std::uint64_t;
-static_assert(counters_of_a_port <= 64, "more counters than bits");
+struct CounterSet {
+    static constexpr std::size_t word_bits = 64;
+
+    constexpr bool has(std::size_t place) const { return words[place / word_bits] >> place % word_bits & 1; }
+
+    std::array<std::uint64_t, (counters_of_a_port + word_bits - 1) / word_bits> words = {};
+};
+
+constexpr CounterSet operator|(const CounterSet &a, const CounterSet &b)
+{
+    CounterSet both = {};
+    for (std::size_t i = 0; i < both.words.size(); ++i) {
+        both.words[i] = a.words[i] | b.words[i];
+    }
+    return both;
+}
 
 constexpr CounterSet bit(std::size_t place)
 {
-    return CounterSet{1} << place;
+    CounterSet one = {};
+    one.words[place / CounterSet::word_bits] = std::uint64_t{1} << place % CounterSet::word_bits;
+    return one;
 }
 
 template <class... Counters>
@@ -44,7 +60,11 @@ constexpr CounterSet dropped(Reasons... reasons)
 /// All counters from one up to another, without that.
 constexpr CounterSet between(std::size_t from, std::size_t to)
 {
-    return (CounterSet{1} << to) - (CounterSet{1} << from);
+    CounterSet set = {};
+    for (std::size_t place = from; place < to; ++place) {
+        set = set | bit(place);
+    }
+    return set;
 }
 
 constexpr CounterSet received_good = received(F::unicast, F::multicast, F::broadcast);
@@ -146,10 +166,14 @@ constexpr Sum sums[] = {
     {snmpBcmTxVlanTagFrame, sent(F::tagged)},
     {snmpBcmTxDoubleVlanTagFrame, sent(F::double_tagged)},
 
+    {snmpBcmRxPolicerDiscards, dropped(Discard::policer)},
     {snmpBcmRxPolicyDiscards, dropped(Discard::port_takes_none)},
     {snmpBcmRxVlanFilterDiscards, dropped(Discard::vlan_filter)},
     {snmpBcmRxVlanUnknownDiscards, dropped(Discard::vlan_unknown)},
     {snmpBcmRxTagTypeDiscards, dropped(Discard::tag_type)},
+    {snmpBcmRxStormUnknownUcastDiscards, dropped(Discard::storm_unknown_unicast)},
+    {snmpBcmRxStormMulticastDiscards, dropped(Discard::storm_multicast)},
+    {snmpBcmRxStormBroadcastDiscards, dropped(Discard::storm_broadcast)},
     {snmpBcmRxStpStateDiscards, dropped(Discard::stp_state)},
     {snmpBcmRxSourceMacDiscards, dropped(Discard::source_address)},
     {snmpBcmRxDestMacDiscards, dropped(Discard::destination_address)},
@@ -171,7 +195,7 @@ uint64 total(const PortCounters &counters, bcm_stat_val_t type)
     static constexpr auto by_type = counters_by_type();
     uint64 value = 0;
     for (std::size_t i = 0; i < counters.counts.size(); ++i) {
-        value += by_type[type] & bit(i) ? counters.counts[i] : 0;
+        value += by_type[type].has(i) ? counters.counts[i] : 0;
     }
     return value;
 }
@@ -232,6 +256,28 @@ bool FrameCounts::arrived_with_error(PortCounters &counters, bool is_too_long) c
         ++counters.counts[place(Direction::received, F::too_long)];
     }
     return false;
+}
+
+uint64 packets_sent(const PortCounters &counters)
+{
+    uint64 packets = counters.packets_sent_before;
+    for (const F counter : {F::unicast, F::multicast, F::broadcast}) {
+        packets += counters.counts[place(Direction::sent, counter)];
+    }
+    return packets;
+}
+
+uint64 octets_sent(const PortCounters &counters)
+{
+    return counters.octets_sent_before + counters.counts[place(Direction::sent, F::octets)];
+}
+
+void PortCounters::clear()
+{
+    packets_sent_before = packets_sent(*this);
+    octets_sent_before = octets_sent(*this);
+    counts = {};
+    zero_at.clear();
 }
 
 uint64 statistic(const PortCounters &counters, bcm_stat_val_t type)

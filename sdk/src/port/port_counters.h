@@ -43,6 +43,8 @@ enum class FrameCounter : std::uint8_t {
 enum class Discard {
     // On arrival.
     port_takes_none,
+    rate_in,
+    policer,
     tag_type,
     vlan_unknown,
     vlan_filter,
@@ -57,11 +59,16 @@ enum class Discard {
     ttl,
     mtu,
     no_destination,
+    storm_unknown_unicast,
+    storm_multicast,
+    storm_broadcast,
     // Instead of being sent.
     no_link,
     stp_state_to_send,
     vlan_filter_to_send,
     too_long_to_send,
+    policer_to_send,
+    queue_full,
     count
 };
 
@@ -84,7 +91,11 @@ constexpr std::size_t place(Discard reason)
 }
 
 struct PortCounters {
+    /// All is 0 from now on but for what was sent in all.
+    void clear();
+
     std::array<uint64, counters_of_a_port> counts = {};
+    uint64 packets_sent_before = 0, octets_sent_before = 0;  // until it was cleared
     std::map<bcm_stat_val_t, uint64> zero_at;  // of statistics that were set, since they share counters
 };
 
@@ -92,6 +103,10 @@ inline void count_discard(PortCounters &counters, Discard reason)
 {
     ++counters.counts[place(reason)];
 }
+
+/// Packets and octets that were sent, whatever was cleared.
+uint64 packets_sent(const PortCounters &counters);
+uint64 octets_sent(const PortCounters &counters);
 
 /// What a frame counts in, the same at each port that it passes.
 class FrameCounts {

@@ -46,7 +46,9 @@ extern "C" {
 int sim_bcm_stat_init(int unit)
 {
     return begin(unit).then([](Switch &sw) -> int {
-        sw.of<PortState>().counters.fill({});
+        for (PortCounters &counters : sw.of<PortState>().counters) {
+            counters.clear();
+        }
         return BCM_E_NONE;
     });
 }
@@ -59,7 +61,7 @@ int sim_bcm_stat_sync(int unit)
 int sim_bcm_stat_clear(int unit, bcm_port_t port)
 {
     return begin(unit, port_counters(port)).then([](PortCounters &counters) {
-        counters = {};
+        counters.clear();
         return BCM_E_NONE;
     });
 }

@@ -3,8 +3,12 @@
 #include "l2.h"
 #include "l3.h"
 #include "mdio.h"
+#include "mirror.h"
+#include "path_state.h"
 #include "phy.h"
+#include "policer.h"
 #include "port.h"
+#include "queue.h"
 #include "rule_store.h"
 #include "trunk.h"
 #include "vlan.h"
@@ -47,6 +51,10 @@ constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<TrunkState>(Room::trunk),
     maker<L2State>(Room::l2),
     maker<L3State>(Room::l3),
+    maker<MirrorState>(Room::mirror),
+    maker<PolicerState>(Room::policer),
+    maker<QueueState>(Room::queue),
+    maker<PathState>(Room::path),
 };
 
 }  // namespace sim

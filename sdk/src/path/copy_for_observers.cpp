@@ -1,0 +1,107 @@
+#include "mirror.h"
+#include "stages.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace sim {
+
+namespace {
+
+/// Where a copy leaves; -1 if it cannot.
+int port_to(Passage &passage, const Destination &to)
+{
+    if (to.kind == Destination::Kind::port) {
+        return to.id;
+    }
+    const SendingTrunk *trunk = trunks_of(passage.sw).ports().find(to.id);
+    const PortSet able = trunk != nullptr ? trunk->senders & linked_ports(passage.sw) : PortSet();
+    return able.empty() ? -1 : select_by_criterion(passage.sw, *trunk, able, {passage.frame, passage.port});
+}
+
+/// Whether it leaves. Spanning trees and VLANs are nothing to it.
+bool send_copy(Passage &passage, int port, std::vector<unsigned char> &bytes, const char *what)
+{
+    bytes.resize(std::max(bytes.size(), frame_min - checksum_bytes));
+    const ByteView frame = {bytes.data(), bytes.size()};
+    const std::size_t length = length_with_checksum(frame);
+    if (!has_link(passage.sw, port)) {
+        passage.drop_at(port, Discard::no_link);
+        return false;
+    }
+    if (length > std::min(static_cast<std::size_t>(port_of(passage.sw, port).frame_max), frame_longest)) {
+        passage.drop_at(port, Discard::too_long_to_send);
+        return false;
+    }
+    FrameCounts(frame).sent(passage.counters_at(port));
+    if (is_traced) {
+        tell_step(passage, simStageLeave, port, "%zu bytes, %s", length, what);
+    }
+    FrameBuffer copy;
+    copy.fill(frame);
+    passage.departures.add(port, std::move(copy));
+    return true;
+}
+
+void send_mirrored(Passage &passage, int port, bcm_vlan_t vlan, uint32 direction, bool is_sampled,
+                   ByteView frame)
+{
+    for (MirrorCopy &copy : mirror_copies(passage.sw, port, vlan, direction, is_sampled, frame)) {
+        const std::size_t length = copy.frame.size() + checksum_bytes;
+        const int to = port_to(passage, copy.to);
+        const bool left = to >= 0
+                          && send_copy(passage, to, copy.frame,
+                                       direction & mirrors_in ? "a mirrored copy of what arrived"
+                                                              : "a mirrored copy of what leaves");
+        if (copy.destination != nullptr) {
+            copy.destination->count(left, length);
+        }
+    }
+}
+
+bool send_sample(Passage &passage, int port, Direction direction, ByteView frame)
+{
+    if (!is_sample(passage.sw, port, direction)) {
+        return false;
+    }
+    std::vector<unsigned char> bytes(frame.data, frame.data + frame.size);
+    send_copy(passage, cpu_port, bytes,
+              direction == Direction::received ? "a sample of what arrived" : "a sample of what leaves");
+    return true;
+}
+
+[[gnu::cold, gnu::noinline]] void copy_what_arrives(Passage &passage)
+{
+    const ByteView frame = passage.frame.bytes;
+    passage.is_sampled = send_sample(passage, passage.port, Direction::received, frame);
+    send_mirrored(passage, passage.port, 0, mirrors_in, passage.is_sampled, frame);
+}
+
+}  // namespace
+
+Onward copy_arrival(Passage &passage)
+{
+    if (passage.own().copies_in) {
+        copy_what_arrives(passage);
+    }
+    return Onward::next;
+}
+
+[[gnu::cold, gnu::noinline]] void copy_in_vlan(Passage &passage)
+{
+    send_mirrored(passage, passage.port, passage.vid, mirrors_in, passage.is_sampled, passage.frame.bytes);
+}
+
+[[gnu::cold, gnu::noinline]] void copy_departure(Passage &passage, int port, const Head &head)
+{
+    // The beginning of another copy is written to the same place.
+    const ByteView written = passage.departures.frame.written(head);
+    const std::vector<unsigned char> bytes(written.data, written.data + written.size);
+    const ByteView frame = {bytes.data(), bytes.size()};
+    const bool is_sampled = send_sample(passage, port, Direction::sent, frame);
+    send_mirrored(passage, port, 0, mirrors_out, is_sampled, frame);
+    send_mirrored(passage, port, passage.vid, mirrors_out, is_sampled, frame);
+}
+
+}  // namespace sim
