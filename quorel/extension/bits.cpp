@@ -39,8 +39,8 @@ bool write_number(const CType &type, char *address, PyObject *value)
 // The number of a bit by its number or name; less than 0 with an exception.
 Py_ssize_t bit_of(const CType &type, PyObject *item)
 {
-    Owned text =
-        Owned::steal(PyUnicode_Check(item) ? PyUnicode_AsASCIIString(item) : Owned::share(item).release());
+    Owned text = Owned::steal(PyUnicode_Check(item) ? PyCodec_Encode(item, "ascii", nullptr)
+                                                    : Owned::share(item).release());
     if (!text) {
         return -1;
     }

@@ -366,7 +366,8 @@ constexpr Form port_forms[] = {
 
 constexpr Form counters_forms[] = {
     {"", "[PORTS]", show_counters, "show the counters that are not 0"},
-    {"rates", "[PORTS]", show_rates, "show what has moved since this was last asked, and how fast by the clock"},
+    {"rates", "[PORTS]", show_rates,
+     "show what has moved since this was last asked, and how fast by the clock"},
     {"clear", "[PORTS]", clear_counters, "set them to 0"},
 };
 
