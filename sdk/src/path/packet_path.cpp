@@ -76,9 +76,8 @@ public:
             tap(sw.unit, port, Direction::received, departures.frame.bytes());
         }
         Passage passage(sw, port, departures);
-        const Onward onward =
-            run<arrive, copy_arrival, admit, classify, look_at_tree, look_at_source, police_arrival, route,
-                find_destination>(passage);
+        const Onward onward = run<arrive, copy_arrival, admit, classify, look_at_tree, look_at_source,
+                                  police_arrival, route, find_destination>(passage);
         if (onward == Onward::decided) {
             run<limit_storms, replicate, edit, leave>(passage);
         }
