@@ -963,7 +963,7 @@ typedef int (*bcm_cosq_subscriber_map_traverse_cb)(int unit, bcm_cosq_subscriber
 
 /*
  * The module. init gives every port its default queues; after detach every function but init returns
- * BCM_E_INIT. config: queues per port, 1..8.
+ * BCM_E_INIT. config: queues per port, 1..8, 8 at first.
  */
 int bcm_cosq_init(int unit);
 int bcm_cosq_detach(int unit);
@@ -1031,7 +1031,7 @@ void bcm_cosq_gport_discard_t_init(bcm_cosq_gport_discard_t *discard);
 int bcm_cosq_gport_get(int unit, bcm_gport_t gport, bcm_port_t *port, int *numq, uint32 *flags);
 int bcm_cosq_gport_traverse(int unit, bcm_cosq_gport_traverse_cb cb, void *user_data);
 
-/* Buffer that a queue is given at least, and at most. */
+/* Buffer that a queue is given at least, and at most; 1 MB at first. */
 int bcm_cosq_gport_size_set(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, uint32 bytes_min,
                             uint32 bytes_max);
 int bcm_cosq_gport_size_get(int unit, bcm_gport_t gport, bcm_cos_queue_t cosq, uint32 *bytes_min,
@@ -1272,7 +1272,7 @@ int bcm_cosq_slow_profile_get(int unit, bcm_cosq_slow_level_t *slow_level,
 
 /*
  * Counters of a queue of a port. get returns what was collected last, sync_get reads the device; a 32-bit
- * getter returns the low half. config: whether a counter counts.
+ * getter returns the low half; BCM_E_UNAVAIL for what queues do not count. config: whether a counter counts.
  */
 int bcm_cosq_stat_get(int unit, bcm_gport_t port, bcm_cos_queue_t cosq, bcm_cosq_stat_t stat, uint64 *value);
 int bcm_cosq_stat_get32(int unit, bcm_gport_t port, bcm_cos_queue_t cosq, bcm_cosq_stat_t stat,

@@ -2,7 +2,7 @@
  * Mirroring: copies of packets that go to a port, or in a tunnel to another network, for someone to look at.
  *
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, port or VLAN id out of range, unknown flag). Functions that take
+ * BCM_E_INIT, BCM_E_PORT and BCM_E_PARAM (null pointer, VLAN id or flag out of range). Functions that take
  * a destination give BCM_E_NOT_FOUND if it does not exist. Destinations are gports of their own kind. A
  * record's _t_init sets all its members to zero, which asks for nothing special.
  */
@@ -145,7 +145,7 @@ typedef int (*bcm_mirror_destination_traverse_cb)(int unit, bcm_mirror_destinati
 int bcm_mirror_init(int unit);
 int bcm_mirror_detach(int unit);
 
-/* Where mirroring is done, BCM_MIRROR_*. */
+/* Where mirroring is done, BCM_MIRROR_*; at first, and besides unless disabled, at destinations of ports. */
 int bcm_mirror_mode_set(int unit, int mode);
 int bcm_mirror_mode_get(int unit, int *mode);
 
@@ -176,7 +176,7 @@ int bcm_mirror_port_info_get(int unit, bcm_port_t port, bcm_mirror_port_info_t *
 
 /*
  * Destinations. create chooses the lowest free id unless BCM_MIRROR_DEST_WITH_ID, and writes it to
- * mirror_dest_id; BCM_E_EXISTS, BCM_E_FULL. destroy gives BCM_E_BUSY while a port uses it, get says how many
+ * mirror_dest_id; BCM_E_EXISTS, BCM_E_FULL, BCM_E_UNAVAIL. destroy: BCM_E_BUSY in use, get says how many
  * do. find gives the lowest id of one that is equal in every other member.
  */
 void bcm_mirror_destination_t_init(bcm_mirror_destination_t *mirror_dest);

@@ -1,6 +1,8 @@
 #include "queue.h"
 #include "stages.h"
 
+#include <algorithm>
+
 namespace sim {
 
 namespace {
@@ -27,7 +29,8 @@ namespace {
     if (number_at(frame, frame_header_bytes) != opcode_of_pause) {
         return;
     }
-    const auto speed = static_cast<Time>(speed_of(passage.sw, passage.port));  // bits in a microsecond
+    // Bits in a microsecond, of a port that has a link.
+    const auto speed = static_cast<Time>(std::max(speed_of(passage.sw, passage.port), 1));
     const Time bits = Time{bits_of_quantum} * number_at(frame, frame_header_bytes + 2);
     pause(passage.sw, passage.port, bits * nanoseconds_per_microsecond / speed);
     add_what_waited(passage.sw, passage.port, passage.departures);
