@@ -1,16 +1,24 @@
 /// Sends packets through the simulated switch and does nothing else, for what counts instructions.
 ///
-///     packets unicast|flood COUNT
+///     packets unicast|flood|routed4|routed6 COUNT [ROUTES]
 ///
 /// unicast: between two ports whose addresses are known. flood: to an address that nobody has, out of the 63
-/// other ports, untagged and tagged in turns. Exit status 1 if one did not leave as often as it should.
+/// other ports, untagged and tagged in turns. routed4, routed6: between two VLANs, to addresses all over a table of
+/// ROUTES networks, whose lengths are those that the Internet's have. Exit status 1 if one did not leave as often as
+/// it should.
 #include <bcm/l2.h>
+#include <bcm/l3.h>
+#include <bcm/port.h>
 #include <bcm/vlan.h>
 #include <sim/traffic.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -18,6 +26,11 @@ constexpr int unit = 0;
 constexpr int from_port = 1;
 constexpr int to_port = 7;
 constexpr int front_ports = 64;
+constexpr bcm_vlan_t to_vlan = 20;
+constexpr std::size_t flows = 1024;
+constexpr int frame_bytes = 60;
+
+using Frame = std::vector<unsigned char>;
 
 long left = 0;
 
@@ -46,25 +59,172 @@ bool know(const unsigned char *mac, int port)
     return bcm_l2_addr_add(unit, &address) == BCM_E_NONE;
 }
 
+Frame plain_frame(unsigned type)
+{
+    Frame frame = {0x02, 0, 0, 0, 0, 0x2a, 0x02, 0, 0, 0, 0, 0x01};
+    frame.push_back(static_cast<unsigned char>(type >> 8));
+    frame.push_back(static_cast<unsigned char>(type));
+    frame.resize(frame_bytes);
+    return frame;
+}
+
+void put_checksum(unsigned char *header)
+{
+    unsigned sum = 0;
+    for (int i = 0; i < 20; i += 2) {
+        sum += static_cast<unsigned>(header[i] << 8 | header[i + 1]);
+    }
+    sum = (sum & 0xffff) + (sum >> 16);
+    sum = ~((sum & 0xffff) + (sum >> 16));
+    header[10] = static_cast<unsigned char>(sum >> 8);
+    header[11] = static_cast<unsigned char>(sum);
+}
+
+/// A router between the default VLAN and another one, and frames for it.
+class Router {
+public:
+    explicit Router(bool is_ip6) : is_ip6_(is_ip6) {}
+
+    bool configure(long routes)
+    {
+        bcm_pbmp_t port = {};
+        BCM_PBMP_PORT_ADD(port, to_port);
+        bcm_l3_intf_t first, second;
+        bcm_l3_egress_t egress;
+        bcm_if_t object = 0;
+        if (bcm_vlan_create(unit, to_vlan) != BCM_E_NONE
+            || bcm_vlan_port_add(unit, to_vlan, port, port) != BCM_E_NONE
+            || !make_interface(&first, BCM_VLAN_DEFAULT) || !make_interface(&second, to_vlan)) {
+            return false;
+        }
+        bcm_l3_egress_t_init(&egress);
+        egress.intf = second.l3a_intf_id;
+        egress.port = to_port;
+        egress.mac_addr[0] = 2;
+        egress.mac_addr[5] = 9;
+        if (bcm_l3_egress_create(unit, 0, &egress, &object) != BCM_E_NONE) {
+            return false;
+        }
+        for (long i = 0; i < routes;) {
+            const int status = add_route(object);
+            if (status != BCM_E_NONE && status != BCM_E_EXISTS) {
+                return false;
+            }
+            i += status == BCM_E_NONE;
+        }
+        return true;
+    }
+
+    /// To addresses within its networks.
+    std::vector<Frame> frames()
+    {
+        std::vector<Frame> made;
+        for (std::size_t i = 0; i < flows; ++i) {
+            Frame frame = plain_frame(is_ip6_ ? 0x86dd : 0x0800);
+            unsigned char *packet = frame.data() + 14;
+            const std::vector<unsigned char> &to = networks_[chance_() % networks_.size()];
+            packet[0] = is_ip6_ ? 0x60 : 0x45;
+            packet[is_ip6_ ? 5 : 3] = is_ip6_ ? 6 : 46;
+            packet[is_ip6_ ? 6 : 9] = 17;
+            packet[is_ip6_ ? 7 : 8] = 64;
+            packet[is_ip6_ ? 8 : 12] = 10;
+            std::memcpy(packet + (is_ip6_ ? 24 : 16), to.data(), to.size());
+            packet[is_ip6_ ? 39 : 19] = 1;
+            if (!is_ip6_) {
+                put_checksum(packet);
+            }
+            made.push_back(frame);
+        }
+        return made;
+    }
+
+private:
+    static bool make_interface(bcm_l3_intf_t *interface, bcm_vlan_t vlan)
+    {
+        bcm_l3_intf_t_init(interface);
+        interface->l3a_vid = vlan;
+        interface->l3a_mac_addr[0] = 2;
+        interface->l3a_mac_addr[5] = 0x2a;
+        return bcm_l3_intf_create(unit, interface) == BCM_E_NONE;
+    }
+
+    unsigned length()
+    {
+        const unsigned part = chance_() % 100;
+        if (is_ip6_) {
+            return part < 50 ? 48 : part < 70 ? 32 : part < 80 ? 64 : 29 + part % 20;
+        }
+        return part < 60 ? 24 : part < 95 ? 16 + part % 8 : 8 + part % 8;
+    }
+
+    int add_route(bcm_if_t object)
+    {
+        bcm_l3_route_t route;
+        bcm_l3_route_t_init(&route);
+        route.l3a_intf = object;
+        route.l3a_flags = is_ip6_ ? BCM_L3_IP6 : 0;
+        std::vector<unsigned char> network(is_ip6_ ? 16 : 4), mask(network.size());
+        const unsigned bits = length();
+        for (unsigned i = 0; i < bits; ++i) {
+            mask[i / 8] = static_cast<unsigned char>(mask[i / 8] | 0x80 >> i % 8);
+        }
+        for (std::size_t i = 0; i < network.size(); ++i) {
+            network[i] = static_cast<unsigned char>(chance_() >> 7) & mask[i];
+        }
+        network[0] = static_cast<unsigned char>(is_ip6_ ? 0x20 | (network[0] & 15) : 1 + network[0] % 126);
+        if (is_ip6_) {
+            std::memcpy(route.l3a_ip6_net, network.data(), network.size());
+            std::memcpy(route.l3a_ip6_mask, mask.data(), mask.size());
+        } else {
+            for (int i = 0; i < 4; ++i) {
+                route.l3a_subnet = route.l3a_subnet << 8 | network[static_cast<std::size_t>(i)];
+                route.l3a_ip_mask = route.l3a_ip_mask << 8 | mask[static_cast<std::size_t>(i)];
+            }
+        }
+        const int status = bcm_l3_route_add(unit, &route);
+        if (status == BCM_E_NONE) {
+            networks_.push_back(network);
+        }
+        return status;
+    }
+
+    bool is_ip6_;
+    std::minstd_rand chance_;  // the same in each run
+    std::vector<std::vector<unsigned char>> networks_;
+};
+
 }  // namespace
 
 int main(int argc, char **argv)
 {
-    const bool floods = argc == 3 && std::strcmp(argv[1], "flood") == 0;
-    if (argc != 3 || (!floods && std::strcmp(argv[1], "unicast") != 0)) {
-        std::fprintf(stderr, "usage: packets unicast|flood COUNT\n");
+    const std::string scenario = argc >= 3 ? argv[1] : "";
+    const bool routes = scenario == "routed4" || scenario == "routed6";
+    if ((argc != 3 && (argc != 4 || !routes)) || (scenario != "flood" && scenario != "unicast" && !routes)) {
+        std::fprintf(stderr, "usage: packets unicast|flood|routed4|routed6 COUNT [ROUTES]\n");
         return 2;
     }
-    unsigned char frame[60] = {0x02, 0, 0, 0, 0, 0x2a, 0x02, 0, 0, 0, 0, 0x01, 0x08, 0x00};
-    if (!know(frame + 6, from_port) || (floods ? !tag_half() : !know(frame, to_port))) {
+    std::vector<Frame> frames = {plain_frame(0x0800)};
+    const unsigned char *frame = frames[0].data();
+    if (!know(frame + 6, from_port)) {
+        return 1;
+    }
+    Router router(scenario == "routed6");
+    if (routes) {
+        if (!router.configure(argc == 4 ? std::atol(argv[3]) : 1000)) {
+            return 1;
+        }
+        frames = router.frames();
+    } else if (scenario == "flood" ? !tag_half() : !know(frame, to_port)) {
         return 1;
     }
     sim_packet_watch(count, nullptr);
     const long packets = std::atol(argv[2]);
+    const std::size_t mask = frames.size() - 1;  // a power of two of them
     for (long i = 0; i < packets; ++i) {
-        if (sim_packet_arrive(unit, from_port, frame, sizeof frame) != BCM_E_NONE) {
+        const unsigned char *data = frames[static_cast<std::size_t>(i) & mask].data();
+        if (sim_packet_arrive(unit, from_port, data, frame_bytes) != BCM_E_NONE) {
             return 1;
         }
     }
-    return left == packets * (floods ? front_ports - 1 : 1) ? 0 : 1;
+    return left == packets * (scenario == "flood" ? front_ports - 1 : 1) ? 0 : 1;
 }

@@ -18,7 +18,7 @@ def udp(length=8, ports=(1000, 2000)):
 
 class Random(RouterTest):
     """Tables and packets are those of a seed, so a failure comes again."""
-    PACKETS = 5000
+    PACKETS = 3000
 
     def hop(self, chance, kinds=('forward',) * 6 + ('cpu', 'discard', 'unresolved')):
         kind = chance.choice(kinds)

@@ -49,6 +49,10 @@ private:
         Node *nodes = nullptr;
     };
 
+    template <bool by_instruction>
+    std::uint32_t find_longest(IpAddress address) const;
+    std::uint32_t longest_by_instruction(IpAddress address) const;
+
     static void put(Node &node, IpAddress network, unsigned length, std::uint32_t number);
     static void remove(Node &node, IpAddress network, unsigned length);
     static void clear(Node &node);

@@ -14,8 +14,8 @@ void RouterAddresses::work_out(const L3Objects &objects, const VirtualRouters &v
         slots *= 2;
     }
     std::vector<Slot>(slots).swap(slots_);
+    mask_ = slots - 1;
     of_vlans_.assign(objects.interfaces.empty() ? 0 : VlanTable::id_max + 1, nullptr);
-    used_ = 0;
     for (const auto &[id, interface] : objects.interfaces) {
         const bcm_l3_intf_t &record = interface.record;
         if (of_vlans_[record.l3a_vid] == nullptr) {
@@ -39,14 +39,12 @@ void RouterAddresses::work_out(const L3Objects &objects, const VirtualRouters &v
 
 void RouterAddresses::add(L2Key key, const Match &match)
 {
-    const std::size_t mask = slots_.size() - 1;
     std::size_t slot = home(key);
     while (slots_[slot].key != 0 && slots_[slot].key != key) {
-        slot = (slot + 1) & mask;
+        slot = (slot + 1) & mask_;
     }
     if (slots_[slot].key == 0) {  // else an interface has it
         slots_[slot] = {key, match};
-        ++used_;
     }
 }
 

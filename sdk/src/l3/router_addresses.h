@@ -37,15 +37,12 @@ public:
     /// As interfaces and virtual routers are now.
     void work_out(const L3Objects &objects, const VirtualRouters &virtual_routers);
 
-    bool empty() const { return used_ == 0; }
-
     Match find(L2Key key) const
     {
         if (slots_.empty()) {
             return {};
         }
-        const std::size_t mask = slots_.size() - 1;
-        for (std::size_t slot = home(key);; slot = (slot + 1) & mask) {
+        for (std::size_t slot = home(key);; slot = (slot + 1) & mask_) {
             if (slots_[slot].key == key) {
                 return slots_[slot].match;
             }
@@ -70,12 +67,12 @@ private:
     std::size_t home(L2Key key) const
     {
         const std::uint64_t hash = (key ^ (key >> 32)) * 0x9E3779B97F4A7C15u;
-        return static_cast<std::size_t>(hash >> 32) & (slots_.size() - 1);
+        return static_cast<std::size_t>(hash >> 32) & mask_;
     }
     void add(L2Key key, const Match &match);
 
-    std::vector<Slot> slots_;  // a power of two, at most half of them in use
-    std::size_t used_ = 0;
+    std::vector<Slot> slots_;                    // a power of two, at most half of them in use
+    std::size_t mask_ = 0;                       // of the place of a slot
     std::vector<const L3Interface *> of_vlans_;  // as far as there are interfaces
 };
 

@@ -8,46 +8,53 @@ namespace sim {
 
 namespace {
 
-/// How much of an IP packet a router changes, from its start.
-std::size_t changed_bytes(const Passage &passage)
+/// One hop less, in an IPv4 header.
+void count_hop(unsigned char *header)
 {
-    return passage.frame.type == type_ip6 ? ip6_hop_limit_at + 1 : ip4_checksum_at + 2;
-}
-
-/// One hop less.
-void count_hop(unsigned char *header, bool is_ip6)
-{
-    if (is_ip6) {
-        --header[ip6_hop_limit_at];
-        return;
-    }
     --header[ip4_ttl_at];
     // The checksum grows by what the word has lost, in arithmetic of ones' complement.
     const unsigned checksum = number_at(header + ip4_checksum_at) + 0x100;
     put_number(header + ip4_checksum_at, checksum >= 0xffff ? checksum + 1 : checksum);
 }
 
-void write_addresses(const Passage &passage, unsigned char *bytes)
+/// What a router changes of the frame behind its addresses and tag, from its type on.
+constexpr std::size_t routed_ip4_bytes = 2 + ip4_checksum_at + 2;
+constexpr std::size_t routed_ip6_bytes = 2 + ip6_hop_limit_at + 1;
+
+template <std::size_t size>
+void copy(unsigned char *untagged, unsigned char *tagged, const unsigned char *bytes)
 {
-    std::memcpy(bytes, passage.frame.bytes.data, addresses_bytes);
-    if (passage.hop == nullptr || (passage.hop->flags & BCM_L3_L2ONLY)) {
-        return;
-    }
-    const NextHop &hop = *passage.hop;
-    if (!(hop.flags & BCM_L3_KEEP_DSTMAC)) {
-        std::memcpy(bytes, hop.mac, address_bytes);
-    }
-    if (!(hop.flags & BCM_L3_KEEP_SRCMAC)) {
-        std::memcpy(bytes + address_bytes, hop.interface->record.l3a_mac_addr, address_bytes);
-    }
+    std::memcpy(untagged, bytes, size);
+    std::memcpy(tagged, bytes, size);
 }
 
-/// The type and the beginning of a packet that is routed.
-void write_packet(const Passage &passage, unsigned char *bytes, std::size_t size)
+/// Writes the addresses with which a packet is routed in place of its own, and the beginning of the packet behind them
+/// and the tag. It has two beginnings, of which the second has a tag.
+void write_routed(const Passage &passage, Head &untagged, Head &tagged)
 {
-    std::memcpy(bytes, passage.frame.bytes.data + passage.frame.untagged_from, size);
-    if (!(passage.hop->flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY))) {
-        count_hop(bytes + 2, passage.frame.type == type_ip6);
+    const NextHop &hop = *passage.hop;
+    unsigned char *const addresses = untagged.bytes(), *const tagged_addresses = tagged.bytes();
+    if (!(hop.flags & (BCM_L3_KEEP_DSTMAC | BCM_L3_L2ONLY))) {
+        copy<address_bytes>(addresses, tagged_addresses, hop.mac);
+    }
+    if (!(hop.flags & (BCM_L3_KEEP_SRCMAC | BCM_L3_L2ONLY))) {
+        copy<address_bytes>(addresses + address_bytes, tagged_addresses + address_bytes,
+                            hop.interface->record.l3a_mac_addr);
+    }
+    unsigned char *const packet = addresses + addresses_bytes;
+    unsigned char *const tagged_packet = tagged_addresses + addresses_bytes + tag_bytes;
+    const unsigned char *const came = passage.frame.bytes.data + passage.frame.untagged_from;
+    const bool counts_hop = !(hop.flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY));
+    if (passage.frame.type == type_ip4) {
+        copy<routed_ip4_bytes>(packet, tagged_packet, came);
+        if (counts_hop) {
+            count_hop(packet + 2);
+            std::memcpy(tagged_packet, packet, routed_ip4_bytes);
+        }
+    } else {
+        copy<routed_ip6_bytes>(packet, tagged_packet, came);
+        packet[2 + ip6_hop_limit_at] -= counts_hop;
+        tagged_packet[2 + ip6_hop_limit_at] -= counts_hop;
     }
 }
 
@@ -60,16 +67,16 @@ Onward edit(Passage &passage)
     }
     auto &[untagged, tagged] = passage.departures.heads;
     const Frame &frame = passage.frame;
-    const std::size_t own = passage.hop != nullptr ? 2 + changed_bytes(passage) : 0;
+    const std::size_t own = passage.hop == nullptr   ? 0
+                            : frame.type == type_ip4 ? routed_ip4_bytes
+                                                     : routed_ip6_bytes;
     untagged.start(frame.untagged_from + own, addresses_bytes + own);
     tagged.start(frame.untagged_from + own, addresses_bytes + tag_bytes + own);
-    write_addresses(passage, untagged.bytes());
-    write_addresses(passage, tagged.bytes());
+    copy<addresses_bytes>(untagged.bytes(), tagged.bytes(), frame.bytes.data);
     put_number(tagged.bytes() + addresses_bytes, type_vlan);
     put_number(tagged.bytes() + addresses_bytes + 2, frame.tag_of(passage.vid));
-    if (own != 0) {
-        write_packet(passage, untagged.bytes() + addresses_bytes, own);
-        write_packet(passage, tagged.bytes() + addresses_bytes + tag_bytes, own);
+    if (passage.hop != nullptr) {
+        write_routed(passage, untagged, tagged);
     }
     return Onward::next;
 }

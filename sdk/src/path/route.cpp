@@ -97,7 +97,8 @@ Onward give_up(Passage &passage, Discard reason, bool goes_to_cpu)
 std::uint32_t flow_hash(const IpHeader &header)
 {
     constexpr std::uint64_t odd = 0x9e3779b97f4a7c15u;
-    std::uint64_t hash = header.from.high * odd + header.from.low;
+    const IpAddress from = header.from();
+    std::uint64_t hash = from.high * odd + from.low;
     hash = (hash ^ hash >> 32) * odd + header.to.high;
     hash = (hash ^ hash >> 32) * odd + header.to.low;
     hash = (hash ^ hash >> 32) * odd + (static_cast<std::uint64_t>(header.protocol()) << 32 | header.ports());
@@ -127,7 +128,7 @@ bool leads_through(const NextHop *hop, bcm_vlan_t vid)
 /// Whether a packet from there may come in here.
 bool is_source_expected(Passage &passage, L3State &l3, const Ingress &ingress, const IpHeader &header)
 {
-    const L3Found source = l3_find(l3, header.from, ingress.vrf, header.is_ip6);
+    const L3Found source = l3_find(l3, header.from(), ingress.vrf, header.is_ip6);
     if (source.entry != nullptr && (source.entry->flags & BCM_L3_SRC_DISCARD)) {
         return false;
     }
