@@ -219,10 +219,14 @@ int main(int argc, char **argv)
     }
     sim_packet_watch(count, nullptr);
     const long packets = std::atol(argv[2]);
-    const std::size_t mask = frames.size() - 1;  // a power of two of them
+    std::vector<const unsigned char *> sent;
+    for (const Frame &each : frames) {
+        sent.push_back(each.data());
+    }
+    const std::size_t mask = sent.size() - 1;  // a power of two of them
     for (long i = 0; i < packets; ++i) {
-        const unsigned char *data = frames[static_cast<std::size_t>(i) & mask].data();
-        if (sim_packet_arrive(unit, from_port, data, frame_bytes) != BCM_E_NONE) {
+        if (sim_packet_arrive(unit, from_port, sent[static_cast<std::size_t>(i) & mask], frame_bytes)
+            != BCM_E_NONE) {
             return 1;
         }
     }

@@ -75,8 +75,17 @@ struct L2State : RoomState {
     KeyedTable<L2Key, bool> tunnels{1024};  // the value says nothing
     KeyedTable<L2Key, bcm_l2_auth_addr_t> authorised{4096};
     ObjectTable<bcm_l2_station_t> stations{512};
-    std::vector<bcm_l2_station_t>
-        stations_by_priority;  // the same as packets see them, worked out at each change
+    // The same as packets see them, worked out at each change.
+    std::vector<bcm_l2_station_t> stations_by_priority;
+
+    /// Who may take packets that else are bridged: stations, and routers, as layer 3 says.
+    enum Takers : unsigned { no_takers, stations_take = 1, routers_take = 2 };
+    unsigned takers = no_takers;
+    void put_takers(Takers which, bool are_there)
+    {
+        takers = are_there ? takers | which : takers & ~unsigned{which};
+    }
+
     ObjectTable<bcm_l2_egress_t> egress{16384};
     ObjectTable<bcm_l2_mac_port_t> mac_ports{1024};
 

@@ -16,6 +16,7 @@ void L2State::order_stations()
         stations_by_priority.push_back(station);
         return 0;
     });
+    put_takers(stations_take, !stations_by_priority.empty());
     // Of equal priority the lowest id comes first.
     std::stable_sort(stations_by_priority.begin(), stations_by_priority.end(),
                      [](const auto &a, const auto &b) { return a.priority > b.priority; });

@@ -31,6 +31,8 @@ struct L3State : RoomState {
 
     static constexpr int paths_max = 1024;  ///< of a group
 
+    explicit L3State(Switch &sw) : l2_(sw.of<L2State>()) {}
+
     bool initialised = true;
     L3Settings settings;
 
@@ -52,14 +54,7 @@ struct L3State : RoomState {
     }
 
     /// Interfaces or virtual routers have changed, or whether packets are routed at all.
-    void change_addresses()
-    {
-        addresses_are_worked_out_ = false;
-        has_addresses = initialised && settings.routes
-                        && (!objects.interfaces.empty() || !virtual_routers.of_version[0].empty()
-                            || !virtual_routers.of_version[1].empty());
-    }
-    bool has_addresses = false;
+    void change_addresses();
 
     /// Empties all tables.
     void clear();
@@ -67,6 +62,7 @@ struct L3State : RoomState {
     void retire() override { clear(); }
 
 private:
+    L2State &l2_;
     RouterAddresses addresses_;
     bool addresses_are_worked_out_ = false;
 };

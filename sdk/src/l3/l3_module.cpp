@@ -9,6 +9,15 @@ using namespace sim;
 
 namespace sim {
 
+void L3State::change_addresses()
+{
+    const auto &[ip4, ip6] = virtual_routers.of_version;
+    addresses_are_worked_out_ = false;
+    l2_.put_takers(
+        L2State::routers_take,
+        initialised && settings.routes && (!objects.interfaces.empty() || !ip4.empty() || !ip6.empty()));
+}
+
 void L3State::clear()
 {
     routes.remove_all();

@@ -28,12 +28,25 @@ void copy(unsigned char *untagged, unsigned char *tagged, const unsigned char *b
     std::memcpy(tagged, bytes, size);
 }
 
-/// Writes the addresses with which a packet is routed in place of its own, and the beginning of the packet behind them
-/// and the tag. It has two beginnings, of which the second has a tag.
-void write_routed(const Passage &passage, Head &untagged, Head &tagged)
+void write_tag(const Passage &passage, Head &tagged)
 {
+    put_number(tagged.bytes() + addresses_bytes, type_vlan);
+    put_number(tagged.bytes() + addresses_bytes + 2, passage.frame.tag_of(passage.vid));
+}
+
+/// The beginnings of a packet that is routed: other addresses, and behind them and the tag what the router changes of the
+/// packet itself.
+[[gnu::noinline]] void edit_routed(const Passage &passage, Head &untagged, Head &tagged)
+{
+    const Frame &frame = passage.frame;
     const NextHop &hop = *passage.hop;
+    const bool is_ip4 = frame.type == type_ip4;
+    const std::size_t own = is_ip4 ? routed_ip4_bytes : routed_ip6_bytes;
+    untagged.start(frame.untagged_from + own, addresses_bytes + own);
+    tagged.start(frame.untagged_from + own, addresses_bytes + tag_bytes + own);
     unsigned char *const addresses = untagged.bytes(), *const tagged_addresses = tagged.bytes();
+    copy<addresses_bytes>(addresses, tagged_addresses, frame.bytes.data);
+    write_tag(passage, tagged);
     if (!(hop.flags & (BCM_L3_KEEP_DSTMAC | BCM_L3_L2ONLY))) {
         copy<address_bytes>(addresses, tagged_addresses, hop.mac);
     }
@@ -43,9 +56,9 @@ void write_routed(const Passage &passage, Head &untagged, Head &tagged)
     }
     unsigned char *const packet = addresses + addresses_bytes;
     unsigned char *const tagged_packet = tagged_addresses + addresses_bytes + tag_bytes;
-    const unsigned char *const came = passage.frame.bytes.data + passage.frame.untagged_from;
+    const unsigned char *const came = frame.bytes.data + frame.untagged_from;
     const bool counts_hop = !(hop.flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY));
-    if (passage.frame.type == type_ip4) {
+    if (is_ip4) {
         copy<routed_ip4_bytes>(packet, tagged_packet, came);
         if (counts_hop) {
             count_hop(packet + 2);
@@ -66,18 +79,15 @@ Onward edit(Passage &passage)
         return Onward::over;
     }
     auto &[untagged, tagged] = passage.departures.heads;
-    const Frame &frame = passage.frame;
-    const std::size_t own = passage.hop == nullptr   ? 0
-                            : frame.type == type_ip4 ? routed_ip4_bytes
-                                                     : routed_ip6_bytes;
-    untagged.start(frame.untagged_from + own, addresses_bytes + own);
-    tagged.start(frame.untagged_from + own, addresses_bytes + tag_bytes + own);
-    copy<addresses_bytes>(untagged.bytes(), tagged.bytes(), frame.bytes.data);
-    put_number(tagged.bytes() + addresses_bytes, type_vlan);
-    put_number(tagged.bytes() + addresses_bytes + 2, frame.tag_of(passage.vid));
     if (passage.hop != nullptr) {
-        write_routed(passage, untagged, tagged);
+        edit_routed(passage, untagged, tagged);
+        return Onward::next;
     }
+    const Frame &frame = passage.frame;
+    untagged.start(frame.untagged_from, addresses_bytes);
+    tagged.start(frame.untagged_from, addresses_bytes + tag_bytes);
+    copy<addresses_bytes>(untagged.bytes(), tagged.bytes(), frame.bytes.data);
+    write_tag(passage, tagged);
     return Onward::next;
 }
 

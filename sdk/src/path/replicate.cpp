@@ -6,7 +6,8 @@ namespace {
 
 void to_port(Passage &passage, const PortSet &origin, int port)
 {
-    if (origin.has(port)) {
+    // What is routed may leave where it came from.
+    if (origin.has(port) && passage.hop == nullptr) {
         passage.drop(Discard::no_destination);
     } else if (!has_link(passage.sw, port)) {
         passage.drop_at(port, Discard::no_link);
@@ -19,7 +20,8 @@ void to_port(Passage &passage, const PortSet &origin, int port)
 
 void to_trunk(Passage &passage, const PortSet &origin, const PortSet &can_send, const SendingTrunk *trunk)
 {
-    const PortSet able = trunk != nullptr ? (trunk->senders & can_send) - origin : PortSet();
+    const PortSet others = passage.hop == nullptr ? can_send - origin : can_send;
+    const PortSet able = trunk != nullptr ? trunk->senders & others : PortSet();
     if (able.empty()) {
         passage.drop(Discard::no_destination);
     } else {
@@ -65,9 +67,7 @@ void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, c
 Onward replicate(Passage &passage)
 {
     const TrunkPorts &trunks = trunks_of(passage.sw).ports();
-    // What is routed may leave where it came from.
-    const PortSet from =
-        passage.hop == nullptr ? trunks.origins[static_cast<std::size_t>(passage.port)] : PortSet();
+    const PortSet &from = trunks.origins[static_cast<std::size_t>(passage.port)];
     if (!passage.is_for_many && passage.to.kind == Destination::Kind::port) {
         to_port(passage, from, passage.to.id);
         return Onward::next;

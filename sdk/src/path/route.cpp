@@ -60,7 +60,7 @@ bool is_for(const bcm_l2_station_t &station, const Passage &passage)
 RouterAddresses::Match match_of(Passage &passage, L3State &l3, const L2State &l2)
 {
     RouterAddresses::Match match;
-    if (l3.has_addresses) {
+    if (l2.takers & L2State::routers_take) {
         match = l3.addresses().find(l2_key(passage.frame.to(), passage.vid));
     }
     if (match.takes != 0 || !l3.initialised || !l3.settings.routes) {
@@ -293,10 +293,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
 
 Onward route(Passage &passage)
 {
-    if (!l3_of(passage.sw).has_addresses && l2_of(passage.sw).stations_by_priority.empty()) {
-        return Onward::next;
-    }
-    return route_if_own(passage);
+    return l2_of(passage.sw).takers != L2State::no_takers ? route_if_own(passage) : Onward::next;
 }
 
 }  // namespace sim
