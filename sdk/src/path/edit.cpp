@@ -58,7 +58,7 @@ Onward edit(Passage &passage)
     if (passage.copies.empty()) {
         return Onward::over;
     }
-    auto &[untagged, tagged] = passage.departures.heads;
+    Head &untagged = passage.departures.heads[0], &tagged = passage.departures.heads[1];
     const Frame &frame = passage.frame;
     const std::size_t own = passage.hop != nullptr ? 2 + changed_bytes(passage) : 0;
     untagged.start(frame.untagged_from + own, addresses_bytes + own);
@@ -71,6 +71,7 @@ Onward edit(Passage &passage)
         write_packet(passage, untagged.bytes() + addresses_bytes, own);
         write_packet(passage, tagged.bytes() + addresses_bytes + tag_bytes, own);
     }
+    passage.departures.head_count = 2;
     return Onward::next;
 }
 
