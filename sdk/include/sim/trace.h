@@ -37,6 +37,7 @@ typedef enum sim_drop_e {
     simDropControl,           /* taken by the MAC: a control frame */
     simDropPortTakesNone,     /* bcm_port_discard: all */
     simDropTagType,           /* bcm_port_discard: with a tag, or without */
+    simDropTranslation,       /* bcmVlanTranslateIngressMissDrop, bcmVlanTranslateIngressHitDrop */
     simDropVlanUnknown,       /* no such VLAN */
     simDropVlanFilter,        /* the port filters and is no member of the VLAN */
     simDropTreeState,         /* the port does not forward in the spanning tree group */
@@ -47,6 +48,7 @@ typedef enum sim_drop_e {
     simDropTreeStateToSend,   /* it does not forward in the spanning tree group */
     simDropVlanFilterToSend,  /* it filters and is no member of the VLAN */
     simDropTooLongToSend,     /* longer than its bcm_port_frame_max */
+    simDropTranslationToSend, /* bcmVlanTranslateEgressMissDrop */
     simDropStorm,             /* the packet has gone over more cables than sim_storm_limit_set allows */
     simDropIpHeader,          /* of a packet to be routed: no sound header, or a wrong checksum of it */
     simDropIpSource,          /* BCM_L3_SRC_DISCARD, or no route back to its source, as the interface demands */

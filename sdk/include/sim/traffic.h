@@ -27,10 +27,23 @@ int sim_l2_age_step(int unit);
  *   1. The MAC drops what is shorter than 64 bytes or longer than bcm_port_frame_max, checksum included, and
  *      takes the control frames (type 0x8808) for itself: pauses hold back what the port sends if it obeys them
  *      (bcm_port_pause_set). What the MAC lets in is sampled and mirrored, as it came.
- *   2. The port's rate, bcm_port_rate_ingress_set. bcm_port_discard. A tag (type 0x8100) without VLAN id counts as
- *      none here.
- *   3. The VLAN of the tag or else the port's untagged VLAN has to exist, and to have the port as a member if
- *      the port filters (bcm_port_vlan_member, bcm_port_ifilter).
+ *   2. The port's rate, bcm_port_rate_ingress_set. bcm_port_discard. An outer tag begins with a TPID of the port (bcm_port_tpid_*), an inner one, or one alone,
+ *      with bcm_port_inner_tpid; at a port to customers (BCM_PORT_DTAG_MODE_EXTERNAL) all tags are inner ones. All
+ *      TPIDs are 0x8100 at first. A tag without VLAN id counts as none. What the port looks up for the tags
+ *      (bcmVlanTranslateIngressEnable, bcmVlanLookup*Enable: all on at first), the first found changes them:
+ *        a. bcm_vlan_translate_action_*: at the port by both VLANs, outer tag, inner tag, outer VLAN, inner VLAN, outer
+ *           priority, then so by its class (bcmPortClassVlanTranslateIngress), then anywhere; or only by
+ *           bcmVlanPortTranslateKeyFirst and Second. Then bcm_vlan_translate_*, the narrowest range, and for an inner
+ *           tag alone bcm_vlan_dtag_*. bcmVlanTranslateIngressHitDrop drops what is found, MissDrop tags that are not.
+ *        b. without outer tag: bcm_vlan_mac_*, bcm_vlan_ip_* (longest first; before addresses with
+ *           bcmVlanPortPreferIP4), bcm_port_protocol_vlan_* and bcm_vlan_port_protocol_action_*.
+ *        c. bcm_vlan_port_default_action_*.
+ *      In actions, Add makes a tag carry the new value, Replace one that is there, Copy takes the other tag's,
+ *      OuterAdd and InnerAdd those that arrived. The outer tag's priority is `priority`, as is that in the switch. Else
+ *      bcm_port_vlan_priority_map_* gives priority and colour, bcm_port_untagged_priority that of other packets.
+ *   3. The VLAN of the outer tag or else the port's untagged VLAN has to exist, and to have the port as a member if
+ *      the port filters (bcm_port_vlan_member, bcm_port_ifilter). With bcm_port_force_forward or _dest, all else then
+ *      does not count: the packet goes to that port.
  *   4. The port's state in the VLAN's spanning tree group. Packets to 01:80:c2:00:00:00 to ..:0f go to the
  *      CPU and nowhere else, unless that state is BCM_STG_STP_DISABLE.
  *   5. The source address is learnt, as by sim_l2_learn. BCM_L2_DISCARD_SRC; an address that was not known
@@ -47,21 +60,30 @@ int sim_l2_age_step(int unit);
  *      one less, also where it came from. What cannot be routed is dropped, or goes to the CPU as bcmSwitchL3*ToCpu
  *      and bcmSwitchUnknownL3DestToCpu say.
  *   7. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
- *      without entry, the VLAN's members. Never back to the port that it came from or to the trunk of that.
+ *      without entry or with BCM_VLAN_L2_LOOKUP_DISABLE, the VLAN's members; without those that bcm_port_flood_block
+ *      and bcm_vlan_block leave out, and none with BCM_VLAN_UNKNOWN_UCAST_DROP, bcmVlanMcastFloodNone or
+ *      bcmPortPfmForwardRegistered. BCM_VLAN_COPY_TO_CPU. Never back to the port that it came from, unless that has
+ *      bcmPortControlBridge, or to the trunk of that; only to ports that bcm_port_egress allows, to trunks that
+ *      bcm_trunk_egress allows, and not between ports of one bcmPortControlProtectedGroup or
+ *      bcmPortControlSplitHorizonGroup, or those with bcmPortControlPvlanIsolated.
  *      Of a trunk that is up one active member that can send is selected: for an entry's trunk by the
  *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
  *      send; a single one counts the drop.
  *      Storm control (bcm_rate_*) drops here what is too much of unknown unicast, multicast or broadcast.
  *   8. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
  *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
- *      send without tag, all others with one, at priority 0 if it had none on arrival. There
+ *      send without outer tag, all others with one of the port's first TPID, at bcm_port_untagged_priority if it had
+ *      none on arrival; ports to customers none, those to the network (BCM_PORT_DTAG_MODE_INTERNAL) always. Before,
+ *      the port's translation changes the tags (bcm_vlan_translate_egress_action_* of its class
+ *      bcmPortClassVlanTranslateEgress, bcm_vlan_translate_egress_*, bcm_vlan_port_egress_default_action_*), and
+ *      bcm_port_vlan_priority_unmap_* the outer tag's priority; after it bcm_port_force_vlan. There
  *      policers come once more, then the queue of its priority (bcm_cosq_port_mapping_set): at a port that a shaper
  *      (bcm_port_rate_egress_set), a queue's rate, a queue that does not send or a pause holds back, packets wait for
  *      the clock, leave as the scheduler chooses, and are dropped if the queue is full. Elsewhere they leave at once.
  *      Samples and mirrored copies of what leaves are taken here; they go to their port whatever VLANs and trees
  *      say, and are not mirrored again.
- * A port has a link if bcm_port_link_status_get says so. The CPU is port 0: what it gets counts there as
- * sent. Loopbacks and filters play no part.
+ * A port has a link if bcm_port_link_status_get says so. What a port in a loopback sends comes back to it and does not
+ * leave. The CPU is port 0: what it gets counts there as sent. Filters play no part.
  *
  * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
  * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors

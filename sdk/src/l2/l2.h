@@ -65,6 +65,7 @@ struct L2State : RoomState {
     void age_every(int seconds);
 
     bool initialised = true;
+    bool multicast_initialised = true;
     L2Settings settings;
 
     L2Table addresses;

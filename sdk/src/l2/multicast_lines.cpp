@@ -7,10 +7,13 @@ using namespace sim;
 
 namespace {
 
-/// A line of the table: BCM_E_PARAM.
+/// A line of the table: BCM_E_INIT, BCM_E_PARAM.
 auto multicast_line(int index)
 {
     return [index](Switch &sw, auto next) -> int {
+        if (!l2_of(sw).multicast_initialised) {
+            return BCM_E_INIT;
+        }
         return index >= 0 && index < multicast_lines ? next(l2_of(sw).multicast[index])
                                                      : static_cast<int>(BCM_E_PARAM);
     };

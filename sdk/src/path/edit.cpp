@@ -78,7 +78,8 @@ Onward edit(Passage &passage)
     if (passage.copies.empty()) {
         return Onward::over;
     }
-    auto &[untagged, tagged] = passage.departures.heads;
+    Head &untagged = passage.departures.heads[0], &tagged = passage.departures.heads[1];
+    passage.departures.head_count = 2;
     if (passage.hop != nullptr) {
         edit_routed(passage, untagged, tagged);
         return Onward::next;

@@ -2,6 +2,7 @@
 #include "queue.h"
 #include "stages.h"
 
+#include <cstring>
 #include <optional>
 
 namespace sim {
@@ -24,11 +25,11 @@ bool is_in(const bcm_pbmp_t &ports, int port)
 }
 
 /// What ports do before they send that only some do: police, let wait, and copy. Whether it leaves now.
-[[gnu::cold, gnu::noinline]] bool may_leave_now(Passage &passage, int port, bool tagged,
+[[gnu::cold, gnu::noinline]] bool may_leave_now(Passage &passage, int port, std::uint8_t number,
                                                 const FrameCounts &counts)
 {
     const PortState &ports = passage.sw.of<PortState>();
-    const Head &head = passage.departures.heads[tagged];
+    const Head &head = passage.departures.heads[number];
     PolicerDecision decision = PolicerDecision::none();
     decision.color = passage.color();
     if (ports.polices_out.has(port)) {
@@ -63,22 +64,106 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     return true;
 }
 
+[[gnu::cold]] void tell_retagged(const Passage &passage, int port, const PacketTags &tags, std::size_t length)
+{
+    const Tag &outer = tags.outer, &inner = tags.inner;
+    if (outer.is_there && inner.is_there) {
+        tell_step(passage, simStageLeave, port, "%zu bytes, with tags of VLANs %d (0x%04x) and %d (0x%04x)",
+                  length, outer.vlan, outer.type, inner.vlan, inner.type);
+    } else if (outer.is_there || inner.is_there) {
+        const Tag &only = outer.is_there ? outer : inner;
+        tell_step(passage, simStageLeave, port, "%zu bytes, with a tag of VLAN %d (0x%04x)", length,
+                  only.vlan, only.type);
+    } else {
+        tell_step(passage, simStageLeave, port, "%zu bytes, without tag", length);
+    }
+}
+
 /// Checks a copy and sends it.
-void send(Passage &passage, int port, bool tagged, const FrameCounts &counts, bool is_plain)
+void send(Passage &passage, int port, std::uint8_t head, const FrameCounts &counts, bool is_plain)
 {
     const Port &own = port_of(passage.sw, port);
     if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_in(passage.vlan->members, port)) {
         passage.drop_at(port, Discard::vlan_filter_to_send);
     } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
         passage.drop_at(port, Discard::too_long_to_send);
-    } else if (is_plain || may_leave_now(passage, port, tagged, counts)) {
+    } else if (is_plain || may_leave_now(passage, port, head, counts)) {
         counts.sent(passage.counters_at(port));
-        if (is_traced) {
-            tell_copy(passage, port, tagged, counts.length());
+        if (is_traced && head < 2) {
+            tell_copy(passage, port, head, counts.length());
         }
         Departures &left = passage.departures;
-        left.copies[left.count++] = {static_cast<std::uint8_t>(port), tagged};
+        left.copies[left.count++] = {static_cast<std::uint8_t>(port), head};
     }
+}
+
+/// The beginning of a copy with those tags in place of all that there were.
+std::uint8_t add_head(Passage &passage, const PacketTags &tags)
+{
+    Departures &left = passage.departures;
+    Head &untagged = left.heads[0], &head = left.heads[left.head_count];
+    const std::size_t replaced = untagged.replaces() + tags.payload_from - passage.frame.untagged_from;
+    const std::size_t there = (tags.outer.is_there + tags.inner.is_there) * tag_bytes;
+    head.start(replaced, untagged.size() + there);
+    unsigned char *next = head.bytes();
+    std::memcpy(next, untagged.bytes(), addresses_bytes);
+    next += addresses_bytes;
+    for (const Tag *tag : {&tags.outer, &tags.inner}) {
+        if (tag->is_there) {
+            put_number(next, tag->type);
+            put_number(next + 2, tag->content());
+            next += tag_bytes;
+        }
+    }
+    std::memcpy(next, untagged.bytes() + addresses_bytes, untagged.size() - addresses_bytes);
+    return left.head_count++;
+}
+
+/// The tags that the packet has in the switch. To be asked before the first copy is written, which is where they are.
+PacketTags tags_of(const Passage &passage, const PortTags &port)
+{
+    PacketTags tags = passage.tags;
+    if (!passage.has_tags) {
+        tags = read_tags(port, passage.frame.bytes);
+        tags.outer.set_content(passage.frame.tag);
+        tags.outer.type = 0;
+    }
+    tags.outer.is_there = true;
+    tags.outer.vlan = passage.vid;
+    // A router takes packets out of their tags.
+    tags.inner.is_there = tags.inner.is_there && passage.hop == nullptr;
+    return tags;
+}
+
+/// A copy with these tags and no others.
+void send_with_tags(Passage &passage, int port, const PacketTags &tags)
+{
+    const std::uint8_t head = add_head(passage, tags);
+    const FrameCounts counts(passage.departures.frame.written(passage.departures.heads[head]));
+    if (is_traced) {
+        tell_retagged(passage, port, tags, counts.length());
+    }
+    send(passage, port, head, counts, false);
+}
+
+/// The same as below, where some of the copies leave with other tags. All of them replace as much of the frame, so that
+/// none needs what another overwrites.
+[[gnu::noinline]] Onward leave_with_changes(Passage &passage, const PortSet &changing)
+{
+    const PacketTags found = tags_of(passage, passage.own().tags);
+    passage.copies.each([&](int port) {
+        const bool is_untagged = is_in(passage.vlan->untagged, port);
+        PacketTags tags = found;
+        if (changing.has(port)) {
+            writes_tags(passage.sw, port);
+        }
+        if (leave_with_tags(passage.sw, port, is_untagged, tags)) {
+            send_with_tags(passage, port, tags);
+        } else {
+            passage.drop_at(port, Discard::translation_to_send);
+        }
+    });
+    return Onward::over;
 }
 
 }  // namespace
@@ -89,6 +174,11 @@ Onward leave(Passage &passage)
     if (passage.copies.has(cpu_port) && !has_link(passage.sw, cpu_port)) {
         passage.drop_at(cpu_port, Discard::no_link);
         passage.copies.remove(cpu_port);
+    }
+    const PortSet changing =
+        passage.has_tags ? passage.copies : passage.copies & passage.sw.of<PortState>().tag_writers;
+    if (!changing.empty()) {
+        return leave_with_changes(passage, changing);
     }
     const bool is_plain = passage.policed == nullptr && passage.frame.tag >> 13 == 0
                           && (passage.copies & passage.sw.of<PortState>().special_out()).empty();

@@ -103,12 +103,13 @@ public:
         }
     }
 
-    /// What passes the unit goes over cables, as far as there are any.
-    void cross(Switch &sw, const Departures &departures)
+    /// What leaves the unit goes over cables, or comes back by loopbacks, as far as there are any.
+    void cross(Switch &sw, Departures &departures)
     {
-        const PortSet &joined = std::as_const(phys_of(sw)).joined();
-        if (!joined.empty()) {
-            cross(sw, joined, departures);
+        PhyUnit &phys = phys_of(sw);
+        const PortSet crossing = std::as_const(phys).joined() | phys.looped();
+        if (!crossing.empty()) {
+            cross(sw, crossing, departures);
         }
     }
 
@@ -173,29 +174,43 @@ private:
         return BCM_E_NONE;
     }
 
-    [[gnu::cold]] void cross(Switch &sw, const PortSet &joined, const Departures &departures)
+    /// What goes over cables to other ports, or comes back: that does not leave.
+    [[gnu::cold]] void cross(Switch &sw, const PortSet &crossing, Departures &departures)
     {
+        const PortSet looped = phys_of(sw).looped();
+        std::size_t leaving = 0;
         for (std::size_t i = 0; i < departures.count; ++i) {
-            const Departures::Copy &copy = departures.copies[i];
-            if (joined.has(copy.port)) {
+            const Departures::Copy copy = departures.copies[i];
+            if (crossing.has(copy.port)) {
                 FrameBuffer frame;
                 frame.fill(departures.frame.written(departures.heads[copy.head]));
-                cross(sw, copy.port, std::move(frame));
+                cross(sw, copy.port, looped.has(copy.port), std::move(frame));
+            }
+            if (!looped.has(copy.port)) {
+                departures.copies[leaving++] = copy;
             }
         }
+        departures.count = leaving;
         if (departures.others != nullptr) {
-            for (const Departures::Other &other : *departures.others) {
-                if (joined.has(other.port)) {
-                    cross(sw, other.port, other.frame);
+            std::vector<Departures::Other> &others = *departures.others;
+            for (const Departures::Other &other : others) {
+                if (crossing.has(other.port)) {
+                    cross(sw, other.port, looped.has(other.port), other.frame);
                 }
             }
+            others.erase(std::remove_if(others.begin(), others.end(),
+                                        [&](const auto &other) { return looped.has(other.port); }),
+                         others.end());
         }
     }
 
-    void cross(Switch &sw, int port, FrameBuffer frame)
+    void cross(Switch &sw, int port, bool comes_back, FrameBuffer frame)
     {
-        const CableEnd to = *std::as_const(phys_of(sw)).of(port).cable.partner;
-        if (is_traced) {
+        const CableEnd to =
+            comes_back ? CableEnd{sw.unit, port} : *std::as_const(phys_of(sw)).of(port).cable.partner;
+        if (is_traced && comes_back) {
+            tell_at(sw.unit, simStageWire, port, simDropNone, "back by the loopback");
+        } else if (is_traced) {
             tell_at(sw.unit, simStageWire, port, simDropNone, "over the cable to port %d of unit %d", to.port,
                     to.unit);
         }

@@ -6,6 +6,7 @@
 #include "l3_objects.h"
 #include "policer.h"
 #include "port.h"
+#include "tags.h"
 #include "trace.h"
 #include "trunk.h"
 #include "vlan.h"
@@ -40,8 +41,9 @@ struct Departures {
     }
 
     FrameBuffer frame;
-    PolicerDecision policed;    // written only by policers
-    std::array<Head, 2> heads;  // without a tag, and with one
+    PolicerDecision policed;  // written only by policers
+    std::array<Head, 2 + port_max + 1> heads;  // without a tag, with one, and those of ports that change tags
+    std::uint8_t head_count = 0;
     std::array<Copy, port_max + 1> copies;
     std::size_t count = 0;
     std::unique_ptr<std::vector<Other>> others;  // null as long as there are none
@@ -83,8 +85,13 @@ struct Passage {
     const int port;  ///< that it came from
 
     Departures &departures;
-    const Frame frame = Frame(departures.frame.bytes());
+    Frame frame = Frame(departures.frame.bytes());
     const FrameCounts counts = FrameCounts(frame.bytes);
+
+    /// Where the port reads tags in its own way: all tags as they are in the switch. The frame then has the outer one,
+    /// and none of the others.
+    bool has_tags = false;
+    PacketTags tags;
 
     bcm_vlan_t vid = 0;
     const Vlan *vlan = nullptr;
@@ -106,9 +113,15 @@ struct Passage {
     int priority() const
     {
         return policed != nullptr && policed->priority >= 0 ? policed->priority
+               : has_tags                                   ? tags.priority
                                                             : static_cast<int>(frame.tag >> 13);
     }
-    bcm_color_t color() const { return policed != nullptr ? policed->color : bcmColorGreen; }
+    bcm_color_t color() const
+    {
+        return policed != nullptr ? policed->color
+               : has_tags         ? static_cast<bcm_color_t>(tags.color)
+                                  : bcmColorGreen;
+    }
 
     PortSet copies;  ///< the ports that are to send it
 };

@@ -42,7 +42,10 @@ void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, c
     for (const SendingTrunk &trunk : trunks.trunks) {
         const PortSet of_trunk = able & trunk.senders;
         if (!of_trunk.empty()) {
-            const int index = trunk.trunk->info.*passage.member_index;
+            const bcm_trunk_info_t &info = trunk.trunk->info;
+            const bool by_hash = (info.flags & BCM_TRUNK_FLAG_MCAST_HASH)
+                                 && passage.member_index == &bcm_trunk_info_t::mc_index;
+            const int index = by_hash ? -1 : info.*passage.member_index;
             const int port = select_by_index(*trunk.trunk, index, of_trunk, {passage.frame, passage.port});
             if (is_traced) {
                 tell_step(passage, simStageReplicate, port, "chosen of %d members of trunk %d",
@@ -76,7 +79,9 @@ Onward replicate(Passage &passage)
     if (passage.is_for_many) {
         to_many(passage, from, can_send, trunks);
     } else if (passage.to.kind == Destination::Kind::trunk) {
-        to_trunk(passage, from, can_send, trunks.find(passage.to.id));
+        const SendingTrunk *trunk = trunks.find(passage.to.id);
+        const bool has_none = trunk != nullptr && (trunk->senders & can_send).empty();
+        to_trunk(passage, from, can_send, has_none ? trunks.find(trunk->trunk->info.backup_tid) : trunk);
     }
     return Onward::next;
 }

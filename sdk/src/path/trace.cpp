@@ -26,6 +26,7 @@ constexpr const char *drop_names[] = {
     "control",
     "port_takes_none",
     "tag_type",
+    "translation",
     "vlan_unknown",
     "vlan_filter",
     "tree_state",
@@ -36,6 +37,7 @@ constexpr const char *drop_names[] = {
     "tree_state_to_send",
     "vlan_filter_to_send",
     "too_long_to_send",
+    "translation_to_send",
     "storm",
     "ip_header",
     "ip_source",
@@ -63,6 +65,7 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStagePort, simDropRateIn, "the port takes no more for now: its rate"},
     {simStagePolicer, simDropPolicer, "a policer drops it"},
     {simStagePort, simDropTagType, "the port takes no packets with such a tag, or without"},
+    {simStagePort, simDropTranslation, "no translation, or one that drops: so the port is set"},
     {simStageVlan, simDropVlanUnknown, "there is no such VLAN"},
     {simStageVlan, simDropVlanFilter, "the port filters and is no member of the VLAN"},
     {simStageTree, simDropTreeState, "the port does not forward in the spanning tree group"},
@@ -85,6 +88,7 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStageLeave, simDropTooLongToSend, "longer than the port sends"},
     {simStagePolicer, simDropPolicer, "a policer drops it"},
     {simStageQueue, simDropQueueFull, "its queue is full"},
+    {simStageLeave, simDropTranslationToSend, "the port sends nothing that is not translated"},
 }};
 
 struct Listener {

@@ -103,6 +103,7 @@ void PhyUnit::work_out_touched_links()
         Link &link = links_[static_cast<std::size_t>(port)];
         link = link_of(std::as_const(*this).of(port));
         linked_.put(port, link.up());
+        looped_.put(port, is_looped(std::as_const(*this).of(port)));
     });
     touched_ = PortSet();
 }

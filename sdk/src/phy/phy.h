@@ -52,6 +52,13 @@ public:
     /// The ports whose cable leads to a port.
     const PortSet &joined() const { return joined_; }
 
+    /// Those whose packets come back to them, by a loopback.
+    const PortSet &looped()
+    {
+        work_out_links();
+        return looped_;
+    }
+
     /// Exchanges the cable in a port, which may lead to a port of a unit; the other end of either is not looked at.
     void plug(int port, const Cable &cable)
     {
@@ -105,6 +112,7 @@ private:
     Links links_ = {};
     PortSet linked_;
     PortSet joined_;
+    PortSet looped_;
 };
 
 inline PhyUnit &phys_of(Switch &sw)

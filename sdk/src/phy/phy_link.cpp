@@ -124,6 +124,16 @@ Link link_of(const PhyPort &port)
     return looped ? wanted(port.outer(), port.cable, true) : link_of(port, *port.serdes);
 }
 
+bool is_looped(const PhyPort &port)
+{
+    if (!port.serdes || !link_of(port).up()) {
+        return false;
+    }
+    const Phy &next = *port.serdes;
+    return port.mac_loopback || next.system.loopback || next.line.loopback
+           || (port.copper && (port.copper->system.loopback || port.copper->line.loopback));
+}
+
 bool has_negotiated(const PhyPort &port, const Phy &phy)
 {
     return phy.settings(port.cable).autoneg_enable && link_of(port, phy).up();

@@ -33,6 +33,9 @@ bool has_negotiated(const PhyPort &port, const Phy &phy);
 /// The interface between MAC and PHY in force: the one set, or the first that carries the speed.
 soc_port_if_t interface_in_force(const PhyPort &port, const Phy &phy);
 
+/// Whether what the MAC sends comes back to it, and goes no further.
+bool is_looped(const PhyPort &port);
+
 /// Whether the SerDes and the copper PHY behind it reach each other.
 bool joins(const PhyPort &port);
 

@@ -24,6 +24,7 @@ void PortState::reset()
     rates_in.fill({});
     storms.fill({});
     enabled = PortSet::all();
+    tag_writers = PortSet::all();
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;
     for (int port = first_copper_port; port <= last_copper_port; ++port) {

@@ -8,6 +8,7 @@
 #include "phy.h"
 #include "port_counters.h"
 #include "port_set.h"
+#include "port_tags.h"
 #include "rate_limits.h"
 
 #include <bcm/port.h>
@@ -37,6 +38,13 @@ struct Port {
     bool copies_in = false;        // mirrored or sampled on arrival
     bool copies_of_vlans = false;  // mirrored in a VLAN on arrival
     bool polices_in = false;       // packets that arrive pass a policer
+
+    /// Whether tags of packets that arrive are more to the port than is plain. May be set without need: who meets it
+    /// then finds out.
+    bool reads_tags = true;
+    PortTags tags;
+    int forced_to = -1;  // port to which everything goes that arrives, or none
+    int pfm = bcmPortPfmForwardAll;
 };
 
 struct PortState : RoomState {
@@ -51,6 +59,7 @@ struct PortState : RoomState {
 
     std::array<Port, port_max + 1> ports;
     PortSet enabled;
+    PortSet tag_writers;  // the same as Port::reads_tags, for what they send
     // Where sending is more than that: packets are mirrored or sampled, may have to wait, or pass a policer.
     PortSet copies_out, queues_out, polices_out;
     /// All of these; after a change of one of them.

@@ -66,6 +66,22 @@ int sim_bcm_port_vlan_member_get(int unit, bcm_port_t port, uint32 *flags)
     });
 }
 
+int sim_bcm_port_pfm_set(int unit, bcm_port_t port, int mode)
+{
+    return begin(unit, settings_of(port)).then([&](Port &own) -> int {
+        if (mode < bcmPortPfmForwardAll || mode > bcmPortPfmForwardRegistered) {
+            return BCM_E_PARAM;
+        }
+        own.pfm = mode;
+        return BCM_E_NONE;
+    });
+}
+
+int sim_bcm_port_pfm_get(int unit, bcm_port_t port, int *mode)
+{
+    return begin(unit, given(mode), settings_of(port)).then([&](Port &own) { *mode = own.pfm; });
+}
+
 // The same as one of the flags.
 int sim_bcm_port_ifilter_set(int unit, bcm_port_t port, int mode)
 {

@@ -46,6 +46,7 @@ enum class Discard {
     rate_in,
     policer,
     tag_type,
+    translation,
     vlan_unknown,
     vlan_filter,
     stp_state,
@@ -69,6 +70,7 @@ enum class Discard {
     too_long_to_send,
     policer_to_send,
     queue_full,
+    translation_to_send,
     count
 };
 

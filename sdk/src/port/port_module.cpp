@@ -4,6 +4,7 @@
 #include "mdio.h"
 #include "phy.h"
 #include "port.h"
+#include "rule_store.h"
 #include "sim_gport.h"
 #include "sim_port.h"
 
@@ -15,6 +16,7 @@ int sim_bcm_port_init(int unit)
 {
     return begin(unit).then([](Switch &sw) -> int {
         sw.of<PortState>().reset();
+        rule_store_of(sw).initialise("port");
         buses_of(sw) = {};
         phys_of(sw).start(sw);
         for (int port = 0; port <= port_max; ++port) {

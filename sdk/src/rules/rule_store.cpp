@@ -127,6 +127,7 @@ void RuleStore::put(const rules::Table &table, const std::string &key, const std
     for (int *use : uses) {
         ++*use;
     }
+    kept.tell();
 }
 
 void RuleStore::release(const rules::Table &table, const std::string &key, const std::string &value)
@@ -151,7 +152,9 @@ RuleStore::Records::iterator RuleStore::erase(Kept &kept, const rules::Table &ta
         }
     });
     release(table, record->first, record->second);
-    return kept.records.erase(record);
+    const auto next = kept.records.erase(record);
+    kept.tell();
+    return next;
 }
 
 bool RuleStore::erase(const rules::Table &table, const std::string &key)
@@ -179,6 +182,13 @@ void RuleStore::erase_all(const rules::Table &table, const Meant &meant)
         record =
             meant(record->first, record->second) ? erase(kept->second, table, record) : std::next(record);
     }
+}
+
+void RuleStore::watch(const std::string &table, void (*changed)(void *datum), void *datum)
+{
+    Kept &kept = tables_[table];
+    kept.changed = changed;
+    kept.datum = datum;
 }
 
 void RuleStore::initialise(const std::string &module)

@@ -54,11 +54,24 @@ public:
     void detach(const std::string &module);
     void initialise_all() { detached_.clear(); }
 
+    /// A room that acts by what a table keeps has one call when any of its records has been entered, replaced or
+    /// erased. There is at most one such room for a table.
+    void watch(const std::string &table, void (*changed)(void *datum), void *datum);
+
 private:
     struct Kept {
         const rules::Table *table = nullptr;  // null while only others refer to it
         Records records;
-        std::map<std::string, int> uses;  // of records, by key
+        std::map<std::string, int> uses;         // of records, by key
+        void (*changed)(void *datum) = nullptr;  // of who acts by them
+        void *datum = nullptr;
+
+        void tell() const
+        {
+            if (changed != nullptr) {
+                changed(datum);
+            }
+        }
     };
 
     template <class Use>

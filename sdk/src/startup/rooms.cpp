@@ -10,6 +10,7 @@
 #include "port.h"
 #include "queue.h"
 #include "rule_store.h"
+#include "tags.h"
 #include "trunk.h"
 #include "vlan.h"
 
@@ -48,6 +49,7 @@ constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<MdioState>(Room::mdio),
     maker<VlanState>(Room::vlan),
     maker<PortState>(Room::port),
+    maker<TagState>(Room::tags),
     maker<TrunkState>(Room::trunk),
     maker<L2State>(Room::l2),
     maker<L3State>(Room::l3),

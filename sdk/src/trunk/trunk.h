@@ -11,6 +11,9 @@ namespace sim {
 struct TrunkState : RoomState {
     static constexpr Room room = Room::trunk;
 
+    explicit TrunkState(Switch &sw);
+
+    bool initialised = true;
     TrunkTable trunks;
     LagMembers lags;
 };

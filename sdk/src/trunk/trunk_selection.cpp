@@ -4,7 +4,9 @@
 #include "trunk.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 namespace sim {
@@ -141,7 +143,7 @@ void TrunkTable::work_out()
         fresh.origins[static_cast<std::size_t>(port)] = PortSet::one(port);
     }
     for (auto &[id, trunk] : trunks_) {
-        SendingTrunk sending = {id, &trunk, {}, {}, {}};
+        SendingTrunk sending = {id, &trunk, {}, {}, {}, {}};
         for (const int port : own_ports(trunk)) {
             const uint32 flags = flags_of(trunk, port);
             sending.ports.add(port);
@@ -154,20 +156,80 @@ void TrunkTable::work_out()
                 sending.order.push_back(port);
             }
         }
+        const bool all_covered = trunk.info.flags & BCM_TRUNK_FLAG_FAILOVER_NEXT;
+        sending.senders.each(
+            [&](int port) { sending.covered.put(port, all_covered || trunk.failovers.count(port) != 0); });
         sending.ports.each([&](int port) { fresh.origins[static_cast<std::size_t>(port)] = sending.ports; });
         fresh.in_trunks = fresh.in_trunks | sending.ports;
         fresh.trunks.push_back(std::move(sending));
     }
+    bar(fresh);
     ports_ = std::move(fresh);
     is_worked_out_ = true;
 }
 
+namespace {
+
+/// One of a set of the trunk's members, in their order.
+int select_from(Switch &sw, const SendingTrunk &trunk, const PortSet &members, int criterion,
+                const Flow &flow)
+{
+    const auto count = static_cast<std::uint32_t>(members.count());
+    std::uint32_t left = number_by(criterion, sw, *trunk.trunk, flow) % count;
+    return *std::find_if(trunk.order.begin(), trunk.order.end(),
+                         [&](int port) { return members.has(port) && left-- == 0; });
+}
+
+/// Each flow ranks all members by itself, so that who comes or goes only moves its own flows.
+int select_resiliently(Switch &sw, const SendingTrunk &trunk, const PortSet &able, const Flow &flow)
+{
+    const std::uint32_t number = number_by(trunk.trunk->info.psc, sw, *trunk.trunk, flow);
+    int chosen = able.lowest();
+    std::uint32_t highest = 0;
+    able.each([&](int port) {
+        std::array<unsigned char, 5> bytes = {static_cast<unsigned char>(port)};
+        for (std::size_t i = 1; i < bytes.size(); ++i) {
+            bytes[i] = static_cast<unsigned char>(number >> (8 * i - 8));
+        }
+        const std::uint32_t rank = Hash().add(bytes.data(), bytes.size()).value();
+        if (rank >= highest) {
+            highest = rank;
+            chosen = port;
+        }
+    });
+    return chosen;
+}
+
+/// Who takes the traffic of a member that is down.
+int select_for(Switch &sw, const SendingTrunk &trunk, int down, const PortSet &able, const Flow &flow)
+{
+    const auto failover = trunk.trunk->failovers.find(down);
+    if (failover != trunk.trunk->failovers.end()) {
+        PortSet to;
+        for (const int port : failover->second.to) {
+            to.add(port);
+        }
+        to = to & able;
+        return to.empty() ? select_from(sw, trunk, able, trunk.trunk->info.psc, flow)
+                          : select_from(sw, trunk, to, failover->second.psc, flow);
+    }
+    // The next one.
+    auto next = std::find(trunk.order.begin(), trunk.order.end(), down);
+    do {
+        next = std::next(next) == trunk.order.end() ? trunk.order.begin() : std::next(next);
+    } while (!able.has(*next));
+    return *next;
+}
+
+}  // namespace
+
 int select_by_criterion(Switch &sw, const SendingTrunk &trunk, const PortSet &able, const Flow &flow)
 {
-    const auto count = static_cast<std::uint32_t>(able.count());
-    std::uint32_t left = number_by(trunk.trunk->info.psc, sw, *trunk.trunk, flow) % count;
-    return *std::find_if(trunk.order.begin(), trunk.order.end(),
-                         [&](int port) { return able.has(port) && left-- == 0; });
+    if (trunk.trunk->info.flags & BCM_TRUNK_FLAG_RESILIENT) {
+        return select_resiliently(sw, trunk, able, flow);
+    }
+    const int chosen = select_from(sw, trunk, able | trunk.covered, trunk.trunk->info.psc, flow);
+    return able.has(chosen) ? chosen : select_for(sw, trunk, chosen, able, flow);
 }
 
 int select_by_index(const Trunk &trunk, int index, const PortSet &able, const Flow &flow)

@@ -1,5 +1,6 @@
 /// VLANs and their members.
 #include "begin.h"
+#include "rule_store.h"
 #include "sim_vlan.h"
 #include "vlan.h"
 
@@ -90,6 +91,7 @@ int sim_bcm_vlan_init(int unit)
     return begin(unit).then([](Switch &sw) -> int {
         vlans_of(sw) = VlanTable(front_ports());
         vlans_of(sw).at(BCM_VLAN_DEFAULT).group = groups_of(sw).default_id;
+        rule_store_of(sw).initialise("vlan");
         return BCM_E_NONE;
     });
 }
@@ -103,7 +105,7 @@ int sim_bcm_vlan_create(int unit, bcm_vlan_t vid)
         if (vlans_of(sw).has(vid)) {
             return BCM_E_EXISTS;
         }
-        vlans_of(sw).at(vid) = {true, {}, {}, groups_of(sw).default_id, nullptr};
+        vlans_of(sw).at(vid) = {true, {}, {}, groups_of(sw).default_id, nullptr, nullptr};
         return BCM_E_NONE;
     });
 }

@@ -1,5 +1,6 @@
 /// Settings of a VLAN: all in one record, some of its members, or one alone.
 #include "begin.h"
+#include "destination.h"
 #include "sim_vlan.h"
 #include "vlan.h"
 
@@ -125,6 +126,29 @@ int sim_bcm_vlan_control_vlan_selective_set(int unit, bcm_vlan_t vlan, uint32 va
             }
         });
         return change(found, settings);
+    });
+}
+
+int sim_bcm_vlan_block_get(int unit, bcm_vlan_t vlan, bcm_vlan_block_t *block)
+{
+    return begin(unit, given(block), existing_vlan(vlan)).then([&](Vlan &found) {
+        *block = found.blocked != nullptr ? *found.blocked : bcm_vlan_block_t{};
+    });
+}
+
+int sim_bcm_vlan_block_set(int unit, bcm_vlan_t vlan, bcm_vlan_block_t *block)
+{
+    return begin(unit, given(block), existing_vlan(vlan)).then([&](Vlan &found) -> int {
+        for (const bcm_pbmp_t *ports : {&block->known_multicast, &block->unknown_multicast,
+                                        &block->unknown_unicast, &block->broadcast}) {
+            for (int beyond = port_max + 1; beyond < BCM_PBMP_PORT_MAX; ++beyond) {
+                if (BCM_PBMP_MEMBER(*ports, beyond)) {
+                    return BCM_E_PORT;
+                }
+            }
+        }
+        found.blocked = std::make_unique<bcm_vlan_block_t>(*block);
+        return BCM_E_NONE;
     });
 }
 

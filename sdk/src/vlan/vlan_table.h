@@ -16,6 +16,7 @@ struct Vlan {
     bcm_pbmp_t untagged = {};  // within members
     bcm_stg_t group = BCM_STG_DEFAULT;
     std::unique_ptr<bcm_vlan_control_vlan_t> settings = {};  // null until some are set
+    std::unique_ptr<bcm_vlan_block_t> blocked = {};  // ports that get no packets of a kind; null for none
 
     bool learns() const { return settings == nullptr || !(settings->flags & BCM_VLAN_LEARN_DISABLE); }
 };
