@@ -181,16 +181,6 @@ class Settings(RulesTest):
         self.done(q.bcm_switch_control_get(UNIT, 4, value))
         self.assertEqual(value.value(), 0)
 
-    def test_counters_are_one_in_both_widths(self):
-        wide, narrow = ctypes.c_uint64(), ctypes.c_uint32()
-        counter = UNIT, 5, 1
-        library.bcm_l3_vrf_stat_set(*(counter + (ctypes.c_uint64(0x500000007),)))
-        self.done(library.bcm_l3_vrf_stat_get32(*(counter + (ctypes.byref(narrow),))))
-        self.assertEqual(narrow.value, 7)
-        library.bcm_l3_vrf_stat_set32(*(counter + (9,)))
-        self.done(library.bcm_l3_vrf_stat_get(*(counter + (ctypes.byref(wide),))))
-        self.assertEqual(wide.value, 9)
-
 
 translation_callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_uint16,
                                         ctypes.c_uint16, ctypes.c_int, ctypes.c_void_p)

@@ -6,11 +6,13 @@
 #include "l3_objects.h"
 #include "policer.h"
 #include "port.h"
+#include "queue.h"
 #include "tags.h"
 #include "trace.h"
 #include "trunk.h"
 #include "vlan.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
@@ -41,7 +43,7 @@ struct Departures {
     }
 
     FrameBuffer frame;
-    PolicerDecision policed;  // written only by policers
+    PolicerDecision policed;                   // written only by policers
     std::array<Head, 2 + port_max + 1> heads;  // without a tag, with one, and those of ports that change tags
     std::uint8_t head_count = 0;
     std::array<Copy, port_max + 1> copies;
@@ -109,11 +111,11 @@ struct Passage {
     /// What policers made of it; null if there was none.
     const PolicerDecision *policed = nullptr;
 
-    /// Within the switch.
+    /// Within the switch, as queues know it: what is above the highest is that.
     int priority() const
     {
         return policed != nullptr && policed->priority >= 0 ? policed->priority
-               : has_tags                                   ? tags.priority
+               : has_tags                                   ? std::min(tags.priority, priorities - 1)
                                                             : static_cast<int>(frame.tag >> 13);
     }
     bcm_color_t color() const
