@@ -8,25 +8,28 @@
        (second moves to port 6) --+  3 4       +--- port 5  server 10.0.0.5 in VLAN 10, 10.0.20.5 in VLAN 20, tagged
                                   +------------+
 
-The switch does not route between VLANs, so hosts reach each other within a VLAN only. The exit code is 0 if all went
-as it should, 1 if not.
+Hosts reach each other within a VLAN, and between VLANs when the switch routes: first has the address 10.0.10.1 for that,
+fourth 10.0.20.4. The exit code is 0 if all went as it should, 1 if not.
 """
 from __future__ import print_function
 
 import json
 import os
 import shutil
+import socket
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 
 import QuorelApiNew as q
-from quorel import checked, sim, traverse
+from quorel import OUT, checked, sim, traverse
 from quorel.sim import lab
 
 UNIT = 0
 SECONDS_OF_TRAFFIC = 2
+ROUTER = '02:00:5e:00:01:01'
 
 
 class Report(object):
@@ -51,6 +54,25 @@ def configure():
             checked(q.bcm_port_untagged_vlan_set, UNIT, port, vid)
     for port in range(1, 7):
         checked(q.bcm_port_vlan_member_set, UNIT, port, q.BCM_PORT_VLAN_MEMBER_INGRESS)
+
+
+def route(hosts):
+    """Routes between hosts, [(VLAN, host, address), ...]: an interface of the router in each VLAN, and where each is."""
+    for vid, host, address in hosts:
+        interface = q.bcm_l3_intf_t(l3a_mac_addr=ROUTER, l3a_vid=vid)
+        checked(q.bcm_l3_intf_create, UNIT, interface)
+        next_hop = q.bcm_l3_egress_t(intf=interface.l3a_intf_id, mac_addr=host.mac, port=host.port)
+        egress = checked(q.bcm_l3_egress_create, UNIT, 0, next_hop, OUT)
+        number, = struct.unpack('>I', socket.inet_aton(address))
+        checked(q.bcm_l3_host_add, UNIT, q.bcm_l3_host_t(l3a_ip_addr=number, l3a_intf=egress))
+
+
+def use_router(host, address, network):
+    """The host has one more address, and a way to that network. Nobody here answers for the router when asked for it."""
+    gateway = address.rpartition('.')[0] + '.254'
+    host.ip('address', 'add', address + '/24', 'dev', 'eth0')
+    host.ip('neighbour', 'add', gateway, 'lladdr', ROUTER, 'dev', 'eth0', 'nud', 'permanent')
+    host.ip('route', 'add', network, 'via', gateway, 'src', address)
 
 
 def addresses():
@@ -112,7 +134,8 @@ def main():
         server = net.host('server', 5)
         server.vlan(10, '10.0.0.5/24')
         server.vlan(20, '10.0.20.5/24')
-        fourth.ip('address', 'add', '10.0.20.4/24', 'dev', 'eth0')
+        use_router(first, '10.0.10.1', '10.0.20.0/24')
+        use_router(fourth, '10.0.20.4', '10.0.10.0/24')
         time.sleep(lab.LINK_SECONDS)
 
         report.title('Pings')
@@ -121,6 +144,13 @@ def main():
         report.expect('first reaches the server, which has tags', first.pings('10.0.0.5'))
         report.expect('fourth reaches the server in VLAN 20', fourth.pings('10.0.20.5'))
         report.expect('first reaches third, in VLAN 20', first.pings('10.0.0.3'), False)
+        report.expect('first reaches fourth, in VLAN 20', first.pings('10.0.20.4'), False)
+
+        report.title('The switch routes between the VLANs')
+        route([(10, first, '10.0.10.1'), (20, fourth, '10.0.20.4')])
+        status, answer = first.run('ping', '-n', '-c', '1', '-W', '2', '10.0.20.4')
+        report.expect('first reaches fourth', status == 0)
+        report.expect('as a router lets packets pass: their TTL is one less', 'ttl=63' in answer)
 
         report.title('A port is disabled and enabled again')
         checked(q.bcm_port_enable_set, UNIT, 2, 0)
@@ -148,7 +178,7 @@ def main():
         show_addresses()
         report.title('Counters')
         show_counters(switch)
-        report.title('Not shown: access lists and routing between VLANs, which have no effect on packets here')
+        report.title('Not shown: access lists, which have no effect on packets here')
     return 1 if report.failed else 0
 
 
