@@ -31,10 +31,7 @@ class Links(PacketTest, PhyTest):
             (SERDES, (q.soc_phyctrl_control_set, SERDES, q.SOC_PHY_CONTROL_PRBS_TX_ENABLE, 1),
              (q.soc_phyctrl_control_set, SERDES, q.SOC_PHY_CONTROL_PRBS_TX_ENABLE, 0)),
             (COPPER, (library.sim_cable_plug, COPPER, 0, 1), (library.sim_cable_plug, COPPER, TWISTED, 1)),
-            (SERDES, (library.sim_cable_plug, SERDES, 0, 1),
-             (q.bcm_port_loopback_set, SERDES, q.BCM_PORT_LOOPBACK_MAC)),
-            (SERDES, (q.bcm_port_loopback_set, SERDES, q.BCM_PORT_LOOPBACK_NONE),
-             (library.sim_cable_plug, SERDES, FIBER, 1)),
+            (SERDES, (library.sim_cable_plug, SERDES, 0, 1), (library.sim_cable_plug, SERDES, FIBER, 1)),
             (COPPER, (q.bcm_port_enable_set, COPPER, 0), (q.bcm_port_init,)),
         ]
         for port, breaks, makes in changes:
