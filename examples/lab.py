@@ -8,7 +8,7 @@
        (second moves to port 6) --+  3 4       +--- port 5  server 10.0.0.5 in VLAN 10, 10.0.20.5 in VLAN 20, tagged
                                   +------------+
 
-The switch does not route between VLANs, so hosts reach each other within a VLAN only. The exit code is 0 if all went
+Nothing here routes between the VLANs, so hosts reach each other within a VLAN only. The exit code is 0 if all went
 as it should, 1 if not.
 """
 from __future__ import print_function
@@ -148,7 +148,7 @@ def main():
         show_addresses()
         report.title('Counters')
         show_counters(switch)
-        report.title('Not shown: access lists and routing between VLANs, which have no effect on packets here')
+        report.title('Not shown: access lists, which have no effect on packets here, and routing between VLANs')
     return 1 if report.failed else 0
 
 
