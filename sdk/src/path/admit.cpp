@@ -13,17 +13,17 @@ namespace {
 /// Finds out the VLAN by what the port looks up, and has the frame say so.
 Onward assign(Passage &passage)
 {
-    const Assignment assignment = assign_vlan(passage.sw, passage.port, passage.frame.bytes, passage.tags);
+    const Assignment assignment = assign_vlan(passage.sw, passage.port, passage.frame.bytes, *passage.tags);
     if (is_traced) {
-        tell_step(passage, simStagePort, passage.port, "VLAN %d %s", passage.tags.outer.vlan, assignment.by);
+        tell_step(passage, simStagePort, passage.port, "VLAN %d %s", passage.tags->outer.vlan, assignment.by);
     }
     if (assignment.is_refused) {
         passage.drop(Discard::translation);
         return Onward::over;
     }
     Frame &frame = passage.frame;
-    frame.tag = passage.tags.outer.content();
-    frame.untagged_from = passage.tags.payload_from;
+    frame.tag = passage.tags->outer.content();
+    frame.untagged_from = passage.tags->payload_from;
     frame.type = number_at(frame.bytes, frame.untagged_from);
     return Onward::next;
 }
@@ -56,10 +56,9 @@ Onward force(Passage &passage, int to)
     }
     bool is_tagged = passage.frame.vlan() != 0;
     if (own.reads_tags && reads_tags(passage.sw, passage.port)) {
-        passage.has_tags = true;
         passage.tags = read_tags(own.tags, passage.frame.bytes);
         const bool to_customers = own.tags.dtag_mode == BCM_PORT_DTAG_MODE_EXTERNAL;
-        is_tagged = to_customers ? passage.tags.inner.is_there : passage.tags.outer.is_there;
+        is_tagged = to_customers ? passage.tags->inner.is_there : passage.tags->outer.is_there;
     }
     if (own.discard == BCM_PORT_DISCARD_ALL) {
         passage.drop(Discard::port_takes_none);
@@ -69,7 +68,7 @@ Onward force(Passage &passage, int to)
         passage.drop(Discard::tag_type);
         return Onward::over;
     }
-    const Onward onward = passage.has_tags ? assign(passage) : Onward::next;
+    const Onward onward = passage.tags ? assign(passage) : Onward::next;
     return onward == Onward::next && own.forced_to >= 0 ? force(passage, own.forced_to) : onward;
 }
 

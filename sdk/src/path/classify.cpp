@@ -17,7 +17,7 @@ Onward classify(Passage &passage)
         passage.drop(Discard::vlan_filter);
         return Onward::over;
     }
-    if (is_traced && !passage.has_tags) {
+    if (is_traced && !passage.tags) {
         tell_step(passage, simStageVlan, passage.port, "VLAN %d, %s", passage.vid,
                   tagged != 0 ? "of the tag" : "the port's untagged VLAN");
     }

@@ -122,9 +122,8 @@ std::uint8_t add_head(Passage &passage, const PacketTags &tags)
 /// The tags that the packet has in the switch. To be asked before the first copy is written, which is where they are.
 PacketTags tags_of(const Passage &passage, const PortTags &port)
 {
-    PacketTags tags = passage.tags;
-    if (!passage.has_tags) {
-        tags = read_tags(port, passage.frame.bytes);
+    PacketTags tags = passage.tags ? *passage.tags : read_tags(port, passage.frame.bytes);
+    if (!passage.tags) {
         tags.outer.set_content(passage.frame.tag);
         tags.outer.type = 0;
     }
@@ -176,7 +175,7 @@ Onward leave(Passage &passage)
         passage.copies.remove(cpu_port);
     }
     const PortSet changing =
-        passage.has_tags ? passage.copies : passage.copies & passage.sw.of<PortState>().tag_writers;
+        passage.tags ? passage.copies : passage.copies & passage.sw.of<PortState>().tag_writers;
     if (!changing.empty()) {
         return leave_with_changes(passage, changing);
     }

@@ -92,8 +92,7 @@ struct Passage {
 
     /// Where the port reads tags in its own way: all tags as they are in the switch. The frame then has the outer one,
     /// and none of the others.
-    bool has_tags = false;
-    PacketTags tags;
+    std::optional<PacketTags> tags;
 
     bcm_vlan_t vid = 0;
     const Vlan *vlan = nullptr;
@@ -115,13 +114,13 @@ struct Passage {
     int priority() const
     {
         return policed != nullptr && policed->priority >= 0 ? policed->priority
-               : has_tags                                   ? std::min(tags.priority, priorities - 1)
+               : tags                                       ? std::min(tags->priority, priorities - 1)
                                                             : static_cast<int>(frame.tag >> 13);
     }
     bcm_color_t color() const
     {
         return policed != nullptr ? policed->color
-               : has_tags         ? static_cast<bcm_color_t>(tags.color)
+               : tags             ? static_cast<bcm_color_t>(tags->color)
                                   : bcmColorGreen;
     }
 
