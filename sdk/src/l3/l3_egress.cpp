@@ -4,8 +4,7 @@
 #include "l3_way.h"
 #include "sim_l3.h"
 #include "vlan.h"
-
-#include <cstring>
+#include "record_bytes.h"
 
 using namespace sim;
 
@@ -122,7 +121,7 @@ int sim_bcm_l3_egress_find(int unit, bcm_l3_egress_t *egr, bcm_if_t *intf)
 {
     return begin(unit, ready<L3State>, given(egr, intf)).then([&](L3State &l3) -> int {
         for (const auto &[id, object] : l3.objects.egress) {
-            if (std::memcmp(&object.record, egr, sizeof *egr) == 0) {
+            if (alike(object.record, *egr)) {
                 *intf = id;
                 return BCM_E_NONE;
             }

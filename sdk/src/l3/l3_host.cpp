@@ -3,6 +3,7 @@
 #include "l3.h"
 #include "l3_way.h"
 #include "sim_l3.h"
+#include "record_bytes.h"
 
 #include <cstring>
 
@@ -80,7 +81,7 @@ int add(L3State &l3, const bcm_l3_host_t &host)
     const bcm_l3_host_t plain = plain_record(entry);
     bcm_l3_host_t stored = host;
     stored.l3a_flags = entry.flags;
-    if (details == nullptr && std::memcmp(&plain, &stored, sizeof stored) != 0) {
+    if (details == nullptr && !alike(plain, stored)) {
         details = std::make_unique<Details>();
         details->records = {stored};
     }

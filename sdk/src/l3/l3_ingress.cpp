@@ -2,8 +2,7 @@
 #include "begin.h"
 #include "l3.h"
 #include "sim_l3.h"
-
-#include <cstring>
+#include "record_bytes.h"
 
 using namespace sim;
 
@@ -51,9 +50,8 @@ int sim_bcm_l3_ingress_find(int unit, bcm_l3_ingress_t *ing_intf, bcm_if_t *intf
     return begin(unit, ready<L3State>, given(ing_intf, intf_id)).then([&](L3State &l3) -> int {
         bcm_l3_ingress_t wanted = *ing_intf;
         wanted.flags &= ~how_flags;
-        const int *id = l3.ingress.find_if([&](const bcm_l3_ingress_t &record) {
-            return std::memcmp(&record, &wanted, sizeof wanted) == 0;
-        });
+        const int *id =
+            l3.ingress.find_if([&](const bcm_l3_ingress_t &record) { return alike(record, wanted); });
         if (id == nullptr) {
             return BCM_E_NOT_FOUND;
         }

@@ -3,6 +3,7 @@
 #include "l3.h"
 #include "l3_way.h"
 #include "sim_l3.h"
+#include "record_bytes.h"
 
 #include <cstring>
 
@@ -103,7 +104,7 @@ int add(L3State &l3, const bcm_l3_route_t &route)
     const bcm_l3_route_t plain = plain_record(entry);
     bcm_l3_route_t stored = route;
     stored.l3a_flags = entry.flags;
-    if (details == nullptr && std::memcmp(&plain, &stored, sizeof stored) != 0) {
+    if (details == nullptr && !alike(plain, stored)) {
         details = std::make_unique<Details>();
         details->records = {stored};
     }

@@ -93,7 +93,8 @@ void take_out(Element *&elements, std::size_t count, std::size_t place)
 template <bool by_instruction>
 [[gnu::always_inline]] inline std::uint32_t PrefixTable::find_longest(IpAddress address) const
 {
-    const auto count = [](std::uint64_t bits) [[gnu::always_inline]] {
+    const auto count = [](std::uint64_t bits) __attribute__((always_inline))
+    {
         return by_instruction ? static_cast<unsigned>(__builtin_popcountll(bits)) : bits_in(bits);
     };
     const Node *node = &root_;

@@ -135,7 +135,7 @@ void update_policing(Switch &sw)
         }
         return ports;
     };
-    PortState &ports = sw.of<PortState>();
+    auto &ports = sw.of<PortState>();
     const PortSet arriving = places(PolicerSide::in);
     for (int port = 0; port <= port_max; ++port) {
         port_of(sw, port).polices_in = arriving.has(port);

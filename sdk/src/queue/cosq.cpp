@@ -11,7 +11,7 @@ using namespace sim;
 
 namespace {
 
-constexpr int weight_max = 127;  // packets, and shares
+constexpr int weight_max_packets = 127;  // and shares
 constexpr int weight_max_bytes = 1 << 20;
 
 int weight_max_of(int mode)
@@ -20,7 +20,7 @@ int weight_max_of(int mode)
     case BCM_COSQ_WEIGHTED_ROUND_ROBIN:
     case BCM_COSQ_WEIGHTED_FAIR_QUEUING:
     case BCM_COSQ_BOUNDED_DELAY:
-        return weight_max;
+        return weight_max_packets;
     case BCM_COSQ_DEFICIT_ROUND_ROBIN:
         return weight_max_bytes;
     default:

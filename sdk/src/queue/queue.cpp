@@ -208,7 +208,7 @@ void follow_limits(Switch &sw, int port)
                             || std::any_of(own.queues.begin(), own.queues.end(), [](const Queue &queue) {
                                    return !queue.sends || queue.most.rate != 0;
                                });
-    PortState &ports = sw.of<PortState>();
+    auto &ports = sw.of<PortState>();
     ports.queues_out.put(port, has_limits);
     ports.update_special_out();
 }

@@ -157,8 +157,9 @@ void TrunkTable::work_out()
             }
         }
         const bool all_covered = trunk.info.flags & BCM_TRUNK_FLAG_FAILOVER_NEXT;
+        const auto &failovers = trunk.failovers;
         sending.senders.each(
-            [&](int port) { sending.covered.put(port, all_covered || trunk.failovers.count(port) != 0); });
+            [&](int port) { sending.covered.put(port, all_covered || failovers.count(port) != 0); });
         sending.ports.each([&](int port) { fresh.origins[static_cast<std::size_t>(port)] = sending.ports; });
         fresh.in_trunks = fresh.in_trunks | sending.ports;
         fresh.trunks.push_back(std::move(sending));
