@@ -13,7 +13,7 @@
 namespace sim {
 
 /// The rooms that keep something of a unit, lower ones first. States are made and started in this order.
-enum class Room { rules, chip, phy, mdio, vlan, port, trunk, l2, l3, mirror, policer, queue, path, count };
+enum class Room { rules, chip, phy, mdio, vlan, port, trunk, l2, l3, mirror, policer, queue, path, cpu, count };
 
 constexpr std::size_t room_count = static_cast<std::size_t>(Room::count);
 
