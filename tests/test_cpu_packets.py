@@ -136,8 +136,8 @@ class Reception(CpuTest):
         records = []
 
         def take(unit, packet, cookie):
-            records.append((packet.unit, packet.src_port, packet.rx_port, packet.vlan, packet.vlan_pri, packet.rx_untagged,
-                            packet.pkt_len, packet.tot_len, packet.dest_port, packet.opcode, packet.flags,
+            records.append((packet.unit, packet.src_port, packet.rx_port, packet.vlan, packet.vlan_pri,
+                            packet.rx_untagged, packet.pkt_len, packet.tot_len, packet.dest_port, packet.opcode, packet.flags,
                             packet.rx_timestamp))
             return q.BCM_RX_HANDLED
         self.receive(take)
@@ -280,7 +280,8 @@ class Reception(CpuTest):
         checked(q.bcm_rx_queue_channel_set, 0, 0, 1)
         self.assertEqual((len(self.seen), checked(q.bcm_rx_queue_packet_count_get, 0, 0, OUT)), (1, 0))
         for status, function, arguments in [
-                (q.BCM_E_PARAM, q.bcm_rx_queue_channel_set, (0, 48, 1)), (q.BCM_E_PARAM, q.bcm_rx_queue_channel_set, (0, 1, 8)),
+                (q.BCM_E_PARAM, q.bcm_rx_queue_channel_set, (0, 48, 1)),
+                (q.BCM_E_PARAM, q.bcm_rx_queue_channel_set, (0, 1, 8)),
                 (q.BCM_E_UNIT, q.bcm_rx_start, (9, None)), (q.BCM_E_PARAM, q.bcm_rx_queue_register,
                                                             (0, 'x', 48, made, 1, None, 0)),
                 (q.BCM_E_PARAM, q.bcm_rx_register, (0, 'x', made, 1, None, 8))]:

@@ -63,26 +63,27 @@ int sim_l2_age_step(int unit);
  * A port has a link if bcm_port_link_status_get says so. The CPU is port 0: what it gets counts there as
  * sent. Loopbacks and filters play no part.
  *
- * While bcm_rx_start is in force, what the CPU gets is handed to the callbacks of bcm_rx_register in the call that brought
- * it, when all that left with it has been given away: there is no thread, and no callback is called within another. The
- * data is the frame as it leaves port 0, so that it has a tag unless the CPU is an untagged member of the VLAN. The
- * reasons are
+ * While bcm_rx_start is in force, what the CPU gets is handed to the callbacks of bcm_rx_register in the call that
+ * brought it, when all that left with it has been given away: there is no thread, and no callback is called within
+ * another. The data is the frame as it leaves port 0, so that it has a tag unless the CPU is an untagged member of the
+ * VLAN. The reasons are
  *   Bpdu, SlowProtocol (and Lacp), Eapol, Lldp, ReservedMulticast: a packet of step 4
  *   L2DestMarked: a copy that the destination's entry asks for (BCM_L2_COPY_TO_CPU)
  *   L2DestMiss, MulticastMiss: the CPU is a member of the VLAN, and the address unknown
  *   Control: the entry leads to the CPU, it is in the group, or it is a member and the packet a broadcast
  *   LocalCpu: the CPU has sent it to itself
- *   Arp, ArpReply, Dhcp, Dhcp6, Neighbor..., Router..., IcmpRedirect, Igmp..., Mld..., Pim, Ospf, Vrrp, Rip, Bgp: a copy of
- *     a packet of that protocol, which bcmSwitchArpRequestToCpu and the like ask for, made when step 5 is done
+ *   Arp, ArpReply, Dhcp, Dhcp6, Neighbor..., Router..., IcmpRedirect, Igmp..., Mld..., Pim, Ospf, Vrrp, Rip, Bgp: a
+ *     copy of a packet of that protocol, which bcmSwitchArpRequestToCpu and the like ask for, made after step 5
  *   L3Ttl, L3MtuFail, L3HeaderError, UrpfFail, L3NextHopIncomplete, L3DestMiss: not routed, and the controls of that
  *     send it to the CPU; LinkLocalUnicast: never routed; L3LocalAddress: its next hop is the CPU; L3DestMarked: a copy
  *     that route or station asks for; Arp, Control: to a router's address, and nothing that is routed
+ * What has waited in a queue of port 0, and a mirror's copy, comes without a reason and as if from port 0.
  * bcmSwitchUnknownUcastToCpu and ...McastToCpu give the CPU copies as if it were a member of all VLANs.
- * What the CPU sends (bcm_tx) has left when the call returns, and call_back and all_done_cb have been called by then. With
- * BCM_TX_ETHER it takes the way above from port 0, but for steps 2, 4 and 5: the CPU is part of no tree and nothing is
- * learnt. Else it leaves through tx_pbmp, whatever tables say, if the port has a link and sends that length. The data is
- * sent as it is, to tx_upbmp without its tag; with BCM_PKT_F_NO_VTAG a tag of vlan, vlan_pri and vlan_cfi comes first.
- * What a callback sends belongs to what brought its packet: sim_packet_send collects it too.
+ * What the CPU sends (bcm_tx) has left when the call returns, and call_back and all_done_cb have been called by then.
+ * With BCM_TX_ETHER it takes the way above from port 0, but for steps 2, 4 and 5: the CPU is part of no tree and nothing
+ * is learnt. Else it leaves through tx_pbmp, whatever tables and queues say, if the port has a link and sends that
+ * length. The data is sent as it is, to tx_upbmp without its tag; with BCM_PKT_F_NO_VTAG a tag of vlan, vlan_pri and
+ * vlan_cfi comes first. What a callback sends belongs to what brought its packet: sim_packet_send collects it too.
  *
  * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
  * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors

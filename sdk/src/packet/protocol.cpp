@@ -79,10 +79,10 @@ Protocol protocol_of(unsigned ip_protocol, ByteView carried, bool is_ip6)
     case ip_tcp:
         return is_one_of_ports(carried, 179, 179) ? Protocol::bgp : Protocol::none;
     case ip_udp:
-        return is_one_of_ports(carried, 520, 520)              ? Protocol::rip
-               : !is_ip6 && is_one_of_ports(carried, 67, 68)   ? Protocol::dhcp
+        return is_one_of_ports(carried, 520, 520)             ? Protocol::rip
+               : !is_ip6 && is_one_of_ports(carried, 67, 68)  ? Protocol::dhcp
                : is_ip6 && is_one_of_ports(carried, 546, 547) ? Protocol::dhcp6
-                                                               : Protocol::none;
+                                                              : Protocol::none;
     case ip_ospf:
         return Protocol::ospf;
     case ip_pim:
@@ -106,15 +106,14 @@ Protocol protocol_of(const Frame &frame)
     const ByteView packet = behind(frame.bytes, frame.untagged_from + 2);
     if (frame.type == type_arp_packet) {
         const unsigned operation = number_at(packet, 6);
-        return operation == 1   ? Protocol::arp_request
-               : operation == 2 ? Protocol::arp_reply
-                                : Protocol::none;
+        return operation == 1 ? Protocol::arp_request : operation == 2 ? Protocol::arp_reply : Protocol::none;
     }
     if (frame.type == type_ip4) {
         constexpr unsigned fragment_offset = 0x1fff;
         const std::size_t header = 4 * (byte_at(packet, 0) & 15);
-        return number_at(packet, 6) & fragment_offset ? Protocol::none
-                                                      : protocol_of(byte_at(packet, 9), behind(packet, header), false);
+        return number_at(packet, 6) & fragment_offset
+                   ? Protocol::none
+                   : protocol_of(byte_at(packet, 9), behind(packet, header), false);
     }
     if (frame.type == type_ip6) {
         constexpr std::size_t header = 40;

@@ -277,7 +277,8 @@ private:
     {
         ++storms;
         if (is_traced) {
-            tell_at(at.unit, simStageWire, at.port, simDropStorm, "a storm: %d cables and CPUs passed", storm_limit);
+            tell_at(at.unit, simStageWire, at.port, simDropStorm, "a storm: %d cables and CPUs passed",
+                    storm_limit);
         }
         return BCM_E_RESOURCE;
     }

@@ -46,7 +46,7 @@ struct Departures {
     std::array<Copy, port_max + 1> copies;
     std::size_t count = 0;
     std::unique_ptr<std::vector<Other>> others;  // null as long as there are none
-    CpuCopy cpu_copy;  // of the CPU's, if there is one
+    CpuCopy cpu_copy;                            // of the CPU's, if there is one
 };
 
 struct Passage {
