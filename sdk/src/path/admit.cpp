@@ -78,8 +78,9 @@ Onward force(Passage &passage, int to)
 Onward admit(Passage &passage)
 {
     const Port &own = passage.own();
-    return (own.discard | own.reads_tags | own.limits_rate | (own.forced_to + 1)) == 0 ? Onward::next
-                                                                     : admit_specially(passage);
+    return (own.discard | own.reads_tags | own.limits_rate | (own.forced_to + 1)) == 0
+               ? Onward::next
+               : admit_specially(passage);
 }
 
 }  // namespace sim
