@@ -14,15 +14,14 @@ namespace {
 template <class Description>
 Words with_state(int unit, const StateFields &fields, const Description &of, int place, Words value)
 {
-    Switch *sw = attached(unit);
-    if (sw != nullptr) {
-        fields.each(of.id, [&](const StateField &field) {
-            Words state = {};
-            if (field.get(*sw, place, &state)) {
-                put_field(value, *of.layout.find(field.field), state);
-            }
-        });
-    }
+    // The chip is configured before there is a unit: what it is configured with shows no state.
+    fields.each(of.id, [&](const StateField &field) {
+        Switch *sw = attached(unit);
+        Words state = {};
+        if (sw != nullptr && field.get(*sw, place, &state)) {
+            put_field(value, *of.layout.find(field.field), state);
+        }
+    });
     return value;
 }
 
