@@ -4,7 +4,7 @@ import unittest
 import zlib
 
 import QuorelApiNew as q
-from quorel import OUT, StatusError, array, callback, checked, sim
+from quorel import OUT, StatusError, array, as_dict, callback, checked, sim
 
 A, B, C = ['02:00:00:00:00:0%d' % number for number in (1, 2, 3)]
 CPU = 0
@@ -16,10 +16,7 @@ def bytes_of(packet):
 
 
 def reasons_of(packet):
-    names = dict((value, name) for name, value in vars(q).items()
-                 if name.startswith('bcmRxReason') and name != 'bcmRxReasonCount')
-    bits = int(str(packet).partition('rx_reasons=')[2].partition(',')[0])
-    return [names[bit][len('bcmRxReason'):] for bit in range(q.bcmRxReasonCount) if bits >> bit & 1]
+    return [name[len('bcmRxReason'):] for name in as_dict(packet)['rx_reasons']]
 
 
 kept = []  # what records point to
@@ -105,7 +102,7 @@ class Reception(CpuTest):
                  (q.bcmSwitchNdPktToCpu, ip6(b'\x87', b'\x3a'), 'NeighborSolicit'),
                  (q.bcmSwitchMldPktToCpu, ip6(b'\x8f', hop_by_hop), 'MldReport'),
                  (q.bcmSwitchDhcp6PktToCpu, ip6(ports['dhcp6'], b'\x11'), 'Dhcp6')]
-        self.switch.send(2, sim.ethernet(B, C))
+        self.switch.send(2, sim.ethernet(C, B))
         frames = [sim.ethernet(B, A, bytes(payload), kind) for _, (kind, payload), _ in cases]
         for frame in frames:
             self.switch.arrive(1, frame)

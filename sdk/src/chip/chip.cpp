@@ -41,6 +41,20 @@ void set_state(int unit, const StateFields &fields, const Description &of, int p
 
 }  // namespace
 
+void reset_port_state(int unit)
+{
+    std::for_each(register_state.first, register_state.first + register_state.count,
+                  [&](const StateField &field) {
+                      const Register &reg = *register_at(field.of);
+                      const Words value = field_of(words_of(reg.reset), *reg.layout.find(field.field));
+                      for (int port = cpu_port; field.set != nullptr && port <= port_max; ++port) {
+                          if (Switch *sw = attached(unit)) {
+                              field.set(*sw, port, value);
+                          }
+                      }
+                  });
+}
+
 Words Chip::stored(uint32 address, std::size_t count, const Words &after_reset) const
 {
     Words value = after_reset;

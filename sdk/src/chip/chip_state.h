@@ -47,4 +47,7 @@ struct StateFields {
 extern const StateFields register_state;
 extern const StateFields memory_state;
 
+/// What registers of ports show becomes what they have after a reset.
+void reset_port_state(int unit);
+
 }  // namespace sim

@@ -333,13 +333,6 @@ int sim_bcm_rx_reasons_get(int unit, bcm_rx_reasons_t *reasons)
     return begin(unit, given(reasons)).then([&]() { *reasons = reasons_known(); });
 }
 
-void sim_bcm_rx_cfg_t_init(bcm_rx_cfg_t *rx_cfg)
-{
-    if (rx_cfg != nullptr) {
-        *rx_cfg = default_rx_config();
-    }
-}
-
 int sim_bcm_rx_control_set(int unit, bcm_rx_control_t type, int arg)
 {
     return begin(unit).then([&](Switch &sw) -> int {
