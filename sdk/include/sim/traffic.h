@@ -85,6 +85,28 @@ int sim_l2_age_step(int unit);
  * A port has a link if bcm_port_link_status_get says so. What a port in a loopback sends comes back to it and does not
  * leave. The CPU is port 0: what it gets counts there as sent. Filters play no part.
  *
+ * While bcm_rx_start is in force, what the CPU gets is handed to the callbacks of bcm_rx_register in the call that
+ * brought it, when all that left with it has been given away: there is no thread, and no callback is called within
+ * another. The data is the frame as it leaves port 0, so that it has a tag unless the CPU is an untagged member of the
+ * VLAN. The reasons are
+ *   Bpdu, SlowProtocol (and Lacp), Eapol, Lldp, ReservedMulticast: a packet of step 4
+ *   L2DestMarked: a copy that the destination's entry asks for (BCM_L2_COPY_TO_CPU)
+ *   L2DestMiss, MulticastMiss: the CPU is a member of the VLAN, and the address unknown
+ *   Control: the entry leads to the CPU, it is in the group, or it is a member and the packet a broadcast
+ *   LocalCpu: the CPU has sent it to itself
+ *   Arp, ArpReply, Dhcp, Dhcp6, Neighbor..., Router..., IcmpRedirect, Igmp..., Mld..., Pim, Ospf, Vrrp, Rip, Bgp: a
+ *     copy of a packet of that protocol, which bcmSwitchArpRequestToCpu and the like ask for, made after step 5
+ *   L3Ttl, L3MtuFail, L3HeaderError, UrpfFail, L3NextHopIncomplete, L3DestMiss: not routed, and the controls of that
+ *     send it to the CPU; LinkLocalUnicast: never routed; L3LocalAddress: its next hop is the CPU; L3DestMarked: a copy
+ *     that route or station asks for; Arp, Control: to a router's address, and nothing that is routed
+ * What has waited in a queue of port 0, and a mirror's copy, comes without a reason and as if from port 0.
+ * bcmSwitchUnknownUcastToCpu and ...McastToCpu give the CPU copies as if it were a member of all VLANs.
+ * What the CPU sends (bcm_tx) has left when the call returns, and call_back and all_done_cb have been called by then.
+ * With BCM_TX_ETHER it takes the way above from port 0, but for steps 2, 4 and 5: the CPU is part of no tree and nothing
+ * is learnt. Else it leaves through tx_pbmp, whatever tables and queues say, if the port has a link and sends that
+ * length. The data is sent as it is, to tx_upbmp without its tag; with BCM_PKT_F_NO_VTAG a tag of vlan, vlan_pri and
+ * vlan_cfi comes first. What a callback sends belongs to what brought its packet: sim_packet_send collects it too.
+ *
  * bcm_stat_get tells what came and went, with lengths as on the wire, tag and checksum included: snmpIfIn*
  * counts what came, dropped or not, snmpEtherStats* both directions. A drop counts in one of snmpIfInErrors
  * (by the MAC), snmpIfInDiscards (2 to 7; snmpBcmRx*Discards give reasons) and, at the port that was to send
@@ -92,8 +114,8 @@ int sim_l2_age_step(int unit);
  *   BCM_E_NONE       it has arrived, whatever became of it
  *   BCM_E_DISABLED   the port is disabled or has no link: nothing arrives, nothing counts
  *   BCM_E_PARAM      frame null, or length out of range
- *   BCM_E_RESOURCE   it, or what it brought about, went over more cables than sim_storm_limit_set allows: what was
- *                    still on its way then is lost
+ *   BCM_E_RESOURCE   it, or what it brought about, went over more cables and to more CPUs than sim_storm_limit_set
+ *                    allows: what was still on its way then is lost
  *   BCM_E_UNIT, BCM_E_PORT (the CPU's too), BCM_E_INIT
  * What leaves a port whose cable leads to a port (sim_cable_join) arrives there, after what has arrived before.
  */
@@ -117,8 +139,9 @@ int sim_packet_send(int unit, bcm_port_t port, const unsigned char *frame, int l
                     sim_packet_watcher_t collector, void *datum);
 
 /*
- * How many times what one arrival brings about may go over a cable between ports, 1000 at first: loops that no
- * spanning tree cuts end there. BCM_E_PARAM below 0. sim_storm_count: how many arrivals ended so.
+ * How many times what one arrival brings about may go over a cable between ports or to a CPU that receives, 1000 at
+ * first: loops that no spanning tree cuts end there, and answers to answers. BCM_E_PARAM below 0. sim_storm_count: how
+ * many arrivals ended so.
  */
 int sim_storm_limit_set(int crossings);
 int sim_storm_limit_get(void);

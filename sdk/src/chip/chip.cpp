@@ -1,11 +1,59 @@
 #include "chip.h"
 
 #include "chip_observer.h"
+#include "chip_state.h"
 #include "chip_start.h"
 #include "soc_control.h"
 #include "switch.h"
 
 namespace sim {
+
+namespace {
+
+/// With the unit's state in the fields that show it.
+template <class Description>
+Words with_state(int unit, const StateFields &fields, const Description &of, int place, Words value)
+{
+    // The chip is configured before there is a unit: what it is configured with shows no state.
+    fields.each(of.id, [&](const StateField &field) {
+        Switch *sw = attached(unit);
+        Words state = {};
+        if (sw != nullptr && field.get(*sw, place, &state)) {
+            put_field(value, *of.layout.find(field.field), state);
+        }
+    });
+    return value;
+}
+
+/// The unit's state becomes what the fields say, as far as that differs.
+template <class Description>
+void set_state(int unit, const StateFields &fields, const Description &of, int place, const Words &value)
+{
+    fields.each(of.id, [&](const StateField &field) {
+        Switch *sw = attached(unit);
+        const Words wanted = field_of(value, *of.layout.find(field.field));
+        Words state = {};
+        if (sw != nullptr && field.set != nullptr && !(field.get(*sw, place, &state) && state == wanted)) {
+            field.set(*sw, place, wanted);
+        }
+    });
+}
+
+}  // namespace
+
+void reset_port_state(int unit)
+{
+    std::for_each(register_state.first, register_state.first + register_state.count,
+                  [&](const StateField &field) {
+                      const Register &reg = *register_at(field.of);
+                      const Words value = field_of(words_of(reg.reset), *reg.layout.find(field.field));
+                      for (int port = cpu_port; field.set != nullptr && port <= port_max; ++port) {
+                          if (Switch *sw = attached(unit)) {
+                              field.set(*sw, port, value);
+                          }
+                      }
+                  });
+}
 
 Words Chip::stored(uint32 address, std::size_t count, const Words &after_reset) const
 {
@@ -28,12 +76,14 @@ void Chip::store(uint32 address, std::size_t count, const Words &value)
 
 Words Chip::read(const RegisterPlace &place) const
 {
-    return stored(place.to_read().address(), place.reg->words(), words_of(place.reg->reset));
+    const Words value = stored(place.to_read().address(), place.reg->words(), words_of(place.reg->reset));
+    return with_state(unit, register_state, *place.reg, place.port, value);
 }
 
 Words Chip::read(const MemoryPlace &place) const
 {
-    return stored(place.to_read().address(), place.memory->words(), Words());
+    const Words value = stored(place.to_read().address(), place.memory->words(), Words());
+    return with_state(unit, memory_state, *place.memory, place.index, value);
 }
 
 void Chip::write(const RegisterPlace &place, const Words &value)
@@ -44,6 +94,7 @@ void Chip::write(const RegisterPlace &place, const Words &value)
     for (; one.block <= last; ++one.block) {
         const Words now = merge(read(one), value, writable);
         store(one.address(), place.reg->words(), now);
+        set_state(unit, register_state, *place.reg, place.port, now);
         tell_written(unit, one, now);
     }
 }
@@ -55,6 +106,7 @@ void Chip::write(const MemoryPlace &place, const Words &value)
     const int last = place.is_broadcast() ? place.block - 1 : one.block;
     for (; one.block <= last; ++one.block) {
         store(one.address(), place.memory->words(), entry);
+        set_state(unit, memory_state, *place.memory, place.index, entry);
         tell_written(unit, one, entry);
     }
 }

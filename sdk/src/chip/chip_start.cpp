@@ -1,6 +1,7 @@
 #include "chip_start.h"
 
 #include "begin.h"
+#include "chip_state.h"
 #include "port_database.h"
 #include "sim_chip.h"
 
@@ -47,6 +48,7 @@ int sim_soc_init(int unit)
         Chip &chip = chip_of(sw);
         chip.running = true;
         chip.reset();
+        reset_port_state(chip.unit);
         configure(chip);
     });
 }
@@ -55,6 +57,7 @@ int sim_soc_reset_init(int unit)
 {
     return begin(unit, running_chip).then([](Chip &chip) {
         chip.reset();
+        reset_port_state(chip.unit);
         return SOC_E_NONE;
     });
 }

@@ -61,7 +61,56 @@ int set_new_state(int unit, int, int value)
     });
 }
 
+/// Copies of all of these protocols to the CPU; on if it gets those of each.
+template <Protocols protocols>
+int get_copies(int unit, int, int *value)
+{
+    return begin(unit, given(value)).then([&](Switch &sw) {
+        *value = (l2_of(sw).settings.cpu_protocols & protocols) == protocols;
+    });
+}
+
+template <Protocols protocols>
+int set_copies(int unit, int, int value)
+{
+    return begin(unit).then([&](Switch &sw) {
+        Protocols &all = l2_of(sw).settings.cpu_protocols;
+        all = value != 0 ? all | protocols : all & ~protocols;
+    });
+}
+
+template <Protocols protocols>
+constexpr Tie copies_tie(int control)
+{
+    return {control, get_copies<protocols>, set_copies<protocols>};
+}
+
+constexpr Protocols nd = set_of(Protocol::router_solicit, Protocol::router_advert, Protocol::neighbor_solicit,
+                                Protocol::neighbor_advert, Protocol::icmp_redirect);
+constexpr Protocols igmp_members = set_of(Protocol::igmp_report, Protocol::igmp_leave);
+constexpr Protocols mld_members = set_of(Protocol::mld_report, Protocol::mld_done);
+
 constexpr Tie ties[] = {
+    copies_tie<set_of(Protocol::arp_request)>(bcmSwitchArpRequestToCpu),
+    copies_tie<set_of(Protocol::arp_reply)>(bcmSwitchArpReplyToCpu),
+    copies_tie<nd>(bcmSwitchNdPktToCpu),
+    copies_tie<set_of(Protocol::dhcp)>(bcmSwitchDhcpPktToCpu),
+    copies_tie<set_of(Protocol::dhcp6)>(bcmSwitchDhcp6PktToCpu),
+    copies_tie<igmp_members | set_of(Protocol::igmp_query)>(bcmSwitchIgmpPktToCpu),
+    copies_tie<set_of(Protocol::igmp_query)>(bcmSwitchIgmpQueryToCpu),
+    copies_tie<igmp_members>(bcmSwitchIgmpReportLeaveToCpu),
+    copies_tie<mld_members | set_of(Protocol::mld_query)>(bcmSwitchMldPktToCpu),
+    copies_tie<set_of(Protocol::mld_query)>(bcmSwitchMldQueryToCpu),
+    copies_tie<mld_members>(bcmSwitchMldReportDoneToCpu),
+    copies_tie<set_of(Protocol::pim)>(bcmSwitchPimPktToCpu),
+    copies_tie<set_of(Protocol::rip)>(bcmSwitchRipPktToCpu),
+    copies_tie<set_of(Protocol::ospf)>(bcmSwitchOspfPktToCpu),
+    copies_tie<set_of(Protocol::bgp)>(bcmSwitchBgpPktToCpu),
+    copies_tie<set_of(Protocol::vrrp)>(bcmSwitchVrrpPktToCpu),
+    {bcmSwitchUnknownUcastToCpu, get_l2<&L2Settings::unknown_unicast_to_cpu>,
+     set_l2<&L2Settings::unknown_unicast_to_cpu>},
+    {bcmSwitchUnknownMcastToCpu, get_l2<&L2Settings::unknown_multicast_to_cpu>,
+     set_l2<&L2Settings::unknown_multicast_to_cpu>},
     {bcmSwitchL2LearnEnable, get_l2<&L2Settings::learns>, set_l2<&L2Settings::learns>},
     {bcmSwitchL2AgeEnable, get_l2<&L2Settings::ages>, set_l2<&L2Settings::ages>},
     {bcmSwitchStpStateDefault, get_new_state, set_new_state},

@@ -28,6 +28,7 @@ enum class Room {
     policer,
     queue,
     path,
+    cpu,
     count
 };
 

@@ -9,6 +9,7 @@
 #include "keyed_table.h"
 #include "l2_destination.h"
 #include "l2_table.h"
+#include "protocol.h"
 #include "switch.h"
 #include "trunk.h"
 
@@ -33,8 +34,11 @@ struct L2LearnClass {
 struct L2Settings {
     int age_seconds = age_seconds_default;
     int freezes = 0;
-    bool learns = true;  // bcmSwitchL2LearnEnable
-    bool ages = true;    // bcmSwitchL2AgeEnable
+    bool learns = true;                     // bcmSwitchL2LearnEnable
+    bool ages = true;                       // bcmSwitchL2AgeEnable
+    Protocols cpu_protocols = 0;            // of which the CPU gets copies
+    bool unknown_unicast_to_cpu = false;    // bcmSwitchUnknownUcastToCpu
+    bool unknown_multicast_to_cpu = false;  // bcmSwitchUnknownMcastToCpu
     HandlerList<Callback<bcm_l2_addr_callback_t>> subscribers;
     std::map<std::pair<uint32, int>, int> learn_limits;  // by BCM_L2_LEARN_LIMIT_* selector and id
     std::array<L2LearnClass, learn_classes> classes;

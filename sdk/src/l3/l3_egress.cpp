@@ -2,9 +2,9 @@
 #include "begin.h"
 #include "l3.h"
 #include "l3_way.h"
+#include "record_bytes.h"
 #include "sim_l3.h"
 #include "vlan.h"
-#include "record_bytes.h"
 
 using namespace sim;
 

@@ -2,8 +2,8 @@
 #include "begin.h"
 #include "l3.h"
 #include "l3_way.h"
-#include "sim_l3.h"
 #include "record_bytes.h"
+#include "sim_l3.h"
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 /// Ingress interfaces: how packets that arrive in the VLANs that name one are treated.
 #include "begin.h"
 #include "l3.h"
-#include "sim_l3.h"
 #include "record_bytes.h"
+#include "sim_l3.h"
 
 using namespace sim;
 

@@ -18,6 +18,10 @@ constexpr std::size_t addresses_bytes = 2 * address_bytes;
 constexpr std::size_t tag_bytes = 4;
 constexpr unsigned type_vlan = 0x8100;
 constexpr unsigned type_mac_control = 0x8808;
+constexpr unsigned type_slow = 0x8809;
+constexpr unsigned type_eapol = 0x888e;
+constexpr unsigned type_lldp = 0x88cc;
+constexpr unsigned slow_lacp = 1;  // the subtype, a byte behind the type
 constexpr unsigned type_ip4 = 0x0800;
 constexpr unsigned type_ip6 = 0x86dd;
 

@@ -82,6 +82,10 @@ Onward find_destination(Passage &passage)
             tell_step(passage, simStageDestination, passage.port, "%s is not %s: to the VLAN's members",
                       MacText(address).text(), is_ignored ? "looked up" : "known");
         }
+        if (is_group(address) ? l2.settings.unknown_multicast_to_cpu && !is_broadcast(address)
+                              : l2.settings.unknown_unicast_to_cpu) {
+            passage.copy_to_cpu(is_group(address) ? bcmRxReasonMulticastMiss : bcmRxReasonL2DestMiss);
+        }
         flood(passage, members_for(passage),
               is_group(address) ? &bcm_trunk_info_t::mc_index : &bcm_trunk_info_t::dlf_index);
         return Onward::decided;
@@ -95,7 +99,7 @@ Onward find_destination(Passage &passage)
         tell_entry(passage, leads_somewhere, flags);
     }
     if (flags & BCM_L2_COPY_TO_CPU) {
-        passage.copies.add(cpu_port);
+        passage.copy_to_cpu(bcmRxReasonL2DestMarked);
     }
     if (!leads_somewhere || (passage.to.kind == Destination::Kind::port && !is_own_port(passage.to))) {
         passage.drop(Discard::no_destination);

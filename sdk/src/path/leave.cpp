@@ -2,12 +2,17 @@
 #include "queue.h"
 #include "stages.h"
 
+#include "sim_rx.h"
+
 #include <cstring>
 #include <optional>
+#include <string>
 
 namespace sim {
 
 namespace {
+
+const Names reason_names(names_of_bcm_rx_reason_e, "bcmRxReason");
 
 [[gnu::cold]] void tell_copy(const Passage &passage, int port, bool tagged, std::size_t length)
 {
@@ -79,6 +84,17 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     }
 }
 
+/// Nothing keeps the copy, which begins with that head, from leaving. Of those with other tags it is told elsewhere.
+void count_and_add(Passage &passage, int port, std::uint8_t head, bool tagged, const FrameCounts &counts)
+{
+    counts.sent(passage.counters_at(port));
+    if (is_traced && head < 2) {
+        tell_copy(passage, port, tagged, counts.length());
+    }
+    Departures &left = passage.departures;
+    left.copies[left.count++] = {static_cast<std::uint8_t>(port), head};
+}
+
 /// Checks a copy and sends it.
 void send(Passage &passage, int port, std::uint8_t head, const FrameCounts &counts, bool is_plain)
 {
@@ -88,12 +104,7 @@ void send(Passage &passage, int port, std::uint8_t head, const FrameCounts &coun
     } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
         passage.drop_at(port, Discard::too_long_to_send);
     } else if (is_plain || may_leave_now(passage, port, head, counts)) {
-        counts.sent(passage.counters_at(port));
-        if (is_traced && head < 2) {
-            tell_copy(passage, port, head, counts.length());
-        }
-        Departures &left = passage.departures;
-        left.copies[left.count++] = {static_cast<std::uint8_t>(port), head};
+        count_and_add(passage, port, head, head, counts);
     }
 }
 
@@ -165,14 +176,45 @@ void send_with_tags(Passage &passage, int port, const PacketTags &tags)
     return Onward::over;
 }
 
+/// Why the CPU gets a copy that nothing but the destination address sends there.
+bcm_rx_reason_t reason_of_destination(Passage &passage)
+{
+    const unsigned char *address = passage.frame.to();
+    const bool is_known = !passage.is_for_many || is_broadcast(address)
+                          || l2_of(passage.sw).addresses.find(l2_key(address, passage.vid)) != L2Table::none;
+    return is_known            ? bcmRxReasonControl
+           : is_group(address) ? bcmRxReasonMulticastMiss
+                               : bcmRxReasonL2DestMiss;
+}
+
+/// The CPU's copies do not depend on a link until here.
+[[gnu::cold]] void look_at_cpu(Passage &passage)
+{
+    if (!has_link(passage.sw, cpu_port)) {
+        passage.drop_at(cpu_port, Discard::no_link);
+        passage.copies.remove(cpu_port);
+        return;
+    }
+    if (passage.cpu_reasons.empty()) {
+        passage.cpu_reasons.add(reason_of_destination(passage));
+    }
+    if (is_traced) {
+        std::string reasons;
+        for (const std::uint8_t reason : passage.cpu_reasons) {
+            reasons += (reasons.empty() ? "" : ", ") + reason_names.name(reason, true);
+        }
+        tell_step(passage, simStageLeave, cpu_port, "to the CPU: %s", reasons.c_str());
+    }
+    passage.departures.cpu_copy = {passage.port, passage.vid, passage.frame.is_tagged(), passage.is_for_many,
+                                   passage.cpu_reasons};
+}
+
 }  // namespace
 
 Onward leave(Passage &passage)
 {
-    // The CPU's copies do not depend on a link until here.
-    if (passage.copies.has(cpu_port) && !has_link(passage.sw, cpu_port)) {
-        passage.drop_at(cpu_port, Discard::no_link);
-        passage.copies.remove(cpu_port);
+    if (passage.copies.has(cpu_port)) {
+        look_at_cpu(passage);
     }
     const PortSet changing =
         passage.tags ? passage.copies : passage.copies & passage.sw.of<PortState>().tag_writers;
@@ -196,6 +238,33 @@ Onward leave(Passage &passage)
         send(passage, port, tagged, *counts, is_plain);
     });
     return Onward::over;
+}
+
+void send_through(Passage &passage, const PortSet &ports, const PortSet &without_tag)
+{
+    Departures &left = passage.departures;
+    const Frame &frame = passage.frame;
+    left.heads[0].start(frame.untagged_from, addresses_bytes);
+    left.heads[1].start(frame.untagged_from, frame.untagged_from);
+    left.head_count = 2;
+    for (std::size_t i = 0; i < left.head_count; ++i) {
+        std::memcpy(left.heads[i].bytes(), frame.bytes.data, left.heads[i].size());
+    }
+    ports.each([&](int port) {
+        const bool as_it_is = !without_tag.has(port);
+        const FrameCounts counts(left.frame.written(left.heads[as_it_is]));
+        if (!has_link(passage.sw, port)) {
+            passage.drop_at(port, Discard::no_link);
+        } else if (counts.length() > static_cast<std::size_t>(port_of(passage.sw, port).frame_max)) {
+            passage.drop_at(port, Discard::too_long_to_send);
+        } else {
+            if (port == cpu_port) {
+                passage.cpu_reasons.add(bcmRxReasonLocalCpu);
+                left.cpu_copy = {cpu_port, passage.vid, frame.is_tagged(), false, passage.cpu_reasons};
+            }
+            count_and_add(passage, port, as_it_is, as_it_is && frame.is_tagged(), counts);
+        }
+    });
 }
 
 }  // namespace sim

@@ -2,6 +2,27 @@
 
 namespace sim {
 
+namespace {
+
+/// Of a packet to an address that bridges keep to themselves.
+void add_reasons(Passage &passage)
+{
+    const unsigned char last = passage.frame.to()[address_bytes - 1];
+    const unsigned type = passage.frame.type;
+    const bool is_slow = last == 2 && type == type_slow;
+    const bcm_rx_reason_t reason = last == 0                         ? bcmRxReasonBpdu
+                                   : is_slow                         ? bcmRxReasonSlowProtocol
+                                   : last == 3 && type == type_eapol ? bcmRxReasonEapol
+                                   : type == type_lldp               ? bcmRxReasonLldp
+                                                                     : bcmRxReasonReservedMulticast;
+    passage.cpu_reasons.add(reason);
+    if (is_slow && passage.frame.bytes.data[passage.frame.untagged_from + 2] == slow_lacp) {
+        passage.cpu_reasons.add(bcmRxReasonLacp);
+    }
+}
+
+}  // namespace
+
 Onward look_at_tree(Passage &passage)
 {
     const int state = passage.tree_state();
@@ -14,6 +35,7 @@ Onward look_at_tree(Passage &passage)
         if (is_traced) {
             tell_step(passage, simStageTree, passage.port, "bridges keep it: to the CPU");
         }
+        add_reasons(passage);
         passage.to = {Destination::Kind::port, own_module, cpu_port};
         return Onward::decided;
     }

@@ -27,15 +27,19 @@ std::vector<Tap *> &taps()
     return all;
 }
 
+std::array<CpuReceiver, unit_max> cpu_receivers;
+
 bool has_taps = false;
-bool has_taps_or_outlets = false;
+bool has_taps_or_outlets = false;  // receivers among them
 
 void update_has_taps()
 {
     has_taps = !taps().empty();
     has_taps_or_outlets = has_taps
                           || std::any_of(std::begin(with_outlet), std::end(with_outlet),
-                                         [](const PortSet &ports) { return !ports.empty(); });
+                                         [](const PortSet &ports) { return !ports.empty(); })
+                          || std::any_of(cpu_receivers.begin(), cpu_receivers.end(),
+                                         [](CpuReceiver receiver) { return receiver != nullptr; });
 }
 
 struct Watcher {
@@ -69,6 +73,9 @@ class Journey {
 public:
     explicit Journey(const Watcher &collector) : collector_(collector) {}
 
+    /// That of what a CPU is given just now; null if it is given nothing.
+    static Journey *at_cpu() { return at_cpu_; }
+
     /// The frame of *departures passes the unit.
     [[gnu::flatten]] void pass(Switch &sw, int port, Departures &departures)
     {
@@ -77,15 +84,38 @@ public:
         }
         Passage passage(sw, port, departures);
         const Onward onward = run<arrive, copy_arrival, admit, classify, look_at_tree, look_at_source,
-                                  police_arrival, route, find_destination>(passage);
+                                  police_arrival, copy_protocols, route, find_destination>(passage);
         if (onward == Onward::decided) {
             run<limit_storms, replicate, edit, leave>(passage);
         }
         cross(sw, departures);
     }
 
+    /// The frame of *departures, which the CPU sends, passes the unit as one that has arrived.
+    void pass_from_cpu(Switch &sw, Departures &departures)
+    {
+        if (has_taps) {
+            tap(sw.unit, cpu_port, Direction::received, departures.frame.bytes());
+        }
+        Passage passage(sw, cpu_port, departures);
+        // The CPU is part of no tree, and nothing is learnt of what it sends.
+        if (run<arrive, classify, route, find_destination>(passage) == Onward::decided) {
+            run<replicate, edit, leave>(passage);
+        }
+        cross(sw, departures);
+    }
+
+    /// It leaves through the ports at once.
+    void pass_to_ports(Switch &sw, Departures &departures, const PortSet &ports, const PortSet &without_tag)
+    {
+        Passage passage(sw, cpu_port, departures);
+        passage.vid = passage.frame.vlan();
+        send_through(passage, ports, without_tag);
+        cross(sw, departures);
+    }
+
     /// Gives what left to those who are to get it. They may call anything.
-    void deliver(int unit, const Departures &departures) const
+    void deliver(int unit, const Departures &departures)
     {
         ByteView frame;
         int written = -1;  // the head that stands there
@@ -96,7 +126,7 @@ public:
                 written = copy->head;
                 frame = departures.frame.written(departures.heads[copy->head]);
             }
-            give(unit, port, frame);
+            give(unit, port, frame, departures.cpu_copy);
         }
         if (departures.others != nullptr) {
             deliver_others(unit, departures);
@@ -113,26 +143,39 @@ public:
         }
     }
 
-    /// What went over cables arrives, and what that brings about, in this order.
+    /// What went over cables arrives, CPUs get theirs, and what that brings about, in this order.
     int go_on() { return crossings_ == nullptr ? static_cast<int>(BCM_E_NONE) : go_on_at_other_ends(); }
 
 private:
-    struct Crossing {
-        CableEnd to;
-        FrameBuffer frame;
+    /// While there is one, the CPU is given something of a journey.
+    class AtCpu {
+    public:
+        explicit AtCpu(Journey &journey) : outer_(std::exchange(at_cpu_, &journey)) {}
+        ~AtCpu() { at_cpu_ = outer_; }
+        AtCpu(const AtCpu &) = delete;
+        AtCpu &operator=(const AtCpu &) = delete;
+
+    private:
+        Journey *const outer_;
     };
 
-    [[gnu::cold, gnu::noinline]] void deliver_others(int unit, const Departures &departures) const
+    struct Crossing {
+        CableEnd to;  // or a unit's CPU port
+        FrameBuffer frame;
+        CpuCopy cpu_copy;
+    };
+
+    [[gnu::cold, gnu::noinline]] void deliver_others(int unit, const Departures &departures)
     {
         for (const Departures::Other &other : *departures.others) {
-            give(unit, other.port, other.frame.bytes());
+            give(unit, other.port, other.frame.bytes(), CpuCopy::of_nothing_known());
         }
     }
 
-    [[gnu::always_inline]] void give(int unit, int port, ByteView frame) const
+    [[gnu::always_inline]] void give(int unit, int port, ByteView frame, const CpuCopy &about)
     {
         if (has_taps_or_outlets) {
-            tap_and_let_out(unit, port, frame);
+            tap_and_let_out(unit, port, frame, about);
         }
         if (collector_.call != nullptr) {
             collector_.call(unit, port, frame.data, static_cast<int>(frame.size), collector_.datum);
@@ -142,7 +185,7 @@ private:
         }
     }
 
-    static void tap_and_let_out(int unit, int port, ByteView frame)
+    void tap_and_let_out(int unit, int port, ByteView frame, const CpuCopy &about)
     {
         if (has_taps) {
             tap(unit, port, Direction::sent, frame);
@@ -152,6 +195,29 @@ private:
             const Outlet &outlet = outlets[at][static_cast<std::size_t>(port)];
             outlet.send(outlet.datum, frame.data, frame.size);
         }
+        if (port == cpu_port && cpu_receivers[at] != nullptr) {
+            FrameBuffer buffer;
+            buffer.fill(frame);
+            add_crossing({unit, cpu_port}, std::move(buffer)).cpu_copy = about;
+        }
+    }
+
+    void give_to_cpu(int unit, const FrameBuffer &frame, const CpuCopy &about)
+    {
+        const CpuReceiver receiver = cpu_receivers[static_cast<std::size_t>(unit)];
+        if (receiver != nullptr) {
+            const AtCpu at_cpu(*this);
+            receiver(unit, about, frame.bytes());
+        }
+    }
+
+    Crossing &add_crossing(const CableEnd &to, FrameBuffer frame)
+    {
+        if (crossings_ == nullptr) {
+            crossings_ = std::make_unique<std::vector<Crossing>>();
+        }
+        crossings_->push_back({to, std::move(frame), {}});
+        return crossings_->back();
     }
 
     [[gnu::cold]] int go_on_at_other_ends()
@@ -164,6 +230,11 @@ private:
             const CableEnd to = crossings[i].to;
             Departures departures;
             departures.frame = std::move(crossings[i].frame);
+            if (to.port == cpu_port) {
+                const CpuCopy about = crossings[i].cpu_copy;
+                give_to_cpu(to.unit, departures.frame, about);
+                continue;
+            }
             begin(to.unit, ready<L2State>).then([&](Switch &sw, L2State &) {
                 if (has_link(sw, to.port)) {
                     pass(sw, to.port, departures);
@@ -214,24 +285,27 @@ private:
             tell_at(sw.unit, simStageWire, port, simDropNone, "over the cable to port %d of unit %d", to.port,
                     to.unit);
         }
-        if (crossings_ == nullptr) {
-            crossings_ = std::make_unique<std::vector<Crossing>>();
-        }
-        crossings_->push_back({to, std::move(frame)});
+        add_crossing(to, std::move(frame));
     }
 
     [[gnu::cold]] static int end_of_storm(const CableEnd &at)
     {
         ++storms;
         if (is_traced) {
-            tell_at(at.unit, simStageWire, at.port, simDropStorm, "a storm: %d cables passed", storm_limit);
+            tell_at(at.unit, simStageWire, at.port, simDropStorm, "a storm: %d cables and CPUs passed",
+                    storm_limit);
         }
         return BCM_E_RESOURCE;
     }
 
+    static Journey *at_cpu_;
+
     Watcher collector_;
-    std::unique_ptr<std::vector<Crossing>> crossings_;  // null as long as no cable was passed
+    std::unique_ptr<std::vector<Crossing>>
+        crossings_;  // null as long as no cable was passed and no CPU reached
 };
+
+Journey *Journey::at_cpu_ = nullptr;
 
 /// The frame comes to the port and passes the unit, if it can.
 [[gnu::always_inline]] inline int enter(Switch &sw, int port, ByteView frame, Journey &journey,
@@ -269,7 +343,41 @@ int send(int unit, bcm_port_t port, const unsigned char *frame, int length, cons
     return status;
 }
 
+/// The CPU sends: pass(journey, departures). What it sends because of a packet belongs to the journey of that.
+template <class Pass>
+int from_cpu(Switch &sw, ByteView frame, Pass pass)
+{
+    Journey own({});
+    Journey &journey = Journey::at_cpu() != nullptr ? *Journey::at_cpu() : own;
+    Departures departures;
+    departures.frame.fill(frame);
+    const int unit = sw.unit;
+    pass(journey, departures);
+    journey.deliver(unit, departures);
+    return own.go_on();
+}
+
 }  // namespace
+
+void set_cpu_receiver(int unit, CpuReceiver receiver)
+{
+    const UnitsLock lock;
+    cpu_receivers[static_cast<std::size_t>(unit)] = receiver;
+    update_has_taps();
+}
+
+int forward_from_cpu(Switch &sw, ByteView frame)
+{
+    return from_cpu(sw, frame,
+                    [&](Journey &journey, Departures &departures) { journey.pass_from_cpu(sw, departures); });
+}
+
+int send_from_cpu(Switch &sw, ByteView frame, const PortSet &ports, const PortSet &without_tag)
+{
+    return from_cpu(sw, frame, [&](Journey &journey, Departures &departures) {
+        journey.pass_to_ports(sw, departures, ports, without_tag);
+    });
+}
 
 void set_outlet(int unit, int port, const Outlet &outlet)
 {

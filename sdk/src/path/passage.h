@@ -1,6 +1,7 @@
 /// One packet on its way through a unit: where it came from, what was found in it and what has been decided.
 #pragma once
 
+#include "cpu_copy.h"
 #include "frame_buffer.h"
 #include "l2.h"
 #include "l3_objects.h"
@@ -49,6 +50,7 @@ struct Departures {
     std::array<Copy, port_max + 1> copies;
     std::size_t count = 0;
     std::unique_ptr<std::vector<Other>> others;  // null as long as there are none
+    CpuCopy cpu_copy;                            // of the CPU's, if there is one
 };
 
 struct Passage {
@@ -70,6 +72,13 @@ struct Passage {
         if (is_traced) {
             tell_drop(*this, at, reason);
         }
+    }
+
+    /// The CPU gets a copy, whatever else becomes of the packet.
+    void copy_to_cpu(bcm_rx_reason_t reason)
+    {
+        copies.add(cpu_port);
+        cpu_reasons.add(reason);
     }
 
     /// The state of its port in the VLAN's spanning tree group. The CPU is no part of any tree.
@@ -125,6 +134,8 @@ struct Passage {
     }
 
     PortSet copies;  ///< the ports that are to send it
+    CpuReasons
+        cpu_reasons;  ///< why the CPU is among them, as far as anything but the destination decided that
 };
 
 }  // namespace sim

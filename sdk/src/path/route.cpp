@@ -74,8 +74,28 @@ RouterAddresses::Match match_of(Passage &passage, L3State &l3, const L2State &l2
     return match;
 }
 
-Onward to_cpu(Passage &passage)
+/// What a packet that ends for that reason comes to the CPU for.
+bcm_rx_reason_t cpu_reason_of(Discard reason)
 {
+    switch (reason) {
+    case Discard::ttl:
+        return bcmRxReasonL3Ttl;
+    case Discard::mtu:
+        return bcmRxReasonL3MtuFail;
+    case Discard::ip_header:
+        return bcmRxReasonL3HeaderError;
+    case Discard::ip_source:
+        return bcmRxReasonUrpfFail;
+    case Discard::unresolved:
+        return bcmRxReasonL3NextHopIncomplete;
+    default:
+        return bcmRxReasonL3DestMiss;
+    }
+}
+
+Onward to_cpu(Passage &passage, bcm_rx_reason_t reason)
+{
+    passage.cpu_reasons.add(reason);
     passage.to = {Destination::Kind::port, own_module, cpu_port};
     return Onward::decided;
 }
@@ -90,7 +110,7 @@ Onward give_up(Passage &passage, Discard reason, bool goes_to_cpu)
     if (is_traced) {
         tell_diverted(passage, reason);
     }
-    return to_cpu(passage);
+    return to_cpu(passage, cpu_reason_of(reason));
 }
 
 /// A number that is the same for all packets of a flow.
@@ -204,7 +224,7 @@ Onward leave_by(Passage &passage, L3State &l3, const NextHop &hop, const IpHeade
     passage.hop = &hop;
     passage.to = hop.to;
     if (hop.has_cpu_copy) {
-        passage.copies.add(cpu_port);
+        passage.copy_to_cpu(bcmRxReasonL3DestMarked);
     }
     if (is_traced) {
         tell_hop(passage, hop);
@@ -230,7 +250,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
             tell_step(passage, simStageRoute, passage.port, "no router forwards to %s: to the CPU",
                       IpText(header.to, true).text());
         }
-        return to_cpu(passage);
+        return to_cpu(passage, bcmRxReasonLinkLocalUnicast);
     }
     const Ingress ingress = ingress_of(passage, l3, match.interface);
     if ((ingress.source_check != bcmL3IntfUrpfDisable || l3.source_discards != 0)
@@ -247,7 +267,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
     found.entry->state |= l3_hit;
     const uint32 flags = found.entry->flags;
     if ((flags & BCM_L3_COPY_TO_CPU) || (match.takes & takes_copy)) {
-        passage.copies.add(cpu_port);
+        passage.copy_to_cpu(bcmRxReasonL3DestMarked);
     }
     const NextHop *hop = hop_of(found.entry->way, header);
     if ((flags & BCM_L3_DST_DISCARD) || (hop != nullptr && hop->kind == NextHop::Kind::discard)) {
@@ -260,7 +280,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
         if (is_traced) {
             tell_step(passage, simStageRoute, passage.port, "for the CPU, as it came");
         }
-        return to_cpu(passage);
+        return to_cpu(passage, bcmRxReasonL3LocalAddress);
     }
     return leave_by(passage, l3, *hop, header);
 }
@@ -286,7 +306,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
                   "%s is the router, which does not route type 0x%04x: to the CPU",
                   MacText(passage.frame.to()).text(), type);
     }
-    return to_cpu(passage);
+    return to_cpu(passage, type == type_arp ? bcmRxReasonArp : bcmRxReasonControl);
 }
 
 }  // namespace

@@ -44,6 +44,9 @@ Onward police_arrival(Passage &passage);
 /// What is addressed to the router: where its IP address leads.
 Onward route(Passage &passage);
 
+/// The CPU's copies of packets of protocols.
+Onward copy_protocols(Passage &passage);
+
 /// Where the destination address leads.
 Onward find_destination(Passage &passage);
 
@@ -58,6 +61,10 @@ Onward edit(Passage &passage);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);
+
+/// In place of all of that, for what the CPU sends: it leaves through the ports that can send it, without its tag
+/// through those of the second set.
+void send_through(Passage &passage, const PortSet &ports, const PortSet &without_tag);
 
 /// What waits at a port and may leave now, leaves.
 void add_what_waited(Switch &sw, int port, Departures &departures);

@@ -58,20 +58,6 @@ std::vector<Phy *> targets(PhyUnit &phys, PhyPort &port, bool broadcast)
 
 namespace sim {
 
-// zlib's would be the one library that whoever uses the simulated switch had to have and to link besides the system's.
-uint32 crc32(const std::vector<uint8> &bytes)
-{
-    constexpr uint32 polynomial = 0xedb88320;
-    uint32 remainder = 0xffffffff;
-    for (const uint8 byte : bytes) {
-        remainder ^= byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            remainder = remainder >> 1 ^ (remainder & 1 ? polynomial : 0);
-        }
-    }
-    return ~remainder;
-}
-
 uint32 firmware_version(const Phy &phy)
 {
     uint32 version = 0;

@@ -1,5 +1,6 @@
 /// The controls that stand for a PHY's state.
 #include "phy_controls.h"
+#include "crc32.h"
 #include "phy_firmware.h"
 #include "phy_registers.h"
 #include "phy_settings.h"
@@ -267,7 +268,7 @@ uint32 firmware_size_max(const ControlPlace &place)
 
 uint32 firmware_checksum(const ControlPlace &place)
 {
-    return crc32(place.phy.firmware);
+    return crc32(place.phy.firmware.data(), place.phy.firmware.size());
 }
 
 uint32 firmware_version_read(const ControlPlace &place)

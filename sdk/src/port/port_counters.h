@@ -137,8 +137,8 @@ private:
     void add_all(PortCounters &counters, Direction direction) const
     {
         counters.counts[place(direction, FrameCounter::octets)] += length_;
-        for (std::size_t i = 0; i < count_; ++i) {
-            ++counters.counts[place(direction, each_[i])];
+        for (const FrameCounter *each = each_.data(), *const end = each + count_; each != end; ++each) {
+            ++counters.counts[place(direction, *each)];
         }
     }
     void add(FrameCounter counter) { each_[count_++] = counter; }

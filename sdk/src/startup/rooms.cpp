@@ -1,5 +1,6 @@
 /// What a unit is made of: the one place that knows all rooms.
 #include "chip.h"
+#include "cpu.h"
 #include "l2.h"
 #include "l3.h"
 #include "mdio.h"
@@ -57,6 +58,7 @@ constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<PolicerState>(Room::policer),
     maker<QueueState>(Room::queue),
     maker<PathState>(Room::path),
+    maker<CpuState>(Room::cpu),
 };
 
 }  // namespace sim

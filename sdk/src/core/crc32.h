@@ -1,0 +1,12 @@
+/// The checksum of Ethernet frames, and of whatever else has the same.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace sim {
+
+/// CRC-32 of IEEE 802.3; on the wire its lowest byte is the first.
+std::uint32_t crc32(const unsigned char *bytes, std::size_t size);
+
+}  // namespace sim

@@ -1,0 +1,53 @@
+#include "stages.h"
+
+#include "protocol.h"
+
+namespace sim {
+
+namespace {
+
+constexpr bcm_rx_reason_t protocol_reasons[] = {
+    bcmRxReasonInvalid,
+    bcmRxReasonArp,
+    bcmRxReasonArpReply,
+    bcmRxReasonDhcp,
+    bcmRxReasonDhcp6,
+    bcmRxReasonRouterSolicit,
+    bcmRxReasonRouterAdvert,
+    bcmRxReasonNeighborSolicit,
+    bcmRxReasonNeighborAdvert,
+    bcmRxReasonIcmpRedirect,
+    bcmRxReasonIgmpQuery,
+    bcmRxReasonIgmpReport,
+    bcmRxReasonIgmpLeave,
+    bcmRxReasonMldQuery,
+    bcmRxReasonMldReport,
+    bcmRxReasonMldDone,
+    bcmRxReasonPim,
+    bcmRxReasonOspf,
+    bcmRxReasonVrrp,
+    bcmRxReasonRip,
+    bcmRxReasonBgp,
+};
+static_assert(std::size(protocol_reasons) == static_cast<std::size_t>(Protocol::count));
+
+[[gnu::noinline]] void copy_if_wanted(Passage &passage, Protocols wanted)
+{
+    const Protocol protocol = protocol_of(passage.frame);
+    if (wanted & one_of(protocol)) {
+        passage.copy_to_cpu(protocol_reasons[static_cast<std::size_t>(protocol)]);
+    }
+}
+
+}  // namespace
+
+Onward copy_protocols(Passage &passage)
+{
+    const Protocols wanted = l2_of(passage.sw).settings.cpu_protocols;
+    if (wanted != 0) {
+        copy_if_wanted(passage, wanted);
+    }
+    return Onward::next;
+}
+
+}  // namespace sim
