@@ -299,7 +299,7 @@ class Sending(CpuTest):
         # No table is asked: neither whether the VLAN exists nor whether the port forwards.
         checked(q.bcm_stg_stp_set, 0, 1, 3, q.BCM_STG_STP_BLOCK)
         given = packet_of(frame, tx_pbmp=[3, 4], tx_upbmp=[4], flags=q.BCM_PKT_F_NO_VTAG, vlan=99, vlan_pri=5)
-        self.assertEqual(self.left(given), [(3, sim.ethernet(B, A, vlan=99, priority=5)), (4, frame)])
+        self.assertEqual(self.left(given), [(3, sim.tagged(frame, 99, priority=5)), (4, frame)])
         self.switch.pull(3)
         self.assertEqual([port for port, _ in self.left(packet_of(frame, tx_pbmp=[3, 4]))], [4])
         self.assertEqual(checked(q.bcm_stat_get, 0, 3, q.snmpIfOutDiscards, OUT), 1)

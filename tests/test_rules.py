@@ -170,15 +170,15 @@ class Settings(RulesTest):
         self.assertEqual(q.bcm_cosq_gport_dynamic_sched_set(0, 65, 1, 1), q.BCM_E_PORT)
 
     def test_units_are_apart_and_start_afresh(self):
-        self.done(q.bcm_switch_control_set(UNIT, 4, 17))
-        self.assertEqual(self.value(q.bcm_switch_control_get, 4), 0)
+        self.done(q.bcm_port_jam_set(UNIT, 5, 17))
+        self.assertEqual(self.value(q.bcm_port_jam_get, 5), 0)
         value = q.intp()
-        self.done(q.bcm_switch_control_get(UNIT, 4, value))
+        self.done(q.bcm_port_jam_get(UNIT, 5, value))
         self.assertEqual(value.value(), 17)
         library.bcm_detach(UNIT)
-        self.assertEqual(q.bcm_switch_control_get(UNIT, 4, value), q.BCM_E_UNIT)
+        self.assertEqual(q.bcm_port_jam_get(UNIT, 5, value), q.BCM_E_UNIT)
         self.attach_afresh()
-        self.done(q.bcm_switch_control_get(UNIT, 4, value))
+        self.done(q.bcm_port_jam_get(UNIT, 5, value))
         self.assertEqual(value.value(), 0)
 
 
