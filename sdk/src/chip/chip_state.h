@@ -43,6 +43,17 @@ struct StateFields {
     }
 };
 
+template <std::size_t count>
+constexpr bool are_in_order(const StateField (&fields)[count])
+{
+    for (std::size_t i = 1; i < count; ++i) {
+        if (fields[i].of < fields[i - 1].of) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// The topmost rooms, which know what is kept where, define them.
 extern const StateFields register_state;
 extern const StateFields memory_state;

@@ -238,17 +238,7 @@ constexpr StateField fields[] = {
     {IHP_VLAN_TO_VSI_MAPm, VSIf, get_instance, nullptr},
     {IHP_SPANNING_TREE_STATEm, PORT_STATEf, get_states, set_states},
 };
-
-constexpr bool are_in_order()
-{
-    for (std::size_t i = 1; i < std::size(fields); ++i) {
-        if (fields[i].of < fields[i - 1].of) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(are_in_order());
+static_assert(are_in_order(fields));
 
 }  // namespace
 

@@ -45,17 +45,7 @@ constexpr StateField fields[] = {
     {NIF_PORT_TX_OCTETSr, OCTETSf, get_count<snmpIfOutOctets>, nullptr},
     {NIF_PORT_RX_ERRORSr, LENGTH_ERRORSf, get_count<snmpIfInErrors>, nullptr},
 };
-
-constexpr bool are_in_order()
-{
-    for (std::size_t i = 1; i < std::size(fields); ++i) {
-        if (fields[i].of < fields[i - 1].of) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(are_in_order());
+static_assert(are_in_order(fields));
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "rx_mapping.h"
 
+#include "protocol.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -32,26 +34,6 @@ bcm_rx_reasons_t made_of_known()
         bcmRxReasonL2DestMarked,
         bcmRxReasonMulticastMiss,
         bcmRxReasonLocalCpu,
-        bcmRxReasonArp,
-        bcmRxReasonArpReply,
-        bcmRxReasonDhcp,
-        bcmRxReasonDhcp6,
-        bcmRxReasonRouterSolicit,
-        bcmRxReasonRouterAdvert,
-        bcmRxReasonNeighborSolicit,
-        bcmRxReasonNeighborAdvert,
-        bcmRxReasonIcmpRedirect,
-        bcmRxReasonIgmpQuery,
-        bcmRxReasonIgmpReport,
-        bcmRxReasonIgmpLeave,
-        bcmRxReasonMldQuery,
-        bcmRxReasonMldReport,
-        bcmRxReasonMldDone,
-        bcmRxReasonPim,
-        bcmRxReasonOspf,
-        bcmRxReasonVrrp,
-        bcmRxReasonRip,
-        bcmRxReasonBgp,
         bcmRxReasonL3Ttl,
         bcmRxReasonL3MtuFail,
         bcmRxReasonL3HeaderError,
@@ -63,6 +45,9 @@ bcm_rx_reasons_t made_of_known()
         bcmRxReasonLinkLocalUnicast,
     };
     bcm_rx_reasons_t all = {};
+    for (std::size_t i = 1; i < std::size(protocol_reasons); ++i) {
+        BCM_RX_REASON_SET(all, protocol_reasons[i]);
+    }
     for (const bcm_rx_reason_t reason : known) {
         BCM_RX_REASON_SET(all, reason);
     }

@@ -3,6 +3,9 @@
 
 #include "packet.h"
 
+#include <bcm/rx_reason.h>
+
+#include <cstddef>
 #include <cstdint>
 
 namespace sim {
@@ -31,6 +34,33 @@ enum class Protocol : std::uint8_t {
     bgp,
     count
 };
+
+/// Why the CPU has a copy of one, by protocol.
+constexpr bcm_rx_reason_t protocol_reasons[] = {
+    bcmRxReasonInvalid,
+    bcmRxReasonArp,
+    bcmRxReasonArpReply,
+    bcmRxReasonDhcp,
+    bcmRxReasonDhcp6,
+    bcmRxReasonRouterSolicit,
+    bcmRxReasonRouterAdvert,
+    bcmRxReasonNeighborSolicit,
+    bcmRxReasonNeighborAdvert,
+    bcmRxReasonIcmpRedirect,
+    bcmRxReasonIgmpQuery,
+    bcmRxReasonIgmpReport,
+    bcmRxReasonIgmpLeave,
+    bcmRxReasonMldQuery,
+    bcmRxReasonMldReport,
+    bcmRxReasonMldDone,
+    bcmRxReasonPim,
+    bcmRxReasonOspf,
+    bcmRxReasonVrrp,
+    bcmRxReasonRip,
+    bcmRxReasonBgp,
+};
+static_assert(sizeof protocol_reasons / sizeof *protocol_reasons
+              == static_cast<std::size_t>(Protocol::count));
 
 /// A set of protocols; bit n is protocol n.
 using Protocols = std::uint32_t;

@@ -6,31 +6,6 @@ namespace sim {
 
 namespace {
 
-constexpr bcm_rx_reason_t protocol_reasons[] = {
-    bcmRxReasonInvalid,
-    bcmRxReasonArp,
-    bcmRxReasonArpReply,
-    bcmRxReasonDhcp,
-    bcmRxReasonDhcp6,
-    bcmRxReasonRouterSolicit,
-    bcmRxReasonRouterAdvert,
-    bcmRxReasonNeighborSolicit,
-    bcmRxReasonNeighborAdvert,
-    bcmRxReasonIcmpRedirect,
-    bcmRxReasonIgmpQuery,
-    bcmRxReasonIgmpReport,
-    bcmRxReasonIgmpLeave,
-    bcmRxReasonMldQuery,
-    bcmRxReasonMldReport,
-    bcmRxReasonMldDone,
-    bcmRxReasonPim,
-    bcmRxReasonOspf,
-    bcmRxReasonVrrp,
-    bcmRxReasonRip,
-    bcmRxReasonBgp,
-};
-static_assert(std::size(protocol_reasons) == static_cast<std::size_t>(Protocol::count));
-
 [[gnu::noinline]] void copy_if_wanted(Passage &passage, Protocols wanted)
 {
     const Protocol protocol = protocol_of(passage.frame);
