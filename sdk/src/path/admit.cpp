@@ -35,6 +35,7 @@ Onward force(Passage &passage, int to)
     if (onward != Onward::next) {
         return onward;
     }
+    copy_in_vlan(passage);
     if (is_traced) {
         tell_step(passage, simStageDestination, passage.port, "forced to port %d", to);
     }
@@ -46,8 +47,9 @@ Onward force(Passage &passage, int to)
     return Onward::decided;
 }
 
-/// The port is not as it is at first.
-[[gnu::noinline]] Onward admit_specially(Passage &passage)
+}  // namespace
+
+Onward admit(Passage &passage)
 {
     Port &own = passage.own();
     if (own.limits_rate && !is_within_rate(passage)) {
@@ -69,17 +71,7 @@ Onward force(Passage &passage, int to)
         return Onward::over;
     }
     const Onward onward = passage.tags ? assign(passage) : Onward::next;
-    return onward == Onward::next && own.forced_to >= 0 ? force(passage, own.forced_to) : onward;
-}
-
-}  // namespace
-
-Onward admit(Passage &passage)
-{
-    const Port &own = passage.own();
-    return (own.discard | own.reads_tags | own.limits_rate | (own.forced_to + 1)) == 0
-               ? Onward::next
-               : admit_specially(passage);
+    return onward == Onward::next && own.is_forced ? force(passage, own.forced_to) : onward;
 }
 
 }  // namespace sim

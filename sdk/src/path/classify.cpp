@@ -21,9 +21,6 @@ Onward classify(Passage &passage)
         tell_step(passage, simStageVlan, passage.port, "VLAN %d, %s", passage.vid,
                   tagged != 0 ? "of the tag" : "the port's untagged VLAN");
     }
-    if (own.copies_of_vlans) {
-        copy_in_vlan(passage);
-    }
     return Onward::next;
 }
 

@@ -88,9 +88,13 @@ Onward copy_arrival(Passage &passage)
     return Onward::next;
 }
 
-[[gnu::cold, gnu::noinline]] void copy_in_vlan(Passage &passage)
+Onward copy_in_vlan(Passage &passage)
 {
-    send_mirrored(passage, passage.port, passage.vid, mirrors_in, passage.is_sampled, passage.frame.bytes);
+    if (passage.own().copies_of_vlans) {
+        send_mirrored(passage, passage.port, passage.vid, mirrors_in, passage.is_sampled,
+                      passage.frame.bytes);
+    }
+    return Onward::next;
 }
 
 [[gnu::cold, gnu::noinline]] void copy_departure(Passage &passage, int port, const Head &head)

@@ -216,13 +216,15 @@ Onward leave(Passage &passage)
     if (passage.copies.has(cpu_port)) {
         look_at_cpu(passage);
     }
-    const PortSet changing =
-        passage.tags ? passage.copies : passage.copies & passage.sw.of<PortState>().tag_writers;
-    if (!changing.empty()) {
-        return leave_with_changes(passage, changing);
+    const auto &ports = passage.sw.of<PortState>();
+    const bool is_special = passage.tags || !(passage.copies & ports.special_out()).empty();
+    if (is_special) {
+        const PortSet changing = passage.tags ? passage.copies : passage.copies & ports.tag_writers;
+        if (!changing.empty()) {
+            return leave_with_changes(passage, changing);
+        }
     }
-    const bool is_plain = passage.policed == nullptr && passage.frame.tag >> 13 == 0
-                          && (passage.copies & passage.sw.of<PortState>().special_out()).empty();
+    const bool is_plain = !is_special && passage.policed == nullptr && passage.frame.tag >> 13 == 0;
     const bool came_tagged = passage.frame.is_tagged();
     std::optional<FrameCounts> changed;
     passage.copies.each([&](int port) {

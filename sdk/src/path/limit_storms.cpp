@@ -2,10 +2,11 @@
 
 namespace sim {
 
-namespace {
-
-[[gnu::cold, gnu::noinline]] Onward limited(Passage &passage)
+Onward limit_storms(Passage &passage)
 {
+    if (!passage.own().limits_storms) {
+        return Onward::next;
+    }
     const unsigned char *address = passage.frame.to();
     const bool is_for_bridges = passage.to.kind == Destination::Kind::port && is_reserved(address);
     if (is_for_bridges || !(is_group(address) || passage.is_for_many)) {
@@ -21,13 +22,6 @@ namespace {
                                    Discard::storm_broadcast};
     passage.drop(reasons[kind]);
     return Onward::over;
-}
-
-}  // namespace
-
-Onward limit_storms(Passage &passage)
-{
-    return passage.own().limits_storms ? limited(passage) : Onward::next;
 }
 
 }  // namespace sim

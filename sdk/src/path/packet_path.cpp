@@ -30,16 +30,14 @@ std::vector<Tap *> &taps()
 std::array<CpuReceiver, unit_max> cpu_receivers;
 
 bool has_taps = false;
-bool has_taps_or_outlets = false;  // receivers among them
+bool has_taps_or_outlets = false;
 
 void update_has_taps()
 {
     has_taps = !taps().empty();
     has_taps_or_outlets = has_taps
                           || std::any_of(std::begin(with_outlet), std::end(with_outlet),
-                                         [](const PortSet &ports) { return !ports.empty(); })
-                          || std::any_of(cpu_receivers.begin(), cpu_receivers.end(),
-                                         [](CpuReceiver receiver) { return receiver != nullptr; });
+                                         [](const PortSet &ports) { return !ports.empty(); });
 }
 
 struct Watcher {
@@ -68,6 +66,17 @@ void tap(int unit, int port, Direction direction, ByteView frame)
     }
 }
 
+/// The way of a packet at a port that does more than others with what arrives: no other stages, but some in between.
+[[gnu::cold, gnu::noinline]] void pass_with_extras(Passage &passage)
+{
+    const Onward onward =
+        run<arrive, copy_arrival, admit, classify, copy_in_vlan, look_at_tree, look_at_source, police_arrival,
+            copy_protocols, route, find_destination>(passage);
+    if (onward == Onward::decided) {
+        run<limit_storms, replicate, edit, leave>(passage);
+    }
+}
+
 /// What one arrival brings about: the packet's passage, and those of its copies at the other ends of cables.
 class Journey {
 public:
@@ -83,10 +92,12 @@ public:
             tap(sw.unit, port, Direction::received, departures.frame.bytes());
         }
         Passage passage(sw, port, departures);
-        const Onward onward = run<arrive, copy_arrival, admit, classify, look_at_tree, look_at_source,
-                                  police_arrival, copy_protocols, route, find_destination>(passage);
-        if (onward == Onward::decided) {
-            run<limit_storms, replicate, edit, leave>(passage);
+        if (passage.own().has_extras()) {
+            pass_with_extras(passage);
+        } else if (run<arrive, classify, look_at_tree, look_at_source, copy_protocols, route,
+                       find_destination>(passage)
+                   == Onward::decided) {
+            run<replicate, edit, leave>(passage);
         }
         cross(sw, departures);
     }
@@ -175,7 +186,10 @@ private:
     [[gnu::always_inline]] void give(int unit, int port, ByteView frame, const CpuCopy &about)
     {
         if (has_taps_or_outlets) {
-            tap_and_let_out(unit, port, frame, about);
+            tap_and_let_out(unit, port, frame);
+        }
+        if (port == cpu_port) {
+            keep_for_cpu(unit, frame, about);
         }
         if (collector_.call != nullptr) {
             collector_.call(unit, port, frame.data, static_cast<int>(frame.size), collector_.datum);
@@ -185,7 +199,7 @@ private:
         }
     }
 
-    void tap_and_let_out(int unit, int port, ByteView frame, const CpuCopy &about)
+    [[gnu::noinline]] void tap_and_let_out(int unit, int port, ByteView frame)
     {
         if (has_taps) {
             tap(unit, port, Direction::sent, frame);
@@ -195,7 +209,12 @@ private:
             const Outlet &outlet = outlets[at][static_cast<std::size_t>(port)];
             outlet.send(outlet.datum, frame.data, frame.size);
         }
-        if (port == cpu_port && cpu_receivers[at] != nullptr) {
+    }
+
+    /// Until it can be called: once the journey of this packet is over.
+    [[gnu::cold]] void keep_for_cpu(int unit, ByteView frame, const CpuCopy &about)
+    {
+        if (cpu_receivers[static_cast<std::size_t>(unit)] != nullptr) {
             FrameBuffer buffer;
             buffer.fill(frame);
             add_crossing({unit, cpu_port}, std::move(buffer)).cpu_copy = about;
@@ -363,7 +382,6 @@ void set_cpu_receiver(int unit, CpuReceiver receiver)
 {
     const UnitsLock lock;
     cpu_receivers[static_cast<std::size_t>(unit)] = receiver;
-    update_has_taps();
 }
 
 int forward_from_cpu(Switch &sw, ByteView frame)

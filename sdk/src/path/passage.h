@@ -55,11 +55,12 @@ struct Departures {
 
 struct Passage {
     /// The frame is that of the departures.
-    Passage(Switch &sw_, int port_, Departures &departures_) : sw(sw_), port(port_), departures(departures_)
+    Passage(Switch &sw_, int port_, Departures &departures_)
+        : sw(sw_), port(port_), departures(departures_), own_(port_of(sw_, port_))
     {
     }
 
-    Port &own() { return port_of(sw, port); }
+    Port &own() { return own_; }
     PortCounters &counters_at(int at) { return counters_of(sw, at); }
 
     /// The packet ends here, and the port that it came from counts why.
@@ -133,9 +134,11 @@ struct Passage {
                                   : bcmColorGreen;
     }
 
-    PortSet copies;  ///< the ports that are to send it
-    CpuReasons
-        cpu_reasons;  ///< why the CPU is among them, as far as anything but the destination decided that
+    PortSet copies;          ///< the ports that are to send it
+    CpuReasons cpu_reasons;  ///< why the CPU is among them, but for the destination
+
+private:
+    Port &own_;
 };
 
 }  // namespace sim

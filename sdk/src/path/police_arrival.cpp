@@ -3,17 +3,18 @@
 
 namespace sim {
 
-namespace {
-
-[[gnu::cold, gnu::noinline]] Onward policed(Passage &passage)
+Onward police_arrival(Passage &passage)
 {
+    if (!passage.own().polices_in) {
+        return Onward::next;
+    }
     PolicerDecision &decision = passage.departures.policed;
     decision = PolicerDecision::none();
     police(passage.sw, PolicerSide::in, passage.port, passage.vid, passage.counts.length(), decision);
     if (is_traced && decision.by != 0) {
-        static constexpr const char *colors[] = {"green", "yellow", "red"};
+        static constexpr const char *color_names[] = {"green", "yellow", "red"};
         tell_step(passage, simStagePolicer, passage.port, "policer %d: %s%s", decision.by,
-                  colors[decision.color], decision.copies_to_cpu ? ", with a copy to the CPU" : "");
+                  color_names[decision.color], decision.copies_to_cpu ? ", with a copy to the CPU" : "");
     }
     passage.policed = &decision;
     if (decision.copies_to_cpu) {
@@ -25,13 +26,6 @@ namespace {
     passage.drop(Discard::policer);
     // Nothing leads anywhere but the CPU.
     return decision.copies_to_cpu ? Onward::decided : Onward::over;
-}
-
-}  // namespace
-
-Onward police_arrival(Passage &passage)
-{
-    return passage.own().polices_in ? policed(passage) : Onward::next;
 }
 
 }  // namespace sim

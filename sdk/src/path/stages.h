@@ -21,7 +21,7 @@ Onward arrive(Passage &passage);
 Onward copy_arrival(Passage &passage);
 
 /// The same for mirrors of the packet's VLAN.
-void copy_in_vlan(Passage &passage);
+Onward copy_in_vlan(Passage &passage);
 
 /// The same of what leaves a port, with that beginning.
 void copy_departure(Passage &passage, int port, const Head &head);

@@ -25,6 +25,7 @@ void PortState::reset()
     storms.fill({});
     enabled = PortSet::all();
     tag_writers = PortSet::all();
+    update_special_out();
     ports[cpu_port].speed_max = cpu_speed_max;
     ports[cpu_port].speed = cpu_speed_max;
     for (int port = first_copper_port; port <= last_copper_port; ++port) {

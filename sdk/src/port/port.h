@@ -14,6 +14,8 @@
 #include <bcm/port.h>
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace sim {
 
@@ -22,7 +24,31 @@ constexpr int cpu_speed_max = 10000;
 
 constexpr int frame_max_default = 9216;  // bytes, with checksum
 
-struct Port {
+/// What few ports do with what arrives. A packet at any other asks of all of it at once.
+struct ArrivalExtras {
+    std::uint8_t discard = BCM_PORT_DISCARD_NONE;
+    bool limits_rate = false;      // as PortState::rates_in says
+    bool limits_storms = false;    // as PortState::storms says
+    bool copies_in = false;        // mirrored or sampled on arrival
+    bool copies_of_vlans = false;  // mirrored in a VLAN on arrival
+    bool polices_in = false;       // packets that arrive pass a policer
+    bool is_forced = false;        // to Port::forced_to
+
+    /// Whether tags of packets that arrive are more to the port than is plain. May be set without need: who meets it
+    /// then finds out.
+    bool reads_tags = true;
+
+    bool has_extras() const
+    {
+        std::uint64_t all;
+        static_assert(sizeof all == sizeof *this);
+        std::memcpy(&all, this, sizeof all);
+        return all != 0;
+    }
+};
+static_assert(BCM_PORT_DISCARD_NONE == 0);
+
+struct Port : ArrivalExtras {
     int speed_max = front_speed_max;
     int speed = front_speed_max;  // of a port without PHY
     bool pause_tx = false;
@@ -31,19 +57,9 @@ struct Port {
     bcm_vlan_t untagged_vlan = BCM_VLAN_DEFAULT;
     uint32 learn = BCM_PORT_LEARN_ARL | BCM_PORT_LEARN_FWD;
     int frame_max = frame_max_default;
-    int discard = BCM_PORT_DISCARD_NONE;
-    uint32 vlan_filter = 0;        // BCM_PORT_VLAN_MEMBER_*
-    bool limits_rate = false;      // as PortState::rates_in says
-    bool limits_storms = false;    // as PortState::storms says
-    bool copies_in = false;        // mirrored or sampled on arrival
-    bool copies_of_vlans = false;  // mirrored in a VLAN on arrival
-    bool polices_in = false;       // packets that arrive pass a policer
-
-    /// Whether tags of packets that arrive are more to the port than is plain. May be set without need: who meets it
-    /// then finds out.
-    bool reads_tags = true;
+    uint32 vlan_filter = 0;  // BCM_PORT_VLAN_MEMBER_*
     PortTags tags;
-    int forced_to = -1;  // port to which everything goes that arrives, or none
+    int forced_to = 0;  // port to which everything goes that arrives, if it is forced
     int pfm = bcmPortPfmForwardAll;
 };
 
@@ -63,7 +79,7 @@ struct PortState : RoomState {
     // Where sending is more than that: packets are mirrored or sampled, may have to wait, or pass a policer.
     PortSet copies_out, queues_out, polices_out;
     /// All of these; after a change of one of them.
-    void update_special_out() { special_out_ = copies_out | queues_out | polices_out; }
+    void update_special_out() { special_out_ = tag_writers | copies_out | queues_out | polices_out; }
     const PortSet &special_out() const { return special_out_; }
 
     std::array<PortRate, port_max + 1> rates_in;

@@ -33,7 +33,7 @@ int sim_bcm_port_discard_set(int unit, bcm_port_t port, int mode)
         if (mode < BCM_PORT_DISCARD_NONE || mode > BCM_PORT_DISCARD_TAG) {
             return BCM_E_PARAM;
         }
-        own.discard = mode;
+        own.discard = static_cast<std::uint8_t>(mode);
         return BCM_E_NONE;
     });
 }

@@ -137,15 +137,15 @@ private:
     void add_all(PortCounters &counters, Direction direction) const
     {
         counters.counts[place(direction, FrameCounter::octets)] += length_;
-        for (const FrameCounter *each = each_.data(), *const end = each + count_; each != end; ++each) {
-            ++counters.counts[place(direction, *each)];
+        for (std::size_t i = 0; i < count_; ++i) {
+            ++counters.counts[place(direction, each_[i])];
         }
     }
     void add(FrameCounter counter) { each_[count_++] = counter; }
 
     std::uint32_t length_;
     std::uint32_t count_ = 0;
-    std::array<FrameCounter, 4> each_;  // of size, which is the first, addresses and tags
+    std::array<FrameCounter, 4> each_ = {};  // of size, which is the first, addresses and tags
 };
 
 /// The value of a statistic, 0 if no packet here can ever move it.

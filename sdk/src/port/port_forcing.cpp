@@ -16,7 +16,8 @@ int force(int unit, bcm_port_t port, bcm_port_t to, bool enable)
         if (rc != BCM_E_NONE && enable) {
             return rc;
         }
-        own.forced_to = enable ? own_to : -1;
+        own.is_forced = enable;
+        own.forced_to = enable ? own_to : 0;
         return BCM_E_NONE;
     });
 }
@@ -33,8 +34,8 @@ int sim_bcm_port_force_forward_set(int unit, bcm_port_t port, bcm_port_t egr_por
 int sim_bcm_port_force_forward_get(int unit, bcm_port_t port, bcm_port_t *egr_port, int *enable)
 {
     return begin(unit, given(egr_port, enable), settings_of(port)).then([&](Port &own) {
-        *enable = own.forced_to >= 0;
-        *egr_port = own.forced_to >= 0 ? own.forced_to : 0;
+        *enable = own.is_forced;
+        *egr_port = own.forced_to;
     });
 }
 
@@ -51,8 +52,8 @@ int sim_bcm_port_force_dest_set(int unit, bcm_port_t port, int enable, bcm_port_
 int sim_bcm_port_force_dest_get(int unit, bcm_port_t port, int *enable, bcm_port_dest_info_t *dest)
 {
     return begin(unit, given(enable, dest), settings_of(port)).then([&](Port &own) {
-        *enable = own.forced_to >= 0;
-        *dest = {0, own.forced_to >= 0 ? own.forced_to : 0, -1, -1};
+        *enable = own.is_forced;
+        *dest = {0, own.forced_to, -1, -1};
     });
 }
 

@@ -16,8 +16,10 @@ int change(int unit, bcm_port_t port, Change change)
 {
     return begin(unit, own_port(port)).then([&](Switch &sw, int own) -> int {
         const int rc = change(port_of(sw, own).tags);
-        port_of(sw, own).reads_tags = true;
-        sw.of<PortState>().tag_writers.add(own);
+        auto &ports = sw.of<PortState>();
+        ports.ports[static_cast<std::size_t>(own)].reads_tags = true;
+        ports.tag_writers.add(own);
+        ports.update_special_out();
         return rc;
     });
 }

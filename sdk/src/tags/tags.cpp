@@ -18,6 +18,7 @@ void TagState::touch()
 {
     is_stale_ = true;
     ports_.tag_writers = PortSet::all();
+    ports_.update_special_out();
     for (Port &port : ports_.ports) {
         port.reads_tags = true;
     }
@@ -67,7 +68,9 @@ bool writes_tags(Switch &sw, int port)
                                        [](const PortTags::Mark &mark) { return mark.is_set; });
     const bool writes = tags.outer_type() != type_vlan || tags.dtag_mode != BCM_PORT_DTAG_MODE_NONE
                         || has_marks || tables_of(sw).writes(port);
-    sw.of<PortState>().tag_writers.put(port, writes);
+    auto &ports = sw.of<PortState>();
+    ports.tag_writers.put(port, writes);
+    ports.update_special_out();
     return writes;
 }
 
