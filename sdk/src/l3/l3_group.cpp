@@ -232,9 +232,15 @@ std::vector<bcm_if_t> sorted_ids(const Members &members)
     return ids;
 }
 
-/// The group with the lowest id that has these members, in whatever order: BCM_E_NOT_FOUND.
-int find(L3State &l3, const Members &members, const L3Group **found)
+/// The group with the lowest id that has these members, in whatever order: BCM_E_NOT_FOUND; errors as for members_of.
+template <class Member>
+int find(L3State &l3, int count, const Member *given_members, const L3Group **found)
 {
+    Members members;
+    const int rc = members_of(count, given_members, &members);
+    if (rc != BCM_E_NONE) {
+        return rc;
+    }
     const std::vector<bcm_if_t> wanted = sorted_ids(members);
     for (const auto &[id, group] : l3.objects.groups) {
         if (sorted_ids(group.members) == wanted) {
@@ -340,10 +346,8 @@ int sim_bcm_l3_egress_multipath_delete(int unit, bcm_if_t mpintf, bcm_if_t intf)
 int sim_bcm_l3_egress_multipath_find(int unit, int intf_count, bcm_if_t *intf_array, bcm_if_t *mpintf)
 {
     return begin(unit, ready<L3State>, given(mpintf)).then([&](L3State &l3) {
-        Members members;
         const L3Group *found;
-        int rc = members_of(intf_count, intf_array, &members);
-        rc = rc == BCM_E_NONE ? find(l3, members, &found) : rc;
+        const int rc = find(l3, intf_count, intf_array, &found);
         if (rc == BCM_E_NONE) {
             *mpintf = found->record.ecmp_intf;
         }
@@ -401,10 +405,8 @@ int sim_bcm_l3_egress_ecmp_delete(int unit, bcm_l3_egress_ecmp_t *ecmp, bcm_if_t
 int sim_bcm_l3_egress_ecmp_find(int unit, int intf_count, bcm_if_t *intf_array, bcm_l3_egress_ecmp_t *ecmp)
 {
     return begin(unit, ready<L3State>, given(ecmp)).then([&](L3State &l3) {
-        Members members;
         const L3Group *found;
-        int rc = members_of(intf_count, intf_array, &members);
-        rc = rc == BCM_E_NONE ? find(l3, members, &found) : rc;
+        const int rc = find(l3, intf_count, intf_array, &found);
         if (rc == BCM_E_NONE) {
             *ecmp = found->record;
         }
@@ -470,10 +472,8 @@ int sim_bcm_l3_ecmp_find(int unit, int ecmp_member_count, bcm_l3_ecmp_member_t *
                          bcm_if_t *ecmp_group_id)
 {
     return begin(unit, ready<L3State>, given(ecmp_group_id)).then([&](L3State &l3) {
-        Members members;
         const L3Group *found;
-        int rc = members_of(ecmp_member_count, ecmp_member_array, &members);
-        rc = rc == BCM_E_NONE ? find(l3, members, &found) : rc;
+        const int rc = find(l3, ecmp_member_count, ecmp_member_array, &found);
         if (rc == BCM_E_NONE) {
             *ecmp_group_id = found->record.ecmp_intf;
         }
