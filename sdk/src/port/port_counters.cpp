@@ -161,9 +161,9 @@ constexpr Sum sums[] = {
     {snmpBcmEtherStatsPkts2048to4095Octets, both(F::size_2048)},
     {snmpBcmEtherStatsPkts4096to9216Octets, both(F::size_4096)},
     {snmpBcmEtherStatsPkts9217to16383Octets, both(F::size_9217)},
-    {snmpBcmRxVlanTagFrame, received(F::tagged)},
+    {snmpBcmRxVlanTagFrame, received(F::single_tagged, F::double_tagged)},
     {snmpBcmRxDoubleVlanTagFrame, received(F::double_tagged)},
-    {snmpBcmTxVlanTagFrame, sent(F::tagged)},
+    {snmpBcmTxVlanTagFrame, sent(F::single_tagged, F::double_tagged)},
     {snmpBcmTxDoubleVlanTagFrame, sent(F::double_tagged)},
 
     {snmpBcmRxPolicerDiscards, dropped(Discard::policer)},
@@ -229,29 +229,35 @@ FrameCounter address_counter(const unsigned char *to)
     return !is_group(to) ? F::unicast : is_broadcast(to) ? F::broadcast : F::multicast;
 }
 
-}  // namespace
-
-FrameCounts::FrameCounts(ByteView frame) : length_(static_cast<std::uint32_t>(length_with_checksum(frame)))
+FrameCounter type_counter(ByteView frame)
 {
-    add(size_counter(length_));
-    add(address_counter(frame.data));
     const unsigned type = number_at(frame, addresses_bytes);
     if (type == type_vlan) {
-        add(F::tagged);
-        if (number_at(frame, addresses_bytes + tag_bytes) == type_vlan) {
-            add(F::double_tagged);
-        }
-    } else if (type == type_mac_control) {
+        return number_at(frame, addresses_bytes + tag_bytes) == type_vlan ? F::double_tagged
+                                                                          : F::single_tagged;
+    }
+    if (type == type_mac_control) {
         constexpr unsigned pause = 0x0001, priority_pause = 0x0101;
         const unsigned opcode = number_at(frame, frame_header_bytes);
-        add(opcode == pause ? F::pause : opcode == priority_pause ? F::priority_pause : F::unknown_control);
+        return opcode == pause ? F::pause : opcode == priority_pause ? F::priority_pause : F::unknown_control;
     }
+    return F::untagged;
+}
+
+}  // namespace
+
+FrameCounts::FrameCounts(ByteView frame)
+    : length_(static_cast<std::uint32_t>(length_with_checksum(frame))),
+      size_(size_counter(length_)),
+      addresses_(address_counter(frame.data)),
+      type_(type_counter(frame))
+{
 }
 
 bool FrameCounts::arrived_with_error(PortCounters &counters, bool is_too_long) const
 {
     counters.counts[place(Direction::received, F::octets)] += length_;
-    ++counters.counts[place(Direction::received, each_[0])];
+    ++counters.counts[place(Direction::received, size_)];
     if (is_too_long) {
         ++counters.counts[place(Direction::received, F::too_long)];
     }

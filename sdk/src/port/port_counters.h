@@ -31,7 +31,8 @@ enum class FrameCounter : std::uint8_t {
     size_2048,
     size_4096,
     size_9217,
-    tagged,
+    untagged,  // this and the next ones: by the type that follows the addresses
+    single_tagged,
     double_tagged,
     pause,
     priority_pause,
@@ -137,15 +138,13 @@ private:
     void add_all(PortCounters &counters, Direction direction) const
     {
         counters.counts[place(direction, FrameCounter::octets)] += length_;
-        for (std::size_t i = 0; i < count_; ++i) {
-            ++counters.counts[place(direction, each_[i])];
+        for (const FrameCounter counter : {size_, addresses_, type_}) {
+            ++counters.counts[place(direction, counter)];
         }
     }
-    void add(FrameCounter counter) { each_[count_++] = counter; }
 
     std::uint32_t length_;
-    std::uint32_t count_ = 0;
-    std::array<FrameCounter, 4> each_ = {};  // of size, which is the first, addresses and tags
+    FrameCounter size_, addresses_, type_;
 };
 
 /// The value of a statistic, 0 if no packet here can ever move it.
