@@ -29,9 +29,9 @@ constexpr Ending endings[] = {
 constexpr const char *operations[] = {"create", "add",    "set",   "modify", "find",        "get",
                                       "search", "remove", "clear", "list",   "replace_all", "traverse"};
 
-constexpr const char *other_fields[] = {"key",    "record",   "id",     "with",   "replace",
-                                        "first",  "capacity", "refers", "owns",   "counts",
-                                        "ranges", "also",     "all",    "values", "each"};
+constexpr const char *other_fields[] = {"key",      "record", "id",   "with",   "replace", "first",
+                                        "capacity", "refers", "owns", "counts", "ranges",  "also",
+                                        "all",      "values", "each", "named",  "kept_by"};
 
 }  // namespace
 

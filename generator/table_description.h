@@ -18,6 +18,8 @@
 //   ranges     "name=low..high": of parameters, and of members of the record
 //   each       the beginning of the names of many functions: one without "_get" sets, one with it finds, and
 //              what follows in the name is the last key
+//   named      with "each": what stands before that in the name of a constant, which is the key in its place
+//   kept_by    a room keeps the records: sim::<operation>_<kept_by> of sdk/src/references is called, without the table
 //   also       further beginnings of the names of its functions
 //   <operation>   functions whose names do not end as usual
 // A function of many records that takes a member which is no key means the records that have it. Without

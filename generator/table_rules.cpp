@@ -283,7 +283,9 @@ private:
         const std::string setter =
             is_getter ? function_.name.substr(0, function_.name.size() - 4) : function_.name;
         const std::string which = setter.substr(each.size()), other = is_getter ? setter : setter + "_get";
-        keys_[each] = fmt::format("rules::key_at(\"{}\", {})", which, which.size());
+        const std::string named = table_.field("named");
+        keys_[each] = named.empty() ? fmt::format("rules::key_at(\"{}\", {})", which, which.size())
+                                    : fmt::format("rules::key({}{})", named, which);
         const std::vector<Function> &functions = table_.family().sdk_functions;
         const auto found = std::find_if(functions.begin(), functions.end(),
                                         [&](const Function &any) { return any.name == other; });
@@ -416,8 +418,12 @@ private:
         rule_.table = table_.name();
         rule_.unit = function_.parameters.front().name;
         rule_.table_text = table_.text();
-        rule_.call = fmt::format("rules::{}({}, {}, {{{}}}{})", called, table_constant(table_.name()),
-                                 rule_.unit, fmt::join(arguments, ", "), more);
+        const std::string keeper = table_.field("kept_by");
+        rule_.call = keeper.empty()
+                         ? fmt::format("rules::{}({}, {}, {{{}}}{})", called, table_constant(table_.name()),
+                                       rule_.unit, fmt::join(arguments, ", "), more)
+                         : fmt::format("sim::{}_{}({}, {{{}}}{})", called, keeper, rule_.unit,
+                                       fmt::join(arguments, ", "), more);
         return rule_;
     }
 

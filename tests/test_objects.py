@@ -373,54 +373,6 @@ class References(ObjectTest):
         self.assertEqual((queue.value, color.value), (0, 0))
 
 
-class FieldEntries(ObjectTest):
-    """What the field processor keeps of entries, none of which can be installed."""
-
-    def setUp(self):
-        ObjectTest.setUp(self)
-        self.group = self.create('field_group_create', q.bcm_field_qset_t(), 5)
-        self.entry = self.create('field_entry_create', self.group)
-
-    def create(self, name, *args):
-        status, number = getattr(q, 'bcm_' + name)(UNIT, *args)
-        self.done(status)
-        return number
-
-    def vlan(self, entry):
-        """(data, mask) of a qualifier, or the status."""
-        data, mask = ctypes.c_uint16(), ctypes.c_uint16()
-        status = self.status('field_qualify_OuterVlanId_get', entry, ctypes.byref(data), ctypes.byref(mask))
-        return status or (data.value, mask.value)
-
-    def test_groups_and_entries(self):
-        self.assertStatus(MISSING, self.status('field_entry_create_id', self.group + 1, 7))
-        self.assertEqual([self.status('field_entry_create_id', self.group, 77) for _ in range(2)], [0, EXISTS])
-        self.assertStatus(BUSY, self.status('field_group_destroy', self.group))
-        self.assertEqual([self.visited('field_group_traverse')], [1])
-        self.assertStatus(q.BCM_E_UNAVAIL, self.status('field_entry_install', self.entry))
-        self.done(self.status('field_entry_destroy_all'))
-        self.done(self.status('field_group_destroy', self.group))
-
-    def test_qualifiers_and_actions_go_with_their_entry(self):
-        other = self.create('field_entry_create', self.group)
-        self.assertStatus(MISSING, self.status('field_qualify_OuterVlanId', other + 1, 20, 0xfff))
-        self.assertEqual(self.vlan(self.entry), MISSING)
-        for entry, vlan in ((self.entry, 20), (other, 30), (self.entry, 21)):
-            self.done(self.status('field_qualify_OuterVlanId', entry, vlan, 0xfff))
-        self.done(self.status('field_qualify_InnerVlanId', self.entry, 22, 0xfff))
-        self.assertEqual((self.vlan(self.entry), self.vlan(other)), ((21, 0xfff), (30, 0xfff)))
-        self.done(self.status('field_action_add', self.entry, q.bcmFieldActionDrop, 1, 2, 3))
-        self.assertStatus(EXISTS, self.status('field_action_add', self.entry, q.bcmFieldActionDrop, 4, 5, 6))
-        parameters = [ctypes.c_uint32() for _ in range(3)]
-        self.done(self.status('field_action_get', self.entry, q.bcmFieldActionDrop, *map(ctypes.byref, parameters)))
-        self.assertEqual([number.value for number in parameters], [1, 2, 3])
-        self.done(self.status('field_qualify_clear', self.entry))
-        self.assertEqual((self.vlan(self.entry), self.vlan(other)), (MISSING, (30, 0xfff)))
-        self.done(self.status('field_entry_destroy', self.entry))
-        self.assertStatus(MISSING, self.status('field_action_remove', self.entry, q.bcmFieldActionDrop))
-        self.assertEqual(self.vlan(other), (30, 0xfff))
-
-
 class Modules(ObjectTest):
     def test_detached_and_initialised_again(self):
         answers = dict((row[0], row) for row in rules.report('answers.tsv'))

@@ -130,6 +130,17 @@ TEST_F(TableRules, EntriesAndArrays)
     EXPECT_EQ(answer(answers, "shelf_paint_odd"), "shelf_paint_odd_get does not mirror it");
 }
 
+TEST_F(TableRules, RecordsThatARoomKeeps)
+{
+    const Answers answers =
+        find_answers(build(tables + std::string("named = \"shelfPaint\"\nkept_by = \"paint\"\n")));
+    EXPECT_EQ(answer(answers, "shelf_paint_red"),
+              "sim::set_paint(unit, {rules::key(box), rules::key(shelfPaintred), rules::given(depth)})");
+    EXPECT_EQ(answer(answers, "shelf_paint_red_get"),
+              "sim::find_paint(unit, {rules::key(box), rules::key(shelfPaintred), "
+              "rules::result_at(depth, sizeof *depth)})");
+}
+
 TEST_F(TableRules, Modules)
 {
     const Answers answers = find_answers(build(tables));

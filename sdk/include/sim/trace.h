@@ -26,6 +26,7 @@ typedef enum sim_stage_e {
     simStageWire,        /* a cable to another port; the limit of a storm */
     simStagePolicer,     /* policers, on arrival or where it leaves */
     simStageQueue,       /* the queue of the port that sends it */
+    simStageField,       /* an entry of the field processor that acts, wherever groups are looked up */
     simStageCount
 } sim_stage_t;
 
@@ -61,6 +62,8 @@ typedef enum sim_drop_e {
     simDropStormLimit,         /* bcm_rate_*: too many of its kind, or of those that share the limit */
     simDropPolicer,            /* a policer's action for the packet's colour, or BCM_POLICER_DROP_RED */
     simDropQueueFull,          /* the queue of the port that was to send it has no room */
+    simDropFieldRule,         /* an entry of the field processor */
+    simDropFieldRuleToSend,   /* one of the stage egress, for the copy of this port */
     simDropCount
 } sim_drop_t;
 

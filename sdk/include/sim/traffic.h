@@ -41,7 +41,8 @@ int sim_l2_age_step(int unit);
  *      In actions, Add makes a tag carry the new value, Replace one that is there, Copy takes the other tag's,
  *      OuterAdd and InnerAdd those that arrived. The outer tag's priority is `priority`, as is that in the switch. Else
  *      bcm_port_vlan_priority_map_* gives priority and colour, bcm_port_untagged_priority that of other packets.
- *   3. The VLAN of the outer tag or else the port's untagged VLAN has to exist, and to have the port as a member if
+ *   3. Entries of the field processor (bcm_field_entry_install) whose groups have bcmFieldQualifyStageLookup drop it or
+ *      choose its VLAN. That, or the VLAN of the outer tag, or else the port's untagged VLAN has to exist, and to have the port as a member if
  *      the port filters (bcm_port_vlan_member, bcm_port_ifilter). With bcm_port_force_forward or _dest, all else then
  *      does not count: the packet goes to that port.
  *   4. The port's state in the VLAN's spanning tree group. Packets to 01:80:c2:00:00:00 to ..:0f go to the
@@ -70,8 +71,11 @@ int sim_l2_age_step(int unit);
  *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
  *      send; a single one counts the drop.
  *      Storm control (bcm_rate_*) drops here what is too much of unknown unicast, multicast or broadcast.
+ *      Other entries of the field processor (bcmFieldQualifyStageIngress, or no stage) drop it, copy it to the CPU,
+ *      or send it elsewhere.
  *   8. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
- *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max. The untagged members of the VLAN
+ *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max, and what entries with
+ *      bcmFieldQualifyStageEgress drop. The untagged members of the VLAN
  *      send without outer tag, all others with one of the port's first TPID, at bcm_port_untagged_priority if it had
  *      none on arrival; ports to customers none, those to the network (BCM_PORT_DTAG_MODE_INTERNAL) always. Before,
  *      the port's translation changes the tags (bcm_vlan_translate_egress_action_* of its class

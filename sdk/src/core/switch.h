@@ -27,6 +27,7 @@ enum class Room {
     mirror,
     policer,
     queue,
+    field,
     path,
     cpu,
     count

@@ -2,11 +2,13 @@
 
 namespace sim {
 
-Onward classify(Passage &passage)
+namespace {
+
+/// The packet is of the VLAN, as `said` says.
+Onward enter(Passage &passage, bcm_vlan_t vid, const char *said)
 {
     const Port &own = passage.own();
-    const bcm_vlan_t tagged = passage.frame.vlan();
-    passage.vid = tagged != 0 ? tagged : own.untagged_vlan;
+    passage.vid = vid;
     if (!vlans_of(passage.sw).has(passage.vid)) {
         passage.drop(Discard::vlan_unknown);
         return Onward::over;
@@ -18,10 +20,27 @@ Onward classify(Passage &passage)
         return Onward::over;
     }
     if (is_traced && !passage.tags) {
-        tell_step(passage, simStageVlan, passage.port, "VLAN %d, %s", passage.vid,
-                  tagged != 0 ? "of the tag" : "the port's untagged VLAN");
+        tell_step(passage, simStageVlan, passage.port, "VLAN %d, %s", passage.vid, said);
     }
     return Onward::next;
+}
+
+}  // namespace
+
+Onward classify(Passage &passage)
+{
+    const bcm_vlan_t tagged = passage.frame.vlan();
+    return tagged != 0 ? enter(passage, tagged, "of the tag")
+                       : enter(passage, passage.own().untagged_vlan, "the port's untagged VLAN");
+}
+
+Onward classify_by_fields(Passage &passage)
+{
+    bcm_vlan_t vid;
+    const Onward onward = look_up_first_fields(passage, &vid);
+    return onward != Onward::next ? onward
+           : vid != 0             ? enter(passage, vid, "by the field processor")
+                                  : classify(passage);
 }
 
 }  // namespace sim

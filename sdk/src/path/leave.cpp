@@ -1,3 +1,4 @@
+#include "field.h"
 #include "policer.h"
 #include "queue.h"
 #include "stages.h"
@@ -35,6 +36,10 @@ bool is_in(const bcm_pbmp_t &ports, int port)
 {
     const PortState &ports = passage.sw.of<PortState>();
     const Head &head = passage.departures.heads[number];
+    if (ports.matches_out.has(port) && !pass_last_fields(passage, port)) {
+        passage.drop_at(port, Discard::field_rule_to_send);
+        return false;
+    }
     PolicerDecision decision = PolicerDecision::none();
     decision.color = passage.color();
     if (ports.polices_out.has(port)) {

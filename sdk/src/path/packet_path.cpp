@@ -67,13 +67,13 @@ void tap(int unit, int port, Direction direction, ByteView frame)
 }
 
 /// The way of a packet at a port that does more than others with what arrives: no other stages, but some in between.
-[[gnu::cold, gnu::noinline]] void pass_with_extras(Passage &passage)
+[[gnu::noinline]] void pass_with_extras(Passage &passage)
 {
     const Onward onward =
-        run<arrive, copy_arrival, admit, classify, copy_in_vlan, look_at_tree, look_at_source, police_arrival,
-            copy_protocols, route, find_destination>(passage);
+        run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree, look_at_source,
+            police_arrival, copy_protocols, route, find_destination>(passage);
     if (onward == Onward::decided) {
-        run<limit_storms, replicate, edit, leave>(passage);
+        run<limit_storms, look_up_fields, replicate, edit, leave>(passage);
     }
 }
 
@@ -110,8 +110,8 @@ public:
         }
         Passage passage(sw, cpu_port, departures);
         // The CPU is part of no tree, and nothing is learnt of what it sends.
-        if (run<arrive, classify, route, find_destination>(passage) == Onward::decided) {
-            run<replicate, edit, leave>(passage);
+        if (run<arrive, classify_by_fields, route, find_destination>(passage) == Onward::decided) {
+            run<look_up_fields, replicate, edit, leave>(passage);
         }
         cross(sw, departures);
     }

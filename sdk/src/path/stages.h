@@ -32,6 +32,12 @@ Onward admit(Passage &passage);
 /// The VLAN of the packet.
 Onward classify(Passage &passage);
 
+/// The same, where the field processor has a say before: it drops the packet, or chooses another VLAN.
+Onward classify_by_fields(Passage &passage);
+
+/// That VLAN, 0 for none, and whether the packet goes on.
+Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid);
+
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
 
@@ -50,6 +56,9 @@ Onward copy_protocols(Passage &passage);
 /// Where the destination address leads.
 Onward find_destination(Passage &passage);
 
+/// What the field processor says when it is known where the packet goes.
+Onward look_up_fields(Passage &passage);
+
 /// What the port lets in of broadcast, multicast and unknown unicast packets.
 Onward limit_storms(Passage &passage);
 
@@ -58,6 +67,9 @@ Onward replicate(Passage &passage);
 
 /// How the copies begin.
 Onward edit(Passage &passage);
+
+/// Whether the field processor lets the port send its copy.
+bool pass_last_fields(Passage &passage, int port);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);

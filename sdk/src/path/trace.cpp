@@ -15,8 +15,9 @@ bool is_traced = false;
 
 namespace {
 
-constexpr const char *stage_names[] = {"arrive",      "port",      "vlan",  "tree", "source",  "route",
-                                       "destination", "replicate", "leave", "wire", "policer", "queue"};
+constexpr const char *stage_names[] = {"arrive",  "port",        "vlan",      "tree",  "source",
+                                       "route",   "destination", "replicate", "leave", "wire",
+                                       "policer", "queue",       "field"};
 static_assert(std::size(stage_names) == simStageCount, "every stage has a name");
 
 constexpr const char *drop_names[] = {
@@ -50,6 +51,8 @@ constexpr const char *drop_names[] = {
     "storm_limit",
     "policer",
     "queue_full",
+    "field_rule",
+    "field_rule_to_send",
 };
 static_assert(std::size(drop_names) == simDropCount, "every reason has a name");
 
@@ -82,6 +85,7 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStageDestination, simDropStormLimit, "too many packets of unknown destination: storm control"},
     {simStageDestination, simDropStormLimit, "too many multicast packets: storm control"},
     {simStageDestination, simDropStormLimit, "too many broadcast packets: storm control"},
+    {simStageField, simDropFieldRule, "an entry of the field processor drops it"},
     {simStageLeave, simDropNoLink, "the port has no link"},
     {simStageLeave, simDropTreeStateToSend, "the port does not forward in the spanning tree group"},
     {simStageLeave, simDropVlanFilterToSend, "the port filters and is no member of the VLAN"},
@@ -89,6 +93,7 @@ constexpr std::array<Drop, static_cast<std::size_t>(Discard::count)> drops = {{
     {simStagePolicer, simDropPolicer, "a policer drops it"},
     {simStageQueue, simDropQueueFull, "its queue is full"},
     {simStageLeave, simDropTranslationToSend, "the port sends nothing that is not translated"},
+    {simStageField, simDropFieldRuleToSend, "an entry of the field processor drops it at this port"},
 }};
 
 struct Listener {

@@ -15,10 +15,11 @@ void PortState::reset()
 {
     for (Port &port : ports) {
         Port fresh;
-        // Whose packets are copied and policed others say.
+        // Whose packets are copied, policed and matched others say.
         fresh.copies_in = port.copies_in;
         fresh.copies_of_vlans = port.copies_of_vlans;
         fresh.polices_in = port.polices_in;
+        fresh.matches_fields = port.matches_fields;
         port = fresh;
     }
     rates_in.fill({});

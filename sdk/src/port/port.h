@@ -38,12 +38,14 @@ struct ArrivalExtras {
     /// then finds out.
     bool reads_tags = true;
 
+    bool matches_fields = false;  // the field processor has entries for what arrives
+
     bool has_extras() const
     {
-        std::uint64_t all;
-        static_assert(sizeof all == sizeof *this);
-        std::memcpy(&all, this, sizeof all);
-        return all != 0;
+        std::uint64_t first;
+        static_assert(sizeof first + sizeof matches_fields == sizeof *this);
+        std::memcpy(&first, this, sizeof first);
+        return (first | matches_fields) != 0;
     }
 };
 static_assert(BCM_PORT_DISCARD_NONE == 0);
@@ -76,10 +78,14 @@ struct PortState : RoomState {
     std::array<Port, port_max + 1> ports;
     PortSet enabled;
     PortSet tag_writers;  // the same as Port::reads_tags, for what they send
-    // Where sending is more than that: packets are mirrored or sampled, may have to wait, or pass a policer.
-    PortSet copies_out, queues_out, polices_out;
+    // Where sending is more than that: packets are mirrored or sampled, may have to wait, pass a policer, or are
+    // looked up by the field processor.
+    PortSet copies_out, queues_out, polices_out, matches_out;
     /// All of these; after a change of one of them.
-    void update_special_out() { special_out_ = tag_writers | copies_out | queues_out | polices_out; }
+    void update_special_out()
+    {
+        special_out_ = tag_writers | copies_out | queues_out | polices_out | matches_out;
+    }
     const PortSet &special_out() const { return special_out_; }
 
     std::array<PortRate, port_max + 1> rates_in;

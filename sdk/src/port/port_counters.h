@@ -64,6 +64,7 @@ enum class Discard {
     storm_unknown_unicast,
     storm_multicast,
     storm_broadcast,
+    field_rule,
     // Instead of being sent.
     no_link,
     stp_state_to_send,
@@ -72,6 +73,7 @@ enum class Discard {
     policer_to_send,
     queue_full,
     translation_to_send,
+    field_rule_to_send,
     count
 };
 

@@ -1,6 +1,8 @@
-/// The room of references: what rules ask of other rooms. `part` is the number that a record of a rule has.
+/// The room of references: what rules ask of other rooms, or leave to them (field_arguments.h). `part` is the number that
+/// a record of a rule has.
 #pragma once
 
+#include "field_arguments.h"
 #include "switch.h"
 
 namespace sim {

@@ -1,6 +1,7 @@
 /// What a unit is made of: the one place that knows all rooms.
 #include "chip.h"
 #include "cpu.h"
+#include "field.h"
 #include "l2.h"
 #include "l3.h"
 #include "mdio.h"
@@ -57,6 +58,7 @@ constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<MirrorState>(Room::mirror),
     maker<PolicerState>(Room::policer),
     maker<QueueState>(Room::queue),
+    maker<FieldState>(Room::field),
     maker<PathState>(Room::path),
     maker<CpuState>(Room::cpu),
 };

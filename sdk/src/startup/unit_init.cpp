@@ -1,5 +1,6 @@
 /// Initialisation of a unit as a whole and of single families.
 #include "begin.h"
+#include "field.h"
 #include "rule_store.h"
 #include "sim_auth.h"
 #include "sim_cosq.h"
@@ -68,7 +69,10 @@ extern "C" {
 // Attaching a unit initialises all of it; what was detached since then comes back.
 int sim_bcm_init(int unit)
 {
-    return begin(unit).then([](Switch &sw) { rule_store_of(sw).initialise_all(); });
+    return begin(unit).then([](Switch &sw) {
+        rule_store_of(sw).initialise_all();
+        fields_of(sw).initialised = true;
+    });
 }
 
 int sim_bcm_init_check(int unit)

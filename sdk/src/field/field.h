@@ -1,0 +1,187 @@
+/// The room of the field processor: groups of entries, each of which says which packets it is for and what happens
+/// to them, and what they share: ranges and counters.
+///
+/// It offers the packet path which entries of a stage match and what they decide (match_fields). It knows nothing of
+/// the path; what the path has found, it puts into the key.
+#pragma once
+
+#include "begin.h"
+#include "field_action.h"
+#include "field_table.h"
+#include "packet.h"
+#include "port.h"
+
+#include <bcm/field.h>
+
+#include <climits>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace sim {
+
+constexpr int field_group_max = 512;
+constexpr std::size_t field_entry_max = 65536;
+constexpr int field_installed_max = 16384;  // of a stage
+constexpr int field_range_max = field_places::ranges.width;
+constexpr int field_stat_max = 16384;
+
+struct FieldStat {
+    bcm_field_group_t group;
+    std::vector<bcm_field_stat_t> kinds;
+    std::vector<uint64> values;
+    int uses = 0;  // entries that have it
+};
+
+/// A range of numbers that a packet has, or several.
+struct FieldRange {
+    struct Piece {
+        unsigned low, high;
+    };
+    uint32 flags;
+    std::vector<Piece> pieces;
+    unsigned bit;  // its place in the key
+    int uses = 0;  // entries that name it, and those that are installed so
+};
+
+/// What an installed entry does.
+struct FieldInstalled : FieldRule {
+    std::vector<FieldEffect> effects;
+    std::vector<FieldRange *> ranges;  // that it is compared with
+    FieldStat *stat = nullptr;
+};
+
+struct FieldEntry {
+    explicit FieldEntry(bcm_field_group_t of) : group(of) {}
+
+    bcm_field_group_t group;
+    int priority = 0;
+    bool is_enabled = true;
+    int stat = 0;                                             // 0 for none
+    std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
+    std::map<std::pair<int, bcm_field_range_t>, int> ranges;  // by qualifier and range: inverted?
+    std::map<int, FieldAction> actions;                       // by bcm_field_action_t
+    std::unique_ptr<FieldInstalled> installed;
+};
+
+struct FieldGroup {
+    bcm_field_qset_t qset = {};
+    bcm_field_aset_t aset = {};
+    bool has_aset = false;
+    int priority = 0;
+    bcm_field_group_mode_t mode = bcmFieldGroupModeDefault;
+    PortSet ports = PortSet::all();  // only packets from these; of the stage egress: that leave by these
+    bool is_enabled = true;
+    FieldStage stage = FieldStage::ingress;
+    std::map<bcm_field_entry_t, FieldEntry *> entries;
+    FieldTable table;
+    int installed = 0;
+};
+
+/// A group in which packets look for entries.
+struct FieldLookup {
+    bcm_field_group_t id;
+    FieldGroup *group;
+};
+
+struct FieldState : RoomState {
+    static constexpr Room room = Room::field;
+
+    explicit FieldState(Switch &sw) : ports_(sw.of<PortState>()) {}
+
+    /// As when new.
+    void reset();
+
+    /// Works out anew what packets look at, and at which ports.
+    void update_lookups();
+
+    bool initialised = true;
+    std::map<bcm_field_group_t, FieldGroup> groups;
+    std::map<bcm_field_entry_t, FieldEntry> entries;
+    std::map<bcm_field_range_t, FieldRange> ranges;
+    std::map<int, FieldStat> stats;
+
+    /// By stage: the enabled groups that have installed entries, by descending priority.
+    std::array<std::vector<FieldLookup>, field_stages> lookups;
+    std::array<int, field_stages> installed = {};
+
+private:
+    PortState &ports_;
+};
+
+inline FieldState &fields_of(Switch &sw)
+{
+    return sw.of<FieldState>();
+}
+
+/// Whether packets have to look.
+inline bool has_fields(Switch &sw, FieldStage stage)
+{
+    return !fields_of(sw).lookups[static_cast<std::size_t>(stage)].empty();
+}
+
+/// Finds in each group of the stage for the port the entry that acts, counts the packet there and adds what is decided
+/// to the verdict. The key has all but ranges. matched(id of the group, rule) for each.
+template <class Matched>
+void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
+                  Matched matched);
+
+/// Puts the bits of the ranges that hold for the packet.
+void put_ranges(const FieldState &state, FieldKey &key);
+
+/// Counts a packet of the length, with its checksum.
+void count_field(FieldStat &stat, const FieldKey &key, std::size_t length);
+
+/// BCM_E_NOT_FOUND: no such group, entry.
+inline auto field_group(bcm_field_group_t group)
+{
+    return [group](Switch &sw, auto next) -> int {
+        const auto found = fields_of(sw).groups.find(group);
+        return found != fields_of(sw).groups.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
+}
+
+inline auto field_entry(bcm_field_entry_t entry)
+{
+    return [entry](Switch &sw, auto next) -> int {
+        const auto found = fields_of(sw).entries.find(entry);
+        return found != fields_of(sw).entries.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
+}
+
+inline bool has_qualifier(const bcm_field_qset_t &qset, int qualifier)
+{
+    return SHR_BITGET(qset.w, static_cast<unsigned>(qualifier)) != 0;
+}
+
+/// Makes an entry take effect, or take over what was changed. BCM_E_UNAVAIL: the switch has nothing that a qualifier is
+/// compared with, or cannot do an action; BCM_E_FULL; BCM_E_PARAM, BCM_E_PORT: values of qualifiers and actions.
+int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry);
+
+/// Ends its effect, if it has one.
+void remove_field(FieldState &state, FieldEntry &entry);
+
+/// Destroys an entry with its effect.
+void destroy_field(FieldState &state, bcm_field_entry_t id);
+
+template <class Matched>
+void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
+                  Matched matched)
+{
+    if (!state.ranges.empty()) {
+        put_ranges(state, key);
+    }
+    for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
+        FieldRule *rule = lookup.group->ports.has(port) ? lookup.group->table.find(key) : nullptr;
+        if (rule != nullptr) {
+            FieldInstalled &installed = static_cast<FieldInstalled &>(*rule);
+            if (installed.stat != nullptr) {
+                count_field(*installed.stat, key, key.get(field_places::packet_length));
+            }
+            verdict.add(installed.effects);
+            matched(lookup.id, *rule);
+        }
+    }
+}
+
+}  // namespace sim

@@ -1,0 +1,112 @@
+#include "field.h"
+#include "sim_field.h"
+
+namespace sim {
+
+namespace {
+
+/// BCM_E_PARAM: no such action.
+auto field_action(bcm_field_action_t action)
+{
+    return [is_one = static_cast<int>(action) >= 0 && action < bcmFieldActionCount](
+               Switch &, auto next) -> int { return is_one ? next() : static_cast<int>(BCM_E_PARAM); };
+}
+
+int add_action(const FieldState &state, FieldEntry &entry, bcm_field_action_t action,
+               const FieldAction &given_action)
+{
+    const FieldGroup &group = state.groups.at(entry.group);
+    if (group.has_aset && !BCM_FIELD_ASET_TEST(group.aset, static_cast<unsigned>(action))) {
+        return BCM_E_PARAM;
+    }
+    return entry.actions.emplace(action, given_action).second ? BCM_E_NONE : BCM_E_EXISTS;
+}
+
+}  // namespace
+
+}  // namespace sim
+
+using namespace sim;
+
+extern "C" {
+
+int sim_bcm_field_action_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 param0,
+                             uint32 param1, uint32 param2)
+{
+    return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
+        .then([&](FieldState &state, FieldEntry &found) {
+            return add_action(state, found, action, {{{param0, param1, param2}}, {}, false});
+        });
+}
+
+int sim_bcm_field_action_ports_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action,
+                                   bcm_pbmp_t pbmp)
+{
+    return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
+        .then([&](FieldState &state, FieldEntry &found) {
+            return add_action(state, found, action, {{}, pbmp, true});
+        });
+}
+
+int sim_bcm_field_action_delete(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 param0,
+                                uint32 param1, uint32 param2)
+{
+    return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
+        .then([&](FieldState &, FieldEntry &found) -> int {
+            const auto at = found.actions.find(action);
+            if (at == found.actions.end()
+                || at->second.parameters != std::array<uint32, 3>{{param0, param1, param2}}) {
+                return BCM_E_NOT_FOUND;
+            }
+            found.actions.erase(at);
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_action_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action, uint32 *param0,
+                             uint32 *param1, uint32 *param2)
+{
+    return begin(unit, ready<FieldState>, given(param0, param1, param2), field_action(action),
+                 field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            const auto at = found.actions.find(action);
+            if (at == found.actions.end()) {
+                return BCM_E_NOT_FOUND;
+            }
+            *param0 = at->second.parameters[0];
+            *param1 = at->second.parameters[1];
+            *param2 = at->second.parameters[2];
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_action_ports_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action,
+                                   bcm_pbmp_t *pbmp)
+{
+    return begin(unit, ready<FieldState>, given(pbmp), field_action(action), field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            const auto at = found.actions.find(action);
+            if (at == found.actions.end() || !at->second.has_ports) {
+                return BCM_E_NOT_FOUND;
+            }
+            *pbmp = at->second.ports;
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_action_remove(int unit, bcm_field_entry_t entry, bcm_field_action_t action)
+{
+    return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
+        .then([&](FieldState &, FieldEntry &found) -> int {
+            return found.actions.erase(action) != 0 ? BCM_E_NONE : BCM_E_NOT_FOUND;
+        });
+}
+
+int sim_bcm_field_action_remove_all(int unit, bcm_field_entry_t entry)
+{
+    return begin(unit, ready<FieldState>, field_entry(entry)).then([](FieldState &, FieldEntry &found) {
+        found.actions.clear();
+    });
+}
+
+}  // extern "C"

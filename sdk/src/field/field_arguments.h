@@ -1,0 +1,17 @@
+/// What the generated functions of qualifiers call, all of which are alike: an entry's id, the number of the
+/// qualifier and its values, or where they are to be written.
+#pragma once
+
+#include "rules.h"
+
+namespace sim {
+
+/// BCM_E_PARAM: a null pointer, a value wider than the qualifier, or the group's set lacks it; BCM_E_NOT_FOUND: no such
+/// entry, or it has no such qualifier.
+int set_qualifier(int unit, rules::Arguments arguments);
+int find_qualifier(int unit, rules::Arguments arguments);
+
+/// All of the entry's.
+int clear_qualifier(int unit, rules::Arguments arguments);
+
+}  // namespace sim

@@ -1,0 +1,272 @@
+#include "field.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+namespace at = field_places;
+
+/// Whether the packet has the numbers of the range, and one of them is in it.
+bool is_in(const FieldRange &range, const FieldKey &key)
+{
+    struct Compared {
+        uint32 flag;
+        FieldHeader header;
+        FieldPlace place;
+    };
+    static constexpr FieldPlace outer_vlan{at::outer_tag.word, at::outer_tag.shift, 12},
+        inner_vlan{at::inner_tag.word, at::inner_tag.shift, 12};
+    static constexpr Compared compared[] = {
+        {BCM_FIELD_RANGE_SRCPORT, FieldHeader::l4_ports, at::source_l4_port},
+        {BCM_FIELD_RANGE_DSTPORT, FieldHeader::l4_ports, at::destination_l4_port},
+        {BCM_FIELD_RANGE_OUTER_VLAN, FieldHeader::outer_tag, outer_vlan},
+        {BCM_FIELD_RANGE_INNER_VLAN, FieldHeader::inner_tag, inner_vlan},
+        {BCM_FIELD_RANGE_PACKET_LENGTH, FieldHeader::always, at::packet_length},
+    };
+    constexpr uint32 protocols = BCM_FIELD_RANGE_TCP | BCM_FIELD_RANGE_UDP;
+    if ((range.flags & (BCM_FIELD_RANGE_SRCPORT | BCM_FIELD_RANGE_DSTPORT)) != 0) {
+        const uint32 protocol = (key.is(FieldHeader::tcp) ? unsigned{BCM_FIELD_RANGE_TCP} : 0u)
+                                | (key.is(FieldHeader::udp) ? unsigned{BCM_FIELD_RANGE_UDP} : 0u);
+        if ((protocol & ((range.flags & protocols) != 0 ? range.flags : protocols)) == 0) {
+            return false;
+        }
+    }
+    for (const Compared &each : compared) {
+        if (!(range.flags & each.flag)) {
+            continue;
+        }
+        const FieldWord number = key.get(each.place);
+        const bool is_one = key.is(each.header)
+                            && std::any_of(range.pieces.begin(), range.pieces.end(), [&](const auto &piece) {
+                                   return number >= piece.low && number <= piece.high;
+                               });
+        if (!is_one) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Whether a counter of the kind counts the packet.
+bool counts(bcm_field_stat_t kind, const FieldKey &key)
+{
+    const FieldWord color = key.get(at::color);
+    switch (kind) {
+    case bcmFieldStatGreenBytes:
+    case bcmFieldStatGreenPackets:
+        return color == BCM_FIELD_COLOR_GREEN;
+    case bcmFieldStatYellowBytes:
+    case bcmFieldStatYellowPackets:
+        return color == BCM_FIELD_COLOR_YELLOW;
+    case bcmFieldStatRedBytes:
+    case bcmFieldStatRedPackets:
+        return color == BCM_FIELD_COLOR_RED;
+    case bcmFieldStatNotGreenBytes:
+    case bcmFieldStatNotGreenPackets:
+        return color != BCM_FIELD_COLOR_GREEN;
+    case bcmFieldStatNotYellowBytes:
+    case bcmFieldStatNotYellowPackets:
+        return color != BCM_FIELD_COLOR_YELLOW;
+    case bcmFieldStatNotRedBytes:
+    case bcmFieldStatNotRedPackets:
+        return color != BCM_FIELD_COLOR_RED;
+    case bcmFieldStatUnicastBytes:
+    case bcmFieldStatUnicastPackets:
+        return key.get(at::broadcast) == 0 && key.get(at::multicast) == 0;
+    case bcmFieldStatMulticastBytes:
+    case bcmFieldStatMulticastPackets:
+        return key.get(at::multicast) != 0;
+    case bcmFieldStatBroadcastBytes:
+    case bcmFieldStatBroadcastPackets:
+        return key.get(at::broadcast) != 0;
+    case bcmFieldStatNonIpBytes:
+    case bcmFieldStatNonIpPackets:
+        return !key.is(FieldHeader::ip);
+    case bcmFieldStatIp4Bytes:
+    case bcmFieldStatIp4Packets:
+        return key.is(FieldHeader::ip4);
+    case bcmFieldStatIp6Bytes:
+    case bcmFieldStatIp6Packets:
+        return key.is(FieldHeader::ip6);
+    case bcmFieldStatTcpBytes:
+    case bcmFieldStatTcpPackets:
+        return key.is(FieldHeader::tcp);
+    case bcmFieldStatUdpBytes:
+    case bcmFieldStatUdpPackets:
+        return key.is(FieldHeader::udp);
+    default:
+        return true;
+    }
+}
+
+}  // namespace
+
+void put_ranges(const FieldState &state, FieldKey &key)
+{
+    FieldWord bits = 0;
+    for (const auto &[id, range] : state.ranges) {
+        bits |= FieldWord{range.uses != 0 && is_in(range, key)} << range.bit;
+    }
+    key.words[at::ranges.word] = bits;
+}
+
+void count_field(FieldStat &stat, const FieldKey &key, std::size_t length)
+{
+    for (std::size_t i = 0; i < stat.kinds.size(); ++i) {
+        if (counts(stat.kinds[i], key)) {
+            // Bytes and packets take turns in the enumeration.
+            stat.values[i] += stat.kinds[i] % 2 == bcmFieldStatBytes ? length : 1;
+        }
+    }
+}
+
+void FieldState::update_lookups()
+{
+    for (auto &of_stage : lookups) {
+        of_stage.clear();
+    }
+    PortSet arriving, leaving;
+    for (auto &[id, group] : groups) {
+        if (group.is_enabled && !group.table.is_empty()) {
+            lookups[static_cast<std::size_t>(group.stage)].push_back({id, &group});
+            if (group.stage == FieldStage::egress) {
+                leaving = leaving | group.ports;
+            } else {
+                arriving = arriving | group.ports;
+            }
+        }
+    }
+    for (auto &of_stage : lookups) {
+        std::stable_sort(of_stage.begin(), of_stage.end(), [](const FieldLookup &a, const FieldLookup &b) {
+            return a.group->priority > b.group->priority;
+        });
+    }
+    for (int port = 0; port <= port_max; ++port) {
+        ports_.ports[static_cast<std::size_t>(port)].matches_fields = arriving.has(port);
+    }
+    ports_.matches_out = leaving;
+    ports_.update_special_out();
+}
+
+void FieldState::reset()
+{
+    installed = {};
+    entries.clear();
+    groups.clear();
+    ranges.clear();
+    stats.clear();
+    update_lookups();
+}
+
+namespace {
+
+int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, FieldInstalled &compiled)
+{
+    const FieldStage stage = state.groups.at(entry.group).stage;
+    for (const auto &[number, values] : entry.qualifiers) {
+        const FieldQualifier *qualifier = field_qualifier(number);
+        if (qualifier == nullptr || !(qualifier->stages >> static_cast<unsigned>(stage) & 1)) {
+            return BCM_E_UNAVAIL;
+        }
+        const int status = add_to_pattern(*qualifier, values, compiled.pattern);
+        if (status != BCM_E_NONE) {
+            return status;
+        }
+    }
+    for (const auto &[key, inverted] : entry.ranges) {
+        FieldRange &range = state.ranges.at(key.second);
+        const FieldPlace bit{at::ranges.word, static_cast<std::uint8_t>(range.bit), 1};
+        compiled.pattern.require(bit, inverted == 0, 1);
+        compiled.ranges.push_back(&range);
+    }
+    for (const auto &[action, given] : entry.actions) {
+        const int status = add_effects(action, given, stage, compiled.effects);
+        if (status != BCM_E_NONE) {
+            return status;
+        }
+    }
+    if (entry.stat != 0) {
+        compiled.stat = &state.stats.at(entry.stat);
+    }
+    compiled.priority = entry.priority;
+    compiled.entry = id;
+    return BCM_E_NONE;
+}
+
+void use_ranges(const FieldInstalled &installed, int more)
+{
+    for (FieldRange *range : installed.ranges) {
+        range->uses += more;
+    }
+}
+
+}  // namespace
+
+int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
+{
+    auto compiled = std::make_unique<FieldInstalled>();
+    const int status = compile(state, id, entry, *compiled);
+    if (status != BCM_E_NONE) {
+        return status;
+    }
+    FieldGroup &group = state.groups.at(entry.group);
+    int &installed = state.installed[static_cast<std::size_t>(group.stage)];
+    if (entry.installed == nullptr && installed >= field_installed_max) {
+        return BCM_E_FULL;
+    }
+    const bool was_empty = group.table.is_empty();
+    if (entry.is_enabled) {
+        group.table.add(*compiled);
+    }
+    use_ranges(*compiled, 1);
+    if (entry.installed != nullptr) {
+        use_ranges(*entry.installed, -1);
+        if (entry.is_enabled) {
+            group.table.remove(*entry.installed);
+        }
+    } else {
+        ++installed;
+        ++group.installed;
+    }
+    entry.installed = std::move(compiled);
+    if (was_empty != group.table.is_empty()) {
+        state.update_lookups();
+    }
+    return BCM_E_NONE;
+}
+
+void remove_field(FieldState &state, FieldEntry &entry)
+{
+    if (entry.installed == nullptr) {
+        return;
+    }
+    FieldGroup &group = state.groups.at(entry.group);
+    if (entry.is_enabled) {
+        group.table.remove(*entry.installed);
+        if (group.table.is_empty()) {
+            state.update_lookups();
+        }
+    }
+    use_ranges(*entry.installed, -1);
+    entry.installed = nullptr;
+    --group.installed;
+    --state.installed[static_cast<std::size_t>(group.stage)];
+}
+
+void destroy_field(FieldState &state, bcm_field_entry_t id)
+{
+    FieldEntry &entry = state.entries.at(id);
+    remove_field(state, entry);
+    for (const auto &[key, inverted] : entry.ranges) {
+        --state.ranges.at(key.second).uses;
+    }
+    if (entry.stat != 0) {
+        --state.stats.at(entry.stat).uses;
+    }
+    state.groups.at(entry.group).entries.erase(id);
+    state.entries.erase(id);
+}
+
+}  // namespace sim

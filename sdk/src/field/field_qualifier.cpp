@@ -1,0 +1,308 @@
+#include "field_qualifier.h"
+
+#include "destination.h"
+#include "enumerators.h"
+#include "sim_parse.h"
+
+#include <bcm/error.h>
+#include <bcm/types.h>
+
+#include <array>
+#include <cstring>
+
+namespace sim {
+
+namespace {
+
+namespace at = field_places;
+using Layout = FieldLayout;
+using Header = FieldHeader;
+
+constexpr std::uint8_t lookup = 1, ingress = 2, egress = 4, everywhere = lookup | ingress | egress;
+
+constexpr FieldPlace part(FieldPlace place, unsigned shift, unsigned width)
+{
+    return {place.word, static_cast<std::uint8_t>(place.shift + shift), static_cast<std::uint8_t>(width)};
+}
+
+constexpr FieldPlace lower_half(FieldPlace place)
+{
+    return {static_cast<std::uint8_t>(place.word + 1), place.shift, place.width};
+}
+
+constexpr FieldQualifier qualifiers[] = {
+    // Ports.
+    {bcmFieldQualifyInPort, Layout::number, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifyInPorts, Layout::ports, at::in_ports, Header::always, everywhere},
+    {bcmFieldQualifyInterfaceInPorts, Layout::ports, at::in_ports, Header::always, everywhere},
+    {bcmFieldQualifyDevicePortBitmap, Layout::ports, at::in_ports, Header::always, everywhere},
+    {bcmFieldQualifySrcPort, Layout::module_port, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifySrcTrunk, Layout::number, at::in_trunk, Header::in_trunk, everywhere},
+    {bcmFieldQualifySrcGport, Layout::gport, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifySrcModPortGport, Layout::port, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifySrcTrunkMemberGport, Layout::port, at::in_port, Header::in_trunk, everywhere},
+    {bcmFieldQualifyOutPort, Layout::number, at::out_port, Header::out_port, ingress | egress},
+    {bcmFieldQualifyOutPorts, Layout::ports, at::out_ports, Header::always, ingress | egress},
+    {bcmFieldQualifyDstPort, Layout::module_port, at::out_port, Header::out_port, ingress | egress},
+    {bcmFieldQualifyDstTrunk, Layout::number, at::out_trunk, Header::out_trunk, ingress},
+    {bcmFieldQualifyDstGport, Layout::gport, at::out_port, Header::always, ingress | egress},
+    {bcmFieldQualifyDstL2MulticastGroup, Layout::number, at::out_group, Header::out_group, ingress},
+    {bcmFieldQualifyDstMulticastGroup, Layout::number, at::out_group, Header::out_group, ingress},
+    {bcmFieldQualifyDstMulticastGroups, Layout::number, at::out_group, Header::out_group, ingress},
+
+    // Ethernet.
+    {bcmFieldQualifyEtherType, Layout::number, at::ether_type, Header::ether_type, everywhere},
+    {bcmFieldQualifySrcMac, Layout::number, at::source_mac, Header::always, everywhere},
+    {bcmFieldQualifyDstMac, Layout::number, at::destination_mac, Header::always, everywhere},
+    {bcmFieldQualifyL2Format, Layout::choice, at::l2_format, Header::always, everywhere},
+    {bcmFieldQualifyL2PayloadFirstEightBytes, Layout::two_numbers, at::payload, Header::payload, everywhere},
+
+    // Tags as received.
+    {bcmFieldQualifyOuterVlan, Layout::number, at::outer_tag, Header::outer_tag, everywhere},
+    {bcmFieldQualifyOuterVlanId, Layout::number, part(at::outer_tag, 0, 12), Header::outer_tag, everywhere},
+    {bcmFieldQualifyOuterVlanPri, Layout::number, part(at::outer_tag, 13, 3), Header::outer_tag, everywhere},
+    {bcmFieldQualifyOuterVlanCfi, Layout::number, part(at::outer_tag, 12, 1), Header::outer_tag, everywhere},
+    {bcmFieldQualifyOuterVlanPriCfi, Layout::number, part(at::outer_tag, 12, 4), Header::outer_tag,
+     everywhere},
+    {bcmFieldQualifyInnerVlan, Layout::number, at::inner_tag, Header::inner_tag, everywhere},
+    {bcmFieldQualifyInnerVlanId, Layout::number, part(at::inner_tag, 0, 12), Header::inner_tag, everywhere},
+    {bcmFieldQualifyInnerVlanPri, Layout::number, part(at::inner_tag, 13, 3), Header::inner_tag, everywhere},
+    {bcmFieldQualifyInnerVlanCfi, Layout::number, part(at::inner_tag, 12, 1), Header::inner_tag, everywhere},
+    {bcmFieldQualifyVlanFormat, Layout::number, at::vlan_format, Header::always, everywhere},
+    {bcmFieldQualifyOuterTpid, Layout::number, at::outer_tpid, Header::outer_tag, everywhere},
+    {bcmFieldQualifyInnerTpid, Layout::number, at::inner_tpid, Header::inner_tag, everywhere},
+
+    // What bridging found.
+    {bcmFieldQualifyForwardingVlanId, Layout::number, at::forwarding_vlan, Header::vlan, ingress | egress},
+    {bcmFieldQualifyStpState, Layout::number, at::tree_state, Header::vlan, ingress},
+    {bcmFieldQualifyIngressStpState, Layout::number, at::tree_state, Header::vlan, ingress},
+    {bcmFieldQualifyL2SrcHit, Layout::number, at::source_hit, Header::vlan, ingress},
+    {bcmFieldQualifyL2SrcStatic, Layout::number, at::source_static, Header::vlan, ingress},
+    {bcmFieldQualifyL2DestHit, Layout::number, at::destination_hit, Header::vlan, ingress},
+    {bcmFieldQualifyDrop, Layout::number, at::drop, Header::always, ingress},
+
+    {bcmFieldQualifyColor, Layout::number, at::color, Header::always, ingress | egress},
+
+    // IP.
+    {bcmFieldQualifyIpType, Layout::choice, at::ip_type, Header::always, everywhere},
+    {bcmFieldQualifySrcIp, Layout::number, at::source_ip, Header::ip4, everywhere},
+    {bcmFieldQualifyDstIp, Layout::number, at::destination_ip, Header::ip4, everywhere},
+    {bcmFieldQualifySrcIp6, Layout::ip6, at::source_ip6, Header::ip6, everywhere},
+    {bcmFieldQualifyDstIp6, Layout::ip6, at::destination_ip6, Header::ip6, everywhere},
+    {bcmFieldQualifySrcIp6High, Layout::ip6_upper, at::source_ip6, Header::ip6, everywhere},
+    {bcmFieldQualifyDstIp6High, Layout::ip6_upper, at::destination_ip6, Header::ip6, everywhere},
+    {bcmFieldQualifySrcIp6Low, Layout::ip6_lower, lower_half(at::source_ip6), Header::ip6, everywhere},
+    {bcmFieldQualifyDstIp6Low, Layout::ip6_lower, lower_half(at::destination_ip6), Header::ip6, everywhere},
+    {bcmFieldQualifySrcIpEqualDstIp, Layout::number, at::same_ip, Header::ip, everywhere},
+    {bcmFieldQualifyIpProtocol, Layout::number, at::protocol, Header::ip, everywhere},
+    {bcmFieldQualifyIp6NextHeader, Layout::number, at::protocol, Header::ip6, everywhere},
+    {bcmFieldQualifyIpProtocolCommon, Layout::choice, at::protocol_kind, Header::ip, everywhere},
+    {bcmFieldQualifyDSCP, Layout::number, part(at::service, 2, 6), Header::ip, everywhere},
+    {bcmFieldQualifyTos, Layout::number, at::service, Header::ip, everywhere},
+    {bcmFieldQualifyTosLower4Bits, Layout::number, part(at::service, 0, 4), Header::ip, everywhere},
+    {bcmFieldQualifyEcnValue, Layout::number, part(at::service, 0, 2), Header::ip, everywhere},
+    {bcmFieldQualifyIp6TrafficClass, Layout::number, at::service, Header::ip6, everywhere},
+    {bcmFieldQualifyIp6FlowLabel, Layout::number, at::flow_label, Header::ip6, everywhere},
+    {bcmFieldQualifyTtl, Layout::number, at::hops, Header::ip, everywhere},
+    {bcmFieldQualifyIp6HopLimit, Layout::number, at::hops, Header::ip6, everywhere},
+    {bcmFieldQualifyIpFlags, Layout::number, at::ip_flags, Header::ip4, everywhere},
+    {bcmFieldQualifyIpFrag, Layout::choice, at::ip_fragment, Header::ip, everywhere},
+    {bcmFieldQualifyIpFragNonOrFirst, Layout::number, at::not_later_fragment, Header::ip, everywhere},
+    {bcmFieldQualifyExtensionHeaderType, Layout::number, at::extension, Header::ip6, everywhere},
+    {bcmFieldQualifyPacketLength, Layout::number, at::packet_length, Header::always, everywhere},
+    {bcmFieldQualifyPacketSize, Layout::number, at::packet_length, Header::always, everywhere},
+
+    // Layer 4.
+    {bcmFieldQualifyL4SrcPort, Layout::number, at::source_l4_port, Header::l4_ports, everywhere},
+    {bcmFieldQualifyL4DstPort, Layout::number, at::destination_l4_port, Header::l4_ports, everywhere},
+    {bcmFieldQualifyEqualL4Port, Layout::number, at::same_l4_port, Header::l4_ports, everywhere},
+    {bcmFieldQualifyTcpControl, Layout::number, at::tcp_flags, Header::tcp, everywhere},
+    {bcmFieldQualifyTcpHeaderSize, Layout::number, at::tcp_header, Header::tcp, everywhere},
+    {bcmFieldQualifyTcpSequenceZero, Layout::number, at::tcp_sequence_zero, Header::tcp, everywhere},
+    {bcmFieldQualifyDhcp, Layout::number, at::dhcp, Header::always, everywhere},
+    {bcmFieldQualifyIcmpTypeCode, Layout::number, at::type_code, Header::icmp, everywhere},
+    {bcmFieldQualifyIgmpTypeMaxRespTime, Layout::number, at::type_code, Header::igmp, everywhere},
+
+    // ARP.
+    {bcmFieldQualifyArpSenderIp4, Layout::number, at::arp_sender, Header::arp, everywhere},
+    {bcmFieldQualifyArpTargetIp4, Layout::number, at::arp_target, Header::arp, everywhere},
+    {bcmFieldQualifyArpOpcode, Layout::choice, at::arp_operation, Header::arp, everywhere},
+};
+
+template <class T>
+T taken(const char *bytes)
+{
+    T number;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+/// The number in as many bytes: as the machine keeps it, or of an address as it is sent.
+FieldWord number_in(const char *bytes, std::size_t size)
+{
+    switch (size) {
+    case 1:
+        return taken<std::uint8_t>(bytes);
+    case 2:
+        return taken<std::uint16_t>(bytes);
+    case 4:
+        return taken<std::uint32_t>(bytes);
+    case 8:
+        return taken<std::uint64_t>(bytes);
+    default:
+        FieldWord number = 0;
+        for (std::size_t i = 0; i < size; ++i) {
+            number = number << 8 | static_cast<unsigned char>(bytes[i]);
+        }
+        return number;
+    }
+}
+
+FieldWord half_address(const char *bytes)
+{
+    FieldWord number = 0;
+    for (std::size_t i = 0; i < 8; ++i) {
+        number = number << 8 | static_cast<unsigned char>(bytes[i]);
+    }
+    return number;
+}
+
+/// Requires a number, or as many bits of it as the mask says.
+int add_number(FieldPlace place, FieldWord value, FieldWord mask, FieldPattern &pattern)
+{
+    if (((value & mask) & ~field_ones(place.width)) != 0) {
+        return BCM_E_PARAM;
+    }
+    pattern.require(place, value, mask & field_ones(place.width));
+    return BCM_E_NONE;
+}
+
+int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &pattern)
+{
+    Destination to;
+    if (resolve(-1, gport, &to) != BCM_E_NONE) {
+        return BCM_E_PORT;
+    }
+    const bool is_source = qualifier.place.shift == at::in_port.shift;
+    if (to.kind == Destination::Kind::trunk && qualifier.layout == Layout::gport) {
+        pattern.value.has(is_source ? Header::in_trunk : Header::out_trunk);
+        return add_number(is_source ? at::in_trunk : at::out_trunk, static_cast<FieldWord>(to.id),
+                          field_ones(16), pattern);
+    }
+    if (!is_own_port(to)) {
+        return BCM_E_PORT;
+    }
+    if (!is_source) {
+        pattern.value.has(Header::out_port);
+    }
+    return add_number(qualifier.place, static_cast<FieldWord>(to.id), field_ones(8), pattern);
+}
+
+void add_ports(const FieldQualifier &qualifier, const char *values, FieldPattern &pattern)
+{
+    const auto ports = taken<bcm_pbmp_t>(values), mask = taken<bcm_pbmp_t>(values + sizeof(bcm_pbmp_t));
+    const auto refused = [&](std::size_t word) { return mask.pbits[word] & ~ports.pbits[word]; };
+    FieldPlace place = qualifier.place;
+    pattern.require(place, 0, static_cast<FieldWord>(refused(1)) << 32 | refused(0));
+    ++place.word;
+    pattern.require(place, 0, refused(2) & 1);
+}
+
+}  // namespace
+
+void FieldPattern::require(FieldPlace place, FieldWord number, FieldWord mask_bits)
+{
+    const FieldWord asked = mask.get(place) & mask_bits;
+    // What two qualifiers of one place ask for may contradict.
+    matches_none = matches_none || ((value.get(place) ^ number) & asked) != 0;
+    mask.put(place, mask_bits);
+    value.put(place, number & mask_bits);
+}
+
+const FieldQualifier *field_qualifier(int qualifier)
+{
+    struct ByNumber {
+        std::array<const FieldQualifier *, bcmFieldQualifyCount> rows = {};
+
+        ByNumber()
+        {
+            for (const FieldQualifier &row : qualifiers) {
+                rows[static_cast<std::size_t>(row.qualifier)] = &row;
+            }
+        }
+    };
+    static const ByNumber &all = *new ByNumber;
+    return qualifier >= 0 && qualifier < bcmFieldQualifyCount ? all.rows[static_cast<std::size_t>(qualifier)]
+                                                              : nullptr;
+}
+
+int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, FieldPattern &pattern)
+{
+    const std::size_t size = values.bytes.size() / values.count;
+    const auto bytes = [&](unsigned which) { return values.bytes.data() + which * size; };
+    const auto number = [&](unsigned which) { return number_in(bytes(which), size); };
+    const FieldPlace place = qualifier.place;
+    int status = BCM_E_NONE;
+    bool is_asked = true;
+    switch (qualifier.layout) {
+    case Layout::number: {
+        const FieldWord mask = values.count == 2 ? number(1) : field_ones(place.width);
+        is_asked = mask != 0;
+        // One value counts whole, however wide.
+        status = values.count == 1 && number(0) > field_ones(place.width)
+                     ? static_cast<int>(BCM_E_PARAM)
+                     : add_number(place, number(0), mask, pattern);
+        break;
+    }
+    case Layout::ip6: {
+        const FieldWord upper = half_address(bytes(1)), lower = half_address(bytes(1) + 8);
+        is_asked = (upper | lower) != 0;
+        pattern.require(place, half_address(bytes(0)), upper);
+        pattern.require(lower_half(place), half_address(bytes(0) + 8), lower);
+        break;
+    }
+    case Layout::ip6_upper:
+    case Layout::ip6_lower: {
+        const std::size_t from = qualifier.layout == Layout::ip6_upper ? 0 : 8;
+        const FieldWord mask = half_address(bytes(1) + from);
+        is_asked = mask != 0;
+        pattern.require(place, half_address(bytes(0) + from), mask);
+        break;
+    }
+    case Layout::choice:
+        if (number(0) >= place.width) {
+            return BCM_E_PARAM;
+        }
+        pattern.require(place, field_ones(64), FieldWord{1} << number(0));
+        break;
+    case Layout::ports:
+        add_ports(qualifier, values.bytes.data(), pattern);
+        break;
+    case Layout::port:
+    case Layout::gport:
+        status = add_gport(qualifier, static_cast<bcm_gport_t>(number(0)), pattern);
+        break;
+    case Layout::module_port:
+        // All ports are of the unit's own module.
+        pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
+        is_asked = number(3) != 0;
+        status = add_number(place, number(2), number(3), pattern);
+        break;
+    case Layout::two_numbers:
+        is_asked = (number(2) | number(3)) != 0;
+        pattern.require(place, number(0) << 32 | number(1), number(2) << 32 | number(3));
+        break;
+    }
+    if (status == BCM_E_NONE && is_asked) {
+        pattern.value.has(qualifier.header);
+    }
+    return status;
+}
+
+std::string field_qualifier_name(int qualifier)
+{
+    static const Names names(names_of_bcm_field_qualify_e, "bcmFieldQualify");
+    return names.name(qualifier, true);
+}
+
+}  // namespace sim

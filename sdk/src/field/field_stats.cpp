@@ -1,0 +1,314 @@
+#include "field.h"
+#include "sim_field.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace sim {
+
+namespace {
+
+/// Whether the switch can tell the packets of the kind when entries count them. What became of a packet is not known
+/// then.
+bool is_counted(bcm_field_stat_t kind)
+{
+    return kind < bcmFieldStatForwardedBytes
+           || (kind >= bcmFieldStatUnicastBytes && kind < bcmFieldStatTunnelledBytes);
+}
+
+int make_stat(FieldState &state, bcm_field_group_t group, int count, const bcm_field_stat_t *kinds, int *id,
+              bool is_id_given)
+{
+    const bcm_field_stat_t *end = kinds + std::max(count, 0);
+    const auto is_wrong = [](bcm_field_stat_t kind) {
+        return static_cast<int>(kind) < 0 || kind >= bcmFieldStatCount;
+    };
+    if (count <= 0 || std::any_of(kinds, end, is_wrong)) {
+        return BCM_E_PARAM;
+    }
+    if (!std::all_of(kinds, end, is_counted)) {
+        return BCM_E_UNAVAIL;
+    }
+    int chosen = is_id_given ? *id : 1;
+    if (chosen < 1) {
+        return BCM_E_PARAM;
+    }
+    if (is_id_given && state.stats.count(chosen) != 0) {
+        return BCM_E_EXISTS;
+    }
+    if (state.stats.size() >= static_cast<std::size_t>(field_stat_max)) {
+        return BCM_E_RESOURCE;
+    }
+    if (!is_id_given && !state.stats.empty()
+        && state.stats.rbegin()->first < std::numeric_limits<int>::max()) {
+        chosen = state.stats.rbegin()->first + 1;
+    }
+    while (!is_id_given && state.stats.count(chosen) != 0) {
+        ++chosen;
+    }
+    FieldStat stat{group, {kinds, end}, std::vector<uint64>(static_cast<std::size_t>(count))};
+    state.stats.emplace(chosen, std::move(stat));
+    *id = chosen;
+    return BCM_E_NONE;
+}
+
+auto field_stat(int stat)
+{
+    return [stat](Switch &sw, auto next) -> int {
+        const auto found = fields_of(sw).stats.find(stat);
+        return found != fields_of(sw).stats.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
+}
+
+/// One of its counters: BCM_E_NOT_FOUND.
+int find_value(FieldStat &stat, bcm_field_stat_t kind, uint64 **value)
+{
+    const auto found = std::find(stat.kinds.begin(), stat.kinds.end(), kind);
+    if (found == stat.kinds.end()) {
+        return BCM_E_NOT_FOUND;
+    }
+    *value = &stat.values[static_cast<std::size_t>(found - stat.kinds.begin())];
+    return BCM_E_NONE;
+}
+
+template <class Number>
+int set_value(int unit, int stat_id, bcm_field_stat_t stat, Number number)
+{
+    return begin(unit, ready<FieldState>, field_stat(stat_id)).then([&](FieldState &, FieldStat &found) {
+        uint64 *value = nullptr;
+        const int status = find_value(found, stat, &value);
+        if (status == BCM_E_NONE) {
+            *value = number;
+        }
+        return status;
+    });
+}
+
+template <class Number>
+int get_value(int unit, int stat_id, bcm_field_stat_t stat, Number *number)
+{
+    return begin(unit, ready<FieldState>, given(number), field_stat(stat_id))
+        .then([&](FieldState &, FieldStat &found) {
+            uint64 *value = nullptr;
+            const int status = find_value(found, stat, &value);
+            if (status == BCM_E_NONE) {
+                *number = static_cast<Number>(*value);
+            }
+            return status;
+        });
+}
+
+int set_all(int unit, int stat_id, uint64 number)
+{
+    return begin(unit, ready<FieldState>, field_stat(stat_id)).then([&](FieldState &, FieldStat &found) {
+        std::fill(found.values.begin(), found.values.end(), number);
+    });
+}
+
+template <class Number>
+int get_values(int unit, int stat_id, int count, const bcm_field_stat_t *kinds, Number *numbers)
+{
+    return begin(unit, ready<FieldState>, given(kinds, numbers), field_stat(stat_id))
+        .then([&](FieldState &, FieldStat &found) -> int {
+            if (count < 0) {
+                return BCM_E_PARAM;
+            }
+            for (int i = 0; i < count; ++i) {
+                uint64 *value = nullptr;
+                if (find_value(found, kinds[i], &value) != BCM_E_NONE) {
+                    return BCM_E_NOT_FOUND;
+                }
+                numbers[i] = static_cast<Number>(*value);
+            }
+            return BCM_E_NONE;
+        });
+}
+
+/// Counters of an entry begin and end to count at once.
+void attach(FieldState &state, FieldEntry &entry, int id)
+{
+    FieldStat *stat = id != 0 ? &state.stats.at(id) : nullptr;
+    if (stat != nullptr) {
+        ++stat->uses;
+    } else if (entry.stat != 0) {
+        --state.stats.at(entry.stat).uses;
+    }
+    entry.stat = id;
+    if (entry.installed != nullptr) {
+        entry.installed->stat = stat;
+    }
+}
+
+}  // namespace
+
+}  // namespace sim
+
+using namespace sim;
+
+extern "C" {
+
+int sim_bcm_field_stat_create(int unit, bcm_field_group_t group, int nstat, bcm_field_stat_t *stat_arr,
+                              int *stat_id)
+{
+    return begin(unit, ready<FieldState>, given(stat_arr, stat_id), field_group(group))
+        .then([&](FieldState &state, FieldGroup &) {
+            return make_stat(state, group, nstat, stat_arr, stat_id, false);
+        });
+}
+
+int sim_bcm_field_stat_create_id(int unit, bcm_field_group_t group, int nstat, bcm_field_stat_t *stat_arr,
+                                 int stat_id)
+{
+    return begin(unit, ready<FieldState>, given(stat_arr), field_group(group))
+        .then([&](FieldState &state, FieldGroup &) {
+            return make_stat(state, group, nstat, stat_arr, &stat_id, true);
+        });
+}
+
+int sim_bcm_field_stat_destroy(int unit, int stat_id)
+{
+    return begin(unit, ready<FieldState>, field_stat(stat_id))
+        .then([&](FieldState &state, FieldStat &found) -> int {
+            if (found.uses != 0) {
+                return BCM_E_BUSY;
+            }
+            state.stats.erase(stat_id);
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_stat_size(int unit, int stat_id, int *stat_size)
+{
+    return begin(unit, ready<FieldState>, given(stat_size), field_stat(stat_id))
+        .then(
+            [&](FieldState &, const FieldStat &found) { *stat_size = static_cast<int>(found.kinds.size()); });
+}
+
+int sim_bcm_field_stat_config_get(int unit, int stat_id, int nstat, bcm_field_stat_t *stat_arr)
+{
+    return begin(unit, ready<FieldState>, given(stat_arr), field_stat(stat_id))
+        .then([&](FieldState &, const FieldStat &found) -> int {
+            if (nstat < 0) {
+                return BCM_E_PARAM;
+            }
+            std::copy_n(found.kinds.begin(), std::min(static_cast<std::size_t>(nstat), found.kinds.size()),
+                        stat_arr);
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_stat_set(int unit, int stat_id, bcm_field_stat_t stat, uint64 value)
+{
+    return set_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_set32(int unit, int stat_id, bcm_field_stat_t stat, uint32 value)
+{
+    return set_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_all_set(int unit, int stat_id, uint64 value)
+{
+    return set_all(unit, stat_id, value);
+}
+
+int sim_bcm_field_stat_all_set32(int unit, int stat_id, uint32 value)
+{
+    return set_all(unit, stat_id, value);
+}
+
+int sim_bcm_field_stat_get(int unit, int stat_id, bcm_field_stat_t stat, uint64 *value)
+{
+    return get_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_sync_get(int unit, int stat_id, bcm_field_stat_t stat, uint64 *value)
+{
+    return get_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_get32(int unit, int stat_id, bcm_field_stat_t stat, uint32 *value)
+{
+    return get_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_sync_get32(int unit, int stat_id, bcm_field_stat_t stat, uint32 *value)
+{
+    return get_value(unit, stat_id, stat, value);
+}
+
+int sim_bcm_field_stat_multi_get(int unit, int stat_id, int nstat, bcm_field_stat_t *stat_arr,
+                                 uint64 *value_arr)
+{
+    return get_values(unit, stat_id, nstat, stat_arr, value_arr);
+}
+
+int sim_bcm_field_stat_multi_get32(int unit, int stat_id, int nstat, bcm_field_stat_t *stat_arr,
+                                   uint32 *value_arr)
+{
+    return get_values(unit, stat_id, nstat, stat_arr, value_arr);
+}
+
+int sim_bcm_field_entry_stat_attach(int unit, bcm_field_entry_t entry, int stat_id)
+{
+    return begin(unit, ready<FieldState>, field_entry(entry), field_stat(stat_id))
+        .then([&](FieldState &state, FieldEntry &found, const FieldStat &stat) -> int {
+            if (found.stat != 0) {
+                return BCM_E_EXISTS;
+            }
+            if (stat.group != found.group) {
+                return BCM_E_PARAM;
+            }
+            attach(state, found, stat_id);
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_entry_stat_detach(int unit, bcm_field_entry_t entry, int stat_id)
+{
+    return begin(unit, ready<FieldState>, field_entry(entry))
+        .then([&](FieldState &state, FieldEntry &found) -> int {
+            if (found.stat == 0 || found.stat != stat_id) {
+                return BCM_E_NOT_FOUND;
+            }
+            attach(state, found, 0);
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_entry_stat_get(int unit, bcm_field_entry_t entry, int *stat_id)
+{
+    return begin(unit, ready<FieldState>, given(stat_id), field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            if (found.stat == 0) {
+                return BCM_E_NOT_FOUND;
+            }
+            *stat_id = found.stat;
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_stat_attach(int unit, bcm_field_entry_t entry, int stat_id)
+{
+    return sim_bcm_field_entry_stat_attach(unit, entry, stat_id);
+}
+
+int sim_bcm_field_stat_detach(int unit, bcm_field_entry_t entry, int stat_id)
+{
+    return sim_bcm_field_entry_stat_detach(unit, entry, stat_id);
+}
+
+int sim_bcm_field_stat_id_get(int unit, bcm_field_entry_t entry, bcm_field_stat_t stat, int *stat_id)
+{
+    return begin(unit, ready<FieldState>, given(stat_id), field_entry(entry))
+        .then([&](FieldState &state, const FieldEntry &found) -> int {
+            uint64 *value = nullptr;
+            if (found.stat == 0 || find_value(state.stats.at(found.stat), stat, &value) != BCM_E_NONE) {
+                return BCM_E_NOT_FOUND;
+            }
+            *stat_id = found.stat;
+            return BCM_E_NONE;
+        });
+}
+
+}  // extern "C"

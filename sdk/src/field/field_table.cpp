@@ -1,0 +1,166 @@
+#include "field_table.h"
+
+#include <algorithm>
+
+namespace sim {
+
+FieldTuple::FieldTuple(const FieldKey &mask, std::uint32_t headers) : headers_(headers), slots_(4)
+{
+    for (std::size_t word = 0; word < mask.words.size(); ++word) {
+        if (mask.words[word] != 0) {
+            parts_.push_back({static_cast<std::uint8_t>(word), mask.words[word]});
+        }
+    }
+}
+
+bool FieldTuple::is_of(const FieldKey &mask, std::uint32_t headers) const
+{
+    const auto words =
+        mask.words.size() - static_cast<std::size_t>(std::count(mask.words.begin(), mask.words.end(), 0u));
+    return headers == headers_ && words == parts_.size()
+           && std::all_of(parts_.begin(), parts_.end(),
+                          [&](const Part &part) { return mask.words[part.word] == part.mask; });
+}
+
+std::uint32_t FieldTuple::hash(const FieldKey &key) const
+{
+    FieldWord mixed = 0;
+    for (const Part &part : parts_) {
+        mixed = (mixed ^ (key.words[part.word] & part.mask)) * 0x9e3779b97f4a7c15u;
+        mixed ^= mixed >> 32;
+    }
+    return static_cast<std::uint32_t>(mixed);
+}
+
+bool FieldTuple::is_same(const FieldKey &key, const FieldRule &rule) const
+{
+    FieldWord differing = 0;
+    for (const Part &part : parts_) {
+        differing |= (key.words[part.word] & part.mask) ^ rule.pattern.value.words[part.word];
+    }
+    return differing == 0;
+}
+
+std::size_t FieldTuple::slot_of(const FieldKey &value, std::uint32_t hashed) const
+{
+    const std::size_t last = slots_.size() - 1;
+    std::size_t slot = hashed & last;
+    while (slots_[slot].first != nullptr
+           && (slots_[slot].hash != hashed || !is_same(value, *slots_[slot].first))) {
+        slot = (slot + 1) & last;
+    }
+    return slot;
+}
+
+FieldRule *FieldTuple::find_with_headers(const FieldKey &key) const
+{
+    return slots_[slot_of(key, hash(key))].first;
+}
+
+void FieldTuple::resize(std::size_t slots)
+{
+    std::vector<Slot> old(slots);
+    old.swap(slots_);
+    for (const Slot &slot : old) {
+        if (slot.first != nullptr) {
+            slots_[slot_of(slot.first->pattern.value, slot.hash)] = slot;
+        }
+    }
+}
+
+void FieldTuple::add(FieldRule &rule)
+{
+    if (2 * (taken_ + 1) > slots_.size()) {
+        resize(2 * slots_.size());
+    }
+    ++priorities_[rule.priority];
+    highest_ = priorities_.rbegin()->first;
+    const std::uint32_t hashed = hash(rule.pattern.value);
+    Slot &slot = slots_[slot_of(rule.pattern.value, hashed)];
+    taken_ += slot.first == nullptr;
+    slot.hash = hashed;
+    FieldRule **place = &slot.first;
+    while (*place != nullptr && (*place)->wins_over(rule)) {
+        place = &(*place)->next;
+    }
+    rule.next = *place;
+    *place = &rule;
+}
+
+void FieldTuple::remove(FieldRule &rule)
+{
+    const std::size_t last = slots_.size() - 1;
+    std::size_t free = slot_of(rule.pattern.value, hash(rule.pattern.value));
+    FieldRule **place = &slots_[free].first;
+    while (*place != &rule) {
+        place = &(*place)->next;
+    }
+    *place = rule.next;
+    const auto priority = priorities_.find(rule.priority);
+    if (--priority->second == 0) {
+        priorities_.erase(priority);
+        highest_ = priorities_.empty() ? 0 : priorities_.rbegin()->first;
+    }
+    if (slots_[free].first != nullptr) {
+        return;
+    }
+    --taken_;
+    // What stands behind may have been looked for from here on.
+    for (std::size_t slot = (free + 1) & last; slots_[slot].first != nullptr; slot = (slot + 1) & last) {
+        const std::size_t wanted = slots_[slot].hash & last;
+        if (((slot - wanted) & last) >= ((slot - free) & last)) {
+            slots_[free] = slots_[slot];
+            slots_[slot].first = nullptr;
+            free = slot;
+        }
+    }
+}
+
+void FieldTable::sort()
+{
+    std::stable_sort(tuples_.begin(), tuples_.end(),
+                     [](const std::unique_ptr<FieldTuple> &a, const std::unique_ptr<FieldTuple> &b) {
+                         return a->highest_priority() > b->highest_priority();
+                     });
+}
+
+void FieldTable::add(FieldRule &rule)
+{
+    if (rule.pattern.matches_none) {
+        return;
+    }
+    const FieldPattern &pattern = rule.pattern;
+    auto tuple = std::find_if(tuples_.begin(), tuples_.end(), [&](const std::unique_ptr<FieldTuple> &each) {
+        return each->is_of(pattern.mask, pattern.value.headers);
+    });
+    if (tuple == tuples_.end()) {
+        tuples_.push_back(std::make_unique<FieldTuple>(pattern.mask, pattern.value.headers));
+        tuple = std::prev(tuples_.end());
+    }
+    const int before = (*tuple)->highest_priority();
+    const bool is_new = (*tuple)->is_empty();
+    (*tuple)->add(rule);
+    if (is_new || (*tuple)->highest_priority() != before) {
+        sort();
+    }
+}
+
+void FieldTable::remove(FieldRule &rule)
+{
+    if (rule.pattern.matches_none) {
+        return;
+    }
+    const auto tuple =
+        std::find_if(tuples_.begin(), tuples_.end(), [&](const std::unique_ptr<FieldTuple> &each) {
+            return each->is_of(rule.pattern.mask, rule.pattern.value.headers);
+        });
+    const int before = (*tuple)->highest_priority();
+    (*tuple)->remove(rule);
+    if ((*tuple)->is_empty()) {
+        tuples_.erase(tuple);
+    } else if ((*tuple)->highest_priority() != before) {
+        sort();
+    }
+}
+
+}  // namespace sim

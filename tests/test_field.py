@@ -1,0 +1,191 @@
+"""Groups, entries, ranges and counters of the field processor, and what each of their functions refuses."""
+import ctypes
+import unittest
+
+import QuorelApiNew as q
+import rules
+from quorel import array, checked, OUT
+from recording import library
+from simulator import SwitchTest
+
+MISSING, EXISTS, BUSY, PARAM = q.BCM_E_NOT_FOUND, q.BCM_E_EXISTS, q.BCM_E_BUSY, q.BCM_E_PARAM
+INT_MIN = -1 << 31
+
+
+def qualifiers(*names):
+    qset = q.bcm_field_qset_t()
+    for name in names:
+        q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
+    return qset
+
+
+class FieldTest(SwitchTest):
+    def setUp(self):
+        SwitchTest.setUp(self)
+        self.done(q.bcm_field_init(0))
+        self.addCleanup(q.bcm_field_init, 0)
+        self.group = checked(q.bcm_field_group_create, 0, qualifiers('OuterVlanId', 'SrcIp', 'L4PortRangeCheck'), 5)
+        self.entry = checked(q.bcm_field_entry_create, 0, self.group)
+
+
+class Groups(FieldTest):
+    def test_ids(self):
+        qset = qualifiers('SrcIp')
+        self.assertEqual([q.bcm_field_group_create_id(0, qset, 1, 70) for _ in range(2)], [0, EXISTS])
+        self.assertStatus(PARAM, q.bcm_field_group_create_id(0, qset, 1, -1))
+        seen, kind = [], ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_void_p)
+        note = kind(lambda unit, group, datum: seen.append((unit, group)) or (q.BCM_E_FAIL if group == 70 else 0))
+        self.assertStatus(q.BCM_E_FAIL, library.bcm_field_group_traverse(0, note, None))
+        self.assertEqual(seen, [(0, self.group), (0, 70)])
+        self.assertStatus(BUSY, q.bcm_field_group_destroy(0, self.group))
+        self.done(q.bcm_field_group_flush(0, self.group))
+        self.done(q.bcm_field_group_destroy(0, self.group))
+        self.assertStatus(MISSING, q.bcm_field_group_destroy(0, self.group))
+
+    def test_there_is_no_room_for_more(self):
+        qset, made = qualifiers('SrcIp'), 0
+        while True:
+            status, _ = q.bcm_field_group_create(0, qset, 0)
+            if status:
+                break
+            made += 1
+        self.assertEqual((status, made), (q.BCM_E_RESOURCE, 511))
+
+    def test_settings(self):
+        for name, value in (('priority', INT_MIN + 1), ('enable', 0)):
+            self.done(getattr(q, 'bcm_field_group_%s_set' % name)(0, self.group, value))
+            self.assertEqual(checked(getattr(q, 'bcm_field_group_%s_get' % name), 0, self.group, OUT), value)
+        self.assertEqual(checked(q.bcm_field_group_mode_get, 0, self.group, OUT), q.bcmFieldGroupModeDefault)
+        self.assertStatus(q.BCM_E_UNAVAIL,
+                          q.bcm_field_group_create_mode(0, qualifiers(), 1, q.bcmFieldGroupModeHash)[0])
+        self.assertStatus(PARAM, q.bcm_field_group_create_mode(0, qualifiers(), 1, q.bcmFieldGroupModeCount)[0])
+        self.assertStatus(q.BCM_E_PORT, q.bcm_field_group_port_create_mode(0, 65, qualifiers(), 1, 0)[0])
+        self.assertStatus(q.BCM_E_PORT, q.bcm_field_group_ports_create_mode(0, [1, 65], qualifiers(), 1, 0)[0])
+        self.assertStatus(q.BCM_E_UNAVAIL, q.bcm_field_group_create(0, qualifiers('StageExternal'), 1)[0])
+
+    def test_qualifiers_in_use_stay(self):
+        self.done(q.bcm_field_qualify_SrcIp(0, self.entry, 1, 1))
+        self.assertStatus(BUSY, q.bcm_field_group_set(0, self.group, qualifiers('DstIp')))
+        self.done(q.bcm_field_group_set(0, self.group, qualifiers('SrcIp', 'DstIp')))
+        found = q.bcm_field_qset_t()
+        self.done(q.bcm_field_group_get(0, self.group, found))
+        self.assertTrue(q.bcm_field_qset_test(found, q.bcmFieldQualifyDstIp))
+        self.assertStatus(PARAM, q.bcm_field_qualify_OuterVlanId(0, self.entry, 1, 1))
+
+    def test_status(self):
+        status = q.bcm_field_group_status_t()
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        self.done(q.bcm_field_group_status_get(0, self.group, status))
+        self.assertEqual((status.entry_count, status.entries_total - status.entries_free), (1, 1))
+
+
+class Entries(FieldTest):
+    def vlan(self, entry):
+        """(data, mask) of a qualifier, or the status."""
+        data, mask = ctypes.c_uint16(), ctypes.c_uint16()
+        status = library.bcm_field_qualify_OuterVlanId_get(0, entry, ctypes.byref(data), ctypes.byref(mask))
+        return status or (data.value, mask.value)
+
+    def test_ids(self):
+        self.assertStatus(MISSING, q.bcm_field_entry_create_id(0, self.group + 1, 7))
+        self.assertEqual([q.bcm_field_entry_create_id(0, self.group, 77) for _ in range(2)], [0, EXISTS])
+        self.done(q.bcm_field_entry_prio_set(0, 77, 4))
+        entries, priorities = array('bcm_field_entry_t', 4), array('int', 4)
+        self.assertEqual(checked(q.bcm_field_entry_multi_get, 0, self.group, 4, entries, priorities, OUT), 2)
+        self.assertEqual((list(entries)[:2], list(priorities)[:2]), ([self.entry, 77], [0, 4]))
+        self.done(q.bcm_field_entry_destroy_all(0))
+        self.assertStatus(MISSING, q.bcm_field_entry_install(0, 77))
+
+    def test_qualifiers_and_actions_go_with_their_entry(self):
+        other = checked(q.bcm_field_entry_create, 0, self.group)
+        self.assertStatus(MISSING, q.bcm_field_qualify_OuterVlanId(0, other + 1, 20, 0xfff))
+        self.assertEqual(self.vlan(self.entry), MISSING)
+        for entry, vlan in ((self.entry, 20), (other, 30), (self.entry, 21)):
+            self.done(q.bcm_field_qualify_OuterVlanId(0, entry, vlan, 0xfff))
+        self.assertEqual((self.vlan(self.entry), self.vlan(other)), ((21, 0xfff), (30, 0xfff)))
+        self.done(q.bcm_field_action_add(0, self.entry, q.bcmFieldActionDrop, 1, 2, 3))
+        self.assertStatus(EXISTS, q.bcm_field_action_add(0, self.entry, q.bcmFieldActionDrop, 4, 5, 6))
+        self.assertStatus(PARAM, q.bcm_field_action_add(0, self.entry, q.bcmFieldActionCount, 4, 5, 6))
+        twin = checked(q.bcm_field_entry_copy, 0, self.entry, OUT)
+        self.done(q.bcm_field_qualify_clear(0, self.entry))
+        self.assertEqual((self.vlan(self.entry), self.vlan(twin)), (MISSING, (21, 0xfff)))
+        self.done(q.bcm_field_entry_destroy(0, self.entry))
+        self.assertStatus(MISSING, q.bcm_field_action_remove(0, self.entry, q.bcmFieldActionDrop))
+        found = checked(q.bcm_field_action_get, 0, twin, q.bcmFieldActionDrop, OUT, OUT, OUT)
+        self.assertEqual(tuple(found), (1, 2, 3))
+        self.assertStatus(MISSING, q.bcm_field_action_delete(0, twin, q.bcmFieldActionDrop, 1, 2, 4))
+        self.done(q.bcm_field_action_delete(0, twin, q.bcmFieldActionDrop, 1, 2, 3))
+
+    def test_values_that_no_packet_has(self):
+        self.assertStatus(PARAM, q.bcm_field_qualify_OuterVlanId(0, self.entry, 0x1000, 0xffff))
+        self.assertEqual(self.vlan(self.entry), MISSING)
+
+    def test_every_qualifier_gives_back_what_it_was_given(self):
+        qset = q.bcm_field_qset_t()
+        for number in range(q.bcmFieldQualifyCount):
+            q.bcm_field_qset_add(qset, number)
+        for stage in ('External', 'Hash', 'ExactMatch', 'PortClass', 'Prelookup'):
+            q.bcm_field_qset_remove(qset, getattr(q, 'bcmFieldQualifyStage' + stage))
+        entry = checked(q.bcm_field_entry_create, 0, checked(q.bcm_field_group_create, 0, qset, 1))
+        functions = dict((function.name, function) for function in rules.read()
+                         if function.name.startswith('bcm_field_qualify_') and function.known)
+        kept = 0
+        for name, setter in sorted(functions.items()):
+            getter = functions.get(name + '_get')
+            if getter is None:
+                continue
+            given = [parameter.argument(1) for parameter in setter.parameters[1:]]
+            if setter(0, entry, *given) == q.BCM_E_PORT:  # a number that is no port
+                continue
+            got = [parameter.argument(9) for parameter in getter.parameters[1:]]
+            self.assertEqual(getter(0, entry, *got), 0, name)
+            for one, other in zip(given, got):
+                size = ctypes.sizeof(one) if not isinstance(one, ctypes.Array) else 6
+                self.assertEqual(ctypes.string_at(ctypes.addressof(one), size), other.raw[:size], name)
+            kept += 1
+        self.assertGreater(kept, 500)
+
+
+class Ranges(FieldTest):
+    def test_ranges(self):
+        flags = q.BCM_FIELD_RANGE_DSTPORT
+        made = checked(q.bcm_field_range_create, 0, OUT, flags, 80, 90)
+        self.assertEqual(tuple(checked(q.bcm_field_range_get, 0, made, OUT, OUT, OUT)), (flags, 80, 90))
+        self.assertStatus(EXISTS, q.bcm_field_range_create_id(0, made, flags, 1, 2))
+        for wrong in ((flags, 2, 1), (0, 1, 2), (flags | q.BCM_FIELD_RANGE_PACKET_LENGTH, 1, 2),
+                      (q.BCM_FIELD_RANGE_OUTER_VLAN, 1, 4096)):
+            self.assertStatus(PARAM, q.bcm_field_range_create_id(0, 99, *wrong), wrong)
+        self.done(q.bcm_field_qualify_L4PortRangeCheck(0, self.entry, made, 1))
+        self.assertStatus(MISSING, q.bcm_field_qualify_L4PortRangeCheck(0, self.entry, made + 1, 0))
+        self.assertStatus(PARAM, q.bcm_field_qualify_RangeCheck(0, self.entry, made, 0))  # not in the group's set
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        self.done(q.bcm_field_qualify_clear(0, self.entry))
+        self.assertStatus(BUSY, q.bcm_field_range_destroy(0, made))  # installed as it was
+        self.done(q.bcm_field_entry_reinstall(0, self.entry))
+        self.done(q.bcm_field_range_destroy(0, made))
+
+    def test_there_are_64(self):
+        statuses = [q.bcm_field_range_create_id(0, number, q.BCM_FIELD_RANGE_SRCPORT, 1, 2) for number in range(1, 66)]
+        self.assertEqual(statuses, [0] * 64 + [q.BCM_E_RESOURCE])
+
+
+class Counters(FieldTest):
+    def test_counters(self):
+        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatBytes])
+        stat = checked(q.bcm_field_stat_create, 0, self.group, 2, kinds, OUT)
+        self.assertStatus(EXISTS, q.bcm_field_stat_create_id(0, self.group, 2, kinds, stat))
+        self.done(q.bcm_field_entry_stat_attach(0, self.entry, stat))
+        self.assertStatus(EXISTS, q.bcm_field_entry_stat_attach(0, self.entry, stat))
+        self.assertEqual(checked(q.bcm_field_entry_stat_get, 0, self.entry, OUT), stat)
+        self.done(q.bcm_field_stat_set(0, stat, q.bcmFieldStatBytes, 1 << 40))
+        self.assertEqual(checked(q.bcm_field_stat_get, 0, stat, q.bcmFieldStatBytes, OUT), 1 << 40)
+        self.assertStatus(MISSING, q.bcm_field_stat_set(0, stat, q.bcmFieldStatRedBytes, 1))
+        self.assertStatus(BUSY, q.bcm_field_stat_destroy(0, stat))
+        self.done(q.bcm_field_entry_destroy(0, self.entry))
+        self.done(q.bcm_field_stat_destroy(0, stat))
+        later = array('bcm_field_stat_t', [q.bcmFieldStatDroppedPackets])
+        self.assertStatus(q.BCM_E_UNAVAIL, q.bcm_field_stat_create_id(0, self.group, 1, later, 3))
+
+
+if __name__ == '__main__':
+    unittest.main()
