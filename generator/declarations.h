@@ -10,6 +10,13 @@
 
 namespace generator {
 
+/// What a header says of a declaration (comments.h).
+struct Comment {
+    std::string above;   ///< before it, perhaps of several declarations; their comments have the same line
+    unsigned line = 0;   ///< where that begins
+    std::string beside;  ///< behind it
+};
+
 struct Parameter {
     std::string name;  ///< "arg<n>" where the header gives none
     TypePtr type;
@@ -25,6 +32,7 @@ struct Function {
     unsigned line = 0;
     bool is_variadic = false;
     bool is_inline = false;  ///< whether the header itself defines it
+    Comment comment = {};
 };
 
 struct Member {
@@ -33,6 +41,7 @@ struct Member {
     unsigned line = 0;
     long long size = 0;  ///< bytes; of a flexible array less than 0
     bool is_bit_field = false;
+    Comment comment = {};
 };
 
 /// Example: name "bcm_l2_addr_t", tag "bcm_l2_addr_s". Members of anonymous unions and structs are its own.
@@ -43,6 +52,8 @@ struct Record {
     bool is_union = false;
     std::string header;
     std::vector<Member> members;
+    unsigned line = 0;
+    Comment comment = {};
 };
 
 /// An enumerator or a macro that is an integer constant.
@@ -53,6 +64,18 @@ struct Constant {
     /// Tag of its enumeration, or the typedef's name of one without; empty for a macro, and where it has neither.
     std::string enumeration;
     bool fits_32_bits = true;  ///< with or without a sign
+    Comment comment = {};
+};
+
+/// An enumeration, or a typedef of anything but a record. Example: {"bcm_l2_traverse_cb", of a pointer to a
+/// function with the parameters {{"unit", int}, {"info", bcm_l2_addr_t *}, {"user_data", void *}}}.
+struct NamedType {
+    std::string name;  ///< of an enumeration the typedef's, or its tag if there is none
+    std::string header;
+    TypePtr type;  ///< the enumeration, or what the typedef stands for
+    unsigned line = 0;
+    std::vector<Parameter> parameters;  ///< of what points to a function
+    Comment comment = {};
 };
 
 /// A global variable.
@@ -62,6 +85,7 @@ struct Variable {
     TypePtr type;
     unsigned line = 0;
     long long size = 0;  ///< bytes; of an array without bounds less than 0
+    Comment comment = {};
 };
 
 struct Declarations {
@@ -69,9 +93,12 @@ struct Declarations {
     std::vector<Record> records;
     std::vector<Constant> constants;
     std::vector<Variable> variables;
+    std::vector<NamedType> named_types;
     std::map<std::string, TypePtr> typedefs;  ///< name to what it stands for
     std::set<std::string> enumerations;       ///< names of those that anything is declared with
     std::vector<std::string> files;           ///< paths of all headers that were read, the system's too
+    std::map<std::string, std::string>
+        file_comments;  ///< by path, as in `header` above: what headers say of themselves
 };
 
 }  // namespace generator

@@ -1,5 +1,6 @@
 #include "header_reader.h"
 
+#include "comments.h"
 #include "errors.h"
 
 #include <clang-c/Index.h>
@@ -222,11 +223,14 @@ void refuse_what_does_not_compile(const TranslationUnit &unit, const MainFile &m
 
 class Reader {
 public:
-    explicit Reader(const TranslationUnit &unit) : unit_(unit) {}
+    explicit Reader(const TranslationUnit &unit) : unit_(unit), comments_(unit.get()) {}
 
     Declarations read()
     {
         visit_children(clang_getTranslationUnitCursor(unit_.get()));
+        for (const std::string &header : headers_) {
+            declarations_.file_comments[header] = comments_.of_file(header);
+        }
         return std::move(declarations_);
     }
 
@@ -281,17 +285,18 @@ private:
             read_record(cursor);
             break;
         case CXCursor_EnumDecl:
-            visit_children(cursor);
+            read_enumeration(cursor);
             break;
         case CXCursor_EnumConstantDecl:
-            declarations_.constants.push_back(constant_at(cursor));
+            declarations_.constants.push_back(constant_at(cursor, rows_.enumerators));
             declarations_.constants.back().enumeration =
                 name_of_enumeration(clang_getCursorSemanticParent(cursor));
             declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
             break;
         case CXCursor_VarDecl:
             declarations_.variables.push_back({take(clang_getCursorSpelling(cursor)), header_of(cursor),
-                                               declared_type(cursor), line_of(cursor), size_of(cursor)});
+                                               declared_type(cursor), line_of(cursor), size_of(cursor),
+                                               comments_.of(cursor, rows_.variables)});
             break;
         case CXCursor_TypedefDecl:
             read_typedef(cursor);
@@ -347,11 +352,17 @@ private:
         return value >= (is_unsigned ? 0 : INT32_MIN) && value <= UINT32_MAX;
     }
 
-    Constant constant_at(CXCursor cursor)
+    Constant constant_at(CXCursor cursor, Row &row)
     {
         unsigned line = 0, column = 0;
         clang_getExpansionLocation(clang_getCursorLocation(cursor), nullptr, &line, &column, nullptr);
-        return {take(clang_getCursorSpelling(cursor)), header_of(cursor), line, column, {}};
+        return {take(clang_getCursorSpelling(cursor)),
+                header_of(cursor),
+                line,
+                column,
+                {},
+                true,
+                comments_.of(cursor, row)};
     }
 
     std::vector<std::string> tokens_of(CXSourceRange range)
@@ -500,6 +511,13 @@ private:
     {
         std::string name = take(clang_getCursorSpelling(cursor));
         TypePtr target = typedef_target(cursor, name);
+        if (target->kind == Type::Kind::Enum) {
+            name_enumeration(target->name, name);
+        } else if (target->kind != Type::Kind::Record && is_new(cursor)) {
+            declarations_.named_types.push_back({name, header_of(cursor), target, line_of(cursor),
+                                                 parameters_of_typedef(cursor),
+                                                 comments_.of(cursor, rows_.typedefs)});
+        }
         if (target->kind != Type::Kind::Record) {
             return;
         }
@@ -514,6 +532,55 @@ private:
         }
     }
 
+    void read_enumeration(CXCursor cursor)
+    {
+        Row alone;
+        std::string name = name_of_enumeration(cursor);
+        if (!name.empty()) {
+            declarations_.named_types.push_back({name,
+                                                 header_of(cursor),
+                                                 Type::enumeration(name),
+                                                 line_of(cursor),
+                                                 {},
+                                                 comments_.of(cursor, alone)});
+        }
+        rows_.enumerators = Row();
+        visit_children(cursor);
+    }
+
+    // The first typedef of an enumeration is its name.
+    void name_enumeration(const std::string &tag, const std::string &name)
+    {
+        for (NamedType &type : declarations_.named_types) {
+            if (type.type->kind == Type::Kind::Enum && type.type->name == tag && type.name == tag) {
+                type.name = name;
+            }
+        }
+    }
+
+    std::vector<Parameter> parameters_of_typedef(CXCursor cursor)
+    {
+        std::pair<Reader *, std::vector<Parameter>> found(this, {});
+        clang_visitChildren(
+            cursor,
+            [](CXCursor child, CXCursor, CXClientData data) {
+                auto &[reader, parameters] =
+                    *static_cast<std::pair<Reader *, std::vector<Parameter>> *>(data);
+                if (clang_getCursorKind(child) == CXCursor_ParmDecl) {
+                    parameters.push_back(reader->parameter_at(child, parameters.size()));
+                }
+                return CXChildVisit_Continue;
+            },
+            &found);
+        return std::move(found.second);
+    }
+
+    Parameter parameter_at(CXCursor cursor, size_t place)
+    {
+        std::string name = take(clang_getCursorSpelling(cursor));
+        return {name.empty() ? "arg" + std::to_string(place + 1) : name, declared_type(cursor)};
+    }
+
     void read_record(CXCursor cursor)
     {
         if (!clang_isCursorDefinition(cursor)) {
@@ -523,6 +590,10 @@ private:
         record.tag = record.name = take(clang_getCursorSpelling(cursor));
         record.header = header_of(cursor);
         record.is_union = clang_getCursorKind(cursor) == CXCursor_UnionDecl;
+        record.line = line_of(cursor);
+        Row alone;
+        record.comment = comments_.of(cursor, alone);
+        rows_.members = Row();
         read_members(cursor, record);
         declarations_.records.push_back(std::move(record));
     }
@@ -538,7 +609,8 @@ private:
                 // Bit-fields without a name only fill up.
                 if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty()) {
                     parent->members.push_back({name, reader->declared_type(child), line_of(child),
-                                               size_of(child), clang_Cursor_isBitField(child) != 0});
+                                               size_of(child), clang_Cursor_isBitField(child) != 0,
+                                               reader->comments_.of(child, reader->rows_.members)});
                 } else if (clang_Cursor_isAnonymousRecordDecl(child)) {
                     reader->read_members(child, *parent);
                 }
@@ -563,12 +635,14 @@ private:
             this);
     }
 
+    bool is_new(CXCursor cursor) { return known_.insert(take(clang_getCursorUSR(cursor))).second; }
+
     void read_function(CXCursor cursor)
     {
         Function function;
         function.name = take(clang_getCursorSpelling(cursor));
         // Declared again is the same function; overloaded is another.
-        if (!known_functions_.insert(take(clang_getCursorUSR(cursor))).second) {
+        if (!is_new(cursor)) {
             return;
         }
         std::string qualified = qualified_name(cursor);
@@ -582,10 +656,9 @@ private:
         function.result = read_type(clang_getCursorResultType(cursor), none);
         for (int i = 0; i < clang_Cursor_getNumArguments(cursor); ++i) {
             CXCursor parameter = clang_Cursor_getArgument(cursor, static_cast<unsigned>(i));
-            std::string name = take(clang_getCursorSpelling(parameter));
-            function.parameters.push_back(
-                {name.empty() ? "arg" + std::to_string(i + 1) : name, declared_type(parameter)});
+            function.parameters.push_back(parameter_at(parameter, function.parameters.size()));
         }
+        function.comment = comments_.of(cursor, rows_.functions);
         declarations_.functions.push_back(std::move(function));
     }
 
@@ -598,7 +671,7 @@ private:
         if (header.empty() || tokens_of(clang_getCursorExtent(cursor)).size() < 2) {
             return;
         }
-        macros_.push_back(constant_at(cursor));
+        macros_.push_back(constant_at(cursor, rows_.macros));
     }
 
     // Whether what a macro stands for has no braces and closes what it opens. All else (`extern "C" {`,
@@ -626,7 +699,11 @@ private:
     std::map<std::string, CXCursor> macro_definitions_;  ///< of system headers and with parameters too
     std::map<std::string, bool> balanced_;               ///< by macro, as far as asked for
     std::vector<std::string> headers_;
-    std::set<std::string> known_functions_;
+    std::set<std::string> known_;  ///< what is_new() was asked of
+    Comments comments_;
+    struct {
+        Row functions, variables, typedefs, macros, members, enumerators;
+    } rows_;  ///< where each sort of declarations has come to
 };
 
 // Which macros are integer constants, and which of these fit 32 bits, is asked of the compiler: two lines each,
