@@ -53,6 +53,7 @@ struct Constant {
     /// Tag of its enumeration, or the typedef's name of one without; empty for a macro, and where it has neither.
     std::string enumeration;
     bool fits_32_bits = true;  ///< with or without a sign
+    long long value = 0;       ///< of an enumerator
 };
 
 /// A global variable.
