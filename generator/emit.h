@@ -78,6 +78,27 @@ std::string emit_companion(const Model &model, const std::string &module, const 
 /// with tabs between, and "-" for what there is none of.
 std::string emit_report(const Model &model);
 
+/// How a value crosses, as reports call it: the conversion's name, or what else is done with it.
+std::string kind_of(const Crossing &crossing);
+std::string kind_of(const BoundParameter &parameter);
+std::string kind_of(const BoundMember &member);
+std::string kind_of(const BoundVariable &variable);
+
+/// reference.tsv: what the headers say of everything that is bound, in their order, for people. Lines with a name:
+///   <name>, "function", beside, family, C declaration, docstring, and for each parameter its name, its kind, its
+///       type, and the classes that make it, with spaces between
+///   <name>, "record", beside, family, type in C; then for each member ".<name>", "member", beside, C declaration, kind
+///   <name>, "enumeration", beside, tag; its enumerators follow
+///   <name>, "enumerator" | "macro", beside
+///   <name>, "type" | "variable", beside, C declaration
+///   <name>, "pointer_class" | "array", "", type of the element
+/// where "beside" is the comment that stands there. Lines without a name tell of what follows:
+///   "", "header", path, what it says of itself
+///   "", "group", what stands above the declarations that follow, or nothing
+///   "", "part", likewise above members and enumerators
+/// Between columns are tabs, in a text a line break is "\n" and a backslash "\\".
+std::string emit_reference(const Model &model, const Declarations &declarations);
+
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
 std::string emit_layout(const Model &model);
 

@@ -165,6 +165,7 @@ void generate(const Options &options)
     write("constants.cpp", emit_constants(model));
     write("rules.tsv", emit_rules(model, answers));
     write("binding.tsv", emit_report(model));
+    write("reference.tsv", emit_reference(model, declarations));
     write("layout.c", emit_layout(model));
     write("version.h", emit_version(version));
     if (!options.companion.empty()) {
