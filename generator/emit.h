@@ -6,6 +6,7 @@
 #include "rules.h"
 #include "shape.h"
 
+#include <map>
 #include <string>
 
 namespace generator {
@@ -98,6 +99,11 @@ std::string kind_of(const BoundVariable &variable);
 ///   "", "part", likewise above members and enumerators
 /// Between columns are tabs, in a text a line break is "\n" and a backslash "\\".
 std::string emit_reference(const Model &model, const Declarations &declarations);
+
+/// Type stubs of an extension module and its companion: texts by their paths below the folder of stubs. Functions,
+/// records and constants are in files of their own, which those of the modules import.
+using Stubs = std::map<std::string, std::string>;
+Stubs emit_stubs(const Model &model, const Declarations &declarations, const std::string &module);
 
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
 std::string emit_layout(const Model &model);
