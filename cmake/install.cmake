@@ -1,6 +1,7 @@
 # What `cmake --install` puts where below the prefix, by component:
 #   module         where Python looks for modules
-#   simulator      beside it, the libraries for which a switch has its own: the module finds them there
+#   simulator      beside it, the libraries for which a switch has its own: the module finds them there; and how the
+#                  simulated switch answers each function
 #   headers        what a build against the development-host SDK needs, and its C programs
 #   documentation  guides and examples
 # Each brings the licence. All paths are relative, so that the tree can be moved.
@@ -20,14 +21,20 @@ endif()
 set(components module documentation)
 install(TARGETS binding quorel_extension LIBRARY DESTINATION ${python_site_directory} COMPONENT module)
 install(FILES ${library_directory}/QuorelApiNew.py DESTINATION ${python_site_directory} COMPONENT module)
+install(DIRECTORY ${generated_directory}/stubs/ DESTINATION ${python_site_directory} COMPONENT module)
+install(FILES quorel/extension/_quorel.pyi DESTINATION ${python_site_directory} COMPONENT module)
 set(packages quorel)
 if(TARGET quorel_sim)
     list(APPEND packages quorel/sim)
+    install(DIRECTORY ${CMAKE_BINARY_DIR}/quorel/sim/generated/stubs/ DESTINATION ${python_site_directory}
+            COMPONENT module)
 endif()
 foreach(package IN LISTS packages)
     file(GLOB package_sources CONFIGURE_DEPENDS ${package}/*.py)
     install(FILES ${package_sources} DESTINATION ${python_site_directory}/${package} COMPONENT module)
 endforeach()
+
+install(FILES ${library_directory}/quorel/reference.tsv DESTINATION ${python_site_directory}/quorel COMPONENT module)
 
 set(simulated_libraries)
 if(NOT real_sdk)
@@ -40,6 +47,10 @@ if(simulated_libraries)
     list(APPEND components simulator)
     install(TARGETS ${simulated_libraries}
             LIBRARY DESTINATION ${python_site_directory} COMPONENT simulator NAMELINK_SKIP)
+endif()
+if(NOT real_sdk)
+    # What quorel tells of its functions.
+    install(FILES ${library_directory}/quorel/answers.tsv DESTINATION ${python_site_directory}/quorel COMPONENT simulator)
 endif()
 
 if(NOT real_sdk)

@@ -54,7 +54,7 @@ HEALTH = [
                                 'BUCKET_OVERFLOW': 0}),
     ('IHB_PACKET_COUNTER', {'OVERFLOW': 0}),
     ('IHP_VRRP_MAC_MATCH', {}),
-]
+]  # type: list[tuple[str, dict[str, int]]]
 
 # Fields to write to, one in a register of each width: of up to 32 bits, of
 # up to 64, and of more. The latter two are the last of their arrays, and are
@@ -249,8 +249,8 @@ def report_changes(report, chip):
     report.section('Fields written and read back')
     rows = []
     accesses = ''
-    for name, place, field in WRITABLE:
-        place = chip.regs[name][place]
+    for name, where, field in WRITABLE:
+        place = chip.regs[name][where]
         if place.as_dict().get('VALID'):
             report.add('%s is in use and left alone' % place.name)
             continue

@@ -6,6 +6,7 @@
 #include "rules.h"
 #include "shape.h"
 
+#include <map>
 #include <string>
 
 namespace generator {
@@ -77,6 +78,32 @@ std::string emit_companion(const Model &model, const std::string &module, const 
 ///   type, descriptor, descriptor of the twin that converts to it
 /// with tabs between, and "-" for what there is none of.
 std::string emit_report(const Model &model);
+
+/// How a value crosses, as reports call it: the conversion's name, or what else is done with it.
+std::string kind_of(const Crossing &crossing);
+std::string kind_of(const BoundParameter &parameter);
+std::string kind_of(const BoundMember &member);
+std::string kind_of(const BoundVariable &variable);
+
+/// reference.tsv: what the headers say of everything that is bound, in their order, for people. Lines with a name:
+///   <name>, "function", beside, family, C declaration, docstring, and for each parameter its name, its kind, its
+///       type, and the classes that make it, with spaces between
+///   <name>, "record", beside, family, type in C; then for each member ".<name>", "member", beside, C declaration, kind
+///   <name>, "enumeration", beside, tag; its enumerators follow
+///   <name>, "enumerator" | "macro", beside
+///   <name>, "type" | "variable", beside, C declaration
+///   <name>, "pointer_class" | "array", "", type of the element
+/// where "beside" is the comment that stands there. Lines without a name tell of what follows:
+///   "", "header", path, what it says of itself
+///   "", "group", what stands above the declarations that follow, or nothing
+///   "", "part", likewise above members and enumerators
+/// Between columns are tabs, in a text a line break is "\n" and a backslash "\\".
+std::string emit_reference(const Model &model, const Declarations &declarations);
+
+/// Type stubs of an extension module and its companion: texts by their paths below the folder of stubs. Functions,
+/// records and constants are in files of their own, which those of the modules import.
+using Stubs = std::map<std::string, std::string>;
+Stubs emit_stubs(const Model &model, const Declarations &declarations, const std::string &module);
 
 /// layout.c: a C program that prints each record's size and each member's offset and size, for tests.
 std::string emit_layout(const Model &model);

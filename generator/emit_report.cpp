@@ -8,8 +8,6 @@
 
 namespace generator {
 
-namespace {
-
 std::string kind_of(const Crossing &crossing)
 {
     return crossing.typemap ? crossing.typemap->name : conversion_name(crossing.conversion);
@@ -60,6 +58,8 @@ std::string kind_of(const BoundVariable &variable)
     }
     return kind_of(variable.crossing);
 }
+
+namespace {
 
 std::string row(const std::vector<std::string> &texts)
 {

@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -165,6 +166,13 @@ void generate(const Options &options)
     write("constants.cpp", emit_constants(model));
     write("rules.tsv", emit_rules(model, answers));
     write("binding.tsv", emit_report(model));
+    write("reference.tsv", emit_reference(model, declarations));
+    std::filesystem::create_directories(options.output + "/stubs/" + options.module + "_stubs");
+    for (const auto &[path, text] : emit_stubs(model, declarations, options.module)) {
+        if (path != options.module.substr(1) + ".pyi" || !options.companion.empty()) {
+            write("stubs/" + path, text);
+        }
+    }
     write("layout.c", emit_layout(model));
     write("version.h", emit_version(version));
     if (!options.companion.empty()) {

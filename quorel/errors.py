@@ -4,6 +4,9 @@ from __future__ import absolute_import
 from _quorel import Array
 from quorel.names import name_of
 
+# How the names of statuses begin.
+STATUS_GROUPS = ('BCM_E_', 'SOC_E_')
+
 
 def status_name(status):
     """The name of a status, such as 'BCM_E_PARAM'; the number as text where there is none.
@@ -11,7 +14,7 @@ def status_name(status):
     >>> status_name(-4)
     'BCM_E_PARAM'
     """
-    for group in ('BCM_E_', 'SOC_E_'):
+    for group in STATUS_GROUPS:
         try:
             name = name_of(group, status, None)
         except ValueError:  # an SDK without such

@@ -62,13 +62,16 @@ class Install(unittest.TestCase):
             copyright, = [name for name in names if name.endswith('/copyright')]
             names.remove(copyright)
         self.assertEqual(parts['simulator'], set(os.path.join(SITE, name)
-                                                 for name in LIBRARIES + ('_quorel_sim.so',)))
+                                                 for name in LIBRARIES + ('_quorel_sim.so', 'quorel/answers.tsv')))
         package = set('quorel/' + name for name in files_of(os.path.join(TESTS, '../quorel')) if name.endswith('.py'))
         built = os.environ['QUOREL_LIBRARIES']
         libraries = set(name for name in os.listdir(built)
                         if '.so' in name and not os.path.islink(os.path.join(built, name)))
+        data = set(['QuorelApiNew.py', 'quorel/reference.tsv', 'quorel/answers.tsv'])
+        stubs = set(name for name in files_of(built) if name.endswith('.pyi'))
+        self.assertTrue(stubs >= set(['QuorelApiNew.pyi', '_QuorelApiNew.pyi', '_quorel.pyi', '_quorel_sim.pyi']))
         self.assertEqual(parts['module'] | parts['simulator'],
-                         set(os.path.join(SITE, name) for name in package | libraries | set(['QuorelApiNew.py'])))
+                         set(os.path.join(SITE, name) for name in package | libraries | data | stubs))
         for name in 'bcm/l2.h', 'sim/traffic.h', 'vey/exception.h', 'quorel_api/trace.h':
             self.assertIn('include/quorelapinew/' + name, parts['headers'])
         for name in 'README.md', 'docs/architecture.md', 'examples/load_fdb.py':

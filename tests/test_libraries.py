@@ -15,6 +15,13 @@ SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 # Of the files in that folder, those that the generator does not write, and its rule for the build, which names places.
 NOT_GENERATED = set(['stamp', 'stamp.d', 'answers.tsv', 'families.tsv'])
 
+
+def files_of(folder):
+    """Paths below it."""
+    return set(os.path.relpath(os.path.join(path, name), folder)
+               for path, _, names in os.walk(folder) for name in names)
+
+
 # Prints which files of the folder named last, and of the one before it, the process has mapped.
 MAPPED = '''
 import sys
@@ -81,8 +88,8 @@ class Libraries(unittest.TestCase):
         self.assertNotEqual(command[1:], GENERATE[1:])
         # The generator itself may be of a build in the sources.
         subprocess.check_call(GENERATE[:1] + command[1:] + ['--output', output], cwd=self.directory)
-        names = set(os.listdir(GENERATED)) - NOT_GENERATED
-        self.assertEqual(set(os.listdir(output)), names)
+        names = files_of(GENERATED) - NOT_GENERATED
+        self.assertEqual(files_of(output), names)
         for name in sorted(names):
             with open(os.path.join(GENERATED, name), 'rb') as here, open(os.path.join(output, name), 'rb') as there:
                 self.assertTrue(here.read() == there.read(), name)

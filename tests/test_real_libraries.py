@@ -127,7 +127,8 @@ class RealLibraries(unittest.TestCase):
         prefix = self.path('installed')
         self.assertEqual(run([os.environ['QUOREL_CMAKE'], '--install', self.tree, '--prefix', prefix])[0], 0)
         site = os.path.join(prefix, os.environ['QUOREL_SITE'])
-        self.assertEqual(sorted(os.listdir(site)), ['QuorelApiNew.py', '_QuorelApiNew.so', '_quorel.so', 'quorel'])
+        self.assertEqual(sorted(os.listdir(site)), ['QuorelApiNew.py', 'QuorelApiNew.pyi', '_QuorelApiNew.pyi', '_QuorelApiNew.so',
+                                                    '_QuorelApiNew_stubs', '_quorel.pyi', '_quorel.so', 'quorel'])
         self.assertFalse(os.path.exists(os.path.join(prefix, 'include')))
         self.assertEqual(runpaths(os.path.join(site, '_QuorelApiNew.so')), [])
         environment = dict(os.environ, PYTHONPATH=site, LD_LIBRARY_PATH=self.path('real'))
