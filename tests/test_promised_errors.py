@@ -23,9 +23,9 @@ class PromisedErrors(unittest.TestCase):
                            for what, status in results if status != getattr(q, 'BCM_' + error)]
                 (asked if results else not_asked)[error] += 1
                 if not results and os.environ.get('QUOREL_PROMISES') == 'list':
-                    print '%s BCM_%s' % (function.name, error)
+                    print('%s BCM_%s' % (function.name, error))
         for error in sorted(set(asked) | set(not_asked)):
-            print 'BCM_%s: %d promises asked, %d that nothing here provokes' % (error, asked[error], not_asked[error])
+            print('BCM_%s: %d promises asked, %d that nothing here provokes' % (error, asked[error], not_asked[error]))
         self.assertEqual(broken, [])
         # What is read, made and found has to be enough for these.
         for error, least in (('E_UNIT', 900), ('E_INIT', 650), ('E_PARAM', 580), ('E_PORT', 350), ('E_NOT_FOUND', 150),
