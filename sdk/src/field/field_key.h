@@ -13,6 +13,8 @@
 
 namespace sim {
 
+struct PortTags;
+
 /// What a packet can lack.
 enum class FieldHeader : std::uint8_t {
     ether_type,
@@ -92,7 +94,7 @@ struct FieldKey {
     bool is(FieldHeader header) const { return headers >> static_cast<unsigned>(header) & 1; }
 };
 
-/// Puts what is in the frame.
-void read_headers(ByteView frame, FieldKey &key);
+/// Puts what is in the frame, whose tags are told as those of the port are.
+void read_headers(ByteView frame, const PortTags &port, FieldKey &key);
 
 }  // namespace sim

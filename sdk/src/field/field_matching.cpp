@@ -1,6 +1,8 @@
 #include "field.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace sim {
 
@@ -122,6 +124,78 @@ void count_field(FieldStat &stat, const FieldKey &key, std::size_t length)
     }
 }
 
+namespace {
+
+/// Why a qualifier is not met, or nothing if it is.
+std::string difference(int number, const FieldValues &values, const FieldKey &key)
+{
+    const FieldQualifier &qualifier = *field_qualifier(number);
+    FieldPattern pattern;
+    add_to_pattern(qualifier, values, pattern);
+    if (pattern.matches(key)) {
+        return {};
+    }
+    std::string text = field_qualifier_name(number);
+    if ((key.headers & pattern.value.headers) != pattern.value.headers) {
+        return text + ", which it has not";
+    }
+    if (qualifier.layout == FieldLayout::number) {
+        const FieldWord mask = pattern.mask.get(qualifier.place);
+        std::array<char, 96> numbers;
+        std::snprintf(numbers.data(), numbers.size(), " of 0x%llx, which is not 0x%llx",
+                      static_cast<unsigned long long>(key.get(qualifier.place)),
+                      static_cast<unsigned long long>(pattern.value.get(qualifier.place)));
+        text += numbers.data();
+        if (mask != field_ones(qualifier.place.width)) {
+            std::snprintf(numbers.data(), numbers.size(), " with the mask 0x%llx",
+                          static_cast<unsigned long long>(mask));
+            text += numbers.data();
+        }
+    }
+    return text;
+}
+
+std::vector<std::string> differences(const FieldState &state, const FieldContent &content,
+                                     const FieldKey &key)
+{
+    std::vector<std::string> found;
+    for (const auto &[number, values] : content.qualifiers) {
+        const std::string text = difference(number, values, key);
+        if (!text.empty()) {
+            found.push_back(text);
+        }
+    }
+    for (const auto &[range, inverted] : content.ranges) {
+        const bool is_in_range = key.get(at::ranges) >> state.ranges.at(range.second).bit & 1;
+        if (is_in_range == (inverted != 0)) {
+            found.push_back(field_qualifier_name(range.first) + " with range "
+                            + std::to_string(range.second));
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const FieldKey &key)
+{
+    FieldMiss nearest{};
+    for (const auto &[id, entry] : group.entries) {
+        const FieldInstalled *installed = entry->installed.get();
+        if (installed == nullptr || !entry->is_enabled || installed->pattern.matches_none) {
+            continue;
+        }
+        std::vector<std::string> found = differences(state, installed->content, key);
+        const bool is_nearer =
+            nearest.entry == nullptr || found.size() < nearest.differences.size()
+            || (found.size() == nearest.differences.size() && installed->wins_over(*nearest.entry));
+        if (is_nearer) {
+            nearest = {installed, std::move(found)};
+        }
+    }
+    return nearest;
+}
+
 void FieldState::update_lookups()
 {
     for (auto &of_stage : lookups) {
@@ -190,6 +264,7 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
     if (entry.stat != 0) {
         compiled.stat = &state.stats.at(entry.stat);
     }
+    compiled.content = entry;
     compiled.priority = entry.priority;
     compiled.entry = id;
     return BCM_E_NONE;

@@ -36,7 +36,8 @@ bool is_in(const bcm_pbmp_t &ports, int port)
 {
     const PortState &ports = passage.sw.of<PortState>();
     const Head &head = passage.departures.heads[number];
-    if (ports.matches_out.has(port) && !pass_last_fields(passage, port)) {
+    if (ports.matches_out.has(port)
+        && !pass_last_fields(passage, port, passage.departures.frame.written(head))) {
         passage.drop_at(port, Discard::field_rule_to_send);
         return false;
     }

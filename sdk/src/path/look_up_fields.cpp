@@ -8,21 +8,49 @@ namespace {
 
 namespace at = field_places;
 
-[[gnu::cold]] void tell_match(const Passage &passage, bcm_field_group_t group, const FieldRule &rule)
+void tell_match(const Passage &passage, bcm_field_group_t group, const FieldInstalled &entry)
 {
     std::string does;
-    const FieldEntry &entry = fields_of(passage.sw).entries.at(rule.entry);
-    for (const auto &[action, given] : entry.actions) {
+    for (const auto &[action, given] : entry.content.actions) {
         does += (does.empty() ? ": " : ", ") + field_action_name(action);
     }
     tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, matches%s",
-              rule.entry, group, rule.priority, does.c_str());
+              entry.entry, group, entry.priority, does.c_str());
 }
 
-/// The headers of the packet, and where it came from.
-void start_key(const Passage &passage, FieldKey &key)
+void tell_miss(const Passage &passage, bcm_field_group_t group, const FieldMiss &miss)
 {
-    read_headers(passage.frame.bytes, key);
+    if (miss.entry == nullptr) {
+        return;
+    }
+    std::string lacking;
+    for (const std::string &difference : miss.differences) {
+        lacking += (lacking.empty() ? "" : "; ") + difference;
+    }
+    tell_step(passage, simStageField, passage.port,
+              "no entry of group %d matches; entry %u, priority %d, would but for %s", group,
+              miss.entry->entry, miss.entry->priority, lacking.c_str());
+}
+
+/// The same as match_fields, in words.
+[[gnu::cold, gnu::noinline]] void match_and_tell(const Passage &passage, FieldStage stage, int port,
+                                                 FieldKey &key, FieldVerdict &verdict)
+{
+    FieldState &state = fields_of(passage.sw);
+    match_fields(state, stage, port, key, verdict,
+                 [&](const FieldLookup &lookup, const FieldInstalled *entry) {
+                     if (entry != nullptr) {
+                         tell_match(passage, lookup.id, *entry);
+                     } else {
+                         tell_miss(passage, lookup.id, nearest_miss(state, *lookup.group, key));
+                     }
+                 });
+}
+
+/// The headers of the frame, as of one at that port, and where the packet came from.
+void start_key(const Passage &passage, ByteView frame, int at_port, FieldKey &key)
+{
+    read_headers(frame, port_of(passage.sw, at_port).tags, key);
     const auto port = static_cast<unsigned>(passage.port);
     key.put(at::color, passage.color());
     key.put(at::in_port, port);
@@ -37,12 +65,11 @@ void start_key(const Passage &passage, FieldKey &key)
 FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key)
 {
     FieldVerdict verdict;
-    match_fields(fields_of(passage.sw), stage, port, key, verdict,
-                 [&](bcm_field_group_t group, const FieldRule &rule) {
-                     if (is_traced) {
-                         tell_match(passage, group, rule);
-                     }
-                 });
+    if (is_traced) {
+        match_and_tell(passage, stage, port, key, verdict);
+    } else {
+        match_fields(fields_of(passage.sw), stage, port, key, verdict, [](const auto &...) {});
+    }
     return verdict;
 }
 
@@ -50,8 +77,10 @@ FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key)
 void put_destination(const Passage &passage, FieldKey &key)
 {
     PortSet ports;
+    const TrunkPorts &trunks = trunks_of(passage.sw).ports();
     if (passage.is_for_many) {
-        ports = passage.members;
+        const PortSet &origin = trunks.origins[static_cast<std::size_t>(passage.port)];
+        ports = passage.hop == nullptr ? passage.members - origin : passage.members;
     } else if (passage.to.kind == Destination::Kind::port) {
         ports.add(passage.to.id);
         key.put(at::out_port, static_cast<unsigned>(passage.to.id));
@@ -59,8 +88,8 @@ void put_destination(const Passage &passage, FieldKey &key)
     } else if (passage.to.kind == Destination::Kind::trunk) {
         key.put(at::out_trunk, static_cast<unsigned>(passage.to.id));
         key.has(FieldHeader::out_trunk);
-        const SendingTrunk *trunk = trunks_of(passage.sw).ports().find(passage.to.id);
-        ports = trunk != nullptr ? trunk->ports : PortSet();
+        const SendingTrunk *trunk = trunks.find(passage.to.id);
+        ports = trunk != nullptr ? trunk->senders : PortSet();
     } else if (passage.to.kind == Destination::Kind::discard) {
         key.put(at::drop, 1);
     }
@@ -79,10 +108,9 @@ void put_bridging(const Passage &passage, FieldKey &key)
     key.put(at::forwarding_vlan, passage.vid);
     key.put(at::tree_state, static_cast<unsigned>(passage.tree_state()));
     key.has(FieldHeader::vlan);
+    key.put(at::source_hit, passage.source_was_known);
+    key.put(at::source_static, passage.source_was_static);
     const L2Table &addresses = l2_of(passage.sw).addresses;
-    const std::size_t source = addresses.find(l2_key(passage.frame.from(), passage.vid));
-    key.put(at::source_hit, source != L2Table::none);
-    key.put(at::source_static, source != L2Table::none && (addresses.flags(source) & BCM_L2_STATIC) != 0);
     const std::size_t destination = addresses.find(l2_key(passage.frame.to(), passage.vid));
     key.put(at::destination_hit, destination != L2Table::none);
 }
@@ -125,13 +153,21 @@ void change_ports(Passage &passage, const FieldEffect &effect)
 
 }  // namespace
 
-bool pass_last_fields(Passage &passage, int port)
+void remember_source(Passage &passage)
+{
+    const L2Table &addresses = l2_of(passage.sw).addresses;
+    const std::size_t position = addresses.find(l2_key(passage.frame.from(), passage.vid));
+    passage.source_was_known = position != L2Table::none;
+    passage.source_was_static = position != L2Table::none && (addresses.flags(position) & BCM_L2_STATIC) != 0;
+}
+
+bool pass_last_fields(Passage &passage, int port, ByteView copy)
 {
     if (!has_fields(passage.sw, FieldStage::egress)) {
         return true;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, copy, port, key);
     key.put(at::forwarding_vlan, passage.vid);
     key.has(FieldHeader::vlan);
     const auto number = static_cast<unsigned>(port);
@@ -148,7 +184,7 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
         return Onward::next;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, passage.frame.bytes, passage.port, key);
     const FieldVerdict verdict = match(passage, FieldStage::lookup, passage.port, key);
     if (verdict.is(FieldDecision::drop, FieldEffect::Kind::drop)) {
         passage.drop(Discard::field_rule);
@@ -166,7 +202,7 @@ Onward look_up_fields(Passage &passage)
         return Onward::next;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, passage.frame.bytes, passage.port, key);
     put_bridging(passage, key);
     put_destination(passage, key);
     const FieldVerdict verdict = match(passage, FieldStage::ingress, passage.port, key);

@@ -117,6 +117,8 @@ struct Passage {
     const NextHop *hop =
         nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
     bool is_sampled = false;  ///< on arrival
+    /// Before it was learnt, if the field processor asks.
+    bool source_was_known = false, source_was_static = false;
     /// What policers made of it; null if there was none.
     const PolicerDecision *policed = nullptr;
 

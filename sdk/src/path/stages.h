@@ -38,6 +38,9 @@ Onward classify_by_fields(Passage &passage);
 /// That VLAN, 0 for none, and whether the packet goes on.
 Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid);
 
+/// What the address table knows of the source before it is learnt, for the field processor.
+void remember_source(Passage &passage);
+
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
 
@@ -68,8 +71,8 @@ Onward replicate(Passage &passage);
 /// How the copies begin.
 Onward edit(Passage &passage);
 
-/// Whether the field processor lets the port send its copy.
-bool pass_last_fields(Passage &passage, int port);
+/// Whether the field processor lets the port send that copy.
+bool pass_last_fields(Passage &passage, int port, ByteView copy);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);
