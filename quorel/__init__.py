@@ -20,13 +20,14 @@ import QuorelApiNew
 from _quorel import OUT, Array, Callback, array, callback, cell, checked, constants, parameters
 from _quorel import as_dict, copy, fields, members, update
 from _quorel import _close_callbacks
+from quorel.acl import ACL
 from quorel.chip import Chip
 from quorel.errors import StatusError, status_name
 from quorel.names import flags, name_of
 from quorel.records import differences
 from quorel.traversal import events, traverse
 
-__all__ = ['OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
+__all__ = ['ACL', 'OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
            'constants', 'copy', 'differences', 'events', 'fields', 'flags', 'members', 'name_of', 'parameters',
            'status_name', 'traverse', 'update']
 
