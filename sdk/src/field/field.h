@@ -9,6 +9,7 @@
 #include "field_action.h"
 #include "field_table.h"
 #include "packet.h"
+#include "policer.h"
 #include "port.h"
 
 #include <bcm/field.h>
@@ -44,6 +45,9 @@ struct FieldRange {
     int uses = 0;  // entries that name it, and those that are installed so
 };
 
+/// By level.
+using FieldPolicers = std::array<PolicerUse, 2>;
+
 /// What an entry says.
 struct FieldContent {
     std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
@@ -55,6 +59,7 @@ struct FieldContent {
 struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
+    FieldPolicers policers;
     std::vector<FieldRange *> ranges;  // that it is compared with
     FieldStat *stat = nullptr;
 };
@@ -66,6 +71,7 @@ struct FieldEntry : FieldContent {
     int priority = 0;
     bool is_enabled = true;
     int stat = 0;  // 0 for none
+    FieldPolicers policers;
     std::unique_ptr<FieldInstalled> installed;
 };
 
@@ -92,7 +98,7 @@ struct FieldLookup {
 struct FieldState : RoomState {
     static constexpr Room room = Room::field;
 
-    explicit FieldState(Switch &sw) : ports_(sw.of<PortState>()) {}
+    explicit FieldState(Switch &sw) : policers(sw.of<PolicerState>()), ports_(sw.of<PortState>()) {}
 
     /// As when new.
     void reset();
@@ -101,6 +107,7 @@ struct FieldState : RoomState {
     void update_lookups();
 
     bool initialised = true;
+    PolicerState &policers;
     std::map<bcm_field_group_t, FieldGroup> groups;
     std::map<bcm_field_entry_t, FieldEntry> entries;
     std::map<bcm_field_range_t, FieldRange> ranges;
@@ -126,10 +133,11 @@ inline bool has_fields(Switch &sw, FieldStage stage)
 }
 
 /// Finds in each group of the stage for the port the entry that acts, counts the packet there and adds what is decided
-/// to the verdict. The key has all but ranges. found(lookup, entry or null) for each group that is looked up.
-template <class Found>
+/// to the verdict. The key has all but ranges. color = meet(entry) before, of each entry that acts: that of the packet
+/// from then on. found(lookup, entry or null) for each group that is looked up.
+template <class Meet, class Found>
 void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
-                  Found found);
+                  Meet meet, Found found);
 
 /// An entry that does not match, and why.
 struct FieldMiss {
@@ -180,9 +188,9 @@ void remove_field(FieldState &state, FieldEntry &entry);
 /// Destroys an entry with its effect.
 void destroy_field(FieldState &state, bcm_field_entry_t id);
 
-template <class Found>
+template <class Meet, class Found>
 void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
-                  Found found)
+                  Meet meet, Found found)
 {
     if (!state.ranges.empty()) {
         put_ranges(state, key);
@@ -193,10 +201,12 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
         }
         const auto *installed = static_cast<FieldInstalled *>(lookup.group->table.find(key));
         if (installed != nullptr) {
+            const bcm_color_t color = meet(*installed);
+            key.replace(field_places::color, static_cast<FieldWord>(color));
             if (installed->stat != nullptr) {
                 count_field(*installed->stat, key, key.get(field_places::packet_length));
             }
-            verdict.add(installed->effects);
+            verdict.add(installed->effects, static_cast<unsigned>(color));
         }
         found(lookup, installed);
     }

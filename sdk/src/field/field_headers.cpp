@@ -149,6 +149,7 @@ void read_ip4(Rest rest, FieldKey &key)
     const unsigned char *ip = rest.data;
     const FieldWord from = number_of(ip + 12, 4), to = number_of(ip + 16, 4);
     const bool has_options = header > 20;
+    key.ip = ip;
     key.has(FieldHeader::ip4);
     key.has(FieldHeader::ip);
     key.put(at::ip_type, bit(bcmFieldIpTypeIp) | bit(bcmFieldIpTypeIpv4Any) | bit(bcmFieldIpTypeIpv4Not6)
@@ -176,6 +177,7 @@ void read_ip6(Rest rest, FieldKey &key)
         return;
     }
     const unsigned char *ip = rest.data;
+    key.ip = ip;
     key.has(FieldHeader::ip6);
     key.has(FieldHeader::ip);
     key.put(at::service, number_at(ip) >> 4);

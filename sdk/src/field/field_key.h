@@ -81,10 +81,16 @@ constexpr FieldWord field_ones(unsigned width)
 struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
     std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);
+    const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
 
     void put(FieldPlace place, FieldWord number)
     {
         words[place.word] |= (number & field_ones(place.width)) << place.shift;
+    }
+    void replace(FieldPlace place, FieldWord number)
+    {
+        words[place.word] &= ~(field_ones(place.width) << place.shift);
+        put(place, number);
     }
     FieldWord get(FieldPlace place) const
     {

@@ -236,6 +236,29 @@ void FieldState::reset()
 
 namespace {
 
+/// Makes the policers that actions name the entry's own. BCM_E_NOT_FOUND: no such policer; BCM_E_UNAVAIL: there are
+/// none in the stage.
+int take_policers(FieldState &state, FieldStage stage, FieldInstalled &compiled)
+{
+    auto &effects = compiled.effects;
+    for (std::size_t level = 0; level < compiled.policers.size(); ++level) {
+        const FieldDecision decision = level == 0 ? FieldDecision::policer : FieldDecision::second_policer;
+        const auto effect = std::find_if(effects.begin(), effects.end(),
+                                         [&](const FieldEffect &each) { return each.decision == decision; });
+        if (effect != effects.end()) {
+            compiled.policers[level] = state.policers.use(static_cast<bcm_policer_t>(effect->number));
+            if (compiled.policers[level].id == 0) {
+                return BCM_E_NOT_FOUND;
+            }
+            effects.erase(effect);
+        }
+        if (compiled.policers[level].id != 0 && stage != FieldStage::ingress) {
+            return BCM_E_UNAVAIL;
+        }
+    }
+    return BCM_E_NONE;
+}
+
 int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, FieldInstalled &compiled)
 {
     const FieldStage stage = state.groups.at(entry.group).stage;
@@ -256,10 +279,15 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         compiled.ranges.push_back(&range);
     }
     for (const auto &[action, given] : entry.actions) {
-        const int status = add_effects(action, given, stage, compiled.effects);
+        const int status = add_effects(action, given, stage, static_cast<unsigned>(id), compiled.effects);
         if (status != BCM_E_NONE) {
             return status;
         }
+    }
+    compiled.policers = entry.policers;
+    const int status = take_policers(state, stage, compiled);
+    if (status != BCM_E_NONE) {
+        return status;
     }
     if (entry.stat != 0) {
         compiled.stat = &state.stats.at(entry.stat);
