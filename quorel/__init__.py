@@ -20,6 +20,7 @@ import QuorelApiNew
 from _quorel import OUT, Array, Callback, array, callback, cell, checked, constants, parameters
 from _quorel import as_dict, copy, fields, members, update
 from _quorel import _close_callbacks
+from quorel.acl import ACL
 from quorel.chip import Chip
 from quorel.describing import describe
 from quorel.errors import StatusError, status_name
@@ -28,7 +29,7 @@ from quorel.records import differences
 from quorel.searching import search
 from quorel.traversal import events, traverse
 
-__all__ = ['OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
+__all__ = ['ACL', 'OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
            'constants', 'copy', 'describe', 'differences', 'events', 'fields', 'flags', 'members', 'name_of',
            'parameters', 'search', 'status_name', 'traverse', 'update']
 

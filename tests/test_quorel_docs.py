@@ -44,7 +44,7 @@ class Examples(simulator.SwitchTest):
         blocks = re.findall(r'(?ms)^```(.*?)\n(.*?)^```$', text)
         self.assertEqual([block for kind, block in blocks if kind != 'python' or not block.startswith('>>> ')], [])
         steps = [int(number) for number in re.findall('(?m)^## ([0-9]+)[.]', text)]
-        self.assertEqual(steps, list(range(1, 11)))
+        self.assertEqual(steps, list(range(1, 12)))
         # On a switch that nothing has been done to. What an example shows ends at a blank line, not at a fence.
         with tempfile.NamedTemporaryFile(suffix='.txt') as file:
             file.write(re.sub('(?m)^```.*$', '', text))

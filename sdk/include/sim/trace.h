@@ -26,7 +26,7 @@ typedef enum sim_stage_e {
     simStageWire,        /* a cable to another port; the limit of a storm */
     simStagePolicer,     /* policers, on arrival or where it leaves */
     simStageQueue,       /* the queue of the port that sends it */
-    simStageField,       /* an entry of the field processor that acts, wherever groups are looked up */
+    simStageField,       /* the entry of the field processor that acts, or almost did, of each group looked up */
     simStageCount
 } sim_stage_t;
 

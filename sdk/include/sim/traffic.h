@@ -71,8 +71,8 @@ int sim_l2_age_step(int unit);
  *      criterion, else by dlf_index, mc_index or a hash. Of a set of ports those are left out that cannot
  *      send; a single one counts the drop.
  *      Storm control (bcm_rate_*) drops here what is too much of unknown unicast, multicast or broadcast.
- *      Other entries of the field processor (bcmFieldQualifyStageIngress, or no stage) drop it, copy it to the CPU,
- *      or send it elsewhere.
+ *      Other entries of the field processor (bcmFieldQualifyStageIngress, or no stage) drop it, copy it to the CPU or
+ *      for mirrors, send or route it elsewhere, police it, and change its priority, colour, queue, tags and headers.
  *   8. A port can send if it has a link and forwards in the spanning tree. It drops what is of a foreign VLAN
  *      (BCM_PORT_VLAN_MEMBER_EGRESS) or longer than its bcm_port_frame_max, and what entries with
  *      bcmFieldQualifyStageEgress drop. The untagged members of the VLAN
@@ -95,6 +95,7 @@ int sim_l2_age_step(int unit);
  * VLAN. The reasons are
  *   Bpdu, SlowProtocol (and Lacp), Eapol, Lldp, ReservedMulticast: a packet of step 4
  *   L2DestMarked: a copy that the destination's entry asks for (BCM_L2_COPY_TO_CPU)
+ *   FilterMatch: an entry of the field processor sends it, rx_matched tells which; or the reason that entries give
  *   L2DestMiss, MulticastMiss: the CPU is a member of the VLAN, and the address unknown
  *   Control: the entry leads to the CPU, it is in the group, or it is a member and the packet a broadcast
  *   LocalCpu: the CPU has sent it to itself

@@ -283,7 +283,11 @@ int sim_bcm_rx_remote_pkt_enqueue(int unit, bcm_pkt_t *pkt)
         if (!cpu_of(sw).receives) {
             return BCM_E_DISABLED;
         }
-        CpuCopy about = {pkt->src_port, pkt->vlan, pkt->rx_untagged == 0, false, {}};
+        CpuCopy about = CpuCopy::of_nothing_known();
+        about.port = pkt->src_port;
+        about.vid = pkt->vlan;
+        about.came_tagged = pkt->rx_untagged == 0;
+        about.match = pkt->rx_matched;
         for (int reason = 0; reason < bcmRxReasonCount; ++reason) {
             if (BCM_RX_REASON_GET(pkt->rx_reasons, reason)) {
                 about.reasons.add(static_cast<bcm_rx_reason_t>(reason));

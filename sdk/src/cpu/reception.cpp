@@ -45,6 +45,12 @@ void copy_content(const ReceivedPacket &packet, bool strips_tag, std::size_t byt
     }
 }
 
+/// Within the switch.
+int priority_of(const CpuCopy &about, const Frame &frame)
+{
+    return about.priority >= 0 ? about.priority : static_cast<int>(frame.tag >> 13);
+}
+
 /// What the record says of the packet, but for its data.
 void describe(Switch &sw, const ReceivedPacket &packet, int queue, bcm_pkt_t *pkt)
 {
@@ -56,7 +62,8 @@ void describe(Switch &sw, const ReceivedPacket &packet, int queue, bcm_pkt_t *pk
     pkt->vlan = about.vid;
     pkt->vlan_pri = static_cast<uint8>(frame.tag >> 13);
     pkt->vlan_cfi = frame.tag >> 12 & 1;
-    pkt->prio_int = pkt->vlan_pri;
+    pkt->prio_int = static_cast<uint8>(priority_of(about, frame));
+    pkt->color = about.color;
     pkt->cos = static_cast<uint8>(queue);
     pkt->rx_cpu_cos = pkt->cos;
     pkt->src_mod = own_module;
@@ -80,6 +87,7 @@ void describe(Switch &sw, const ReceivedPacket &packet, int queue, bcm_pkt_t *pk
     }
     pkt->rx_reasons = bits_of(about.reasons);
     pkt->rx_reason = about.reasons.empty() ? static_cast<uint32>(bcmRxReasonInvalid) : *about.reasons.begin();
+    pkt->rx_matched = about.match;
     pkt->rx_timestamp = static_cast<uint32>(packet.time);
     pkt->rx_timestamp_upper = static_cast<uint32>(packet.time >> 32);
     pkt->timestamp_flags = BCM_PKT_TIMESTAMP_VALID;
@@ -205,8 +213,8 @@ void receive(Switch &sw, const CpuCopy &about, ByteView frame)
     if (!cpu.receives) {
         return;
     }
-    const unsigned priority = Frame(frame).tag >> 13;
-    const bcm_cos_queue_t queue = cpu.mapping.queue_of(bits_of(about.reasons), static_cast<int>(priority));
+    const int mapped = cpu.mapping.queue_of(bits_of(about.reasons), priority_of(about, Frame(frame)));
+    const bcm_cos_queue_t queue = about.queue >= 0 ? about.queue : mapped;
     cpu.queues[static_cast<std::size_t>(queue)].waiting.push_back(
         {about, std::vector<unsigned char>(frame.data, frame.data + frame.size), clock_now()});
     hand_over(sw, cpu);

@@ -23,6 +23,7 @@ bool agree(const bcm_rx_reasons_t &a, const bcm_rx_reasons_t &b, const bcm_rx_re
 bcm_rx_reasons_t made_of_known()
 {
     constexpr bcm_rx_reason_t known[] = {
+        bcmRxReasonFilterMatch,
         bcmRxReasonControl,
         bcmRxReasonBpdu,
         bcmRxReasonSlowProtocol,

@@ -9,6 +9,7 @@
 #include "field_action.h"
 #include "field_table.h"
 #include "packet.h"
+#include "policer.h"
 #include "port.h"
 
 #include <bcm/field.h>
@@ -44,23 +45,33 @@ struct FieldRange {
     int uses = 0;  // entries that name it, and those that are installed so
 };
 
+/// By level.
+using FieldPolicers = std::array<PolicerUse, 2>;
+
+/// What an entry says.
+struct FieldContent {
+    std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
+    std::map<std::pair<int, bcm_field_range_t>, int> ranges;  // by qualifier and range: inverted?
+    std::map<int, FieldAction> actions;                       // by bcm_field_action_t
+};
+
 /// What an installed entry does.
 struct FieldInstalled : FieldRule {
+    FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
+    FieldPolicers policers;
     std::vector<FieldRange *> ranges;  // that it is compared with
     FieldStat *stat = nullptr;
 };
 
-struct FieldEntry {
+struct FieldEntry : FieldContent {
     explicit FieldEntry(bcm_field_group_t of) : group(of) {}
 
     bcm_field_group_t group;
     int priority = 0;
     bool is_enabled = true;
-    int stat = 0;                                             // 0 for none
-    std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
-    std::map<std::pair<int, bcm_field_range_t>, int> ranges;  // by qualifier and range: inverted?
-    std::map<int, FieldAction> actions;                       // by bcm_field_action_t
+    int stat = 0;  // 0 for none
+    FieldPolicers policers;
     std::unique_ptr<FieldInstalled> installed;
 };
 
@@ -87,7 +98,7 @@ struct FieldLookup {
 struct FieldState : RoomState {
     static constexpr Room room = Room::field;
 
-    explicit FieldState(Switch &sw) : ports_(sw.of<PortState>()) {}
+    explicit FieldState(Switch &sw) : policers(sw.of<PolicerState>()), ports_(sw.of<PortState>()) {}
 
     /// As when new.
     void reset();
@@ -96,6 +107,7 @@ struct FieldState : RoomState {
     void update_lookups();
 
     bool initialised = true;
+    PolicerState &policers;
     std::map<bcm_field_group_t, FieldGroup> groups;
     std::map<bcm_field_entry_t, FieldEntry> entries;
     std::map<bcm_field_range_t, FieldRange> ranges;
@@ -121,10 +133,22 @@ inline bool has_fields(Switch &sw, FieldStage stage)
 }
 
 /// Finds in each group of the stage for the port the entry that acts, counts the packet there and adds what is decided
-/// to the verdict. The key has all but ranges. matched(id of the group, rule) for each.
-template <class Matched>
+/// to the verdict. The key has all but ranges. color = meet(entry) before, of each entry that acts: that of the packet
+/// from then on. found(lookup, entry or null) for each group that is looked up.
+template <class Meet, class Found>
 void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
-                  Matched matched);
+                  Meet meet, Found found);
+
+/// An entry that does not match, and why.
+struct FieldMiss {
+    const FieldInstalled *entry;
+    std::vector<std::string>
+        differences;  // the qualifiers that differ, with what is there and what was wanted
+};
+
+/// Of the entries of a group that could match other packets, the one that differs from this one in the fewest qualifiers,
+/// and of several the one that would win.
+FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const FieldKey &key);
 
 /// Puts the bits of the ranges that hold for the packet.
 void put_ranges(const FieldState &state, FieldKey &key);
@@ -164,23 +188,27 @@ void remove_field(FieldState &state, FieldEntry &entry);
 /// Destroys an entry with its effect.
 void destroy_field(FieldState &state, bcm_field_entry_t id);
 
-template <class Matched>
+template <class Meet, class Found>
 void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, FieldVerdict &verdict,
-                  Matched matched)
+                  Meet meet, Found found)
 {
     if (!state.ranges.empty()) {
         put_ranges(state, key);
     }
     for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
-        FieldRule *rule = lookup.group->ports.has(port) ? lookup.group->table.find(key) : nullptr;
-        if (rule != nullptr) {
-            FieldInstalled &installed = static_cast<FieldInstalled &>(*rule);
-            if (installed.stat != nullptr) {
-                count_field(*installed.stat, key, key.get(field_places::packet_length));
-            }
-            verdict.add(installed.effects);
-            matched(lookup.id, *rule);
+        if (!lookup.group->ports.has(port)) {
+            continue;
         }
+        const auto *installed = static_cast<FieldInstalled *>(lookup.group->table.find(key));
+        if (installed != nullptr) {
+            const bcm_color_t color = meet(*installed);
+            key.replace(field_places::color, static_cast<FieldWord>(color));
+            if (installed->stat != nullptr) {
+                count_field(*installed->stat, key, key.get(field_places::packet_length));
+            }
+            verdict.add(installed->effects, static_cast<unsigned>(color));
+        }
+        found(lookup, installed);
     }
 }
 

@@ -4,10 +4,11 @@
 #include "sim_parse.h"
 
 #include <bcm/error.h>
+#include <bcm/rx_reason.h>
 #include <bcm/vlan.h>
 
 #include <algorithm>
-#include <iterator>
+#include <climits>
 
 namespace sim {
 
@@ -17,107 +18,231 @@ using Kind = FieldEffect::Kind;
 using Decision = FieldDecision;
 
 constexpr unsigned in_lookup = 1, in_ingress = 2, in_egress = 4;
+constexpr unsigned on_arrival = in_lookup | in_ingress, anywhere = on_arrival | in_egress;
+
+constexpr unsigned highest_priority = 7, highest_queue = 7, highest_vlan = BCM_VLAN_INVALID - 1;
+constexpr unsigned least_type = 0x600, highest_type = 0xffff;  // of a tag
 
 /// Where the parameters of an action are.
 enum class Parameters : std::uint8_t {
     none,
+    number,  // from ActionRow::least to ActionRow::highest
     gport,
     module_port,
     trunk,
     group,
     ports,
-    vlan,
+    mac,
 };
 
+/// What an action does. One that does several things has several rows.
 struct ActionRow {
     bcm_field_action_t action;
     Decision decision;
     Kind kind;
-    Parameters parameters;
     unsigned stages;
+    Parameters parameters = Parameters::none;
+    unsigned highest = 0, least = 0;
+    bool has_color_forms = false;  // the next three are the same for green, yellow and red packets
 };
 
+constexpr ActionRow of_colors(bcm_field_action_t action, Decision decision, Kind kind, unsigned stages,
+                              Parameters parameters = Parameters::none, unsigned highest = 0)
+{
+    return {action, decision, kind, stages, parameters, highest, 0, true};
+}
+
+constexpr ActionRow number_of_colors(bcm_field_action_t action, Decision decision, unsigned stages,
+                                     unsigned highest)
+{
+    return of_colors(action, decision, Kind::act, stages, Parameters::number, highest);
+}
+
 constexpr ActionRow actions[] = {
-    {bcmFieldActionDrop, Decision::drop, Kind::drop, Parameters::none, in_lookup | in_ingress | in_egress},
-    {bcmFieldActionDropCancel, Decision::drop, Kind::cancel, Parameters::none,
-     in_lookup | in_ingress | in_egress},
-    {bcmFieldActionCopyToCpu, Decision::copy_to_cpu, Kind::copy_to_cpu, Parameters::none, in_ingress},
-    {bcmFieldActionCopyToCpuCancel, Decision::copy_to_cpu, Kind::cancel, Parameters::none, in_ingress},
-    {bcmFieldActionRedirect, Decision::destination, Kind::to_destination, Parameters::gport, in_ingress},
-    {bcmFieldActionRedirectPort, Decision::destination, Kind::to_destination, Parameters::module_port,
-     in_ingress},
-    {bcmFieldActionRedirectTrunk, Decision::destination, Kind::to_destination, Parameters::trunk, in_ingress},
-    {bcmFieldActionRedirectMcast, Decision::destination, Kind::to_destination, Parameters::group, in_ingress},
-    {bcmFieldActionRedirectPbmp, Decision::destination, Kind::to_ports, Parameters::ports, in_ingress},
-    {bcmFieldActionRedirectBlackHole, Decision::drop, Kind::drop, Parameters::none, in_ingress},
-    {bcmFieldActionRedirectCancel, Decision::destination, Kind::cancel, Parameters::none, in_ingress},
-    {bcmFieldActionEgressMask, Decision::egress_ports, Kind::not_to_ports, Parameters::ports, in_ingress},
-    {bcmFieldActionRedirectPbmpRemove, Decision::egress_ports, Kind::not_to_ports, Parameters::ports,
-     in_ingress},
-    {bcmFieldActionEgressPortsAdd, Decision::egress_ports, Kind::also_to_ports, Parameters::ports,
-     in_ingress},
-    {bcmFieldActionOuterVlanNew, Decision::vlan, Kind::vlan, Parameters::vlan, in_lookup},
-    {bcmFieldActionVlanNew, Decision::vlan, Kind::vlan, Parameters::vlan, in_lookup},
+    of_colors(bcmFieldActionDrop, Decision::drop, Kind::act, anywhere),
+    of_colors(bcmFieldActionDropCancel, Decision::drop, Kind::cancel, anywhere),
+    of_colors(bcmFieldActionCopyToCpu, Decision::copy_to_cpu, Kind::act, in_ingress),
+    of_colors(bcmFieldActionCopyToCpuCancel, Decision::copy_to_cpu, Kind::cancel, in_ingress),
+    of_colors(bcmFieldActionSwitchToCpuCancel, Decision::switch_to_cpu, Kind::cancel, in_ingress),
+    {bcmFieldActionTrap, Decision::trap, Kind::act, in_ingress},
+    {bcmFieldActionTrapCancel, Decision::trap, Kind::cancel, in_ingress},
+    {bcmFieldActionCpuReasonNew, Decision::cpu_reason, Kind::act, in_ingress, Parameters::number,
+     bcmRxReasonCount - 1, 1},
+    {bcmFieldActionCpuReasonCancel, Decision::cpu_reason, Kind::cancel, in_ingress},
+    {bcmFieldActionCpuMatchIdNew, Decision::cpu_match, Kind::act, in_ingress, Parameters::number, UINT_MAX},
+
+    {bcmFieldActionRedirect, Decision::destination, Kind::to_destination, in_ingress, Parameters::gport},
+    {bcmFieldActionRedirectPort, Decision::destination, Kind::to_destination, in_ingress,
+     Parameters::module_port},
+    {bcmFieldActionRedirectTrunk, Decision::destination, Kind::to_destination, in_ingress, Parameters::trunk},
+    {bcmFieldActionRedirectMcast, Decision::destination, Kind::to_destination, in_ingress, Parameters::group},
+    {bcmFieldActionRedirectPbmp, Decision::destination, Kind::to_ports, in_ingress, Parameters::ports},
+    {bcmFieldActionRedirectBlackHole, Decision::drop, Kind::act, in_ingress},
+    {bcmFieldActionRedirectEgrNextHop, Decision::destination, Kind::to_object, in_ingress, Parameters::number,
+     INT_MAX, 1},
+    {bcmFieldActionRedirectEcmp, Decision::destination, Kind::to_object, in_ingress, Parameters::number,
+     INT_MAX, 1},
+    {bcmFieldActionL3Switch, Decision::destination, Kind::to_object, in_ingress, Parameters::number, INT_MAX,
+     1},
+    {bcmFieldActionL3SwitchCancel, Decision::destination, Kind::cancel, in_ingress},
+    {bcmFieldActionRedirectVlan, Decision::destination, Kind::to_members, in_ingress, Parameters::number,
+     highest_vlan, 1},
+    {bcmFieldActionRedirectCancel, Decision::destination, Kind::cancel, in_ingress},
+    {bcmFieldActionEgressMask, Decision::egress_ports, Kind::not_to_ports, in_ingress, Parameters::ports},
+    {bcmFieldActionRedirectPbmpRemove, Decision::egress_ports, Kind::not_to_ports, in_ingress,
+     Parameters::ports},
+    {bcmFieldActionEgressPortsAdd, Decision::egress_ports, Kind::also_to_ports, in_ingress,
+     Parameters::ports},
+    {bcmFieldActionEgressPortMaskClear, Decision::egress_ports, Kind::cancel, in_ingress},
+
+    {bcmFieldActionOuterVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan, 1},
+    {bcmFieldActionVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan, 1},
+    {bcmFieldActionDoNotLearn, Decision::not_learnt, Kind::act, in_lookup},
+    {bcmFieldActionDoLearn, Decision::not_learnt, Kind::cancel, in_lookup},
+
+    number_of_colors(bcmFieldActionCosQNew, Decision::unicast_queue, in_ingress, highest_queue),
+    number_of_colors(bcmFieldActionCosQNew, Decision::multicast_queue, in_ingress, highest_queue),
+    number_of_colors(bcmFieldActionUcastCosQNew, Decision::unicast_queue, in_ingress, highest_queue),
+    number_of_colors(bcmFieldActionMcastCosQNew, Decision::multicast_queue, in_ingress, highest_queue),
+    number_of_colors(bcmFieldActionCosQCpuNew, Decision::cpu_queue, in_ingress, highest_queue),
+
+    number_of_colors(bcmFieldActionPrioIntNew, Decision::priority, on_arrival, highest_priority),
+    of_colors(bcmFieldActionPrioIntTos, Decision::priority, Kind::from_precedence, on_arrival),
+    number_of_colors(bcmFieldActionPrioPktNew, Decision::outer_priority, on_arrival, highest_priority),
+    of_colors(bcmFieldActionPrioPktTos, Decision::outer_priority, Kind::from_precedence, on_arrival),
+    of_colors(bcmFieldActionPrioPktCopy, Decision::outer_priority, Kind::from_inner_tag, on_arrival),
+    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::priority, on_arrival, highest_priority),
+    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::outer_priority, on_arrival, highest_priority),
+    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::priority, Kind::from_precedence, on_arrival),
+    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::outer_priority, Kind::from_precedence, on_arrival),
+    number_of_colors(bcmFieldActionOuterVlanPrioNew, Decision::outer_priority, on_arrival, highest_priority),
+    {bcmFieldActionOuterVlanPrioCopyInner, Decision::outer_priority, Kind::from_inner_tag, on_arrival},
+    {bcmFieldActionOuterVlanCfiNew, Decision::outer_cfi, Kind::act, on_arrival, Parameters::number, 1},
+    number_of_colors(bcmFieldActionDropPrecedence, Decision::color, on_arrival, bcmColorRed),
+
+    {bcmFieldActionOuterTpidNew, Decision::outer_type, Kind::act, in_ingress, Parameters::number,
+     highest_type, least_type},
+    {bcmFieldActionInnerVlanNew, Decision::inner_vlan, Kind::act, in_ingress, Parameters::number,
+     highest_vlan, 1},
+    {bcmFieldActionInnerVlanAdd, Decision::inner_vlan, Kind::new_tag, in_ingress, Parameters::number,
+     highest_vlan, 1},
+    {bcmFieldActionInnerVlanDelete, Decision::inner_vlan, Kind::no_tag, in_ingress},
+    number_of_colors(bcmFieldActionInnerVlanPrioNew, Decision::inner_priority, in_ingress, highest_priority),
+    {bcmFieldActionInnerVlanCfiNew, Decision::inner_cfi, Kind::act, in_ingress, Parameters::number, 1},
+    {bcmFieldActionInnerTpidNew, Decision::inner_type, Kind::act, in_ingress, Parameters::number,
+     highest_type, least_type},
+
+    number_of_colors(bcmFieldActionDscpNew, Decision::service, in_ingress, 63),
+    of_colors(bcmFieldActionDscpCancel, Decision::service, Kind::cancel, in_ingress),
+    of_colors(bcmFieldActionTosNew, Decision::service, Kind::new_precedence, in_ingress, Parameters::number,
+              7),
+    of_colors(bcmFieldActionTosCancel, Decision::service, Kind::cancel, in_ingress),
+    number_of_colors(bcmFieldActionEcnNew, Decision::ecn, in_ingress, 3),
+    of_colors(bcmFieldActionEcnCancel, Decision::ecn, Kind::cancel, in_ingress),
+    {bcmFieldActionTtlSet, Decision::ttl, Kind::act, in_ingress, Parameters::number, 255},
+    {bcmFieldActionTtlDecrementDisable, Decision::ttl, Kind::from_hops, in_ingress},
+    {bcmFieldActionSrcMacNew, Decision::source_mac, Kind::act, in_ingress, Parameters::mac},
+    {bcmFieldActionDestMacNew, Decision::destination_mac, Kind::act, in_ingress, Parameters::mac},
+
+    {bcmFieldActionPolicerLevel0Set, Decision::policer, Kind::act, in_ingress, Parameters::number, INT_MAX,
+     1},
+    {bcmFieldActionPolicerLevel1Set, Decision::second_policer, Kind::act, in_ingress, Parameters::number,
+     INT_MAX, 1},
+    {bcmFieldActionMirrorIngress, Decision::mirror_in, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
+    {bcmFieldActionMirrorEgress, Decision::mirror_out, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
+    {bcmFieldActionMirrorIngressCancel, Decision::mirror_in, Kind::cancel, in_ingress},
+    {bcmFieldActionMirrorEgressCancel, Decision::mirror_out, Kind::cancel, in_ingress},
+    {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
+    {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, in_ingress},
 };
+
+constexpr std::uint8_t all_colors = 0xff;
+
+/// For packets of which colours the row is that action's; 0 if it is another's.
+std::uint8_t colors_of(const ActionRow &row, int action)
+{
+    constexpr bcm_color_t forms[] = {bcmColorGreen, bcmColorYellow, bcmColorRed};
+    const int form = action - row.action - 1;
+    const bool is_form = row.has_color_forms && form >= 0 && form < static_cast<int>(std::size(forms));
+    return action == row.action ? all_colors
+           : is_form            ? static_cast<std::uint8_t>(1 << forms[form])
+                                : std::uint8_t{0};
+}
+
+int read_parameters(const ActionRow &row, const FieldAction &given, FieldEffect &effect)
+{
+    const auto first = static_cast<int>(given.parameters[0]), second = static_cast<int>(given.parameters[1]);
+    switch (row.parameters) {
+    case Parameters::none:
+        return BCM_E_NONE;
+    case Parameters::number:
+        effect.number = given.parameters[0];
+        return effect.number >= row.least && effect.number <= row.highest ? BCM_E_NONE : BCM_E_PARAM;
+    case Parameters::gport:
+        return resolve(-1, first, &effect.to);
+    case Parameters::module_port:
+        return resolve(first, second, &effect.to);
+    case Parameters::trunk:
+        return resolve_trunk(first, &effect.to);
+    case Parameters::group:
+        effect.to = {Destination::Kind::group, 0, first};
+        return BCM_E_NONE;
+    case Parameters::ports:
+        effect.ports = PortSet(given.ports);
+        return given.has_ports ? BCM_E_NONE : BCM_E_PARAM;
+    case Parameters::mac:
+        effect.mac = given.mac;
+        return given.has_mac ? BCM_E_NONE : BCM_E_PARAM;
+    }
+    return BCM_E_INTERNAL;
+}
 
 }  // namespace
 
-int add_effects(int action, const FieldAction &given, FieldStage stage, std::vector<FieldEffect> &effects)
+std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
 {
-    const auto row = std::find_if(std::begin(actions), std::end(actions),
-                                  [&](const ActionRow &each) { return each.action == action; });
-    if (row == std::end(actions) || !(row->stages >> static_cast<unsigned>(stage) & 1)) {
-        return BCM_E_UNAVAIL;
+    constexpr unsigned above_priority = 13, above_precedence = 5;
+    switch (kind) {
+    case Kind::from_precedence:
+        return key.is(FieldHeader::ip)
+                   ? std::optional<unsigned>(key.get(field_places::service) >> above_precedence)
+                   : std::nullopt;
+    case Kind::from_hops:
+        return key.is(FieldHeader::ip) ? std::optional<unsigned>(key.get(field_places::hops)) : std::nullopt;
+    case Kind::from_inner_tag:
+        return key.is(FieldHeader::inner_tag)
+                   ? std::optional<unsigned>(key.get(field_places::inner_tag) >> above_priority)
+                   : std::nullopt;
+    default:
+        return number;
     }
-    FieldEffect effect{row->decision, row->kind};
-    const auto first = static_cast<int>(given.parameters[0]), second = static_cast<int>(given.parameters[1]);
-    switch (row->parameters) {
-    case Parameters::none:
-        break;
-    case Parameters::gport: {
-        const int status = resolve(-1, first, &effect.to);
+}
+
+int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned entry,
+                std::vector<FieldEffect> &effects)
+{
+    bool is_known = false;
+    for (const ActionRow &row : actions) {
+        FieldEffect effect{row.decision, row.kind, colors_of(row, action)};
+        if (effect.colors == 0 || !(row.stages >> static_cast<unsigned>(stage) & 1)) {
+            continue;
+        }
+        is_known = true;
+        effect.entry = entry;
+        const int status = read_parameters(row, given, effect);
         if (status != BCM_E_NONE) {
             return status;
         }
-        break;
-    }
-    case Parameters::module_port: {
-        const int status = resolve(first, second, &effect.to);
-        if (status != BCM_E_NONE) {
-            return status;
+        const bool is_elsewhere = row.kind == Kind::to_destination
+                                  && effect.to.kind == Destination::Kind::port && !is_own_port(effect.to);
+        if (is_elsewhere) {
+            return BCM_E_PORT;
         }
-        break;
+        // What an entry does with packets of one colour counts before what it does with all.
+        const auto place = effect.colors == all_colors ? effects.end() : effects.begin();
+        effects.insert(place, effect);
     }
-    case Parameters::trunk: {
-        const int status = resolve_trunk(first, &effect.to);
-        if (status != BCM_E_NONE) {
-            return status;
-        }
-        break;
-    }
-    case Parameters::group:
-        effect.to = {Destination::Kind::group, 0, first};
-        break;
-    case Parameters::ports:
-        if (!given.has_ports) {
-            return BCM_E_PARAM;
-        }
-        effect.ports = PortSet(given.ports);
-        break;
-    case Parameters::vlan:
-        if (first < 1 || first >= BCM_VLAN_INVALID) {
-            return BCM_E_PARAM;
-        }
-        effect.number = static_cast<unsigned>(first);
-        break;
-    }
-    const bool is_elsewhere = row->kind == Kind::to_destination && effect.to.kind == Destination::Kind::port
-                              && !is_own_port(effect.to);
-    if (is_elsewhere) {
-        return BCM_E_PORT;
-    }
-    effects.push_back(effect);
-    return BCM_E_NONE;
+    return is_known ? BCM_E_NONE : BCM_E_UNAVAIL;
 }
 
 std::string field_action_name(int action)

@@ -1,6 +1,8 @@
 #include "field.h"
 #include "sim_field.h"
 
+#include <algorithm>
+
 namespace sim {
 
 namespace {
@@ -10,6 +12,13 @@ auto field_action(bcm_field_action_t action)
 {
     return [is_one = static_cast<int>(action) >= 0 && action < bcmFieldActionCount](
                Switch &, auto next) -> int { return is_one ? next() : static_cast<int>(BCM_E_PARAM); };
+}
+
+FieldAction parameters_of(uint32 first, uint32 second, uint32 third)
+{
+    FieldAction with;
+    with.parameters = {{first, second, third}};
+    return with;
 }
 
 int add_action(const FieldState &state, FieldEntry &entry, bcm_field_action_t action,
@@ -35,7 +44,7 @@ int sim_bcm_field_action_add(int unit, bcm_field_entry_t entry, bcm_field_action
 {
     return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
         .then([&](FieldState &state, FieldEntry &found) {
-            return add_action(state, found, action, {{{param0, param1, param2}}, {}, false});
+            return add_action(state, found, action, parameters_of(param0, param1, param2));
         });
 }
 
@@ -44,7 +53,21 @@ int sim_bcm_field_action_ports_add(int unit, bcm_field_entry_t entry, bcm_field_
 {
     return begin(unit, ready<FieldState>, field_action(action), field_entry(entry))
         .then([&](FieldState &state, FieldEntry &found) {
-            return add_action(state, found, action, {{}, pbmp, true});
+            FieldAction with;
+            with.ports = pbmp;
+            with.has_ports = true;
+            return add_action(state, found, action, with);
+        });
+}
+
+int sim_bcm_field_action_mac_add(int unit, bcm_field_entry_t entry, bcm_field_action_t action, bcm_mac_t mac)
+{
+    return begin(unit, ready<FieldState>, given(mac), field_action(action), field_entry(entry))
+        .then([&](FieldState &state, FieldEntry &found) {
+            FieldAction with;
+            std::copy_n(mac, with.mac.size(), with.mac.begin());
+            with.has_mac = true;
+            return add_action(state, found, action, with);
         });
 }
 
@@ -90,6 +113,19 @@ int sim_bcm_field_action_ports_get(int unit, bcm_field_entry_t entry, bcm_field_
                 return BCM_E_NOT_FOUND;
             }
             *pbmp = at->second.ports;
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_action_mac_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action, bcm_mac_t *mac)
+{
+    return begin(unit, ready<FieldState>, given(mac), field_action(action), field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            const auto at = found.actions.find(action);
+            if (at == found.actions.end() || !at->second.has_mac) {
+                return BCM_E_NOT_FOUND;
+            }
+            std::copy(at->second.mac.begin(), at->second.mac.end(), *mac);
             return BCM_E_NONE;
         });
 }

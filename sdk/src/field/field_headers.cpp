@@ -1,8 +1,9 @@
 #include "field_key.h"
 
 #include "packet.h"
+#include "port_tags.h"
 
-#include <bcm/field_values.h>
+#include <bcm/field_types.h>
 
 #include <algorithm>
 #include <cstring>
@@ -36,11 +37,6 @@ FieldWord number_of(const unsigned char *bytes, std::size_t count)
     return number;
 }
 
-bool is_tag(unsigned type)
-{
-    return type == type_vlan || type == 0x88a8 || type == 0x9100;
-}
-
 /// What is left of a frame behind the headers that were read.
 struct Rest {
     const unsigned char *data;
@@ -55,6 +51,25 @@ struct Rest {
     /// What is behind the end by the packet's own length is filling.
     void end_at(std::size_t bytes) { size = std::min(size, bytes); }
 };
+
+/// Where the parts of a tag go.
+struct TagPlaces {
+    FieldHeader header;
+    FieldPlace type, content;
+    unsigned format;
+};
+
+void read_tag(const TagPlaces &places, Rest &rest, FieldKey &key)
+{
+    if (!rest.has(tag_bytes + 2)) {
+        return;
+    }
+    key.put(places.type, number_at(rest.data));
+    key.put(places.content, number_at(rest.data + 2));
+    key.put(at::vlan_format, places.format);
+    key.has(places.header);
+    rest.skip(tag_bytes);
+}
 
 void read_l4(unsigned protocol, Rest rest, bool is_ip6, FieldKey &key)
 {
@@ -134,6 +149,7 @@ void read_ip4(Rest rest, FieldKey &key)
     const unsigned char *ip = rest.data;
     const FieldWord from = number_of(ip + 12, 4), to = number_of(ip + 16, 4);
     const bool has_options = header > 20;
+    key.ip = ip;
     key.has(FieldHeader::ip4);
     key.has(FieldHeader::ip);
     key.put(at::ip_type, bit(bcmFieldIpTypeIp) | bit(bcmFieldIpTypeIpv4Any) | bit(bcmFieldIpTypeIpv4Not6)
@@ -161,6 +177,7 @@ void read_ip6(Rest rest, FieldKey &key)
         return;
     }
     const unsigned char *ip = rest.data;
+    key.ip = ip;
     key.has(FieldHeader::ip6);
     key.has(FieldHeader::ip);
     key.put(at::service, number_at(ip) >> 4);
@@ -309,7 +326,7 @@ void read_llc(unsigned length, Rest rest, FieldKey &key)
 
 }  // namespace
 
-void read_headers(ByteView frame, FieldKey &key)
+void read_headers(ByteView frame, const PortTags &port, FieldKey &key)
 {
     key.put(at::destination_mac, number_of(frame.data, 6));
     key.put(at::source_mac, number_of(frame.data + address_bytes, 6));
@@ -321,23 +338,17 @@ void read_headers(ByteView frame, FieldKey &key)
     key.put(at::l2_format, bit(bcmFieldL2FormatAny));
 
     Rest rest{frame.data + addresses_bytes, frame.size - addresses_bytes};
-    unsigned type = number_at(rest.data);
-    for (int tags = 0; tags < 2 && is_tag(type) && rest.has(6); ++tags) {
-        const unsigned tag = number_at(rest.data + 2);
-        if (tags == 0) {
-            key.put(at::outer_tpid, type);
-            key.put(at::outer_tag, tag);
-            key.put(at::vlan_format, 2);  // BCM_FIELD_VLAN_FORMAT_OUTER_TAGGED
-            key.has(FieldHeader::outer_tag);
-        } else {
-            key.put(at::inner_tpid, type);
-            key.put(at::inner_tag, tag);
-            key.put(at::vlan_format, 1);  // BCM_FIELD_VLAN_FORMAT_INNER_TAGGED
-            key.has(FieldHeader::inner_tag);
-        }
-        rest.skip(tag_bytes);
-        type = number_at(rest.data);
+    const bool to_customers = port.dtag_mode == BCM_PORT_DTAG_MODE_EXTERNAL;
+    if (!to_customers && port.is_outer(number_at(rest.data))) {
+        read_tag({FieldHeader::outer_tag, at::outer_tpid, at::outer_tag, BCM_FIELD_VLAN_FORMAT_OUTER_TAGGED},
+                 rest, key);
     }
+    const unsigned next = number_at(rest.data);
+    if (next == port.inner_type || (to_customers && port.is_outer(next))) {
+        read_tag({FieldHeader::inner_tag, at::inner_tpid, at::inner_tag, BCM_FIELD_VLAN_FORMAT_INNER_TAGGED},
+                 rest, key);
+    }
+    const unsigned type = number_at(rest.data);
     rest.skip(2);
     if (rest.has(8)) {
         key.put(at::payload, number_of(rest.data, 8));

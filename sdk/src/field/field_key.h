@@ -13,6 +13,8 @@
 
 namespace sim {
 
+struct PortTags;
+
 /// What a packet can lack.
 enum class FieldHeader : std::uint8_t {
     ether_type,
@@ -79,10 +81,16 @@ constexpr FieldWord field_ones(unsigned width)
 struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
     std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);
+    const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
 
     void put(FieldPlace place, FieldWord number)
     {
         words[place.word] |= (number & field_ones(place.width)) << place.shift;
+    }
+    void replace(FieldPlace place, FieldWord number)
+    {
+        words[place.word] &= ~(field_ones(place.width) << place.shift);
+        put(place, number);
     }
     FieldWord get(FieldPlace place) const
     {
@@ -92,7 +100,7 @@ struct FieldKey {
     bool is(FieldHeader header) const { return headers >> static_cast<unsigned>(header) & 1; }
 };
 
-/// Puts what is in the frame.
-void read_headers(ByteView frame, FieldKey &key);
+/// Puts what is in the frame, whose tags are told as those of the port are.
+void read_headers(ByteView frame, const PortTags &port, FieldKey &key);
 
 }  // namespace sim

@@ -1,6 +1,8 @@
 #include "field.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace sim {
 
@@ -122,6 +124,78 @@ void count_field(FieldStat &stat, const FieldKey &key, std::size_t length)
     }
 }
 
+namespace {
+
+/// Why a qualifier is not met, or nothing if it is.
+std::string difference(int number, const FieldValues &values, const FieldKey &key)
+{
+    const FieldQualifier &qualifier = *field_qualifier(number);
+    FieldPattern pattern;
+    add_to_pattern(qualifier, values, pattern);
+    if (pattern.matches(key)) {
+        return {};
+    }
+    std::string text = field_qualifier_name(number);
+    if ((key.headers & pattern.value.headers) != pattern.value.headers) {
+        return text + ", which it has not";
+    }
+    if (qualifier.layout == FieldLayout::number) {
+        const FieldWord mask = pattern.mask.get(qualifier.place);
+        std::array<char, 96> numbers;
+        std::snprintf(numbers.data(), numbers.size(), " of 0x%llx, which is not 0x%llx",
+                      static_cast<unsigned long long>(key.get(qualifier.place)),
+                      static_cast<unsigned long long>(pattern.value.get(qualifier.place)));
+        text += numbers.data();
+        if (mask != field_ones(qualifier.place.width)) {
+            std::snprintf(numbers.data(), numbers.size(), " with the mask 0x%llx",
+                          static_cast<unsigned long long>(mask));
+            text += numbers.data();
+        }
+    }
+    return text;
+}
+
+std::vector<std::string> differences(const FieldState &state, const FieldContent &content,
+                                     const FieldKey &key)
+{
+    std::vector<std::string> found;
+    for (const auto &[number, values] : content.qualifiers) {
+        const std::string text = difference(number, values, key);
+        if (!text.empty()) {
+            found.push_back(text);
+        }
+    }
+    for (const auto &[range, inverted] : content.ranges) {
+        const bool is_in_range = key.get(at::ranges) >> state.ranges.at(range.second).bit & 1;
+        if (is_in_range == (inverted != 0)) {
+            found.push_back(field_qualifier_name(range.first) + " with range "
+                            + std::to_string(range.second));
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const FieldKey &key)
+{
+    FieldMiss nearest{};
+    for (const auto &[id, entry] : group.entries) {
+        const FieldInstalled *installed = entry->installed.get();
+        if (installed == nullptr || !entry->is_enabled || installed->pattern.matches_none) {
+            continue;
+        }
+        std::vector<std::string> found = differences(state, installed->content, key);
+        const bool is_nearer =
+            nearest.entry == nullptr || found.size() < nearest.differences.size()
+            || (found.size() == nearest.differences.size() && installed->wins_over(*nearest.entry));
+        if (is_nearer) {
+            nearest = {installed, std::move(found)};
+        }
+    }
+    return nearest;
+}
+
 void FieldState::update_lookups()
 {
     for (auto &of_stage : lookups) {
@@ -162,6 +236,29 @@ void FieldState::reset()
 
 namespace {
 
+/// Makes the policers that actions name the entry's own. BCM_E_NOT_FOUND: no such policer; BCM_E_UNAVAIL: there are
+/// none in the stage.
+int take_policers(FieldState &state, FieldStage stage, FieldInstalled &compiled)
+{
+    auto &effects = compiled.effects;
+    for (std::size_t level = 0; level < compiled.policers.size(); ++level) {
+        const FieldDecision decision = level == 0 ? FieldDecision::policer : FieldDecision::second_policer;
+        const auto effect = std::find_if(effects.begin(), effects.end(),
+                                         [&](const FieldEffect &each) { return each.decision == decision; });
+        if (effect != effects.end()) {
+            compiled.policers[level] = state.policers.use(static_cast<bcm_policer_t>(effect->number));
+            if (compiled.policers[level].id == 0) {
+                return BCM_E_NOT_FOUND;
+            }
+            effects.erase(effect);
+        }
+        if (compiled.policers[level].id != 0 && stage != FieldStage::ingress) {
+            return BCM_E_UNAVAIL;
+        }
+    }
+    return BCM_E_NONE;
+}
+
 int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, FieldInstalled &compiled)
 {
     const FieldStage stage = state.groups.at(entry.group).stage;
@@ -182,14 +279,20 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         compiled.ranges.push_back(&range);
     }
     for (const auto &[action, given] : entry.actions) {
-        const int status = add_effects(action, given, stage, compiled.effects);
+        const int status = add_effects(action, given, stage, static_cast<unsigned>(id), compiled.effects);
         if (status != BCM_E_NONE) {
             return status;
         }
     }
+    compiled.policers = entry.policers;
+    const int status = take_policers(state, stage, compiled);
+    if (status != BCM_E_NONE) {
+        return status;
+    }
     if (entry.stat != 0) {
         compiled.stat = &state.stats.at(entry.stat);
     }
+    compiled.content = entry;
     compiled.priority = entry.priority;
     compiled.entry = id;
     return BCM_E_NONE;

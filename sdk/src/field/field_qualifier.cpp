@@ -219,6 +219,15 @@ void FieldPattern::require(FieldPlace place, FieldWord number, FieldWord mask_bi
     value.put(place, number & mask_bits);
 }
 
+bool FieldPattern::matches(const FieldKey &key) const
+{
+    FieldWord differing = 0;
+    for (std::size_t word = 0; word < mask.words.size(); ++word) {
+        differing |= (key.words[word] & mask.words[word]) ^ value.words[word];
+    }
+    return !matches_none && differing == 0 && (key.headers & value.headers) == value.headers;
+}
+
 const FieldQualifier *field_qualifier(int qualifier)
 {
     struct ByNumber {
@@ -285,7 +294,7 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
     case Layout::module_port:
         // All ports are of the unit's own module.
         pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
-        is_asked = number(3) != 0;
+        is_asked = (number(1) | number(3)) != 0;
         status = add_number(place, number(2), number(3), pattern);
         break;
     case Layout::two_numbers:

@@ -51,6 +51,7 @@ struct FieldPattern {
     bool matches_none = false;
 
     void require(FieldPlace place, FieldWord number, FieldWord mask_bits);
+    bool matches(const FieldKey &key) const;
 };
 
 /// The values of a qualifier as the caller gave them, one behind another.

@@ -4,7 +4,8 @@
 
 namespace sim {
 
-FieldTuple::FieldTuple(const FieldKey &mask, std::uint32_t headers) : headers_(headers), slots_(4)
+FieldTuple::FieldTuple(const FieldKey &mask, std::uint32_t headers)
+    : headers_(headers), slots_(4), last_(slots_.size() - 1)
 {
     for (std::size_t word = 0; word < mask.words.size(); ++word) {
         if (mask.words[word] != 0) {
@@ -22,16 +23,6 @@ bool FieldTuple::is_of(const FieldKey &mask, std::uint32_t headers) const
                           [&](const Part &part) { return mask.words[part.word] == part.mask; });
 }
 
-std::uint32_t FieldTuple::hash(const FieldKey &key) const
-{
-    FieldWord mixed = 0;
-    for (const Part &part : parts_) {
-        mixed = (mixed ^ (key.words[part.word] & part.mask)) * 0x9e3779b97f4a7c15u;
-        mixed ^= mixed >> 32;
-    }
-    return static_cast<std::uint32_t>(mixed);
-}
-
 bool FieldTuple::is_same(const FieldKey &key, const FieldRule &rule) const
 {
     FieldWord differing = 0;
@@ -43,26 +34,21 @@ bool FieldTuple::is_same(const FieldKey &key, const FieldRule &rule) const
 
 std::size_t FieldTuple::slot_of(const FieldKey &value, std::uint32_t hashed) const
 {
-    const std::size_t last = slots_.size() - 1;
-    std::size_t slot = hashed & last;
-    while (slots_[slot].first != nullptr
+    std::size_t slot = hashed & last_;
+    while (slots_[slot].hash != free
            && (slots_[slot].hash != hashed || !is_same(value, *slots_[slot].first))) {
-        slot = (slot + 1) & last;
+        slot = (slot + 1) & last_;
     }
     return slot;
-}
-
-FieldRule *FieldTuple::find_with_headers(const FieldKey &key) const
-{
-    return slots_[slot_of(key, hash(key))].first;
 }
 
 void FieldTuple::resize(std::size_t slots)
 {
     std::vector<Slot> old(slots);
     old.swap(slots_);
+    last_ = slots - 1;
     for (const Slot &slot : old) {
-        if (slot.first != nullptr) {
+        if (slot.hash != free) {
             slots_[slot_of(slot.first->pattern.value, slot.hash)] = slot;
         }
     }
@@ -70,14 +56,14 @@ void FieldTuple::resize(std::size_t slots)
 
 void FieldTuple::add(FieldRule &rule)
 {
-    if (2 * (taken_ + 1) > slots_.size()) {
+    if (4 * (taken_ + 1) > slots_.size()) {
         resize(2 * slots_.size());
     }
     ++priorities_[rule.priority];
     highest_ = priorities_.rbegin()->first;
     const std::uint32_t hashed = hash(rule.pattern.value);
     Slot &slot = slots_[slot_of(rule.pattern.value, hashed)];
-    taken_ += slot.first == nullptr;
+    taken_ += slot.hash == free;
     slot.hash = hashed;
     FieldRule **place = &slot.first;
     while (*place != nullptr && (*place)->wins_over(rule)) {
@@ -89,9 +75,8 @@ void FieldTuple::add(FieldRule &rule)
 
 void FieldTuple::remove(FieldRule &rule)
 {
-    const std::size_t last = slots_.size() - 1;
-    std::size_t free = slot_of(rule.pattern.value, hash(rule.pattern.value));
-    FieldRule **place = &slots_[free].first;
+    std::size_t left = slot_of(rule.pattern.value, hash(rule.pattern.value));
+    FieldRule **place = &slots_[left].first;
     while (*place != &rule) {
         place = &(*place)->next;
     }
@@ -101,17 +86,18 @@ void FieldTuple::remove(FieldRule &rule)
         priorities_.erase(priority);
         highest_ = priorities_.empty() ? 0 : priorities_.rbegin()->first;
     }
-    if (slots_[free].first != nullptr) {
+    if (slots_[left].first != nullptr) {
         return;
     }
     --taken_;
+    slots_[left].hash = free;
     // What stands behind may have been looked for from here on.
-    for (std::size_t slot = (free + 1) & last; slots_[slot].first != nullptr; slot = (slot + 1) & last) {
-        const std::size_t wanted = slots_[slot].hash & last;
-        if (((slot - wanted) & last) >= ((slot - free) & last)) {
-            slots_[free] = slots_[slot];
-            slots_[slot].first = nullptr;
-            free = slot;
+    for (std::size_t slot = (left + 1) & last_; slots_[slot].hash != free; slot = (slot + 1) & last_) {
+        const std::size_t wanted = slots_[slot].hash & last_;
+        if (((slot - wanted) & last_) >= ((slot - left) & last_)) {
+            slots_[left] = slots_[slot];
+            slots_[slot] = Slot();
+            left = slot;
         }
     }
 }

@@ -26,7 +26,17 @@ public:
     /// Of the highest priority of those that match, or null.
     FieldRule *find(const FieldKey &key) const
     {
-        return (key.headers & headers_) == headers_ ? find_with_headers(key) : nullptr;
+        if ((key.headers & headers_) != headers_) {
+            return nullptr;
+        }
+        const std::uint32_t hashed = hash(key);
+        const Slot *const slots = slots_.data();
+        for (std::size_t place = hashed & last_; slots[place].hash != free; place = (place + 1) & last_) {
+            if (slots[place].hash == hashed && is_same(key, *slots[place].first)) {
+                return slots[place].first;
+            }
+        }
+        return nullptr;
     }
 
     bool is_empty() const { return priorities_.empty(); }
@@ -37,20 +47,31 @@ private:
         std::uint8_t word;
         FieldWord mask;
     };
+    static constexpr std::uint32_t free = 0;
     struct Slot {
-        std::uint32_t hash;
-        FieldRule *first;  // of those with one value, by priority; null if the slot is free
+        std::uint32_t hash = free;
+        FieldRule *first = nullptr;  // of those with one value, by priority
     };
 
-    FieldRule *find_with_headers(const FieldKey &key) const;
-    std::uint32_t hash(const FieldKey &key) const;
+    /// Never that of a free slot.
+    std::uint32_t hash(const FieldKey &key) const
+    {
+        FieldWord mixed = 0;
+        for (const Part &part : parts_) {
+            mixed ^= key.words[part.word] & part.mask;
+            // Of what is multiplied, no bit acts on those below it: the upper ones have to be there as well.
+            mixed = (mixed ^ mixed >> 32) * 0x9e3779b97f4a7c15u;
+        }
+        return static_cast<std::uint32_t>(mixed >> 32) | 1u << 31;
+    }
     bool is_same(const FieldKey &key, const FieldRule &rule) const;
     std::size_t slot_of(const FieldKey &value, std::uint32_t hashed) const;
     void resize(std::size_t slots);
 
     std::uint32_t headers_;
     std::vector<Part> parts_;
-    std::vector<Slot> slots_;  // a power of two of them, at most half of them taken
+    std::vector<Slot> slots_;  // a power of two of them, at most a quarter of them taken
+    std::size_t last_;
     std::size_t taken_ = 0;
     std::map<int, int> priorities_;  // how many rules have one
     int highest_ = 0;

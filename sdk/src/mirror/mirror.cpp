@@ -201,4 +201,19 @@ std::vector<MirrorCopy> mirror_copies(Switch &sw, int port, bcm_vlan_t vlan, uin
     return std::move(copier.copies);
 }
 
+std::vector<MirrorCopy> mirror_copy(Switch &sw, int port, int destination, uint32 direction, ByteView frame)
+{
+    const MirrorState &mirrors = mirrors_of(sw);
+    if (!mirrors.initialised || mirrors.mode == BCM_MIRROR_DISABLE
+        || mirrors.destinations.count(destination) == 0) {
+        return {};
+    }
+    Copier copier(sw, port, direction, false, frame);
+    std::vector<MirrorUse> use(1);
+    use[0].destination = destination;
+    use[0].flags = direction;
+    copier.copy_by(use);
+    return std::move(copier.copies);
+}
+
 }  // namespace sim

@@ -121,6 +121,9 @@ bool is_sample(Switch &sw, int port, Direction direction);
 std::vector<MirrorCopy> mirror_copies(Switch &sw, int port, bcm_vlan_t vlan, uint32 direction,
                                       bool is_sampled, ByteView frame);
 
+/// The copy for one destination; none if it is not there or does not take it.
+std::vector<MirrorCopy> mirror_copy(Switch &sw, int port, int destination, uint32 direction, ByteView frame);
+
 /// The frame as a destination wraps it. Destinations that wrap number what they send.
 std::vector<unsigned char> wrapped(MirrorDestination &destination, ByteView frame);
 

@@ -87,6 +87,9 @@ public:
 
     ByteView bytes() const { return {store_->bytes.data() + room_in_front, store_->size}; }
 
+    /// The same, to be changed for all copies.
+    unsigned char *shared() { return store_->bytes.data() + room_in_front; }
+
     /// The copy with that beginning, in the buffer itself: good until the next is written. Shorter ones than the
     /// least are filled up.
     ByteView written(const Head &head) const

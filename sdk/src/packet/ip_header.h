@@ -10,6 +10,7 @@ namespace sim {
 
 constexpr std::size_t ip4_header_bytes = 20;
 constexpr std::size_t ip6_header_bytes = 40;
+constexpr std::size_t ip4_service_at = 1;
 constexpr std::size_t ip4_ttl_at = 8;
 constexpr std::size_t ip4_checksum_at = 10;
 constexpr std::size_t ip6_hop_limit_at = 7;
@@ -29,6 +30,19 @@ inline bool adds_up(const unsigned char *header, std::size_t size)
     }
     // What is 0 but for multiples of all ones is all ones itself.
     return sum % 0xffffu == 0;
+}
+
+/// Changes the bits of the mask of one byte of an IPv4 header, and its checksum with it.
+inline void change_ip4(unsigned char *header, std::size_t at, unsigned mask, unsigned bits)
+{
+    unsigned char *const word = header + at / 2 * 2;
+    const unsigned before = number_at(word);
+    header[at] = static_cast<unsigned char>((header[at] & ~mask) | (bits & mask));
+    // The checksum loses what the word gains, in arithmetic of ones' complement.
+    unsigned sum = (~number_at(header + ip4_checksum_at) & 0xffffu) + (~before & 0xffffu) + number_at(word);
+    sum = (sum & 0xffffu) + (sum >> 16);
+    sum = (sum & 0xffffu) + (sum >> 16);
+    put_number(header + ip4_checksum_at, ~sum & 0xffffu);
 }
 
 struct IpHeader {

@@ -1,5 +1,7 @@
 #include "stages.h"
 
+#include "field.h"
+
 namespace sim {
 
 namespace {
@@ -37,10 +39,14 @@ Onward classify(Passage &passage)
 Onward classify_by_fields(Passage &passage)
 {
     bcm_vlan_t vid;
-    const Onward onward = look_up_first_fields(passage, &vid);
-    return onward != Onward::next ? onward
-           : vid != 0             ? enter(passage, vid, "by the field processor")
-                                  : classify(passage);
+    Onward onward = look_up_first_fields(passage, &vid);
+    if (onward == Onward::next) {
+        onward = vid != 0 ? enter(passage, vid, "by the field processor") : classify(passage);
+    }
+    if (onward == Onward::next && has_fields(passage.sw, FieldStage::ingress)) {
+        remember_source(passage);
+    }
+    return onward;
 }
 
 }  // namespace sim

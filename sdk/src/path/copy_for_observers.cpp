@@ -44,10 +44,9 @@ bool send_copy(Passage &passage, int port, std::vector<unsigned char> &bytes, co
     return true;
 }
 
-void send_mirrored(Passage &passage, int port, bcm_vlan_t vlan, uint32 direction, bool is_sampled,
-                   ByteView frame)
+void send_mirrored(Passage &passage, uint32 direction, std::vector<MirrorCopy> copies)
 {
-    for (MirrorCopy &copy : mirror_copies(passage.sw, port, vlan, direction, is_sampled, frame)) {
+    for (MirrorCopy &copy : copies) {
         const std::size_t length = copy.frame.size() + checksum_bytes;
         const int to = port_to(passage, copy.to);
         const bool left = to >= 0
@@ -58,6 +57,12 @@ void send_mirrored(Passage &passage, int port, bcm_vlan_t vlan, uint32 direction
             copy.destination->count(left, length);
         }
     }
+}
+
+void send_mirrored(Passage &passage, int port, bcm_vlan_t vlan, uint32 direction, bool is_sampled,
+                   ByteView frame)
+{
+    send_mirrored(passage, direction, mirror_copies(passage.sw, port, vlan, direction, is_sampled, frame));
 }
 
 bool send_sample(Passage &passage, int port, Direction direction, ByteView frame)
@@ -106,6 +111,19 @@ Onward copy_in_vlan(Passage &passage)
     const bool is_sampled = send_sample(passage, port, Direction::sent, frame);
     send_mirrored(passage, port, 0, mirrors_out, is_sampled, frame);
     send_mirrored(passage, port, passage.vid, mirrors_out, is_sampled, frame);
+}
+
+[[gnu::cold, gnu::noinline]] void mirror_arrival(Passage &passage, int destination)
+{
+    send_mirrored(passage, mirrors_in,
+                  mirror_copy(passage.sw, passage.port, destination, mirrors_in, passage.frame.bytes));
+}
+
+[[gnu::cold, gnu::noinline]] void mirror_departure(Passage &passage, int port, const Head &head,
+                                                   int destination)
+{
+    const ByteView written = passage.departures.frame.written(head);
+    send_mirrored(passage, mirrors_out, mirror_copy(passage.sw, port, destination, mirrors_out, written));
 }
 
 }  // namespace sim

@@ -20,6 +20,7 @@ public:
         }
     }
 
+    void clear() { count_ = 0; }
     bool empty() const { return count_ == 0; }
     const std::uint8_t *begin() const { return reasons_.data(); }
     const std::uint8_t *end() const { return reasons_.data() + count_; }
@@ -33,13 +34,17 @@ private:
 
 struct CpuCopy {
     /// Of what comes from a queue or a mirror.
-    static CpuCopy of_nothing_known() { return {0, 0, true, false, {}}; }
+    static CpuCopy of_nothing_known() { return {0, 0, true, false, {}, -1, bcmColorGreen, -1, 0}; }
 
     int port;  ///< that it came from
     bcm_vlan_t vid;
     bool came_tagged;
     bool is_for_many;  ///< a group, or all members of the VLAN
     CpuReasons reasons;
+    int priority;  ///< within the switch; -1 for that of the tag
+    bcm_color_t color;
+    int queue;     ///< of the CPU; -1 for the one that reasons and priority are mapped to
+    uint32 match;  ///< what the entry of the field processor says that sends it there, or its id; 0 without
 };
 
 }  // namespace sim

@@ -36,7 +36,8 @@ bool is_in(const bcm_pbmp_t &ports, int port)
 {
     const PortState &ports = passage.sw.of<PortState>();
     const Head &head = passage.departures.heads[number];
-    if (ports.matches_out.has(port) && !pass_last_fields(passage, port)) {
+    if (ports.matches_out.has(port)
+        && !pass_last_fields(passage, port, passage.departures.frame.written(head))) {
         passage.drop_at(port, Discard::field_rule_to_send);
         return false;
     }
@@ -52,7 +53,7 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     const auto priority =
         static_cast<std::size_t>(decision.priority >= 0 ? decision.priority : passage.priority());
     const int chosen =
-        decision.queue < 0 && passage.policed != nullptr ? passage.policed->queue : decision.queue;
+        decision.queue < 0 && passage.treatment ? passage.treatment->queue_at(port) : decision.queue;
     const int queue = chosen >= 0 ? chosen : queues_at(passage.sw, port).queue_of[priority];
     const Queueing becomes = ports.queues_out.has(port) ? enqueue(passage.sw, port, queue, decision.color,
                                                                   passage.departures.frame.written(head))
@@ -63,6 +64,9 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     }
     if (ports.copies_out.has(port)) {
         copy_departure(passage, port, head);
+    }
+    if (passage.treatment && passage.treatment->mirror_out != 0 && port != cpu_port) {
+        mirror_departure(passage, port, head, passage.treatment->mirror_out);
     }
     if (becomes == Queueing::waits) {
         if (is_traced) {
@@ -135,21 +139,6 @@ std::uint8_t add_head(Passage &passage, const PacketTags &tags)
     return left.head_count++;
 }
 
-/// The tags that the packet has in the switch. To be asked before the first copy is written, which is where they are.
-PacketTags tags_of(const Passage &passage, const PortTags &port)
-{
-    PacketTags tags = passage.tags ? *passage.tags : read_tags(port, passage.frame.bytes);
-    if (!passage.tags) {
-        tags.outer.set_content(passage.frame.tag);
-        tags.outer.type = 0;
-    }
-    tags.outer.is_there = true;
-    tags.outer.vlan = passage.vid;
-    // A router takes packets out of their tags.
-    tags.inner.is_there = tags.inner.is_there && passage.hop == nullptr;
-    return tags;
-}
-
 /// A copy with these tags and no others.
 void send_with_tags(Passage &passage, int port, const PacketTags &tags)
 {
@@ -165,7 +154,7 @@ void send_with_tags(Passage &passage, int port, const PacketTags &tags)
 /// none needs what another overwrites.
 [[gnu::noinline]] Onward leave_with_changes(Passage &passage, const PortSet &changing)
 {
-    const PacketTags found = tags_of(passage, passage.own().tags);
+    const PacketTags found = tags_of(passage);
     passage.copies.each([&](int port) {
         const bool is_untagged = is_in(passage.vlan->untagged, port);
         PacketTags tags = found;
@@ -210,11 +199,37 @@ bcm_rx_reason_t reason_of_destination(Passage &passage)
         }
         tell_step(passage, simStageLeave, cpu_port, "to the CPU: %s", reasons.c_str());
     }
-    passage.departures.cpu_copy = {passage.port, passage.vid, passage.frame.is_tagged(), passage.is_for_many,
-                                   passage.cpu_reasons};
+    const bool is_treated = passage.treatment.has_value();
+    passage.departures.cpu_copy = {passage.port,
+                                   passage.vid,
+                                   passage.frame.is_tagged(),
+                                   passage.is_for_many,
+                                   passage.cpu_reasons,
+                                   passage.priority(),
+                                   passage.color(),
+                                   is_treated ? passage.treatment->cpu_queue : -1,
+                                   is_treated ? passage.treatment->cpu_match : 0};
 }
 
 }  // namespace
+
+PacketTags tags_of(Passage &passage)
+{
+    PacketTags tags = passage.tags ? *passage.tags : read_tags(passage.own().tags, passage.frame.bytes);
+    if (!passage.tags) {
+        tags.outer.set_content(passage.frame.tag);
+        tags.outer.type = 0;
+    }
+    tags.outer.is_there = true;
+    tags.outer.vlan = passage.vid;
+    if (passage.treatment) {
+        tags.priority = passage.priority();
+        tags.color = passage.color();
+    }
+    // A router takes packets out of their tags.
+    tags.inner.is_there = tags.inner.is_there && passage.hop == nullptr;
+    return tags;
+}
 
 Onward leave(Passage &passage)
 {
@@ -229,7 +244,7 @@ Onward leave(Passage &passage)
             return leave_with_changes(passage, changing);
         }
     }
-    const bool is_plain = !is_special && passage.policed == nullptr && passage.frame.tag >> 13 == 0;
+    const bool is_plain = !is_special && !passage.treatment && passage.frame.tag >> 13 == 0;
     const bool came_tagged = passage.frame.is_tagged();
     std::optional<FrameCounts> changed;
     passage.copies.each([&](int port) {
@@ -267,7 +282,10 @@ void send_through(Passage &passage, const PortSet &ports, const PortSet &without
         } else {
             if (port == cpu_port) {
                 passage.cpu_reasons.add(bcmRxReasonLocalCpu);
-                left.cpu_copy = {cpu_port, passage.vid, frame.is_tagged(), false, passage.cpu_reasons};
+                left.cpu_copy = CpuCopy::of_nothing_known();
+                left.cpu_copy.vid = passage.vid;
+                left.cpu_copy.came_tagged = frame.is_tagged();
+                left.cpu_copy.reasons = passage.cpu_reasons;
             }
             count_and_add(passage, port, as_it_is, as_it_is && frame.is_tagged(), counts);
         }

@@ -40,12 +40,22 @@ bool is_accepted(Passage &passage)
     return position == L2Table::none || !(addresses.flags(position) & BCM_L2_DISCARD_SRC);
 }
 
-}  // namespace
-
-Onward look_at_source(Passage &passage)
+/// The same of an address that is not to be learnt here: nothing but its entry refuses it.
+bool is_accepted_unlearnt(const Passage &passage)
 {
-    const int state = passage.tree_state();
-    if (!is_accepted(passage)) {
+    const unsigned char *from = passage.frame.from();
+    const L2Table &addresses = l2_of(passage.sw).addresses;
+    const std::size_t position = addresses.find(l2_key(from, passage.vid));
+    if (is_traced) {
+        tell_step(passage, simStageSource, passage.port, "%s is not to be learnt", MacText(from).text());
+    }
+    return !is_group(from)
+           && (position == L2Table::none || !(addresses.flags(position) & BCM_L2_DISCARD_SRC));
+}
+
+Onward go_on_if(Passage &passage, int state, bool is_accepted)
+{
+    if (!is_accepted) {
         passage.drop(Discard::source_address);
         return Onward::over;
     }
@@ -54,6 +64,21 @@ Onward look_at_source(Passage &passage)
         return Onward::over;
     }
     return Onward::next;
+}
+
+}  // namespace
+
+Onward look_at_source(Passage &passage)
+{
+    const int state = passage.tree_state();
+    return go_on_if(passage, state, is_accepted(passage));
+}
+
+Onward look_at_source_by_fields(Passage &passage)
+{
+    return passage.treatment && !passage.treatment->is_learnt
+               ? go_on_if(passage, passage.tree_state(), is_accepted_unlearnt(passage))
+               : look_at_source(passage);
 }
 
 }  // namespace sim

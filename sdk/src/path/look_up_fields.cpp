@@ -8,21 +8,50 @@ namespace {
 
 namespace at = field_places;
 
-[[gnu::cold]] void tell_match(const Passage &passage, bcm_field_group_t group, const FieldRule &rule)
+void tell_match(const Passage &passage, bcm_field_group_t group, const FieldInstalled &entry)
 {
     std::string does;
-    const FieldEntry &entry = fields_of(passage.sw).entries.at(rule.entry);
-    for (const auto &[action, given] : entry.actions) {
+    for (const auto &[action, given] : entry.content.actions) {
         does += (does.empty() ? ": " : ", ") + field_action_name(action);
     }
     tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, matches%s",
-              rule.entry, group, rule.priority, does.c_str());
+              entry.entry, group, entry.priority, does.c_str());
 }
 
-/// The headers of the packet, and where it came from.
-void start_key(const Passage &passage, FieldKey &key)
+void tell_miss(const Passage &passage, bcm_field_group_t group, const FieldMiss &miss)
 {
-    read_headers(passage.frame.bytes, key);
+    if (miss.entry == nullptr) {
+        return;
+    }
+    std::string lacking;
+    for (const std::string &difference : miss.differences) {
+        lacking += (lacking.empty() ? "" : "; ") + difference;
+    }
+    tell_step(passage, simStageField, passage.port,
+              "no entry of group %d matches; entry %u, priority %d, would but for %s", group,
+              miss.entry->entry, miss.entry->priority, lacking.c_str());
+}
+
+/// The same as match_fields, in words.
+template <class Meet>
+[[gnu::cold, gnu::noinline]] void match_and_tell(const Passage &passage, FieldStage stage, int port,
+                                                 FieldKey &key, FieldVerdict &verdict, Meet meet)
+{
+    FieldState &state = fields_of(passage.sw);
+    match_fields(state, stage, port, key, verdict, meet,
+                 [&](const FieldLookup &lookup, const FieldInstalled *entry) {
+                     if (entry != nullptr) {
+                         tell_match(passage, lookup.id, *entry);
+                     } else {
+                         tell_miss(passage, lookup.id, nearest_miss(state, *lookup.group, key));
+                     }
+                 });
+}
+
+/// The headers of the frame, as of one at that port, and where the packet came from.
+void start_key(const Passage &passage, ByteView frame, int at_port, FieldKey &key)
+{
+    read_headers(frame, port_of(passage.sw, at_port).tags, key);
     const auto port = static_cast<unsigned>(passage.port);
     key.put(at::color, passage.color());
     key.put(at::in_port, port);
@@ -34,24 +63,43 @@ void start_key(const Passage &passage, FieldKey &key)
     }
 }
 
-FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key)
+/// Policers of entries decide on the way.
+FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, PolicerDecision &policed)
 {
     FieldVerdict verdict;
-    match_fields(fields_of(passage.sw), stage, port, key, verdict,
-                 [&](bcm_field_group_t group, const FieldRule &rule) {
-                     if (is_traced) {
-                         tell_match(passage, group, rule);
-                     }
-                 });
+    FieldState &fields = fields_of(passage.sw);
+    policed = PolicerDecision::none();
+    policed.color = passage.color();
+    const auto meet = [&](const FieldInstalled &entry) {
+        for (const PolicerUse &policer : entry.policers) {
+            if (policer.id != 0 && !policed.drops) {
+                police(fields.policers, policer, passage.counts.length(), policed);
+            }
+        }
+        return policed.color;
+    };
+    if (is_traced) {
+        match_and_tell(passage, stage, port, key, verdict, meet);
+    } else {
+        match_fields(fields, stage, port, key, verdict, meet, [](const auto &...) {});
+    }
     return verdict;
+}
+
+FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key)
+{
+    PolicerDecision none;
+    return match(passage, stage, port, key, none);
 }
 
 /// What is known of where it goes.
 void put_destination(const Passage &passage, FieldKey &key)
 {
     PortSet ports;
+    const TrunkPorts &trunks = trunks_of(passage.sw).ports();
     if (passage.is_for_many) {
-        ports = passage.members;
+        const PortSet &origin = trunks.origins[static_cast<std::size_t>(passage.port)];
+        ports = passage.hop == nullptr ? passage.members - origin : passage.members;
     } else if (passage.to.kind == Destination::Kind::port) {
         ports.add(passage.to.id);
         key.put(at::out_port, static_cast<unsigned>(passage.to.id));
@@ -59,8 +107,8 @@ void put_destination(const Passage &passage, FieldKey &key)
     } else if (passage.to.kind == Destination::Kind::trunk) {
         key.put(at::out_trunk, static_cast<unsigned>(passage.to.id));
         key.has(FieldHeader::out_trunk);
-        const SendingTrunk *trunk = trunks_of(passage.sw).ports().find(passage.to.id);
-        ports = trunk != nullptr ? trunk->ports : PortSet();
+        const SendingTrunk *trunk = trunks.find(passage.to.id);
+        ports = trunk != nullptr ? trunk->senders : PortSet();
     } else if (passage.to.kind == Destination::Kind::discard) {
         key.put(at::drop, 1);
     }
@@ -79,13 +127,15 @@ void put_bridging(const Passage &passage, FieldKey &key)
     key.put(at::forwarding_vlan, passage.vid);
     key.put(at::tree_state, static_cast<unsigned>(passage.tree_state()));
     key.has(FieldHeader::vlan);
+    key.put(at::source_hit, passage.source_was_known);
+    key.put(at::source_static, passage.source_was_static);
     const L2Table &addresses = l2_of(passage.sw).addresses;
-    const std::size_t source = addresses.find(l2_key(passage.frame.from(), passage.vid));
-    key.put(at::source_hit, source != L2Table::none);
-    key.put(at::source_static, source != L2Table::none && (addresses.flags(source) & BCM_L2_STATIC) != 0);
     const std::size_t destination = addresses.find(l2_key(passage.frame.to(), passage.vid));
     key.put(at::destination_hit, destination != L2Table::none);
 }
+
+constexpr Destination nowhere = {Destination::Kind::discard, 0, 0};
+constexpr Destination the_cpu = {Destination::Kind::port, own_module, cpu_port};
 
 void go_to(Passage &passage, const PortSet &ports)
 {
@@ -94,19 +144,42 @@ void go_to(Passage &passage, const PortSet &ports)
     passage.member_index = &bcm_trunk_info_t::mc_index;
 }
 
+void go_to(Passage &passage, const Destination &to)
+{
+    passage.is_for_many = false;
+    passage.to = to;
+}
+
+/// What is no IP packet stays as it is.
+void redirect_to_object(Passage &passage, bcm_if_t object)
+{
+    const Onward onward = route_by_object(passage, object);
+    if (onward != Onward::next) {
+        go_to(passage, onward == Onward::over ? nowhere : passage.to);
+    }
+}
+
+void redirect_to_members(Passage &passage, bcm_vlan_t vid)
+{
+    VlanTable &vlans = vlans_of(passage.sw);
+    go_to(passage, vlans.has(vid) ? PortSet(vlans.at(vid).members) : PortSet());
+}
+
 void redirect(Passage &passage, const FieldEffect &effect)
 {
-    if (effect.kind == FieldEffect::Kind::to_ports) {
+    if (effect.kind == FieldEffect::Kind::to_object) {
+        redirect_to_object(passage, static_cast<bcm_if_t>(effect.number));
+    } else if (effect.kind == FieldEffect::Kind::to_members) {
+        redirect_to_members(passage, static_cast<bcm_vlan_t>(effect.number));
+    } else if (effect.kind == FieldEffect::Kind::to_ports) {
         go_to(passage, effect.ports);
-    } else if (effect.kind == FieldEffect::Kind::to_destination
-               && effect.to.kind == Destination::Kind::group) {
+    } else if (effect.to.kind == Destination::Kind::group) {
         const auto &lines = l2_of(passage.sw).multicast;
         const auto line = lines.find(effect.to.id);
         passage.to = effect.to;
         go_to(passage, line != lines.end() ? PortSet(line->second) : PortSet());
-    } else if (effect.kind == FieldEffect::Kind::to_destination) {
-        passage.is_for_many = false;
-        passage.to = effect.to;
+    } else {
+        go_to(passage, effect.to);
     }
 }
 
@@ -123,22 +196,215 @@ void change_ports(Passage &passage, const FieldEffect &effect)
     go_to(passage, adds ? now | effect.ports : now - effect.ports);
 }
 
+bool goes_to_cpu(const Passage &passage)
+{
+    return passage.is_for_many ? passage.members.has(cpu_port) : passage.to == the_cpu;
+}
+
+/// What the switch itself has for the CPU. Whether the packet then goes nowhere.
+bool keep_from_cpu(Passage &passage)
+{
+    passage.copies.remove(cpu_port);
+    passage.cpu_reasons.clear();
+    passage.members.remove(cpu_port);
+    if (passage.is_for_many || !(passage.to == the_cpu)) {
+        return false;
+    }
+    passage.to = nowhere;
+    return true;
+}
+
+/// Where it goes, but for the CPU's copies.
+void lead(Passage &passage, const FieldVerdict &verdict)
+{
+    const bool is_kept = verdict.cancels(FieldDecision::switch_to_cpu) && keep_from_cpu(passage);
+    if (verdict.of(FieldDecision::trap) != nullptr) {
+        go_to(passage, the_cpu);
+        return;
+    }
+    const FieldEffect *const destination = verdict.of(FieldDecision::destination);
+    const FieldEffect *const ports = verdict.of(FieldDecision::egress_ports);
+    const bool is_lost = is_kept && destination == nullptr && ports == nullptr;
+    if (is_lost || verdict.of(FieldDecision::drop) != nullptr) {
+        passage.drop(Discard::field_rule);
+        go_to(passage, nowhere);
+        return;
+    }
+    if (destination != nullptr) {
+        redirect(passage, *destination);
+    }
+    if (ports != nullptr) {
+        change_ports(passage, *ports);
+    }
+}
+
+/// The numbers that are decided for the packet.
+class Numbers {
+public:
+    Numbers(const FieldVerdict &verdict, const FieldKey &key) : verdict_(verdict), key_(key) {}
+
+    template <class Number>
+    void put(FieldDecision decision, Number &place) const
+    {
+        const FieldEffect *effect = verdict_.of(decision);
+        const auto number = effect != nullptr ? effect->number_for(key_) : std::nullopt;
+        if (number) {
+            place = static_cast<Number>(*number);
+        }
+    }
+
+private:
+    const FieldVerdict &verdict_;
+    const FieldKey &key_;
+};
+
+/// Priorities, queues and colour.
+void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+{
+    using D = FieldDecision;
+    if (!verdict.has_any(one_of(D::priority) | one_of(D::color) | one_of(D::unicast_queue)
+                         | one_of(D::multicast_queue) | one_of(D::cpu_queue) | one_of(D::outer_priority)
+                         | one_of(D::outer_cfi) | one_of(D::not_learnt))) {
+        return;
+    }
+    const Numbers numbers(verdict, key);
+    // It begins with the priority that the tag has until here.
+    Treatment &treatment = passage.treat();
+    numbers.put(D::priority, treatment.priority);
+    numbers.put(D::color, treatment.color);
+    numbers.put(passage.is_for_many ? D::multicast_queue : D::unicast_queue, treatment.queue);
+    numbers.put(D::cpu_queue, treatment.cpu_queue);
+    treatment.is_learnt = verdict.of(D::not_learnt) == nullptr;
+    Tag tag;
+    tag.set_content(passage.frame.tag);
+    numbers.put(D::outer_priority, tag.priority);
+    numbers.put(D::outer_cfi, tag.cfi);
+    passage.frame.tag = tag.content();
+    if (passage.tags) {
+        passage.tags->outer.set_content(tag.content());
+    }
+}
+
+/// What else tags say: the packet leaves as one whose port reads them in its own way.
+void change_tags(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+{
+    using D = FieldDecision;
+    if (!verdict.has_any(one_of(D::outer_type) | one_of(D::inner_vlan) | one_of(D::inner_priority)
+                         | one_of(D::inner_cfi) | one_of(D::inner_type))) {
+        return;
+    }
+    passage.treat();
+    if (!passage.tags) {
+        passage.tags = tags_of(passage);
+        passage.frame.untagged_from = passage.tags->payload_from;
+        passage.frame.type = number_at(passage.frame.bytes, passage.frame.untagged_from);
+    }
+    const Numbers numbers(verdict, key);
+    Tag &outer = passage.tags->outer, &inner = passage.tags->inner;
+    numbers.put(D::outer_type, outer.type);
+    if (const FieldEffect *effect = verdict.of(D::inner_vlan)) {
+        inner.is_there = effect->kind == FieldEffect::Kind::new_tag
+                         || (inner.is_there && effect->kind != FieldEffect::Kind::no_tag);
+        numbers.put(D::inner_vlan, inner.vlan);
+    }
+    numbers.put(D::inner_priority, inner.priority);
+    numbers.put(D::inner_cfi, inner.cfi);
+    numbers.put(D::inner_type, inner.type);
+}
+
+/// What is to be changed in the packet when it is known how its copies begin.
+void note_changes(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+{
+    using D = FieldDecision;
+    if (!verdict.has_any(one_of(D::service) | one_of(D::ecn) | one_of(D::ttl) | one_of(D::source_mac)
+                         | one_of(D::destination_mac))) {
+        return;
+    }
+    constexpr unsigned ecn_mask = 3, dscp_mask = 0xfc, precedence_mask = 0xe0;
+    constexpr unsigned dscp_shift = 2, precedence_shift = 5;
+    passage.treat().changes_headers = true;
+    HeaderChanges &changes = passage.treat().changes;
+    if (key.ip != nullptr) {
+        changes.ip_from = static_cast<std::size_t>(key.ip - passage.frame.bytes.data);
+    }
+    if (const FieldEffect *effect = verdict.of(D::service)) {
+        const bool is_whole = effect->kind != FieldEffect::Kind::new_precedence;
+        changes.service_mask = is_whole ? dscp_mask : precedence_mask;
+        changes.service = effect->number << (is_whole ? dscp_shift : precedence_shift);
+    }
+    if (const FieldEffect *effect = verdict.of(D::ecn)) {
+        changes.service_mask |= ecn_mask;
+        changes.service |= effect->number;
+    }
+    Numbers(verdict, key).put(D::ttl, changes.ttl);
+    if (const FieldEffect *effect = verdict.of(D::destination_mac)) {
+        changes.to = effect->mac.data();
+    }
+    if (const FieldEffect *effect = verdict.of(D::source_mac)) {
+        changes.from = effect->mac.data();
+    }
+}
+
+void mirror(Passage &passage, const FieldVerdict &verdict)
+{
+    if (const FieldEffect *effect = verdict.of(FieldDecision::mirror_in)) {
+        mirror_arrival(passage, static_cast<int>(effect->number));
+    }
+    if (const FieldEffect *effect = verdict.of(FieldDecision::mirror_out)) {
+        passage.treat().mirror_out = static_cast<int>(effect->number);
+    }
+}
+
+/// Copies for the CPU, and what it is told of the packet.
+void tell_cpu(Passage &passage, const FieldVerdict &verdict)
+{
+    const FieldEffect *const trap = verdict.of(FieldDecision::trap);
+    const FieldEffect *const copy = verdict.of(FieldDecision::copy_to_cpu);
+    const FieldEffect *const destination = verdict.of(FieldDecision::destination);
+    if (copy != nullptr) {
+        passage.copies.add(cpu_port);
+    }
+    const FieldEffect *const by = trap != nullptr                                  ? trap
+                                  : copy != nullptr                                ? copy
+                                  : destination != nullptr && goes_to_cpu(passage) ? destination
+                                                                                   : nullptr;
+    if (by != nullptr) {
+        passage.cpu_reasons.add(bcmRxReasonFilterMatch);
+        passage.treat().cpu_match = by->entry;
+    }
+    if (const FieldEffect *match = verdict.of(FieldDecision::cpu_match)) {
+        passage.treat().cpu_match = match->number;
+    }
+    if (const FieldEffect *reason = verdict.of(FieldDecision::cpu_reason)) {
+        passage.cpu_reasons.clear();
+        passage.cpu_reasons.add(static_cast<bcm_rx_reason_t>(reason->number));
+    }
+}
+
 }  // namespace
 
-bool pass_last_fields(Passage &passage, int port)
+void remember_source(Passage &passage)
+{
+    const L2Table &addresses = l2_of(passage.sw).addresses;
+    const std::size_t position = addresses.find(l2_key(passage.frame.from(), passage.vid));
+    passage.source_was_known = position != L2Table::none;
+    passage.source_was_static = position != L2Table::none && (addresses.flags(position) & BCM_L2_STATIC) != 0;
+}
+
+bool pass_last_fields(Passage &passage, int port, ByteView copy)
 {
     if (!has_fields(passage.sw, FieldStage::egress)) {
         return true;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, copy, port, key);
     key.put(at::forwarding_vlan, passage.vid);
     key.has(FieldHeader::vlan);
     const auto number = static_cast<unsigned>(port);
     key.put(at::out_port, number);
     key.has(FieldHeader::out_port);
     key.words[at::out_ports.word + number / 64] = FieldWord{1} << number % 64;
-    return !match(passage, FieldStage::egress, port, key).is(FieldDecision::drop, FieldEffect::Kind::drop);
+    return match(passage, FieldStage::egress, port, key).of(FieldDecision::drop) == nullptr;
 }
 
 Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
@@ -148,14 +414,18 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
         return Onward::next;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, passage.frame.bytes, passage.port, key);
     const FieldVerdict verdict = match(passage, FieldStage::lookup, passage.port, key);
-    if (verdict.is(FieldDecision::drop, FieldEffect::Kind::drop)) {
+    if (verdict.is_empty()) {
+        return Onward::next;
+    }
+    if (verdict.of(FieldDecision::drop) != nullptr) {
         passage.drop(Discard::field_rule);
         return Onward::over;
     }
-    if (verdict.is(FieldDecision::vlan, FieldEffect::Kind::vlan)) {
-        *vid = static_cast<bcm_vlan_t>(verdict.of(FieldDecision::vlan)->number);
+    treat(passage, verdict, key);
+    if (const FieldEffect *effect = verdict.of(FieldDecision::vlan)) {
+        *vid = static_cast<bcm_vlan_t>(effect->number);
     }
     return Onward::next;
 }
@@ -166,24 +436,24 @@ Onward look_up_fields(Passage &passage)
         return Onward::next;
     }
     FieldKey key;
-    start_key(passage, key);
+    start_key(passage, passage.frame.bytes, passage.port, key);
     put_bridging(passage, key);
     put_destination(passage, key);
-    const FieldVerdict verdict = match(passage, FieldStage::ingress, passage.port, key);
-    if (const FieldEffect *effect = verdict.of(FieldDecision::destination)) {
-        redirect(passage, *effect);
+    PolicerDecision policed;
+    const FieldVerdict verdict = match(passage, FieldStage::ingress, passage.port, key, policed);
+    if (policed.by != 0 && !take_policed(passage, policed)) {
+        go_to(passage, nowhere);
+        return Onward::next;
     }
-    if (const FieldEffect *effect = verdict.of(FieldDecision::egress_ports)) {
-        change_ports(passage, *effect);
+    if (verdict.is_empty()) {
+        return Onward::next;
     }
-    if (verdict.is(FieldDecision::copy_to_cpu, FieldEffect::Kind::copy_to_cpu)) {
-        passage.copy_to_cpu(bcmRxReasonFilterMatch);
-    }
-    if (verdict.is(FieldDecision::drop, FieldEffect::Kind::drop)) {
-        passage.drop(Discard::field_rule);
-        passage.is_for_many = false;
-        passage.to = {Destination::Kind::discard, 0, 0};
-    }
+    lead(passage, verdict);
+    treat(passage, verdict, key);
+    change_tags(passage, verdict, key);
+    note_changes(passage, verdict, key);
+    mirror(passage, verdict);
+    tell_cpu(passage, verdict);
     return Onward::next;
 }
 

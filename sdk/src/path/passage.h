@@ -5,7 +5,6 @@
 #include "frame_buffer.h"
 #include "l2.h"
 #include "l3_objects.h"
-#include "policer.h"
 #include "port.h"
 #include "queue.h"
 #include "tags.h"
@@ -44,13 +43,37 @@ struct Departures {
     }
 
     FrameBuffer frame;
-    PolicerDecision policed;                   // written only by policers
     std::array<Head, 2 + port_max + 1> heads;  // without a tag, with one, and those of ports that change tags
     std::uint8_t head_count = 0;
     std::array<Copy, port_max + 1> copies;
     std::size_t count = 0;
     std::unique_ptr<std::vector<Other>> others;  // null as long as there are none
     CpuCopy cpu_copy;                            // of the CPU's, if there is one
+};
+
+/// What is changed in a packet beside its tags, for all copies. -1 and null: nothing.
+struct HeaderChanges {
+    std::size_t ip_from = 0;  ///< place of the IP header; 0 without
+    unsigned service_mask = 0, service = 0;
+    int ttl = -1;  ///< of what is routed
+    const unsigned char *to = nullptr, *from = nullptr;
+};
+
+/// What becomes of a packet besides where it goes, as policers and entries of the field processor say.
+struct Treatment {
+    Treatment(bcm_color_t color_, int priority_) : color(color_), priority(priority_) {}
+
+    /// The queue where it leaves, in place of the priority's; -1 for that.
+    int queue_at(int port) const { return port == cpu_port ? cpu_queue : queue; }
+
+    bcm_color_t color;
+    int priority;  ///< within the switch
+    int queue = -1, cpu_queue = -1;
+    bool is_learnt = true;  ///< its source address
+    uint32 cpu_match = 0;   ///< what the CPU is told of the entry that sends it there
+    int mirror_out = 0;     ///< the destination that gets a copy of what leaves; 0 for none
+    bool changes_headers = false;
+    HeaderChanges changes;
 };
 
 struct Passage {
@@ -86,6 +109,15 @@ struct Passage {
     int tree_state() const { return group != nullptr ? group->state(port) : BCM_STG_STP_DISABLE; }
     PortSet forwarding() const { return group != nullptr ? group->forwarding() : PortSet::one(cpu_port); }
 
+    /// What becomes of it, to be changed.
+    Treatment &treat()
+    {
+        if (!treatment) {
+            treatment.emplace(color(), priority());
+        }
+        return *treatment;
+    }
+
     /// Finds VLAN and group again, after callbacks that may have changed all of it.
     void find_vlan()
     {
@@ -98,7 +130,7 @@ struct Passage {
 
     Departures &departures;
     Frame frame = Frame(departures.frame.bytes());
-    const FrameCounts counts = FrameCounts(frame.bytes);
+    FrameCounts counts = FrameCounts(frame.bytes);
 
     /// Where the port reads tags in its own way: all tags as they are in the switch. The frame then has the outer one,
     /// and none of the others.
@@ -117,21 +149,20 @@ struct Passage {
     const NextHop *hop =
         nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
     bool is_sampled = false;  ///< on arrival
-    /// What policers made of it; null if there was none.
-    const PolicerDecision *policed = nullptr;
+    /// Before it was learnt, if the field processor asks.
+    bool source_was_known = false, source_was_static = false;
+    std::optional<Treatment> treatment;  ///< none if nobody asks for one
 
     /// Within the switch, as queues know it: what is above the highest is that.
     int priority() const
     {
-        return policed != nullptr && policed->priority >= 0 ? policed->priority
-               : tags                                       ? std::min(tags->priority, priorities - 1)
-                                                            : static_cast<int>(frame.tag >> 13);
+        return treatment ? treatment->priority
+               : tags    ? std::min(tags->priority, priorities - 1)
+                         : static_cast<int>(frame.tag >> 13);
     }
     bcm_color_t color() const
     {
-        return policed != nullptr ? policed->color
-               : tags             ? static_cast<bcm_color_t>(tags->color)
-                                  : bcmColorGreen;
+        return treatment ? treatment->color : tags ? static_cast<bcm_color_t>(tags->color) : bcmColorGreen;
     }
 
     PortSet copies;          ///< the ports that are to send it

@@ -202,7 +202,8 @@ bool is_source_expected(Passage &passage, L3State &l3, const Ingress &ingress, c
 }
 
 /// The packet leaves by that hop, if it is not at its end.
-Onward leave_by(Passage &passage, L3State &l3, const NextHop &hop, const IpHeader &header)
+[[gnu::always_inline]] inline Onward leave_by(Passage &passage, L3State &l3, const NextHop &hop,
+                                              const IpHeader &header)
 {
     const bcm_l3_intf_t &interface = hop.interface->record;
     const bool keeps_ttl = hop.flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY);
@@ -236,13 +237,37 @@ Onward leave_by(Passage &passage, L3State &l3, const NextHop &hop, const IpHeade
     return Onward::decided;
 }
 
+/// To the hop, which may be none.
+[[gnu::always_inline]] inline Onward follow(Passage &passage, L3State &l3, const NextHop *hop,
+                                            bool is_discarded, const IpHeader &header)
+{
+    if (is_discarded || (hop != nullptr && hop->kind == NextHop::Kind::discard)) {
+        return give_up(passage, Discard::null_route, l3.settings.null_routes_to_cpu);
+    }
+    if (hop == nullptr || hop->kind == NextHop::Kind::unresolved) {
+        return give_up(passage, Discard::unresolved, l3.settings.unknown_to_cpu);
+    }
+    if (hop->kind == NextHop::Kind::cpu) {
+        if (is_traced) {
+            tell_step(passage, simStageRoute, passage.port, "for the CPU, as it came");
+        }
+        return to_cpu(passage, bcmRxReasonL3LocalAddress);
+    }
+    return leave_by(passage, l3, *hop, header);
+}
+
+/// The header of the packet; false if it is no sound one.
+[[gnu::always_inline]] inline bool read_ip(const Passage &passage, IpHeader &header)
+{
+    const std::size_t begin = passage.frame.untagged_from + 2;
+    const ByteView &bytes = passage.frame.bytes;
+    return header.read(bytes.data + begin, bytes.size - begin, passage.frame.type == type_ip6);
+}
+
 Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &match)
 {
     IpHeader header;
-    const std::size_t begin = passage.frame.untagged_from + 2;
-    const ByteView &bytes = passage.frame.bytes;
-    if (!header.read(bytes.data + begin, bytes.size - begin, passage.frame.type == type_ip6)
-        || header.is_for_group()) {
+    if (!read_ip(passage, header) || header.is_for_group()) {
         return give_up(passage, Discard::ip_header, l3.settings.header_errors_to_cpu);
     }
     if (header.is_link_local()) {
@@ -269,20 +294,7 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
     if ((flags & BCM_L3_COPY_TO_CPU) || (match.takes & takes_copy)) {
         passage.copy_to_cpu(bcmRxReasonL3DestMarked);
     }
-    const NextHop *hop = hop_of(found.entry->way, header);
-    if ((flags & BCM_L3_DST_DISCARD) || (hop != nullptr && hop->kind == NextHop::Kind::discard)) {
-        return give_up(passage, Discard::null_route, l3.settings.null_routes_to_cpu);
-    }
-    if (hop == nullptr || hop->kind == NextHop::Kind::unresolved) {
-        return give_up(passage, Discard::unresolved, l3.settings.unknown_to_cpu);
-    }
-    if (hop->kind == NextHop::Kind::cpu) {
-        if (is_traced) {
-            tell_step(passage, simStageRoute, passage.port, "for the CPU, as it came");
-        }
-        return to_cpu(passage, bcmRxReasonL3LocalAddress);
-    }
-    return leave_by(passage, l3, *hop, header);
+    return follow(passage, l3, hop_of(found.entry->way, header), flags & BCM_L3_DST_DISCARD, header);
 }
 
 /// Of a switch that routes at all.
@@ -314,6 +326,22 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
 Onward route(Passage &passage)
 {
     return l2_of(passage.sw).takers != L2State::no_takers ? route_if_own(passage) : Onward::next;
+}
+
+[[gnu::noinline]] Onward route_by_object(Passage &passage, bcm_if_t object)
+{
+    const unsigned type = passage.frame.type;
+    IpHeader header;
+    if ((type != type_ip4 && type != type_ip6) || !read_ip(passage, header)) {
+        return Onward::next;
+    }
+    L3State &l3 = l3_of(passage.sw);
+    const L3Egress *egress = l3.objects.egress_object(object);
+    const L3Group *group = l3.objects.group(object);
+    const NextHop *hop = egress != nullptr  ? &egress->hop
+                         : group != nullptr ? hop_of({nullptr, group}, header)
+                                            : nullptr;
+    return follow(passage, l3, hop, false, header);
 }
 
 }  // namespace sim

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "passage.h"
+#include "policer.h"
 
 namespace sim {
 
@@ -26,6 +27,10 @@ Onward copy_in_vlan(Passage &passage);
 /// The same of what leaves a port, with that beginning.
 void copy_departure(Passage &passage, int port, const Head &head);
 
+/// Copies for one destination of mirrors, of what arrived and of what leaves a port.
+void mirror_arrival(Passage &passage, int destination);
+void mirror_departure(Passage &passage, int port, const Head &head, int destination);
+
 /// What the port takes.
 Onward admit(Passage &passage);
 
@@ -38,17 +43,30 @@ Onward classify_by_fields(Passage &passage);
 /// That VLAN, 0 for none, and whether the packet goes on.
 Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid);
 
+/// What the address table knows of the source before it is learnt, for the field processor.
+void remember_source(Passage &passage);
+
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
 
 /// The source address: learnt, and perhaps unwanted.
 Onward look_at_source(Passage &passage);
 
+/// The same, where the field processor may have said that it is not to be learnt.
+Onward look_at_source_by_fields(Passage &passage);
+
 /// The policers of the port and the VLAN.
 Onward police_arrival(Passage &passage);
 
+/// What policers have decided about the packet. False: it is dropped.
+bool take_policed(Passage &passage, const PolicerDecision &decision);
+
 /// What is addressed to the router: where its IP address leads.
 Onward route(Passage &passage);
+
+/// An IP packet goes where an egress object leads, or one of a group: decided, or over if it ends here. Next: it is
+/// none.
+Onward route_by_object(Passage &passage, bcm_if_t object);
 
 /// The CPU's copies of packets of protocols.
 Onward copy_protocols(Passage &passage);
@@ -68,8 +86,14 @@ Onward replicate(Passage &passage);
 /// How the copies begin.
 Onward edit(Passage &passage);
 
-/// Whether the field processor lets the port send its copy.
-bool pass_last_fields(Passage &passage, int port);
+/// What the field processor changes in all copies, when edit has said how they begin.
+Onward change_headers(Passage &passage);
+
+/// The tags that the packet has in the switch. To be asked before the first copy is written, which is where they are.
+PacketTags tags_of(Passage &passage);
+
+/// Whether the field processor lets the port send that copy.
+bool pass_last_fields(Passage &passage, int port, ByteView copy);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);

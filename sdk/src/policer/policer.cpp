@@ -92,9 +92,9 @@ void act(const PolicerActions &actions, bcm_color_t color, PolicerDecision &deci
     }
 }
 
-void police(Policers &state, bcm_policer_t id, std::size_t length, PolicerDecision &decision)
+void police(Policers &state, Policer &policer, bcm_policer_t id, std::size_t length,
+            PolicerDecision &decision)
 {
-    Policer &policer = state.policers.at(id);
     const bcm_color_t came = decision.color;
     const bcm_color_t color = policer.meter.color(came, metered_length(state, policer, length));
     decision.color = color;
@@ -113,6 +113,12 @@ Policer *Policers::find(bcm_policer_t id)
 {
     const auto found = policers.find(id);
     return found != policers.end() ? &found->second : nullptr;
+}
+
+PolicerUse Policers::use(bcm_policer_t id)
+{
+    const Policer *policer = find(id);
+    return policer != nullptr ? PolicerUse{id, policer->token} : PolicerUse();
 }
 
 void Policers::take_away(PolicerSide side, const PolicerPlace &place)
@@ -144,6 +150,14 @@ void update_policing(Switch &sw)
     ports.update_special_out();
 }
 
+void police(Policers &state, const PolicerUse &use, std::size_t length, PolicerDecision &decision)
+{
+    Policer *policer = state.find(use.id);
+    if (policer != nullptr && policer->token == use.token && state.is_on) {
+        police(state, *policer, use.id, length, decision);
+    }
+}
+
 void police(Switch &sw, PolicerSide side, int port, bcm_vlan_t vlan, std::size_t length,
             PolicerDecision &decision)
 {
@@ -156,7 +170,7 @@ void police(Switch &sw, PolicerSide side, int port, bcm_vlan_t vlan, std::size_t
          {PolicerPlace{port, vlan}, PolicerPlace{-1, vlan}, PolicerPlace{port, 0}}) {
         const auto found = places.find(place);
         if (found != places.end() && !decision.drops) {
-            police(state, found->second, length, decision);
+            police(state, state.policers.at(found->second), found->second, length, decision);
         }
     }
 }

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <utility>
 
 namespace sim {
@@ -15,8 +16,11 @@ namespace sim {
 struct Policer {
     bcm_policer_config_t config = {};
     Meter meter;
-    int uses = 0;
+    int uses = 0;                                                  // at places
+    std::shared_ptr<const void> token = std::make_shared<char>();  // of PolicerUse
     bool counts = true;
+
+    bool is_used() const { return uses != 0 || token.use_count() > 1; }
     std::array<uint64, bcmPolicerStatCount> counters = {};
 };
 
@@ -38,9 +42,17 @@ struct PolicerPlace {
     }
 };
 
+/// That what is no place has a policer, which is in use as long as this is there; id 0: none.
+struct PolicerUse {
+    bcm_policer_t id = 0;
+    std::shared_ptr<const void> token;
+};
+
 struct Policers {
     /// Null if there is none.
     Policer *find(bcm_policer_t id);
+    /// None if there is no such policer.
+    PolicerUse use(bcm_policer_t id);
     /// That it does not stand there any more.
     void take_away(PolicerSide side, const PolicerPlace &place);
     bool has_any(PolicerSide side) const { return !places[static_cast<std::size_t>(side)].empty(); }
@@ -80,6 +92,9 @@ struct PolicerDecision {
 
 /// Tells the ports whether packets pass policers there. After each change.
 void update_policing(Switch &sw);
+
+/// What the policer decides, if it is still there and policers are on.
+void police(Policers &state, const PolicerUse &use, std::size_t length, PolicerDecision &decision);
 
 /// Whether the policers at a place let a packet of so many bytes, with checksum, pass and how. Those of the port in
 /// the VLAN come first, then those of the VLAN, then those of the port.

@@ -158,7 +158,7 @@ int sim_bcm_policer_destroy(int unit, bcm_policer_t policer_id)
 {
     return begin(unit, ready<PolicerState>, policer_of(policer_id))
         .then([&](PolicerState &state, Policer &policer) -> int {
-            if (policer.uses != 0) {
+            if (policer.is_used()) {
                 return BCM_E_BUSY;
             }
             state.policers.erase(policer_id);

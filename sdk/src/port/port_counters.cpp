@@ -254,6 +254,11 @@ FrameCounts::FrameCounts(ByteView frame)
 {
 }
 
+void FrameCounts::readdress(const unsigned char *to)
+{
+    addresses_ = address_counter(to);
+}
+
 bool FrameCounts::arrived_with_error(PortCounters &counters, bool is_too_long) const
 {
     counters.counts[place(Direction::received, F::octets)] += length_;

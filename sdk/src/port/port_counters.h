@@ -134,6 +134,9 @@ public:
 
     std::size_t length() const { return length_; }
 
+    /// It goes to another address.
+    void readdress(const unsigned char *to);
+
 private:
     bool arrived_with_error(PortCounters &counters, bool is_too_long) const;
 

@@ -1,0 +1,424 @@
+"""Random entries of the field processor and random packets, against the model of field_model.py: which entry acts in
+each group of all three stages, what it counts, and whether the packet goes on.
+
+FIELD_PACKETS=100000 python2.7 run.py test_field_random compares that many packets; FIELD_SEED begins elsewhere.
+"""
+import os
+import random
+import unittest
+
+import QuorelApiNew as q
+from field_model import (ARP, ESP, FRAGMENT, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP6, OPTIONS, OSPF, RARP,
+                         ROUTING, SCTP, TCP, UDP, VLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+from quorel import array, checked, OUT, sim
+from simulator import TRUNK
+
+PACKETS = int(os.environ.get('FIELD_PACKETS', 3000))
+FIRST_SEED = int(os.environ.get('FIELD_SEED', 0))
+ROUND = 250  # packets that meet the same entries
+ENTRIES = 10  # of each of two groups of each stage
+
+MEMBERS = 1, 2, 3  # of all VLANs; the others only take packets
+SERVICE_TAGS, IN_TRUNK, SENDER, YELLOW = 4, 5, 6, 40
+ARRIVALS = MEMBERS + (SERVICE_TAGS, IN_TRUNK, YELLOW)
+TRUNK_ID, GROUP = 7, 9
+VLANS = 1, 10, 20
+SERVICE_TPID = 0x88a8
+MODULE = 0
+STATIC, MOVING = '02:00:00:00:00:01', '02:00:00:00:00:02'
+TO_PORT, TO_TRUNK, TO_NOWHERE = '02:00:00:00:01:01', '02:00:00:00:01:02', '02:00:00:00:01:03'
+TO_GROUP = '01:00:5e:01:01:01'
+TARGETS = [TO_PORT, TO_TRUNK, TO_NOWHERE, TO_GROUP, '02:00:00:00:01:09', 'ff:ff:ff:ff:ff:ff', '01:00:5e:00:00:05']
+IPS = [0x0a000001, 0x0a000102, 0x0a010203, 0xc0a80001, 0xffffffff, 0]
+IP6S = [0x20010db8 << 96 | 1, 0x20010db8 << 96 | 1 << 64 | 1, 0xfe80 << 112 | 7]
+L4_PORTS = 0, 53, 67, 68, 80, 443, 546, 547, 1023, 1024, 40000, 65535
+
+# Qualifiers with a value and a mask, and how many bits they have.
+MASKED = dict(
+    InPort=8, SrcPort=16, SrcTrunk=16, OutPort=8, DstPort=16, DstTrunk=16, DstL2MulticastGroup=16, DstMulticastGroups=16,
+    EtherType=16, SrcMac=48, DstMac=48, L2PayloadFirstEightBytes=64, OuterVlan=16, OuterVlanId=12, OuterVlanPri=3,
+    OuterVlanCfi=1, OuterVlanPriCfi=4, InnerVlan=16, InnerVlanId=12, InnerVlanPri=3, InnerVlanCfi=1, VlanFormat=2,
+    ForwardingVlanId=12, IngressStpState=3, L2SrcHit=1, L2SrcStatic=1, L2DestHit=1, Drop=1, SrcIp=32, DstIp=32,
+    SrcIp6=128, DstIp6=128, SrcIp6High=64, DstIp6High=64, SrcIp6Low=64, DstIp6Low=64, IpProtocol=8, Ip6NextHeader=8,
+    DSCP=6, Tos=8, TosLower4Bits=4, EcnValue=2, Ip6TrafficClass=8, Ip6FlowLabel=20, Ttl=8, Ip6HopLimit=8, IpFlags=2,
+    IpFragNonOrFirst=1, ExtensionHeaderType=8, PacketLength=16, PacketSize=16, L4SrcPort=16, L4DstPort=16, TcpControl=8,
+    TcpHeaderSize=4, Dhcp=1, IcmpTypeCode=16, IgmpTypeMaxRespTime=16, ArpSenderIp4=32, ArpTargetIp4=32)
+SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
+GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport'.split()
+KINDS = 'IpType IpFrag IpProtocolCommon L2Format ArpOpcode'.split()
+PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap OutPorts'.split()
+RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
+ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
+# What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
+LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
+         'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop').split()
+NOT_TO_SEND = ('DstTrunk DstL2MulticastGroup DstMulticastGroup DstMulticastGroups StpState IngressStpState L2SrcHit '
+               'L2SrcStatic L2DestHit Drop').split()
+STAGES = [('StageLookup', [name for name in ALL if name not in LATER]), ('StageIngress', ALL),
+          ('StageEgress', [name for name in ALL if name not in NOT_TO_SEND])]
+SIDES = dict(L4SrcPort=q.BCM_FIELD_RANGE_SRCPORT, L4DstPort=q.BCM_FIELD_RANGE_DSTPORT,
+             OuterVlanId=q.BCM_FIELD_RANGE_OUTER_VLAN, InnerVlanId=q.BCM_FIELD_RANGE_INNER_VLAN,
+             PacketLength=q.BCM_FIELD_RANGE_PACKET_LENGTH)
+PROTOCOLS = dict(Tcp=q.BCM_FIELD_RANGE_TCP, Udp=q.BCM_FIELD_RANGE_UDP)
+
+
+def octets(value, count):
+    return bytearray(value >> 8 * place & 255 for place in reversed(range(count)))
+
+
+def mac_octets(text):
+    return bytearray.fromhex(text.replace(':', ''))
+
+
+def mac_text(value):
+    return ':'.join('%02x' % octet for octet in octets(value, 6))
+
+
+def mac_number(text):
+    return int(text.replace(':', ''), 16)
+
+
+class Maker(object):
+    """Random frames: mostly sound ones, some with bytes that chance has changed."""
+
+    def __init__(self, chance):
+        self.chance = chance
+
+    def frame(self):
+        chance = self.chance
+        source = chance.choice([STATIC, MOVING, '02:00:00:00:02:%02x' % chance.randrange(40)])
+        head = mac_octets(chance.choice(TARGETS)) + mac_octets(source)
+        tpids = chance.choice([(), (), (VLAN,), (VLAN, VLAN), (SERVICE_TPID,), (SERVICE_TPID, VLAN),
+                               (VLAN, SERVICE_TPID), (0x9100, VLAN), (VLAN, VLAN, VLAN)])
+        for tpid in tpids:
+            vlan = chance.choice(VLANS + VLANS + (30, 4095))
+            head += octets(tpid, 2) + octets(chance.randrange(16) << 12 | vlan, 2)
+        if len(tpids) == 1 and chance.random() < 0.1:
+            head[-2:] = octets(chance.randrange(16) << 12, 2)  # a tag for its priority alone
+        kind, payload = chance.choice([self.ip4, self.ip4, self.ip6, self.ip6, self.arp, self.logical_link,
+                                       self.other])()
+        body = octets(kind, 2) + payload
+        if chance.random() < 0.25:
+            for _ in range(chance.randrange(1, 4)):
+                body[chance.randrange(2, len(body))] = chance.choice([0, 1, 255, chance.randrange(256)])
+        return bytes((head + body).ljust(60, b'\0'))
+
+    def l4(self, protocol):
+        chance = self.chance
+        ports = octets(chance.choice(L4_PORTS), 2) + octets(chance.choice(L4_PORTS), 2)
+        if protocol == TCP:
+            return (ports + octets(chance.choice([0, 7]), 4) + octets(9, 4)
+                    + bytearray([chance.choice([0x50, 0x60]), chance.randrange(256)]) + octets(0, 6))
+        if protocol in (UDP, SCTP):
+            return ports + octets(8, 2) + octets(0, 2)
+        return octets(chance.choice([0x0800, 0x0000, 0x0301, 0x8700, 0x1164]), 2) + octets(0, 6)
+
+    def filled(self):
+        return bytearray(self.chance.choice([0, 0, 0, 1, 20, 500]))
+
+    def ip4(self):
+        chance = self.chance
+        words = chance.choice([5, 5, 5, 6, 15])
+        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP, IGMP, OSPF, SCTP, GRE])
+        payload = self.l4(protocol) + self.filled()
+        flags, offset = chance.choice([0, 0, 2, 2, 1]), chance.choice([0, 0, 0, 0, 185])
+        length = 4 * words + len(payload)
+        return IP4, (bytearray([0x40 | words, chance.randrange(256)])
+                     + octets(chance.choice([length] * 9 + [length - len(payload) + 3, 0]), 2) + octets(77, 2)
+                     + octets(flags << 13 | offset, 2) + bytearray([chance.choice([0, 1, 64, 255]), protocol, 0, 0])
+                     + octets(chance.choice(IPS), 4) + octets(chance.choice(IPS), 4) + octets(0, 4 * words - 20)
+                     + payload)
+
+    def ip6(self):
+        chance = self.chance
+        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP6, SCTP, ESP, 59])
+        kinds = chance.choice([(), (), (HOP_BY_HOP,), (FRAGMENT,), (OPTIONS, FRAGMENT),
+                               (HOP_BY_HOP, ROUTING, OPTIONS)])
+        payload = bytearray()
+        for place, kind in enumerate(kinds):
+            following = (kinds + (protocol,))[place + 1]
+            if kind == FRAGMENT:
+                piece = octets(chance.choice([0, 0, 1, 8 << 3, 8 << 3 | 1]), 2)
+                payload += bytearray([following, 0]) + piece + octets(5, 4)
+            else:
+                longer = chance.choice([0, 0, 1])
+                payload += bytearray([following, longer]) + bytearray(6 + 8 * longer)
+        payload += self.l4(protocol) + self.filled()
+        length = chance.choice([len(payload)] * 9 + [len(payload) // 2])
+        return IP6, (octets(6 << 28 | chance.randrange(256) << 20 | chance.choice([0, 5, 0xfffff]), 4)
+                     + octets(length, 2)
+                     + bytearray([(kinds + (protocol,))[0], chance.choice([1, 64])])
+                     + octets(chance.choice(IP6S), 16) + octets(chance.choice(IP6S), 16) + payload)
+
+    def arp(self):
+        chance = self.chance
+        kind, operation = chance.choice([ARP, ARP, RARP]), chance.choice([1, 1, 2, 3, 4, 8, 9, 7])
+        return kind, (bytearray([0, 1, 8, 0, 6, 4, 0, operation]) + octets(0, 6) + octets(chance.choice(IPS), 4)
+                      + octets(0, 6) + octets(chance.choice(IPS), 4))
+
+    def logical_link(self):
+        chance = self.chance
+        header = chance.choice([bytearray([0x42, 0x42, 3]), bytearray([0xaa, 0xaa, 3, 0, 0, 0]),
+                                bytearray([0xaa, 0xaa, 3, 0, 0, 0]), bytearray([0xaa, 0xaa, 3, 0, 0, 12])])
+        kind, payload = chance.choice([self.ip4, self.ip6, self.arp, self.other])()
+        if len(header) > 3:
+            payload = octets(kind, 2) + payload
+        length = chance.choice([len(header) + len(payload)] * 5 + [2, 7])
+        return min(length, 0x5ff), header + payload
+
+    def other(self):
+        kind = self.chance.choice([0x88b5, 0x8847, 0x8848, 0x22f3, 0x88e7, 0x8863, 0x8864, 0x22e9, 0x8906])
+        return kind, bytearray(self.chance.randrange(256) for _ in range(self.chance.choice([1, 30, 60])))
+
+
+class Conditions(object):
+    """Random conditions, most of which some packet meets."""
+
+    def __init__(self, chance):
+        self.chance = chance
+        self.ranges = []
+
+    def make_ranges(self):
+        chance = self.chance
+        for id in range(1, 9):
+            sides = chance.choice([('L4DstPort',), ('L4SrcPort',), ('L4SrcPort', 'L4DstPort'), ('OuterVlanId',),
+                                   ('OuterVlanId', 'InnerVlanId'), ('PacketLength',), ('PacketLength',)])
+            is_l4 = sides[0].startswith('L4')
+            most = 65535 if is_l4 else 4095 if 'Vlan' in sides[0] else 700
+            pieces = [sorted(chance.choice(L4_PORTS) % (most + 1) if is_l4 else chance.randrange(most + 1)
+                             for _ in range(2)) for _ in range(chance.choice([1, 1, 3]))]
+            protocols = chance.choice([(), ('Tcp',), ('Udp',), ('Tcp', 'Udp')]) if is_l4 else ()
+            flags = sum(SIDES[side] for side in sides) + sum(PROTOCOLS[protocol] for protocol in protocols)
+            if len(pieces) == 1:
+                checked(q.bcm_field_range_create_id, 0, id, flags, *pieces[0])
+            else:
+                ends = [array('bcm_l4_port_t', column) for column in zip(*pieces)]
+                made = checked(q.bcm_field_range_multi_create, 0, OUT, flags, len(pieces), *ends)
+                assert made == id, 'the lowest id that is free'
+            self.ranges.append((id, sides, pieces, protocols))
+
+    def one(self, name, facts):
+        """A condition on the qualifier; by chance one that these facts meet."""
+        chance = self.chance
+        if name in RANGES:
+            fitting = [each for each in self.ranges
+                       if name == 'RangeCheck' or each[1][0].startswith('L4' if name.startswith('L4') else 'Packet')]
+            return fitting and Range(name, *(chance.choice(fitting) + (chance.random() < 0.4,))) or None
+        if name in PORT_SETS:
+            ports = set(chance.sample(ARRIVALS, 3)) | (facts.get(name, set()) if chance.random() < 0.7 else set())
+            return Ports(name, sorted(ports), chance.choice([range(65), chance.sample(range(1, 65), 32)]))
+        if name in GPORTS or name in KINDS:
+            kinds = sorted(facts.get(name, ()))
+            others = ARRIVALS if name in GPORTS else {
+                'IpType': ['NonIp', 'Ip', 'Ipv4NoOpts'], 'IpFrag': ['Non', 'Any'], 'L2Format': ['EthII', 'Llc'],
+                'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply']}[name]
+            return Kind(name, chance.choice(kinds if kinds and chance.random() < 0.8 else others))
+        value = facts.get(name, 1)
+        if name in SINGLE:
+            return Single(name, value if chance.random() < 0.8 else 0)
+        width = MASKED[name]
+        ones = (1 << width) - 1
+        mask = chance.choice([ones, ones, ones, ones >> width // 2 << width // 2, ones >> width // 2,
+                              chance.getrandbits(width), 0])
+        return Masked(name, value ^ (1 << chance.randrange(width) if chance.random() < 0.1 else 0), mask)
+
+
+def arguments(condition):
+    """As the function of the qualifier takes the condition."""
+    name = condition.name
+    if isinstance(condition, Range):
+        return condition.id, int(condition.inverted)
+    if isinstance(condition, Ports):
+        return condition.ports, condition.mask
+    if isinstance(condition, Kind):
+        kind = condition.kind
+        if name in KINDS:
+            return getattr(q, 'bcmField%s%s' % (name, kind)),
+        return kind if isinstance(kind, int) else TRUNK | kind[1],
+    if isinstance(condition, Single):
+        return condition.value,
+    pair, width = (condition.value, condition.mask), MASKED[name]
+    if name in ('SrcPort', 'DstPort'):
+        return (pair[0] >> 8, pair[1] >> 8, pair[0] & 255, pair[1] & 255)
+    if name == 'L2PayloadFirstEightBytes':
+        return tuple(number >> shift & 0xffffffff for number in pair for shift in (32, 0))
+    if width == 48:
+        return tuple(map(mac_text, pair))
+    if name[3:] in ('Ip6', 'Ip6High', 'Ip6Low'):
+        # The other half does not count.
+        return tuple(array('uint8', list(octets(number << 64 | 0xa5a5 if name.endswith('High') else number, 16)))
+                     for number in pair)
+    return pair
+
+
+class Matching(sim.TestCase):
+    def setUp(self):
+        sim.TestCase.setUp(self)
+        checked(q.bcm_field_init, 0)
+
+    def bridge(self):
+        """Configures the switch, and says how."""
+        self.switch.fresh()
+        for vlan in VLANS[1:]:
+            checked(q.bcm_vlan_create, 0, vlan)
+        checked(q.bcm_vlan_port_remove, 0, 1, [port for port in [0] + list(sim.FRONT_PORTS) if port not in MEMBERS])
+        checked(q.bcm_vlan_port_add, 0, 10, list(MEMBERS), [3])
+        checked(q.bcm_vlan_port_add, 0, 20, list(MEMBERS), [])
+        checked(q.bcm_port_tpid_set, 0, SERVICE_TAGS, SERVICE_TPID)
+        for priority in range(8):
+            checked(q.bcm_port_vlan_priority_map_set, 0, YELLOW, priority, 1, priority, q.bcmColorYellow)
+        checked(q.bcm_trunk_create, 0, q.BCM_TRUNK_FLAG_WITH_ID, TRUNK_ID)
+        for port, flags in ((IN_TRUNK, q.BCM_TRUNK_MEMBER_EGRESS_DISABLE), (SENDER, 0)):
+            checked(q.bcm_trunk_member_add, 0, TRUNK_ID, q.bcm_trunk_member_t(gport=port, flags=flags))
+        addresses = {}
+        for vlan in VLANS:
+            for mac, kind, place, members in ((STATIC, 'port', 1, dict(port=1)), (TO_PORT, 'port', 2, dict(port=2)),
+                                              (TO_TRUNK, 'trunk', TRUNK_ID,
+                                               dict(tgid=TRUNK_ID, flags=q.BCM_L2_STATIC | q.BCM_L2_TRUNK_MEMBER)),
+                                              (TO_NOWHERE, 'nowhere', None,
+                                               dict(port=2, flags=q.BCM_L2_STATIC | q.BCM_L2_DISCARD_DST))):
+                members.setdefault('flags', q.BCM_L2_STATIC)
+                checked(q.bcm_l2_addr_add, 0, q.bcm_l2_addr_t(mac=mac, vid=vlan, **members))
+                addresses[mac_number(mac), vlan] = kind, place
+            checked(q.bcm_mcast_addr_add, 0, q.bcm_mcast_addr_t(mac=TO_GROUP, vid=vlan, l2mc_index=GROUP, pbmp=[1, 3],
+                                                                flags=q.BCM_MCAST_L2_INDEX_GIVEN))
+            addresses[mac_number(TO_GROUP), vlan] = 'group', GROUP
+        return Bridge(members=dict((vlan, set(MEMBERS)) for vlan in VLANS), untagged={1: set(MEMBERS), 10: set([3]),
+                                                                                     20: set()},
+                      trunk=(TRUNK_ID, [IN_TRUNK, SENDER], SENDER), addresses=addresses, groups={GROUP: [1, 3]},
+                      static=set((mac_number(STATIC), vlan) for vlan in VLANS), yellow=[YELLOW],
+                      tags={SERVICE_TAGS: Tags(outer=SERVICE_TPID)}, forwarding=q.BCM_STG_STP_FORWARD, module=MODULE)
+
+    def entry(self, group, names, actions, conditions, first, facts):
+        """An installed entry with a counter, for packets such as that: (entry of the model, counter)"""
+        chance = self.chance
+        chosen = {}
+        # Mostly of what the packet has, or all would be of nothing.
+        having = [name for name in names if name in facts or name in RANGES]
+        for name in [first] + [chance.choice(having if chance.random() < 0.85 else names)
+                               for _ in range(chance.choice([-1, 0, 0, 1, 1, 2, 3]))]:
+            condition = conditions.one(name, facts)
+            if condition is not None:
+                chosen[name] = condition
+        entry, priority = checked(q.bcm_field_entry_create, 0, group), chance.randrange(-2, 3)
+        for name, condition in chosen.items():
+            checked(getattr(q, 'bcm_field_qualify_' + name), 0, entry, *arguments(condition))
+        action = chance.choice(actions)
+        if action is not None:
+            checked(q.bcm_field_action_add, 0, entry, getattr(q, 'bcmFieldAction' + action[0]), action[1], 0, 0)
+        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatBytes])
+        stat = checked(q.bcm_field_stat_create, 0, group, 2, kinds, OUT)
+        checked(q.bcm_field_entry_stat_attach, 0, entry, stat)
+        checked(q.bcm_field_entry_prio_set, 0, entry, priority)
+        checked(q.bcm_field_entry_install, 0, entry)
+        self.compared.update((name, self.stage) for name in chosen)
+        return Entry(entry, priority, chosen.values(), action), stat
+
+    def change_some(self, entries):
+        """Some entries go, some get another priority."""
+        chance = self.chance
+        gone, changed = chance.sample(range(len(entries)), 2)
+        checked(q.bcm_field_entry_prio_set, 0, entries[changed].id, 9)
+        checked(q.bcm_field_entry_reinstall, 0, entries[changed].id)
+        entries[changed].priority = 9
+        chance.choice([lambda id: checked(q.bcm_field_entry_remove, 0, id),
+                       lambda id: checked(q.bcm_field_entry_enable_set, 0, id, 0),
+                       lambda id: checked(q.bcm_field_entry_destroy, 0, id)])(entries[gone].id)
+        del entries[gone]
+
+    def sample(self, stage, names, maker, bridge):
+        """(a qualifier, the facts of some packet in the stage that has it); all qualifiers take turns"""
+        if not self.turns[stage]:
+            self.turns[stage] = self.chance.sample(names, len(names))
+        name = self.turns[stage].pop()
+        while True:
+            frame = maker.frame()
+            facts = bridge.arrival(self.chance.choice(ARRIVALS), frame)
+            vlan = bridge.vlan(facts)
+            found = bridge.destination(facts, vlan) if stage > 0 else None
+            if stage == 1 and found is not None:
+                facts = found[0]
+            elif stage == 2 and found is not None and found[1]:
+                facts = bridge.copy(facts, frame, vlan, found[1][0])[1]
+            elif stage > 0:
+                continue
+            if name in facts or name in RANGES:
+                return name, facts
+
+    def one_round(self, seed, packets):
+        chance = self.chance = random.Random(seed)
+        maker, bridge, conditions = Maker(chance), self.bridge(), Conditions(chance)
+        conditions.make_ranges()
+        stages, stats = [], []
+        for stage, (qualifier, names) in enumerate(STAGES):
+            self.stage = stage
+            groups = []
+            for priority in sorted(chance.sample(range(100), 2), reverse=True):
+                qset = q.bcm_field_qset_t()
+                for name in names + [qualifier]:
+                    q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
+                group = checked(q.bcm_field_group_create, 0, qset, priority)
+                actions = [None, None, None, ('Drop', 0), ('DropCancel', 0)]
+                actions += [('OuterVlanNew', 20)] if stage == 0 else []
+                made = [self.entry(group, names, actions, conditions, *self.sample(stage, names, maker, bridge))
+                        for _ in range(ENTRIES)]
+                entries = [entry for entry, _ in made]
+                stats += [(stat, entry) for entry, stat in made]
+                self.change_some(entries)
+                groups.append(entries)
+            stages.append(groups)
+        bridge.learnt.clear()
+        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatBytes])
+        counts = dict((entry, (0, 0)) for _, entry in stats)
+        for number in range(packets):
+            port, frame = chance.choice(ARRIVALS), maker.frame()
+            counted, copies = self.met(bridge, stages, port, frame)
+            left = self.switch.send(port, frame)
+            for stat, entry in stats:
+                found = tuple(checked(q.bcm_field_stat_multi_get, 0, stat, 2, kinds, OUT))
+                wanted = tuple(map(sum, zip(counts[entry], counted.get(entry, (0, 0)))))
+                if found != wanted:
+                    self.fail('seed %d, packet %d at port %d: %s\n%r\ncounts %s and not %s; of the packet\n%s\n%s'
+                              % (seed, number, port, frame.encode('hex'), entry, found, wanted,
+                                 sorted(bridge.arrival(port, frame).items()), self.switch.trace(port, frame)))
+                counts[entry] = found
+            self.assertEqual([(to, sent.encode('hex')) for to, sent in left], copies, (seed, number, port, frame))
+
+    def met(self, bridge, stages, port, frame):
+        """({entry: (packets, bytes)} of what counts the packet, [(port, frame in hex)] that leave)"""
+        counted = {}
+
+        def meet(stage, facts):
+            verdict = {}
+            for entry in acting(stages[stage], facts):
+                packets, octets_ = counted.get(entry, (0, 0))
+                counted[entry] = packets + 1, octets_ + facts['PacketLength']
+                if entry.action is not None:
+                    kind = 'drop' if entry.action[0].startswith('Drop') else 'vlan'
+                    verdict.setdefault(kind, entry.action)
+            return verdict.get('drop', ('',))[0] == 'Drop', verdict.get('vlan', (None, None))[1]
+
+        facts = bridge.arrival(port, frame)
+        is_dropped, new_vlan = meet(0, facts)
+        vlan = new_vlan or bridge.vlan(facts)
+        found = None if is_dropped else bridge.destination(facts, vlan)
+        if found is None or meet(1, found[0])[0]:
+            return counted, []
+        copies = []
+        for to in found[1]:
+            sent, leaving = bridge.copy(facts, frame, vlan, to)
+            if not meet(2, leaving)[0]:
+                copies.append((to, sent.encode('hex')))
+        return counted, copies
+
+    def test_random_entries_and_packets(self):
+        self.compared, self.turns = set(), [[], [], []]
+        for start in range(0, PACKETS, ROUND):
+            self.one_round(FIRST_SEED + start // ROUND, min(ROUND, PACKETS - start))
+        if PACKETS >= 3000:
+            missing = set((name, stage) for stage, (_, names) in enumerate(STAGES) for name in names) - self.compared
+            self.assertEqual(missing, set())
+
+
+if __name__ == '__main__':
+    unittest.main()
