@@ -225,7 +225,8 @@ def about(what):
         header = known.header(name)
         if header is None:
             near = [found for found, _ in found_by(name.replace('_', ' '))[:3]]
-            raise ValueError('the headers say nothing of %r%s' % (name, '; near it are ' + ', '.join(near) if near else ''))
+            raise ValueError('the headers say nothing of %r%s'
+                             % (name, '; near it are ' + ', '.join(near) if near else ''))
         lines, sections = [name], [_reflowed(header[0], WIDTH - 4),
                                    textwrap.wrap(', '.join(header[1]), WIDTH - 4, break_long_words=False)]
     else:

@@ -66,7 +66,10 @@ class RealLibraries(unittest.TestCase):
         try:
             status, log = cls.configure()
             assert status == 0, log
-            shutil.copy(os.path.join(LIBRARIES, 'QuorelApiNew.py'), os.path.join(cls.tree, 'lib'))
+            os.makedirs(os.path.join(cls.tree, 'lib', 'quorel'))
+            for name in 'QuorelApiNew.py', 'quorel/reference.tsv':
+                shutil.copy(os.path.join(LIBRARIES, name), os.path.join(cls.tree, 'lib', name))
+            shutil.copytree(os.path.join(BUILD, 'generated', 'stubs'), os.path.join(cls.tree, 'generated', 'stubs'))
             cls.link('CMakeFiles', 'lib/_QuorelApiNew.so')
             cls.link('quorel/CMakeFiles', 'lib/_quorel.so')
         except BaseException:

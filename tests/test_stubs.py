@@ -31,7 +31,8 @@ def lines_of(*path):
 def declared(lines):
     """The names at the outermost level, with the parameters of functions."""
     for line in lines:
-        found = re.match(r'(?:def (\w+)\((.*?)(?:, /)?\) ->|class (\w+)|(\w+):|from \S+ import (?:\w+ as )?(_\w+)$)', line)
+        found = re.match(r'(?:def (\w+)\((.*?)(?:, /)?\) ->|class (\w+)|(\w+):|'
+                         r'from \S+ import (?:\w+ as )?(_\w+)$)', line)
         if found:
             function, parameters, others = found.group(1), found.group(2), found.groups()[2:]
             yield function or [name for name in others if name][0], parameters
@@ -156,8 +157,9 @@ class Checked(unittest.TestCase):
         environment = dict((name, value) for name, value in os.environ.items() if name != 'LD_PRELOAD')
         environment.pop('PYTHONPATH')
         process = subprocess.Popen(
-            [MYPY, '--cache-dir', os.path.join(self.directory, 'cache'), '--check-untyped-defs', '--follow-imports=silent',
-             '--disable-error-code=var-annotated', '--no-error-summary', '--config-file='] + list(paths),
+            [MYPY, '--cache-dir', os.path.join(self.directory, 'cache'), '--check-untyped-defs',
+             '--follow-imports=silent', '--disable-error-code=var-annotated', '--no-error-summary', '--config-file=']
+            + list(paths),
             env=dict(environment, MYPYPATH=LIBRARIES), stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         output = process.communicate()[0]
         errors = re.findall(r'(?m)^(.+?):(\d+): error: (.*)$', output)
