@@ -1,11 +1,13 @@
 /// Sends packets through the simulated switch and does nothing else, for what counts instructions.
 ///
-///     packets unicast|flood|routed4|routed6 COUNT [ROUTES]
+///     packets unicast|flood|routed4|routed6|fields COUNT [ROUTES|ENTRIES]
 ///
 /// unicast: between two ports whose addresses are known. flood: to an address that nobody has, out of the 63
 /// other ports, untagged and tagged in turns. routed4, routed6: between two VLANs, to addresses all over a table of
-/// ROUTES networks, whose lengths are those that the Internet's have. Exit status 1 if one did not leave as often as
-/// it should.
+/// ROUTES networks, whose lengths are those that the Internet's have. fields: to a known address, through ten groups
+/// of the field processor that have ENTRIES, with eight different masks in each group. Exit status 1 if one did not
+/// leave as often as it should.
+#include <bcm/field.h>
 #include <bcm/l2.h>
 #include <bcm/l3.h>
 #include <bcm/port.h>
@@ -16,6 +18,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -193,14 +196,109 @@ private:
     std::vector<std::vector<unsigned char>> networks_;
 };
 
+/// Groups of entries that count, on prefixes of addresses and on ports, and frames each of which meets one at least.
+class AccessLists {
+public:
+    bool configure(long entries)
+    {
+        bcm_field_qset_t qset = {};
+        for (const int qualifier : {bcmFieldQualifySrcIp, bcmFieldQualifyDstIp, bcmFieldQualifyL4DstPort}) {
+            BCM_FIELD_QSET_ADD(qset, static_cast<unsigned>(qualifier));
+        }
+        for (int i = 0; i < groups; ++i) {
+            bcm_field_group_t group;
+            if (bcm_field_group_create(unit, qset, i, &group) != BCM_E_NONE) {
+                return false;
+            }
+            for (long j = 0; j < entries / groups; ++j) {
+                if (!add_entry(group)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+
+    std::vector<Frame> frames()
+    {
+        std::vector<Frame> made;
+        for (std::size_t i = 0; i < flows; ++i) {
+            Frame frame = plain_frame(0x0800);
+            unsigned char *packet = frame.data() + 14;
+            const Met &met = met_[chance_() % met_.size()];
+            packet[0] = 0x45;
+            packet[3] = 46;
+            packet[8] = 64;
+            packet[9] = 17;
+            put_number(packet + 12, met.from);
+            put_number(packet + 16, met.to);
+            put_number(packet + 20, met.port);  // the source port is 0
+            put_checksum(packet);
+            made.push_back(frame);
+        }
+        return made;
+    }
+
+private:
+    static constexpr int groups = 10;
+
+    /// Lengths of prefixes, and whether the port is compared.
+    struct Shape {
+        unsigned from, to;
+        bool has_port;
+    };
+    static constexpr Shape shapes[] = {{32, 32, true}, {24, 32, true}, {16, 24, true}, {0, 32, true},
+                                       {0, 24, false}, {24, 0, true},  {8, 16, false}, {32, 0, false}};
+
+    struct Met {
+        bcm_ip_t from, to;
+        bcm_l4_port_t port;
+    };
+
+    static bcm_ip_t mask_of(unsigned length) { return length == 0 ? 0 : ~bcm_ip_t{0} << (32 - length); }
+
+    static void put_number(unsigned char *bytes, std::uint32_t number)
+    {
+        for (int i = 0; i < 4; ++i) {
+            bytes[i] = static_cast<unsigned char>(number >> (24 - 8 * i));
+        }
+    }
+
+    bcm_ip_t address() { return 10u << 24 | (static_cast<bcm_ip_t>(chance_()) & 0xffffff); }
+
+    bool add_entry(bcm_field_group_t group)
+    {
+        const Shape &shape = shapes[chance_() % std::size(shapes)];
+        const Met met = {address(), address(), static_cast<bcm_l4_port_t>(chance_() % 1024)};
+        const bcm_ip_t from = mask_of(shape.from), to = mask_of(shape.to);
+        bcm_field_stat_t kinds[] = {bcmFieldStatPackets, bcmFieldStatBytes};
+        bcm_field_entry_t entry;
+        int stat;
+        met_.push_back(met);
+        return bcm_field_entry_create(unit, group, &entry) == BCM_E_NONE
+               && (from == 0 || bcm_field_qualify_SrcIp(unit, entry, met.from & from, from) == BCM_E_NONE)
+               && (to == 0 || bcm_field_qualify_DstIp(unit, entry, met.to & to, to) == BCM_E_NONE)
+               && (!shape.has_port
+                   || bcm_field_qualify_L4DstPort(unit, entry, met.port, 0xffff) == BCM_E_NONE)
+               && bcm_field_entry_prio_set(unit, entry, static_cast<int>(chance_() % 1000)) == BCM_E_NONE
+               && bcm_field_stat_create(unit, group, std::size(kinds), kinds, &stat) == BCM_E_NONE
+               && bcm_field_entry_stat_attach(unit, entry, stat) == BCM_E_NONE
+               && bcm_field_entry_install(unit, entry) == BCM_E_NONE;
+    }
+
+    std::minstd_rand chance_;  // the same in each run
+    std::vector<Met> met_;
+};
+
 }  // namespace
 
 int main(int argc, char **argv)
 {
     const std::string scenario = argc >= 3 ? argv[1] : "";
-    const bool routes = scenario == "routed4" || scenario == "routed6";
-    if ((argc != 3 && (argc != 4 || !routes)) || (scenario != "flood" && scenario != "unicast" && !routes)) {
-        std::fprintf(stderr, "usage: packets unicast|flood|routed4|routed6 COUNT [ROUTES]\n");
+    const bool routes = scenario == "routed4" || scenario == "routed6", fields = scenario == "fields";
+    if ((argc != 3 && (argc != 4 || (!routes && !fields)))
+        || (scenario != "flood" && scenario != "unicast" && !routes && !fields)) {
+        std::fprintf(stderr, "usage: packets unicast|flood|routed4|routed6|fields COUNT [ROUTES|ENTRIES]\n");
         return 2;
     }
     std::vector<Frame> frames = {plain_frame(0x0800)};
@@ -209,11 +307,17 @@ int main(int argc, char **argv)
         return 1;
     }
     Router router(scenario == "routed6");
+    AccessLists lists;
     if (routes) {
         if (!router.configure(argc == 4 ? std::atol(argv[3]) : 1000)) {
             return 1;
         }
         frames = router.frames();
+    } else if (fields) {
+        if (!know(frame, to_port) || !lists.configure(argc == 4 ? std::atol(argv[3]) : 10000)) {
+            return 1;
+        }
+        frames = lists.frames();
     } else if (scenario == "flood" ? !tag_half() : !know(frame, to_port)) {
         return 1;
     }

@@ -369,18 +369,12 @@ class ACL(object):
         if rule not in self.rules:
             raise ValueError('%r is not in the list' % rule)
         self.rules.remove(rule)
-        for entry in rule.entries:
-            checked(q.bcm_field_entry_destroy, self.unit, entry)
-        if rule._stat is not None:
-            checked(q.bcm_field_stat_destroy, self.unit, rule._stat)
-        for key in rule._ranges:
-            self._give_back(key)
-        rule._stat = None
+        self._destroy(rule)
 
     def clear(self):
         """Removes all rules."""
-        for rule in reversed(self.rules[:]):
-            self.remove(rule)
+        while self.rules:
+            self._destroy(self.rules.pop())
 
     def destroy(self):
         """Removes all rules and the group. The list can be used again, as if it were new."""
@@ -472,6 +466,15 @@ class ACL(object):
 
     def _counted(self, stat):
         return tuple(checked(q.bcm_field_stat_multi_get, self.unit, stat, len(self._kinds), self._kinds, OUT))
+
+    def _destroy(self, rule):
+        for entry in rule.entries:
+            checked(q.bcm_field_entry_destroy, self.unit, entry)
+        if rule._stat is not None:
+            checked(q.bcm_field_stat_destroy, self.unit, rule._stat)
+        for key in rule._ranges:
+            self._give_back(key)
+        rule._stat = None
 
     def _install(self, rule, chosen, actions, undo):
         unit = self.unit

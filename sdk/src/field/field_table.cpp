@@ -5,11 +5,13 @@
 namespace sim {
 
 FieldTuple::FieldTuple(const FieldKey &mask, std::uint32_t headers)
-    : headers_(headers), slots_(4), last_(slots_.size() - 1)
+    : headers_(headers), slots_(4), last_(slots_.size() - 1), shift_(30)
 {
+    FieldWord factor = 0x9e3779b97f4a7c15u;
     for (std::size_t word = 0; word < mask.words.size(); ++word) {
         if (mask.words[word] != 0) {
-            parts_.push_back({static_cast<std::uint8_t>(word), mask.words[word]});
+            parts_.push_back({static_cast<std::uint8_t>(word), mask.words[word], factor});
+            factor *= 0xd1342543de82ef95u;  // odd, as they all are
         }
     }
 }
@@ -34,7 +36,7 @@ bool FieldTuple::is_same(const FieldKey &key, const FieldRule &rule) const
 
 std::size_t FieldTuple::slot_of(const FieldKey &value, std::uint32_t hashed) const
 {
-    std::size_t slot = hashed & last_;
+    std::size_t slot = hashed >> shift_;
     while (slots_[slot].hash != free
            && (slots_[slot].hash != hashed || !is_same(value, *slots_[slot].first))) {
         slot = (slot + 1) & last_;
@@ -42,11 +44,13 @@ std::size_t FieldTuple::slot_of(const FieldKey &value, std::uint32_t hashed) con
     return slot;
 }
 
-void FieldTuple::resize(std::size_t slots)
+void FieldTuple::grow()
 {
+    const std::size_t slots = 2 * slots_.size();
     std::vector<Slot> old(slots);
     old.swap(slots_);
     last_ = slots - 1;
+    --shift_;
     for (const Slot &slot : old) {
         if (slot.hash != free) {
             slots_[slot_of(slot.first->pattern.value, slot.hash)] = slot;
@@ -57,7 +61,7 @@ void FieldTuple::resize(std::size_t slots)
 void FieldTuple::add(FieldRule &rule)
 {
     if (4 * (taken_ + 1) > slots_.size()) {
-        resize(2 * slots_.size());
+        grow();
     }
     ++priorities_[rule.priority];
     highest_ = priorities_.rbegin()->first;
@@ -93,7 +97,7 @@ void FieldTuple::remove(FieldRule &rule)
     slots_[left].hash = free;
     // What stands behind may have been looked for from here on.
     for (std::size_t slot = (left + 1) & last_; slots_[slot].hash != free; slot = (slot + 1) & last_) {
-        const std::size_t wanted = slots_[slot].hash & last_;
+        const std::size_t wanted = slots_[slot].hash >> shift_;
         if (((slot - wanted) & last_) >= ((slot - left) & last_)) {
             slots_[left] = slots_[slot];
             slots_[slot] = Slot();

@@ -31,7 +31,7 @@ public:
         }
         const std::uint32_t hashed = hash(key);
         const Slot *const slots = slots_.data();
-        for (std::size_t place = hashed & last_; slots[place].hash != free; place = (place + 1) & last_) {
+        for (std::size_t place = hashed >> shift_; slots[place].hash != free; place = (place + 1) & last_) {
             if (slots[place].hash == hashed && is_same(key, *slots[place].first)) {
                 return slots[place].first;
             }
@@ -45,7 +45,7 @@ public:
 private:
     struct Part {
         std::uint8_t word;
-        FieldWord mask;
+        FieldWord mask, factor;
     };
     static constexpr std::uint32_t free = 0;
     struct Slot {
@@ -58,20 +58,20 @@ private:
     {
         FieldWord mixed = 0;
         for (const Part &part : parts_) {
-            mixed ^= key.words[part.word] & part.mask;
-            // Of what is multiplied, no bit acts on those below it: the upper ones have to be there as well.
-            mixed = (mixed ^ mixed >> 32) * 0x9e3779b97f4a7c15u;
+            mixed += (key.words[part.word] & part.mask) * part.factor;
         }
-        return static_cast<std::uint32_t>(mixed >> 32) | 1u << 31;
+        // The upper bits are those on which all bits of a product's factors act.
+        return static_cast<std::uint32_t>(mixed >> 32) | 1;
     }
     bool is_same(const FieldKey &key, const FieldRule &rule) const;
     std::size_t slot_of(const FieldKey &value, std::uint32_t hashed) const;
-    void resize(std::size_t slots);
+    void grow();
 
     std::uint32_t headers_;
     std::vector<Part> parts_;
     std::vector<Slot> slots_;  // a power of two of them, at most a quarter of them taken
     std::size_t last_;
+    unsigned shift_;  // from a hash to the place of its slot
     std::size_t taken_ = 0;
     std::map<int, int> priorities_;  // how many rules have one
     int highest_ = 0;
