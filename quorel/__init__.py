@@ -22,11 +22,10 @@ from _quorel import as_dict, copy, fields, members, update
 from _quorel import _close_callbacks
 from quorel.acl import ACL
 from quorel.chip import Chip
-from quorel.describing import describe
 from quorel.errors import StatusError, status_name
+from quorel.help import describe, search
 from quorel.names import flags, name_of
 from quorel.records import differences
-from quorel.searching import search
 from quorel.traversal import events, traverse
 
 __all__ = ['ACL', 'OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',

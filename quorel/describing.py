@@ -1,5 +1,5 @@
 """What the headers say, as text for people."""
-from __future__ import absolute_import, print_function
+from __future__ import absolute_import
 
 import re
 import textwrap
@@ -217,7 +217,7 @@ def _name_of(known, what):
 
 
 def about(what):
-    """What describe() prints, a text."""
+    """What describe() prints, a text. Raises what it does."""
     known = reference()
     name = _name_of(known, what)
     entry = known.find(name)
@@ -239,19 +239,3 @@ def about(what):
         if section:
             lines += [''] + ['    ' + line if line else '' for line in section]
     return '\n'.join(lines)
-
-
-def describe(what):
-    """Prints what the headers say of something.
-
-    >>> describe('BCM_E_PARAM')
-    BCM_E_PARAM = -4 of bcm_error_t                                                      bcm/error.h
-    <BLANKLINE>
-        argument out of range, or a null pointer
-
-    what: a function, a record or its class, a member of a class, or the name of one, of a constant, an enumeration,
-    a C type or a header ('bcm_l2_addr_t.flags', 'bcm/l2.h'). Of a function it says what each argument may be, which
-    errors its comment names, and how the simulated switch answers. Raises ValueError for what no header has, IOError
-    where the file is missing that the build makes of them.
-    """
-    print(about(what))

@@ -1,12 +1,12 @@
 """What words fit in the headers' names and comments."""
-from __future__ import absolute_import, print_function
+from __future__ import absolute_import
 
 import bisect
 import re
 
 from quorel.reference import Entry, reference
 
-WIDTH = 96
+WIDTH = 96  # of a line that search() prints
 
 _WEIGHTS = {'function': 1.3, 'record': 1.2, 'member': 0.7, 'enumerator': 0.8, 'macro': 0.8}
 
@@ -118,23 +118,3 @@ def found_by(words):
     if not _words:
         _words.append(_Words(reference()))
     return _words[0].search(words)
-
-
-def search(words, most=20):
-    """Prints what the words fit in the headers' names and comments, best first.
-
-    >>> search('age timer', most=2)
-    bcm_l2_age_timer_set  Seconds after which an unused dynamic entry goes, 0 for never
-    bcm_l2_age_timer_get  Seconds after which an unused dynamic entry goes, 0 for never
-
-    words: a text; of each word the beginning is enough. What has all of them comes alone, if there is such; what has
-    them in its name before what tells of them.
-    most: how many lines at most. Raises IOError as describe() does.
-    """
-    found = found_by(words)[:most]
-    widest = max([len(name) for name, _ in found] or [0])
-    for name, told in found:
-        line = '%-*s  %s' % (widest, name, told)
-        print(line if len(line) <= WIDTH else line[:WIDTH - 3] + '...')
-    if not found:
-        print('nothing in the headers fits %r' % words)
