@@ -22,6 +22,16 @@ std::string conversion_name(Conversion conversion)
         return "uint16";
     case Conversion::UInt64:
         return "uint64";
+    case Conversion::Int16:
+        return "int16";
+    case Conversion::Int64:
+        return "int64";
+    case Conversion::Float:
+        return "float";
+    case Conversion::Double:
+        return "double";
+    case Conversion::Char:
+        return "char";
     case Conversion::Bool:
         return "bool";
     case Conversion::String:

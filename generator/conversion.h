@@ -13,6 +13,11 @@ enum class Conversion {
     UInt8,
     UInt16,
     UInt64,
+    Int16,
+    Int64,
+    Float,
+    Double,
+    Char,  ///< a text of one character
     Bool,
     String,          ///< char *; the last scalar
     NullableString,  ///< char *, or None for null

@@ -4,6 +4,7 @@
 #include "type.h"
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -31,7 +32,8 @@ struct Function {
     std::string scope = {};  ///< "QuorelApi::" for what stands in that namespace
     unsigned line = 0;
     bool is_variadic = false;
-    bool is_inline = false;  ///< whether the header itself defines it
+    bool is_inline = false;   ///< whether the header itself defines it
+    std::string symbol = {};  ///< what a library calls it
     Comment comment = {};
 };
 
@@ -39,8 +41,9 @@ struct Member {
     std::string name;
     TypePtr type;
     unsigned line = 0;
-    long long size = 0;  ///< bytes; of a flexible array less than 0
-    bool is_bit_field = false;
+    long long size = 0;      ///< bytes; of a flexible array less than 0
+    int bits = 0;            ///< of a bit-field
+    bool is_signed = false;  ///< whether a bit-field has negative values
     Comment comment = {};
 };
 
@@ -53,19 +56,27 @@ struct Record {
     std::string header;
     std::vector<Member> members;
     unsigned line = 0;
+    std::string cxx_name = {};  ///< where C++ has another for it: "outer::inner", "decltype(outer::member)"
     Comment comment = {};
 };
 
-/// An enumerator or a macro that is an integer constant.
+/// An enumerator, or a macro that is a number or a text.
 struct Constant {
+    enum class Kind {
+        Integer,  ///< of 32 bits, with or without a sign
+        Wide,     ///< an integer of more
+        Real,
+        Text,
+    };
     std::string name;
     std::string header;
     unsigned line = 0, column = 0;
     /// Tag of its enumeration, or the typedef's name of one without; empty for a macro, and where it has neither.
     std::string enumeration;
-    bool fits_32_bits = true;  ///< with or without a sign
+    Kind kind = Kind::Integer;
     Comment comment = {};
-    long long value = 0;  ///< of an enumerator
+    std::string scope = {};  ///< "vendor_record_t::" for what C++ takes for a part of that record
+    long long value = 0;     ///< of an enumerator
 };
 
 /// An enumeration, or a typedef of anything but a record. Example: {"bcm_l2_traverse_cb", of a pointer to a
@@ -86,6 +97,7 @@ struct Variable {
     TypePtr type;
     unsigned line = 0;
     long long size = 0;  ///< bytes; of an array without bounds less than 0
+    std::string symbol = {};
     Comment comment = {};
 };
 
@@ -97,7 +109,15 @@ struct Declarations {
     std::vector<NamedType> named_types;
     std::map<std::string, TypePtr> typedefs;  ///< name to what it stands for
     std::set<std::string> enumerations;       ///< names of those that anything is declared with
-    std::vector<std::string> files;           ///< paths of all headers that were read, the system's too
+    std::set<std::string> wide_enumerations;  ///< those of them that are wider than an int
+    /// Records and enumerations that functions have to spell otherwise in C++ than in C: those whose name a function has
+    /// too, and those within records, which C++ takes for others when they are mentioned outside. Example: "stat" to
+    /// "struct stat".
+    std::map<std::string, std::string> cxx_names;
+    std::map<std::string, std::string> header_files;  ///< listed include path to `header` of what it declares
+    std::optional<std::set<std::string>> exports;     ///< symbols of the libraries, if they are known
+    long long long_size = 0;                          ///< bytes of a long on the host that is built for
+    std::vector<std::string> files;  ///< paths of all headers that were read, the system's too
     std::map<std::string, std::string>
         file_comments;  ///< by path, as in `header` above: what headers say of themselves
 };

@@ -24,7 +24,7 @@ std::string emit_chip_names(const Model &model);
 bool throws(const Family &family);
 
 /// calls_<family>.cpp: rows, typed thunks and stubs of functions.
-std::string emit_calls(const Family &family, const Numbering &numbering);
+std::string emit_calls(const Family &family, const Numbering &numbering, const CxxNames &names);
 
 /// shapes.h and shapes.cpp: one call function per sequence of argument kinds.
 std::string emit_shape_declarations(const Model &model, const Shapes &shapes);
@@ -44,6 +44,8 @@ std::string emit_destructors(const Model &model, const Numbering &numbering);
 
 /// constants.cpp
 std::string emit_constants(const Model &model);
+/// Constants that need more than 32 bits, real ones and texts.
+std::string emit_values(const Model &model);
 
 /// sim_<family>.h and sdk_<family>.cpp: the development SDK's public functions, which log and forward their calls.
 std::string emit_simulator_header(const Family &family);
@@ -78,6 +80,9 @@ std::string emit_companion(const Model &model, const std::string &module, const 
 ///   type, descriptor, descriptor of the twin that converts to it
 /// with tabs between, and "-" for what there is none of.
 std::string emit_report(const Model &model);
+
+/// report.tsv: what became of each declaration of the listed headers.
+std::string emit_outcomes(const Model &model);
 
 /// How a value crosses, as reports call it: the conversion's name, or what else is done with it.
 std::string kind_of(const Crossing &crossing);

@@ -1,3 +1,4 @@
+#include "argument_type.h"
 #include "emit.h"
 #include "output.h"
 #include "signature.h"
@@ -11,6 +12,12 @@ namespace generator {
 
 namespace {
 
+bool pointee_is_volatile(const TypePtr &type)
+{
+    const TypePtr pointed = target_of(type);
+    return pointed && resolved(pointed)->is_volatile;
+}
+
 std::string thunk_parameter(const ShapeParameter &parameter, const std::string &name)
 {
     bool tight = parameter.type.back() == '*' || parameter.type.back() == '&';
@@ -18,17 +25,20 @@ std::string thunk_parameter(const ShapeParameter &parameter, const std::string &
 }
 
 // What the SDK function is given for one erased argument.
-std::string typed_argument(const BoundParameter &parameter, Passing passing, const std::string &name)
+std::string typed_argument(const BoundParameter &parameter, Passing passing, const std::string &name,
+                           const CxxNames &names)
 {
     const Crossing &crossing = parameter.crossing;
-    const TypePtr &type = crossing.type;
+    const TypePtr type = in_cxx(crossing.type, names);
     if (parameter.direction == Direction::InOut) {
         return name;
     }
     if (parameter.direction == Direction::Out) {
         const std::string pointer = spell(Type::pointer_to(type));
-        return crossing.conversion == Conversion::Value
-                   ? fmt::format("static_cast<{}>(*{})", pointer, name)
+        return crossing.conversion == Conversion::Value ? fmt::format("static_cast<{}>(*{})", pointer, name)
+               : crossing.conversion == Conversion::String || crossing.conversion == Conversion::Pointer
+                   // Whatever of it is constant.
+                   ? fmt::format("static_cast<{}>(static_cast<void *>({}))", pointer, name)
                    : fmt::format("reinterpret_cast<{}>({})", pointer, name);
     }
     switch (passing) {
@@ -48,15 +58,17 @@ std::string typed_argument(const BoundParameter &parameter, Passing passing, con
     case Passing::Bytes:
         return fmt::format("static_cast<{}>({}.address), static_cast<{}>({}.size)",
                            spell(Type::without_const(type)), name,
-                           spell(Type::without_const(parameter.second)), name);
+                           spell(Type::without_const(in_cxx(parameter.second, names))), name);
     case Passing::Callable:
-        return fmt::format("{0}_kept.function<{1}>(), {0}_kept.datum()", name,
-                           spell(Type::without_const(type)));
+        return fmt::format("{0}_kept.function<{1}{2}>(), {0}_kept.datum()", name,
+                           spell(Type::without_const(type)),
+                           parameter.datum_is_first ? ", Datum::first" : "");
     }
     return name;
 }
 
-std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name)
+std::string thunk(const BoundFunction &function, const Shape &shape, const std::string &name,
+                  const CxxNames &names)
 {
     std::vector<std::string> parameters, arguments;
     std::string preparation;
@@ -64,10 +76,10 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
         const BoundParameter &parameter = function.parameters[i];
         const std::string argument = fmt::format("a{}", i);
         parameters.push_back(thunk_parameter(shape.parameters[i], argument));
-        arguments.push_back(typed_argument(parameter, shape.parameters[i].passing, argument));
+        arguments.push_back(typed_argument(parameter, shape.parameters[i].passing, argument, names));
         if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
             preparation += fmt::format("    *{} = std::calloc(1, sizeof({}));\n", argument,
-                                       spell(parameter.crossing.type));
+                                       spell(in_cxx(parameter.crossing.type, names)));
         }
         if (parameter.crossing.conversion == Conversion::Callable) {
             preparation += fmt::format(
@@ -83,7 +95,14 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
         }
     }
     if (function.result.conversion == Conversion::Pointer) {
-        call = fmt::format("const_cast<void *>(static_cast<const void *>({}))", call);
+        const bool is_volatile = pointee_is_volatile(function.result.type);
+        call = fmt::format("const_cast<void *>(static_cast<const {}void *>({}))",
+                           is_volatile ? "volatile " : "", call);
+    } else if (function.result.conversion == Conversion::AnyPointer
+               && pointee(function.result.type)->is_const) {
+        call = fmt::format("const_cast<void *>({})", call);
+    } else if (function.result.conversion == Conversion::Callback) {
+        call = fmt::format("reinterpret_cast<void *>({})", call);
     }
     std::string statement = (shape.result.type == "void" ? "" : "return ") + call;
     if (function.result.conversion == Conversion::Value) {
@@ -107,7 +126,8 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
 std::string result_descriptor(const BoundFunction &function)
 {
     for (const BoundParameter &parameter : function.parameters) {
-        if (parameter.direction == Direction::Out && parameter.crossing.conversion == Conversion::Value) {
+        if (parameter.direction == Direction::Out && !parameter.crossing.descriptor.empty()
+            && parameter.crossing.conversion != Conversion::String) {
             return parameter.crossing.descriptor;
         }
     }
@@ -184,7 +204,7 @@ bool throws(const Family &family)
                        [](const BoundFunction &function) { return function.throws; });
 }
 
-std::string emit_calls(const Family &family, const Numbering &numbering)
+std::string emit_calls(const Family &family, const Numbering &numbering, const CxxNames &names)
 {
     // Named after the family, since files of several families are compiled as one.
     std::string table = family.name + "_calls", rows, stubs;
@@ -201,7 +221,7 @@ std::string emit_calls(const Family &family, const Numbering &numbering)
             const bool alone = overloads.size() == 1;
             const std::string thunk_name =
                 alone ? fmt::format("thunk_{}", name) : fmt::format("thunk_{}_{}", name, i);
-            stubs += thunk(function, shape, thunk_name);
+            stubs += thunk(function, shape, thunk_name, names);
             if (alone) {
                 stubs += fmt::format(
                     "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"

@@ -239,7 +239,7 @@ private:
             bool can_be_told =
                 !declared.members.empty()
                 && std::none_of(declared.members.begin(), declared.members.end(),
-                                [](const Member &member) { return member.is_bit_field || member.size < 0; });
+                                [](const Member &member) { return member.bits > 0 || member.size < 0; });
             if (can_be_told && (declared.tag == inner->name || declared.name == inner->name)) {
                 BoundRecord &record = unbound_[declared.name];
                 if (record.name.empty()) {
@@ -438,6 +438,11 @@ private:
         case Conversion::UInt8:
         case Conversion::UInt16:
         case Conversion::UInt64:
+        case Conversion::Int16:
+        case Conversion::Int64:
+        case Conversion::Float:
+        case Conversion::Double:
+        case Conversion::Char:
         case Conversion::Bool:
         case Conversion::Nothing:
             number_text = number(type);

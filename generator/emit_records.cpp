@@ -31,11 +31,26 @@ Accessors accessors_of(const BoundMember &member)
         return {"get_pointer", pointer_setter(member.crossing.conversion)};
     case Storage::Mapped:
         return {"get_" + member.crossing.typemap->name, "set_" + member.crossing.typemap->name};
+    case Storage::Text:
+        return {"get_text", "set_text"};
+    case Storage::Bits:
+        return {"get_bits", "set_bits"};
     case Storage::Scalar:
         break;
     }
     std::string name = conversion_name(member.crossing.conversion);
     return {"get_" + name, "set_" + name};
+}
+
+// What its parts are named by; a keyword is not part of that.
+std::string scope_of(const BoundRecord &record)
+{
+    for (const std::string keyword : {"struct ", "union "}) {
+        if (record.cxx_name.compare(0, keyword.size(), keyword) == 0) {
+            return record.cxx_name.substr(keyword.size());
+        }
+    }
+    return record.cxx_name;
 }
 
 // Collects the rows and stubs of one file.
@@ -53,7 +68,7 @@ public:
         stub("delete_" + record.name, "delete_record", row);
         stub(record.name + "_swigregister", "register_record", row);
         record_rows_ +=
-            fmt::format("    {{{}, {}, sizeof({})}},\n", constructor, argument(record.self), record.name);
+            fmt::format("    {{{}, {}, sizeof({})}},\n", constructor, argument(record.self), record.cxx_name);
         follow(row + ".constructor",
                {"new_" + record.name, "delete_" + record.name, record.name + "_swigregister"});
         for (const BoundMember &member : record.members) {
@@ -116,16 +131,40 @@ private:
     {
         std::string row = next_member(), prefix = record.name + "_" + member.name;
         Accessors accessors = accessors_of(member);
-        stub(prefix + "_set", accessors.set, row);
-        unsigned getter = stub(prefix + "_get", accessors.get, row);
-        member_row(getter, record.self, member.crossing, record.name.size() + 1,
-                   fmt::format("offsetof({}, {})", record.name, member.name),
-                   fmt::format("sizeof({}::{})", record.name, member.name));
-        follow(row + ".getter - 1", {prefix + "_set", prefix + "_get"});
-        if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
-            checks_ += fmt::format("static_assert(sizeof({}::{}) == sizeof(int32_t), \"\");\n", record.name,
-                                   member.name);
+        const bool is_bits = member.storage == Storage::Bits;
+        const std::string bits = is_bits ? ", " + bits_of(record, member) : "";
+        if (!member.read_only) {
+            stub(prefix + "_set", accessors.set, row, bits);
         }
+        unsigned getter = stub(prefix + "_get", accessors.get, row, bits);
+        member_row(
+            getter, record.self, member.crossing, record.name.size() + 1,
+            is_bits ? "0" : fmt::format("offsetof({}, {})", record.cxx_name, member.name),
+            is_bits || !member.sized ? "0" : fmt::format("sizeof({}::{})", scope_of(record), member.name));
+        if (!member.read_only) {
+            follow(row + ".getter - 1", {prefix + "_set", prefix + "_get"});
+        }
+        if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
+            checks_ += fmt::format("static_assert(sizeof({}::{}) == sizeof(int32_t), \"\");\n",
+                                   scope_of(record), member.name);
+        }
+    }
+
+    // What reads and writes a bit-field, which has no address: an object of module/bit_field.h.
+    static std::string bits_of(const BoundRecord &record, const BoundMember &member)
+    {
+        const std::string self =
+            fmt::format("static_cast<{}*>(self)->{}", record.cxx_name + " ", member.name);
+        const std::string write =
+            member.read_only
+                ? "nullptr"
+                : fmt::format(
+                    "[](void *self, uint64_t value) {{ {0} = static_cast<decltype({1}::{2})>(value); }}",
+                    self, scope_of(record), member.name);
+        return fmt::format(
+            "{{[](void *self) {{ return static_cast<uint64_t>({}); }},\n"
+            "        {}, {}, {}}}",
+            self, write, member.bits, member.is_signed);
     }
 
     void member_row(unsigned getter, const Crossing &self, const Crossing &value, size_t name_offset,
@@ -144,12 +183,13 @@ private:
     }
 
     // Returns the method's number.
-    unsigned stub(const std::string &name, const std::string &function, const std::string &row)
+    unsigned stub(const std::string &name, const std::string &function, const std::string &row,
+                  const std::string &more = {})
     {
         stubs_ += fmt::format(
             "PyObject *py_{}(PyObject *, PyObject *args)\n{{\n"
-            "    return {}({}, args);\n}}\n\n",
-            name, function, row);
+            "    return {}({}, args{});\n}}\n\n",
+            name, function, row, more);
         return numbering_.method(name);
     }
 
@@ -173,6 +213,18 @@ private:
     const Numbering::Group &group_;
     std::string record_rows_, pointer_class_rows_, array_rows_, member_rows_, checks_, stubs_, order_;
 };
+
+bool has_bit_fields(const Family &family)
+{
+    for (const BoundRecord &record : family.records) {
+        for (const BoundMember &member : record.members) {
+            if (member.storage == Storage::Bits) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
 
 }  // namespace
 
@@ -214,7 +266,8 @@ std::string emit_records(const Family &family, const Numbering &numbering)
     return banner("Records, pointer classes and arrays of the family '" + family.name + "'.",
                   "interface/" + family.name + ".toml and the headers that it names") +
            includes(family.headers, {}) +
-           "\n#include \"module/array.h\"\n#include \"module/pointer_class.h\"\n#include \"shapes.h\"\n\n"
+           "\n#include \"module/array.h\"\n" + (has_bit_fields(family) ? "#include \"module/bit_field.h\"\n" : "")
+           + "#include \"module/pointer_class.h\"\n#include \"shapes.h\"\n\n"
            "#include <cstddef>\n\nnamespace quorel {\n\nnamespace {\n\n" +
            writer.text() + "}  // namespace\n\n" + emit_group(numbering.group("records_" + family.name)) +
            writer.order() + "\n}  // namespace quorel\n";

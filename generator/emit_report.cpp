@@ -33,6 +33,10 @@ std::string kind_of(const BoundMember &member)
         return "array";
     case Storage::Record:
         return "record";
+    case Storage::Text:
+        return "text";
+    case Storage::Bits:
+        return "bits";
     case Storage::Scalar:
     case Storage::Opaque:
     case Storage::Pointer:
@@ -44,9 +48,10 @@ std::string kind_of(const BoundMember &member)
 
 std::string kind_of(const BoundVariable &variable)
 {
-    switch (variable.kind) {
-    case VariableKind::Constant:
+    if (variable.read_only && variable.kind != VariableKind::UnboundedArray) {
         return "constant";
+    }
+    switch (variable.kind) {
     case VariableKind::Storage:
         return "storage";
     case VariableKind::UnboundedArray:
@@ -54,6 +59,7 @@ std::string kind_of(const BoundVariable &variable)
     case VariableKind::Scalar:
     case VariableKind::String:
     case VariableKind::Pointer:
+    case VariableKind::Callback:
         break;
     }
     return kind_of(variable.crossing);
@@ -117,6 +123,19 @@ std::string emit_report(const Model &model)
     return text;
 }
 
+std::string emit_outcomes(const Model &model)
+{
+    std::string text = "what\tname\tplace\toutcome\treason\thint\n";
+    for (const Outcome &outcome : model.outcomes) {
+        const char *kind = outcome.kind == Outcome::Kind::Bound     ? "bound"
+                           : outcome.kind == Outcome::Kind::LeftOut ? "left out"
+                                                                    : "refused";
+        text += row({outcome.what, outcome.name, outcome.place, kind, or_dash(outcome.reason),
+                     or_dash(outcome.hint)});
+    }
+    return text;
+}
+
 std::string emit_layout(const Model &model)
 {
     std::string headers, body;
@@ -125,8 +144,14 @@ std::string emit_layout(const Model &model)
             headers += fmt::format("#include <{}>\n", header);
         }
         for (const BoundRecord &record : family.records) {
+            if (record.c_name.empty()) {
+                continue;
+            }
             body += fmt::format("    printf(\"{} %zu\\n\", sizeof({}));\n", record.name, record.c_name);
             for (const BoundMember &member : record.members) {
+                if (member.storage == Storage::Bits || !member.sized) {
+                    continue;
+                }
                 body += fmt::format(
                     "    printf(\"{record} {member} %zu %zu\\n\", offsetof({c_name}, {member}), "
                     "sizeof((({c_name} *)0)->{member}));\n",

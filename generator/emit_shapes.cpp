@@ -63,8 +63,8 @@ std::string definition(const Shape &shape)
                 fmt::format("    result = append_output(result, from_value({}, row.result));\n", local);
         } else {
             outputs += fmt::format("    {} {} = 0;\n", parameter.variable, local);
-            appended +=
-                fmt::format("    result = append_output(result, {}({}));\n", parameter.converter, local);
+            appended += fmt::format("    result = append_output(result, {}({}{}));\n", parameter.converter,
+                                    local, parameter.more_arguments);
         }
     }
     std::string text = fmt::format(
@@ -77,7 +77,12 @@ std::string definition(const Shape &shape)
     std::string call = fmt::format("thunk({})", fmt::join(arguments, ", "));
     const std::string check = shape.raises ? "    if (PyErr_Occurred())\n        return nullptr;\n" : "";
     if (shape.result.type == "void") {
-        return text + fmt::format("    {};\n{}    return new_none();\n}}\n\n", call, check);
+        text += fmt::format("    {};\n{}", call, check);
+        return text
+               + (appended.empty()
+                      ? "    return new_none();\n}\n\n"
+                      : fmt::format("    NewReference result = new_none();\n{}    return result;\n}}\n\n",
+                                    appended));
     }
     if (shape.raises) {
         text += fmt::format("    auto value = {};\n{}", call, check);

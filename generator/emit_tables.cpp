@@ -128,12 +128,34 @@ std::string emit_constants(const Model &model)
     std::string names, values;
     for (const Constant &constant : model.constants) {
         names += "    " + literal_with_nul(constant.name) + "\n";
-        values += "    static_cast<int32_t>(" + constant.name + "),\n";
+        values += "    static_cast<int32_t>(" + constant.scope + constant.name + "),\n";
     }
     return banner("Constants, in header order.", "the interface files and the headers that they name")
            + includes(headers, {}) + "\n#include \"module/tables.h\"\n\nnamespace quorel {\n\n"
            + "const char constant_names[] =\n" + names + "    \"\";\n\nconst int32_t constant_values[] = {\n"
            + values + "    0,\n};\nconst size_t constant_count = " + std::to_string(model.constants.size())
+           + ";\n\n}  // namespace quorel\n";
+}
+
+std::string emit_values(const Model &model)
+{
+    std::vector<std::string> headers;
+    for (const Family &family : model.families) {
+        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+    }
+    std::string rows;
+    for (const Constant &constant : model.values) {
+        const char *converter = constant.kind == Constant::Kind::Real   ? "from_double"
+                                : constant.kind == Constant::Kind::Text ? "from_string"
+                                                                        : "from_wide";
+        rows += fmt::format("    {{\"{}\", [] {{ return {}({}{}); }}}},\n", constant.name, converter,
+                            constant.scope, constant.name);
+    }
+    return banner("Constants that are no integers of 32 bits, in header order.",
+                  "the interface files and the headers that they name")
+           + includes(headers, {}) + "\n#include \"module/convert.h\"\n\nnamespace quorel {\n\n"
+           + "const ValueRow value_rows[] = {\n" + rows
+           + "    {nullptr, nullptr},\n};\nconst size_t value_count = " + std::to_string(model.values.size())
            + ";\n\n}  // namespace quorel\n";
 }
 

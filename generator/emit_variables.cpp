@@ -7,26 +7,43 @@ namespace generator {
 
 namespace {
 
+std::string type_of(const std::string &scalar)
+{
+    const bool is_plain = scalar == "bool" || scalar == "float" || scalar == "double" || scalar == "char";
+    return is_plain ? scalar : scalar + "_t";
+}
+
 std::string accessors(const BoundVariable &variable)
 {
     const std::string scalar = conversion_name(variable.crossing.conversion);
-    const std::string type = scalar == "bool" ? scalar : scalar + "_t";
+    const std::string type = type_of(scalar);
     const std::string getter = fmt::format("get_scalar_variable<{}, from_{}>", type, scalar);
+    std::string get, set;
     switch (variable.kind) {
     case VariableKind::Scalar:
-        return fmt::format("{}, set_scalar_variable<{}, to_{}>", getter, type, scalar);
+        get = getter;
+        set = fmt::format("set_scalar_variable<{}, to_{}>", type, scalar);
+        break;
     case VariableKind::String:
-        return "get_string_variable, set_string_variable";
+        get = "get_string_variable";
+        set = "set_string_variable";
+        break;
     case VariableKind::Storage:
-        return "get_storage_variable, set_storage_variable";
+        get = "get_storage_variable";
+        set = "set_storage_variable";
+        break;
     case VariableKind::Pointer:
-        return "get_pointer_variable, set_callback_variable";
-    case VariableKind::Constant:
-        return getter + ", refuse_constant";
+        get = "get_pointer_variable";
+        set = "set_pointer_variable";
+        break;
+    case VariableKind::Callback:
+        get = "get_pointer_variable";
+        set = "set_callback_variable";
+        break;
     case VariableKind::UnboundedArray:
         return "get_storage_variable, refuse_unbounded_array";
     }
-    return "";
+    return get + ", " + (variable.read_only ? "refuse_constant" : set);
 }
 
 }  // namespace
@@ -40,10 +57,13 @@ std::string emit_variables(const Model &model, const Numbering &numbering)
     std::string rows;
     for (const BoundVariable &variable : model.variables) {
         rows += fmt::format(
-            "    {{\"{name}\", {accessors}, const_cast<void *>(static_cast<const void *>(&{name})), "
+            "    {{\"{name}\", {accessors}, const_cast<void *>(static_cast<const {qualifier}void "
+            "*>(&{name})), "
             "{argument}, "
             "{size}}},\n",
-            fmt::arg("name", variable.name), fmt::arg("accessors", accessors(variable)),
+            fmt::arg("name", variable.name),
+            fmt::arg("qualifier", variable.crossing.type->is_volatile ? "volatile " : ""),
+            fmt::arg("accessors", accessors(variable)),
             fmt::arg("argument", numbering.arguments({variable.crossing})),
             fmt::arg("size", variable.kind == VariableKind::UnboundedArray
                                  ? "0"

@@ -6,6 +6,7 @@
 #include <clang-c/Index.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -93,6 +94,15 @@ public:
     TranslationUnit &operator=(const TranslationUnit &) = delete;
 
     CXTranslationUnit get() const { return unit_; }
+
+    /// Bytes of a long, which are a pointer's on all systems that are built for.
+    long long long_size() const
+    {
+        CXTargetInfo target = clang_getTranslationUnitTargetInfo(unit_);
+        const int bits = clang_TargetInfo_getPointerWidth(target);
+        clang_TargetInfo_dispose(target);
+        return bits / 8;
+    }
 
     /// Paths of the headers that were read, without the links and dots by which the compiler came to them.
     std::vector<std::string> files() const
@@ -227,14 +237,17 @@ public:
 
     Declarations read()
     {
-        visit_children(clang_getTranslationUnitCursor(unit_.get()));
+        const CXCursor everything = clang_getTranslationUnitCursor(unit_.get());
+        find_listed_headers(everything);
+        visit_children(everything);
         for (const std::string &header : headers_) {
             declarations_.file_comments[header] = comments_.of_file(header);
         }
+        name_what_functions_hide();
         return std::move(declarations_);
     }
 
-    /// Object-like macros that can stand in parentheses; which of them are integers is not known.
+    /// Object-like macros that can stand in parentheses; what they stand for is not known.
     std::vector<Constant> macros()
     {
         std::vector<Constant> macros;
@@ -250,6 +263,8 @@ public:
     const std::vector<std::string> &headers() const { return headers_; }
 
 private:
+    using Place = std::pair<CXFile, unsigned>;
+
     void visit_children(CXCursor cursor)
     {
         clang_visitChildren(
@@ -266,7 +281,15 @@ private:
         if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition) {
             macro_definitions_[take(clang_getCursorSpelling(cursor))] = cursor;
         }
-        if (clang_Location_isInSystemHeader(clang_getCursorLocation(cursor))) {
+        if (clang_getCursorKind(cursor) == CXCursor_FunctionDecl) {
+            function_names_.insert(take(clang_getCursorSpelling(cursor)));
+        }
+        if (is_of_system(cursor)) {
+            // Of those in there only the names of functions count.
+            const CXCursorKind kind = clang_getCursorKind(cursor);
+            if (kind == CXCursor_LinkageSpec || kind == CXCursor_UnexposedDecl) {
+                visit_children(cursor);
+            }
             return;
         }
         switch (clang_getCursorKind(cursor)) {
@@ -282,21 +305,16 @@ private:
             break;
         case CXCursor_StructDecl:
         case CXCursor_UnionDecl:
-            read_record(cursor);
+            read_record(cursor, take(clang_getCursorSpelling(cursor)), cxx_name(cursor));
             break;
         case CXCursor_EnumDecl:
-            read_enumeration(cursor);
-            break;
-        case CXCursor_EnumConstantDecl:
-            declarations_.constants.push_back(constant_at(cursor, rows_.enumerators));
-            declarations_.constants.back().enumeration =
-                name_of_enumeration(clang_getCursorSemanticParent(cursor));
-            declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
-            declarations_.constants.back().value = clang_getEnumConstantDeclValue(cursor);
+            read_enumeration(cursor, {});
             break;
         case CXCursor_VarDecl:
+            function_names_.insert(take(clang_getCursorSpelling(cursor)));
             declarations_.variables.push_back({take(clang_getCursorSpelling(cursor)), header_of(cursor),
                                                declared_type(cursor), line_of(cursor), size_of(cursor),
+                                               take(clang_Cursor_getMangling(cursor)),
                                                comments_.of(cursor, rows_.variables)});
             break;
         case CXCursor_TypedefDecl:
@@ -310,15 +328,60 @@ private:
         }
     }
 
-    std::string header_of(CXCursor cursor)
+    static CXFile file_of(CXCursor cursor)
     {
         CXFile file;
         clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
-        std::string name = file ? take(clang_getFileName(file)) : "";
+        return file;
+    }
+
+    // The same for a file however its path is spelt: as it was when it was first met.
+    std::string name_of_file(CXFile file)
+    {
+        CXFileUniqueID id;
+        if (!file || clang_getFileUniqueID(file, &id) != 0) {
+            return file ? take(clang_getFileName(file)) : "";
+        }
+        auto [known, is_new] =
+            file_names_.emplace(std::array<unsigned long long, 2>{id.data[0], id.data[1]}, "");
+        if (is_new) {
+            known->second = take(clang_getFileName(file));
+        }
+        return known->second;
+    }
+
+    std::string header_of(CXCursor cursor)
+    {
+        std::string name = name_of_file(file_of(cursor));
         if (std::find(headers_.begin(), headers_.end(), name) == headers_.end()) {
             headers_.push_back(name);
         }
         return name;
+    }
+
+    // What the main file includes is listed, wherever it is found.
+    void find_listed_headers(CXCursor everything)
+    {
+        clang_visitChildren(
+            everything,
+            [](CXCursor child, CXCursor, CXClientData data) {
+                auto *self = static_cast<Reader *>(data);
+                if (clang_getCursorKind(child) == CXCursor_InclusionDirective
+                    && take(clang_getFileName(file_of(child))) == main_file) {
+                    const std::string file = self->name_of_file(clang_getIncludedFile(child));
+                    self->declarations_.header_files[take(clang_getCursorSpelling(child))] = file;
+                    self->listed_.insert(file);
+                }
+                return CXChildVisit_Continue;
+            },
+            this);
+    }
+
+    // The system's, unless it is listed.
+    bool is_of_system(CXCursor cursor)
+    {
+        return clang_Location_isInSystemHeader(clang_getCursorLocation(cursor))
+               && listed_.count(name_of_file(file_of(cursor))) == 0;
     }
 
     static unsigned line_of(CXCursor cursor)
@@ -334,10 +397,11 @@ private:
     }
 
     // Its tag or, without one, the name of its typedef; without both it is empty.
-    static std::string name_of_enumeration(CXCursor enumeration)
+    std::string name_of_enumeration(CXCursor enumeration) const
     {
         if (!take(clang_getCursorSpelling(enumeration)).empty()) {
-            return qualified_name(enumeration);
+            auto part = parts_.find(place_of(enumeration));
+            return part == parts_.end() ? qualified_name(enumeration) : part->second;
         }
         std::string name = take(clang_getTypeSpelling(clang_getCursorType(enumeration)));
         return name.find('(') == std::string::npos ? name : "";
@@ -362,7 +426,7 @@ private:
                 line,
                 column,
                 {},
-                true,
+                Constant::Kind::Integer,
                 comments_.of(cursor, row)};
     }
 
@@ -414,6 +478,9 @@ private:
     TypePtr read_type(CXType type, std::vector<std::string> &extents)
     {
         TypePtr result = read_unqualified(type, extents);
+        if (clang_isVolatileQualifiedType(type)) {
+            result = Type::volatile_of(result);
+        }
         return clang_isConstQualifiedType(type) ? Type::constant(result) : result;
     }
 
@@ -428,6 +495,10 @@ private:
             return Type::typedef_of(name, typedef_target(declaration, name));
         }
         case CXType_Record:
+            if (name_of_declaration(type) == "__va_list_tag") {
+                return Type::builtin(variable_arguments);
+            }
+            note_keyword(name_of_declaration(type), type);
             return Type::record(name_of_declaration(type));
         case CXType_Enum: {
             std::string name = name_of_declaration(type);
@@ -435,7 +506,8 @@ private:
             if (name.empty()) {
                 return Type::builtin("int");
             }
-            declarations_.enumerations.insert(name);
+            note_enumeration(name, type);
+            note_keyword(name, type);
             return Type::enumeration(name);
         }
         case CXType_Pointer:
@@ -466,18 +538,61 @@ private:
         }
         default: {
             std::string name = take(clang_getTypeSpelling(type));
-            if (name.compare(0, 6, "const ") == 0) {
-                name.erase(0, 6);
+            for (const std::string qualifier : {"const ", "volatile "}) {
+                if (name.compare(0, qualifier.size(), qualifier) == 0) {
+                    name.erase(0, qualifier.size());
+                }
             }
-            return Type::builtin(name);
+            TypePtr builtin = Type::builtin(name);
+            return exact_ && (type.kind == CXType_Long || type.kind == CXType_ULong) ? Type::exact(builtin)
+                                                                                     : builtin;
         }
         }
     }
 
+    void note_enumeration(const std::string &name, CXType type)
+    {
+        declarations_.enumerations.insert(name);
+        if (clang_Type_getSizeOf(type) > 4) {
+            declarations_.wide_enumerations.insert(name);
+        }
+    }
+
+    static const char *keyword_of(CXCursor declaration)
+    {
+        switch (clang_getCursorKind(declaration)) {
+        case CXCursor_UnionDecl:
+            return "union ";
+        case CXCursor_EnumDecl:
+            return "enum ";
+        default:
+            return "struct ";
+        }
+    }
+
+    void note_keyword(const std::string &name, CXType type)
+    {
+        keywords_[name] = keyword_of(clang_getTypeDeclaration(type));
+    }
+
+    // C keeps tags apart from functions and variables; C++ finds these first.
+    void name_what_functions_hide()
+    {
+        for (const auto &[name, keyword] : keywords_) {
+            if (function_names_.count(name) != 0 && declarations_.typedefs.count(name) == 0) {
+                declarations_.cxx_names.emplace(name, keyword + name);
+            }
+        }
+    }
+
     // Empty for what has no name, wherever it stands.
-    static std::string name_of_declaration(CXType type)
+    std::string name_of_declaration(CXType type) const
     {
         CXCursor declaration = clang_getTypeDeclaration(type);
+        auto part = parts_.find(place_of(declaration));
+        if (part != parts_.end()) {
+            return part->second;
+        }
         return take(clang_getCursorSpelling(declaration)).empty() ? "" : qualified_name(declaration);
     }
 
@@ -493,16 +608,21 @@ private:
         if (found != declarations_.typedefs.end()) {
             return found->second;
         }
+        if (name == "__builtin_va_list") {
+            return declarations_.typedefs[name] = Type::builtin(variable_arguments);
+        }
         std::vector<std::string> extents = extents_of(declaration);
         CXType underlying = clang_getTypedefDeclUnderlyingType(declaration);
+        const bool is_exact = std::exchange(exact_, exact_ || is_of_system(declaration));
         TypePtr target = read_type(underlying, extents);
+        exact_ = is_exact;
         // A record or enumeration without a tag goes by its typedef's name.
         if (target->kind == Type::Kind::Record && target->name.empty()) {
             target = Type::record(name);
         }
         CXType canonical = clang_getCanonicalType(underlying);
         if (target->kind == Type::Kind::Builtin && canonical.kind == CXType_Enum) {
-            declarations_.enumerations.insert(name);
+            note_enumeration(name, canonical);
             target = Type::enumeration(name);
         }
         return declarations_.typedefs[name] = target;
@@ -533,7 +653,8 @@ private:
         }
     }
 
-    void read_enumeration(CXCursor cursor)
+    // `scope` is what C++ takes its enumerators for parts of.
+    void read_enumeration(CXCursor cursor, const std::string &scope)
     {
         Row alone;
         std::string name = name_of_enumeration(cursor);
@@ -546,7 +667,7 @@ private:
                                                  comments_.of(cursor, alone)});
         }
         rows_.enumerators = Row();
-        visit_children(cursor);
+        read_enumerators(cursor, scope);
     }
 
     // The first typedef of an enumeration is its name.
@@ -582,42 +703,168 @@ private:
         return {name.empty() ? "arg" + std::to_string(place + 1) : name, declared_type(cursor)};
     }
 
-    void read_record(CXCursor cursor)
+    // What C++ calls a record outside of others; empty for one that it has no name for.
+    static std::string cxx_name(CXCursor record)
+    {
+        std::string name = take(clang_getTypeSpelling(clang_getCursorType(record)));
+        return name.find('(') == std::string::npos ? name : "";
+    }
+
+    // `name` is C's, `cxx_name` what its parts are named by.
+    void read_record(CXCursor cursor, const std::string &name, const std::string &cxx_name)
     {
         if (!clang_isCursorDefinition(cursor)) {
             return;
         }
         Record record;
-        record.tag = record.name = take(clang_getCursorSpelling(cursor));
+        record.tag = record.name = name;
         record.header = header_of(cursor);
         record.is_union = clang_getCursorKind(cursor) == CXCursor_UnionDecl;
         record.line = line_of(cursor);
         Row alone;
         record.comment = comments_.of(cursor, alone);
-        rows_.members = Row();
-        read_members(cursor, record);
+        const Row outer = std::exchange(rows_.members, Row());
+        record.cxx_name = cxx_name == name ? "" : cxx_name;
+        read_members(cursor, {record, name.empty() ? cxx_name : name, cxx_name});
+        rows_.members = outer;
         declarations_.records.push_back(std::move(record));
     }
 
-    void read_members(CXCursor cursor, Record &record)
+    // A record whose members are being read, and what it is called in C and C++.
+    struct OpenRecord {
+        Record &record;
+        std::string name, cxx_name;
+    };
+
+    void read_members(CXCursor cursor, const OpenRecord &open)
     {
-        std::pair<Reader *, Record *> context(this, &record);
+        std::pair<Reader *, const OpenRecord *> context(this, &open);
         clang_visitChildren(
             cursor,
             [](CXCursor child, CXCursor, CXClientData data) {
-                auto [reader, parent] = *static_cast<std::pair<Reader *, Record *> *>(data);
-                std::string name = take(clang_getCursorSpelling(child));
-                // Bit-fields without a name only fill up.
-                if (clang_getCursorKind(child) == CXCursor_FieldDecl && !name.empty()) {
-                    parent->members.push_back({name, reader->declared_type(child), line_of(child),
-                                               size_of(child), clang_Cursor_isBitField(child) != 0,
-                                               reader->comments_.of(child, reader->rows_.members)});
-                } else if (clang_Cursor_isAnonymousRecordDecl(child)) {
-                    reader->read_members(child, *parent);
+                auto [reader, parent] = *static_cast<std::pair<Reader *, const OpenRecord *> *>(data);
+                reader->read_part(child, *parent);
+                return CXChildVisit_Continue;
+            },
+            &context);
+    }
+
+    void read_part(CXCursor child, const OpenRecord &open)
+    {
+        const std::string name = take(clang_getCursorSpelling(child));
+        switch (clang_getCursorKind(child)) {
+        case CXCursor_FieldDecl:
+            // Bit-fields without a name only fill up.
+            if (!name.empty()) {
+                read_unnamed_type(child, open.name + "_" + name, open.cxx_name + "::" + name);
+                open.record.members.push_back({name, declared_type(child), line_of(child), size_of(child),
+                                               std::max(clang_getFieldDeclBitWidth(child), 0),
+                                               is_signed(clang_getCursorType(child)),
+                                               comments_.of(child, rows_.members)});
+            }
+            break;
+        case CXCursor_EnumDecl:
+            // To C they stand beside the record.
+            if (!name.empty()) {
+                add_part(child, name);
+            }
+            read_enumeration(child, open.cxx_name + "::");
+            break;
+        case CXCursor_StructDecl:
+        case CXCursor_UnionDecl:
+            if (clang_Cursor_isAnonymousRecordDecl(child)) {
+                read_members(child, open);
+            } else if (!name.empty() && is_part(child)) {
+                add_part(child, name);
+                read_record(child, name, open.cxx_name + "::" + name);
+            }
+            break;
+        default:
+            break;
+        }
+    }
+
+    static bool is_signed(CXType type)
+    {
+        type = clang_getCanonicalType(type);
+        if (type.kind == CXType_Enum) {
+            type = clang_getEnumDeclIntegerType(clang_getTypeDeclaration(type));
+        }
+        return type.kind >= CXType_Char_S && type.kind <= CXType_Int128;
+    }
+
+    // The record without a name that a member has, or points to, or has an array of, goes by the member's name.
+    void read_unnamed_type(CXCursor member, const std::string &name, const std::string &cxx_member)
+    {
+        CXType type = clang_getCursorType(member);
+        std::string cxx = "decltype(" + cxx_member + ")";
+        for (;;) {
+            if (type.kind == CXType_Pointer) {
+                type = clang_getPointeeType(type);
+                cxx = "std::remove_pointer_t<" + cxx + ">";
+            } else if (type.kind == CXType_ConstantArray || type.kind == CXType_IncompleteArray) {
+                type = clang_getArrayElementType(type);
+                cxx = "std::remove_extent_t<" + cxx + ">";
+            } else {
+                break;
+            }
+        }
+        if (type.kind == CXType_Elaborated) {
+            type = clang_Type_getNamedType(type);
+        }
+        const CXCursor declaration = clang_getTypeDeclaration(type);
+        if (type.kind == CXType_Record && take(clang_getCursorSpelling(declaration)).empty()
+            && parts_.count(place_of(declaration)) == 0) {
+            add_part(declaration, name);
+            read_record(declaration, name, cxx);
+        }
+    }
+
+    // A tag that is only mentioned within a record is declared outside of it.
+    static bool is_part(CXCursor declaration)
+    {
+        const CXCursorKind parent = clang_getCursorKind(clang_getCursorSemanticParent(declaration));
+        return parent == CXCursor_StructDecl || parent == CXCursor_UnionDecl;
+    }
+
+    // What C++ takes for a part of a record, and C does not.
+    void add_part(CXCursor declaration, const std::string &name)
+    {
+        parts_.emplace(place_of(declaration), name);
+        declarations_.cxx_names.emplace(name, keyword_of(declaration) + name);
+    }
+
+    static Place place_of(CXCursor cursor)
+    {
+        CXFile file;
+        unsigned offset = 0;
+        clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, &offset);
+        return {file, offset};
+    }
+
+    void read_enumerators(CXCursor enumeration, const std::string &scope)
+    {
+        std::pair<Reader *, const std::string *> context(this, &scope);
+        clang_visitChildren(
+            enumeration,
+            [](CXCursor child, CXCursor, CXClientData data) {
+                auto [reader, of] = *static_cast<std::pair<Reader *, const std::string *> *>(data);
+                if (clang_getCursorKind(child) == CXCursor_EnumConstantDecl) {
+                    reader->read_enumerator(child, *of);
                 }
                 return CXChildVisit_Continue;
             },
             &context);
+    }
+
+    void read_enumerator(CXCursor cursor, const std::string &scope)
+    {
+        Constant constant = constant_at(cursor, rows_.enumerators);
+        constant.enumeration = name_of_enumeration(clang_getCursorSemanticParent(cursor));
+        constant.value = clang_getEnumConstantDeclValue(cursor);
+        constant.kind = enumerator_fits(cursor) ? Constant::Kind::Integer : Constant::Kind::Wide;
+        constant.scope = scope;
+        declarations_.constants.push_back(std::move(constant));
     }
 
     // Of what stands in a namespace, only functions can be bound.
@@ -650,6 +897,7 @@ private:
         function.scope = qualified.substr(0, qualified.size() - function.name.size());
         function.header = header_of(cursor);
         function.line = line_of(cursor);
+        function.symbol = take(clang_Cursor_getMangling(cursor));
         function.is_variadic = clang_isFunctionTypeVariadic(clang_getCursorType(cursor)) != 0;
         function.is_inline =
             clang_Cursor_isFunctionInlined(cursor) || clang_Cursor_getStorageClass(cursor) == CX_SC_Static;
@@ -705,20 +953,29 @@ private:
     struct {
         Row functions, variables, typedefs, macros, members, enumerators;
     } rows_;  ///< where each sort of declarations has come to
+    std::map<std::array<unsigned long long, 2>, std::string> file_names_;  ///< by device and number
+    std::set<std::string> listed_;                                         ///< names of files
+    std::set<std::string> function_names_;         ///< of all functions and variables, the system's too
+    std::map<std::string, std::string> keywords_;  ///< of records and enumerations
+    std::map<Place, std::string> parts_;           ///< C's names of what is declared within records
+    bool exact_ = false;                           ///< whether a typedef of the system's is being read
 };
 
-// Which macros are integer constants, and which of these fit 32 bits, is asked of the compiler: two lines each,
-// and for those that draw an error the answer is no.
-std::vector<Constant> integer_macros(const HeaderSource &source, const std::vector<Constant> &macros)
+// What macros stand for is asked of the compiler, a line for each question about each: for those that draw an error
+// the answer is no. `questions` have @ for the macro. Gives the answers by macro.
+std::vector<std::vector<bool>> ask_of_macros(const HeaderSource &source, const std::vector<Constant> &macros,
+                                             const std::vector<std::string> &questions)
 {
     const MainFile main(source);
     std::string text = main.text();
-    unsigned first = main.line_count() + 1;
+    unsigned line = main.line_count() + 1;
     for (const Constant &macro : macros) {
-        const std::string value = "(" + macro.name + ")";
-        text += "static_assert(__is_integral(decltype(" + value + " + 0)) && (" + value + " == " + value
-                + " || true), \"\");\nstatic_assert(" + value + " < 0 ? (long long)" + value
-                + " >= -0x80000000LL : (unsigned long long)" + value + " <= 0xffffffffULL, \"\");\n";
+        for (std::string question : questions) {
+            for (size_t at; (at = question.find('@')) != std::string::npos;) {
+                question.replace(at, 1, "(" + macro.name + ")");
+            }
+            text += "static_assert(" + question + ", \"\");\n";
+        }
     }
     std::set<unsigned> refused;
     for (const CompilerError &error : TranslationUnit(text, source).errors()) {
@@ -726,15 +983,41 @@ std::vector<Constant> integer_macros(const HeaderSource &source, const std::vect
             refused.insert(error.position.line);
         }
     }
-    std::vector<Constant> integers;
-    for (const Constant &macro : macros) {
-        if (!refused.count(first)) {
-            integers.push_back(macro);
-            integers.back().fits_32_bits = !refused.count(first + 1);
+    std::vector<std::vector<bool>> answers(macros.size());
+    for (std::vector<bool> &of_macro : answers) {
+        for (size_t i = 0; i < questions.size(); ++i) {
+            of_macro.push_back(refused.count(line++) == 0);
         }
-        first += 2;
     }
-    return integers;
+    return answers;
+}
+
+// Those that are numbers or texts, with their kinds.
+std::vector<Constant> constant_macros(const HeaderSource &source, const std::vector<Constant> &macros)
+{
+    std::vector<Constant> constants, others;
+    const auto integers = ask_of_macros(source, macros,
+                                        {"__is_integral(decltype(@ + 0)) && (@ == @ || true)",
+                                         "@ < 0 ? (long long)@ >= -0x80000000LL : (unsigned long long)@ <= "
+                                         "0xffffffffULL"});
+    for (size_t i = 0; i < macros.size(); ++i) {
+        if (integers[i][0]) {
+            constants.push_back(macros[i]);
+            constants.back().kind = integers[i][1] ? Constant::Kind::Integer : Constant::Kind::Wide;
+        } else {
+            others.push_back(macros[i]);
+        }
+    }
+    const auto more = ask_of_macros(source, others,
+                                    {"__is_floating_point(decltype(@ + 0)) && (@ == @ || true)",
+                                     "__is_same(decltype(@), const char (&)[sizeof @]) && @[0] == @[0]"});
+    for (size_t i = 0; i < others.size(); ++i) {
+        if (more[i][0] || more[i][1]) {
+            constants.push_back(others[i]);
+            constants.back().kind = more[i][0] ? Constant::Kind::Real : Constant::Kind::Text;
+        }
+    }
+    return constants;
 }
 
 // libclang gives all macros before all enumerators; readers of a header expect them as they stand in it. A macro
@@ -765,10 +1048,11 @@ Declarations read_headers(const HeaderSource &source)
     refuse_what_does_not_compile(unit, main, source);
     Reader reader(unit);
     Declarations declarations = reader.read();
-    for (const Constant &macro : integer_macros(source, reader.macros())) {
+    for (const Constant &macro : constant_macros(source, reader.macros())) {
         declarations.constants.push_back(macro);
     }
     declarations.files = unit.files();
+    declarations.long_size = unit.long_size();
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
     return declarations;
 }

@@ -56,6 +56,14 @@ protected:
         return {**node.as_string(), place_of(node)};
     }
 
+    bool truth(const toml::node &node) const
+    {
+        if (!node.is_boolean()) {
+            fail(node, "true or false is wanted here");
+        }
+        return **node.as_boolean();
+    }
+
     Entries list(const toml::node &node) const
     {
         if (!node.is_array()) {
@@ -124,6 +132,7 @@ private:
             {"bytes", &FamilyInterface::bytes},
             {"callables", &FamilyInterface::callables},
             {"null_text", &FamilyInterface::null_text},
+            {"texts", &FamilyInterface::texts},
             {"replaced", &FamilyInterface::replaced},
             {"raises", &FamilyInterface::raises},
             {"throws", &FamilyInterface::throws},
@@ -208,11 +217,8 @@ private:
         for (auto &&[key, value] : table(node)) {
             const toml::table &declared = entry(value, {"element", "equivalent"});
             const toml::node *equivalent = declared.get("equivalent");
-            if (equivalent && !equivalent->is_boolean()) {
-                fail(*equivalent, "true or false is wanted here");
-            }
-            family_.pointer_classes.push_back({std::string(key.str()), field(declared, "element"),
-                                               equivalent && **equivalent->as_boolean()});
+            family_.pointer_classes.push_back(
+                {std::string(key.str()), field(declared, "element"), equivalent && truth(*equivalent)});
         }
     }
 
@@ -226,12 +232,17 @@ public:
     {
     }
 
-    std::vector<FamilyInterface> read(Errors &errors)
+    Interface read(Errors &errors)
     {
         const toml::table binding = parse(file_);
-        std::vector<FamilyInterface> families;
+        Interface interface;
+        std::vector<FamilyInterface> &families = interface.families;
         for (auto &&[key, node] : binding) {
-            if (key.str() != "families") {
+            if (key.str() == "strict") {
+                interface.strict = truth(node);
+            } else if (key.str() == "narrow_long") {
+                interface.narrow_long = truth(node);
+            } else if (key.str() != "families") {
                 fail(node, "unknown key '" + std::string(key.str()) + "'");
             }
         }
@@ -251,7 +262,7 @@ public:
             }
             families.push_back(FamilyReader(file, name).read(errors));
         }
-        return families;
+        return interface;
     }
 
 private:
@@ -269,17 +280,17 @@ std::vector<std::string> texts(const Entries &entries)
     return texts;
 }
 
-std::vector<FamilyInterface> read_interface(const std::string &directory)
+Interface read_interface(const std::string &directory)
 {
     Errors errors;
-    std::vector<FamilyInterface> families;
+    Interface interface;
     try {
-        families = BindingReader(directory).read(errors);
+        interface = BindingReader(directory).read(errors);
     } catch (const Fault &fault) {
         errors.add(fault.place, fault.what);
     }
     errors.raise_any();
-    return families;
+    return interface;
 }
 
 }  // namespace generator

@@ -1,9 +1,14 @@
 // The interface files: what of the headers is bound, and where a binding departs from the plain pattern.
 //
-// interface/binding.toml names the families in order; interface/<family>.toml has, each optional:
+// interface/binding.toml names the families in order (families), and may say
+//   strict = false        that what a pattern takes in and cannot be bound is left out, and said in report.tsv; else it
+//                         is an error
+//   narrow_long = true    that long and unsigned long cross as 32 bits on every host; else as wide as they are there
+// interface/<family>.toml has, each optional:
 //   headers, cxx_headers   headers to read, as include paths (C headers of the SDK; C++ headers of helpers)
 //   functions, records, constants, variables
-//                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out
+//                          patterns ('*' and '?') over names that these headers declare; "!name" leaves out, and
+//                          among the records "!record.member" a member
 //   opaque                 typedefs and enumerations that are types of their own, whatever the headers say
 //   opaque_here            likewise, but only in what this family declares
 //   named                  tags of enumerations whose enumerators the development SDK is to know by name
@@ -13,14 +18,16 @@
 //   [typemaps.<typedef>]   a hand-written conversion of a value type: header, name
 //   [pointer_classes]      single-value pointer classes: element type, and whether they are equivalent to it
 //   [arrays]               array families: element type
-//   [appended]             functions whose named output parameter joins the result instead
+//   [appended]             functions whose named output parameters (with spaces between) join the result instead
+//   texts                  patterns over "record.member": arrays of char that cross as text
 //   [in_and_out]           functions whose named pointer parameter is read and written: it takes a number too, and
 //                          joins the result
 //   [low_bits]             functions whose named narrow parameter takes any int, of which the low bits are passed
 //   [bytes]                functions whose named parameter, a `const unsigned char *` or `const void *`, takes what a
 //                          Python object has in memory, and with it the next one, how many bytes that is
 //   [callables]            functions whose named parameter, a pointer to function, takes a Python function or None,
-//                          and with it the next one, its `void *` datum: see module/callable.h
+//                          and with it the next one, its `void *` datum, which C gives back first or last: see
+//                          module/callable.h
 //   null_text              functions, or patterns of them, whose `char *` parameters take None for a null pointer
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   throws                 functions, or patterns of them, that may throw; what they throw becomes a Python exception
@@ -89,6 +96,7 @@ struct FamilyInterface {
     EntryTable bytes;       ///< function to parameter
     EntryTable callables;   ///< function to parameter
     Entries null_text;
+    Entries texts;
     EntryTable replaced;  ///< function to stand-in
     EntryTable text;      ///< typedef to spelling
     Entries unserved;
@@ -98,8 +106,15 @@ struct FamilyInterface {
     std::map<std::string, TableEntry> tables;
 };
 
+/// All of an interface folder.
+struct Interface {
+    std::vector<FamilyInterface> families;
+    bool strict = true;
+    bool narrow_long = false;
+};
+
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that
 /// is wrong, naming file and line.
-std::vector<FamilyInterface> read_interface(const std::string &directory);
+Interface read_interface(const std::string &directory);
 
 }  // namespace generator

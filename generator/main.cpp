@@ -5,6 +5,7 @@
 // need not look into the interface files. Which files were read is said beside the stamp.
 
 #include "emit.h"
+#include "exports.h"
 #include "header_reader.h"
 #include "output.h"
 #include "version.h"
@@ -24,13 +25,15 @@ using namespace generator;
 struct Options {
     std::string interface, module, companion, version, output, stamp;
     size_t units = 1;
-    std::vector<std::string> include_directories, own_directories, system_directories, flags;
+    bool strict = false;
+    std::vector<std::string> include_directories, own_directories, system_directories, flags, libraries;
 };
 
 constexpr char usage[] =
     "usage: generate --interface DIR --module NAME --version TEXT --output DIR [--companion FILE] [--units "
     "NUMBER] [--stamp FILE]"
-    " [--include DIR]... [--own-include DIR]... [--system-include DIR]... [--flag COMPILER_FLAG]...\n"
+    " [--strict yes] [--library FILE]... [--include DIR]... [--own-include DIR]... [--system-include DIR]... "
+    "[--flag COMPILER_FLAG]...\n"
     "\n"
     "NAME is the extension module's; the companion, made of FILE, is called so without the underscore that "
     "it "
@@ -40,7 +43,11 @@ constexpr char usage[] =
     "stamp is written last; FILE.d says, as a rule for make, which files were read. To the version a digest "
     "is\n"
     "added of the headers that were found in the folders of --include, and of the definitions among the "
-    "flags.\n";
+    "flags.\n"
+    "What no FILE of --library exports is not bound; without them it is not looked at. --strict yes makes an "
+    "error "
+    "of\n"
+    "what cannot be bound, whatever the interface says.\n";
 
 size_t positive(const std::string &text)
 {
@@ -75,6 +82,10 @@ bool parse(int argc, char **argv, Options &options)
             options.units = positive(value);
         } else if (option == "--stamp") {
             options.stamp = value;
+        } else if (option == "--strict" && value == "yes") {
+            options.strict = true;
+        } else if (option == "--library") {
+            options.libraries.push_back(value);
         } else if (option == "--include") {
             options.include_directories.push_back(value);
         } else if (option == "--own-include") {
@@ -116,6 +127,7 @@ void write_stamp(const Options &options, std::vector<std::string> inputs,
     for (const FamilyInterface &family : interface) {
         inputs.push_back(family.file);
     }
+    inputs.insert(inputs.end(), options.libraries.begin(), options.libraries.end());
     write_if_changed(options.stamp + ".d", make_rule(options.stamp, inputs));
     if (!std::ofstream(options.stamp)) {
         throw std::runtime_error("cannot write " + options.stamp);
@@ -124,10 +136,14 @@ void write_stamp(const Options &options, std::vector<std::string> inputs,
 
 void generate(const Options &options)
 {
-    const std::vector<FamilyInterface> interface = read_interface(options.interface);
-    const HeaderSource source = headers_of(interface, options);
+    Interface interface = read_interface(options.interface);
+    interface.strict = interface.strict || options.strict;
+    const HeaderSource source = headers_of(interface.families, options);
     Declarations declarations = read_headers(source);
     const std::string version = version_of(options.version, declarations.files, source);
+    if (!options.libraries.empty()) {
+        declarations.exports = exports_of(options.libraries);
+    }
     Model model = build_model(declarations, interface);
 
     auto write = [&](const std::string &name, const std::string &text) {
@@ -140,7 +156,7 @@ void generate(const Options &options)
     for (const Family &family : model.families) {
         std::vector<std::string> &of_its_kind = throws(family) ? throwing_bindings : bindings;
         of_its_kind.push_back(emit_records(family, numbering));
-        of_its_kind.push_back(emit_calls(family, numbering));
+        of_its_kind.push_back(emit_calls(family, numbering, model.cxx_names));
         sdk_calls.push_back(emit_sdk_calls(family, answers));
         write("sim_" + family.name + ".h", emit_simulator_header(family));
     }
@@ -164,8 +180,10 @@ void generate(const Options &options)
     write("names.cpp", emit_names(model, declarations));
     write("destructors.cpp", emit_destructors(model, numbering));
     write("constants.cpp", emit_constants(model));
+    write("values.cpp", emit_values(model));
     write("rules.tsv", emit_rules(model, answers));
     write("binding.tsv", emit_report(model));
+    write("report.tsv", emit_outcomes(model));
     write("reference.tsv", emit_reference(model, declarations));
     std::filesystem::create_directories(options.output + "/stubs/" + options.module + "_stubs");
     for (const auto &[path, text] : emit_stubs(model, declarations, options.module)) {
@@ -180,7 +198,7 @@ void generate(const Options &options)
               emit_companion(model, options.module, read_file(options.companion), version));
     }
     if (!options.stamp.empty()) {
-        write_stamp(options, declarations.files, interface);
+        write_stamp(options, declarations.files, interface.families);
     }
 }
 

@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <fnmatch.h>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace generator {
 
@@ -23,15 +25,12 @@ bool is_builtin(const TypePtr &type, const char *name)
 const std::map<std::string, Conversion> &scalar_conversions()
 {
     static const std::map<std::string, Conversion> conversions = {
-        {"int", Conversion::Int32},
-        {"long", Conversion::Int32},
-        {"unsigned int", Conversion::UInt32},
-        {"unsigned long", Conversion::UInt32},
-        {"signed char", Conversion::Int8},
-        {"unsigned char", Conversion::UInt8},
-        {"unsigned short", Conversion::UInt16},
-        {"unsigned long long", Conversion::UInt64},
-        {"bool", Conversion::Bool},
+        {"int", Conversion::Int32},           {"unsigned int", Conversion::UInt32},
+        {"short", Conversion::Int16},         {"signed char", Conversion::Int8},
+        {"unsigned char", Conversion::UInt8}, {"unsigned short", Conversion::UInt16},
+        {"long long", Conversion::Int64},     {"unsigned long long", Conversion::UInt64},
+        {"float", Conversion::Float},         {"double", Conversion::Double},
+        {"char", Conversion::Char},           {"bool", Conversion::Bool},
     };
     return conversions;
 }
@@ -56,6 +55,21 @@ public:
         return wanted;
     }
 
+    /// Whether a pattern leaves out this part of what is wanted.
+    bool leaves_out(const std::string &whole, const std::string &part)
+    {
+        const std::string name = whole + "." + part;
+        bool left_out = false;
+        for (size_t i = 0; i < patterns_.size(); ++i) {
+            const std::string &pattern = patterns_[i].text;
+            if (pattern[0] == '!' && pattern.find('.') != std::string::npos
+                && fnmatch(pattern.c_str() + 1, name.c_str(), 0) == 0) {
+                left_out = used_[i] = true;
+            }
+        }
+        return left_out;
+    }
+
     Entries unused() const
     {
         Entries unused;
@@ -74,10 +88,11 @@ private:
 
 class Builder {
 public:
-    Builder(const Declarations &declarations, std::vector<FamilyInterface> interface)
-        : declarations_(declarations)
+    Builder(const Declarations &declarations, Interface interface)
+        : declarations_(declarations), strict_(interface.strict), narrow_long_(interface.narrow_long)
     {
-        model_.interface = std::move(interface);
+        model_.interface = std::move(interface.families);
+        model_.cxx_names = declarations.cxx_names;
         find_bounds();
         for (const FamilyInterface &family : model_.interface) {
             for (const Entry &entry : family.opaque) {
@@ -108,7 +123,35 @@ public:
     }
 
 private:
+    /// What is wrong with the interface.
     void error(const std::string &place, const std::string &what) { errors_.add(place, what); }
+
+    /// Why a declaration cannot be bound, which is what the interface wants of it.
+    void refuse(const std::string &reason, const std::string &hint = {})
+    {
+        refusals_.push_back({reason, hint});
+    }
+
+    // Whether nothing was refused since `bound` was begun; else that becomes an error where all is wanted, and else is
+    // kept for the report.
+    bool settle(const std::string &what, const std::string &name, const std::string &at, const Entry &wanted)
+    {
+        Outcome outcome{what, name, at, Outcome::Kind::Bound, wanted.place, ""};
+        const bool bound = refusals_.empty();
+        if (!bound) {
+            outcome.kind = Outcome::Kind::Refused;
+            outcome.reason = refusals_.front().reason;
+            outcome.hint = refusals_.front().hint;
+        }
+        for (const Refusal &refusal : refusals_) {
+            if (strict_) {
+                error(at + ": " + name, refusal.reason);
+            }
+        }
+        refusals_.clear();
+        model_.outcomes.push_back(std::move(outcome));
+        return bound;
+    }
 
     // As compilers say it: "include/bcm/l2.h:120".
     static std::string place(const std::string &header, unsigned line)
@@ -189,6 +232,31 @@ private:
         return {type, conversion, text_of(type), add_descriptor(pointer), nullptr};
     }
 
+    // How many bytes a long has where it crosses.
+    long long crossing_size(const TypePtr &builtin) const
+    {
+        return narrow_long_ && !builtin->is_exact ? 4 : declarations_.long_size;
+    }
+
+    std::optional<Conversion> scalar_conversion(const TypePtr &builtin) const
+    {
+        if (builtin->name == "long") {
+            return crossing_size(builtin) == 4 ? Conversion::Int32 : Conversion::Int64;
+        }
+        if (builtin->name == "unsigned long") {
+            return crossing_size(builtin) == 4 ? Conversion::UInt32 : Conversion::UInt64;
+        }
+        auto scalar = scalar_conversions().find(builtin->name);
+        return scalar == scalar_conversions().end() ? std::nullopt : std::optional(scalar->second);
+    }
+
+    // Whether it has more bytes on this host than where it crosses.
+    bool is_narrowed(const TypePtr &type) const
+    {
+        return (is_builtin(type, "long") || is_builtin(type, "unsigned long"))
+               && crossing_size(type) != declarations_.long_size;
+    }
+
     std::optional<Crossing> crossing_of(const TypePtr &type)
     {
         auto mapped = type->kind == Type::Kind::Typedef ? typemaps_.find(type->name) : typemaps_.end();
@@ -196,16 +264,16 @@ private:
             return Crossing{type, Conversion::Mapped, text_of(type), {}, mapped->second};
         }
         TypePtr full = Type::without_const(resolved(type));
+        if (full->kind == Type::Kind::Pointer && is_builtin(full->target, variable_arguments)) {
+            return std::nullopt;
+        }
         switch (full->kind) {
         case Type::Kind::Builtin: {
             if (full->name == "void") {
                 return Crossing{type, Conversion::Nothing, "void", {}, nullptr};
             }
-            auto scalar = scalar_conversions().find(full->name);
-            if (scalar == scalar_conversions().end()) {
-                return std::nullopt;
-            }
-            return Crossing{type, scalar->second, text_of(type), {}, nullptr};
+            const std::optional<Conversion> scalar = scalar_conversion(full);
+            return scalar ? std::optional(Crossing{type, *scalar, text_of(type), {}, nullptr}) : std::nullopt;
         }
         case Type::Kind::Enum:
             if (opaque_.count(full->name)) {
@@ -213,7 +281,12 @@ private:
             }
             // It crosses as a number; pointers to it, which other modules may hand over, are known all the same.
             add_descriptor(Type::pointer_to(Type::without_const(type)));
-            return Crossing{type, Conversion::Int32, text_of(type), {}, nullptr};
+            return Crossing{type,
+                            declarations_.wide_enumerations.count(full->name) != 0 ? Conversion::Int64
+                                                                                   : Conversion::Int32,
+                            text_of(type),
+                            {},
+                            nullptr};
         case Type::Kind::Record:
         case Type::Kind::Typedef:
             return pointer_crossing(type, Conversion::Value, Type::pointer_to(Type::without_const(type)));
@@ -243,11 +316,26 @@ private:
         return std::nullopt;
     }
 
+    Crossing crossing_or_refusal(const TypePtr &type)
+    {
+        std::optional<Crossing> crossing = crossing_of(type);
+        if (!crossing) {
+            refuse(no_conversion(type), "a typemap, or a helper that takes another type, can convert it");
+        }
+        return crossing.value_or(Crossing{type, Conversion::Nothing, spell(type), {}, nullptr});
+    }
+
+    static std::string no_conversion(const TypePtr &type)
+    {
+        return "no conversion for a value of type '" + spell(type) + "'";
+    }
+
+    // The same for a type that the interface names.
     Crossing crossing_or_error(const TypePtr &type, const std::string &where)
     {
         std::optional<Crossing> crossing = crossing_of(type);
         if (!crossing) {
-            error(where, "no conversion for a value of type '" + spell(type) + "'");
+            error(where, no_conversion(type));
         }
         return crossing.value_or(Crossing{type, Conversion::Nothing, spell(type), {}, nullptr});
     }
@@ -279,22 +367,23 @@ private:
         function.of_sdk = declared_in(source->header, texts(family.headers));
         function.raises = std::any_of(family.raises.begin(), family.raises.end(),
                                       [&](const Entry &entry) { return entry.text == declared.name; });
-        const std::string where = place(source->header, source->line) + ": " + source->name;
         const size_t known_errors = errors_.count();
+        check_symbol(source->is_inline || !function.of_sdk ? std::string() : source->symbol);
         if (source->is_variadic) {
-            error(where, "a variable number of arguments cannot be passed on");
+            refuse("a variable number of arguments cannot be passed on",
+                   "write a helper that calls it with arguments of fixed types");
         }
-        function.result = crossing_or_error(source->result, where);
+        function.result = crossing_or_refusal(source->result);
         if (function.result.conversion == Conversion::AnyPointer) {
             function.result.descriptor = add_descriptor(source->result);
         }
         for (const Parameter &parameter : source->parameters) {
             function.parameters.push_back(
-                {parameter.name, crossing_or_error(parameter.type, where), Direction::In});
+                {parameter.name, crossing_or_refusal(parameter.type), Direction::In});
         }
         auto appended = family.appended.find(function.name);
         if (appended != family.appended.end()) {
-            append_output(function, appended->second);
+            append_outputs(function, appended->second);
         }
         auto in_and_out = family.in_and_out.find(function.name);
         if (in_and_out != family.in_and_out.end()) {
@@ -312,10 +401,18 @@ private:
         if (low_bits != family.low_bits.end()) {
             pass_low_bits(function, low_bits->second);
         }
-        if (errors_.count() == known_errors) {
-            check_shape(function, where);
+        if (errors_.count() == known_errors && refusals_.empty()) {
+            check_shape(function);
         }
         return function;
+    }
+
+    // A module that asks for what no library has cannot be imported.
+    void check_symbol(const std::string &symbol)
+    {
+        if (!symbol.empty() && declarations_.exports && declarations_.exports->count(symbol) == 0) {
+            refuse("no library exports '" + symbol + "'", "\"!NAME\" after the pattern leaves it out");
+        }
     }
 
     static void allow_null_text(BoundFunction &function)
@@ -328,12 +425,12 @@ private:
     }
 
     // Whether calls of this shape can be written.
-    void check_shape(const BoundFunction &function, const std::string &where)
+    void check_shape(const BoundFunction &function)
     {
         try {
             shape_of(function);
         } catch (const std::runtime_error &refusal) {
-            error(where, refusal.what());
+            refuse(refusal.what());
         }
     }
 
@@ -347,6 +444,27 @@ private:
         }
         error(entry.place, "'" + function.name + "' has no parameter '" + entry.text + "'");
         return nullptr;
+    }
+
+    void append_outputs(BoundFunction &function, const Entry &entry)
+    {
+        std::istringstream names(entry.text);
+        bool wraps = function.result.conversion == Conversion::Pointer
+                     || function.result.conversion == Conversion::AnyPointer
+                     || function.result.conversion == Conversion::Value
+                     || function.result.conversion == Conversion::Callback;
+        for (std::string name; names >> name;) {
+            append_output(function, {name, entry.place});
+        }
+        for (const BoundParameter &parameter : function.parameters) {
+            const Conversion conversion = parameter.crossing.conversion;
+            if (parameter.direction == Direction::Out
+                && (conversion == Conversion::Pointer || conversion == Conversion::AnyPointer
+                    || conversion == Conversion::Value)
+                && std::exchange(wraps, true)) {
+                error(entry.place, "'" + function.name + "': only one result can be a pointer or record");
+            }
+        }
     }
 
     // What an output pointer points to is what joins the result.
@@ -364,10 +482,13 @@ private:
         }
         // The call keeps 4 bytes for it; a long has more on some hosts.
         TypePtr full = resolved(type->target);
-        if (is_builtin(full, "long") || is_builtin(full, "unsigned long")) {
+        if (is_narrowed(full)) {
             error(entry.place, "the appended output of '" + function.name + "' has no fixed size");
         }
         output->crossing = crossing_or_error(type->target, entry.place);
+        if (output->crossing.conversion == Conversion::AnyPointer) {
+            output->crossing.descriptor = add_descriptor(type->target);
+        }
     }
 
     void pass_in_and_out(BoundFunction &function, const Entry &entry)
@@ -461,20 +582,38 @@ private:
             return;
         }
         const TypePtr called = resolved(callable->crossing.type)->target;
-        const std::vector<TypePtr> &given = called->parameters;
-        bool can_be_called = !given.empty() && is_data_pointer(resolved(given.back()));
-        for (size_t i = 0; can_be_called && i + 1 < given.size(); ++i) {
+        std::vector<TypePtr> given = called->parameters;
+        bool can_be_called = !given.empty();
+        if (can_be_called && is_data_pointer(resolved(given.back()))) {
+            given.pop_back();
+        } else if (can_be_called && is_data_pointer(resolved(given.front()))) {
+            given.erase(given.begin());
+            callable->datum_is_first = true;
+        } else {
+            can_be_called = false;
+        }
+        bool texts_are_counted = false;
+        for (size_t i = 0; can_be_called && i < given.size(); ++i) {
             const TypePtr type = Type::without_const(resolved(given[i]));
             const bool counted =
-                i + 2 < given.size() && is_count(Type::without_const(resolved(given[i + 1])));
+                i + 1 < given.size() && is_count(Type::without_const(resolved(given[i + 1])));
+            const bool is_texts = type->kind == Type::Kind::Pointer
+                                  && type->target->kind == Type::Kind::Pointer && !type->target->is_const
+                                  && is_builtin(type->target->target, "char")
+                                  && !type->target->target->is_const;
+            texts_are_counted = is_texts ? texts_are_counted : is_builtin(type, "int");
+            if (is_texts && texts_are_counted) {
+                continue;
+            }
             can_be_called = type->kind == Type::Kind::Enum
-                            || (type->kind == Type::Kind::Builtin && scalar_conversions().count(type->name))
+                            || (type->kind == Type::Kind::Builtin && scalar_conversion(type))
                             || (type->kind == Type::Kind::Pointer && is_builtin(type->target, "char"))
                             || (is_constant_bytes(type) && counted);
         }
         if (!can_be_called) {
             error(entry.place, "'" + entry.text + "' of '" + function.name + "': a Python function can be given "
-                               "numbers, text, bytes followed by their number, and last its datum");
+                               "numbers, text, bytes followed by their number, a number followed by "
+                               "arrays of so many texts, and first or last its datum");
         }
         callable->crossing.conversion = Conversion::Callable;
         callable->crossing.descriptor.clear();
@@ -486,38 +625,39 @@ private:
         return conversion == Conversion::Int32 || conversion == Conversion::UInt32;
     }
 
-    void check_size(const Crossing &crossing, long long size, const std::string &where)
+    void check_size(const Crossing &crossing, long long size)
     {
         if (has_32_bits(crossing.conversion) && size != 4) {
-            error(where, "'" + crossing.text + "' has " + std::to_string(size)
-                             + " bytes on this host, and crosses as 4");
+            refuse("'" + crossing.text + "' has " + std::to_string(size)
+                   + " bytes on this host, and crosses as 4");
         }
     }
 
-    void check_member(const Member &member, const std::string &where)
+    static bool is_constant(const TypePtr &type)
     {
-        if (member.is_bit_field) {
-            error(where, "a bit-field has no address");
-        }
-        if (member.size < 0) {
-            error(where, "an array without bounds has no size");
-        }
-        TypePtr type = member.type;
-        while (type->kind == Type::Kind::Pointer || type->kind == Type::Kind::Array) {
-            type = type->target;
-        }
-        if (type->kind == Type::Kind::Record && type->name.empty()) {
-            error(where, "its type has no name");
-        }
+        const TypePtr array = resolve_array_typedef(type);
+        return type->is_const || (array->kind == Type::Kind::Array && is_constant(array->target));
     }
 
-    BoundMember bind_member(const Record &record, const Member &member)
+    BoundMember bind_member(const Member &member, bool as_text)
     {
         BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
-        const std::string where = place(record.header, member.line) + ": " + record.name + "." + member.name;
-        check_member(member, where);
-        bound.crossing = crossing_or_error(member.type, where);
-        check_size(bound.crossing, member.size, where);
+        bound.crossing = crossing_or_refusal(member.type);
+        bound.sized = member.size >= 0;
+        bound.read_only = is_constant(resolved(member.type)) || member.size <= 0;
+        if (member.bits > 0) {
+            bound.storage = Storage::Bits;
+            bound.bits = member.bits;
+            bound.is_signed = member.is_signed;
+            return bound;
+        }
+        const TypePtr array = resolved(member.type);
+        if (as_text && array->kind == Type::Kind::Array && is_builtin(array->target, "char")
+            && member.size > 0) {
+            bound.storage = Storage::Text;
+            return bound;
+        }
+        check_size(bound.crossing, member.size);
         switch (bound.crossing.conversion) {
         case Conversion::Mapped:
             bound.storage = Storage::Mapped;
@@ -547,6 +687,11 @@ private:
         case Conversion::UInt8:
         case Conversion::UInt16:
         case Conversion::UInt64:
+        case Conversion::Int16:
+        case Conversion::Int64:
+        case Conversion::Float:
+        case Conversion::Double:
+        case Conversion::Char:
         case Conversion::Bool:
         case Conversion::String:
         case Conversion::NullableString:
@@ -559,14 +704,32 @@ private:
         return bound;
     }
 
-    BoundRecord bind(const Record &declared)
+    BoundRecord bind(const Record &declared, const Entry &wanted, Patterns &patterns, Patterns &text_members)
     {
+        auto hidden = model_.cxx_names.find(declared.name);
         const std::string keyword = declared.has_typedef ? "" : declared.is_union ? "union " : "struct ";
-        BoundRecord record{declared.name, keyword + declared.name, {}, {}};
+        // One with a typedef goes by that.
+        const bool is_part = declared.cxx_name.find("::") != std::string::npos;
+        const std::string cxx_name = is_part                            ? declared.cxx_name
+                                     : hidden == model_.cxx_names.end() ? declared.name
+                                                                        : hidden->second;
+        // C has no name either for what C++ can only say the type of.
+        const bool is_nameless = cxx_name.find('(') != std::string::npos;
+        BoundRecord record{declared.name, is_nameless ? "" : keyword + declared.name, cxx_name, {}, {}};
         TypePtr self = Type::pointer_to(Type::record(declared.tag));
         record.self = pointer_crossing(self, Conversion::Pointer, self);
+        settle("record", declared.name, place(declared.header, declared.line), wanted);
         for (const Member &member : declared.members) {
-            record.members.push_back(bind_member(declared, member));
+            const std::string name = declared.name + "." + member.name;
+            const std::string at = place(declared.header, member.line);
+            if (patterns.leaves_out(declared.name, member.name)) {
+                model_.outcomes.push_back({"member", name, at, Outcome::Kind::LeftOut, "left out", ""});
+                continue;
+            }
+            BoundMember bound = bind_member(member, text_members.match(name) != nullptr);
+            if (settle("member", name, at, wanted) || strict_) {
+                record.members.push_back(std::move(bound));
+            }
         }
         return record;
     }
@@ -577,7 +740,7 @@ private:
         if (known != declarations_.typedefs.end()) {
             return Type::typedef_of(spelling.text, known->second);
         }
-        if (scalar_conversions().count(spelling.text)) {
+        if (scalar_conversion(Type::builtin(spelling.text))) {
             return Type::builtin(spelling.text);
         }
         error(spelling.place, "unknown element type '" + spelling.text + "'");
@@ -591,8 +754,7 @@ private:
         // Arrays are of what the runtime has get_item_<kind>() for.
         const bool fits = conversion == Conversion::Value || conversion == Conversion::UInt8
                           || conversion == Conversion::UInt32 || (!of_array && is_scalar(conversion));
-        if (!fits || is_builtin(resolved(element.type), "unsigned long")
-            || is_builtin(resolved(element.type), "long")) {
+        if (!fits || is_narrowed(resolved(element.type))) {
             error(place, "'" + name + "': elements of type '" + element.text + "' cannot be bound");
         }
     }
@@ -626,28 +788,37 @@ private:
     BoundVariable bind(const Variable &declared)
     {
         const TypePtr &type = declared.type;
-        const std::string where = place(declared.header, declared.line) + ": " + declared.name;
-        BoundVariable variable{declared.name, VariableKind::Scalar, crossing_or_error(type, where)};
-        check_size(variable.crossing, declared.size, where);
+        BoundVariable variable{declared.name, VariableKind::Scalar, false, crossing_or_refusal(type)};
+        check_size(variable.crossing, declared.size);
+        check_symbol(declared.symbol);
         TypePtr full = resolved(type);
-        if (type->is_const || full->is_const) {
-            variable.kind = VariableKind::Constant;
-        } else if (full->kind == Type::Kind::Array) {
+        variable.read_only = is_constant(type) || is_constant(full);
+        if (full->kind == Type::Kind::Array) {
             variable.kind = full->extent.empty() ? VariableKind::UnboundedArray : VariableKind::Storage;
         } else if (variable.crossing.conversion == Conversion::Value) {
             variable.kind = VariableKind::Storage;
         } else if (variable.crossing.conversion == Conversion::String) {
             variable.kind = VariableKind::String;
         } else if (variable.crossing.conversion == Conversion::Callback) {
+            variable.kind = VariableKind::Callback;
+        } else if (variable.crossing.conversion == Conversion::Pointer) {
             variable.kind = VariableKind::Pointer;
+        } else if (variable.crossing.conversion == Conversion::AnyPointer) {
+            variable.kind = VariableKind::Pointer;
+            variable.crossing.descriptor = add_descriptor(type);
+        } else if (variable.crossing.conversion == Conversion::Mapped) {
+            refuse("a variable has no typemap", "helpers can read and write it");
         }
         return variable;
     }
 
-    static bool declared_in(const std::string &header, const std::vector<std::string> &headers)
+    // Whether a declaration's file is one of those that the interface lists.
+    bool declared_in(const std::string &file, const std::vector<std::string> &headers) const
     {
-        return std::any_of(headers.begin(), headers.end(),
-                           [&](const std::string &name) { return ends_with(header, "/" + name); });
+        return std::any_of(headers.begin(), headers.end(), [&](const std::string &name) {
+            auto listed = declarations_.header_files.find(name);
+            return listed != declarations_.header_files.end() && listed->second == file;
+        });
     }
 
     // Which family defines a function for the development SDK: of those that name its header the first that
@@ -686,28 +857,27 @@ private:
             claim(name, element.place);
             family.arrays.push_back(bind_array(name, element));
         }
-        for (const Record *record : wanted(source, source.records, declarations_.records)) {
-            family.records.push_back(bind(*record));
-        }
-        Patterns null_text(source.null_text), throws(source.throws);
-        for (const Function *function : wanted(source, source.functions, declarations_.functions)) {
-            family.functions.push_back(bind(source, *function));
-            if (null_text.match(function->name)) {
-                allow_null_text(family.functions.back());
-            }
-            if (throws.match(function->name)) {
-                family.functions.back().throws = family.functions.back().raises = true;
-            }
-        }
+        Patterns text_members(source.texts), null_text(source.null_text), throws(source.throws);
+        want(source, source.records, declarations_.records, "record",
+             [&](const Record &record, const Entry &wanted, Patterns &patterns) {
+                 family.records.push_back(bind(record, wanted, patterns, text_members));
+             });
+        check_used(text_members, "fits no member of the family's records");
+        want(source, source.functions, declarations_.functions, "function",
+             [&](const Function &function, const Entry &wanted, Patterns &) {
+                 bind(source, function, wanted, family, null_text, throws);
+             });
         check_used(null_text, "fits no function of the family");
         check_used(throws, "fits no function of the family");
-        for (const Constant *constant : wanted(source, source.constants, declarations_.constants)) {
-            bind(*constant);
-        }
-        for (const Variable *variable :
-             wanted(source, source.variables, declarations_.variables, "variable ")) {
-            model_.variables.push_back(bind(*variable));
-        }
+        want(source, source.constants, declarations_.constants, "constant",
+             [&](const Constant &constant, const Entry &wanted, Patterns &) { bind(constant, wanted); });
+        want(source, source.variables, declarations_.variables, "variable",
+             [&](const Variable &declared, const Entry &wanted, Patterns &) {
+                 BoundVariable variable = bind(declared);
+                 if (settle("variable", declared.name, place(declared.header, declared.line), wanted)) {
+                     model_.variables.push_back(std::move(variable));
+                 }
+             });
         add_sdk_functions(family);
         name_enumerations(source, family);
         name_chip(source.chip_registers, model_.chip_registers);
@@ -717,43 +887,86 @@ private:
         return family;
     }
 
-    // What the family's headers declare and its patterns want.
-    template <typename Declared>
-    std::vector<const Declared *> wanted(const FamilyInterface &family, const Entries &entries,
-                                         const std::vector<Declared> &declarations,
-                                         const std::string &kind = "")
+    void bind(const FamilyInterface &source, const Function &declared, const Entry &wanted, Family &family,
+              Patterns &null_text, Patterns &throws)
+    {
+        BoundFunction function = bind(source, declared);
+        if (!settle("function", declared.name, place(declared.header, declared.line), wanted)) {
+            refused_functions_.insert(declared.name);
+            return;
+        }
+        if (null_text.match(function.name)) {
+            allow_null_text(function);
+        }
+        if (throws.match(function.name)) {
+            function.throws = function.raises = true;
+        }
+        family.functions.push_back(std::move(function));
+    }
+
+    // Binds what the family's headers declare and its patterns want.
+    template <typename Declared, typename Bind>
+    void want(const FamilyInterface &family, const Entries &entries,
+              const std::vector<Declared> &declarations, const std::string &what, const Bind &bind)
     {
         std::vector<std::string> headers = texts(family.headers);
         for (const Entry &header : family.cxx_headers) {
             headers.push_back(header.text);
         }
         Patterns patterns(entries);
-        std::vector<const Declared *> found;
+        std::vector<std::pair<const Declared *, const Entry *>> found;
         for (const Declared &declared : declarations) {
-            const Entry *pattern =
-                declared_in(declared.header, headers) ? patterns.match(declared.name) : nullptr;
-            if (pattern) {
-                claim(kind + declared.name, pattern->place);
-                found.push_back(&declared);
+            if (!declared_in(declared.header, headers)) {
+                continue;
+            }
+            const std::string at = place(declared.header, declared.line);
+            if (const Entry *pattern = patterns.match(declared.name)) {
+                if (claim((what == "variable" ? "variable " : "") + declared.name, pattern->place)) {
+                    found.emplace_back(&declared, pattern);
+                } else {
+                    refuse("something else is bound under the name",
+                           "\"!NAME\" after the pattern leaves one out");
+                    settle(what, declared.name, at, *pattern);
+                }
+            } else if (!declared.name.empty()) {
+                model_.outcomes.push_back(
+                    {what, declared.name, at, Outcome::Kind::LeftOut, "no pattern wants it", ""});
             }
         }
-        check_used(patterns, "fits nothing that its headers declare");
-        return found;
+        // Of records, some are about members.
+        const bool is_of_members = what == "record";
+        if (!is_of_members) {
+            check_used(patterns, "fits nothing that its headers declare");
+        }
+        for (const auto &[declared, pattern] : found) {
+            bind(*declared, *pattern, patterns);
+        }
+        if (is_of_members) {
+            check_used(patterns, "fits nothing that its headers declare");
+        }
     }
 
     void check_used(const Patterns &patterns, const std::string &otherwise)
     {
         for (const auto &[pattern, place] : patterns.unused()) {
+            // Whatever there is may be nothing.
+            if (pattern == "*" && !strict_) {
+                continue;
+            }
             error(place, "'" + pattern + "' " + otherwise);
         }
     }
 
-    void bind(const Constant &constant)
+    void bind(const Constant &constant, const Entry &wanted)
     {
-        if (!constant.fits_32_bits) {
-            error(place(constant.header, constant.line) + ": " + constant.name, "more than 32 bits");
+        if (constant.scope == "::") {
+            refuse("C++ has no name for it: it stands within a record that has none",
+                   "give the record a tag, or declare the enumeration outside of it");
         }
-        model_.constants.push_back(constant);
+        if (!settle("constant", constant.name, place(constant.header, constant.line), wanted)) {
+            return;
+        }
+        (constant.kind == Constant::Kind::Integer ? model_.constants : model_.values).push_back(constant);
         // An enumerator is a value of its enumeration, which crosses with it.
         if (!constant.enumeration.empty()) {
             add_descriptor(Type::pointer_to(Type::enumeration(constant.enumeration)));
@@ -824,12 +1037,16 @@ private:
     }
 
     // A name of Python's is bound once; overloads of one name are by one pattern.
-    void claim(const std::string &name, const std::string &place)
+    bool claim(const std::string &name, const std::string &place)
     {
         auto [owner, is_new] = owners_.emplace(name, place);
-        if (!is_new && owner->second != place) {
+        if (is_new || owner->second == place) {
+            return true;
+        }
+        if (strict_) {
             error(place, "'" + name + "' is bound at " + owner->second + " too");
         }
+        return strict_;
     }
 
     void check_departures(const FamilyInterface &source, const Family &family)
@@ -839,7 +1056,7 @@ private:
             bound.insert(function.name);
         }
         auto check = [&](const std::string &name, const std::string &place) {
-            if (bound.count(name) == 0) {
+            if (bound.count(name) == 0 && refused_functions_.count(name) == 0) {
                 error(place, "'" + name + "' departs from the pattern, but is not bound");
             }
         };
@@ -892,8 +1109,15 @@ private:
         }
     }
 
+    struct Refusal {
+        std::string reason, hint;
+    };
+
     const Declarations &declarations_;
+    const bool strict_, narrow_long_;
     Model model_;
+    std::vector<Refusal> refusals_;  ///< of the declaration that is being bound
+    std::set<std::string> refused_functions_;
     std::set<std::string> opaque_, opaque_here_;
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;
@@ -912,7 +1136,7 @@ const Bounds *Model::bounds_of(const TypePtr &type) const
     return found == enumerations.end() ? nullptr : &found->second;
 }
 
-Model build_model(const Declarations &declarations, std::vector<FamilyInterface> interface)
+Model build_model(const Declarations &declarations, Interface interface)
 {
     return Builder(declarations, std::move(interface)).build();
 }

@@ -5,6 +5,7 @@
 #include "conversion.h"
 #include "declarations.h"
 #include "interface.h"
+#include "spelling.h"
 
 #include <cstdint>
 #include <map>
@@ -35,8 +36,9 @@ struct BoundParameter {
     std::string name;
     Crossing crossing;  ///< for Direction::Out what the pointer points to
     Direction direction = Direction::In;
-    bool low_bits = false;     ///< whether it takes any int, of which the low bits are passed
-    TypePtr second = nullptr;  ///< of bytes and callables: type of the C parameter that goes with it
+    bool low_bits = false;        ///< whether it takes any int, of which the low bits are passed
+    TypePtr second = nullptr;     ///< of bytes and callables: type of the C parameter that goes with it
+    bool datum_is_first = false;  ///< of callables: whether C gives the datum before all else
 };
 
 struct BoundFunction {
@@ -58,19 +60,26 @@ enum class Storage {
     Opaque,  ///< of a type that Python does not look into: read as a copy
     Pointer,
     Mapped,
+    Text,  ///< an array of char that crosses as text
+    Bits,  ///< a bit-field
 };
 
 struct BoundMember {
     std::string name;
     std::string declared;  ///< type as docstrings spell it
     Storage storage = Storage::Scalar;
-    Crossing crossing;  ///< for an array or record the pointer that the read accessor gives
+    Crossing crossing;       ///< for an array or record the pointer that the read accessor gives
+    int bits = 0;            ///< of a bit-field
+    bool is_signed = false;  ///< whether a bit-field has negative values
+    bool read_only = false;  ///< there is no write accessor
+    bool sized = true;       ///< of an array without bounds there is no sizeof
 };
 
 struct BoundRecord {
     std::string name;
-    std::string c_name;  ///< as C spells the type: "bcm_l2_addr_t", "struct bcm_pkt_s"
-    Crossing self;       ///< "bcm_l2_addr_s *"
+    std::string c_name;    ///< as C spells the type: "bcm_l2_addr_t", "struct bcm_pkt_s"; empty if it cannot
+    std::string cxx_name;  ///< as C++ does: "bcm_l2_addr_t", "outer::inner"
+    Crossing self;         ///< "bcm_l2_addr_s *"
     std::vector<BoundMember> members;
 };
 
@@ -101,11 +110,12 @@ struct Family {
 };
 
 /// How a global variable is kept.
-enum class VariableKind { Scalar, String, Storage, Pointer, Constant, UnboundedArray };
+enum class VariableKind { Scalar, String, Storage, Pointer, Callback, UnboundedArray };
 
 struct BoundVariable {
     std::string name;
     VariableKind kind = VariableKind::Scalar;
+    bool read_only = false;
     Crossing crossing;  ///< for a record or array the pointer that reading gives
 };
 
@@ -121,10 +131,27 @@ struct Bounds {
     std::string least, greatest;
 };
 
+/// What became of a declaration. Examples: {"function", "zlibVersion", "zlib.h:220", Bound, "zlib.toml:2"},
+/// {"function", "gzprintf", "zlib.h:1459", Refused, "a variable number of arguments cannot be passed on", hint}.
+struct Outcome {
+    enum class Kind {
+        Bound,
+        LeftOut,  ///< the interface does not want it
+        Refused,  ///< the interface wants it, and it cannot be bound
+    };
+    std::string what;   ///< "function", "record", "member", "constant", "variable"
+    std::string name;   ///< of a member with its record: "record.member"
+    std::string place;  ///< file and line
+    Kind kind = Kind::Bound;
+    std::string reason;  ///< the pattern's place, or why it is refused
+    std::string hint;    ///< what can be done about it
+};
+
 struct Model {
     std::vector<FamilyInterface> interface;
     std::vector<Family> families;
-    std::vector<Constant> constants;
+    std::vector<Constant> constants;                                      ///< integers of 32 bits
+    std::vector<Constant> values;                                         ///< the others
     std::vector<std::string> chip_registers, chip_memories, chip_fields;  ///< enumerators, in header order
     std::vector<BoundVariable> variables;
     std::map<std::string, Descriptor> descriptors;  ///< by mangled name
@@ -132,9 +159,13 @@ struct Model {
 
     /// Those of what is declared with the type; null if it is no such enumeration.
     const Bounds *bounds_of(const TypePtr &type) const;
+
+    CxxNames cxx_names;
+    std::vector<Outcome>
+        outcomes;  ///< what became of each declaration of the listed headers, in header order
 };
 
 /// Throws std::runtime_error with all mistakes at once, a line each.
-Model build_model(const Declarations &declarations, std::vector<FamilyInterface> interface);
+Model build_model(const Declarations &declarations, Interface interface);
 
 }  // namespace generator

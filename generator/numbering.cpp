@@ -103,7 +103,9 @@ void Numbering::add(const BoundRecord &record)
     add_arguments({record.self});
     for (const BoundMember &member : record.members) {
         const std::string name = record.name + "_" + member.name;
-        add_accessor(name + "_set", "(self, " + member.name + ")");
+        if (!member.read_only) {
+            add_accessor(name + "_set", "(self, " + member.name + ")");
+        }
         add_accessor(name + "_get", "(self) -> " + member.declared);
         add_arguments({member.crossing});
     }

@@ -51,6 +51,16 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return scalar("h", "uint16_t", "to_uint16");
     case Conversion::UInt64:
         return scalar("q", "uint64_t", "to_uint64");
+    case Conversion::Int16:
+        return scalar("w", "int16_t", "to_int16");
+    case Conversion::Int64:
+        return scalar("x", "int64_t", "to_int64", Passing::Cast);
+    case Conversion::Float:
+        return scalar("e", "float", "to_float");
+    case Conversion::Double:
+        return scalar("d", "double", "to_double");
+    case Conversion::Char:
+        return scalar("a", "char", "to_char");
     case Conversion::Bool:
         return scalar("t", "bool", "to_bool");
     case Conversion::String:
@@ -107,6 +117,23 @@ ShapeParameter shape_parameter(const BoundParameter &parameter)
         output.converter = "from_" + name;
         output.variable = name + "_t";
         output.type = output.variable + " *";
+    } else if (conversion == Conversion::Pointer || conversion == Conversion::AnyPointer) {
+        output.code = "Op";
+        output.converter = "from_pointer";
+        output.more_arguments = ", row.result";
+        output.variable = "void *";
+        output.type = "void **";
+    } else if (conversion == Conversion::String) {
+        output.code = "Os";
+        output.converter = "from_string";
+        output.variable = "char *";
+        output.type = "char **";
+    } else if (is_scalar(conversion)) {
+        const ShapeParameter input = in_parameter(parameter.crossing);
+        output.code = "O" + input.code;
+        output.converter = "from_" + conversion_name(conversion);
+        output.variable = input.variable;
+        output.type = output.variable + " *";
     } else {
         throw std::runtime_error("no output of type '" + parameter.crossing.text + "' can be appended");
     }
@@ -120,7 +147,15 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::Int8:
     case Conversion::UInt8:
     case Conversion::UInt16:
+    case Conversion::Int16:
         return {"i", "int32_t", "from_int32", ""};
+    case Conversion::Int64:
+        return {"x", "int64_t", "from_int64", ""};
+    case Conversion::Float:
+    case Conversion::Double:
+        return {"d", "double", "from_double", ""};
+    case Conversion::Char:
+        return {"a", "char", "from_char", ""};
     case Conversion::UInt32:
         return {"u", "uint32_t", "from_uint32", ""};
     case Conversion::UInt64:
@@ -132,6 +167,7 @@ ShapeResult shape_result(const Crossing &result)
         return {"s", "const char *", "from_string", ""};
     case Conversion::Pointer:
     case Conversion::AnyPointer:
+    case Conversion::Callback:
         return {"p", "void *", "from_pointer", ", row.result"};
     case Conversion::Value:
         return {"r", "void *", "from_value", ", row.result"};
@@ -139,7 +175,6 @@ ShapeResult shape_result(const Crossing &result)
         return {"o", "PyObject *", "", ""};
     case Conversion::Nothing:
         return {"n", "void", "", ""};
-    case Conversion::Callback:
     case Conversion::Bytes:
     case Conversion::Callable:
     case Conversion::Mapped:

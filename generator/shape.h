@@ -32,6 +32,7 @@ struct ShapeParameter {
     bool appended_record = false;
     std::string passed = {};  ///< the local's member that the thunk gets, such as ".address"; else all of it
     Passing passing = Passing::AsIs;
+    std::string more_arguments = {};  ///< of an output's converter
 };
 
 ShapeParameter shape_parameter(const BoundParameter &parameter);

@@ -118,6 +118,9 @@ TypePtr resolve(const TypePtr &type, const OpaqueTest &opaque)
             return type;
         }
         TypePtr inner = resolve(type->target, opaque);
+        if (type->is_volatile) {
+            inner = Type::volatile_of(inner);
+        }
         if (!type->is_const) {
             return inner;
         }
@@ -152,6 +155,27 @@ std::string mangle(const TypePtr &resolved)
         mangled += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
     }
     return mangled;
+}
+
+TypePtr in_cxx(const TypePtr &type, const CxxNames &names)
+{
+    // The name of a typedef is C++'s too; what it stands for is not spelt, except for an array.
+    if (names.empty() || (type->kind == Type::Kind::Typedef && resolve_array_typedef(type) == type)) {
+        return type;
+    }
+    Type copy = *type;
+    auto found = type->kind == Type::Kind::Record || type->kind == Type::Kind::Enum ? names.find(type->name)
+                                                                                    : names.end();
+    if (found != names.end()) {
+        copy.name = found->second;
+    }
+    if (type->target) {
+        copy.target = in_cxx(type->target, names);
+    }
+    for (TypePtr &parameter : copy.parameters) {
+        parameter = in_cxx(parameter, names);
+    }
+    return std::make_shared<const Type>(std::move(copy));
 }
 
 }  // namespace generator

@@ -7,6 +7,7 @@
 #include "type.h"
 
 #include <functional>
+#include <map>
 #include <string>
 
 namespace generator {
@@ -33,5 +34,11 @@ std::string mangle(const TypePtr &resolved);
 
 /// A typedef of an array, resolved one step at a time down to the array; other types unchanged.
 TypePtr resolve_array_typedef(const TypePtr &type);
+
+/// Records and enumerations that C++ calls otherwise than C: see Declarations::cxx_names.
+using CxxNames = std::map<std::string, std::string>;
+
+/// The type with its records and enumerations as C++ calls them.
+TypePtr in_cxx(const TypePtr &type, const CxxNames &names);
 
 }  // namespace generator

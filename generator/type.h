@@ -7,6 +7,9 @@
 
 namespace generator {
 
+/// The name of the builtin that a va_list is, whatever the compiler makes of it.
+constexpr char variable_arguments[] = "va_list";
+
 struct Type;
 using TypePtr = std::shared_ptr<const Type>;
 
@@ -29,6 +32,10 @@ struct Type {
     TypePtr target;
     std::vector<TypePtr> parameters;
     std::string extent;
+    /// Of a long: whether the C library's headers chose it for a type of theirs, such as uint64_t, so that its width is
+    /// this host's, whatever the interface says of the SDK's own.
+    bool is_exact = false;
+    bool is_volatile = false;  ///< which is not spelt
 
     static TypePtr builtin(std::string name);
     static TypePtr record(std::string name);
@@ -40,6 +47,8 @@ struct Type {
     static TypePtr function(TypePtr result, std::vector<TypePtr> parameters);
     static TypePtr constant(TypePtr type);
     static TypePtr without_const(TypePtr type);
+    static TypePtr exact(TypePtr type);
+    static TypePtr volatile_of(TypePtr type);
 };
 
 }  // namespace generator

@@ -51,6 +51,19 @@ bool CallFromC::call(PyObject *function, int32_t *result)
     return done;
 }
 
+NewReference from_texts(int count, char **texts)
+{
+    Owned list = Owned::steal(PyList_New(count));
+    for (int i = 0; list && i < count; ++i) {
+        PyObject *text = from_string(texts ? texts[i] : nullptr);
+        if (!text) {
+            return nullptr;
+        }
+        PyList_SET_ITEM(list.get(), i, text);
+    }
+    return list.release();
+}
+
 KeptCallable::KeptCallable(PyObject *&now, PyObject *next)
     : now_(now), next_(next == Py_None ? nullptr : next), before_(now)
 {

@@ -1,5 +1,6 @@
 #include "convert.h"
 
+#include <cmath>
 #include <cstring>
 
 namespace quorel {
@@ -90,6 +91,54 @@ Status to_uint64(PyObject *object, uint64_t *value)
     }
     *value = number;
     return Status::ok;
+}
+
+Status to_int16(PyObject *object, int16_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_int64(PyObject *object, int64_t *value)
+{
+    return to_integer(object, value);
+}
+
+Status to_double(PyObject *object, double *value)
+{
+    if (!PyFloat_Check(object) && !PyInt_Check(object) && !PyLong_Check(object)) {
+        return Status::type;
+    }
+    const double number = PyFloat_AsDouble(object);
+    if (number == -1 && PyErr_Occurred()) {
+        PyErr_Clear();
+        return Status::overflow;
+    }
+    *value = number;
+    return Status::ok;
+}
+
+Status to_float(PyObject *object, float *value)
+{
+    double number;
+    Status status = to_double(object, &number);
+    if (status != Status::ok) {
+        return status;
+    }
+    const auto narrow = static_cast<float>(number);
+    if (std::isinf(narrow) && !std::isinf(number)) {
+        return Status::overflow;
+    }
+    *value = narrow;
+    return Status::ok;
+}
+
+Status to_char(PyObject *object, char *value)
+{
+    if (PyString_Check(object) && PyString_GET_SIZE(object) == 1) {
+        *value = *PyString_AS_STRING(object);
+        return Status::ok;
+    }
+    return to_integer(object, value);
 }
 
 Status to_bool(PyObject *object, bool *value)

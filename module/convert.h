@@ -44,12 +44,19 @@ inline Status to_uint32(PyObject *object, uint32_t *value)
     return to_uint32_slowly(object, value);
 }
 
-/// signed char, unsigned char and unsigned short: the ranges of the types.
+/// signed char, unsigned char, short and unsigned short: the ranges of the types.
 Status to_int8(PyObject *object, int8_t *value);
 Status to_uint8(PyObject *object, uint8_t *value);
 Status to_uint16(PyObject *object, uint16_t *value);
-/// unsigned long long: 0..2^64-1.
+Status to_int16(PyObject *object, int16_t *value);
+/// unsigned long long, and long where it has 64 bits: 0..2^64-1, and -2^63..2^63-1 with a sign.
 Status to_uint64(PyObject *object, uint64_t *value);
+Status to_int64(PyObject *object, int64_t *value);
+/// A float, an int or a long. One that becomes infinite on the way: overflow.
+Status to_double(PyObject *object, double *value);
+Status to_float(PyObject *object, float *value);
+/// char: a str of one character, or an int that a char can hold.
+Status to_char(PyObject *object, char *value);
 /// bool: only True and False themselves; any other object is a type failure.
 Status to_bool(PyObject *object, bool *value);
 /// char *: a str (its own buffer, borrowed, which C must not write to) or a `char *` pointer object.
@@ -158,6 +165,41 @@ inline NewReference from_uint64(uint64_t value)
         return PyInt_FromLong(static_cast<long>(value));
     }
     return PyLong_FromUnsignedLongLong(value);
+}
+
+inline NewReference from_int16(int16_t value)
+{
+    return PyInt_FromLong(value);
+}
+
+/// An int in -2147483648..2147483647, else a long.
+inline NewReference from_int64(int64_t value)
+{
+    return value == static_cast<int32_t>(value) ? PyInt_FromLong(static_cast<long>(value))
+                                                : PyLong_FromLongLong(value);
+}
+
+/// An integer of whatever width.
+template <typename Integer>
+NewReference from_wide(Integer value)
+{
+    return value < 0 ? from_int64(static_cast<int64_t>(value)) : from_uint64(static_cast<uint64_t>(value));
+}
+
+inline NewReference from_double(double value)
+{
+    return PyFloat_FromDouble(value);
+}
+
+inline NewReference from_float(float value)
+{
+    return PyFloat_FromDouble(value);
+}
+
+/// A str of one character.
+inline NewReference from_char(char value)
+{
+    return PyString_FromStringAndSize(&value, 1);
 }
 
 inline NewReference from_bool(bool value)

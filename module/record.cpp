@@ -285,6 +285,56 @@ NewReference set_uint64(const MemberRow &row, PyObject *args)
     return set_value<uint64_t, to_uint64>(row, args);
 }
 
+NewReference get_int16(const MemberRow &row, PyObject *args)
+{
+    return get_value<int16_t, from_int16>(row, args);
+}
+
+NewReference set_int16(const MemberRow &row, PyObject *args)
+{
+    return set_value<int16_t, to_int16>(row, args);
+}
+
+NewReference get_int64(const MemberRow &row, PyObject *args)
+{
+    return get_value<int64_t, from_int64>(row, args);
+}
+
+NewReference set_int64(const MemberRow &row, PyObject *args)
+{
+    return set_value<int64_t, to_int64>(row, args);
+}
+
+NewReference get_float(const MemberRow &row, PyObject *args)
+{
+    return get_value<float, from_float>(row, args);
+}
+
+NewReference set_float(const MemberRow &row, PyObject *args)
+{
+    return set_value_generally<float, to_float>(row, args);
+}
+
+NewReference get_double(const MemberRow &row, PyObject *args)
+{
+    return get_value<double, from_double>(row, args);
+}
+
+NewReference set_double(const MemberRow &row, PyObject *args)
+{
+    return set_value_generally<double, to_double>(row, args);
+}
+
+NewReference get_char(const MemberRow &row, PyObject *args)
+{
+    return get_value<char, from_char>(row, args);
+}
+
+NewReference set_char(const MemberRow &row, PyObject *args)
+{
+    return set_value_generally<char, to_char>(row, args);
+}
+
 NewReference get_bool(const MemberRow &row, PyObject *args)
 {
     // The record may hold any byte; a C bool with another value than 0 and 1 must not be loaded as one.
@@ -319,6 +369,37 @@ NewReference set_string(const MemberRow &row, PyObject *args)
     Status status = replace_string(setter.value, place);
     delete[] text;
     return status == Status::ok ? new_none() : raise_value(row, status);
+}
+
+NewReference get_text(const MemberRow &row, PyObject *args)
+{
+    HeldPointer self = self_of_getter(row, args);
+    if (!self) {
+        return nullptr;
+    }
+    const char *text = self.at(row.offset);
+    return PyString_FromStringAndSize(text, static_cast<Py_ssize_t>(strnlen(text, row.size)));
+}
+
+NewReference set_text(const MemberRow &row, PyObject *args)
+{
+    SetterArguments setter = arguments_of_setter(row, args);
+    if (setter.failed) {
+        return nullptr;
+    }
+    if (!PyString_Check(setter.value)) {
+        return raise_value(row, Status::type);
+    }
+    const auto size = static_cast<size_t>(PyString_GET_SIZE(setter.value));
+    if (size > row.size) {
+        return raise_value(row, Status::overflow);
+    }
+    if (setter.self) {
+        char *text = setter.self.at(row.offset);
+        std::memcpy(text, PyString_AS_STRING(setter.value), size);
+        std::memset(text + size, 0, row.size - size);
+    }
+    return new_none();
 }
 
 NewReference get_copy(const MemberRow &row, PyObject *args)

@@ -57,12 +57,27 @@ NewReference get_uint16(const MemberRow &row, PyObject *args);
 NewReference set_uint16(const MemberRow &row, PyObject *args);
 NewReference get_uint64(const MemberRow &row, PyObject *args);
 NewReference set_uint64(const MemberRow &row, PyObject *args);
+NewReference get_int16(const MemberRow &row, PyObject *args);
+NewReference set_int16(const MemberRow &row, PyObject *args);
+NewReference get_int64(const MemberRow &row, PyObject *args);
+NewReference set_int64(const MemberRow &row, PyObject *args);
+NewReference get_float(const MemberRow &row, PyObject *args);
+NewReference set_float(const MemberRow &row, PyObject *args);
+NewReference get_double(const MemberRow &row, PyObject *args);
+NewReference set_double(const MemberRow &row, PyObject *args);
+NewReference get_char(const MemberRow &row, PyObject *args);
+NewReference set_char(const MemberRow &row, PyObject *args);
 NewReference get_bool(const MemberRow &row, PyObject *args);
 NewReference set_bool(const MemberRow &row, PyObject *args);
 
 /// char *: a new str or None; writing keeps a private copy, see string_storage.h.
 NewReference get_string(const MemberRow &row, PyObject *args);
 NewReference set_string(const MemberRow &row, PyObject *args);
+
+/// An array of char as text: up to its first NUL, or all of it. A str that is longer than the array is refused
+/// (overflow); behind a shorter one come NULs.
+NewReference get_text(const MemberRow &row, PyObject *args);
+NewReference set_text(const MemberRow &row, PyObject *args);
 
 /// A heap copy of a record, as an object that owns it; written by set_record().
 NewReference get_copy(const MemberRow &row, PyObject *args);

@@ -71,6 +71,11 @@ bool install_constants(Borrowed dictionary)
         }
         name += std::strlen(name) + 1;
     }
+    for (size_t i = 0; i < value_count; ++i) {
+        if (!install(dictionary, value_rows[i].name, Owned::steal(value_rows[i].make()))) {
+            return false;
+        }
+    }
     return true;
 }
 

@@ -117,6 +117,15 @@ extern const char constant_names[];  ///< in header order, each with its NUL
 extern const int32_t constant_values[];
 extern const size_t constant_count;
 
+/// A constant that is no integer of 32 bits.
+struct ValueRow {
+    const char *name;
+    PyObject *(*make)();  ///< a new reference, or null with an exception
+};
+
+extern const ValueRow value_rows[];  ///< in header order
+extern const size_t value_count;
+
 inline const char *text_of(uint16_t argument)
 {
     return argument_text + argument_text_start[arguments[argument].text];

@@ -125,6 +125,17 @@ NewReference get_pointer_variable(const VariableRow &row)
     return from_pointer(pointer, arguments[row.value].type);
 }
 
+bool set_pointer_variable(const VariableRow &row, PyObject *value)
+{
+    HeldPointer pointer;
+    Status status = to_pointer(value, arguments[row.value].type, &pointer);
+    if (status != Status::ok) {
+        return raise_variable(row, status);
+    }
+    std::memcpy(row.address, &pointer.address, sizeof pointer.address);
+    return true;
+}
+
 bool refuse_constant(const VariableRow &row, PyObject *)
 {
     PyErr_Format(PyExc_AttributeError, "Variable %s is read-only.", row.name);

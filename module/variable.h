@@ -55,8 +55,9 @@ bool set_string_variable(const VariableRow &row, PyObject *value);
 NewReference get_storage_variable(const VariableRow &row);
 bool set_storage_variable(const VariableRow &row, PyObject *value);
 
-/// Pointers to functions; written by set_callback_variable().
+/// Pointers; those to functions are written by set_callback_variable().
 NewReference get_pointer_variable(const VariableRow &row);
+bool set_pointer_variable(const VariableRow &row, PyObject *value);
 
 bool refuse_constant(const VariableRow &row, PyObject *value);
 bool refuse_unbounded_array(const VariableRow &row, PyObject *value);

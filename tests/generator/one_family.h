@@ -10,6 +10,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -25,9 +27,15 @@ protected:
         directory_ = testing::TempDir() + name_ + "_XXXXXX";
         ASSERT_NE(mkdtemp(directory_.data()), nullptr);
         write_if_changed(directory_ + "/" + name_ + ".h", header_);
-        write_if_changed(directory_ + "/binding.toml", "families = [\"" + name_ + "\"]\n");
+        say_of_all("");
     }
     void TearDown() override { std::filesystem::remove_all(directory_); }
+
+    /// What the interface says beside the family's name.
+    void say_of_all(const std::string &text)
+    {
+        write_if_changed(directory_ + "/binding.toml", "families = [\"" + name_ + "\"]\n" + text);
+    }
 
     /// The model with that text in the family's interface file; the header is listed already.
     Model build(const std::string &interface)
@@ -36,8 +44,12 @@ protected:
         write_if_changed(directory_ + "/" + name_ + ".toml", "headers = [\"" + header + "\"]\n" + interface);
         HeaderSource source;
         source.c_headers = {{header, directory_ + "/" + name_ + ".toml:1"}};
-        source.include_directories = {directory_};
-        return build_model(read_headers(source), read_interface(directory_));
+        const Interface whole = read_interface(directory_);
+        source.cxx_headers = whole.families[0].cxx_headers;
+        (is_of_system_ ? source.system_directories : source.include_directories) = {directory_};
+        Declarations declarations = read_headers(source);
+        declarations.exports = exports_;
+        return build_model(declarations, whole);
     }
 
     /// What is said of that text, or "".
@@ -52,6 +64,8 @@ protected:
     }
 
     std::string directory_;
+    bool is_of_system_ = false;  ///< whether the header stands in a folder of the system's
+    std::optional<std::set<std::string>> exports_;
 
 private:
     std::string name_;

@@ -32,14 +32,14 @@ TEST(Numbering, EndsWhereSixteenBitsDo)
         const std::string name = "n" + std::to_string(i);
         types.descriptors[name];
         methods.families[0].functions.push_back(function(name, {}));
-        arguments.variables.push_back({name, VariableKind::Scalar, number(name)});
+        arguments.variables.push_back({name, VariableKind::Scalar, false, number(name)});
     }
     EXPECT_EQ(Numbering(types).type(types.descriptors.rbegin()->first), greatest);
     EXPECT_EQ(Numbering(methods).method("n" + std::to_string(greatest)), greatest);
     EXPECT_EQ(Numbering(arguments).arguments({arguments.variables.back().crossing}), greatest);
     types.descriptors["more"];
     methods.families[0].functions.push_back(function("more", {}));
-    arguments.variables.push_back({"more", VariableKind::Scalar, number("more")});
+    arguments.variables.push_back({"more", VariableKind::Scalar, false, number("more")});
     for (const Model *model : {&types, &methods, &arguments}) {
         EXPECT_THROW(Numbering{*model}, std::runtime_error);
     }

@@ -1,0 +1,152 @@
+"""Every construct of C that a header can have is bound, and right, or refused with a reason: tools/bind on all of them.
+
+Prints how many, by group.
+"""
+import collections
+import ctypes
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import constructs
+
+SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+GENERATE = os.environ['QUOREL_GENERATE'].split('|')
+# What is bound here runs here, whatever systems the rest is built for.
+FLAGS = [flag for flag in os.environ['QUOREL_TARGET_FLAGS'].split() if flag.startswith('-m')]
+BEGIN = '''#ifndef PROBES_H
+#define PROBES_H
+#include <stdarg.h>
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <sys/types.h>
+#ifdef __cplusplus
+extern "C" {
+#endif
+'''
+END = '''
+#ifdef __cplusplus
+}
+#endif
+#endif
+'''
+
+
+def run(command, **options):
+    # Compilers and tools are run as they are, without a sanitizer.
+    environment = dict((name, value) for name, value in os.environ.items() if name != 'LD_PRELOAD')
+    environment.update(QUOREL_GENERATOR=GENERATE[0], QUOREL_TARGET_FLAGS=' '.join(FLAGS),
+                       QUOREL_PYTHON_INCLUDE=GENERATE[GENERATE.index('--system-include') + 1],
+                       QUOREL_RUNTIME=os.path.join(os.environ['QUOREL_BUILD'], 'bind_runtime'))
+    process = subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
+    log = process.communicate()[0]
+    return process.returncode, log
+
+
+def bind(directory, *words):
+    """What tools/bind says; what it makes can be imported."""
+    status, log = run([os.path.join(SOURCES, 'tools/bind')] + list(words), cwd=directory)
+    assert status == 0, log
+    return log
+
+
+def raises(kinds, function, *arguments):
+    try:
+        function(*arguments)
+    except kinds:
+        return
+    raise AssertionError('%r%r raised nothing' % (function, arguments))
+
+
+def memory(type, pointer, count):
+    return (type * count).from_address(int(pointer))
+
+
+def setter(type):
+    def fill(pointer, values):
+        memory(type, pointer, len(values))[:] = values
+    return fill
+
+
+class Constructs(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.directory = tempfile.mkdtemp()
+        cls.probes = constructs.probes(8 * ctypes.sizeof(ctypes.c_long))
+        try:
+            cls.build()
+        except BaseException:
+            cls.tearDownClass()
+            raise
+
+    @classmethod
+    def build(cls):
+        cls.write('probes.h', BEGIN + '\n'.join(header for _, _, header, _, _ in cls.probes) + END)
+        cls.write('probes.c', '#include "probes.h"\n' + '\n'.join(body for _, _, _, body, _ in cls.probes))
+        library = os.path.join(cls.directory, 'libprobes.so')
+        status, log = run([os.environ.get('CC', 'cc'), '-w', '-shared', '-fPIC', '-o', library,
+                           os.path.join(cls.directory, 'probes.c')] + FLAGS)
+        assert status == 0, log
+        os.mkdir(os.path.join(cls.directory, 'interface'))
+        cls.write('interface/binding.toml', 'families = ["probes"]\nstrict = false\n')
+        appended = ['p_out_two = "a out"'] + ['%s = "out"' % name for group, name, _, _, _ in cls.probes
+                                              if group == 'outputs' and name not in ('p_out_two', 'p_out_array')]
+        cls.write('interface/probes.toml', 'headers = ["probes.h"]\nfunctions = ["*"]\nrecords = ["*"]\nconstants = ["*"]\n'
+                                           'variables = ["*"]\ntexts = ["*"]\n[appended]\n' + '\n'.join(appended) + '\n')
+        cls.log = bind(cls.directory, '--module=probes', '--include=.', '--library=libprobes.so', '--interface=interface',
+                       '--output=made')
+        sys.path.insert(0, os.path.join(cls.directory, 'made'))
+        cls.names = {'raises': raises, 'inf': float('inf'), 'set_ints': setter(ctypes.c_int), 'set_shorts': setter(ctypes.c_short),
+                     'set_bytes': setter(ctypes.c_char),
+                     'get_ints': lambda pointer, count: list(memory(ctypes.c_int, pointer, count))}
+        cls.names['m'] = __import__('probes')
+        with open(os.path.join(cls.directory, 'made/report.tsv')) as file:
+            cls.report = dict((row[1], row) for row in (line.rstrip('\n').split('\t') for line in file))
+        cls.names['refused'] = lambda name: cls.report[name][3] == 'refused'
+
+    @classmethod
+    def tearDownClass(cls):
+        shutil.rmtree(cls.directory)
+
+    @classmethod
+    def write(cls, name, text):
+        with open(os.path.join(cls.directory, name), 'w') as file:
+            file.write(text)
+
+    def test_each(self):
+        groups, wrong = collections.OrderedDict(), []
+        for group, name, _, _, check in self.probes:
+            good, refused, total = groups.get(group, (0, 0, 0))
+            try:
+                if check.startswith('refused: '):
+                    row = self.report[name]
+                    self.assertEqual((row[3], check[9:] in row[4]), ('refused', True), row)
+                    self.assertNotIn(name, vars(self.names['m']))
+                    refused += 1
+                else:
+                    exec(check, dict(self.names))
+                    good += 1
+            except Exception as error:
+                wrong.append('%s: %s: %s' % (name, type(error).__name__, error))
+            groups[group] = good, refused, total + 1
+        for group, counts in list(groups.items()) + [('all', tuple(map(sum, zip(*groups.values()))))]:
+            print('%-13s%4d of %3d bound and right, %d refused with a reason' % (group, counts[0], counts[2], counts[1]))
+        self.assertEqual(wrong, [])
+
+    def test_nothing_is_silent(self):
+        """Each declaration of the header is in the report, and what is not bound has a reason."""
+        self.assertEqual([row for row in self.report.values() if row[3] not in ('outcome', 'bound', 'refused')], [])
+        self.assertEqual([row for row in self.report.values() if row[3] == 'refused' and row[4] == '-'], [])
+        for _, name, header, _, _ in self.probes:
+            self.assertTrue([declared for declared in self.report if declared.startswith(name)] or
+                            header.startswith('#define ' + name + ' do'), name)
+
+
+if __name__ == '__main__':
+    unittest.main()
