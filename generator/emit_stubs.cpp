@@ -72,9 +72,20 @@ std::string words_of(const Comment &comment)
     return comment.above + (comment.above.empty() || comment.beside.empty() ? "" : "\n\n") + comment.beside;
 }
 
-std::string number_type(Conversion conversion)
+std::string scalar_type(Conversion conversion)
 {
-    return conversion == Conversion::Bool ? "bool" : "int";
+    switch (conversion) {
+    case Conversion::Bool:
+        return "bool";
+    case Conversion::Float:
+    case Conversion::Double:
+        return "float";
+    case Conversion::Char:
+    case Conversion::String:
+        return "str";
+    default:
+        return "int";
+    }
 }
 
 class StubWriter {
@@ -160,9 +171,10 @@ private:
         if (crossing.typemap) {
             return mapped_type(crossing, true);
         }
+        if (is_scalar(crossing.conversion)) {
+            return scalar_type(crossing.conversion);
+        }
         switch (crossing.conversion) {
-        case Conversion::String:
-            return "str";
         case Conversion::NullableString:
             return "Optional[str]";
         case Conversion::Value:
@@ -173,21 +185,9 @@ private:
             return "Union[Proxy, Pointer, None]";
         case Conversion::Callable:
             return "Optional[Callable[..., Any]]";
-        case Conversion::Bytes:
-        case Conversion::Object:
-        case Conversion::Mapped:
-        case Conversion::Nothing:
+        default:
             return "Any";
-        case Conversion::Int32:
-        case Conversion::UInt32:
-        case Conversion::Int8:
-        case Conversion::UInt8:
-        case Conversion::UInt16:
-        case Conversion::UInt64:
-        case Conversion::Bool:
-            break;
         }
-        return number_type(crossing.conversion);
     }
 
     static std::string mapped_type(const Crossing &crossing, bool is_argument)
@@ -220,21 +220,13 @@ private:
         switch (result.conversion) {
         case Conversion::Nothing:
             return "None";
-        case Conversion::String:
         case Conversion::NullableString:
             return "str";
         case Conversion::Int32:
             // With memory to write to, what comes back is a status.
             return function.of_sdk && fills && result.text == "int" ? "Status" : "int";
-        case Conversion::UInt32:
-        case Conversion::Int8:
-        case Conversion::UInt8:
-        case Conversion::UInt16:
-        case Conversion::UInt64:
-        case Conversion::Bool:
-            return number_type(result.conversion);
         default:
-            return "Any";
+            return is_scalar(result.conversion) ? scalar_type(result.conversion) : "Any";
         }
     }
 
@@ -242,20 +234,11 @@ private:
     {
         switch (member.storage) {
         case Storage::Scalar:
-            switch (member.crossing.conversion) {
-            case Conversion::String:
-                return "str";
-            case Conversion::Bool:
-            case Conversion::Int32:
-            case Conversion::UInt32:
-            case Conversion::Int8:
-            case Conversion::UInt8:
-            case Conversion::UInt16:
-            case Conversion::UInt64:
-                return number_type(member.crossing.conversion);
-            default:
-                return "Any";
-            }
+            return is_scalar(member.crossing.conversion) ? scalar_type(member.crossing.conversion) : "Any";
+        case Storage::Text:
+            return "str";
+        case Storage::Bits:
+            return scalar_type(member.crossing.conversion);
         case Storage::Mapped:
             return mapped_type(member.crossing, false);
         case Storage::Record: {
