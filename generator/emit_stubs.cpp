@@ -335,7 +335,7 @@ private:
         std::string text;
         for (const BoundPointerClass &bound : family.pointer_classes) {
             const bool is_number = is_scalar(bound.element.conversion);
-            const std::string element = is_number ? number_type(bound.element.conversion) : "Any";
+            const std::string element = is_number ? scalar_type(bound.element.conversion) : "Any";
             text += fmt::format(
                 "class {0}(Proxy):\n    def __init__(self) -> None: ...\n"
                 "    def assign(self, value: {1}, /) -> None: ...\n    def value(self) -> {1}: ...\n"

@@ -94,6 +94,9 @@ public:
         model_.interface = std::move(interface.families);
         model_.cxx_names = declarations.cxx_names;
         find_bounds();
+        for (const auto &[name, file] : declarations.header_files) {
+            listed_names_.emplace(file, name);
+        }
         for (const FamilyInterface &family : model_.interface) {
             for (const Entry &entry : family.opaque) {
                 opaque_.insert(entry.text);
@@ -132,11 +135,19 @@ private:
         refusals_.push_back({reason, hint});
     }
 
-    // Whether nothing was refused since `bound` was begun; else that becomes an error where all is wanted, and else is
+    // A place as the interface names the header, wherever that is found.
+    std::string as_listed(const std::string &at) const
+    {
+        const size_t end = at.rfind(':');
+        auto listed = listed_names_.find(at.substr(0, end));
+        return listed == listed_names_.end() ? at : listed->second + at.substr(end);
+    }
+
+    // Whether nothing was refused since the declaration was begun; else that becomes an error where all is wanted, and else is
     // kept for the report.
     bool settle(const std::string &what, const std::string &name, const std::string &at, const Entry &wanted)
     {
-        Outcome outcome{what, name, at, Outcome::Kind::Bound, wanted.place, ""};
+        Outcome outcome{what, name, as_listed(at), Outcome::Kind::Bound, wanted.place, ""};
         const bool bound = refusals_.empty();
         if (!bound) {
             outcome.kind = Outcome::Kind::Refused;
@@ -723,7 +734,8 @@ private:
             const std::string name = declared.name + "." + member.name;
             const std::string at = place(declared.header, member.line);
             if (patterns.leaves_out(declared.name, member.name)) {
-                model_.outcomes.push_back({"member", name, at, Outcome::Kind::LeftOut, "left out", ""});
+                model_.outcomes.push_back(
+                    {"member", name, as_listed(at), Outcome::Kind::LeftOut, "left out", ""});
                 continue;
             }
             BoundMember bound = bind_member(member, text_members.match(name) != nullptr);
@@ -930,7 +942,7 @@ private:
                 }
             } else if (!declared.name.empty()) {
                 model_.outcomes.push_back(
-                    {what, declared.name, at, Outcome::Kind::LeftOut, "no pattern wants it", ""});
+                    {what, declared.name, as_listed(at), Outcome::Kind::LeftOut, "no pattern wants it", ""});
             }
         }
         // Of records, some are about members.
@@ -1116,7 +1128,8 @@ private:
     const Declarations &declarations_;
     const bool strict_, narrow_long_;
     Model model_;
-    std::vector<Refusal> refusals_;  ///< of the declaration that is being bound
+    std::map<std::string, std::string> listed_names_;  ///< by file: a header's include path
+    std::vector<Refusal> refusals_;                    ///< of the declaration that is being bound
     std::set<std::string> refused_functions_;
     std::set<std::string> opaque_, opaque_here_;
     std::map<std::string, const Typemap *> typemaps_;

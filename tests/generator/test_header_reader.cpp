@@ -321,7 +321,7 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsLeftOutAndSaid)
     std::vector<std::string> said;
     for (const Outcome &outcome : model.outcomes) {
         if (outcome.kind != Outcome::Kind::Bound && outcome.reason != "no pattern wants it") {
-            said.push_back(outcome.place + ": " + outcome.name + ": " + outcome.reason);
+            said.push_back(directory_ + "/" + outcome.place + ": " + outcome.name + ": " + outcome.reason);
         }
     }
     EXPECT_EQ(
