@@ -65,6 +65,7 @@ struct Constant {
     std::string enumeration;
     bool fits_32_bits = true;  ///< with or without a sign
     Comment comment = {};
+    long long value = 0;  ///< of an enumerator
 };
 
 /// An enumeration, or a typedef of anything but a record. Example: {"bcm_l2_traverse_cb", of a pointer to a

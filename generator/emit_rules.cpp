@@ -118,6 +118,10 @@ std::string emit_rule(const Rule &rule)
         for (const std::string &key : keys(parameter, rule.record)) {
             arguments.push_back(key);
         }
+        if (!parameter.range.empty()) {
+            arguments.push_back(
+                fmt::format("rules::within({}, {})", parameter.declared.name, parameter.range));
+        }
         if (is_value(parameter)) {
             arguments.push_back(value(parameter.declared, is_reading));
         } else if (parameter.role == Role::Id) {

@@ -292,6 +292,7 @@ private:
             declarations_.constants.back().enumeration =
                 name_of_enumeration(clang_getCursorSemanticParent(cursor));
             declarations_.constants.back().fits_32_bits = enumerator_fits(cursor);
+            declarations_.constants.back().value = clang_getEnumConstantDeclValue(cursor);
             break;
         case CXCursor_VarDecl:
             declarations_.variables.push_back({take(clang_getCursorSpelling(cursor)), header_of(cursor),

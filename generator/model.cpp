@@ -1,5 +1,6 @@
 #include "model.h"
 
+#include "argument_type.h"
 #include "errors.h"
 #include "shape.h"
 #include "spelling.h"
@@ -77,6 +78,7 @@ public:
         : declarations_(declarations)
     {
         model_.interface = std::move(interface);
+        find_bounds();
         for (const FamilyInterface &family : model_.interface) {
             for (const Entry &entry : family.opaque) {
                 opaque_.insert(entry.text);
@@ -783,6 +785,33 @@ private:
         }
     }
 
+    void find_bounds()
+    {
+        std::map<std::string, std::vector<const Constant *>> enumerators;
+        for (const Constant &constant : declarations_.constants) {
+            if (!constant.enumeration.empty()) {
+                enumerators[constant.enumeration].push_back(&constant);
+            }
+        }
+        for (const auto &[tag, constants] : enumerators) {
+            if (!are_flags(constants)) {
+                const auto [least, greatest] = std::minmax_element(
+                    constants.begin(), constants.end(),
+                    [](const Constant *a, const Constant *b) { return a->value < b->value; });
+                model_.enumerations[tag] = {(*least)->name, (*greatest)->name};
+            }
+        }
+    }
+
+    // Whether each is a bit of its own; fewer than three may be numbers as well.
+    static bool are_flags(const std::vector<const Constant *> &constants)
+    {
+        auto is_bit = [](const Constant *constant) {
+            return constant->value > 0 && (constant->value & (constant->value - 1)) == 0;
+        };
+        return constants.size() > 2 && std::all_of(constants.begin(), constants.end(), is_bit);
+    }
+
     void name_chip(const Entries &entries, std::vector<std::string> &names)
     {
         Patterns patterns(entries);
@@ -875,6 +904,13 @@ private:
 };
 
 }  // namespace
+
+const Bounds *Model::bounds_of(const TypePtr &type) const
+{
+    const TypePtr full = resolved(type);
+    const auto found = full->kind == Type::Kind::Enum ? enumerations.find(full->name) : enumerations.end();
+    return found == enumerations.end() ? nullptr : &found->second;
+}
 
 Model build_model(const Declarations &declarations, std::vector<FamilyInterface> interface)
 {

@@ -116,6 +116,11 @@ struct Descriptor {
     std::string cast_from;  ///< mangled name of the pointer-class twin that converts to it, or empty
 };
 
+/// The enumerators of the least and of the greatest value.
+struct Bounds {
+    std::string least, greatest;
+};
+
 struct Model {
     std::vector<FamilyInterface> interface;
     std::vector<Family> families;
@@ -123,6 +128,10 @@ struct Model {
     std::vector<std::string> chip_registers, chip_memories, chip_fields;  ///< enumerators, in header order
     std::vector<BoundVariable> variables;
     std::map<std::string, Descriptor> descriptors;  ///< by mangled name
+    std::map<std::string, Bounds> enumerations;  ///< by tag; those of flags, which are joined, are not here
+
+    /// Those of what is declared with the type; null if it is no such enumeration.
+    const Bounds *bounds_of(const TypePtr &type) const;
 };
 
 /// Throws std::runtime_error with all mistakes at once, a line each.

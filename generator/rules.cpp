@@ -159,7 +159,7 @@ void choose_value(Roles &roles)
 
 class Finder {
 public:
-    explicit Finder(const Model &model) : tables_(find_table_answers(model))
+    explicit Finder(const Model &model) : model_(model), tables_(find_table_answers(model))
     {
         for (const FamilyInterface &family : model.interface) {
             for (const auto &[name, place] : family.unserved) {
@@ -500,6 +500,7 @@ private:
         rule.unit = function.parameters.front().name;
         for (std::size_t i = 1; i < function.parameters.size(); ++i) {
             RuleParameter parameter = {function.parameters[i], roles[i - 1]};
+            parameter.range = range_of(model_, parameter.declared);
             auto check = key_checks_.find(typedef_name(parameter.declared));
             if (check != key_checks_.end()) {
                 parameter.check = check->second.words.front();
@@ -588,6 +589,7 @@ private:
         errors.raise_any();
     }
 
+    const Model &model_;
     TableAnswers tables_;
     std::map<std::string, std::string> unserved_;                    ///< function to place
     std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
@@ -600,6 +602,12 @@ private:
 };
 
 }  // namespace
+
+std::string range_of(const Model &model, const Parameter &parameter)
+{
+    const Bounds *bounds = model.bounds_of(parameter.type);
+    return bounds ? bounds->least + ", " + bounds->greatest : "";
+}
 
 Answers find_answers(const Model &model)
 {

@@ -33,6 +33,7 @@ struct RuleParameter {
     Role role;
     std::string check = {};                 ///< of a key: what checks it, see [key_checks]
     std::vector<std::string> members = {};  ///< of a record: those that are keys
+    std::string range = {};                 ///< what it has to be within, if anything: two numbers
 };
 
 /// What the interface files tell of a table, as generated code says it to sdk/src/rules/rule_table.h.
@@ -67,6 +68,9 @@ struct Answer {
     std::string why;
     Rule rule;  ///< if there is one
 };
+
+/// What an argument has to be within by its type, as RuleParameter has it: an enumeration that is no set of flags.
+std::string range_of(const Model &model, const Parameter &parameter);
 
 /// The function of sdk/src/rules/rules.h for an initialisation or the end of one, as a Rule has it in `operation`.
 constexpr const char *operation_initialise = "initialise", *operation_detach = "detach";

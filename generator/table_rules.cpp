@@ -61,7 +61,7 @@ class RuleFinder {
 public:
     /// `checks`: of keys, by typedef.
     RuleFinder(const TableDescription &table, const std::string &operation, const Function &function,
-               const std::map<std::string, std::string> &checks)
+               const std::map<std::string, std::string> &checks, const Model &model)
         : table_(table),
           operation_(operation),
           function_(function),
@@ -73,6 +73,12 @@ public:
         }
         for (const std::string &word : words(table.field("ranges"))) {
             allowed_.insert(divided(word));
+        }
+        for (const Parameter &parameter : function.parameters) {
+            const std::string range = range_of(model, parameter);
+            if (!range.empty()) {
+                ranges_.push_back(fmt::format("rules::within({}, {})", parameter.name, range));
+            }
         }
     }
 
@@ -510,7 +516,7 @@ TableAnswers find_table_answers(const Model &model)
                 if (operation.empty() || !is_unit(function) || unserved.count(function.name) != 0) {
                     continue;
                 }
-                RuleFinder finder(table, operation, function, checks);
+                RuleFinder finder(table, operation, function, checks, model);
                 if (const auto rule = finder.rule()) {
                     any = true;
                     found.answers[function.name] = {AnswerKind::ByRule, operation + " in the table " + name,

@@ -5,6 +5,7 @@ import re
 import subprocess
 
 import QuorelApiNew as q
+import headers
 from recording import library
 
 BUFFER_SIZE = 1 << 13
@@ -39,11 +40,12 @@ def by_hand():
 
 
 class Parameter(object):
-    def __init__(self, role, text, sizes):
+    def __init__(self, role, text, sizes, enumerations):
         self.role = role
         self.is_pointer = text.endswith('*') or '[' in text or '(**)' in text
         record = re.sub(' .*', '', text)
         self.size = sizes.get(record)  # of a record
+        self.numbers = enumerations.get(re.sub('_e$', '_t', text))  # of an enumeration
         self.type = None
         if not self.is_pointer:
             words = [('word%d' % number, ctypes.c_uint32) for number in range((self.size or 0) // 4)]
@@ -57,13 +59,14 @@ class Parameter(object):
             return ctypes.create_string_buffer(PATTERN[seed:seed + BUFFER_SIZE], BUFFER_SIZE)
         if issubclass(self.type, ctypes.Structure):
             return self.type(*[seed + number for number in range(len(self.type._fields_))])
-        return self.type(seed)
+        fits = not self.numbers or seed in self.numbers
+        return self.type(seed if fits else self.numbers[-1 if seed < 30 else 0])
 
 
 class Function(object):
-    def __init__(self, cells, sizes):
+    def __init__(self, cells, sizes, enumerations):
         self.name, _, self.operation, self.table, _ = cells[:5]
-        self.parameters = [Parameter(role, text, sizes) for role, text in zip(cells[5::2], cells[6::2])]
+        self.parameters = [Parameter(role, text, sizes, enumerations) for role, text in zip(cells[5::2], cells[6::2])]
         self.known = all(parameter.is_pointer or parameter.type for parameter in self.parameters)
         self.narrow = self.name.endswith('32')
 
@@ -73,8 +76,8 @@ class Function(object):
 
 def read():
     """All functions that are answered by rule."""
-    sizes = record_sizes()
-    return [Function(cells, sizes) for cells in report('rules.tsv') if cells[2] not in ('-', 'initialise')]
+    sizes, enumerations = record_sizes(), headers.Headers().enumerations
+    return [Function(cells, sizes, enumerations) for cells in report('rules.tsv') if cells[2] not in ('-', 'initialise')]
 
 
 def pairs(functions):

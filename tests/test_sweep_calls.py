@@ -1,11 +1,10 @@
 """Every function: what the SDK receives, and what each argument refuses."""
 import ctypes
-import os
-import re
 import unittest
 
 import QuorelApiNew as q
 import binding
+import headers
 import recording
 
 
@@ -83,11 +82,13 @@ class SweepCalls(unittest.TestCase):
                     function.name, wanted, count)), function.doc)
 
     def test_docstrings_say_what_the_headers_do(self):
-        declared = declarations_of_the_sdk()
+        declared = headers.Headers().functions
         functions = [function for function in self.functions if function.origin == 'sdk']
         self.assertGreater(len(functions), 3000)
         for function in functions:
-            result, names = declared[function.name]
+            result = declared[function.name].result
+            names = [name or 'arg%d' % (position + 1)
+                     for position, name in enumerate(declared[function.name].names)]
             names = ['INOUT' if parameter.kind == 'in_and_out' else name
                      for name, parameter in zip(names, function.parameters) if parameter.kind != 'appended']
             self.assertEqual(getattr(q, function.name).__doc__, '%s(%s)%s' % (
@@ -95,30 +96,6 @@ class SweepCalls(unittest.TestCase):
             self.assertEqual(len(names), len(function.arguments))
         for doc in 'getHwMacTable(unit) -> PyObject *', 'l2_traverse_cb(unit, info, user_data) -> int':
             self.assertEqual(getattr(q, doc[:doc.index('(')]).__doc__, doc)
-
-
-def name_of(parameter):
-    """The name that a C declaration gives, or ''."""
-    callback = re.search(r'\(\*(\w*)\)', parameter)
-    named = callback or re.match(r'(?:const |unsigned |struct )*\w+(?:[ *]|\bconst\b)*\b(\w*)(?:\[[^]]*\])*$', parameter)
-    return named.group(1) if named else ''
-
-
-def declarations_of_the_sdk():
-    """{function: (its result as docstrings spell it, names of its parameters)}, read without a compiler."""
-    declaration = re.compile(r'((?:[A-Za-z_]\w*[ *]+)+)(\w+)\(((?:[^();{}]|\([^()]*\))*)\);')
-    found = {}
-    for folder, _, headers in os.walk(os.environ['QUOREL_SDK_INCLUDE']):
-        for header in headers:
-            with open(os.path.join(folder, header)) as source:
-                text = re.sub(r'/\*[^*]*(?:\*(?!/)[^*]*)*\*/|//.*|(?m)^ *#(?:.*\\\n)*.*', ' ', source.read())
-            for result, function, parameters in declaration.findall(' '.join(text.split())):
-                result = re.sub('^const (\\w+)', r'\1 const', result.strip())
-                names = [] if parameters == 'void' else [
-                    name_of(parameter) or 'arg%d' % (position + 1)
-                    for position, parameter in enumerate(re.split(r', (?![^(]*\))', parameters.strip()))]
-                found[function] = '' if result == 'void' else result, names
-    return found
 
 
 if __name__ == '__main__':

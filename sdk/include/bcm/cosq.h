@@ -3,7 +3,7 @@
  *
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
  * BCM_E_INIT (after bcm_cosq_detach), BCM_E_PARAM (null pointer, selector out of range, unknown flag
- * combination) and BCM_E_PORT (no such port or gport). Rates are in kbit/s, or packets/s with
+ * combination), BCM_E_PORT (no such port) and BCM_E_NOT_FOUND (no such gport). Rates are in kbit/s, or packets/s with
  * BCM_COSQ_BW_PACKET_MODE; sizes and thresholds in bytes unless said otherwise.
  *
  * A queue is named by a gport and a cosq, the queue's number within the gport; a cosq of -1 means all of

@@ -192,7 +192,7 @@ int bcm_rx_reasons_policer_set(int unit, bcm_rx_reasons_t rx_reasons, bcm_police
 
 /*
  * start takes the configuration, or with null the default one, to which cfg_init returns. stop gives back
- * the buffers. active is 1 between the two.
+ * the buffers, whatever cfg is. active is 1 between the two.
  */
 int bcm_rx_init(int unit);
 int bcm_rx_cfg_init(int unit);

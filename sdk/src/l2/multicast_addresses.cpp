@@ -309,7 +309,7 @@ int sim_bcm_mcast_leave(int unit, bcm_mac_t mac, bcm_vlan_t vid, bcm_port_t port
 
 int sim_bcm_trunk_mcast_join(int unit, bcm_trunk_t tid, bcm_vlan_t vid, bcm_mac_t mac)
 {
-    return begin(unit, given(mac)).then([&](Switch &sw) -> int {
+    return begin(unit, ready<TrunkState>, given(mac)).then([&](Switch &sw, TrunkState &) -> int {
         if (tid < 0 || tid > BCM_TRUNK_MAX || !is_group(mac) || !VlanTable::valid(vid)) {
             return BCM_E_PARAM;
         }

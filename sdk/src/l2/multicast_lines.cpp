@@ -25,10 +25,7 @@ extern "C" {
 
 int sim_bcm_mcast_bitmap_max(int unit, int *max)
 {
-    return begin(unit, given(max)).then([&]() -> int {
-        *max = multicast_lines - 1;
-        return BCM_E_NONE;
-    });
+    return begin(unit, multicast_line(0), given(max)).then([&](bcm_pbmp_t &) { *max = multicast_lines - 1; });
 }
 
 int sim_bcm_mcast_bitmap_set(int unit, int mcindex, bcm_pbmp_t pbmp)

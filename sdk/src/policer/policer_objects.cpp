@@ -257,6 +257,9 @@ int sim_bcm_policer_action_get(int unit, uint32 action_id, bcm_color_t color, bc
 {
     return begin(unit, ready<PolicerState>, given(param0, param1), action_of(action_id))
         .then([&](PolicerState &, PolicerActions &actions) -> int {
+            if (!is_color(color) || static_cast<uint32>(action) >= bcmPolicerActionCount) {
+                return BCM_E_PARAM;
+            }
             const auto found = actions.find({color, action});
             if (found == actions.end()) {
                 return BCM_E_NOT_FOUND;

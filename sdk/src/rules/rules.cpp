@@ -126,24 +126,43 @@ bool is_meant(Arguments arguments, const std::string &key_begin, const std::stri
               });
 }
 
-/// Whether what parts of a record refer to exists; all of them, or those of its key. BCM_E_NOT_FOUND.
+bool is_there(Switch &sw, const Reference &reference, const std::string &part)
+{
+    const bool is_none = !reference.in_key && part.find_first_not_of('\0') == std::string::npos;
+    return is_none
+           || (reference.exists != nullptr ? reference.exists(sw, part.data())
+                                           : sim::rule_store_of(sw).find(reference.table, part) != nullptr);
+}
+
+/// Whether what parts of a record refer to exists; all of them, or those of its key, which may be its first parts
+/// alone. BCM_E_NOT_FOUND.
 int check_references(Switch &sw, const Table &table, const std::string &key, const std::string *value)
 {
     for (std::size_t i = 0; i < table.reference_count; ++i) {
         const Reference &reference = table.references[i];
-        if (!reference.in_key && value == nullptr) {
-            continue;
-        }
-        const std::string part = (reference.in_key ? key : *value).substr(reference.offset, reference.size);
-        const bool is_none = !reference.in_key && part.find_first_not_of('\0') == std::string::npos;
-        const bool exists = reference.exists != nullptr
-                                ? reference.exists(sw, part.data())
-                                : sim::rule_store_of(sw).find(reference.table, part) != nullptr;
-        if (!exists && !is_none) {
+        const std::string *whole = reference.in_key ? &key : value;
+        if (whole != nullptr && whole->size() >= reference.offset + reference.size
+            && !is_there(sw, reference, whole->substr(reference.offset, reference.size))) {
             return BCM_E_NOT_FOUND;
         }
     }
     return BCM_E_NONE;
+}
+
+/// The same of what says which records are meant: first keys, and members of the records.
+int check_choice(Switch &sw, const Table &table, const std::string &key_begin, Arguments arguments)
+{
+    for (std::size_t i = 0; i < table.reference_count; ++i) {
+        const Reference &reference = table.references[i];
+        for (const Argument &argument : arguments) {
+            if (argument.role == Argument::Role::match && !reference.in_key
+                && argument.offset == reference.offset
+                && !is_there(sw, reference, {static_cast<const char *>(argument.from), argument.size})) {
+                return BCM_E_NOT_FOUND;
+            }
+        }
+    }
+    return check_references(sw, table, key_begin, nullptr);
 }
 
 /// Whether a record can be entered: BCM_E_NOT_FOUND for what it refers to, BCM_E_FULL.
@@ -302,11 +321,14 @@ int remove(const Table &table, int unit, Arguments arguments)
 int clear(const Table &table, int unit, Arguments arguments)
 {
     return begin(unit, entry_of(table, arguments))
-        .then([&](sim::RuleStore &store, const std::string &key_begin) -> int {
-            store.erase_all(table, [&](const std::string &key, const std::string &value) {
-                return is_meant(arguments, key_begin, key, value);
-            });
-            return BCM_E_NONE;
+        .then([&](Switch &sw, sim::RuleStore &store, const std::string &key_begin) -> int {
+            const int rc = check_choice(sw, table, key_begin, arguments);
+            if (rc == BCM_E_NONE) {
+                store.erase_all(table, [&](const std::string &key, const std::string &value) {
+                    return is_meant(arguments, key_begin, key, value);
+                });
+            }
+            return rc;
         });
 }
 
@@ -371,7 +393,11 @@ int list(const Table &table, int unit, Arguments arguments, long long max, Colum
 {
     const bool wrong = count == nullptr || max < 0 || (max != 0 && has_null(columns));
     return begin(unit, entry_of(table, arguments, wrong))
-        .then([&](sim::RuleStore &store, const std::string &key_begin) -> int {
+        .then([&](Switch &sw, sim::RuleStore &store, const std::string &key_begin) -> int {
+            const int rc = check_choice(sw, table, key_begin, arguments);
+            if (rc != BCM_E_NONE) {
+                return rc;
+            }
             std::size_t width = 0;
             for (const Column &column : columns) {
                 width += column.size;
@@ -407,6 +433,10 @@ int replace_all(const Table &table, int unit, Arguments arguments, long long cou
     const bool wrong = count < 0 || (count != 0 && has_null(columns));
     return begin(unit, entry_of(table, arguments, wrong))
         .then([&](Switch &sw, sim::RuleStore &store, const std::string &key_begin) -> int {
+            const int missing = check_choice(sw, table, key_begin, arguments);
+            if (missing != BCM_E_NONE) {
+                return missing;
+            }
             std::map<std::string, std::string> records;
             for (std::int32_t i = 0; i < count; ++i) {
                 std::string row;
@@ -442,10 +472,11 @@ int visit_all(const Table &table, int unit, Arguments arguments, bool no_callbac
     // Looked up for each record, since a callback may change the table and even detach the unit.
     std::string key_begin, last;
     const int rc =
-        begin(unit, entry_of(table, arguments)).then([&](sim::RuleStore &, const std::string &key) -> int {
-            key_begin = key;
-            return no_callback ? BCM_E_PARAM : BCM_E_NONE;
-        });
+        begin(unit, entry_of(table, arguments))
+            .then([&](Switch &sw, sim::RuleStore &, const std::string &key) -> int {
+                key_begin = key;
+                return no_callback ? static_cast<int>(BCM_E_PARAM) : check_choice(sw, table, key, arguments);
+            });
     if (rc != BCM_E_NONE) {
         return rc;
     }

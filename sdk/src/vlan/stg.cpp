@@ -292,7 +292,7 @@ int sim_bcm_vlan_stp_get(int unit, bcm_vlan_t vid, bcm_port_t port, int *stp_sta
 
 int sim_bcm_vlan_vector_stp_set(int unit, bcm_vlan_vector_t vlan_vector, bcm_port_t port, int stp_state)
 {
-    return begin(unit, given(vlan_vector)).then([&](Switch &sw) -> int {
+    return begin(unit, given(vlan_vector), own_port(port)).then([&](Switch &sw, int) -> int {
         std::vector<Vlan *> vlans;
         int rc = vlans_in(sw, vlan_vector, vlans);
         // What one group refuses, the first refuses too.

@@ -1,0 +1,357 @@
+"""Asks functions for the errors that the SDK's headers promise of them.
+
+For each function a call is looked for that succeeds, or that at least is not refused for its arguments: from plausible
+values of each parameter, on a unit where everything has been made that can be. Then one thing at a time is made wrong.
+What can be wrong comes of the declarations and of what headers say of ranges; what these cannot tell is data here.
+"""
+import ctypes
+import re
+
+import QuorelApiNew as q
+import binding
+import headers
+import rules
+from recording import library
+from simulator import PortBitmap, status_name
+
+UNIT, PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 1, 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
+UNITS_NOT_THERE = -1, 7, 16
+NO_PORT = 65
+SIZE = 1 << 15  # of memory behind pointers: enough for arrays of some records
+SCALARS = {'int32': ctypes.c_int32, 'uint32': ctypes.c_uint32, 'uint16': ctypes.c_uint16, 'uint8': ctypes.c_uint8,
+           'low_bits': ctypes.c_uint16, 'uint64': ctypes.c_uint64, 'int8': ctypes.c_int8, 'bool': ctypes.c_int}
+MAKES = re.compile('_(create|add|alloc)(_|$)')
+
+# Functions that are not asked, by what their names match: (pattern, why).
+LEFT_ALONE = [
+    ('bcm_(attach|detach|init|shutdown)', 'the unit itself comes and goes; test_startup.py asks them'),
+    ('bcm_(pkt|tx|rx_free|rx_pool|rx_remote)', 'packets are memory of the right kind; test_cpu_packets.py'),
+    ('.*_list_destroy$', 'gives back memory that has to be the right one'),
+    ('bcm_(link_wait|linkscan)', 'waits; test_linkscan.py'),
+    ('bcm_field_', 'test_objects.py'),
+]
+
+# What is no error, or another one than elsewhere: (function, error, what is wrong, why), the first and third as patterns.
+EXEMPT = [
+    ('bcm_unit_valid_get', 'E_UNIT', '.*', 'says of any number whether it is a unit'),
+    ('bcm_l2_addr_multi_.*', 'E_PARAM', 'null status_arr', 'may be null, its comment says'),
+    ('bcm_l3_.*_delete_all', 'E_PARAM', 'null info', 'of all, nothing is said by the record'),
+    ('bcm_(l3_.*_(create|find)|mpls_tunnel_initiator_set|trunk_failover_set)', 'E_PARAM', 'null .*_array',
+     'an array without elements need not be there'),
+    ('bcm_trunk_get', 'E_PARAM', 'null ', 'nor has room for none'),
+    ('bcm_rx_stop', 'E_PARAM', 'null cfg', 'takes no notice of it, its comment says'),
+    ('bcm_l3_egress_multipath_add', 'E_EXISTS', '.*', 'may be in a group several times, its comment says'),
+    ('bcm_vlan_translate_action_add', 'E_EXISTS', '.*', 'replaces, its comment says'),
+    ('bcm_vlan_translate_action_.*', 'E_PORT', '.*', 'what port is, is up to key_type'),
+    ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete)', 'E_PORT', '.*', 'names an object: BCM_E_NOT_FOUND'),
+    ('bcm_fabric_(multicast|module_group)_.*', 'E_NOT_FOUND', 'group .*', 'a number of the caller, which nothing makes'),
+    ('bcm_oam_opcode_group_.*', 'E_NOT_FOUND', '.*', 'one of four that are there always'),
+    ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id|offset_id) .*', 'kept as it is, and looked at by nothing'),
+    ('bcm_(port_pon_tunnel_map_set|vlan_cross_connect_add|cosq_classifier_mapping_set)', 'E_PORT', '.*',
+     'a port that is no key is kept as it is'),
+    ('bcm_trunk_resilient_delete_all', 'E_NOT_FOUND', '.*', 'a trunk that is not there has none'),
+    ('bcm_cosq_subscriber_map_delete_all', 'E_PORT', '.*', 'chooses by a member, and none has it'),
+    ('bcm_cosq_(profile_mapping|service_pool|classifier_mapping)_.*', 'E_NOT_FOUND', '.*', 'that is for gports'),
+]
+
+# Parameters that name an object, by name or type. What is found by a key of a table is by its functions' names.
+ID = re.compile(r'(^|_)id$|^vpn$|^tid$|^group$')
+IDS = ('bcm_trunk_t', 'bcm_stg_t', 'bcm_policer_t', 'bcm_multicast_t')
+SEEKS = re.compile('_(get|find|delete|destroy|remove)$')
+STEP = 17  # from an id that is there to one that is not
+
+
+class Parameter(object):
+    def __init__(self, argument, name):
+        self.kind, self.name, self.text = argument.kind, name, argument.text
+        self.type = re.sub(r'\W.*', '', argument.text)
+        self.is_pointer = self.kind in ('pointer', 'appended', 'in_and_out', 'mac_address', 'string', 'ip_text')
+        self.is_port = self.type in ('bcm_port_t', 'bcm_gport_t') and self.kind == 'int32' and not name.endswith('_id')
+
+
+class Function(object):
+    def __init__(self, bound, declared):
+        self.name, self.family, self.declared = bound.name, bound.family, declared
+        self.parameters = [Parameter(*pair) for pair in zip(bound.parameters, declared.names)]
+        self.of_unit = bool(self.parameters) and self.parameters[0].type == 'int' and (
+            self.parameters[0].name in ('unit', ''))
+
+    def __call__(self, arguments, unit=UNIT):
+        return getattr(library, self.name)(ctypes.c_int(unit), *arguments)
+
+
+class Sdk(object):
+    """What can be asked: functions that are answered, return a status, and have a unit."""
+
+    def __init__(self):
+        self.headers = headers.Headers()
+        functions, members = binding.read()
+        self.members = {}
+        for member in members:
+            self.members.setdefault(member.record, []).append(member)
+        self.sizes = rules.record_sizes()
+        self.initialisers = set(function.name for function in functions
+                                if function.name.endswith('_init') and len(function.parameters) == 1)
+        answered = set(row[0] for row in rules.report('answers.tsv') if row[2] != 'unavailable')
+        self.functions = [Function(function, self.headers.functions[function.name]) for function in functions
+                          if function.origin == 'sdk' and function.name in answered and function.result == 'int32']
+        self.functions = [function for function in self.functions
+                          if function.of_unit and re.match('bcm_', function.name)
+                          and not any(re.match(pattern, function.name) for pattern, _ in LEFT_ALONE)]
+        self.detachers = {}  # family -> the function that ends it
+        for name in sorted(answered):
+            match = re.match(r'bcm_(\w+?)_(detach|cleanup)$', name)
+            if match and 'bcm_%s_init' % match.group(1) in answered:
+                self.detachers[match.group(1)] = name
+        self.keys = dict((row[0], row[5::2]) for row in rules.report('rules.tsv')
+                         if row[2] in ('find', 'remove', 'object find', 'object remove', 'modify', 'object modify'))
+        self.ids = {}        # family -> ids of what has been made
+        self.makers = []     # (function, arguments) of what makes the world
+        self.changed = True  # whether something else is there by now
+        self.begin()
+
+    def begin(self):
+        for _ in range(2):  # what refers to others can be made when they are there
+            for function in self.functions:
+                if MAKES.search(function.name) and function.name not in [made.name for made, _ in self.makers]:
+                    self.fresh()
+                    choice, status = self.search(function)
+                    if status == 0:
+                        self.makers.append((function, [make() for make in choice]))
+                        self.fresh(function)
+
+    def fresh(self, latest=None):
+        """The unit as it was, with everything in it that can be made."""
+        library.bcm_detach(UNIT)
+        library.bcm_attach(UNIT, None, None, 0)
+        library.bcm_trunk_create(UNIT, q.BCM_TRUNK_FLAG_WITH_ID, ctypes.byref(ctypes.c_int(TRUNK)))
+        for function, values in self.makers:
+            function(values)
+            if function is latest:
+                known = self.ids.setdefault(function.family, [])
+                known.extend(number for number in sorted(set(self.written(function, values)))
+                             if number > 1 and number not in known)
+
+    def written(self, function, values):
+        """Ids that a call may have written."""
+        for parameter, value in zip(function.parameters[1:], values):
+            if parameter.is_pointer and parameter.type in self.members:
+                record = getattr(q, parameter.type)()
+                ctypes.memmove(int(record.this), value, self.sizes[re.sub('_t$', '_s', parameter.type)])
+                for member in self.members[parameter.type]:
+                    if member.kind in SCALARS and re.search('id$|vpn|gport|_id_', member.name):
+                        yield getattr(record, member.name)
+            elif parameter.is_pointer and parameter.kind != 'mac_address':
+                yield ctypes.c_int32.from_buffer(value).value
+
+    # Arguments
+
+    def search(self, function, tries=200):
+        """(how to make the arguments of a call, its status): of the calls tried the one that gets furthest."""
+        choices = [self.choices(function, parameter) for parameter in function.parameters[1:]]
+        best = [choice[0] for choice in choices]
+        status = function([make() for make in best])
+        for _ in range(2):
+            for place, choice in enumerate(choices):
+                for make in choice[1:]:
+                    if status == 0 or tries == 0:
+                        return best, status
+                    tries -= 1
+                    other = best[:place] + [make] + best[place + 1:]
+                    result = function([make() for make in other])
+                    if how_far(result) > how_far(status):
+                        best, status = other, result
+        return best, status
+
+    def choices(self, function, parameter):
+        """[what makes a value], the likeliest first."""
+        kind, name = parameter.kind, parameter.name
+        if kind in SCALARS:
+            return [lambda number=number: SCALARS[kind](number) for number in self.numbers(function, parameter)]
+        if kind == 'mac_address':
+            return [lambda mac=mac: (ctypes.c_uint8 * SIZE)(*mac) for mac in (MAC, MULTICAST_MAC)]
+        if kind == 'port_list':
+            return [lambda: PortBitmap([PORT])]
+        if kind == 'callback':
+            return [lambda: ctypes.cast(callback, ctypes.c_void_p)]
+        if kind in ('string', 'nullable_string', 'ip_text'):
+            return [lambda: ctypes.create_string_buffer('text', SIZE)]
+        if kind == 'any_pointer':
+            return [lambda: None]
+        if kind == 'value':
+            # Records, and what is of the size of a pointer at most.
+            size = self.sizes.get(re.sub('_t$', '_s', parameter.type), ctypes.sizeof(ctypes.c_void_p))
+            words = ctypes.c_uint32 * (size // 4)
+            structure = type('Value', (ctypes.Structure,), {'_fields_': [('words', words)]})
+            return [lambda number=number: structure(words(*[number] * words._length_)) for number in (1, 0)]
+        if parameter.type in self.members:
+            return [lambda fill=fill, clear=clear: self.record(parameter.type, fill, clear)
+                    for fill, clear in ((1, 1), (0, 1), (1, 0), (0, 0))]
+        if parameter.type == 'bcm_pbmp_t':
+            return [lambda: (ctypes.c_uint32 * (SIZE // 4))(1 << PORT)]
+        numbers = [0] + [number for number in self.numbers(function, parameter) if number]
+        return [lambda number=number: (ctypes.c_int32 * (SIZE // 4))(*[number] * 16) for number in numbers]
+
+    def record(self, name, fill=1, clear=1, **members):
+        """Memory that begins with a record: as its initialiser leaves it, and with VLANs, ports and such that exist."""
+        record = getattr(q, name)()
+        if clear and name + '_init' in self.initialisers:
+            getattr(q, name + '_init')(record)
+        for member in self.members[name] if fill else ():
+            value = {'bcm_vlan_t': VLAN, 'bcm_trunk_t': TRUNK, 'bcm_port_t': PORT, 'bcm_gport_t': PORT}.get(member.text)
+            if member.kind == 'mac_address':
+                record_value = ':'.join('%02x' % byte for byte in MAC)
+                setattr(record, member.name, record_value)
+            elif value is not None and member.kind in SCALARS:
+                setattr(record, member.name, value)
+        for member, value in members.items():
+            setattr(record, member, value)
+        memory = ctypes.create_string_buffer(SIZE)
+        ctypes.memmove(memory, int(record.this), self.sizes[re.sub('_t$', '_s', name)])
+        return memory
+
+    def numbers(self, function, parameter):
+        name, kind, ids = parameter.name, parameter.type, self.ids.get(function.family, [])
+        if parameter.is_port or name == 'port':
+            return [PORT] + ids
+        if kind == 'bcm_vlan_t' or name in ('vid', 'vlan'):
+            return [VLAN] + ids
+        if kind == 'bcm_trunk_t':
+            return [TRUNK]
+        if kind == 'bcm_module_t':
+            return [0]
+        if kind in self.headers.enumerations:
+            return self.headers.enumerations[kind][:20] or [0]
+        if re.search('count|size|max|len|num', name):
+            return [1, 0, 8]
+        return [1, 0] + ids + [2, 10]
+
+    # Promises
+
+    def promises(self, function):
+        """The errors that the function's comment and its header's name."""
+        said = function.declared.head + ' ' + function.declared.comment
+        return sorted(set(headers.ERROR.findall(said)) - {'E_NONE', 'E_UNAVAIL'})
+
+    def ask(self, function):
+        """[(error, what was wrong, status)] of all that can be made wrong for an error that is promised."""
+        if self.changed:
+            self.fresh()
+        choice, status = self.search(function)
+        self.changed = status == 0
+        answers = []
+        for error in self.promises(function):
+            expected = getattr(q, 'BCM_' + error)
+            for what, provoke in getattr(self, error.lower(), nothing)(function, choice, status):
+                if is_exempt(function, error, what):
+                    continue
+                if self.changed:
+                    self.fresh()
+                    self.changed = False
+                result = provoke()
+                self.changed = result == 0
+                # A call that is refused anyway tells nothing, unless it is refused for this.
+                if result == expected or status == 0 or how_far(result) < how_far(status):
+                    answers.append((error, what, result))
+        return answers
+
+    def wrong(self, function, choice, place, value):
+        """A call with another value at that place after the unit."""
+        def call():
+            values = [make() for make in choice]
+            values[place] = value
+            return function(values)
+        return call
+
+    def e_unit(self, function, choice, status):
+        for unit in UNITS_NOT_THERE:
+            yield 'unit %d' % unit, lambda: function([make() for make in choice], unit)
+
+    def e_init(self, function, choice, status):
+        ender = self.detachers.get(function.family)
+        if ender and function.name != ender and not function.name.endswith('_init'):
+            def detached():
+                ended = getattr(library, ender)(UNIT)
+                result = function([make() for make in choice])
+                self.fresh()
+                return result if ended == 0 else ender
+            yield 'after ' + ender, detached
+
+    def e_param(self, function, choice, status):
+        for place, parameter in enumerate(function.parameters[1:]):
+            if parameter.is_pointer:
+                yield 'null ' + parameter.name, self.wrong(function, choice, place, None)
+            elif parameter.type in self.headers.enumerations:
+                for number in (-1, 0x7fffffff):
+                    yield '%s %d' % (parameter.name, number), self.wrong(
+                        function, choice, place, SCALARS[parameter.kind](number))
+
+    def e_port(self, function, choice, status):
+        for place, parameter in enumerate(function.parameters[1:]):
+            if parameter.is_port:
+                yield '%s %d' % (parameter.name, NO_PORT), self.wrong(
+                    function, choice, place, ctypes.c_int(NO_PORT))
+
+    def e_not_found(self, function, choice, status):
+        for place, parameter in enumerate(function.parameters[1:]):
+            key = self.keys.get(function.name, ())[place:place + 1] == ['key'] and SEEKS.search(function.name)
+            if parameter.kind in SCALARS and not parameter.is_port and (
+                    ID.search(parameter.name) or parameter.type in IDS or key):
+                number = choice[place]().value + STEP
+                yield '%s %d' % (parameter.name, number), self.wrong(
+                    function, choice, place, SCALARS[parameter.kind](number))
+
+    def e_exists(self, function, choice, status):
+        flag = self.flag_to_choose_an_id(function)
+        if not MAKES.search(function.name) or function.name.endswith('_create') and not flag:
+            return
+
+        def twice():
+            values = [make() for make in choice]
+            result = function(values)
+            for value, parameter in zip(values, function.parameters[1:]):
+                if flag and parameter.name == 'flags':
+                    value.value |= flag
+                elif flag and 'flags' in [member.name for member in self.members.get(parameter.type, ())]:
+                    self.change(parameter.type, value, 'flags', lambda flags: flags | flag)
+            return function(values) if result == 0 else result
+        yield 'twice', twice
+
+    def flag_to_choose_an_id(self, function):
+        """BCM_MIM_VPN_WITH_ID of bcm_mim_vpn_create, BCM_L3_WITH_ID of bcm_l3_egress_create; 0 if there is none."""
+        words = function.name.upper().split('_')
+        shortest = 2 if words[-1] == 'CREATE' else len(words) - 1
+        for count in range(len(words) - 1, shortest - 1, -1):
+            name = '_'.join(words[:count] + ['WITH_ID'])
+            if hasattr(q, name):
+                return getattr(q, name)
+        return 0
+
+    def change(self, name, memory, member, change):
+        """Changes a member of the record in that memory."""
+        size = self.sizes[re.sub('_t$', '_s', name)]
+        record = getattr(q, name)()
+        ctypes.memmove(int(record.this), memory, size)
+        setattr(record, member, change(getattr(record, member)))
+        ctypes.memmove(memory, int(record.this), size)
+
+
+def nothing(*_):
+    return ()
+
+
+def is_exempt(function, error, what):
+    return any(re.match('(?:%s)$' % name, function.name) and error == other and re.match('(?:%s)$' % wrong, what)
+               for name, other, wrong, _ in EXEMPT)
+
+
+callback = ctypes.CFUNCTYPE(ctypes.c_int)(lambda: 0)
+REFUSALS = (q.BCM_E_UNIT, q.BCM_E_INIT, q.BCM_E_PARAM), (q.BCM_E_PORT, q.BCM_E_UNAVAIL, q.BCM_E_BADID), (q.BCM_E_NOT_FOUND,)
+
+
+def how_far(status):
+    """How far a call got, by the order in which the SDK checks."""
+    for distance, statuses in enumerate(REFUSALS):
+        if status in statuses:
+            return distance
+    return 9 if status == 0 else len(REFUSALS)
