@@ -8,12 +8,28 @@ TOKEN = re.compile(r'/\*(?P<comment>.*?)\*/|(?P<blank>\n[ \t]*\n)|^[ \t]*#(?:[^\
                    r'|typedef (?:struct|union) \w+ \{(?P<members>.*?)\} (?P<record>\w+);'
                    r'|typedef enum \w+ \{(?P<enumerators>.*?)\} (?P<enumeration>\w+);|\{[^{}]*\}'
                    r'|typedef [\w ]+? (?P<type>\w+);[ ]*/\*(?P<meaning>[^*]*)\*/'
-                   r'|(?P<result>(?:[A-Za-z_]\w*[ *\n]+)+)(?P<function>\w+)\((?P<parameters>(?:[^();{}]|\([^()]*\))*)\);', re.S | re.M)
+                   r'|(?P<result>(?:[A-Za-z_]\w*[ *\n]+)+)(?P<function>\w+)'
+                   r'\((?P<parameters>(?:[^();{}]|\([^()]*\))*)\);', re.S | re.M)
 MEMBER = re.compile(r'(\w+)(?:\[[^]]*\])?;[ ]*/\*([^*]*)\*/')
 
 
 def words(comment):
     return ' '.join(re.sub(r'\n[ \t]*\*', '\n', comment).split())
+
+
+def numbers(enumerators):
+    """What the text between an enumeration's braces says."""
+    known, last = {}, -1
+    for each in re.sub(r'/\*.*?\*/', '', enumerators, flags=re.S).split(','):
+        name, _, value = [word.strip() for word in each.partition('=')]
+        if name:
+            last = last + 1 if not value else known.get(value)
+            if value and last is None:
+                if not re.match('-?(0[xX])?[0-9a-fA-F]+$', value):
+                    return []
+                last = int(value, 0)
+            known[name] = last
+    return sorted(set(known.values()))
 
 
 def name_of(parameter):
@@ -41,7 +57,7 @@ class Headers(object):
         self.functions = {}     # name -> Declaration
         self.members = {}       # (record, member) -> what its comment says
         self.types = {}         # name -> what its comment says
-        self.enumerations = {}  # type -> names of its enumerators
+        self.enumerations = {}  # type -> numbers of its enumerators, in order; none where one is worked out of others
         for place, _, files in sorted(os.walk(folder)):
             for name in sorted(files):
                 with open(os.path.join(place, name)) as source:
@@ -61,8 +77,7 @@ class Headers(object):
                 for member, said in MEMBER.findall(match.group('members')):
                     self.members[match.group('record'), member] = words(said)
             elif match.group('enumeration'):
-                self.enumerations[match.group('enumeration')] = re.findall(
-                    r'^\s*(\w+)(?= *[=,\s/}])', re.sub(r'/\*.*?\*/', '', match.group('enumerators'), flags=re.S), re.M)
+                self.enumerations[match.group('enumeration')] = numbers(match.group('enumerators'))
             elif match.group('type'):
                 self.types[match.group('type')] = words(match.group('meaning'))
             elif match.group('blank'):

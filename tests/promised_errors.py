@@ -25,7 +25,7 @@ MAKES = re.compile('_(create|add|alloc)(_|$)')
 # Functions that are not asked, by what their names match: (pattern, why).
 LEFT_ALONE = [
     ('bcm_(attach|detach|init|shutdown)', 'the unit itself comes and goes; test_startup.py asks them'),
-    ('bcm_(pkt|tx|rx_free|rx_pool|rx_remote)', 'packets are memory that has to be the right one; test_cpu_packets.py'),
+    ('bcm_(pkt|tx|rx_free|rx_pool|rx_remote)', 'packets are memory of the right kind; test_cpu_packets.py'),
     ('.*_list_destroy$', 'gives back memory that has to be the right one'),
     ('bcm_(link_wait|linkscan)', 'waits; test_linkscan.py'),
     ('bcm_field_', 'test_objects.py'),
@@ -43,11 +43,15 @@ EXEMPT = [
     ('bcm_l3_egress_multipath_add', 'E_EXISTS', '.*', 'may be in a group several times, its comment says'),
     ('bcm_vlan_translate_action_add', 'E_EXISTS', '.*', 'replaces, its comment says'),
     ('bcm_vlan_translate_action_.*', 'E_PORT', '.*', 'what port is, is up to key_type'),
-    ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete)', 'E_PORT', '.*', 'names an object, which BCM_E_NOT_FOUND is for'),
+    ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete)', 'E_PORT', '.*', 'names an object: BCM_E_NOT_FOUND'),
     ('bcm_fabric_(multicast|module_group)_.*', 'E_NOT_FOUND', 'group .*', 'a number of the caller, which nothing makes'),
     ('bcm_oam_opcode_group_.*', 'E_NOT_FOUND', '.*', 'one of four that are there always'),
-    ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id) .*', 'kept as it is, and looked at by nothing'),
-    ('bcm_trunk_resilient_delete_all', 'E_NOT_FOUND', '.*', 'none of a trunk that is not there'),
+    ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id|offset_id) .*', 'kept as it is, and looked at by nothing'),
+    ('bcm_(port_pon_tunnel_map_set|vlan_cross_connect_add|cosq_classifier_mapping_set)', 'E_PORT', '.*',
+     'a port that is no key is kept as it is'),
+    ('bcm_trunk_resilient_delete_all', 'E_NOT_FOUND', '.*', 'a trunk that is not there has none'),
+    ('bcm_cosq_subscriber_map_delete_all', 'E_PORT', '.*', 'chooses by a member, and none has it'),
+    ('bcm_cosq_(profile_mapping|service_pool|classifier_mapping)_.*', 'E_NOT_FOUND', '.*', 'that is for gports'),
 ]
 
 # Parameters that name an object, by name or type. What is found by a key of a table is by its functions' names.
@@ -102,7 +106,7 @@ class Sdk(object):
         self.keys = dict((row[0], row[5::2]) for row in rules.report('rules.tsv')
                          if row[2] in ('find', 'remove', 'object find', 'object remove', 'modify', 'object modify'))
         self.ids = {}        # family -> ids of what has been made
-        self.makers = []     # (function, choice) of what makes the world
+        self.makers = []     # (function, arguments) of what makes the world
         self.changed = True  # whether something else is there by now
         self.begin()
 
@@ -113,7 +117,7 @@ class Sdk(object):
                     self.fresh()
                     choice, status = self.search(function)
                     if status == 0:
-                        self.makers.append((function, choice))
+                        self.makers.append((function, [make() for make in choice]))
                         self.fresh(function)
 
     def fresh(self, latest=None):
@@ -121,8 +125,7 @@ class Sdk(object):
         library.bcm_detach(UNIT)
         library.bcm_attach(UNIT, None, None, 0)
         library.bcm_trunk_create(UNIT, q.BCM_TRUNK_FLAG_WITH_ID, ctypes.byref(ctypes.c_int(TRUNK)))
-        for function, choice in self.makers:
-            values = [make() for make in choice]
+        for function, values in self.makers:
             function(values)
             if function is latest:
                 known = self.ids.setdefault(function.family, [])
@@ -176,7 +179,9 @@ class Sdk(object):
         if kind == 'any_pointer':
             return [lambda: None]
         if kind == 'value':
-            words = ctypes.c_uint32 * (self.sizes.get(re.sub('_t$', '_s', parameter.type), 8) // 4)
+            # Records, and what is of the size of a pointer at most.
+            size = self.sizes.get(re.sub('_t$', '_s', parameter.type), ctypes.sizeof(ctypes.c_void_p))
+            words = ctypes.c_uint32 * (size // 4)
             structure = type('Value', (ctypes.Structure,), {'_fields_': [('words', words)]})
             return [lambda number=number: structure(words(*[number] * words._length_)) for number in (1, 0)]
         if parameter.type in self.members:
@@ -216,7 +221,7 @@ class Sdk(object):
         if kind == 'bcm_module_t':
             return [0]
         if kind in self.headers.enumerations:
-            return [getattr(q, name) for name in self.headers.enumerations[kind] if hasattr(q, name)][:20] or [0]
+            return self.headers.enumerations[kind][:20] or [0]
         if re.search('count|size|max|len|num', name):
             return [1, 0, 8]
         return [1, 0] + ids + [2, 10]
@@ -308,26 +313,26 @@ class Sdk(object):
                 if flag and parameter.name == 'flags':
                     value.value |= flag
                 elif flag and 'flags' in [member.name for member in self.members.get(parameter.type, ())]:
-                    self.join_flag(parameter.type, value, flag)
+                    self.change(parameter.type, value, 'flags', lambda flags: flags | flag)
             return function(values) if result == 0 else result
         yield 'twice', twice
 
     def flag_to_choose_an_id(self, function):
         """BCM_MIM_VPN_WITH_ID of bcm_mim_vpn_create, BCM_L3_WITH_ID of bcm_l3_egress_create; 0 if there is none."""
-        table = re.sub('(create|add)$', '', function.name).upper()
-        while table.count('_') > 1:
-            if hasattr(q, table + 'WITH_ID'):
-                return getattr(q, table + 'WITH_ID')
-            if function.name.endswith('_add'):
-                break
-            table = re.sub('[^_]+_$', '', table)
+        words = function.name.upper().split('_')
+        shortest = 2 if words[-1] == 'CREATE' else len(words) - 1
+        for count in range(len(words) - 1, shortest - 1, -1):
+            name = '_'.join(words[:count] + ['WITH_ID'])
+            if hasattr(q, name):
+                return getattr(q, name)
         return 0
 
-    def join_flag(self, name, memory, flag):
+    def change(self, name, memory, member, change):
+        """Changes a member of the record in that memory."""
         size = self.sizes[re.sub('_t$', '_s', name)]
         record = getattr(q, name)()
         ctypes.memmove(int(record.this), memory, size)
-        record.flags |= flag
+        setattr(record, member, change(getattr(record, member)))
         ctypes.memmove(memory, int(record.this), size)
 
 
@@ -336,7 +341,7 @@ def nothing(*_):
 
 
 def is_exempt(function, error, what):
-    return any(re.match(name + '$', function.name) and error == other and re.match(wrong + '$', what)
+    return any(re.match('(?:%s)$' % name, function.name) and error == other and re.match('(?:%s)$' % wrong, what)
                for name, other, wrong, _ in EXEMPT)
 
 

@@ -17,12 +17,6 @@ INTEGERS = {'char': ctypes.c_char, 'signed char': ctypes.c_byte, 'unsigned char'
             'unsigned long long': ctypes.c_ulonglong}
 
 
-def enumerators():
-    """{type of an enumeration: its numbers in order}, as far as they are bound."""
-    return dict((name, sorted(set(getattr(q, one) for one in names if hasattr(q, one))))
-                for name, names in headers.Headers().enumerations.items())
-
-
 def record_sizes():
     """Sizes of records by their tags."""
     # Bitmaps are not records of the binding.
@@ -65,7 +59,8 @@ class Parameter(object):
             return ctypes.create_string_buffer(PATTERN[seed:seed + BUFFER_SIZE], BUFFER_SIZE)
         if issubclass(self.type, ctypes.Structure):
             return self.type(*[seed + number for number in range(len(self.type._fields_))])
-        return self.type(seed if not self.numbers else self.numbers[-1 if seed < 30 else 0])
+        fits = not self.numbers or seed in self.numbers
+        return self.type(seed if fits else self.numbers[-1 if seed < 30 else 0])
 
 
 class Function(object):
@@ -81,7 +76,7 @@ class Function(object):
 
 def read():
     """All functions that are answered by rule."""
-    sizes, enumerations = record_sizes(), enumerators()
+    sizes, enumerations = record_sizes(), headers.Headers().enumerations
     return [Function(cells, sizes, enumerations) for cells in report('rules.tsv') if cells[2] not in ('-', 'initialise')]
 
 

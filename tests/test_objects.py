@@ -342,7 +342,30 @@ class References(ObjectTest):
         for _ in range(2):
             self.done(self.status('oam_endpoint_create', Record('bcm_oam_endpoint_info_t', group=group)))
         self.done(self.status('oam_group_destroy', group))
-        self.assertEqual(self.visited('oam_endpoint_traverse', group), 0)
+        self.assertStatus(MISSING, self.status('oam_endpoint_destroy_all', group))
+
+    def test_what_belongs_to_an_object_is_asked_for_by_one_that_exists(self):
+        value, count, ids = ctypes.c_int(), ctypes.c_int(), (ctypes.c_int * 4)()
+        group = self.number('multicast_create', 0)
+        for name, args in (('multicast_egress_get', (4, ids, ids, ctypes.byref(count))), ('multicast_egress_delete_all', ()),
+                           ('multicast_control_set', (0, 7)), ('multicast_control_get', (0, ctypes.byref(value)))):
+            self.assertEqual([self.status(name, number, *args) for number in (group + 1, group)], [MISSING, 0], name)
+        self.assertEqual(value.value, 7)
+        # What is asked for by a member, and what is visited.
+        group = self.call('oam_group_create', Record('bcm_oam_group_info_t'))[1][0].id
+        self.assertEqual([self.status('oam_endpoint_destroy_all', number) for number in (group, group + 1)], [0, MISSING])
+        visit = ctypes.CFUNCTYPE(ctypes.c_int)(lambda: 0)
+        self.assertEqual([self.status('oam_endpoint_traverse', number, visit, None) for number in (group, group + 1)],
+                         [0, MISSING])
+
+    def test_offsets_of_queues(self):
+        first, second = [self.number('fabric_qsel_offset_create', 0, 8) for _ in range(2)]
+        self.done(self.status('fabric_qsel_offset_entry_set', second, 7, 1, 5))
+        self.assertEqual([self.number('fabric_qsel_offset_entry_get', number, 7, 1) for number in (first, second)], [0, 5])
+        self.assertStatus(PARAM, self.status('fabric_qsel_offset_entry_set', second, 8, 1, 5))
+        self.done(self.status('fabric_qsel_offset_destroy', second))
+        self.assertStatus(MISSING, self.status('fabric_qsel_offset_entry_set', second, 7, 1, 5))
+        self.assertEqual(self.visited('fabric_qsel_offset_traverse'), 1)
 
     def test_rooms_say_what_exists(self):
         for vlan, status in ((1, 0), (20, MISSING)):

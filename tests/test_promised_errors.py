@@ -12,6 +12,8 @@ from simulator import status_name
 
 
 class PromisedErrors(unittest.TestCase):
+    maxDiff = None
+
     def test_each_is_given(self):
         sdk = promised_errors.Sdk()
         asked, not_asked, broken = collections.Counter(), collections.Counter(), []

@@ -11,7 +11,14 @@ namespace {
 
 /// The arguments of a function of a qualifier.
 struct Asked {
-    explicit Asked(const rules::Arguments &arguments) : values(arguments.begin() + 2), end(arguments.end())
+    /// What follows the values says only whether they are within their ranges.
+    explicit Asked(const rules::Arguments &arguments)
+        : values(arguments.begin() + 2),
+          end(std::find_if(values, arguments.end(),
+                           [](const rules::Argument &each) { return each.size == 0; })),
+          within(std::none_of(end, arguments.end(), [](const rules::Argument &each) {
+              return each.role == rules::Argument::Role::refused;
+          }))
     {
         std::memcpy(&entry, arguments.begin()[0].from, sizeof entry);
         std::memcpy(&qualifier, arguments.begin()[1].from, sizeof qualifier);
@@ -19,12 +26,14 @@ struct Asked {
 
     bool has_all() const
     {
-        return std::all_of(values, end, [](const rules::Argument &each) { return each.from != nullptr; });
+        return within
+               && std::all_of(values, end, [](const rules::Argument &each) { return each.from != nullptr; });
     }
 
     bcm_field_entry_t entry;
     int qualifier;
     const rules::Argument *values, *end;
+    bool within;
 };
 
 auto all_given(const Asked &asked)
