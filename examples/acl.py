@@ -30,7 +30,7 @@ from quorel import ACL, StatusError
 UNIT = 0
 PROTOCOLS = {'icmp': 1, 'igmp': 2, 'tcp': 6, 'udp': 17, 'gre': 47, 'esp': 50,
              'icmp6': 58, 'ospf': 89, 'sctp': 132}
-CARRIED = {'any': {}, 'ip': {'IpType': 'Ipv4Any'}, 'ip6': {'IpType': 'Ipv6'}}
+CARRIED = {'any': {}, 'ip': {'IpType': 'Ipv4Any'}, 'ip6': {'IpType': 'Ipv6'}}  # type: dict[str, dict[str, str]]
 WITH_PORTS = 'tcp', 'udp'
 
 

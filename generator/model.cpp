@@ -7,6 +7,7 @@
 #include "words.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fnmatch.h>
 #include <optional>
 #include <sstream>
@@ -143,11 +144,17 @@ private:
         return listed == listed_names_.end() ? at : listed->second + at.substr(end);
     }
 
+    // A report says the same wherever the interface files are.
+    static std::string in_its_folder(const std::string &place)
+    {
+        return std::filesystem::path(place).filename().string();
+    }
+
     // Whether nothing was refused since the declaration was begun; else that becomes an error where all is wanted, and else is
     // kept for the report.
     bool settle(const std::string &what, const std::string &name, const std::string &at, const Entry &wanted)
     {
-        Outcome outcome{what, name, as_listed(at), Outcome::Kind::Bound, wanted.place, ""};
+        Outcome outcome{what, name, as_listed(at), Outcome::Kind::Bound, in_its_folder(wanted.place), ""};
         const bool bound = refusals_.empty();
         if (!bound) {
             outcome.kind = Outcome::Kind::Refused;

@@ -8,6 +8,8 @@ import sys
 import tempfile
 import unittest
 
+from files import files_of
+
 TESTS = os.path.dirname(os.path.abspath(__file__))
 SITE = os.environ['QUOREL_SITE']
 LIBRARIES = ('libQuorelApiNew.so.0', 'libQuorelApiPythonMdioAccess.so.0', 'libQuorelApiTypes.so.0', 'libvey.so.0')
@@ -22,11 +24,6 @@ def install(destination, *options):
     subprocess.check_output([os.environ['QUOREL_CMAKE'], '--install', os.environ['QUOREL_BUILD'], '--prefix', '/opt/q']
                             + list(options), env=environment(DESTDIR=destination))
     return os.path.join(destination, 'opt/q')
-
-
-def files_of(prefix):
-    return set(os.path.relpath(os.path.join(folder, name), prefix)
-               for folder, _, names in os.walk(prefix) for name in names)
 
 
 class Install(unittest.TestCase):

@@ -8,18 +8,14 @@ import sys
 import tempfile
 import unittest
 
+from files import files_of
+
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
 GENERATED = os.path.dirname(os.environ['QUOREL_BINDING'])
 GENERATE = os.environ['QUOREL_GENERATE'].split('|')
 SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 # Of the files in that folder, those that the generator does not write, and its rule for the build, which names places.
 NOT_GENERATED = set(['stamp', 'stamp.d', 'answers.tsv', 'families.tsv'])
-
-
-def files_of(folder):
-    """Paths below it."""
-    return set(os.path.relpath(os.path.join(path, name), folder)
-               for path, _, names in os.walk(folder) for name in names)
 
 
 # Prints which files of the folder named last, and of the one before it, the process has mapped.

@@ -6,6 +6,8 @@ import subprocess
 import tempfile
 import unittest
 
+from files import files_of
+
 GENERATE = os.environ['QUOREL_GENERATE'].split('|')
 HEADERS = os.environ['QUOREL_SDK_INCLUDE']
 SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -81,13 +83,13 @@ class OtherHeaders(unittest.TestCase):
         self.assertEqual((status, log), (0, ''))
         # Wherever the headers are: the same as the build's own.
         built = os.path.dirname(os.environ['QUOREL_BINDING'])
-        for name in os.listdir(output):
+        for name in files_of(output):
             with open(os.path.join(output, name)) as ours, open(os.path.join(built, name)) as theirs:
                 self.assertTrue(ours.read() == theirs.read(), name)
-        times = dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in os.listdir(output))
+        times = dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in files_of(output))
         before, version = self.binding(output), self.version(output)
         self.assertEqual(self.generate('as_it_is')[0], 0)
-        self.assertEqual(dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in os.listdir(output)),
+        self.assertEqual(dict((name, os.stat(os.path.join(output, name)).st_mtime) for name in files_of(output)),
                          times)
 
         self.edit('bcm/l2.h', 'typedef struct bcm_l2_addr_s {\n', 'typedef struct bcm_l2_addr_s {\n    uint64 generation;\n')
