@@ -215,7 +215,7 @@ private:
         return row(texts);
     }
 
-    std::string rows_of(const Family &family, const BoundRecord &record, const Record &declared) const
+    static std::string rows_of(const Family &family, const BoundRecord &record, const Record &declared)
     {
         std::string text =
             row({record.name, "record", escaped(declared.comment.beside), family.name, record.c_name});

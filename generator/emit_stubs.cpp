@@ -134,7 +134,7 @@ public:
     }
 
 private:
-    std::string header(const std::string &what) const { return fmt::format(banner_text, what); }
+    static std::string header(const std::string &what) { return fmt::format(banner_text, what); }
 
     void add_maker(const std::string &descriptor, const std::string &name, const Family &family)
     {
@@ -202,7 +202,7 @@ private:
         return ends_with(crossing.typemap->name, "_address") || ends_with(crossing.typemap->name, "_text");
     }
 
-    std::string result_type(const BoundFunction &function) const
+    static std::string result_type(const BoundFunction &function)
     {
         bool fills = false;
         for (const BoundParameter &parameter : function.parameters) {

@@ -73,14 +73,14 @@ TypePtr Type::without_const(TypePtr type)
     return make(std::move(copy));
 }
 
-TypePtr Type::exact(TypePtr type)
+TypePtr Type::exact(const TypePtr &type)
 {
     Type copy = *type;
     copy.is_exact = true;
     return make(std::move(copy));
 }
 
-TypePtr Type::volatile_of(TypePtr type)
+TypePtr Type::volatile_of(const TypePtr &type)
 {
     Type copy = *type;
     copy.is_volatile = true;

@@ -47,8 +47,8 @@ struct Type {
     static TypePtr function(TypePtr result, std::vector<TypePtr> parameters);
     static TypePtr constant(TypePtr type);
     static TypePtr without_const(TypePtr type);
-    static TypePtr exact(TypePtr type);
-    static TypePtr volatile_of(TypePtr type);
+    static TypePtr exact(const TypePtr &type);
+    static TypePtr volatile_of(const TypePtr &type);
 };
 
 }  // namespace generator

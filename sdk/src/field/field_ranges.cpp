@@ -2,6 +2,7 @@
 #include "sim_field.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace sim {
@@ -98,9 +99,10 @@ int sim_bcm_field_range_multi_create(int unit, bcm_field_range_t *range, uint32 
 {
     return begin(unit, ready<FieldState>, given(range, min_arr, max_arr)).then([&](FieldState &state) {
         std::vector<FieldRange::Piece> pieces;
-        for (int i = 0; i < count; ++i) {
-            pieces.push_back({min_arr[i], max_arr[i]});
-        }
+        std::transform(min_arr, min_arr + std::max(count, 0), max_arr, std::back_inserter(pieces),
+                       [](bcm_l4_port_t low, bcm_l4_port_t high) {
+                           return FieldRange::Piece{low, high};
+                       });
         return make_range(state, range, false, flags, std::move(pieces));
     });
 }

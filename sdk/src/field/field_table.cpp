@@ -5,7 +5,7 @@
 namespace sim {
 
 FieldTuple::FieldTuple(const FieldKey &mask, std::uint32_t headers)
-    : headers_(headers), slots_(4), last_(slots_.size() - 1), shift_(30)
+    : headers_(headers), slots_(4), last_(slots_.size() - 1)
 {
     FieldWord factor = 0x9e3779b97f4a7c15u;
     for (std::size_t word = 0; word < mask.words.size(); ++word) {

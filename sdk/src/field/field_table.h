@@ -71,7 +71,7 @@ private:
     std::vector<Part> parts_;
     std::vector<Slot> slots_;  // a power of two of them, at most a quarter of them taken
     std::size_t last_;
-    unsigned shift_;  // from a hash to the place of its slot
+    unsigned shift_ = 30;  // from a hash to the place of its slot
     std::size_t taken_ = 0;
     std::map<int, int> priorities_;  // how many rules have one
     int highest_ = 0;
