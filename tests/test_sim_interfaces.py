@@ -22,9 +22,11 @@ ENOUGH = 5  # seconds, for what should take a fraction of one
 def until(condition):
     """Whether it becomes true soon."""
     end = time.time() + ENOUGH
-    while not condition() and time.time() < end:
+    while not condition():
+        if time.time() >= end:
+            return False
         time.sleep(0.02)
-    return bool(condition())
+    return True
 
 
 def ip(*words):
