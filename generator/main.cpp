@@ -36,18 +36,13 @@ constexpr char usage[] =
     "[--flag COMPILER_FLAG]...\n"
     "\n"
     "NAME is the extension module's; the companion, made of FILE, is called so without the underscore that "
-    "it "
-    "begins with.\n"
-    "The functions of all families are written to as many files as there are units (1), about equal in size. "
-    "The\n"
-    "stamp is written last; FILE.d says, as a rule for make, which files were read. To the version a digest "
-    "is\n"
-    "added of the headers that were found in the folders of --include, and of the definitions among the "
-    "flags.\n"
-    "What no FILE of --library exports is not bound; without them it is not looked at. --strict yes makes an "
-    "error "
-    "of\n"
-    "what cannot be bound, whatever the interface says.\n";
+    "it\n"
+    "begins with. The functions of all families are written to as many files as there are units (1), about\n"
+    "equal in size. The stamp is written last; FILE.d says, as a rule for make, which files were read. To "
+    "the\n"
+    "version a digest is added of the headers that were found in the folders of --include, and of the\n"
+    "definitions among the flags. What no FILE of --library exports is not bound; without them it is not\n"
+    "looked at. --strict yes makes an error of what cannot be bound, whatever the interface says.\n";
 
 size_t positive(const std::string &text)
 {

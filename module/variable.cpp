@@ -125,15 +125,19 @@ NewReference get_pointer_variable(const VariableRow &row)
     return from_pointer(pointer, arguments[row.value].type);
 }
 
-bool set_pointer_variable(const VariableRow &row, PyObject *value)
+bool store_pointer_variable(const VariableRow &row, Status status, const HeldPointer &pointer)
 {
-    HeldPointer pointer;
-    Status status = to_pointer(value, arguments[row.value].type, &pointer);
     if (status != Status::ok) {
         return raise_variable(row, status);
     }
     std::memcpy(row.address, &pointer.address, sizeof pointer.address);
     return true;
+}
+
+bool set_pointer_variable(const VariableRow &row, PyObject *value)
+{
+    HeldPointer pointer;
+    return store_pointer_variable(row, to_pointer(value, arguments[row.value].type, &pointer), pointer);
 }
 
 bool refuse_constant(const VariableRow &row, PyObject *)

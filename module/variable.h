@@ -58,6 +58,8 @@ bool set_storage_variable(const VariableRow &row, PyObject *value);
 /// Pointers; those to functions are written by set_callback_variable().
 NewReference get_pointer_variable(const VariableRow &row);
 bool set_pointer_variable(const VariableRow &row, PyObject *value);
+/// Writes the pointer that a conversion gave with the status; false with an exception if that is not ok.
+bool store_pointer_variable(const VariableRow &row, Status status, const HeldPointer &pointer);
 
 bool refuse_constant(const VariableRow &row, PyObject *value);
 bool refuse_unbounded_array(const VariableRow &row, PyObject *value);

@@ -72,10 +72,7 @@ class _Ip4(object):
 
     @staticmethod
     def read(text):
-        parts = [int(part) for part in text.split('.')]
-        if len(parts) != 4 or not all(0 <= part < 256 for part in parts):
-            raise ValueError(text)
-        return _number(parts)
+        return _ip_number('AF_INET', text)
 
     @staticmethod
     def argument(number):
@@ -87,11 +84,7 @@ class _Ip6(object):
 
     @staticmethod
     def read(text):
-        import socket
-        try:
-            return _number(bytearray(socket.inet_pton(socket.AF_INET6, text)))
-        except socket.error:
-            raise ValueError(text)
+        return _ip_number('AF_INET6', text)
 
     @staticmethod
     def argument(number):
@@ -111,6 +104,14 @@ class _Mac(object):
     @staticmethod
     def argument(number):
         return ':'.join('%02x' % octet for octet in _octets(number, 6))
+
+
+def _ip_number(family, text):
+    import socket
+    try:
+        return _number(bytearray(socket.inet_pton(getattr(socket, family), text)))
+    except socket.error:
+        raise ValueError(text)
 
 
 def _number(octets):

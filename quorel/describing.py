@@ -6,10 +6,8 @@ import textwrap
 
 import QuorelApiNew
 from quorel.errors import STATUS_GROUPS
-from quorel.reference import answers, reference
+from quorel.reference import WIDTH, answers, reference
 from quorel.searching import found_by
-
-WIDTH = 96
 
 # How arguments of a kind are given; of all others the type says it.
 _KINDS = {

@@ -30,7 +30,8 @@ def search(words, most=20):
     them in its name before what tells of them.
     most: how many lines at most. Raises IOError as describe() does.
     """
-    from quorel.searching import WIDTH, found_by
+    from quorel.reference import WIDTH
+    from quorel.searching import found_by
     found = found_by(words)[:most]
     widest = max([len(name) for name, _ in found] or [0])
     for name, told in found:

@@ -9,6 +9,8 @@ import bisect
 import os
 import re
 
+WIDTH = 96  # of the lines that describe() and search() print
+
 
 class Entry(object):
     """A line with a name, and what stands around it."""

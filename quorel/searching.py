@@ -6,8 +6,6 @@ import re
 
 from quorel.reference import Entry, reference
 
-WIDTH = 96  # of a line that search() prints
-
 _WEIGHTS = {'function': 1.3, 'record': 1.2, 'member': 0.7, 'enumerator': 0.8, 'macro': 0.8}
 
 

@@ -94,12 +94,7 @@ NewReference set_callback(const MemberRow &row, PyObject *args)
 bool set_callback_variable(const VariableRow &row, PyObject *value)
 {
     HeldPointer pointer;
-    Status status = to_callback(value, arguments[row.value].type, &pointer);
-    if (status != Status::ok) {
-        return raise_variable(row, status);
-    }
-    std::memcpy(row.address, &pointer.address, sizeof pointer.address);
-    return true;
+    return store_pointer_variable(row, to_callback(value, arguments[row.value].type, &pointer), pointer);
 }
 
 }  // namespace quorel
