@@ -30,7 +30,7 @@ if(TARGET quorel_sim)
             COMPONENT module)
 endif()
 foreach(package IN LISTS packages)
-    file(GLOB package_sources CONFIGURE_DEPENDS ${package}/*.py)
+    file(GLOB package_sources CONFIGURE_DEPENDS ${package}/*.py ${package}/*.pyi)
     install(FILES ${package_sources} DESTINATION ${python_site_directory}/${package} COMPONENT module)
 endforeach()
 

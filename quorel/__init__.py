@@ -23,14 +23,14 @@ from _quorel import _close_callbacks
 from quorel.acl import ACL
 from quorel.chip import Chip
 from quorel.errors import StatusError, status_name
-from quorel.help import describe, search
+from quorel.headers import describe, help, search
 from quorel.names import flags, name_of
 from quorel.records import differences
 from quorel.traversal import events, traverse
 
 __all__ = ['ACL', 'OUT', 'Array', 'Callback', 'Chip', 'StatusError', 'array', 'as_dict', 'callback', 'cell', 'checked',
-           'constants', 'copy', 'describe', 'differences', 'events', 'fields', 'flags', 'members', 'name_of',
-           'parameters', 'search', 'status_name', 'traverse', 'update']
+           'constants', 'copy', 'describe', 'differences', 'events', 'fields', 'flags', 'help', 'members',
+           'name_of', 'parameters', 'search', 'status_name', 'traverse', 'update']
 
 # From now on threads of the SDK find no interpreter to call.
 atexit.register(_close_callbacks)

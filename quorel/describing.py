@@ -5,6 +5,7 @@ import re
 import textwrap
 
 import QuorelApiNew
+import _QuorelApiNew
 from quorel.errors import STATUS_GROUPS
 from quorel.reference import WIDTH, answers, reference
 from quorel.searching import found_by
@@ -189,9 +190,10 @@ def _lines_about(known, entry):
         of = ' of ' + entry.outer if entry.kind == 'enumerator' else ''
         return ['%s = %s%s' % (entry.name, _value(entry.name), of)], [text]
     if entry.kind in ('pointer_class', 'array'):
-        told = ('One value of type %s that the SDK writes through a pointer: pass the object, then read value()'
+        told = ('One value of type %s that the SDK writes through a pointer: pass the object, then read value(). '
+                'assign(value) sets it, cast() gives the pointer, frompointer(pointer) the object of one.'
                 if entry.kind == 'pointer_class' else 'Functions for arrays of %s') % entry.columns[0]
-        return ['%s %s' % (entry.kind.replace('_', ' '), entry.name)], [[told]]
+        return ['%s %s' % (entry.kind.replace('_', ' '), entry.name)], [textwrap.wrap(told, WIDTH - 4)]
     return [entry.columns[0]], [text, _used(known, entry.name) if entry.kind == 'type' else []]
 
 
@@ -212,6 +214,20 @@ def _name_of(known, what):
         names = [base.__name__ for base in (what if isinstance(what, type) else type(what)).__mro__]
         name = ([base for base in names if known.find(base)] or names)[0]
     return name
+
+
+def is_told(what):
+    """Whether it is the SDK's and the headers are there that tell of it; a text is if it names something there."""
+    try:
+        known = reference()
+    except IOError:
+        return False
+    name = _name_of(known, what)
+    if isinstance(what, (str, type(u''))):
+        return known.find(name) is not None or known.header(name) is not None
+    return known.find(name) is not None and (
+        isinstance(what, (property, _QuorelApiNew._Proxy)) or getattr(QuorelApiNew, name, None) is what or
+        isinstance(what, type) and issubclass(what, _QuorelApiNew._Proxy))
 
 
 def about(what):

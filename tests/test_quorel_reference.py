@@ -2,6 +2,7 @@
 import os
 import re
 import shutil
+import StringIO
 import subprocess
 import sys
 import tempfile
@@ -161,6 +162,37 @@ class Description(unittest.TestCase):
                           'cannot be read (No such file or directory): ', said)
         finally:
             shutil.rmtree(directory)
+
+
+class Help(unittest.TestCase):
+    def shown(self, *what):
+        """What help() of the package prints."""
+        said, sys.stdout = sys.stdout, StringIO.StringIO()
+        try:
+            quorel.help(*what)
+            return sys.stdout.getvalue()
+        finally:
+            sys.stdout = said
+
+    def test_it_tells_of_classes_members_and_functions_what_the_headers_do(self):
+        class Mine(q.bcm_l2_addr_t):
+            pass
+        for what in (q.bcm_l2_addr_add, q.bcm_l2_addr_t, q.bcm_l2_addr_t(), q.bcm_l2_addr_t.flags, q.intp, Mine,
+                     'BCM_E_PARAM', u'bcm_l2_addr_t.mac', 'bcm/l2.h'):
+            self.assertEqual(self.shown(what).strip(), about(what).strip())
+        self.assertIn('record bcm_l2_addr_t', self.shown(Mine))
+
+    def test_all_else_is_left_to_the_interpreter(self):
+        def bcm_l2_addr_add(own):
+            """Called like one of the SDK's."""
+
+        class intp(object):
+            """Likewise."""
+        for what, part in ((bcm_l2_addr_add, 'Called like one'), (intp, 'Likewise.'), (property(doc='Own.'), 'property'),
+                           (quorel.checked, 'calls a function of the SDK'), (5, 'class int'), ('len', 'len(object)'),
+                           ('no_such_thing', 'no Python documentation found')):
+            self.assertIn(part, re.sub(r'.\x08', '', self.shown(what)))
+        self.assertRaises(TypeError, quorel.help, 1, 2, 3)
 
 
 class Search(unittest.TestCase):

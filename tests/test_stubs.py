@@ -1,15 +1,20 @@
 """What editors and type checkers are told is what is there, and finds the mistakes that people make."""
 import distutils.spawn
 import glob
+import inspect
 import os
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 
 import QuorelApiNew
 import _QuorelApiNew
+import _quorel
+import _quorel_sim
+import quorel.sim.lab
 
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
 EXAMPLES = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, 'examples')
@@ -101,6 +106,77 @@ class Names(unittest.TestCase):
                       'unused dynamic entry goes, 0 for never; at first 300."""\n', text)
 
 
+class Package(unittest.TestCase):
+    """The stubs of the package, which are written by hand."""
+
+    @staticmethod
+    def stub_of(name):
+        """{function or class: its parameters or {method: parameters}}; a property has none, but is there."""
+        path = os.path.join(LIBRARIES, *name.split('.'))
+        with open(os.path.join(path, '__init__.pyi') if os.path.isdir(path) else path + '.pyi') as file:
+            text = re.sub(r',\n +', ', ', file.read())
+        found, members = {}, None
+        for indent, decorator, kind, word, rest in re.findall(
+                r'(?m)^(    |)(@property\n    |)(def|class) (\w+)(.*)$', text):
+            told = None if decorator else re.findall(r'(?:^\(|, )([*]*\w+)(?=: |, |\)|$)(?:[^,]*?( = [.]{3}))?',
+                                                     re.sub(r'\[[^()]*?\](?=[,)\]]| =)', '', rest.split(' ->')[0]))
+            if kind == 'class':
+                members = found[word] = {}
+            else:
+                (members if indent else found)[word] = told
+        return found
+
+    @staticmethod
+    def parameters_of(function):
+        names, several, keywords, defaults = inspect.getargspec(function)
+        first = len(names) - len(defaults or ())
+        return ([(name, ' = ...' if place >= first else '') for place, name in enumerate(names)] +
+                [(mark + name, '') for mark, name in (('*', several), ('**', keywords)) if name])
+
+    def test_they_have_the_functions_classes_and_parameters_that_are_there(self):
+        modules = [module for name, module in sorted(sys.modules.items())
+                   if re.match('quorel[.](?!sim$)', name) and module and
+                   os.path.exists(re.sub('[.]pyc?$', '.pyi', module.__file__))]
+        self.assertGreater(len(modules), 10)
+        functions = 0
+        for module in modules:
+            stub = self.stub_of(module.__name__)
+            own = dict((name, value) for name, value in vars(module).items()
+                       if getattr(value, '__module__', None) == module.__name__ and name[0] != '_' and
+                       not re.match('mac_text|ip._text', name) and
+                       inspect.getmodule(value) is module and (inspect.isfunction(value) or inspect.isclass(value)))
+            self.assertEqual(sorted(stub), sorted(own), module.__name__)
+            for name, value in own.items():
+                if inspect.isfunction(value):
+                    self.assertEqual(stub[name], self.parameters_of(value), name)
+                    functions += 1
+                    continue
+                if issubclass(value, tuple):
+                    continue
+                for member, there in vars(value).items():
+                    where = '%s.%s' % (name, member)
+                    if isinstance(there, property):
+                        self.assertEqual(stub[name].get(member, 'missing'), None, where)
+                    elif inspect.isfunction(there) and (member[0] != '_' or member in stub[name]):
+                        # What a decorator wraps says nothing of its parameters.
+                        there = there.__closure__[0].cell_contents if there.__code__.co_name == 'helper' else there
+                        self.assertEqual(stub[name].get(member), self.parameters_of(there), where)
+                        functions += 1
+                self.assertEqual([member for member in stub[name] if not hasattr(value, member)], [], name)
+        self.assertGreater(functions, 80)
+
+    def test_what_the_packages_offer_is_declared(self):
+        for module in (quorel, quorel.sim):
+            with open(os.path.join(os.path.dirname(module.__file__), '__init__.pyi')) as file:
+                names = re.findall(r'(\w+) as \1', file.read())
+            self.assertEqual(sorted(names), sorted(module.__all__))
+        for module in (_quorel, _quorel_sim):
+            stub = names_of_stub(module.__name__)
+            there = set(vars(module)) - NOT_DECLARED
+            self.assertEqual(sorted(there ^ set(name for name in stub if name not in
+                                                NOT_THERE | set(['_Record', '_CType', '_Bytes']))), [])
+
+
 MISTAKES = """\
     speed = q.intp()
     address = q.bcm_l2_addr_t()
@@ -127,6 +203,23 @@ MISTAKES = """\
     q.bcm_port_speed_get(0, 1, speed) / 1000                    # the status for the value
     q.BCM_L2_STATICS                                            # a misspelt constant
     speed.get()                                                 # what pointer classes do not have
+    checked(q.bcm_port_speed_get(0, 1, speed))                  # called too early
+    callback(q.bcm_l2_traverse, 3)                              # a number for a function
+    array(4, 'int')                                             # the other way round
+    name_of(-4)                                                 # without its group
+    name_of(-4, 'BCM_E_')                                       # the other way round
+    flags('BCM_L2_', 8) + 1                                     # text, where a number was given
+    Chip(0).reg.CMIC_DEVICE_ID                                  # a misspelt attribute
+    Chip(0).regs.NIF_PORT_CTRL['3']                             # a subscript that is no number
+    Chip(0).regs.CMIC_LED_CTRL.REFRESH_RATE = '5'               # a field is a number
+    ACL().add(match=dict(SrcIp='10.0.0.1'))                     # without a unit
+    ACL(0).add(matches=dict(SrcIp='10.0.0.1'))                  # no such argument
+    ACL(0).add(10, dict(SrcIp='10.0.0.1'), count=True).packet   # no such member
+    sim.Switch().send('frame', 1)                               # in the wrong order
+    sim.Switch().sends(1, 'frame')                              # no such method
+    sim.ethernet('02:00:00:00:00:01')                           # without a source
+    sim.TestCase('run').assertDrops(1, 'frame')                 # no such method
+    search('age timer', 'all')                                  # a number, not a text
 """
 
 GOOD = """\
@@ -140,6 +233,23 @@ GOOD = """\
     q.bcm_vlan_port_add(0, 1, [1, 2], [])
     q.bcm_port_stat_multi_get(0, 1, 1, array('int', [0]), array('uint64', 1))
     print(q.errorString(q.bcm_port_speed_get(0, 1, speed)))
+    for name, old, new in differences(address, as_dict(address)):
+        print(name_of('BCM_E_', old, None), flags('BCM_L2_', 'STATIC') | 1, flags('BCM_L2_', new).split('|'))
+    acl = ACL(0, stage='Ingress')
+    rule = acl.add(priority=5, match=dict(InPorts='1-4'), actions=['Drop', ('RedirectPort', 0, 7)], count=True)
+    print(len(acl.table()), [each.priority for each in acl], rule.packets)
+    chip = Chip(0)
+    chip.regs.NIF_PORT_CTRL[3].RX_ENABLE = 1
+    print(chip.mems['IHP_MAC_TABLE'][0].VALID + 1, chip.regs.snapshot('NIF_*').differences())
+    switch = sim.Switch()
+    frame = sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:00:00:00:01', 'abc', vlan=5)
+    print([len(sent) for port, sent in switch.send(1, frame + 'more')], sim.dissect(frame)[0].name)
+    with switch.captured('file', [1, 2]), events(q.bcm_l2_addr_register, 0) as told:
+        unit, address, operation, _ = told.get(1)
+    try:
+        help(copy(address))
+    except StatusError as error:
+        print(error.status + 1, error.name.lower())
     return checked(q.bcm_port_speed_get, 0, 1, OUT) + 1
 """
 
@@ -172,14 +282,15 @@ class Checked(unittest.TestCase):
     def write(self, name, body):
         path = os.path.join(self.directory, name)
         with open(path, 'w') as file:
-            file.write('import QuorelApiNew as q\nfrom quorel import OUT, array, callback, cell, checked\n\n\n'
+            file.write('import QuorelApiNew as q\nfrom quorel import *\nfrom quorel import sim\n\n\n'
                        'def use():\n' + body)
         return path
 
     def test_the_stubs_themselves_and_the_examples_have_no_mistakes(self):
-        stubs = [os.path.join(LIBRARIES, name) for name in os.listdir(LIBRARIES) if name.endswith('.pyi')]
+        stubs = [path for folder in ('.', 'quorel', 'quorel/sim')
+                 for path in glob.glob(os.path.join(LIBRARIES, folder, '*.pyi'))]
         examples = glob.glob(os.path.join(EXAMPLES, '*.py'))
-        self.assertGreater(len(stubs), 2)
+        self.assertGreater(len(stubs), 15)
         self.assertGreater(len(examples), 5)
         self.assertEqual(self.mypy(self.write('good.py', GOOD), *(stubs + examples)), [])
 
@@ -187,7 +298,7 @@ class Checked(unittest.TestCase):
         path = self.write('mistakes.py', MISTAKES)
         with open(path) as file:
             wrong = set(number for number, line in enumerate(file, 1) if '  # ' in line)
-        self.assertGreater(len(wrong), 20)
+        self.assertGreater(len(wrong), 35)
         errors = self.mypy(path)
         self.assertEqual(set(line for _, line, _ in errors), wrong, errors)
 

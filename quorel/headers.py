@@ -39,3 +39,22 @@ def search(words, most=20):
         print(line if len(line) <= WIDTH else line[:WIDTH - 3] + '...')
     if not found:
         print('nothing in the headers fits %r' % words)
+
+
+def help(*what):
+    """The interpreter's help(), which of what the SDK's headers know shows what describe() prints.
+
+    >>> help(q.bcm_l2_addr_t.station_flags)
+    uint32 station_flags, member of bcm_l2_addr_t                                           bcm/l2.h
+    <BLANKLINE>
+        BCM_L2_STATION_*
+
+    what: functions, records, their classes and members, or names, as describe() takes them; all else, and nothing, is
+    the interpreter's affair. Raises nothing.
+    """
+    import pydoc
+    from quorel.describing import about, is_told
+    if len(what) == 1 and is_told(what[0]):
+        pydoc.pager(about(what[0]) + '\n')
+    else:
+        pydoc.help(*what)
