@@ -4,7 +4,7 @@ import unittest
 
 import QuorelApiNew as q
 import rules
-from quorel import array, checked, OUT
+from quorel import array, checked, OUT, sim
 from recording import library
 from simulator import SwitchTest
 
@@ -185,6 +185,78 @@ class Counters(FieldTest):
         self.done(q.bcm_field_stat_destroy(0, stat))
         later = array('bcm_field_stat_t', [q.bcmFieldStatDroppedPackets])
         self.assertStatus(q.BCM_E_UNAVAIL, q.bcm_field_stat_create_id(0, self.group, 1, later, 3))
+
+    def stat(self, *kinds):
+        kinds = array('bcm_field_stat_t', [getattr(q, 'bcmFieldStat' + kind) for kind in kinds])
+        return checked(q.bcm_field_stat_create, 0, self.group, len(kinds), kinds, OUT)
+
+    def test_further_counters_by_level(self):
+        first, second, named = [self.stat('Packets') for _ in range(3)]
+        attach, get = q.bcm_field_entry_stat_extended_attach, q.bcm_field_entry_stat_extended_get
+        self.done(q.bcm_field_entry_stat_attach(0, self.entry, first))
+        self.done(attach(0, self.entry, 3, second))
+        for status, level, stat in ((EXISTS, 3, named), (EXISTS, 2, first), (PARAM, 4, named), (PARAM, -1, named),
+                                    (MISSING, 0, named + 1)):
+            self.assertStatus(status, attach(0, self.entry, level, stat), (level, stat))
+        self.assertEqual(checked(get, 0, self.entry, 3, OUT), second)
+        self.assertEqual(checked(q.bcm_field_entry_stat_get, 0, self.entry, OUT), first)
+        self.done(q.bcm_field_action_add(0, self.entry, q.bcmFieldActionStatSet, named, 0, 0))
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        self.assertEqual([q.bcm_field_stat_destroy(0, stat) for stat in (first, second, named)], [BUSY] * 3)
+        switch, frame = sim.Switch(), sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:00:00:00:01')
+        switch.send(1, frame)
+        self.done(q.bcm_field_entry_stat_detach(0, self.entry, second))
+        switch.send(1, frame)
+        counts = [checked(q.bcm_field_stat_get, 0, stat, q.bcmFieldStatPackets, OUT) for stat in (first, second, named)]
+        self.assertEqual(counts, [2, 1, 2])
+        self.done(q.bcm_field_entry_remove(0, self.entry))
+        self.assertEqual([q.bcm_field_stat_destroy(0, stat) for stat in (first, second, named)], [BUSY, 0, 0])
+        self.assertStatus(MISSING, q.bcm_field_entry_install(0, self.entry))  # what its action names is gone
+
+    def test_counters_by_index(self):
+        stat, first = self.stat('Packets', 'Bytes', 'RedPackets'), array('uint32', [0])
+        value = array('bcm_stat_value_t', 1)
+        value[0].bytes, value[0].packets64 = 1 << 40, (1 << 33) + 2
+        self.done(q.bcm_field_stat_counter_set(0, stat, q.bcmFieldStatPackets, 1, first, value))
+        self.assertEqual(checked(q.bcm_field_stat_get, 0, stat, q.bcmFieldStatBytes, OUT), 1 << 40)
+        for get in q.bcm_field_stat_counter_get, q.bcm_field_stat_counter_sync_get:
+            found = array('bcm_stat_value_t', 1)
+            self.done(get(0, stat, q.bcmFieldStatBytes, 1, first, found))
+            self.assertEqual((found[0].bytes, found[0].packets64, found[0].packets), (1 << 40, (1 << 33) + 2, 2))
+            self.assertStatus(MISSING, get(0, stat, q.bcmFieldStatGreenBytes, 1, first, found))
+            self.assertStatus(PARAM, get(0, stat, q.bcmFieldStatBytes, 1, array('uint32', [1]), found))
+        self.assertStatus(PARAM, q.bcm_field_stat_counter_set(0, stat, q.bcmFieldStatBytes, 1,
+                                                              array('uint32', [1]), value))
+
+
+class Chip(FieldTest):
+    """One table, one core, and calls that have done their work when they return."""
+
+    def test_stages(self):
+        info = q.bcm_field_stage_info_t()
+        groups = [checked(q.bcm_field_stage_info_get, 0, getattr(q, 'bcmFieldStage' + stage), info, OUT)
+                  for stage in ('Lookup', 'Ingress', 'Egress')]
+        self.assertEqual((groups, info.field_presel_max_id), ([0, 1, 0], 127))
+        for status, stage in ((q.BCM_E_UNAVAIL, q.bcmFieldStageHash), (PARAM, q.bcmFieldStageCount), (PARAM, -1)):
+            self.assertStatus(status, q.bcm_field_group_oper_mode_set(0, stage, q.bcmFieldGroupOperSync))
+        for status, mode in ((0, 'Sync'), (q.BCM_E_UNAVAIL, 'Async'), (PARAM, 'Count')):
+            self.assertStatus(status, q.bcm_field_group_oper_mode_set(0, q.bcmFieldStageIngress,
+                                                                      getattr(q, 'bcmFieldGroupOper' + mode)))
+        self.assertEqual(checked(q.bcm_field_group_oper_mode_get, 0, q.bcmFieldStageEgress, OUT), 0)
+
+    def test_one_table_and_one_core(self):
+        config, aset = q.bcm_field_group_config_t(priority=3), q.bcm_field_aset_t()
+        create, restrict = q.bcm_field_group_config_create_with_dbidx, q.bcm_field_group_action_set_with_dbidx
+        self.assertEqual([create(0, config, table) for table in (1, 0)], [PARAM, 0])
+        self.assertEqual(checked(q.bcm_field_group_priority_get, 0, config.group, OUT), 3)
+        q.bcm_field_aset_add(aset, q.bcmFieldActionRedirectPort)
+        self.assertEqual([restrict(0, self.group, aset, table) for table in (1, 0)], [PARAM, 0])
+        cores, redirect = array('bcm_field_action_core_config_t', 1), q.bcmFieldActionRedirectPort
+        cores[0].param1 = 9
+        add = q.bcm_field_action_config_add
+        self.assertEqual([add(0, self.entry, redirect, count, cores) for count in (2, 1, 1)], [PARAM, 0, EXISTS])
+        self.assertEqual(tuple(checked(q.bcm_field_action_get, 0, self.entry, redirect, OUT, OUT, OUT)), (0, 9, 0))
+        self.assertStatus(PARAM, add(0, self.entry, q.bcmFieldActionDrop, 1, cores))
 
 
 if __name__ == '__main__':

@@ -399,11 +399,30 @@ class Redirects(FieldActionTest):
             self.assertEqual([port for port, _ in self.leaves(kind=0)], [2])
             self.assertEqual(self.switch.drops(1, made(ttl=1)), [(1, 'ttl')])
             checked(q.bcm_field_entry_destroy, 0, entry)
-        for target, reason in ((nowhere, 'null_route'), (9999, 'unresolved')):
-            entry = self.installed('upper', 1, 'ingress', ('RedirectEgrNextHop', target), COPY)
+        entry = self.installed('upper', 1, 'ingress', ('RedirectEgrNextHop', nowhere), COPY)
+        for reason in 'null_route', 'unresolved':
             self.assertEqual(self.switch.drops(1, made()), [(1, reason)])
             self.assertEqual([port for port, _ in self.leaves()], [CPU])
-            checked(q.bcm_field_entry_destroy, 0, entry)
+            checked(q.bcm_l3_init, 0)  # does not ask who uses what
+
+    def test_objects_stay_as_long_as_installed_entries_lead_there(self):
+        way = self.object(mac_addr=NEW, port=5)
+        group = checked(q.bcm_l3_egress_multipath_create, 0, 0, 1, array('bcm_if_t', [way]), OUT)
+        alone = self.object(mac_addr=NEW, port=6)
+        for action, target, destroy in (('RedirectEgrNextHop', alone, q.bcm_l3_egress_destroy),
+                                        ('L3Switch', alone, q.bcm_l3_egress_destroy),
+                                        ('RedirectEcmp', group, q.bcm_l3_egress_multipath_destroy)):
+            missing = self.entry(self.group(1), (action, 9999))
+            self.assertEqual(q.bcm_field_entry_install(0, missing), q.BCM_E_NOT_FOUND)
+            entry, other = self.installed('upper', 1, 'ingress', (action, target)), self.entry(self.group(1))
+            checked(q.bcm_field_entry_install, 0, other)
+            self.assertEqual(destroy(0, target), q.BCM_E_BUSY)
+            checked(q.bcm_field_action_remove, 0, entry, getattr(q, 'bcmFieldAction' + action))
+            self.assertEqual(destroy(0, target), q.BCM_E_BUSY)  # until it is taken over
+            checked(q.bcm_field_entry_reinstall, 0, entry)
+            checked(destroy, 0, target)
+            if target == alone:
+                alone = self.object(mac_addr=NEW, port=6)
 
     def test_groups_of_them(self):
         ways = array('bcm_if_t', [self.object(mac_addr=NEW, port=port) for port in (5, 6)])
@@ -516,8 +535,21 @@ class Mirrors(FieldActionTest):
                 checked(q.bcm_field_entry_destroy, 0, other)
             checked(q.bcm_field_entry_destroy, 0, entry)
 
-    def test_a_destination_that_is_not_there(self):
-        self.installed('upper', 1, 'ingress', ('MirrorIngress', 1), ('MirrorEgress', 1))
+    def test_a_destination_stays_as_long_as_entries_name_it(self):
+        record = q.bcm_mirror_destination_t(gport=9)
+        checked(q.bcm_mirror_destination_create, 0, record)
+        id = record.mirror_dest_id
+        for name in 'MirrorIngress', 'MirrorEgress':
+            missing = self.entry(self.group(1), (name, id + 1))
+            self.assertEqual(q.bcm_field_entry_install(0, missing), q.BCM_E_NOT_FOUND)
+            entries = [self.installed('upper', 1, 'ingress', (name, id)) for _ in range(2)]
+            self.assertEqual(checked(q.bcm_mirror_destination_get, 0, id, record, OUT), 2)
+            self.assertEqual(q.bcm_mirror_destination_destroy(0, id), q.BCM_E_BUSY)
+            checked(q.bcm_field_entry_remove, 0, entries[0])
+            checked(q.bcm_field_entry_destroy, 0, entries[1])
+            self.assertEqual(checked(q.bcm_mirror_destination_get, 0, id, record, OUT), 0)
+        self.installed('upper', 1, 'ingress', ('MirrorIngress', id), ('MirrorEgress', id))
+        checked(q.bcm_mirror_init, 0)  # does not ask who uses what
         self.assertEqual([port for port, _ in self.switch.send(1, made())], [2])
 
 

@@ -534,8 +534,8 @@ int bcm_l3_subnet_route_find(int unit, bcm_l3_host_t *host, bcm_l3_route_t *rout
 
 /*
  * Egress objects. create returns the id in *if_id, or takes the one given with BCM_L3_WITH_ID; destroy
- * gives BCM_E_BUSY while a host, route or group uses the object; find gives the one that is equal in all
- * members.
+ * gives BCM_E_BUSY while a host, route, group or installed entry of the field processor uses the object; find
+ * gives the one that is equal in all members.
  */
 void bcm_l3_egress_t_init(bcm_l3_egress_t *egr);
 int bcm_l3_egress_create(int unit, uint32 flags, bcm_l3_egress_t *egr, bcm_if_t *if_id);
@@ -546,8 +546,8 @@ int bcm_l3_egress_traverse(int unit, bcm_l3_egress_traverse_cb trav_fn, void *us
 
 /*
  * Groups of egress objects, known by their id alone. max_paths may later not be exceeded (BCM_E_FULL). An object that is
- * in a group several times gets as many shares of the flows. A group that hosts or routes use stays: BCM_E_BUSY. find
- * gives the group with these members, in whatever order.
+ * in a group several times gets as many shares of the flows. A group that hosts, routes or installed entries of the
+ * field processor use stays: BCM_E_BUSY. find gives the group with these members, in whatever order.
  */
 int bcm_l3_egress_multipath_create(int unit, uint32 flags, int intf_count, bcm_if_t *intf_array,
                                    bcm_if_t *mpintf);

@@ -8,6 +8,8 @@
 #include "begin.h"
 #include "field_action.h"
 #include "field_table.h"
+#include "l3.h"
+#include "mirror.h"
 #include "packet.h"
 #include "policer.h"
 #include "port.h"
@@ -31,7 +33,7 @@ struct FieldStat {
     bcm_field_group_t group;
     std::vector<bcm_field_stat_t> kinds;
     std::vector<uint64> values;
-    int uses = 0;  // entries that have it
+    int uses = 0;  // entries that have it, and installed ones that name it
 };
 
 /// A range of numbers that a packet has, or several.
@@ -48,6 +50,10 @@ struct FieldRange {
 /// By level.
 using FieldPolicers = std::array<PolicerUse, 2>;
 
+/// The counters of an entry: what was attached first, then the extended ones by level.
+constexpr std::size_t field_stat_levels = 4;
+using FieldStats = std::array<int, 1 + field_stat_levels>;
+
 /// What an entry says.
 struct FieldContent {
     std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
@@ -60,8 +66,9 @@ struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
     FieldPolicers policers;
-    std::vector<FieldRange *> ranges;  // that it is compared with
-    FieldStat *stat = nullptr;
+    std::vector<FieldRange *> ranges;          // that it is compared with
+    std::vector<FieldStat *> attached, named;  // counters of the entry, and of its actions
+    std::vector<Hold> holds;                   // of what its actions name
 };
 
 struct FieldEntry : FieldContent {
@@ -70,7 +77,7 @@ struct FieldEntry : FieldContent {
     bcm_field_group_t group;
     int priority = 0;
     bool is_enabled = true;
-    int stat = 0;  // 0 for none
+    FieldStats stats = {};  // 0 for none
     FieldPolicers policers;
     std::unique_ptr<FieldInstalled> installed;
 };
@@ -98,7 +105,13 @@ struct FieldLookup {
 struct FieldState : RoomState {
     static constexpr Room room = Room::field;
 
-    explicit FieldState(Switch &sw) : policers(sw.of<PolicerState>()), ports_(sw.of<PortState>()) {}
+    explicit FieldState(Switch &sw)
+        : policers(sw.of<PolicerState>()),
+          mirrors(sw.of<MirrorState>()),
+          l3(sw.of<L3State>()),
+          ports_(sw.of<PortState>())
+    {
+    }
 
     /// As when new.
     void reset();
@@ -108,6 +121,8 @@ struct FieldState : RoomState {
 
     bool initialised = true;
     PolicerState &policers;
+    MirrorState &mirrors;
+    L3State &l3;
     std::map<bcm_field_group_t, FieldGroup> groups;
     std::map<bcm_field_entry_t, FieldEntry> entries;
     std::map<bcm_field_range_t, FieldRange> ranges;
@@ -179,8 +194,12 @@ inline bool has_qualifier(const bcm_field_qset_t &qset, int qualifier)
 }
 
 /// Makes an entry take effect, or take over what was changed. BCM_E_UNAVAIL: the switch has nothing that a qualifier is
-/// compared with, or cannot do an action; BCM_E_FULL; BCM_E_PARAM, BCM_E_PORT: values of qualifiers and actions.
+/// compared with, or cannot do an action; BCM_E_FULL; BCM_E_PARAM, BCM_E_PORT: values of qualifiers and actions;
+/// BCM_E_NOT_FOUND: an action names an object that is not there.
 int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry);
+
+/// The counters of an entry.
+std::vector<FieldStat *> stats_of(FieldState &state, const FieldEntry &entry);
 
 /// Ends its effect, if it has one.
 void remove_field(FieldState &state, FieldEntry &entry);
@@ -203,8 +222,11 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
         if (installed != nullptr) {
             const bcm_color_t color = meet(*installed);
             key.replace(field_places::color, static_cast<FieldWord>(color));
-            if (installed->stat != nullptr) {
-                count_field(*installed->stat, key, key.get(field_places::packet_length));
+            for (FieldStat *stat : installed->attached) {
+                count_field(*stat, key, key.get(field_places::packet_length));
+            }
+            for (FieldStat *stat : installed->named) {
+                count_field(*stat, key, key.get(field_places::packet_length));
             }
             verdict.add(installed->effects, static_cast<unsigned>(color));
         }

@@ -148,6 +148,7 @@ constexpr ActionRow actions[] = {
      1},
     {bcmFieldActionPolicerLevel1Set, Decision::second_policer, Kind::act, in_ingress, Parameters::number,
      INT_MAX, 1},
+    {bcmFieldActionStatSet, Decision::count_too, Kind::act, anywhere, Parameters::number, INT_MAX, 1},
     {bcmFieldActionMirrorIngress, Decision::mirror_in, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
     {bcmFieldActionMirrorEgress, Decision::mirror_out, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
     {bcmFieldActionMirrorIngressCancel, Decision::mirror_in, Kind::cancel, in_ingress},

@@ -48,15 +48,16 @@ enum class FieldDecision : std::uint8_t {
     second_policer,  ///< of level 1
     mirror_in,       ///< what has arrived is mirrored
     mirror_out,      ///< what leaves
+    count_too,       ///< by these counters; they are the entry's own, too
     count
 };
 
 /// A set of them.
-using FieldDecisions = std::uint32_t;
+using FieldDecisions = std::uint64_t;
 
 constexpr FieldDecisions one_of(FieldDecision decision)
 {
-    static_assert(static_cast<unsigned>(FieldDecision::count) <= 32, "a word holds a set");
+    static_assert(static_cast<unsigned>(FieldDecision::count) <= 64, "a word holds a set");
     return FieldDecisions{1} << static_cast<unsigned>(decision);
 }
 

@@ -259,6 +259,53 @@ int take_policers(FieldState &state, FieldStage stage, FieldInstalled &compiled)
     return BCM_E_NONE;
 }
 
+/// Takes the counters that an action names to those of the entry. BCM_E_NOT_FOUND: no such ones; BCM_E_PARAM: those of
+/// another group.
+int take_stats(FieldState &state, bcm_field_group_t group, FieldInstalled &compiled)
+{
+    auto &effects = compiled.effects;
+    const auto counts = [](const FieldEffect &effect) { return effect.decision == FieldDecision::count_too; };
+    for (const FieldEffect &effect : effects) {
+        if (!counts(effect)) {
+            continue;
+        }
+        const auto found = state.stats.find(static_cast<int>(effect.number));
+        if (found == state.stats.end()) {
+            return BCM_E_NOT_FOUND;
+        }
+        if (found->second.group != group) {
+            return BCM_E_PARAM;
+        }
+        compiled.named.push_back(&found->second);
+    }
+    effects.erase(std::remove_if(effects.begin(), effects.end(), counts), effects.end());
+    return BCM_E_NONE;
+}
+
+/// Holds the objects that actions name. BCM_E_NOT_FOUND: one is not there.
+int hold_objects(FieldState &state, FieldInstalled &compiled)
+{
+    for (const FieldEffect &effect : compiled.effects) {
+        const auto id = static_cast<int>(effect.number);
+        Hold hold;
+        if (effect.kind == FieldEffect::Kind::to_object) {
+            hold = state.l3.objects.hold(id);
+        } else if (effect.kind == FieldEffect::Kind::act
+                   && (effect.decision == FieldDecision::mirror_in
+                       || effect.decision == FieldDecision::mirror_out)) {
+            const auto found = state.mirrors.destinations.find(id);
+            hold = found != state.mirrors.destinations.end() ? found->second.holders.hold() : nullptr;
+        } else {
+            continue;
+        }
+        if (hold == nullptr) {
+            return BCM_E_NOT_FOUND;
+        }
+        compiled.holds.push_back(std::move(hold));
+    }
+    return BCM_E_NONE;
+}
+
 int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, FieldInstalled &compiled)
 {
     const FieldStage stage = state.groups.at(entry.group).stage;
@@ -285,21 +332,25 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         }
     }
     compiled.policers = entry.policers;
-    const int status = take_policers(state, stage, compiled);
+    int status = take_policers(state, stage, compiled);
+    status = status != BCM_E_NONE ? status : take_stats(state, entry.group, compiled);
+    status = status != BCM_E_NONE ? status : hold_objects(state, compiled);
     if (status != BCM_E_NONE) {
         return status;
     }
-    if (entry.stat != 0) {
-        compiled.stat = &state.stats.at(entry.stat);
-    }
+    compiled.attached = stats_of(state, entry);
     compiled.content = entry;
     compiled.priority = entry.priority;
     compiled.entry = id;
     return BCM_E_NONE;
 }
 
-void use_ranges(const FieldInstalled &installed, int more)
+/// What is there as long as installed entries use it.
+void count_uses(const FieldInstalled &installed, int more)
 {
+    for (FieldStat *stat : installed.named) {
+        stat->uses += more;
+    }
     for (FieldRange *range : installed.ranges) {
         range->uses += more;
     }
@@ -323,9 +374,9 @@ int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
     if (entry.is_enabled) {
         group.table.add(*compiled);
     }
-    use_ranges(*compiled, 1);
+    count_uses(*compiled, 1);
     if (entry.installed != nullptr) {
-        use_ranges(*entry.installed, -1);
+        count_uses(*entry.installed, -1);
         if (entry.is_enabled) {
             group.table.remove(*entry.installed);
         }
@@ -352,7 +403,7 @@ void remove_field(FieldState &state, FieldEntry &entry)
             state.update_lookups();
         }
     }
-    use_ranges(*entry.installed, -1);
+    count_uses(*entry.installed, -1);
     entry.installed = nullptr;
     --group.installed;
     --state.installed[static_cast<std::size_t>(group.stage)];
@@ -365,8 +416,10 @@ void destroy_field(FieldState &state, bcm_field_entry_t id)
     for (const auto &[key, inverted] : entry.ranges) {
         --state.ranges.at(key.second).uses;
     }
-    if (entry.stat != 0) {
-        --state.stats.at(entry.stat).uses;
+    for (const int stat : entry.stats) {
+        if (stat != 0) {
+            --state.stats.at(stat).uses;
+        }
     }
     state.groups.at(entry.group).entries.erase(id);
     state.entries.erase(id);

@@ -124,22 +124,120 @@ int get_values(int unit, int stat_id, int count, const bcm_field_stat_t *kinds, 
         });
 }
 
-/// Counters of an entry begin and end to count at once.
-void attach(FieldState &state, FieldEntry &entry, int id)
+/// Counters of an entry begin and end to count at once. `place` is one of the entry's.
+void put(FieldState &state, FieldEntry &entry, int &place, int id)
 {
-    FieldStat *stat = id != 0 ? &state.stats.at(id) : nullptr;
-    if (stat != nullptr) {
-        ++stat->uses;
-    } else if (entry.stat != 0) {
-        --state.stats.at(entry.stat).uses;
+    if (id != 0) {
+        ++state.stats.at(id).uses;
+    } else {
+        --state.stats.at(place).uses;
     }
-    entry.stat = id;
+    place = id;
     if (entry.installed != nullptr) {
-        entry.installed->stat = stat;
+        entry.installed->attached = stats_of(state, entry);
     }
 }
 
+/// Places in FieldStats: that of what is attached without a level, and those of levels.
+constexpr std::size_t first_place = 0;
+
+std::size_t place_of(int level)
+{
+    return level >= 0 ? static_cast<std::size_t>(level) + 1 : std::tuple_size_v<FieldStats>;
+}
+
+/// BCM_E_PARAM: no such place.
+auto stat_place(std::size_t place)
+{
+    return [place](Switch &, auto next) -> int {
+        return place < std::tuple_size_v<FieldStats> ? next() : static_cast<int>(BCM_E_PARAM);
+    };
+}
+
+int attach(int unit, std::size_t place, bcm_field_entry_t entry, int stat_id)
+{
+    return begin(unit, ready<FieldState>, stat_place(place), field_entry(entry), field_stat(stat_id))
+        .then([&](FieldState &state, FieldEntry &found, const FieldStat &stat) -> int {
+            const bool has_it =
+                std::find(found.stats.begin(), found.stats.end(), stat_id) != found.stats.end();
+            if (found.stats[place] != 0 || has_it) {
+                return BCM_E_EXISTS;
+            }
+            if (stat.group != found.group) {
+                return BCM_E_PARAM;
+            }
+            put(state, found, found.stats[place], stat_id);
+            return BCM_E_NONE;
+        });
+}
+
+int get_attached(int unit, std::size_t place, bcm_field_entry_t entry, int *stat_id)
+{
+    return begin(unit, ready<FieldState>, given(stat_id), stat_place(place), field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            if (found.stats[place] == 0) {
+                return BCM_E_NOT_FOUND;
+            }
+            *stat_id = found.stats[place];
+            return BCM_E_NONE;
+        });
+}
+
+/// The counters of bytes and of packets of a kind, whichever of the two it is; null for what is not counted.
+struct Pair {
+    Pair(FieldStat &stat, bcm_field_stat_t kind)
+    {
+        const int bytes_kind = kind - kind % 2;
+        find_value(stat, static_cast<bcm_field_stat_t>(bytes_kind), &bytes);
+        find_value(stat, static_cast<bcm_field_stat_t>(bytes_kind + 1), &packets);
+    }
+
+    bool is_there() const { return bytes != nullptr || packets != nullptr; }
+
+    uint64 *bytes = nullptr, *packets = nullptr;
+};
+
+/// Objects are tables of one counter each.
+bool are_first(uint32 count, const uint32 *indexes)
+{
+    return indexes != nullptr
+           && std::all_of(indexes, indexes + count, [](uint32 index) { return index == 0; });
+}
+
+/// What is not counted is 0. BCM_E_NOT_FOUND: neither packets nor bytes are.
+int get_counters(int unit, int stat_id, bcm_field_stat_t stat, uint32 count, const uint32 *indexes,
+                 bcm_stat_value_t *values)
+{
+    return begin(unit, ready<FieldState>, given(values), field_stat(stat_id))
+        .then([&](FieldState &, FieldStat &found) -> int {
+            if (!are_first(count, indexes)) {
+                return BCM_E_PARAM;
+            }
+            const Pair pair(found, stat);
+            if (!pair.is_there()) {
+                return BCM_E_NOT_FOUND;
+            }
+            bcm_stat_value_t value = {};
+            value.bytes = pair.bytes != nullptr ? *pair.bytes : 0;
+            value.packets64 = pair.packets != nullptr ? *pair.packets : 0;
+            value.packets = static_cast<uint32>(value.packets64);
+            std::fill_n(values, count, value);
+            return BCM_E_NONE;
+        });
+}
+
 }  // namespace
+
+std::vector<FieldStat *> stats_of(FieldState &state, const FieldEntry &entry)
+{
+    std::vector<FieldStat *> found;
+    for (const int stat : entry.stats) {
+        if (stat != 0) {
+            found.push_back(&state.stats.at(stat));
+        }
+    }
+    return found;
+}
 
 }  // namespace sim
 
@@ -251,41 +349,35 @@ int sim_bcm_field_stat_multi_get32(int unit, int stat_id, int nstat, bcm_field_s
 
 int sim_bcm_field_entry_stat_attach(int unit, bcm_field_entry_t entry, int stat_id)
 {
-    return begin(unit, ready<FieldState>, field_entry(entry), field_stat(stat_id))
-        .then([&](FieldState &state, FieldEntry &found, const FieldStat &stat) -> int {
-            if (found.stat != 0) {
-                return BCM_E_EXISTS;
-            }
-            if (stat.group != found.group) {
-                return BCM_E_PARAM;
-            }
-            attach(state, found, stat_id);
-            return BCM_E_NONE;
-        });
+    return attach(unit, first_place, entry, stat_id);
+}
+
+int sim_bcm_field_entry_stat_extended_attach(int unit, bcm_field_entry_t entry, int level, int stat_id)
+{
+    return attach(unit, place_of(level), entry, stat_id);
 }
 
 int sim_bcm_field_entry_stat_detach(int unit, bcm_field_entry_t entry, int stat_id)
 {
     return begin(unit, ready<FieldState>, field_entry(entry))
         .then([&](FieldState &state, FieldEntry &found) -> int {
-            if (found.stat == 0 || found.stat != stat_id) {
+            const auto place = std::find(found.stats.begin(), found.stats.end(), stat_id);
+            if (stat_id == 0 || place == found.stats.end()) {
                 return BCM_E_NOT_FOUND;
             }
-            attach(state, found, 0);
+            put(state, found, *place, 0);
             return BCM_E_NONE;
         });
 }
 
 int sim_bcm_field_entry_stat_get(int unit, bcm_field_entry_t entry, int *stat_id)
 {
-    return begin(unit, ready<FieldState>, given(stat_id), field_entry(entry))
-        .then([&](FieldState &, const FieldEntry &found) -> int {
-            if (found.stat == 0) {
-                return BCM_E_NOT_FOUND;
-            }
-            *stat_id = found.stat;
-            return BCM_E_NONE;
-        });
+    return get_attached(unit, first_place, entry, stat_id);
+}
+
+int sim_bcm_field_entry_stat_extended_get(int unit, bcm_field_entry_t entry, int level, int *stat_id)
+{
+    return get_attached(unit, place_of(level), entry, stat_id);
 }
 
 int sim_bcm_field_stat_attach(int unit, bcm_field_entry_t entry, int stat_id)
@@ -302,11 +394,51 @@ int sim_bcm_field_stat_id_get(int unit, bcm_field_entry_t entry, bcm_field_stat_
 {
     return begin(unit, ready<FieldState>, given(stat_id), field_entry(entry))
         .then([&](FieldState &state, const FieldEntry &found) -> int {
-            uint64 *value = nullptr;
-            if (found.stat == 0 || find_value(state.stats.at(found.stat), stat, &value) != BCM_E_NONE) {
+            const auto counts = [&](int id) {
+                uint64 *value = nullptr;
+                return id != 0 && find_value(state.stats.at(id), stat, &value) == BCM_E_NONE;
+            };
+            const auto place = std::find_if(found.stats.begin(), found.stats.end(), counts);
+            if (place == found.stats.end()) {
                 return BCM_E_NOT_FOUND;
             }
-            *stat_id = found.stat;
+            *stat_id = *place;
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_stat_counter_get(int unit, int stat_id, bcm_field_stat_t stat, uint32 num_entries,
+                                   uint32 *counter_indexes, bcm_stat_value_t *counter_values)
+{
+    return get_counters(unit, stat_id, stat, num_entries, counter_indexes, counter_values);
+}
+
+int sim_bcm_field_stat_counter_sync_get(int unit, int stat_id, bcm_field_stat_t stat, uint32 num_entries,
+                                        uint32 *counter_indexes, bcm_stat_value_t *counter_values)
+{
+    return get_counters(unit, stat_id, stat, num_entries, counter_indexes, counter_values);
+}
+
+int sim_bcm_field_stat_counter_set(int unit, int stat_id, bcm_field_stat_t stat, uint32 num_entries,
+                                   uint32 *counter_indexes, bcm_stat_value_t *counter_values)
+{
+    return begin(unit, ready<FieldState>, given(counter_values), field_stat(stat_id))
+        .then([&](FieldState &, FieldStat &found) -> int {
+            if (!are_first(num_entries, counter_indexes)) {
+                return BCM_E_PARAM;
+            }
+            const Pair pair(found, stat);
+            if (!pair.is_there()) {
+                return BCM_E_NOT_FOUND;
+            }
+            for (uint32 i = 0; i < num_entries; ++i) {
+                if (pair.bytes != nullptr) {
+                    *pair.bytes = counter_values[i].bytes;
+                }
+                if (pair.packets != nullptr) {
+                    *pair.packets = counter_values[i].packets64;
+                }
+            }
             return BCM_E_NONE;
         });
 }

@@ -96,7 +96,7 @@ int sim_bcm_l3_egress_destroy(int unit, bcm_if_t intf)
         if (object == nullptr) {
             return BCM_E_NOT_FOUND;
         }
-        if (object->uses != 0) {
+        if (object->is_used()) {
             return BCM_E_BUSY;
         }
         l3.objects.count_use(object->record.intf, -1);

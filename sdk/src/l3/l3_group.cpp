@@ -148,7 +148,7 @@ auto existing_group(bcm_if_t id)
 int destroy(int unit, bcm_if_t id)
 {
     return begin(unit, ready<L3State>, existing_group(id)).then([&](L3State &l3, L3Group &group) -> int {
-        if (group.uses != 0) {
+        if (group.is_used()) {
             return BCM_E_BUSY;
         }
         for (const bcm_l3_ecmp_member_t &member : group.members) {

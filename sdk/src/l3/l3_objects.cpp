@@ -10,6 +10,15 @@ bcm_if_t L3Objects::lowest_free()
     return lowest_free_;
 }
 
+Hold L3Objects::hold(bcm_if_t id)
+{
+    if (L3Egress *object = egress_object(id)) {
+        return object->holders.hold();
+    }
+    L3Group *of_many = group(id);
+    return of_many != nullptr ? of_many->holders.hold() : nullptr;
+}
+
 void L3Objects::count_use(bcm_if_t id, int change)
 {
     if (L3Egress *object = egress_object(id)) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "destination.h"
+#include "holders.h"
 
 #include <bcm/error.h>
 #include <bcm/l3.h>
@@ -41,6 +42,9 @@ struct L3Egress {
     NextHop hop;
     int status = BCM_L3_ECMP_DYNAMIC_MEMBER_FORCE_UP;
     int uses = 0;  ///< by hosts, routes and groups
+    Holders holders;
+
+    bool is_used() const { return uses != 0 || holders.count() != 0; }
 };
 
 /// Paths may be the same object several times, which gives it more weight.
@@ -49,6 +53,9 @@ struct L3Group {
     std::vector<bcm_l3_ecmp_member_t> members;
     std::vector<const NextHop *> paths;  ///< those of members that take part, worked out at each change
     int uses = 0;                        ///< by hosts and routes
+    Holders holders;
+
+    bool is_used() const { return uses != 0 || holders.count() != 0; }
 };
 
 class L3Objects {
@@ -102,6 +109,9 @@ public:
         objects.erase(id);
         lowest_free_ = std::min(lowest_free_, id);
     }
+
+    /// Holds the egress object or group of that id; none if there is none.
+    Hold hold(bcm_if_t id);
 
     /// A host or route refers to the object of that id, or does so no longer; 0 is none.
     void count_use(bcm_if_t id, int change);

@@ -4,6 +4,7 @@
 /// It offers the packet path what becomes of a packet at a port: sampled or not, and its copies, ready to be sent.
 #pragma once
 
+#include "holders.h"
 #include "packet.h"
 #include "port.h"
 
@@ -44,10 +45,13 @@ struct MirrorDestination {
     bcm_mirror_destination_t settings = {};
     Destination to = {};
     bool is_on = true;
-    int uses = 0;
+    int uses = 0;  // by ports
+    Holders holders;
     uint32 sequence = 0;                // of the next copy
     uint16 datagram = 0;                // the next IP datagram's identification
     std::array<uint64, 3> counts = {};  // by bcm_mirror_stat_t
+
+    int used() const { return uses + holders.count(); }
 
     /// A copy of so many bytes, with checksum, has left, or was dropped.
     void count(bool has_left, std::size_t length)

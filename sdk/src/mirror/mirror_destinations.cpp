@@ -161,7 +161,7 @@ int sim_bcm_mirror_destination_destroy(int unit, bcm_gport_t mirror_dest_id)
 {
     return begin(unit, ready<MirrorState>, destination_of(mirror_dest_id))
         .then([&](MirrorState &mirrors, MirrorDestination &destination) -> int {
-            if (destination.uses != 0) {
+            if (destination.used() != 0) {
                 return BCM_E_BUSY;
             }
             mirrors.destinations.erase(mirror_dest_id);
@@ -175,7 +175,7 @@ int sim_bcm_mirror_destination_get(int unit, bcm_gport_t mirror_dest_id,
     return begin(unit, ready<MirrorState>, given(mirror_dest, use_count), destination_of(mirror_dest_id))
         .then([&](MirrorState &, MirrorDestination &destination) {
             *mirror_dest = destination.settings;
-            *use_count = destination.uses;
+            *use_count = destination.used();
         });
 }
 

@@ -117,8 +117,8 @@ Policer *Policers::find(bcm_policer_t id)
 
 PolicerUse Policers::use(bcm_policer_t id)
 {
-    const Policer *policer = find(id);
-    return policer != nullptr ? PolicerUse{id, policer->token} : PolicerUse();
+    Policer *policer = find(id);
+    return policer != nullptr ? PolicerUse{id, policer->holders.hold()} : PolicerUse();
 }
 
 void Policers::take_away(PolicerSide side, const PolicerPlace &place)
@@ -153,7 +153,7 @@ void update_policing(Switch &sw)
 void police(Policers &state, const PolicerUse &use, std::size_t length, PolicerDecision &decision)
 {
     Policer *policer = state.find(use.id);
-    if (policer != nullptr && policer->token == use.token && state.is_on) {
+    if (policer != nullptr && policer->holders.gave(use.hold) && state.is_on) {
         police(state, *policer, use.id, length, decision);
     }
 }

@@ -2,13 +2,13 @@
 /// way: at ports, VLANs and ports in VLANs, in both directions.
 #pragma once
 
+#include "holders.h"
 #include "meter.h"
 #include "port.h"
 #include "vlan.h"
 
 #include <array>
 #include <map>
-#include <memory>
 #include <utility>
 
 namespace sim {
@@ -16,11 +16,11 @@ namespace sim {
 struct Policer {
     bcm_policer_config_t config = {};
     Meter meter;
-    int uses = 0;                                                  // at places
-    std::shared_ptr<const void> token = std::make_shared<char>();  // of PolicerUse
+    int uses = 0;     // at places
+    Holders holders;  // by PolicerUse
     bool counts = true;
 
-    bool is_used() const { return uses != 0 || token.use_count() > 1; }
+    bool is_used() const { return uses != 0 || holders.count() != 0; }
     std::array<uint64, bcmPolicerStatCount> counters = {};
 };
 
@@ -45,7 +45,7 @@ struct PolicerPlace {
 /// That what is no place has a policer, which is in use as long as this is there; id 0: none.
 struct PolicerUse {
     bcm_policer_t id = 0;
-    std::shared_ptr<const void> token;
+    Hold hold;
 };
 
 struct Policers {
