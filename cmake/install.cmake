@@ -3,7 +3,7 @@
 #   simulator      beside it, the libraries for which a switch has its own: the module finds them there; and how the
 #                  simulated switch answers each function
 #   headers        what a build against the development-host SDK needs, and its C programs
-#   documentation  guides and examples
+#   documentation  guides and examples; and the pages and manual pages of tools/docs, where it has made them
 # Each brings the licence. All paths are relative, so that the tree can be moved.
 set(package_of_module python-quorelapinew)
 set(package_of_simulator quorelapinew-simulator)
@@ -68,6 +68,9 @@ set(documentation_directory share/doc/${package_of_module})
 install(FILES README.md CHANGELOG.md DESTINATION ${documentation_directory} COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION ${documentation_directory} COMPONENT documentation
         PATTERN *.pyc EXCLUDE)
+set(QUOREL_DOCS_DIR ${CMAKE_SOURCE_DIR}/build/docs CACHE PATH "Where tools/docs has made pages")
+install(DIRECTORY ${QUOREL_DOCS_DIR}/html DESTINATION ${documentation_directory} COMPONENT documentation OPTIONAL)
+install(DIRECTORY ${QUOREL_DOCS_DIR}/man/ DESTINATION share/man COMPONENT documentation OPTIONAL)
 
 foreach(component IN LISTS components)
     install(FILES LICENSE DESTINATION share/doc/${package_of_${component}} RENAME copyright COMPONENT ${component})

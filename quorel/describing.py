@@ -9,50 +9,14 @@ import _QuorelApiNew
 from quorel.errors import STATUS_GROUPS
 from quorel.reference import WIDTH, answers, reference
 from quorel.searching import found_by
-
-# How arguments of a kind are given; of all others the type says it.
-_KINDS = {
-    'string': 'text',
-    'nullable_string': 'text, or None',
-    'mac_address': "text, such as '02:00:5e:10:00:01'",
-    'ip_text': 'text',
-    'port_list': 'a list of ports',
-    'any_pointer': 'any pointer object, or None',
-    'object': 'any object',
-    'bytes': 'a str or buffer',
-    'callable': 'a Python function, or None',
-    'low_bits': 'any int, of which the low bits count',
-    'in_and_out': 'a number, or a pointer to one; what becomes of it joins the result',
-    'appended': 'no argument: it joins the result',
-}
-
-_ANSWERS = {
-    'by hand': 'The simulated switch does this',
-    'by rule': 'The simulated switch answers by rule',
-    'unavailable': 'The simulated switch answers that it is not available',
-}
-
-
-_ITEM = r'(\d+\.|[a-z]\.|[-*])\s+'
-
+from quorel.wording import ANSWERS, argument, paragraphs
 
 def _reflowed(text, width):
     """Paragraphs and items as lines of that width; what is indented stays as it is."""
     lines = []
-    for paragraph in text.split('\n\n') if text else []:
+    for items in paragraphs(text):
         if lines:
             lines.append('')
-        items = []  # [indent of the first line, of the others, text]; a text that is left alone has no others
-        for line in paragraph.split('\n'):
-            said = line.lstrip()
-            indent = len(line) - len(said)
-            item = re.match(_ITEM, said)
-            if item:
-                items.append([indent, indent + item.end(), said])
-            elif items and items[-1][1] == indent:
-                items[-1][2] += ' ' + said
-            else:
-                items.append([indent, None if indent else 0, said])
         for first, others, said in items:
             lines += ([' ' * first + said] if others is None else
                       textwrap.wrap(said, width, initial_indent=' ' * first, subsequent_indent=' ' * others,
@@ -85,30 +49,6 @@ def _value(name):
     return '%d' % value if -10 < value < 10 else '%d (%#x)' % (value, value & 0xffffffff)
 
 
-def _pointed(type_name):
-    return re.sub(r'\s*(const)?\s*\*$', '', type_name).replace(' const', '')
-
-
-def _argument(known, kind, type_name, makers):
-    """What an argument may be, and what its type says."""
-    told = [_KINDS[kind]] if kind in _KINDS else []
-    if kind in ('pointer', 'value') and type_name:
-        ways = ['%s()' % maker for maker in makers.split()]
-        if kind == 'pointer' and ' const' not in type_name:
-            ways.insert(0 if not makers or makers.endswith('p') else len(ways), 'OUT')
-        if not makers and kind == 'pointer':
-            ways.append("array('%s', n)" % _pointed(type_name))
-        told.append(' or '.join(ways))
-    if kind == 'callback':
-        told.append("callback('%s', function)" % type_name)
-    entry = known.find(type_name.rstrip(' *&').split(' ')[0]) if type_name else None
-    if entry and entry.kind == 'type' and kind != 'callback':
-        told.append(' '.join((entry.beside or entry.above).split()))
-    elif entry and entry.kind == 'enumeration':
-        told.append('see %s' % entry.name)
-    return '; '.join(text for text in told if text)
-
-
 def _errors(known, text):
     """(name, value and meaning) of the statuses that a text names."""
     for name in sorted(set(re.findall(r'\b[A-Z][A-Z0-9_]+\b', text)), key=text.find):
@@ -124,7 +64,7 @@ def _function_lines(known, entry):
     lines = textwrap.wrap(declaration, WIDTH, subsequent_indent=' ' * (declaration.find('(') + 1)
                           if declaration.find('(') < 60 else ' ' * 8, break_long_words=False)
     sections = [_reflowed(entry.text, WIDTH - 4)]
-    sections.append(list(_table((name, type_name, _argument(known, kind, type_name, makers))
+    sections.append(list(_table((name, type_name, argument(known, kind, type_name, makers))
                                 for name, kind, type_name, makers in arguments)))
     sections.append(['In Python: ' + docstring])
     errors = list(_errors(known, entry.text))
@@ -138,7 +78,7 @@ def _function_lines(known, entry):
         notes.append('Told together with %s' % _names(entry.together()))
     answer = answers().get(entry.name)
     if answer:
-        notes.append('%s (%s)' % (_ANSWERS.get(answer[0], answer[0]), answer[1]))
+        notes.append('%s (%s)' % (ANSWERS.get(answer[0], answer[0]), answer[1]))
     sections += [textwrap.wrap(note, WIDTH - 4, subsequent_indent='  ', break_long_words=False) for note in notes]
     return lines, sections
 
@@ -160,7 +100,7 @@ def _record_lines(known, entry):
     def row(member):
         declaration, kind = member.columns
         type_name = re.sub(r'\b%s\b' % re.escape(member.name[1:]), '', declaration, 1).strip()
-        return member.name[1:], type_name, ' '.join((member.beside or _argument(known, kind, type_name, '')).split())
+        return member.name[1:], type_name, ' '.join((member.beside or argument(known, kind, type_name, '')).split())
     return ['record ' + entry.name], [_reflowed(entry.text, WIDTH - 4), _inner_lines(entry, row),
                                       _used(known, entry.name)]
 

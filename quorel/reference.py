@@ -18,7 +18,7 @@ class Entry(object):
     def __init__(self, reference, number, columns):
         self.reference, self.number = reference, number
         self.name, self.kind = columns[:2]
-        self.beside, self.columns = _unescaped(columns[2]), columns[3:]
+        self.beside, self.columns = unescaped(columns[2]), columns[3:]
 
     def _columns_above(self, kind, within):
         """Of the last line of that kind above it that stands below the last one of `within`."""
@@ -33,17 +33,17 @@ class Entry(object):
     @property
     def header_text(self):
         """What that header says of itself."""
-        return _unescaped((self._columns_above('header', '') or [''])[-1])
+        return unescaped((self._columns_above('header', '') or [''])[-1])
 
     @property
     def above(self):
         """What stands above it, and perhaps above others."""
-        return _unescaped((self._columns_above('group', 'header') or [''])[-1])
+        return unescaped((self._columns_above('group', 'header') or [''])[-1])
 
     @property
     def part(self):
         """Likewise within a record or an enumeration."""
-        return _unescaped((self._columns_above('part', 'outer') or [''])[-1])
+        return unescaped((self._columns_above('part', 'outer') or [''])[-1])
 
     @property
     def outer(self):
@@ -75,7 +75,7 @@ class Entry(object):
             if columns[1] == kind:
                 yield '', Entry(self.reference, number, columns)
             elif columns[1] == 'part':
-                yield _unescaped(columns[2]), None
+                yield unescaped(columns[2]), None
             elif columns[1] != 'macro':
                 break
 
@@ -133,7 +133,7 @@ class Reference(object):
                         break
                     if columns[1] in ('function', 'record'):
                         names.append(columns[0])
-                return _unescaped(line.split('\t')[3]), names
+                return unescaped(line.split('\t')[3]), names
         return None
 
     def users(self, type_name):
@@ -148,7 +148,7 @@ class Reference(object):
         return [name for name in self._users.get(type_name, []) if name != type_name + '_init']
 
 
-def _unescaped(text):
+def unescaped(text):
     return re.sub(r'\\(.)', lambda match: '\n' if match.group(1) == 'n' else match.group(1), text)
 
 
@@ -168,10 +168,10 @@ def reference():
 
 def answers():
     """By function, how the simulated switch answers it, and why; empty on a switch."""
-    return _load('answers.tsv', _read_answers)
+    return _load('answers.tsv', read_answers)
 
 
-def _read_answers(path):
+def read_answers(path):
     if not os.path.exists(path):
         return {}
     with open(path) as file:
