@@ -33,12 +33,14 @@ auto field_stage(bcm_field_stage_t stage)
 /// The only table of the chip, and the only core: BCM_E_PARAM.
 auto only_table(int dbidx)
 {
-    return [dbidx](Switch &, auto next) -> int { return dbidx == 0 ? next() : static_cast<int>(BCM_E_PARAM); };
+    return
+        [dbidx](Switch &, auto next) -> int { return dbidx == 0 ? next() : static_cast<int>(BCM_E_PARAM); };
 }
 
 auto only_core(int count)
 {
-    return [count](Switch &, auto next) -> int { return count == 1 ? next() : static_cast<int>(BCM_E_PARAM); };
+    return
+        [count](Switch &, auto next) -> int { return count == 1 ? next() : static_cast<int>(BCM_E_PARAM); };
 }
 
 }  // namespace
@@ -53,9 +55,9 @@ int sim_bcm_field_stage_info_get(int unit, bcm_field_stage_t stage, bcm_field_st
             *stage_info = {};
             stage_info->field_presel_advanced_mode = 1;
             stage_info->field_presel_max_id = BCM_FIELD_PRESEL_MAX - 1;
-            *group_count = static_cast<int>(
-                std::count_if(state.groups.begin(), state.groups.end(),
-                              [&](const auto &each) { return each.second.stage == found; }));
+            *group_count =
+                static_cast<int>(std::count_if(state.groups.begin(), state.groups.end(),
+                                               [&](const auto &each) { return each.second.stage == found; }));
         });
 }
 
