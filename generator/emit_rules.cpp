@@ -150,6 +150,7 @@ std::string emit_rules(const Model &model, const Answers &answers)
             Texts row = {function.name, family.name,
                          by_rule                                  ? rule.operation
                          : answer.kind == AnswerKind::Initialised ? "initialise"
+                         : answer.kind == AnswerKind::Unavailable ? "unavailable"
                                                                   : "-",
                          rule.table.empty() ? "-" : rule.table, answer.why};
             for (const RuleParameter &parameter : rule.parameters) {

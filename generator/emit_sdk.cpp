@@ -137,6 +137,7 @@ std::string default_answer(const Function &function, const Answer &answer)
     case AnswerKind::Initialised:
         return initialiser(function);
     case AnswerKind::Unavailable:
+    case AnswerKind::Unfit:
         break;
     }
     return unavailable(function);

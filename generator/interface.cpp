@@ -138,6 +138,7 @@ private:
             {"throws", &FamilyInterface::throws},
             {"text", &FamilyInterface::text},
             {"unserved", &FamilyInterface::unserved},
+            {"unavailable", &FamilyInterface::unavailable},
             {"identified_by", &FamilyInterface::identified_by},
             {"created_with", &FamilyInterface::created_with},
             {"key_checks", &FamilyInterface::key_checks},

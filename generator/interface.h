@@ -33,6 +33,7 @@
 //   throws                 functions, or patterns of them, that may throw; what they throw becomes a Python exception
 //   raises                 helpers that may set a Python exception; their result is then not looked at
 //   unserved               functions of the C headers that no rule of the development SDK may answer
+//   [unavailable]          why functions that no rule answers are unavailable, by pattern; the longest one counts
 //   [identified_by]        tables (the getter's name before "_get") whose records have key members: these, with
 //                          spaces between; none, if the unit has only one such record
 //   [created_with]         tables of objects whose "_create" chooses an id: the flag that makes it take one, and
@@ -100,6 +101,7 @@ struct FamilyInterface {
     EntryTable replaced;  ///< function to stand-in
     EntryTable text;      ///< typedef to spelling
     Entries unserved;
+    EntryTable unavailable;    ///< pattern of functions to reason
     EntryTable identified_by;  ///< table to members
     EntryTable created_with;   ///< table to flags
     EntryTable key_checks;     ///< typedef to function

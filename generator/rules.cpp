@@ -2,6 +2,7 @@
 
 #include "argument_type.h"
 #include "errors.h"
+#include "reasons.h"
 #include "spelling.h"
 #include "table_rules.h"
 #include "words.h"
@@ -159,7 +160,7 @@ void choose_value(Roles &roles)
 
 class Finder {
 public:
-    explicit Finder(const Model &model) : model_(model), tables_(find_table_answers(model))
+    explicit Finder(const Model &model) : model_(model), tables_(find_table_answers(model)), reasons_(model)
     {
         for (const FamilyInterface &family : model.interface) {
             for (const auto &[name, place] : family.unserved) {
@@ -198,14 +199,8 @@ public:
                 }
             }
         }
+        answer_others();
         check_entries();
-        for (const auto &[name, function] : declared_) {
-            if (answers_.count(name) == 0) {
-                answers_[name] = is_initialiser(*function)
-                                     ? Answer{AnswerKind::Initialised, "is named as its record", {}}
-                                     : Answer{AnswerKind::Unavailable, why_unavailable(*function), {}};
-            }
-        }
         return std::move(answers_);
     }
 
@@ -214,6 +209,24 @@ private:
         std::string place;
         std::vector<std::string> words;
     };
+
+    // What no rule answers.
+    void answer_others()
+    {
+        for (const Family &family : model_.families) {
+            for (const Function &function : family.sdk_functions) {
+                if (answers_.count(function.name) != 0) {
+                    continue;
+                }
+                const bool cleared = is_initialiser(function);
+                const std::string *reason = cleared ? nullptr : reasons_.of(family, function);
+                answers_[function.name] = cleared
+                                              ? Answer{AnswerKind::Initialised, "is named as its record", {}}
+                                          : reason ? Answer{AnswerKind::Unavailable, *reason, {}}
+                                                   : Answer{AnswerKind::Unfit, why_unfit(function), {}};
+            }
+        }
+    }
 
     const Function *named(const std::string &name) const
     {
@@ -540,7 +553,7 @@ private:
         return parameter.type->kind == Type::Kind::Typedef ? parameter.type->name : "";
     }
 
-    std::string why_unavailable(const Function &function) const
+    std::string why_unfit(const Function &function) const
     {
         if (unserved_.count(function.name) != 0) {
             return "unserved in the interface file";
@@ -574,6 +587,7 @@ private:
     void check_entries() const
     {
         Errors errors;
+        reasons_.check(errors);
         for (const auto &[name, place] : unserved_) {
             if (!is_declared(name)) {
                 errors.add(place, "no header declares '" + name + "', which is not to be served");
@@ -591,6 +605,7 @@ private:
 
     const Model &model_;
     TableAnswers tables_;
+    Reasons reasons_;
     std::map<std::string, std::string> unserved_;                    ///< function to place
     std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
     std::map<std::string, WordEntry> key_checks_;                    ///< by typedef

@@ -3,7 +3,7 @@
 // takes by value, or both take a pointer to the same record; what else both take alike are keys.
 //
 // What names and types cannot tell stands in the interface files: `unserved`, [identified_by], [created_with]
-// and [key_checks], see interface.h.
+// and [key_checks], see interface.h; and why others are unavailable.
 #pragma once
 
 #include "model.h"
@@ -59,12 +59,13 @@ struct Rule {
 enum class AnswerKind {
     ByRule,
     Initialised,  ///< "void T_init(T *record)": the record is cleared
-    Unavailable,
+    Unavailable,  ///< and an interface file says why
+    Unfit,        ///< unavailable, since no rule fits
 };
 
 /// What a function answers that nobody writes by hand, and why.
 struct Answer {
-    AnswerKind kind = AnswerKind::Unavailable;
+    AnswerKind kind = AnswerKind::Unfit;
     std::string why;
     Rule rule;  ///< if there is one
 };

@@ -77,7 +77,8 @@ class Function(object):
 def read():
     """All functions that are answered by rule."""
     sizes, enumerations = record_sizes(), headers.Headers().enumerations
-    return [Function(cells, sizes, enumerations) for cells in report('rules.tsv') if cells[2] not in ('-', 'initialise')]
+    return [Function(cells, sizes, enumerations) for cells in report('rules.tsv') 
+            if cells[2] not in ('-', 'unavailable', 'initialise')]
 
 
 def pairs(functions):

@@ -1,5 +1,6 @@
 """Packets of the CPU: what it is given and why, who takes it, and what it sends."""
 import ctypes
+import sys
 import unittest
 import zlib
 
@@ -401,6 +402,76 @@ class Packets(CpuTest):
         checked(q.bcm_pkt_memcpy, packet, 8, array('uint8', [200] * 5), 5)
         self.assertEqual((first[8:], second[:4]), ([200, 200], [200, 200, 200, 13]))
         checked(q.bcm_pkt_free, 0, packet)
+
+
+def word(record, place=0):
+    """A pointer or the like within a record."""
+    return ctypes.c_size_t.from_address(int(record.this) + place * ctypes.sizeof(ctypes.c_void_p))
+
+
+def point(record, target, address):
+    """Makes the record's pointer to the target one to another address."""
+    pointer = next(word(record, place) for place in range(100) if word(record, place).value == int(target.this))
+    pointer.value = address
+
+
+class WrongRecords(CpuTest):
+    """Records whose pointers and lengths are not so."""
+    NOWHERE = 16
+
+    def setUp(self):
+        CpuTest.setUp(self)
+        self.receive()
+        self.frame = sim.ethernet(B, A)
+
+    def refused(self, packet, memory=True):
+        self.assertEqual(q.bcm_tx(0, packet, None), q.BCM_E_PARAM)
+        self.assertEqual(q.bcm_tx_list(0, packet, None, None), q.BCM_E_PARAM)
+        self.assertEqual(q.bcm_tx_array(0, array('bcm_pkt_t *', [packet]), 1, None, None), q.BCM_E_PARAM)
+        self.assertEqual(q.bcm_tx_pkt_setup(0, packet), q.BCM_E_PARAM)
+        self.assertEqual(q.bcm_rx_remote_pkt_enqueue(0, packet), q.BCM_E_PARAM)
+        if memory:
+            self.assertEqual(q.bcm_pkt_memcpy(packet, 0, array('uint8', [1]), 1), q.BCM_E_PARAM)
+        self.assertEqual((self.seen, q.bcm_pkt_free(0, packet)), ([], q.BCM_E_PARAM))
+
+    def test_blocks(self):
+        self.refused(q.bcm_pkt_s())
+        for length in (-1, sys.maxint & 0x7fffffff):
+            packet = packet_of(self.frame, tx_pbmp=[1])
+            packet.pkt_data.len = length
+            self.refused(packet, length < 0)
+        packet = packet_of(self.frame, tx_pbmp=[1])
+        word(packet.pkt_data).value = self.NOWHERE  # its data
+        self.refused(packet)
+        packet = packet_of(self.frame, tx_pbmp=[1])
+        point(packet, packet.pkt_data, self.NOWHERE)
+        self.refused(packet)
+        self.assertEqual(q.bcm_pkt_flags_len_setup(0, packet, 10, 10, 0), q.BCM_E_PARAM)
+        # What follows in memory is anybody's, and need not be wrong.
+        packet = packet_of(self.frame, tx_pbmp=[1])
+        packet.blk_count = 255
+        self.assertIn(q.bcm_tx(0, packet, None), (0, q.BCM_E_PARAM))
+        self.assertIn(q.bcm_rx_remote_pkt_enqueue(0, packet), (0, q.BCM_E_PARAM))
+
+    def test_lists(self):
+        first, second = [packet_of(self.frame, tx_pbmp=[port]) for port in (1, 2)]
+        first.next = second
+        point(first, second, self.NOWHERE)
+        self.assertEqual(q.bcm_tx_list(0, first, None, None), q.BCM_E_PARAM)
+        two = array('bcm_pkt_t *', [second, second])
+        ctypes.c_size_t.from_address(int(two.this)).value = self.NOWHERE
+        self.assertEqual(q.bcm_tx_array(0, two, 2, None, None), q.BCM_E_PARAM)
+        for count in (-1, 0x7fffffff):
+            self.assertEqual(q.bcm_tx_array(0, array('bcm_pkt_t *', [second]), count, None, None), q.BCM_E_PARAM)
+
+    def test_what_is_given_back(self):
+        packet = checked(q.bcm_pkt_alloc, 0, 100, 0, OUT)
+        packet.alloc_ptr = array('uint8', [1])  # freed is what was allocated
+        checked(q.bcm_pkt_free, 0, packet)
+        packets = checked(q.bcm_pkt_blk_alloc, 0, 2, 100, 0, OUT)
+        self.assertEqual(q.bcm_pkt_blk_free(0, packets, 3), q.BCM_E_PARAM)
+        checked(q.bcm_pkt_blk_free, 0, packets, 2)
+        self.assertEqual(q.bcm_pkt_blk_free(0, packets, 2), q.BCM_E_PARAM)
 
 
 if __name__ == '__main__':

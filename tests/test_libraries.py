@@ -15,7 +15,7 @@ GENERATED = os.path.dirname(os.environ['QUOREL_BINDING'])
 GENERATE = os.environ['QUOREL_GENERATE'].split('|')
 SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 # Of the files in that folder, those that the generator does not write, and its rule for the build, which names places.
-NOT_GENERATED = set(['stamp', 'stamp.d', 'answers.tsv', 'families.tsv'])
+NOT_GENERATED = set(['stamp', 'stamp.d', 'answers.tsv', 'answers.md', 'families.tsv'])
 
 
 # Prints which files of the folder named last, and of the one before it, the process has mapped.

@@ -77,6 +77,8 @@ lamp_delete = "lamp_delete"
 lamp = "colour"
 [key_checks]
 lamp_colour_t = "key"
+[unavailable]
+"lamp_*" = "nothing shines"
 [text]
 lamp_mac_t = "mac"
 '''

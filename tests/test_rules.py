@@ -153,6 +153,29 @@ class Reports(RulesTest):
         self.assertEqual(kinds['bcm_port_jam_get'], ('by rule', 'kept, without effect on packets: mirrors bcm_port_jam_set'))
 
 
+    def test_what_is_unavailable_says_why(self):
+        """In words of its interface file, each of which is needed."""
+        rules_found = dict((row[0], row[2]) for row in rules.report('rules.tsv'))
+        unavailable = [row for row in rules.report('answers.tsv') if row[2] == 'unavailable']
+        self.assertEqual([row[0] for row in unavailable if rules_found[row[0]] != 'unavailable'], [])
+        interface = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'interface')
+        for path in glob.glob(os.path.join(interface, '*.toml')):
+            family = os.path.basename(path)[:-len('.toml')]
+            said = set(why for _, of, _, why in unavailable if of == family)
+            with open(path) as text:
+                section = re.search(r'^\[unavailable\]\n((?:.+\n)*)', text.read(), re.M)
+            written = set(re.findall(r'= "(.*)"$', section.group(1), re.M)) if section else set()
+            self.assertEqual(said, written, family)
+
+    def test_the_document_has_them(self):
+        with open(os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'docs', 'simulated-switch.md')) as text:
+            document = [line.rstrip('\n') for line in text]
+        table = ['\t'.join(row) for row in rules.report('answers.md')]
+        begin = document.index(table[0])
+        self.assertEqual(document[begin:begin + len(table)], table,
+                         'docs/simulated-switch.md does not have the table of generated/answers.md')
+
+
 class Settings(RulesTest):
     def test_ports_have_one_setting_under_all_their_names(self):
         self.done(q.bcm_port_jam_set(0, 5, 9000))

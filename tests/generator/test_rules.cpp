@@ -185,7 +185,10 @@ TEST_F(RulesTest, WhatIsNotPlainIsLeftAlone)
 
 TEST_F(RulesTest, WhatIsNotServedSaysWhy)
 {
-    Answers answers = find(std::string("unserved = [\"box_global_set\"]\n") + entries);
+    Answers answers =
+        find(std::string("unserved = [\"box_global_set\"]\n[unavailable]\n\"box_g*\" = \"nothing turns\"\n"
+                         "\"box_global_set\" = \"is no box\"\n")
+             + entries);
     const std::map<std::string, std::string> reasons = {
         {"box_lids_set", "'lid_array' is of as many objects as another argument says"},
         {"box_width_get", "'width' of its getter mirrors nothing"},
@@ -193,8 +196,8 @@ TEST_F(RulesTest, WhatIsNotServedSaysWhy)
         {"box_list_get", "box_list_delete takes other things than keys"},
         {"box_knob_get", "how an id is chosen is not told (created_with)"},
         {"box_turn_traverse", "does not go with what box_turn_get gets"},
-        {"box_global_get", "takes no unit"},
-        {"box_global_set", "unserved in the interface file"},
+        {"box_global_get", "nothing turns"},
+        {"box_global_set", "is no box"},
     };
     for (const auto &[name, why] : reasons) {
         EXPECT_EQ(answers.at(name).why, why) << name;
@@ -209,12 +212,14 @@ TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
     std::string errors;
     try {
         find(
-            "unserved = [\"box_gone_set\"]\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = "
+            "unserved = [\"box_gone_set\"]\n[unavailable]\n\"box_speed_*\" = "
+            "\"served\"\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = "
             "\"key\"\n");
     } catch (const std::runtime_error &error) {
         errors = error.what();
     }
     EXPECT_NE(errors.find("box.toml:2: no header declares 'box_gone_set'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("no function that is unavailable fits 'box_speed_*'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("no rule of the development SDK uses 'box_lids'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("uses 'box_mac_t'"), std::string::npos) << errors;
 }

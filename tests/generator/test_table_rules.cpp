@@ -146,7 +146,7 @@ TEST_F(TableRules, Modules)
     const Answers answers = find_answers(build(tables));
     EXPECT_EQ(answer(answers, "bcm_shelf_init"), "rules::initialise(\"shelf\", unit)");
     EXPECT_EQ(answer(answers, "bcm_shelf_detach"), "rules::detach(\"shelf\", unit)");
-    EXPECT_EQ(answers.at("shelf_init").kind, AnswerKind::Unavailable);
+    EXPECT_EQ(answers.at("shelf_init").kind, AnswerKind::Unfit);
 }
 
 TEST_F(TableRules, WhatIsWrongIsSaidByPlace)

@@ -1,25 +1,36 @@
 #include "packets.h"
 
 #include "begin.h"
+#include "callers_memory.h"
 #include "cpu.h"
 #include "sim_pkt.h"
 #include "sim_rx.h"
 
 #include <algorithm>
-#include <cstring>
+#include <map>
 #include <memory>
-#include <set>
 
 namespace sim {
 
 namespace {
 
-constexpr int bytes_max = 0xffff;  // pkt_len can say no more
+constexpr int bytes_max = static_cast<int>(packet_longest);
 
-/// Those that are to be freed. Never destroyed, as units are.
-std::set<bcm_pkt_t *> &packets()
+/// Those that are to be freed, with their buffers, and arrays of them. Never destroyed, as units are.
+std::map<bcm_pkt_t *, std::unique_ptr<uint8[]>> &packets()
 {
-    static std::set<bcm_pkt_t *> &all = *new std::set<bcm_pkt_t *>;
+    static auto &all = *new std::map<bcm_pkt_t *, std::unique_ptr<uint8[]>>;
+    return all;
+}
+
+struct PacketArray {
+    std::unique_ptr<bcm_pkt_t *[]> packets;
+    int count;
+};
+
+std::map<bcm_pkt_t **, PacketArray> &arrays()
+{
+    static auto &all = *new std::map<bcm_pkt_t **, PacketArray>;
     return all;
 }
 
@@ -36,13 +47,13 @@ bcm_pkt_t *new_packet(int bytes, uint32 flags)
     auto buffer = std::make_unique<uint8[]>(static_cast<std::size_t>(std::max(bytes, 1)));
     auto packet = std::make_unique<bcm_pkt_t>();
     *packet = {};
-    packets().insert(packet.get());
-    packet->alloc_ptr = buffer.release();
+    packet->alloc_ptr = buffer.get();
     packet->_pkt_data = {packet->alloc_ptr, bytes};
     packet->pkt_data = &packet->_pkt_data;
     packet->blk_count = 1;
     packet->flags = flags;
     put_lengths(packet.get(), bytes);
+    packets().emplace(packet.get(), std::move(buffer));
     return packet.release();
 }
 
@@ -51,41 +62,42 @@ int free_packet(bcm_pkt_t *packet)
     if (packets().erase(packet) == 0) {
         return BCM_E_PARAM;
     }
-    delete[] packet->alloc_ptr;
     delete packet;
     return BCM_E_NONE;
 }
 
-bool has_blocks(const bcm_pkt_t &packet)
+PacketBlocks::PacketBlocks(const bcm_pkt_blk_t *blocks, int count)
 {
-    return packet.pkt_data != nullptr && packet.blk_count != 0
-           && std::all_of(packet.pkt_data, packet.pkt_data + packet.blk_count,
-                          [](const bcm_pkt_blk_t &block) {
-                              return block.len >= 0 && (block.data != nullptr || block.len == 0);
-                          });
-}
-
-std::size_t block_bytes(const bcm_pkt_t &packet)
-{
-    std::size_t bytes = 0;
-    for (int i = 0; i < packet.blk_count; ++i) {
-        bytes += static_cast<std::size_t>(packet.pkt_data[i].len);
+    if (count < 1 || static_cast<std::size_t>(count) > blocks_.size()
+        || !read_callers(blocks, blocks_.data(), static_cast<std::size_t>(count) * sizeof *blocks)) {
+        return;
     }
-    return bytes;
+    const auto *last = blocks_.data() + count;
+    if (std::all_of<const bcm_pkt_blk_t *>(blocks_.data(), last, [](const bcm_pkt_blk_t &block) {
+            return block.len >= 0 && (block.data != nullptr || block.len == 0);
+        })) {
+        count_ = static_cast<std::size_t>(count);
+        for (const bcm_pkt_blk_t &block : *this) {
+            bytes_ += static_cast<std::size_t>(block.len);
+        }
+    }
 }
 
 bool gather(const bcm_pkt_t &packet, std::vector<std::uint8_t> *bytes)
 {
-    bytes->clear();
-    for (int i = 0; i < packet.blk_count; ++i) {
-        const bcm_pkt_blk_t &block = packet.pkt_data[i];
-        bytes->insert(bytes->end(), block.data, block.data + block.len);
-    }
-    if (packet.pkt_len > bytes->size()) {
+    const PacketBlocks blocks(packet);
+    const std::size_t size = packet.pkt_len != 0 ? packet.pkt_len : blocks.bytes();
+    if (!blocks.are_there() || size > blocks.bytes() || size > packet_longest) {
         return false;
     }
-    if (packet.pkt_len != 0) {
-        bytes->resize(packet.pkt_len);
+    bytes->resize(size);
+    std::size_t done = 0;
+    for (const bcm_pkt_blk_t &block : blocks) {
+        const std::size_t part = std::min(static_cast<std::size_t>(block.len), size - done);
+        if (!read_callers(block.data, bytes->data() + done, part)) {
+            return false;
+        }
+        done += part;
     }
     return true;
 }
@@ -152,7 +164,8 @@ int sim_bcm_pkt_blk_alloc(int unit, int count, int size, uint32 flags, bcm_pkt_t
             std::for_each(array.get(), array.get() + made, free_packet);
             return BCM_E_MEMORY;
         }
-        *packet_array = array.release();
+        *packet_array = array.get();
+        arrays()[*packet_array] = {std::move(array), count};
         return BCM_E_NONE;
     });
 }
@@ -161,11 +174,13 @@ int sim_bcm_pkt_blk_free(int unit, bcm_pkt_t **pkt, int count)
 {
     return begin(unit, given(pkt)).then([&]() -> int {
         const auto is_ours = [](bcm_pkt_t *one) { return packets().count(one) != 0; };
-        if (count < 1 || !std::all_of(pkt, pkt + count, is_ours)) {
+        const auto array = arrays().find(pkt);
+        if (array == arrays().end() || array->second.count != count
+            || !std::all_of(pkt, pkt + count, is_ours)) {
             return BCM_E_PARAM;
         }
         std::for_each(pkt, pkt + count, free_packet);
-        delete[] pkt;
+        arrays().erase(array);
         return BCM_E_NONE;
     });
 }
@@ -174,23 +189,25 @@ int sim_bcm_pkt_clear(int unit, bcm_pkt_t *pkt, bcm_pkt_blk_t *blks, int blk_cou
                       bcm_pkt_t **pkt_buf)
 {
     return begin(unit, given(blks, pkt_buf)).then([&]() -> int {
+        const PacketBlocks blocks(blks, blk_count);
+        if (!blocks.are_there() || blocks.bytes() > packet_longest) {
+            return BCM_E_PARAM;
+        }
         bcm_pkt_t cleared = {};
         cleared.pkt_data = blks;
         cleared.blk_count = static_cast<uint8>(blk_count);
-        if (blk_count < 1 || blk_count > 0xff || !has_blocks(cleared) || block_bytes(cleared) > bytes_max) {
-            return BCM_E_PARAM;
-        }
-        put_lengths(&cleared, static_cast<int>(block_bytes(cleared)));
+        put_lengths(&cleared, static_cast<int>(blocks.bytes()));
         cleared.unit = static_cast<uint8>(unit);
         cleared.flags = flags;
         if (pkt == nullptr) {
             auto made = std::make_unique<bcm_pkt_t>(cleared);
-            packets().insert(made.get());
+            packets().emplace(made.get(), nullptr);
             *pkt_buf = made.release();
             return BCM_E_NONE;
         }
         // The buffer of one that is to be freed stays its own, since nobody else knows it.
-        cleared.alloc_ptr = packets().count(pkt) != 0 ? pkt->alloc_ptr : nullptr;
+        const auto own = packets().find(pkt);
+        cleared.alloc_ptr = own != packets().end() ? own->second.get() : nullptr;
         *pkt = cleared;
         *pkt_buf = pkt;
         return BCM_E_NONE;
@@ -206,11 +223,11 @@ int sim_bcm_pkt_flags_len_setup(int unit, bcm_pkt_t *pkt, int alloc_bytes, int p
 {
     return begin(unit, given(pkt)).then([&]() -> int {
         if (alloc_bytes < 0 || alloc_bytes > bytes_max || payload_len < 0 || payload_len > alloc_bytes
-            || pkt->pkt_data == nullptr || pkt->blk_count != 1) {
+            || pkt->blk_count != 1 || pkt->pkt_data == nullptr
+            || !write_callers(&pkt->pkt_data->len, &alloc_bytes, sizeof alloc_bytes)) {
             return BCM_E_PARAM;
         }
         pkt->flags = flags;
-        pkt->pkt_data->len = alloc_bytes;
         pkt->pkt_len = static_cast<uint16>(payload_len);
         pkt->tot_len = static_cast<uint16>(alloc_bytes);
         return BCM_E_NONE;
@@ -219,15 +236,18 @@ int sim_bcm_pkt_flags_len_setup(int unit, bcm_pkt_t *pkt, int alloc_bytes, int p
 
 int sim_bcm_pkt_memcpy(bcm_pkt_t *pkt, int dest_byte, uint8 *src, int len)
 {
-    if (pkt == nullptr || src == nullptr || dest_byte < 0 || len < 0 || !has_blocks(*pkt)
-        || static_cast<std::size_t>(dest_byte) + static_cast<std::size_t>(len) > block_bytes(*pkt)) {
+    if (pkt == nullptr || src == nullptr || dest_byte < 0 || len < 0) {
         return BCM_E_PARAM;
     }
-    for (int i = 0; len > 0; ++i) {
-        const bcm_pkt_blk_t &block = pkt->pkt_data[i];
+    const PacketBlocks blocks(*pkt);
+    if (!blocks.are_there()
+        || static_cast<std::size_t>(dest_byte) + static_cast<std::size_t>(len) > blocks.bytes()) {
+        return BCM_E_PARAM;
+    }
+    for (const bcm_pkt_blk_t &block : blocks) {
         const int copied = std::max(std::min(block.len - dest_byte, len), 0);
-        if (copied > 0) {
-            std::memcpy(block.data + dest_byte, src, static_cast<std::size_t>(copied));
+        if (copied > 0 && !write_callers(block.data + dest_byte, src, static_cast<std::size_t>(copied))) {
+            return BCM_E_PARAM;
         }
         src += copied;
         len -= copied;
@@ -238,15 +258,14 @@ int sim_bcm_pkt_memcpy(bcm_pkt_t *pkt, int dest_byte, uint8 *src, int len)
 
 int sim_bcm_pkt_byte_index(bcm_pkt_t *pkt, int n, int *len, int *blk_idx, uint8 **location)
 {
-    if (pkt == nullptr || len == nullptr || blk_idx == nullptr || location == nullptr || n < 0
-        || !has_blocks(*pkt)) {
+    if (pkt == nullptr || len == nullptr || blk_idx == nullptr || location == nullptr || n < 0) {
         return BCM_E_PARAM;
     }
-    for (int i = 0; i < pkt->blk_count; ++i) {
-        const bcm_pkt_blk_t &block = pkt->pkt_data[i];
+    const PacketBlocks blocks(*pkt);
+    for (const bcm_pkt_blk_t &block : blocks) {
         if (n < block.len) {
             *len = block.len - n;
-            *blk_idx = i;
+            *blk_idx = static_cast<int>(&block - blocks.begin());
             *location = block.data + n;
             return BCM_E_NONE;
         }
@@ -276,8 +295,8 @@ int sim_bcm_rx_remote_pkt_enqueue(int unit, bcm_pkt_t *pkt)
 {
     return begin(unit, given(pkt)).then([&](Switch &sw) -> int {
         std::vector<std::uint8_t> bytes;
-        if (!has_blocks(*pkt) || !gather(*pkt, &bytes) || bytes.size() < frame_header_bytes
-            || bytes.size() > frame_longest || pkt->src_port < 0 || pkt->src_port > port_max) {
+        if (!gather(*pkt, &bytes) || bytes.size() < frame_header_bytes || bytes.size() > frame_longest
+            || pkt->src_port < 0 || pkt->src_port > port_max) {
             return BCM_E_PARAM;
         }
         if (!cpu_of(sw).receives) {

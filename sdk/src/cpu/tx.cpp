@@ -3,6 +3,7 @@
 /// Nothing happens between calls: a packet has left when the call returns, and who asked to be told has been told by
 /// then.
 #include "begin.h"
+#include "callers_memory.h"
 #include "cpu.h"
 #include "crc32.h"
 #include "l2.h"
@@ -20,6 +21,13 @@ using namespace sim;
 namespace {
 
 bcm_tx_cpu_tunnel_f cpu_tunnel = nullptr;
+
+/// Whether there is a record. What it says is not looked at.
+bool is_packet(const bcm_pkt_t *packet)
+{
+    bcm_pkt_t copy;
+    return read_callers(packet, &copy, sizeof copy);
+}
 
 /// A packet that can be sent.
 struct Outgoing {
@@ -76,8 +84,7 @@ void put_tag(const bcm_pkt_t &packet, unsigned char *to)
 /// Makes it the frame that leaves a port with tag, or arrives.
 int frame_of(bcm_pkt_t *packet, std::vector<unsigned char> *frame)
 {
-    if (packet == nullptr || !has_blocks(*packet) || !gather(*packet, frame)
-        || frame->size() < frame_header_bytes) {
+    if (!gather(*packet, frame) || frame->size() < frame_header_bytes) {
         return BCM_E_PARAM;
     }
     const bool goes_to_ports = !(packet->flags & BCM_TX_ETHER);
@@ -128,7 +135,8 @@ int send_all(int unit, const std::vector<bcm_pkt_t *> &packets, bcm_pkt_cb_f all
         std::vector<Outgoing> all(packets.size());
         for (std::size_t i = 0; i < packets.size(); ++i) {
             all[i].packet = packets[i];
-            const int rc = frame_of(packets[i], &all[i].frame);
+            const int rc =
+                is_packet(packets[i]) ? frame_of(packets[i], &all[i].frame) : static_cast<int>(BCM_E_PARAM);
             if (rc != BCM_E_NONE) {
                 ++cpu_of(sw).sent.refused;
                 return rc;
@@ -172,8 +180,14 @@ int sim_bcm_tx(int unit, bcm_pkt_t *tx_pkt, void *cookie)
 int sim_bcm_tx_array(int unit, bcm_pkt_t **pkt, int count, bcm_pkt_cb_f all_done_cb, void *cookie)
 {
     return begin(unit, given(pkt)).then([&]() -> int {
-        return count < 1 ? static_cast<int>(BCM_E_PARAM)
-                         : send_all(unit, std::vector<bcm_pkt_t *>(pkt, pkt + count), all_done_cb, cookie);
+        constexpr int packets_max = 65536;
+        if (count < 1 || count > packets_max) {
+            return BCM_E_PARAM;
+        }
+        std::vector<bcm_pkt_t *> packets(static_cast<std::size_t>(count));
+        return read_callers(pkt, packets.data(), packets.size() * sizeof *pkt)
+                   ? send_all(unit, packets, all_done_cb, cookie)
+                   : static_cast<int>(BCM_E_PARAM);
     });
 }
 
@@ -182,8 +196,8 @@ int sim_bcm_tx_list(int unit, bcm_pkt_t *pkt, bcm_pkt_cb_f all_done_cb, void *co
     return begin(unit, given(pkt)).then([&]() -> int {
         std::vector<bcm_pkt_t *> packets;
         for (bcm_pkt_t *one = pkt; one != nullptr; one = one->next) {
-            // A list that leads back into itself.
-            if (std::find(packets.begin(), packets.end(), one) != packets.end()) {
+            // A list that leads back into itself, or nowhere.
+            if (!is_packet(one) || std::find(packets.begin(), packets.end(), one) != packets.end()) {
                 return BCM_E_PARAM;
             }
             packets.push_back(one);
