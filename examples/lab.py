@@ -9,7 +9,7 @@
                                   +------------+
 
 Hosts reach each other within a VLAN, and between VLANs when the switch routes: first has the address 10.0.10.1 for that,
-fourth 10.0.20.4. The exit code is 0 if all went as it should, 1 if not.
+fourth 10.0.20.4. An access list then refuses some of it. The exit code is 0 if all went as it should, 1 if not.
 """
 from __future__ import print_function
 
@@ -24,7 +24,7 @@ import tempfile
 import time
 
 import QuorelApiNew as q
-from quorel import OUT, checked, sim, traverse
+from quorel import ACL, OUT, checked, sim, traverse
 from quorel.sim import lab
 
 UNIT = 0
@@ -73,6 +73,45 @@ def use_router(host, address, network):
     host.ip('address', 'add', address + '/24', 'dev', 'eth0')
     host.ip('neighbour', 'add', gateway, 'lladdr', ROUTER, 'dev', 'eth0', 'nud', 'permanent')
     host.ip('route', 'add', network, 'via', gateway, 'src', address)
+
+
+def answers(client, address, port, tries=1):
+    """Whether somebody takes a TCP connection there, at one of several tries."""
+    program = 'import socket, sys; socket.create_connection((sys.argv[1], int(sys.argv[2])), 0.8)'
+    for _ in range(tries):
+        if client.run(sys.executable, '-c', program, address, '%d' % port)[0] == 0:
+            return True
+        time.sleep(0.1)
+    return False
+
+
+def show_access_list(report, first, server):
+    """Pings to second and a port of the server are refused to first, as long as there is the list."""
+    program = 'import socket, sys, time\n' \
+              'sockets = [socket.socket() for _ in sys.argv[1:]]\n' \
+              'for each, port in zip(sockets, sys.argv[1:]):\n' \
+              '    each.bind(("", int(port)))\n' \
+              '    each.listen(1)\n' \
+              'time.sleep(600)'
+    listening = server.start(sys.executable, '-c', program, '80', '8080')
+    acl = ACL(UNIT)
+    try:
+        pings = acl.add(2, dict(SrcIp='10.0.0.1', DstIp='10.0.0.2', IpProtocol=1), ['Drop'], count=True)
+        ports = acl.add(1, dict(DstIp='10.0.0.5', IpProtocol=6, L4DstPort='8000-8999'), ['Drop'], count=True)
+        report.expect('first reaches second', first.pings('10.0.0.2'), False)
+        report.expect('first reaches the server', first.pings('10.0.0.5'))
+        report.expect('port 80 of the server answers first', answers(first, '10.0.0.5', 80, tries=20))
+        report.expect('port 8080 of the server answers first', answers(first, '10.0.0.5', 8080), False)
+        report.expect('the rules have counted what they dropped', all([pings.packets, ports.packets]))
+        print('  ' + str(acl).replace('\n', '\n  '))
+        acl.destroy()
+        report.expect('without the list, first reaches second', first.pings('10.0.0.2'))
+        report.expect('and port 8080 answers', answers(first, '10.0.0.5', 8080))
+    finally:
+        acl.destroy()
+        if listening.poll() is None:
+            listening.kill()
+        listening.wait()
 
 
 def addresses():
@@ -152,6 +191,9 @@ def main():
         report.expect('first reaches fourth', status == 0)
         report.expect('as a router lets packets pass: their TTL is one less', 'ttl=63' in answer)
 
+        report.title('An access list')
+        show_access_list(report, first, server)
+
         report.title('A port is disabled and enabled again')
         checked(q.bcm_port_enable_set, UNIT, 2, 0)
         time.sleep(lab.LINK_SECONDS)
@@ -178,7 +220,6 @@ def main():
         show_addresses()
         report.title('Counters')
         show_counters(switch)
-        report.title('Not shown: access lists, which have no effect on packets here')
     return 1 if report.failed else 0
 
 

@@ -48,11 +48,23 @@ def traverse(function, *arguments):
     return iter(found)
 
 
+def _simulated_clock():
+    """The module that has it; None where the SDK is not the simulated one."""
+    try:
+        import _quorel_sim
+    except ImportError:
+        return None
+    # Who calls back may be another thread.
+    _quorel_sim.wait_without_interpreter_lock()
+    return _quorel_sim
+
+
 class events(object):
     """What a registered callback is told: `with events(q.bcm_linkscan_register, 0) as changes:`.
 
     arguments: those of the function, without the callback and its cookie. The registration lasts as long as the
-    block. Iterating waits for the next event and never ends by itself; get() has a limit. Raises StatusError.
+    block. Iterating waits for the next event and never ends by itself; get() has a limit. Who waits lets the time of a
+    simulated switch pass, as functions of the SDK do that wait. Raises StatusError.
     """
 
     def __init__(self, function, *arguments):
@@ -93,11 +105,25 @@ class events(object):
 
     def get(self, timeout=None):
         """The next event, the tuple of the callback's arguments; None if none comes for `timeout` seconds."""
+        # A wait without a limit could not be interrupted.
+        longest = 10 ** 8 if timeout is None else timeout
+        if not self._queue and not self._wait_by_simulated_clock(longest):
+            with self._filled:
+                if not self._queue:
+                    self._filled.wait(longest)
         with self._filled:
-            if not self._queue:
-                # A wait without a limit could not be interrupted.
-                self._filled.wait(10 ** 8 if timeout is None else timeout)
             return self._queue.popleft() if self._queue else None
+
+    def _wait_by_simulated_clock(self, longest):
+        """Whether there is one, and it can be waited for."""
+        clock = _simulated_clock()
+        if clock is None:
+            return False
+        end = clock.sim_clock_now() + int(longest * 1e9)
+        while not self._queue and clock.sim_clock_now() < end:
+            if clock.sim_clock_wait(end - clock.sim_clock_now()) < 0:
+                return False
+        return True
 
     def waiting(self):
         """Takes and returns the events that there are, a list."""

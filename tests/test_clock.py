@@ -4,6 +4,7 @@ import time
 import unittest
 
 import QuorelApiNew as q
+import quorel
 from clock import advance, next_event, now, RUNS, SECOND, STANDS, STEPS
 from console import run
 from recording import library
@@ -56,6 +57,41 @@ class Clock(SwitchTest):
         self.assertIn('is stepped', run('clock step; sleep 3600000; clock show')[1])
         self.assertEqual(now() - before, 30000000 + 3600 * SECOND)
         self.assertLess(time.time() - begin, 60)
+
+    def test_who_waits_for_events_lets_time_pass(self):
+        self.addCleanup(library.sim_clock_mode_set, STANDS)
+        for mode, period in ((STANDS, 1), (RUNS, 1), (STEPS, 3600)):
+            self.done(library.sim_clock_mode_set(mode))
+            begin = time.time()
+            with quorel.events(q.bcm_l2_addr_register, 0) as told:
+                self.done(q.bcm_l2_age_timer_set(0, period))
+                self.enter(A, port=5)
+                self.assertEqual(told.get(0)[2], q.BCM_L2_CALLBACK_ADD)
+                self.done(advance(2 * period - 0.04))
+                before = now()
+                self.assertIsNone(told.get(0.01))
+                self.assertEqual(told.get(60)[2], q.BCM_L2_CALLBACK_AGE_EVENT)
+                # At the moment when it happens, or as soon as a real wait has seen it.
+                self.assertTrue(40000000 <= now() - before < 10 * SECOND or mode == RUNS, now() - before)
+                self.assertEqual(now() - before == 40000000, mode != RUNS)
+                self.done(q.bcm_l2_age_timer_set(0, 0))
+            self.assertLess(time.time() - begin, 30)
+        self.assertStatus(q.BCM_E_NONE, library.sim_clock_wait(ctypes.c_uint64(0)))
+
+    def test_a_wait_for_events_in_a_callback_ends(self):
+        waited = []
+        with quorel.events(q.bcm_l2_addr_register, 0) as others:
+            def wait(*_):
+                others.waiting()
+                waited.append(others.get(0.01))
+            called = quorel.callback(q.bcm_l2_addr_register, wait)
+            self.enter(A, port=5)
+            quorel.checked(q.bcm_l2_addr_register, 0, called, None)
+            self.done(q.bcm_l2_age_timer_set(0, 1))
+            self.done(advance(3))
+            quorel.checked(q.bcm_l2_addr_unregister, 0, called, None)
+            self.done(q.bcm_l2_age_timer_set(0, 0))
+        self.assertEqual(waited, [None])
 
     def test_ageing(self):
         self.done(q.bcm_l2_age_timer_set(0, 10))

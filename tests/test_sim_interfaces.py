@@ -318,6 +318,9 @@ if 'QUOREL_LAB' not in os.environ:
             self.assertEqual(process.returncode, 0, output)
             for words in ('first reaches second, in VLAN 10', 'NOT AS', 'port 1  received'):
                 self.assertEqual(words in output, words != 'NOT AS', output)
+            # What it has dropped stands in the last columns, packets and bytes.
+            self.assertRegexpMatches(output, r"DstIp=10.0.0.2 IpProtocol=1 SrcIp=10.0.0.1 +Drop +1 +102\n")
+            self.assertRegexpMatches(output, r"DstIp=10.0.0.5 IpProtocol=6 L4DstPort=8000-8999 +Drop +[1-9]")
 
     REFUSAL = lab.refusal()
     for test_name in [name for name in dir(Inside) if name.startswith('test_')]:

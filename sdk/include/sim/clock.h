@@ -54,6 +54,14 @@ sim_clock_mode_t sim_clock_mode_get(void);
 /* Lets a clock that runs reach the present, as sim_clock_advance does. Without effect on one that stands. */
 int sim_clock_catch_up(void);
 
+/*
+ * Waits as functions of the SDK do, as the mode says, but not longer than until something may have happened: for who
+ * waits for some event, and looks in between whether it has come. By the machine's clock that is 10 milliseconds at most,
+ * by one that steps until something is due. Nanoseconds are the longest wait. BCM_E_NONE; BCM_E_BUSY in a callback of
+ * the clock, where time stands still.
+ */
+int sim_clock_wait(uint64 nanoseconds);
+
 /* The time at which something will happen next. BCM_E_NOT_FOUND: nothing is waited for. BCM_E_PARAM: null. */
 int sim_clock_next(uint64 *nanoseconds);
 

@@ -81,6 +81,14 @@ public:
         return rc;
     }
 
+    /// When a wait ends that begins now.
+    Time end_of_wait(Time longest)
+    {
+        const UnitsLock lock;
+        catch_up();
+        return now_ + std::min(longest, std::numeric_limits<Time>::max() - now_);
+    }
+
     /// Waits for a while that does not pass the end. False if that has come, or if it cannot be waited for.
     bool wait_a_bit(Time end)
     {
@@ -152,12 +160,7 @@ Time clock_now()
 bool wait_until(const std::function<bool()> &condition, Time longest)
 {
     Clock &clock = the_clock();
-    Time end;
-    {
-        const UnitsLock lock;
-        clock.catch_up();
-        end = clock.now() + std::min(longest, std::numeric_limits<Time>::max() - clock.now());
-    }
+    const Time end = clock.end_of_wait(longest);
     bool holds = condition();
     while (!holds && clock.wait_a_bit(end)) {
         holds = condition();
@@ -225,6 +228,13 @@ int sim_clock_catch_up(void)
 {
     const sim::UnitsLock lock;
     return sim::the_clock().catch_up();
+}
+
+int sim_clock_wait(uint64 nanoseconds)
+{
+    sim::Clock &clock = sim::the_clock();
+    const sim::Time end = clock.end_of_wait(nanoseconds);
+    return clock.wait_a_bit(end) || clock.now() >= end ? BCM_E_NONE : BCM_E_BUSY;
 }
 
 int sim_clock_next(uint64 *nanoseconds)
