@@ -10,6 +10,7 @@ import unittest
 import QuorelApiNew as q
 import quorel
 import simulator
+from quorel import picture
 
 TUTORIAL = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, 'docs', 'scripting.md')
 
@@ -17,6 +18,7 @@ TUTORIAL = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, '
 def documented():
     """(name, docstring) of all that the package offers, with the methods and properties of its classes."""
     yield 'quorel', quorel.__doc__
+    yield 'quorel.picture', picture.__doc__
     for name in quorel.__all__:
         public = getattr(quorel, name)
         yield 'quorel.' + name, public.__doc__

@@ -14,6 +14,7 @@ import QuorelApiNew
 import _QuorelApiNew
 import _quorel
 import _quorel_sim
+import quorel.picture
 import quorel.sim.lab
 
 LIBRARIES = os.environ['QUOREL_LIBRARIES']

@@ -165,13 +165,19 @@ class Switch(object):
             self.send(port, frame)
         return sim.sim_trace_text()
 
+    def steps(self, port, frame):
+        """The same for programs: [(unit, port, stage, drop, text), ...], stage and drop as sim/trace.h calls them, 'vlan'
+        and 'vlan_filter'; drop is 'none' where it goes on.
+        """
+        with _traced():
+            self.send(port, frame)
+        return sim.trace_steps()
+
     def drops(self, port, frame):
         """A frame arrives at the port: why it, or copies of it, went no further: [(port, reason), ...] with reasons
         such as 'vlan_filter'; sim/trace.h lists them.
         """
-        with _traced():
-            self.send(port, frame)
-        return [(at, drop) for _, at, _, drop, _ in sim.trace_steps() if drop != 'none']
+        return [(at, drop) for _, at, _, drop, _ in self.steps(port, frame) if drop != 'none']
 
     @contextlib.contextmanager
     def captured(self, file, ports=None):
