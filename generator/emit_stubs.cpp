@@ -72,20 +72,49 @@ std::string words_of(const Comment &comment)
     return comment.above + (comment.above.empty() || comment.beside.empty() ? "" : "\n\n") + comment.beside;
 }
 
-std::string scalar_type(Conversion conversion)
+struct Spelling {
+    const char *argument;  // null where it depends on what is pointed to
+    const char *value;
+};
+
+Spelling spelling(Conversion conversion)
 {
     switch (conversion) {
+    case Conversion::Int32:
+    case Conversion::UInt32:
+    case Conversion::Int8:
+    case Conversion::UInt8:
+    case Conversion::UInt16:
+    case Conversion::UInt64:
+    case Conversion::Int16:
+    case Conversion::Int64:
+        return {"int", "int"};
     case Conversion::Bool:
-        return "bool";
+        return {"bool", "bool"};
     case Conversion::Float:
     case Conversion::Double:
-        return "float";
+        return {"float", "float"};
     case Conversion::Char:
     case Conversion::String:
-        return "str";
-    default:
-        return "int";
+        return {"str", "str"};
+    case Conversion::NullableString:
+        return {"Optional[str]", "str"};
+    case Conversion::AnyPointer:
+        return {"Union[Proxy, Pointer, None]", "Any"};
+    case Conversion::Callable:
+        return {"Optional[Callable[..., Any]]", "Any"};
+    case Conversion::Pointer:
+    case Conversion::Value:
+    case Conversion::Callback:
+        return {nullptr, "Any"};
+    case Conversion::Nothing:
+        return {"Any", "None"};
+    case Conversion::Bytes:
+    case Conversion::Mapped:
+    case Conversion::Object:
+        break;
     }
+    return {"Any", "Any"};
 }
 
 class StubWriter {
@@ -171,23 +200,8 @@ private:
         if (crossing.typemap) {
             return mapped_type(crossing, true);
         }
-        if (is_scalar(crossing.conversion)) {
-            return scalar_type(crossing.conversion);
-        }
-        switch (crossing.conversion) {
-        case Conversion::NullableString:
-            return "Optional[str]";
-        case Conversion::Value:
-        case Conversion::Pointer:
-        case Conversion::Callback:
-            return pointer_type(crossing);
-        case Conversion::AnyPointer:
-            return "Union[Proxy, Pointer, None]";
-        case Conversion::Callable:
-            return "Optional[Callable[..., Any]]";
-        default:
-            return "Any";
-        }
+        const char *argument = spelling(crossing.conversion).argument;
+        return argument ? argument : pointer_type(crossing);
     }
 
     static std::string mapped_type(const Crossing &crossing, bool is_argument)
@@ -217,28 +231,21 @@ private:
         if (result.typemap || function.callee != function.name) {
             return "Any";
         }
-        switch (result.conversion) {
-        case Conversion::Nothing:
-            return "None";
-        case Conversion::NullableString:
-            return "str";
-        case Conversion::Int32:
-            // With memory to write to, what comes back is a status.
-            return function.of_sdk && fills && result.text == "int" ? "Status" : "int";
-        default:
-            return is_scalar(result.conversion) ? scalar_type(result.conversion) : "Any";
+        // With memory to write to, what comes back is a status.
+        if (result.conversion == Conversion::Int32 && function.of_sdk && fills && result.text == "int") {
+            return "Status";
         }
+        return spelling(result.conversion).value;
     }
 
     std::string member_type(const BoundMember &member)
     {
         switch (member.storage) {
         case Storage::Scalar:
-            return is_scalar(member.crossing.conversion) ? scalar_type(member.crossing.conversion) : "Any";
+        case Storage::Bits:
+            return spelling(member.crossing.conversion).value;
         case Storage::Text:
             return "str";
-        case Storage::Bits:
-            return scalar_type(member.crossing.conversion);
         case Storage::Mapped:
             return mapped_type(member.crossing, false);
         case Storage::Record: {
@@ -334,8 +341,7 @@ private:
     {
         std::string text;
         for (const BoundPointerClass &bound : family.pointer_classes) {
-            const bool is_number = is_scalar(bound.element.conversion);
-            const std::string element = is_number ? scalar_type(bound.element.conversion) : "Any";
+            const std::string element = spelling(bound.element.conversion).value;
             text += fmt::format(
                 "class {0}(Proxy):\n    def __init__(self) -> None: ...\n"
                 "    def assign(self, value: {1}, /) -> None: ...\n    def value(self) -> {1}: ...\n"

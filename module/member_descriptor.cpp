@@ -86,7 +86,8 @@ bool initialise_member_descriptor_type()
 {
     PyTypeObject &type = MemberDescriptor_Type;
     type.tp_base = &PyProperty_Type;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    // Beside what a former start in the process has made it inherit: its objects are the collector's.
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_getset = attributes;
     type.tp_descr_get = get;
     type.tp_descr_set = set;

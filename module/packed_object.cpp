@@ -71,7 +71,7 @@ bool initialise_packed_object_type()
     type.tp_repr = repr;
     type.tp_str = str;
     type.tp_getattro = PyObject_GenericGetAttr;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_doc = "Swig object carries a C/C++ instance pointer";
     return PyType_Ready(&type) == 0;
 }

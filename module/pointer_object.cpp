@@ -381,7 +381,7 @@ bool initialise_pointer_object_type()
     type.tp_repr = repr;
     type.tp_as_number = &number_methods;
     type.tp_getattro = PyObject_GenericGetAttr;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_doc = "Swig object carries a C/C++ instance pointer";
     type.tp_richcompare = compare_rich;
     type.tp_methods = methods;

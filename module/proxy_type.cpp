@@ -190,7 +190,7 @@ bool initialise_proxy_type()
     PyTypeObject &type = Proxy_Type.type;
     type.tp_getattro = PyObject_GenericGetAttr;
     type.tp_setattro = set_attribute;
-    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE;
     type.tp_doc = "Base of proxy classes: takes no attribute that the class does not have.";
     type.tp_methods = methods;
     type.tp_init = construct;

@@ -77,7 +77,7 @@ Owned new_variable_object()
     type.tp_setattr = set_attribute;
     type.tp_repr = repr;
     type.tp_str = str;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_doc = "Swig var link object";
     if (PyType_Ready(&type) != 0) {
         return Owned();

@@ -40,20 +40,27 @@ def _missing(place, name, names):
 
 
 class _Field(object):
-    """Where in a value a field's bits are, lowest first."""
+    """Where in a value a field's bits are, lowest first; one that is signed has numbers below 0."""
 
-    def __init__(self, name, bits, writable):
+    def __init__(self, name, bits, writable, signed=False):
         self.name, self.bits, self.writable = name, bits, writable
+        self.half = 1 << len(bits) - 1 if signed else 0
         self.low = bits[0]
         self.mask = sum(1 << bit for bit in bits)
         self.contiguous = bits == range(self.low, self.low + len(bits))
 
     def get(self, value):
         if self.contiguous:
-            return int((value & self.mask) >> self.low)
-        return int(sum((value >> bit & 1) << i for i, bit in enumerate(self.bits)))
+            number = (value & self.mask) >> self.low
+        else:
+            number = sum((value >> bit & 1) << i for i, bit in enumerate(self.bits))
+        return int((number ^ self.half) - self.half)
+
+    def fits(self, number):
+        return -self.half <= number < (self.half or 1 << len(self.bits))
 
     def put(self, value, number):
+        number &= (1 << len(self.bits)) - 1
         spread = (number << self.low if self.contiguous
                   else sum((number >> i & 1) << bit for i, bit in enumerate(self.bits)))
         return value & ~self.mask | spread
@@ -169,22 +176,24 @@ class _Register(_Kind):
         q.soc_reg_above_64_field_get(self.unit, self.number, self._wide(value), number, result)
         return _number(result)
 
-    def _writable(self):
+    def _bits_without(self, flag):
+        """The bits of fields of which the SDK does not say SOCF_..."""
         if self.bytes <= 4:
-            return q.soc_reg_datamask(self.unit, self.number, q.SOCF_RO)
+            return q.soc_reg_datamask(self.unit, self.number, flag)
         if self.bytes <= 8:
-            return q.soc_reg64_datamask(self.unit, self.number, q.SOCF_RO)
+            return q.soc_reg64_datamask(self.unit, self.number, flag)
         mask = self._wide(0)
-        q.soc_reg_above_64_datamask(self.unit, self.number, q.SOCF_RO, mask)
+        q.soc_reg_above_64_datamask(self.unit, self.number, flag, mask)
         return _number(mask)
 
     def _find_fields(self):
-        writable, patterns, found = self._writable(), _patterns(self.width), []
+        writable, unsigned = self._bits_without(q.SOCF_RO), self._bits_without(q.SOCF_SIGNED)
+        patterns, found = _patterns(self.width), []
         for name, number in self._field_names.items():
             if q.soc_reg_field_valid(self.unit, self.number, number):
                 length = q.soc_reg_field_length(self.unit, self.number, number)
                 bits = _find_bits([self._get_field(pattern, number) for pattern in patterns], length)
-                found.append(_Field(name, bits, bool(writable >> bits[0] & 1)))
+                found.append(_Field(name, bits, bool(writable >> bits[0] & 1), not unsigned >> bits[0] & 1))
         return found
 
 
@@ -281,7 +290,8 @@ class Place(object):
     Fields are attributes: reading one reads the chip, assigning to one reads and writes it. There is a subscript for
     the port or core, if several have the register (None stands for all cores at once), and one for the index, if
     there are several; for a memory one for the array, if there are several, and one for the index. Values are ints or
-    longs of any width. Iterating gives all places, in order.
+    longs of any width. A field of a register that the SDK says is signed (SOCF_SIGNED) has numbers below 0 as well; of
+    memories it does not say, and their fields are as their bits are. Iterating gives all places, in order.
 
     Raises AttributeError for a field that is not there or is read-only, TypeError where a subscript is missing,
     IndexError for one that is out of range, OverflowError for a value that does not fit, StatusError for what the SDK
@@ -365,9 +375,9 @@ class Place(object):
             field = self._field(name)
             if not field.writable:
                 raise AttributeError('%s of %s is read-only' % (name, self._kind.name))
-            if not 0 <= number < 1 << len(field.bits):
-                raise OverflowError('%s of %s has %d bits; %s does not fit' % (
-                    name, self._kind.name, len(field.bits), number))
+            if not field.fits(number):
+                raise OverflowError('%s of %s has %d bits%s; %s does not fit' % (
+                    name, self._kind.name, len(field.bits), ', one of them the sign' if field.half else '', number))
             value = field.put(value, number)
         return int(value)
 

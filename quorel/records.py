@@ -20,7 +20,7 @@ def _shown(value):
 
 
 def _shown_members(record):
-    return [(name, '%#x' % value if is_pointer else _shown(value)) for name, value, is_pointer in _set_fields(record)]
+    return [(name, text or _shown(value)) for name, value, text in _set_fields(record)]
 
 
 def _text(record):
@@ -28,7 +28,7 @@ def _text(record):
 
 
 def _str(record):
-    """The record's members that are not zero, as its constructor takes them."""
+    """The record's members that are not zero, as its constructor takes them; numbers of an enumeration by name."""
     for base in _QuorelApiNew._Proxy.__subclasses__():
         if isinstance(record, base) and type(record).__repr__ == base.__repr__:
             try:

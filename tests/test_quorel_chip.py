@@ -4,6 +4,7 @@ import unittest
 import QuorelApiNew as q
 import chip as known
 from quorel import Chip, StatusError, callback
+from quorel.chip import _Field
 
 
 def error_of(call, *arguments, **keywords):
@@ -59,8 +60,9 @@ class Registers(known.ChipTest):
             for field in fields:
                 words = known.Words()
                 q.soc_reg_above_64_field_get(0, number, self.array(value), known.FIELDS[field], words.array)
-                self.assertEqual(decoded[field[:-1]], words.value(), (name, field))
-                self.assertEqual(place.lengths()[field[:-1]], q.soc_reg_field_length(0, number, known.FIELDS[field]))
+                length = place.lengths()[field[:-1]]
+                self.assertEqual(decoded[field[:-1]] & (1 << length) - 1, words.value(), (name, field))
+                self.assertEqual(length, q.soc_reg_field_length(0, number, known.FIELDS[field]))
             writable = dict(pair for pair in decoded.items() if place.lengths() and error_of(
                 place.encode, 0, **dict([pair])) is None)
             self.assertEqual(place.encode(0, **writable), value & self.mask(number, q.SOCF_RO), name)
@@ -126,6 +128,29 @@ class Registers(known.ChipTest):
         for name in place.lengths():
             self.assertEqual(error_of(setattr, place, name, 0),
                              (AttributeError, '%s of CMIC_DEVICE_ID is read-only' % name))
+
+    def test_signed_fields(self):
+        chip, signed = Chip(0), {}
+        for name in chip.regs:
+            number = getattr(q, name + 'r')
+            place = list(chip.regs[name])[-1]
+            whole = (1 << 8 * q.soc_reg_bytes(0, number)) - 1
+            unsigned = self.mask(number, q.SOCF_SIGNED)
+            for field, value in place.decode(whole & ~unsigned).items():
+                if value:
+                    signed[name, field] = value
+            self.assertTrue(all(value >= 0 for value in place.decode(unsigned).values()), name)
+        # All of their bits are set.
+        self.assertEqual(signed, {('CCS_TEMPERATURE_MONITOR', 'TEMPERATURE'): -1})
+        temperature = chip.regs.CCS_TEMPERATURE_MONITOR[0]
+        self.assertEqual([temperature.decode(value)['TEMPERATURE'] for value in (0x1ff, 0x200, 0x3f4)],
+                         [511, -512, -12])
+        for bits in range(3, 7), [9, 4, 6, 1]:
+            field = _Field('BALANCE', bits, True, signed=True)
+            self.assertEqual([number for number in range(-20, 20) if field.fits(number)], range(-8, 8))
+            for number in range(-8, 8):
+                self.assertEqual([(field.get(field.put(value, number)), field.put(value, number) & ~field.mask)
+                                  for value in (0, 0xffff)], [(number, 0), (number, 0xffff & ~field.mask)])
 
     def test_what_the_sdk_refuses(self):
         place = Chip(0).regs.NIF_PORT_CTRL[3]

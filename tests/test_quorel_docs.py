@@ -1,6 +1,8 @@
 """The examples in the docstrings of quorel and in the tutorial, run as they stand."""
 import doctest
+import importlib
 import os
+import pkgutil
 import re
 import subprocess
 import sys
@@ -10,21 +12,28 @@ import unittest
 import QuorelApiNew as q
 import quorel
 import simulator
-from quorel import picture
 
 TUTORIAL = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, 'docs', 'scripting.md')
 
 
 def documented():
-    """(name, docstring) of all that the package offers, with the methods and properties of its classes."""
+    """(name, docstring) of all that the package and its modules offer, with the methods and properties of classes."""
     yield 'quorel', quorel.__doc__
-    yield 'quorel.picture', picture.__doc__
-    for name in quorel.__all__:
-        public = getattr(quorel, name)
-        yield 'quorel.' + name, public.__doc__
-        for member, value in vars(public).items() if isinstance(public, type) else ():
+    offered = [('quorel.' + name, getattr(quorel, name)) for name in quorel.__all__]
+    for _, module_name, _ in pkgutil.walk_packages(quorel.__path__, 'quorel.'):
+        module = importlib.import_module(module_name)
+        yield module_name, module.__doc__
+        offered += [('%s.%s' % (module_name, name), public) for name, public in sorted(vars(module).items())
+                    if not name.startswith('_') and getattr(public, '__module__', None) == module_name]
+    seen = set()
+    for name, public in offered:
+        if id(public) in seen:
+            continue
+        seen.add(id(public))
+        yield name, public.__doc__
+        for member in vars(public) if isinstance(public, type) else ():
             if not member.startswith('_') and member != 'next':
-                yield 'quorel.%s.%s' % (name, member), value.__doc__
+                yield '%s.%s' % (name, member), getattr(public, member).__doc__
 
 
 class Examples(simulator.SwitchTest):

@@ -12,7 +12,8 @@ import binding
 import quorel
 import recording
 import simulator
-from quorel import Array, as_dict, array, callback, cell, checked, copy, differences, fields, members, update
+from quorel import (Array, as_dict, array, callback, cell, checked, constants, copy, differences, fields, members, name_of,
+                    update)
 from test_sweep_members import layout
 
 UNSET = {'mac_address': '00:00:00:00:00:00', 'port_list': [], 'string': None, 'pointer': None, 'any_pointer': None,
@@ -112,6 +113,23 @@ class EveryRecord(unittest.TestCase):
             text = str(record)
             if '0x' not in text:
                 self.assertEqual(as_dict(eval(text, vars(q))), values, text)
+
+
+    def test_numbers_of_enumerations_are_shown_by_name(self):
+        found = 0
+        for name in self.members:
+            make = getattr(q, name)
+            for member, spelled in members(make):
+                try:
+                    numbers = set(number for _, number in constants(spelled) if number)
+                except ValueError:
+                    continue
+                found += 1
+                shown = [(number, name_of(spelled, number)) for number in numbers] + [(0x7ffffff1, '2147483633')]
+                for number, text in shown:
+                    record = update(make(), {member: number})
+                    self.assertEqual((str(record), as_dict(record)[member]), ('%s(%s=%s)' % (name, member, text), number))
+        self.assertGreater(found, 150)
 
 
 class Values(unittest.TestCase):

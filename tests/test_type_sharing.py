@@ -98,6 +98,28 @@ print second.bcm_port_enable_get(0, 1, first.intp()), str(second.cvar) == str(fi
         output = subprocess.check_output([sys.executable, '-c', script], stderr=subprocess.STDOUT)
         self.assertEqual(output.splitlines(), ['12 0', '0 True'])
 
+    def test_what_a_second_start_makes_can_be_freed(self):
+        # As after an import that failed, and when the interpreter has ended and begun again.
+        script = '''
+import ctypes, gc, sys
+starts = []
+for _ in range(3):
+    for start in starts:
+        start()
+    import _QuorelApiNew, _quorel, quorel, QuorelApiNew as q
+    entry, memory = q.bcm_l2_addr_t(vid=12), quorel.array('int', [1, 2])
+    visit = quorel.callback(q.bcm_l2_traverse, lambda *arguments: 0)
+    print entry.vid, list(memory), q.bcm_l2_traverse(0, visit, None)
+    starts = starts or [ctypes.PyDLL(_QuorelApiNew.__file__).init_QuorelApiNew,
+                        ctypes.PyDLL(_quorel.__file__).init_quorel]
+    del _QuorelApiNew, _quorel, quorel, q, entry, memory, visit
+    for name in [name for name in sys.modules if 'uorel' in name]:
+        del sys.modules[name]
+    gc.collect()
+'''
+        output = subprocess.check_output([sys.executable, '-c', script], stderr=subprocess.STDOUT)
+        self.assertEqual(output.splitlines(), ['12 [1, 2] 0'] * 3)
+
 
 if __name__ == '__main__':
     unittest.main()

@@ -425,7 +425,7 @@ bool initialise_array_type()
     type.tp_weaklistoffset = offsetof(Array, references);
     type.tp_getattro = PyObject_GenericGetAttr;
     type.tp_setattro = set_attribute;
-    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_NEWBUFFER;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_NEWBUFFER;
     type.tp_doc =
         "Typed memory that Python owns: see quorel.array and quorel.cell.\n\n"
         "Indexed and bounds-checked; a slice without a step is the same memory. Any function takes it where\n"

@@ -334,7 +334,7 @@ bool initialise_callback_type()
     type.tp_weaklistoffset = offsetof(Callback, references);
     type.tp_getattro = PyObject_GenericGetAttr;
     type.tp_setattro = set_attribute;
-    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC;
     type.tp_doc = "A Python function as a C function pointer: see quorel.callback.";
     return PyType_Ready(&type) == 0;
 }

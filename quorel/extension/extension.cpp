@@ -151,7 +151,7 @@ PyMethodDef functions[] = {
     {"_chip_names", list_chip_names, METH_NOARGS,
      "The chip's registers, memories and fields: a dict for each sort, from name to number."},
     {"_set_fields", list_set_fields, METH_O,
-     "For str(): (name, value, whether it is a pointer) of the members that are not zero."},
+     "For str(): (name, value, the text that stands for it or None) of the members that are not zero."},
     {"parameters", describe_parameters, METH_O, parameters_doc},
     {"_close_callbacks", close_callbacks, METH_NOARGS, "Ends all callbacks; for the end of the interpreter."},
     {nullptr, nullptr, 0, nullptr},

@@ -51,7 +51,7 @@ bool leave_out_dropped(Loan *loan)
 bool initialise_loan_type()
 {
     Loan_Type.tp_dealloc = deallocate;
-    Loan_Type.tp_flags = Py_TPFLAGS_DEFAULT;
+    Loan_Type.tp_flags |= Py_TPFLAGS_DEFAULT;
     Loan_Type.tp_doc = "What a callback was given.";
     return PyType_Ready(&Loan_Type) == 0;
 }

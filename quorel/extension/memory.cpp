@@ -23,7 +23,7 @@ bool initialise_memory_type()
 {
     PyTypeObject &type = Memory_Type;
     type.tp_dealloc = deallocate;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_doc = "Memory that lives as long as what points into it.";
     return PyType_Ready(&type) == 0;
 }

@@ -117,7 +117,7 @@ bool initialise_out_type()
     type.tp_dealloc = deallocate;
     type.tp_repr = represent;
     type.tp_as_mapping = &mapping_methods;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_flags |= Py_TPFLAGS_DEFAULT;
     type.tp_doc =
         "Stands for an output of quorel.checked(): OUT for one value, OUT[n] for an array or text of up to "
         "n.";

@@ -4,6 +4,7 @@
 #include "bits.h"
 #include "loan.h"
 #include "module/convert.h"
+#include "names.h"
 #include "replacements.h"
 
 #include <algorithm>
@@ -282,7 +283,27 @@ NewReference list_used(const CType &type, char *address, PyObject *keeper)
     return list && (used == count || PyList_Append(list.get(), Py_Ellipsis) == 0) ? list.release() : nullptr;
 }
 
-// Rows of two; or, of members that are not zero, of three, with pointers as addresses and whether it is one.
+// What stands for a value in a text, where that is not the value: a pointer's address, or the name that the type's
+// enumeration has for the number. None for other values.
+NewReference text_of(const CType &type, const char *address)
+{
+    if (points_elsewhere(type)) {
+        void *pointer;
+        std::memcpy(&pointer, address, sizeof pointer);
+        return PyString_FromFormat("%p", pointer);
+    }
+    const char *name = nullptr;
+    if (type.kind == Kind::int32 || type.kind == Kind::uint32 || type.kind == Kind::opaque) {
+        int32_t number;
+        if (type.size == sizeof number) {
+            std::memcpy(&number, address, sizeof number);
+            name = enumerator_of(name_of(type), number);
+        }
+    }
+    return name ? PyString_FromString(name) : new_none();
+}
+
+// Rows of two; or, of members that are not zero, of three, with the text that stands for the value.
 NewReference fields_of(PyObject *object, bool all)
 {
     Given record = given_record(object, "fields");
@@ -300,10 +321,10 @@ NewReference fields_of(PyObject *object, bool all)
         Owned value = Owned::steal(as_it_is   ? read_value(type, address, record.holder.get())
                                    : is_array ? list_used(type, address, record.holder.get())
                                               : plain_value(type, address));
-        Py_ssize_t size = all ? 2 : 3;
+        Owned text = Owned::steal(all ? new_none() : text_of(type, address));
         Owned row = Owned::steal(
-            value ? PyTuple_Pack(size, record.kind->names[i], value.get(), is_pointer ? Py_True : Py_False)
-                  : nullptr);
+            value && text ? PyTuple_Pack(all ? 2 : 3, record.kind->names[i], value.get(), text.get())
+                          : nullptr);
         if (!row || PyList_Append(list.get(), row.get()) != 0) {
             return nullptr;
         }

@@ -19,15 +19,17 @@ HOP_BY_HOP, ROUTING, FRAGMENT, DESTINATION = 0, 43, 44, 60
 
 
 def mac_text(octets):
+    """Six octets, a str or any buffer, as a MAC address."""
     return ':'.join('%02x' % octet for octet in bytearray(octets))
 
 
 def ip4_text(octets):
+    """Four octets as an IPv4 address."""
     return '.'.join('%d' % octet for octet in bytearray(octets))
 
 
 def ip6_text(octets):
-    """The longest run of two or more zero words, the first of equal ones, is "::"."""
+    """Sixteen octets as an IPv6 address: the longest run of two or more zero words, the first of equal ones, is "::"."""
     words = struct.unpack('>8H', octets)
     best = (0, 8)
     for start in range(8):

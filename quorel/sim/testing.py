@@ -63,6 +63,7 @@ class TestCase(unittest.TestCase):
     unit = 0
 
     def setUp(self):
+        """Makes the switch fresh and stops its clock; a class with a setUp of its own calls this one first."""
         self.switch = Switch(self.unit)
         self.switch.fresh()
         step_clock()

@@ -11,6 +11,7 @@ constexpr soc_regtype_t host = soc_cpureg;
 constexpr soc_regtype_t generic = soc_genreg;
 constexpr soc_regtype_t per_port = soc_portreg;
 constexpr uint32 read_only = SOCF_RO;
+constexpr uint32 is_signed = SOCF_SIGNED;
 
 // Identifier, name, block, type, first word in the block, elements, bits, value after reset, fields.
 // clang-format off
@@ -60,7 +61,7 @@ constexpr Register table[] = {
     {CCS_PLL_STATUSr, "CCS_PLL_STATUS", SOC_BLK_CCS, generic, 0x15, 4, 32, 0x1,
      {{{LOCKEDf, 0, 1, read_only}, {LOCK_LOSTf, 1, 1, read_only}}}},
     {CCS_TEMPERATURE_MONITORr, "CCS_TEMPERATURE_MONITOR", SOC_BLK_CCS, generic, 0x19, 8, 32, 0x5f4,
-     {{{TEMPERATUREf, 0, 10, read_only}, {VALIDf, 10, 1, read_only}}}},
+     {{{TEMPERATUREf, 0, 10, read_only | is_signed}, {VALIDf, 10, 1, read_only}}}},
     {CCS_MAILBOXr, "CCS_MAILBOX", SOC_BLK_CCS, generic, 0x28, 2, 256, 0,
      {{{OPCODEf, 0, 8}, {SENDERf, 8, 8}, {LENGTHf, 16, 16}, {PAYLOADf, 32, 224}}}},
     // Egress queues
