@@ -45,6 +45,7 @@ class Picture(object):
 
     @property
     def coloured(self):
+        """The text (str) with the colours of a terminal."""
         return '\n'.join(self._coloured)
 
     def save(self, file):

@@ -149,6 +149,7 @@ class Reference(object):
 
 
 def unescaped(text):
+    """A text of the tables (str) with its line ends and backslashes, which stand there as \\n and \\\\."""
     return re.sub(r'\\(.)', lambda match: '\n' if match.group(1) == 'n' else match.group(1), text)
 
 
@@ -172,6 +173,10 @@ def answers():
 
 
 def read_answers(path):
+    """How the simulated switch answers: a dict of a function's name to the rest of its row, of a file written by the build.
+
+    Empty where there is no such file, as with a real SDK. Raises IOError where it cannot be read.
+    """
     if not os.path.exists(path):
         return {}
     with open(path) as file:
