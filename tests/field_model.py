@@ -6,13 +6,26 @@ names one; or a set of ports. What a packet lacks is not among its facts.
 """
 ARP, RARP, IP4, IP6 = 0x0806, 0x8035, 0x0800, 0x86dd
 ICMP, IGMP, TCP, UDP, GRE, ESP, AH, ICMP6, OSPF, SCTP = 1, 2, 6, 17, 47, 50, 51, 58, 89, 132
+IP4_IN_IP, IP6_IN_IP = 4, 41
 HOP_BY_HOP, ROUTING, FRAGMENT, OPTIONS = 0, 43, 44, 60
+MPLS, MPLS_MULTICAST, TRILL, MIM, TEB = 0x8847, 0x8848, 0x22f3, 0x88e7, 0x6558
+VXLAN = 4789
+OTHER_UDP_TUNNELS = {6081: 'Geneve', 2152: 'Gtp', 5246: 'Capwap', 5247: 'Capwap'}
 VLAN = 0x8100
 
 KINDS_OF_PROTOCOL = {TCP: ['Tcp', 'TcpUdp'], UDP: ['Udp', 'TcpUdp'], IGMP: ['Igmp'], ICMP: ['Icmp'],
                      ICMP6: ['Ip6Icmp'], SCTP: ['Sctp'], GRE: ['Gre'], ESP: ['Esp'], AH: ['Ah'], OSPF: ['Ospf']}
 KINDS_OF_ARP = {1: 'Request', 2: 'Reply', 3: 'ReverseRequest', 4: 'ReverseReply', 8: 'InverseRequest',
                 9: 'InverseReply'}
+# What a packet that another carries can have.
+CARRIED = ('IpType SrcIp DstIp SrcIp6 DstIp6 SrcIp6High DstIp6High IpProtocol Ip6NextHeader Tos DSCP Ttl Ip6HopLimit '
+           'Ip6FlowLabel IpFrag L4SrcPort L4DstPort').split()
+PACKET_RESULTS = dict(UcastKnown=6, UcastUnknown=7, McastKnown=8, McastUnknown=9, Broadcast=10)
+# Classes that entries give packets, by the action's name.
+CLASSES = dict(ClassSourceSet='SrcClassField', ClassDestSet='DstClassField', ClassFieldNew='ClassId',
+               IngressClassNew='IngressClassField', EgressClassNew='EgressClass', L2SrcClassNew='SrcClassL2',
+               L2DestClassNew='DstClassL2', L3SrcClassNew='SrcClassL3', L3DestClassNew='DstClassL3',
+               PortClassNew='InterfaceClassPort', UdfClassNew='UdfClass')
 IP_TYPES = {0x8847: 'MplsUnicast', 0x8848: 'MplsMulticast', 0x22f3: 'Trill', 0x88e7: 'Mim', 0x8906: 'FibreChan'}
 FORMATS = {0x88e7: 'Mim', 0x8863: 'PPPoE', 0x8864: 'PPPoE', 0x22e9: 'CnTag', 0x8906: 'FibreChan'}
 
@@ -62,25 +75,136 @@ def facts_of(frame, tags=Tags()):
         kind, payload = _logical_link(kind, payload, facts)
     else:
         facts['L2Format'].add('EthII')
+    facts.update(TunnelType=set(), IcmpError=0)
     if kind is not None:
-        facts['EtherType'] = kind
-        facts['IpType'].update([IP_TYPES[kind]] if kind in IP_TYPES else [])
-        facts['L2Format'].update([FORMATS[kind]] if kind in FORMATS else [])
-        reader = {IP4: _ip4, IP6: _ip6, ARP: _arp, RARP: _arp}.get(kind)
-        if reader is not None:
-            reader(payload, facts)
+        _payload(kind, payload, facts)
+        _tunnel(kind, payload, facts)
+    facts['TunnelType'].update(['Any'] if facts['TunnelType'] else ['Any', 'None'])
     if 'Ip' not in facts['IpType']:
         facts['IpType'].add('NonIp')
     return facts
+
+
+def _payload(kind, payload, facts):
+    facts['EtherType'] = kind
+    facts['IpType'].update([IP_TYPES[kind]] if kind in IP_TYPES else [])
+    facts['L2Format'].update([FORMATS[kind]] if kind in FORMATS else [])
+    reader = {IP4: _ip4, IP6: _ip6, ARP: _arp, RARP: _arp}.get(kind)
+    if reader is not None:
+        reader(payload, facts)
+
+
+def _tunnel(kind, payload, facts):
+    """What headers of tunnels say, and what is in them."""
+    types = facts['TunnelType']
+    if 'in IP' in facts:
+        _in_ip(facts.pop('in IP'), 'SrcIp' in facts, facts)
+    elif kind in (MPLS, MPLS_MULTICAST):
+        types.add('Mpls')
+        _labels(payload, facts)
+    elif kind == TRILL:
+        types.add('Trill')
+    elif kind == MIM and len(payload) >= 4:
+        types.add('Mim')
+        facts['ISid'] = number(payload[1:4])
+        _carried_frame(payload[4:], facts)
+
+
+def _in_ip(found, is_ip4, facts):
+    protocol, data = found
+    types, version = facts['TunnelType'], '4' if is_ip4 else '6'
+    if protocol in (IP4_IN_IP, IP6_IN_IP):
+        kind, inner = (IP4, '4') if protocol == IP4_IN_IP else (IP6, '6')
+        types.update(['Ip', 'Ip%sInIp%s' % (inner, version)])
+        _carried(kind, data, facts)
+    elif protocol == GRE and len(data) >= 4 and not number(data[:2]) & 0x4fff:
+        flags, kind = number(data[:2]), number(data[2:4])
+        key = 8 if flags & 0x8000 else 4
+        end = key + sum(4 for flag in (0x2000, 0x1000) if flags & flag)
+        if len(data) < end:
+            return
+        rest = data[end:]
+        types.add('GreIp' + version)
+        if kind != TEB:
+            _carried(kind, rest, facts)
+            return
+        types.add('L2Gre')
+        facts.update(L2GreProtocolType=kind, L2GreVsid=0, L2GreFlowId=0)
+        if flags & 0x2000:
+            types.add('Nvgre')
+            facts.update(L2GreVsid=number(data[key:key + 3]), L2GreFlowId=data[key + 3])
+        _carried_frame(rest, facts)
+    elif 'is UDP' in facts:
+        port = facts['L4DstPort']
+        if port in OTHER_UDP_TUNNELS:
+            types.add(OTHER_UDP_TUNNELS[port])
+        elif port == VXLAN and len(data) >= 16:
+            types.add('Vxlan')
+            facts.update(VxlanFlags=data[8], VxlanHeaderBits8_31=number(data[9:12]), VxlanNetworkId=number(data[12:15]),
+                         VxlanHeaderBits56_63=data[15])
+            _carried_frame(data[16:], facts)
+
+
+def _labels(data, facts):
+    place, is_last, labels = 0, False, []
+    while not is_last:
+        if len(data) < place + 4:
+            facts.update(_label_facts(labels))
+            return
+        labels.append(number(data[place:place + 4]))
+        is_last = labels[-1] >> 8 & 1
+        place += 4
+    rest = data[place:]
+    facts.update(_label_facts(labels))
+    version = rest[0] >> 4 if len(rest) >= 4 else None
+    if version == 0:
+        facts.update(MplsControlWordValid=1, MplsControlWord=number(rest[:4]))
+    elif version in (4, 6):
+        _carried(IP4 if version == 4 else IP6, rest, facts)
+
+
+def _label_facts(labels):
+    found = {}
+    for place, label in enumerate(labels[:3]):
+        name = 'MplsLabel%d' % (place + 1)
+        found.update({name: label, name + 'Id': label >> 12, name + 'Exp': label >> 9 & 7, name + 'Bos': label >> 8 & 1,
+                      name + 'Ttl': label & 255})
+    if labels:
+        found.update(MplsControlWordValid=0, MplsControlWord=0,
+                     RouterAlertLabelValid=int(any(label >> 12 == 1 for label in labels)),
+                     GenericAssociatedChannelLabelValid=int(any(label >> 12 == 13 for label in labels)))
+    return found
+
+
+def _carried_frame(frame, facts):
+    if len(frame) < 14:
+        return
+    facts.update(InnerDstMac=number(frame[:6]), InnerSrcMac=number(frame[6:12]))
+    kind, rest = number(frame[12:14]), frame[14:]
+    if kind == VLAN and len(rest) >= 4:
+        kind, rest = number(rest[2:4]), rest[4:]
+    facts['InnerEtherType'] = kind
+    if kind >= 0x600:
+        _carried(kind, rest, facts)
+
+
+def _carried(kind, payload, facts):
+    inner = dict(IpType=set(['Any']), L2Format=set())
+    _payload(kind, payload, inner)
+    inner['IpType'].update([] if 'Ip' in inner['IpType'] else ['NonIp'])
+    facts.update(('Inner' + name, inner[name]) for name in CARRIED if name in inner)
 
 
 def _logical_link(length, payload, facts):
     """(type, payload) of a frame that has its length in place of a type; None for no type."""
     payload = payload[:length]
     facts['L2Format'].add('802dot3')
+    if len(payload) >= 3:
+        facts['Llc'] = number(payload[:3])
     if len(payload) >= 8 and payload[:3] == b'\xaa\xaa\x03':
         organisation, kind = number(payload[3:6]), number(payload[6:8])
         facts['L2Format'].add('SnapPrivate' if organisation else 'Snap')
+        facts['Snap'] = number(payload[3:8])
         return (None if organisation or kind < 0x600 else kind), payload[8:]
     if len(payload) >= 3:
         facts['L2Format'].add('Llc')
@@ -126,6 +250,7 @@ def _ip6(packet, facts):
                  DstIp6Low=to & low, SrcIpEqualDstIp=int(source == to), Ip6TrafficClass=facts['Tos'],
                  Ip6FlowLabel=number(packet[:4]) & 0xfffff, Ttl=packet[7], Ip6HopLimit=packet[7])
     _fragment(0, 0, facts)
+    facts['ExtensionHeader2Type'] = 0
     first = kind = packet[6]
     offset, extensions, rest = 0, 0, packet[40:40 + number(packet[4:6])]
     while offset == 0 and len(rest) >= 8 and kind in (HOP_BY_HOP, ROUTING, FRAGMENT, OPTIONS):
@@ -135,6 +260,8 @@ def _ip6(packet, facts):
         if kind == FRAGMENT:
             offset = number(rest[2:4]) >> 3
             _fragment(offset, rest[3] & 1, facts)
+        if extensions == 1:
+            facts['ExtensionHeader2Type'] = kind
         kind, rest, extensions = rest[0], rest[size:], extensions + 1
     facts['IpType'].update(['Ip', 'Ipv6', 'Ipv6Not4', 'Ipv6%sExtHdr' % ('No', 'One', 'Two')[min(extensions, 2)]])
     facts['ExtensionHeaderType'] = first if extensions else 0
@@ -147,6 +274,7 @@ def _ip6(packet, facts):
 
 
 def _layer4(protocol, data, is_ip6, facts):
+    facts['in IP'] = protocol, data
     if protocol in (TCP, UDP, SCTP) and len(data) >= 4:
         source, to = number(data[:2]), number(data[2:4])
         facts.update(L4SrcPort=source, L4DstPort=to, EqualL4Port=int(source == to))
@@ -158,6 +286,7 @@ def _layer4(protocol, data, is_ip6, facts):
         facts['is UDP'] = 1
     if protocol == (ICMP6 if is_ip6 else ICMP) and len(data) >= 4:
         facts['IcmpTypeCode'] = number(data[:2])
+        facts['IcmpError'] = int(data[0] < 128 if is_ip6 else data[0] in (3, 4, 5, 11, 12))
     if protocol == IGMP and not is_ip6 and len(data) >= 8:
         facts['IgmpTypeMaxRespTime'] = number(data[:2])
 
@@ -302,6 +431,12 @@ class Bridge(object):
                      L2SrcStatic=int(source in self.static), L2DestHit=int(to in self.addresses),
                      Drop=int(kind == 'nowhere'), Color=self.color(facts),
                      OutPorts=set(ports) - (origin if kind in ('members', 'group') else set()))
+        octet = facts['DstMac'] >> 40
+        known = 'Known' if to in self.addresses else 'Unknown'
+        found['PacketRes'] = PACKET_RESULTS['Broadcast' if facts['DstMac'] == 0xffffffffffff
+                                            else 'Mcast' + known if octet & 1 else 'Ucast' + known]
+        self.treated(found)
+        self.translated(found, vlan)
         if kind == 'port':
             found.update(OutPort=place, DstPort=self.module << 8 | place, DstGport=set([place]))
         elif kind == 'trunk':
@@ -311,13 +446,33 @@ class Bridge(object):
         self.learnt.add(source)
         return found, sorted(set(ports) - origin)
 
+    def treated(self, facts):
+        """Facts of what was decided so far; classes are those of the actions before."""
+        facts.update(IntPriority=facts.get('OuterVlanPri', 0), L3Routable=0, ForwardingVlanValid=1,
+                     ForwardingType=set(['Any', 'L2']))
+        for name in CLASSES.values():
+            facts.setdefault(name, 0)
+
+    def inner_is_kept(self, tag, came):
+        """Ports that read tags in their own way take one without VLAN for none."""
+        return tag is not None and (tag[1] & 0xfff or came not in self.yellow and came not in self.tags)
+
+    def translated(self, facts, vlan):
+        """The tags that the packet has in the switch."""
+        outer = (facts.get('OuterVlan', 0) & 0xf000) | vlan
+        inner = facts.get('InnerVlan')
+        is_kept = self.inner_is_kept(None if inner is None else (0, inner), facts['InPort'])
+        facts['TranslatedVlanFormat'] = 2 | int(bool(is_kept))
+        for name, content in ('Outer', outer), ('Inner', inner if is_kept else 0):
+            name = 'Translated%sVlan' % name
+            facts.update({name: content, name + 'Id': content & 0xfff, name + 'Pri': content >> 13,
+                          name + 'Cfi': content >> 12 & 1})
+
     def copy(self, facts, frame, vlan, port):
         """The frame as it leaves a port, which has but one kind of tags, and its facts."""
         frame, came = bytes(frame), facts['InPort']
         tag, place = tags_of(bytearray(frame), self.tags_at(came))
-        # Ports that read tags in their own way take one without VLAN for none.
-        is_inner_kept = tag[1] is not None and (tag[1][1] & 0xfff or came not in self.yellow and came not in self.tags)
-        place -= 4 if is_inner_kept else 0
+        place -= 4 if self.inner_is_kept(tag[1], came) else 0
         content = (tag[0][1] & 0xf000 if tag[0] is not None else 0) | vlan
         new = b'' if port in self.untagged[vlan] else bytes(bytearray([0x81, 0, content >> 8, content & 255]))
         frame = (frame[:12] + new + frame[place:]).ljust(60, b'\0')
@@ -326,6 +481,10 @@ class Bridge(object):
                      'SrcGport', 'SrcTrunk', 'SrcTrunkMemberGport'):
             if name in facts:
                 found[name] = facts[name]
+        for name in CLASSES.values():
+            found[name] = facts.get(name, 0)
+        self.treated(found)
+        found['IntPriority'] = facts.get('OuterVlanPri', 0)
         found.update(ForwardingVlanId=vlan, Color=self.color(facts), OutPort=port, DstPort=self.module << 8 | port,
                      OutPorts=set([port]), DstGport=set([port]))
         return frame, found

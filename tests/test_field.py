@@ -1,5 +1,7 @@
 """Groups, entries, ranges and counters of the field processor, and what each of their functions refuses."""
 import ctypes
+import os
+import re
 import unittest
 
 import QuorelApiNew as q
@@ -10,6 +12,7 @@ from simulator import SwitchTest
 
 MISSING, EXISTS, BUSY, PARAM = q.BCM_E_NOT_FOUND, q.BCM_E_EXISTS, q.BCM_E_BUSY, q.BCM_E_PARAM
 INT_MIN = -1 << 31
+DOCS = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), 'docs', 'simulated-switch.md')
 
 
 def qualifiers(*names):
@@ -120,13 +123,42 @@ class Entries(FieldTest):
         self.assertStatus(PARAM, q.bcm_field_qualify_OuterVlanId(0, self.entry, 0x1000, 0xffff))
         self.assertEqual(self.vlan(self.entry), MISSING)
 
-    def test_every_qualifier_gives_back_what_it_was_given(self):
+    def group_with_all_qualifiers(self, *stage):
         qset = q.bcm_field_qset_t()
         for number in range(q.bcmFieldQualifyCount):
             q.bcm_field_qset_add(qset, number)
-        for stage in ('External', 'Hash', 'ExactMatch', 'PortClass', 'Prelookup'):
-            q.bcm_field_qset_remove(qset, getattr(q, 'bcmFieldQualifyStage' + stage))
-        entry = checked(q.bcm_field_entry_create, 0, checked(q.bcm_field_group_create, 0, qset, 1))
+        for other in set('Lookup Egress External Hash ExactMatch PortClass Prelookup'.split()) - set(stage):
+            q.bcm_field_qset_remove(qset, getattr(q, 'bcmFieldQualifyStage' + other))
+        return checked(q.bcm_field_group_create, 0, qset, 1)
+
+    def test_documented_qualifiers_are_matched_and_all_others_refused(self):
+        text, documented = open(DOCS).read(), {}
+        rows = re.findall(r'(?m)^\| (`[^|]*`) \| ([a-z, ]+) \|', text[text.index('| Qualifier |'):])
+        for names, stages in rows:
+            documented.update((name, set(stages.split(', '))) for name in re.findall(r'`(\w+)`', names))
+        groups = dict((stage, self.group_with_all_qualifiers(stage.capitalize()))
+                      for stage in ('lookup', 'ingress', 'egress'))
+        checked(q.bcm_field_range_create_id, 0, 1, q.BCM_FIELD_RANGE_DSTPORT, 1, 2)
+        checked(q.bcm_field_range_create_id, 0, 2, q.BCM_FIELD_RANGE_PACKET_LENGTH, 1, 2)
+        header = q.bcm_field_llc_header_t(dsap=1)
+        setters = dict(RangeCheck=(1, 0), L4PortRangeCheck=(1, 0), PacketLengthRangeCheck=(2, 0), Llc=(header, header))
+        setters = dict((name, (getattr(q, 'bcm_field_qualify_' + name), given)) for name, given in setters.items())
+        for function in rules.read():
+            name = function.name[len('bcm_field_qualify_'):]
+            if function.name.startswith('bcm_field_qualify_') and function.known and not name.endswith(('_get', 'clear')):
+                setters[name] = function, [parameter.argument(1) for parameter in function.parameters[1:]]
+        for name, (setter, given) in sorted(setters.items()):
+            served = set()
+            for stage, group in groups.items():
+                entry = checked(q.bcm_field_entry_create, 0, group)
+                if setter(0, entry, *given) == 0 and q.bcm_field_entry_install(0, entry) == 0:
+                    served.add(stage)
+                checked(q.bcm_field_entry_destroy, 0, entry)
+            self.assertEqual(served, documented.get(name, set()), name)
+        self.assertEqual(set(documented) - set(setters), set())
+
+    def test_every_qualifier_gives_back_what_it_was_given(self):
+        entry = checked(q.bcm_field_entry_create, 0, self.group_with_all_qualifiers())
         functions = dict((function.name, function) for function in rules.read()
                          if function.name.startswith('bcm_field_qualify_') and function.known)
         kept = 0
@@ -144,6 +176,21 @@ class Entries(FieldTest):
                 self.assertEqual(ctypes.string_at(ctypes.addressof(one), size), other.raw[:size], name)
             kept += 1
         self.assertGreater(kept, 500)
+
+
+class Classes(FieldTest):
+    def test_classes(self):
+        info = q.bcm_field_class_info_t(action=q.bcmFieldActionClassDestSet, class_id=0xffff)
+        self.done(q.bcm_field_action_class_add(0, self.entry, info))
+        self.assertStatus(EXISTS, q.bcm_field_action_class_add(0, self.entry, info))
+        info.class_id = 0
+        self.done(q.bcm_field_action_class_get(0, self.entry, info))
+        self.assertEqual((info.class_id, checked(q.bcm_field_class_size_get, 0, info.action, OUT)), (0xffff, 16))
+        for status, name, number in ((PARAM, 'ClassSourceSet', 0x10000), (PARAM, 'Drop', 1),
+                                     (q.BCM_E_UNAVAIL, 'EcmpClassNew', 1), (PARAM, 'EgressClassCancel', 1)):
+            info = q.bcm_field_class_info_t(action=getattr(q, 'bcmFieldAction' + name), class_id=number)
+            self.assertStatus(status, q.bcm_field_action_class_add(0, self.entry, info), name)
+            self.assertStatus(MISSING, q.bcm_field_action_class_get(0, self.entry, info))
 
 
 class Ranges(FieldTest):

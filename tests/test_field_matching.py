@@ -74,9 +74,9 @@ class Actions(sim.TestCase):
         self.assertTrue(self.switch.send(3, frame))
 
     def test_what_the_switch_has_not_got_cannot_be_installed(self):
-        group = self.group(1, 'MplsLabel1', 'OutPort')
+        group = self.group(1, 'MplsForwardingLabel', 'OutPort')
         early = self.group(2, 'StageLookup', 'OutPort')
-        for where, qualifier, action in ((group, 'MplsLabel1', 'Drop'), (early, 'OutPort', 'Drop'),
+        for where, qualifier, action in ((group, 'MplsForwardingLabel', 'Drop'), (early, 'OutPort', 'Drop'),
                                          (group, None, 'MplsLabelPush'), (early, None, 'CopyToCpu')):
             entry = checked(q.bcm_field_entry_create, 0, where)
             if qualifier:

@@ -9,8 +9,9 @@ import sys
 import unittest
 
 import QuorelApiNew as q
-from field_model import (ARP, ESP, FRAGMENT, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP6, OPTIONS, OSPF, RARP,
-                         ROUTING, SCTP, TCP, UDP, VLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+from field_model import (ARP, CLASSES, ESP, FRAGMENT, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP4_IN_IP, IP6,
+                         IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTING, SCTP, TCP, TEB, UDP, VLAN,
+                         VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -44,18 +45,34 @@ MASKED = dict(
     SrcIp6=128, DstIp6=128, SrcIp6High=64, DstIp6High=64, SrcIp6Low=64, DstIp6Low=64, IpProtocol=8, Ip6NextHeader=8,
     DSCP=6, Tos=8, TosLower4Bits=4, EcnValue=2, Ip6TrafficClass=8, Ip6FlowLabel=20, Ttl=8, Ip6HopLimit=8, IpFlags=2,
     IpFragNonOrFirst=1, ExtensionHeaderType=8, PacketLength=16, PacketSize=16, L4SrcPort=16, L4DstPort=16, TcpControl=8,
-    TcpHeaderSize=4, Dhcp=1, IcmpTypeCode=16, IgmpTypeMaxRespTime=16, ArpSenderIp4=32, ArpTargetIp4=32)
+    TcpHeaderSize=4, Dhcp=1, IcmpTypeCode=16, IgmpTypeMaxRespTime=16, ArpSenderIp4=32, ArpTargetIp4=32,
+    ExtensionHeader2Type=8, IcmpError=1, Llc=24, Snap=40, MplsControlWordValid=1, MplsControlWord=32,
+    RouterAlertLabelValid=1, GenericAssociatedChannelLabelValid=1, VxlanFlags=8, VxlanHeaderBits8_31=24,
+    VxlanNetworkId=24, VxlanHeaderBits56_63=8, L2GreProtocolType=16, L2GreVsid=24, L2GreFlowId=8, ISid=24,
+    InnerDstMac=48, InnerSrcMac=48, InnerEtherType=16, InnerSrcIp=32, InnerDstIp=32, InnerSrcIp6=128, InnerDstIp6=128,
+    InnerSrcIp6High=64, InnerDstIp6High=64, InnerIpProtocol=8, InnerIp6NextHeader=8, InnerTos=8, InnerDSCP=6,
+    InnerTtl=8, InnerIp6HopLimit=8, InnerIp6FlowLabel=20, InnerL4SrcPort=16, InnerL4DstPort=16, IntPriority=8,
+    L3Routable=1, ForwardingVlanValid=1, PacketRes=8, TranslatedVlanFormat=2)
+for end, bits in (('', 32), ('Id', 20), ('Exp', 3), ('Bos', 1), ('Ttl', 8)):
+    MASKED.update(('MplsLabel%d%s' % (label, end), bits) for label in (1, 2, 3))
+for end, bits in (('', 16), ('Id', 12), ('Pri', 3), ('Cfi', 1)):
+    MASKED.update(('Translated%sVlan%s' % (which, end), bits) for which in ('Outer', 'Inner'))
+MASKED.update((name, 16) for name in CLASSES.values())
 SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
 GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport'.split()
-KINDS = 'IpType IpFrag IpProtocolCommon L2Format ArpOpcode'.split()
+KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpType InnerIpFrag '
+         'ForwardingType').split()
 PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap OutPorts'.split()
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
 ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
 # What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
-         'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop').split()
+         'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
+         'ForwardingVlanValid ForwardingType PacketRes').split() + list(CLASSES.values())
+TRANSLATED = [name for name in MASKED if name.startswith('Translated')]
+LATER += TRANSLATED
 NOT_TO_SEND = ('DstTrunk DstL2MulticastGroup DstMulticastGroup DstMulticastGroups StpState IngressStpState L2SrcHit '
-               'L2SrcStatic L2DestHit Drop').split()
+               'L2SrcStatic L2DestHit Drop PacketRes').split() + TRANSLATED
 STAGES = [('StageLookup', [name for name in ALL if name not in LATER]), ('StageIngress', ALL),
           ('StageEgress', [name for name in ALL if name not in NOT_TO_SEND])]
 SIDES = dict(L4SrcPort=q.BCM_FIELD_RANGE_SRCPORT, L4DstPort=q.BCM_FIELD_RANGE_DSTPORT,
@@ -98,7 +115,7 @@ class Maker(object):
         if len(tpids) == 1 and chance.random() < 0.1:
             head[-2:] = octets(chance.randrange(16) << 12, 2)  # a tag for its priority alone
         kind, payload = chance.choice([self.ip4, self.ip4, self.ip6, self.ip6, self.arp, self.logical_link,
-                                       self.other])()
+                                       self.other, self.labels, self.mac_in_mac])()
         body = octets(kind, 2) + payload
         if chance.random() < 0.25:
             for _ in range(chance.randrange(1, 4)):
@@ -111,9 +128,45 @@ class Maker(object):
         if protocol == TCP:
             return (ports + octets(chance.choice([0, 7]), 4) + octets(9, 4)
                     + bytearray([chance.choice([0x50, 0x60]), chance.randrange(256)]) + octets(0, 6))
+        if protocol == UDP and chance.random() < 0.3:
+            ports[2:] = octets(chance.choice([VXLAN, VXLAN, VXLAN, 6081, 2152, 5247]), 2)
+            return ports + octets(0, 4) + octets(chance.choice([8, 0x0c]), 1) + self.some(7) + self.carried_frame()
         if protocol in (UDP, SCTP):
             return ports + octets(8, 2) + octets(0, 2)
+        if protocol in (IP4_IN_IP, IP6_IN_IP):
+            return (self.ip4 if protocol == IP4_IN_IP else self.ip6)()[1]
+        if protocol == GRE:
+            return self.gre()
         return octets(chance.choice([0x0800, 0x0000, 0x0301, 0x8700, 0x1164]), 2) + octets(0, 6)
+
+    def some(self, count):
+        return bytearray(self.chance.choice([0, 1, 7, 255]) for _ in range(count))
+
+    def gre(self):
+        chance = self.chance
+        flags = chance.choice([0, 0x2000, 0x2000, 0x8000, 0xb000, 0x1000, 0x2001])
+        more = self.some(4 * bin(flags & 0xb000).count('1'))
+        kind, payload = chance.choice([self.ip4, self.ip6, lambda: (TEB, self.carried_frame()),
+                                       lambda: (TEB, self.carried_frame())])()
+        return octets(flags, 2) + octets(kind, 2) + more + payload
+
+    def carried_frame(self):
+        chance = self.chance
+        kind, payload = chance.choice([self.ip4, self.ip6, self.arp])()
+        tag = chance.choice([bytearray(), bytearray(), octets(VLAN, 2) + octets(77, 2)])
+        return mac_octets(chance.choice(TARGETS)) + mac_octets(STATIC) + tag + octets(kind, 2) + payload
+
+    def labels(self):
+        chance = self.chance
+        count = chance.choice([1, 1, 2, 3, 4])
+        labels = [chance.choice([0, 1, 13, 16, 0xfffff]) << 12 | chance.randrange(8) << 9 | chance.choice([1, 64])
+                  for _ in range(count)]
+        labels[-1] |= 0x100
+        _, inner = chance.choice([self.ip4, self.ip6, lambda: (None, octets(0x1234, 4)), self.other])()
+        return chance.choice([MPLS, MPLS, MPLS_MULTICAST]), bytearray().join(octets(each, 4) for each in labels) + inner
+
+    def mac_in_mac(self):
+        return MIM, self.some(4) + self.carried_frame()
 
     def filled(self):
         return bytearray(self.chance.choice([0, 0, 0, 1, 20, 500]))
@@ -121,7 +174,7 @@ class Maker(object):
     def ip4(self):
         chance = self.chance
         words = chance.choice([5, 5, 5, 6, 15])
-        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP, IGMP, OSPF, SCTP, GRE])
+        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP, IGMP, OSPF, SCTP, GRE, IP4_IN_IP, IP6_IN_IP])
         payload = self.l4(protocol) + self.filled()
         flags, offset = chance.choice([0, 0, 2, 2, 1]), chance.choice([0, 0, 0, 0, 185])
         length = 4 * words + len(payload)
@@ -133,7 +186,7 @@ class Maker(object):
 
     def ip6(self):
         chance = self.chance
-        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP6, SCTP, ESP, 59])
+        protocol = chance.choice([TCP, TCP, UDP, UDP, ICMP6, SCTP, ESP, 59, GRE, IP4_IN_IP, IP6_IN_IP])
         kinds = chance.choice([(), (), (HOP_BY_HOP,), (FRAGMENT,), (OPTIONS, FRAGMENT),
                                (HOP_BY_HOP, ROUTING, OPTIONS)])
         payload = bytearray()
@@ -213,7 +266,8 @@ class Conditions(object):
             kinds = sorted(facts.get(name, ()))
             others = ARRIVALS if name in GPORTS else {
                 'IpType': ['NonIp', 'Ip', 'Ipv4NoOpts'], 'IpFrag': ['Non', 'Any'], 'L2Format': ['EthII', 'Llc'],
-                'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply']}[name]
+                'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply'], 'TunnelType': ['None', 'Vxlan'],
+                'InnerIpType': ['Ip'], 'InnerIpFrag': ['Non'], 'ForwardingType': ['L3']}[name]
             return Kind(name, chance.choice(kinds if kinds and chance.random() < 0.8 else others))
         value = facts.get(name, 1)
         if name in SINGLE:
@@ -235,7 +289,7 @@ def arguments(condition):
     if isinstance(condition, Kind):
         kind = condition.kind
         if name in KINDS:
-            return getattr(q, 'bcmField%s%s' % (name, kind)),
+            return getattr(q, 'bcmField%s%s' % (name.replace('Inner', ''), kind)),
         return kind if isinstance(kind, int) else TRUNK | kind[1],
     if isinstance(condition, Single):
         return condition.value,
@@ -246,7 +300,12 @@ def arguments(condition):
         return tuple(number >> shift & 0xffffffff for number in pair for shift in (32, 0))
     if width == 48:
         return tuple(map(mac_text, pair))
-    if name[3:] in ('Ip6', 'Ip6High', 'Ip6Low'):
+    if name == 'Snap':
+        return tuple(q.bcm_field_snap_header_t(org_code=number >> 16, type=number & 0xffff) for number in pair)
+    if name == 'Llc':
+        return tuple(q.bcm_field_llc_header_t(dsap=number >> 16, ssap=number >> 8 & 255, control=number & 255)
+                     for number in pair)
+    if name.endswith(('Ip6', 'Ip6High', 'Ip6Low')):
         # The other half does not count.
         return tuple(array('uint8', list(octets(number << 64 | 0xa5a5 if name.endswith('High') else number, 16)))
                      for number in pair)
@@ -361,7 +420,8 @@ class Matching(sim.TestCase):
                     q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
                 group = checked(q.bcm_field_group_create, 0, qset, priority)
                 actions = [None, None, None, ('Drop', 0), ('DropCancel', 0)]
-                actions += [('OuterVlanNew', 20)] if stage == 0 else []
+                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3)],
+                            [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6)], []][stage]
                 made = [self.entry(group, names, actions, conditions, *self.sample(stage, names, maker, bridge))
                         for _ in range(ENTRIES)]
                 entries = [entry for entry, _ in made]
@@ -388,7 +448,7 @@ class Matching(sim.TestCase):
 
     def met(self, bridge, stages, port, frame):
         """({entry: (packets, bytes)} of what counts the packet, [(port, frame in hex)] that leave)"""
-        counted = {}
+        counted, classes = {}, {}
 
         def meet(stage, facts):
             verdict = {}
@@ -396,19 +456,20 @@ class Matching(sim.TestCase):
                 packets, octets_ = counted.get(entry, (0, 0))
                 counted[entry] = packets + 1, octets_ + facts['PacketLength']
                 if entry.action is not None:
-                    kind = 'drop' if entry.action[0].startswith('Drop') else 'vlan'
+                    kind = 'drop' if entry.action[0].startswith('Drop') else entry.action[0]
                     verdict.setdefault(kind, entry.action)
-            return verdict.get('drop', ('',))[0] == 'Drop', verdict.get('vlan', (None, None))[1]
+            classes.update((CLASSES[name], number) for name, number in verdict.values() if name in CLASSES)
+            return verdict.get('drop', ('',))[0] == 'Drop', verdict.get('OuterVlanNew', (None, None))[1]
 
         facts = bridge.arrival(port, frame)
         is_dropped, new_vlan = meet(0, facts)
         vlan = new_vlan or bridge.vlan(facts)
-        found = None if is_dropped else bridge.destination(facts, vlan)
+        found = None if is_dropped else bridge.destination(dict(facts, **classes), vlan)
         if found is None or meet(1, found[0])[0]:
             return counted, []
         copies = []
         for to in found[1]:
-            sent, leaving = bridge.copy(facts, frame, vlan, to)
+            sent, leaving = bridge.copy(dict(facts, **classes), frame, vlan, to)
             if not meet(2, leaving)[0]:
                 copies.append((to, sent.encode('hex')))
         return counted, copies

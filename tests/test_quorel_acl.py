@@ -106,7 +106,7 @@ class Refused(AclTest):
 
     def test_nothing_is_left_of_a_rule_that_the_chip_refuses(self):
         keep = self.acl.add(1, dict(L4DstPort='1-9'), ['Drop'])
-        for match, actions in ((dict(L4DstPort='10-19', MplsLabel1=5), []),
+        for match, actions in ((dict(L4DstPort='10-19', MplsForwardingLabel=5), []),
                                (dict(InPort=[1, 2], OuterVlanId=1 << 15), []),
                                (dict(L4SrcPort='1-9'), [('RedirectPort', 0, 99)])):
             with self.assertRaises(StatusError):

@@ -131,6 +131,7 @@ struct FieldState : RoomState {
     /// By stage: the enabled groups that have installed entries, by descending priority.
     std::array<std::vector<FieldLookup>, field_stages> lookups;
     std::array<int, field_stages> installed = {};
+    std::array<int, field_stages> looking_further = {};  ///< of these: those that ask for what is further in
 
 private:
     PortState &ports_;

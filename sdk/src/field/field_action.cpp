@@ -58,6 +58,12 @@ constexpr ActionRow number_of_colors(bcm_field_action_t action, Decision decisio
     return of_colors(action, decision, Kind::act, stages, Parameters::number, highest);
 }
 
+constexpr ActionRow class_row(bcm_field_action_t action, FieldClass which)
+{
+    return {action,     decision_of(which), Kind::act,
+            on_arrival, Parameters::number, (1u << field_class_bits) - 1};
+}
+
 constexpr ActionRow actions[] = {
     of_colors(bcmFieldActionDrop, Decision::drop, Kind::act, anywhere),
     of_colors(bcmFieldActionDropCancel, Decision::drop, Kind::cancel, anywhere),
@@ -155,6 +161,19 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionMirrorEgressCancel, Decision::mirror_out, Kind::cancel, in_ingress},
     {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
     {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, in_ingress},
+
+    class_row(bcmFieldActionClassSourceSet, FieldClass::source),
+    class_row(bcmFieldActionClassDestSet, FieldClass::destination),
+    class_row(bcmFieldActionClassFieldNew, FieldClass::flow),
+    class_row(bcmFieldActionIngressClassNew, FieldClass::ingress),
+    class_row(bcmFieldActionEgressClassNew, FieldClass::egress),
+    class_row(bcmFieldActionL2SrcClassNew, FieldClass::l2_source),
+    class_row(bcmFieldActionL2DestClassNew, FieldClass::l2_destination),
+    class_row(bcmFieldActionL3SrcClassNew, FieldClass::l3_source),
+    class_row(bcmFieldActionL3DestClassNew, FieldClass::l3_destination),
+    class_row(bcmFieldActionPortClassNew, FieldClass::port),
+    class_row(bcmFieldActionUdfClassNew, FieldClass::user_defined),
+    {bcmFieldActionEgressClassCancel, decision_of(FieldClass::egress), Kind::cancel, on_arrival},
 };
 
 constexpr std::uint8_t all_colors = 0xff;
@@ -244,6 +263,13 @@ int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned
         effects.insert(place, effect);
     }
     return is_known ? BCM_E_NONE : BCM_E_UNAVAIL;
+}
+
+bool gives_class(int action)
+{
+    return std::any_of(std::begin(actions), std::end(actions), [&](const ActionRow &row) {
+        return row.action == action && row.kind == Kind::act && (class_decisions & one_of(row.decision)) != 0;
+    });
 }
 
 std::string field_action_name(int action)

@@ -49,7 +49,8 @@ enum class FieldDecision : std::uint8_t {
     mirror_in,       ///< what has arrived is mirrored
     mirror_out,      ///< what leaves
     count_too,       ///< by these counters; they are the entry's own, too
-    count
+    first_class,     ///< a class of the packet, in the order of FieldClass
+    count = first_class + field_classes
 };
 
 /// A set of them.
@@ -60,6 +61,19 @@ constexpr FieldDecisions one_of(FieldDecision decision)
     static_assert(static_cast<unsigned>(FieldDecision::count) <= 64, "a word holds a set");
     return FieldDecisions{1} << static_cast<unsigned>(decision);
 }
+
+constexpr FieldDecision decision_of(FieldClass which)
+{
+    return static_cast<FieldDecision>(static_cast<std::size_t>(FieldDecision::first_class)
+                                      + static_cast<std::size_t>(which));
+}
+
+/// All classes.
+constexpr FieldDecisions class_decisions = ((FieldDecisions{1} << field_classes) - 1)
+                                           << static_cast<unsigned>(FieldDecision::first_class);
+
+/// Whether the action gives a class that entries can ask for.
+bool gives_class(int action);
 
 /// An action as an entry was given it.
 struct FieldAction {

@@ -7,6 +7,19 @@ namespace sim {
 
 namespace {
 
+/// BCM_E_PARAM: it gives no class; BCM_E_UNAVAIL: none that this switch has.
+auto class_action(int action)
+{
+    return [action](Switch &, auto next) -> int {
+        const bool is_one = action >= bcmFieldActionClassSourceSet
+                            && action <= bcmFieldActionMulticastClassNew
+                            && action != bcmFieldActionEgressClassCancel;
+        return !is_one               ? static_cast<int>(BCM_E_PARAM)
+               : gives_class(action) ? next()
+                                     : static_cast<int>(BCM_E_UNAVAIL);
+    };
+}
+
 /// BCM_E_PARAM: no such action.
 auto field_action(bcm_field_action_t action)
 {
@@ -128,6 +141,39 @@ int sim_bcm_field_action_mac_get(int unit, bcm_field_entry_t entry, bcm_field_ac
             std::copy(at->second.mac.begin(), at->second.mac.end(), *mac);
             return BCM_E_NONE;
         });
+}
+
+int sim_bcm_field_action_class_add(int unit, bcm_field_entry_t entry, bcm_field_class_info_t *class_info)
+{
+    return begin(unit, ready<FieldState>, given(class_info)).then([&](FieldState &) {
+        return begin(unit, ready<FieldState>, class_action(class_info->action), field_entry(entry))
+            .then([&](FieldState &state, FieldEntry &found) -> int {
+                return class_info->class_id >> field_class_bits != 0
+                           ? static_cast<int>(BCM_E_PARAM)
+                           : add_action(state, found, class_info->action,
+                                        parameters_of(class_info->class_id, 0, 0));
+            });
+    });
+}
+
+int sim_bcm_field_action_class_get(int unit, bcm_field_entry_t entry, bcm_field_class_info_t *class_info)
+{
+    return begin(unit, ready<FieldState>, given(class_info), field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            const auto at = found.actions.find(class_info->action);
+            if (at == found.actions.end() || !gives_class(class_info->action)) {
+                return BCM_E_NOT_FOUND;
+            }
+            class_info->class_id = at->second.parameters[0];
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_class_size_get(int unit, bcm_field_action_t action, uint32 *size)
+{
+    return begin(unit, ready<FieldState>, given(size), class_action(action)).then([&](FieldState &) {
+        *size = field_class_bits;
+    });
 }
 
 int sim_bcm_field_action_remove(int unit, bcm_field_entry_t entry, bcm_field_action_t action)

@@ -37,20 +37,7 @@ FieldWord number_of(const unsigned char *bytes, std::size_t count)
     return number;
 }
 
-/// What is left of a frame behind the headers that were read.
-struct Rest {
-    const unsigned char *data;
-    std::size_t size;
-
-    bool has(std::size_t bytes) const { return size >= bytes; }
-    void skip(std::size_t bytes)
-    {
-        data += bytes;
-        size -= bytes;
-    }
-    /// What is behind the end by the packet's own length is filling.
-    void end_at(std::size_t bytes) { size = std::min(size, bytes); }
-};
+using Rest = FieldRest;
 
 /// Where the parts of a tag go.
 struct TagPlaces {
@@ -167,6 +154,7 @@ void read_ip4(Rest rest, FieldKey &key)
     rest.end_at(std::max(length, header));
     rest.skip(header);
     if (is_first) {
+        key.behind_ip = rest;
         read_l4(protocol, rest, false, key);
     }
 }
@@ -195,6 +183,7 @@ void read_ip6(Rest rest, FieldKey &key)
     bool is_first = true, has_fragment = false;
     const unsigned first = next;
     for (; rest.has(8); ++extensions) {
+        const unsigned current = next;
         if (next == next_hop_by_hop || next == next_routing || next == next_options) {
             const std::size_t size = std::size_t{8} * (rest.data[1] + 1u);
             if (!rest.has(size)) {
@@ -210,6 +199,9 @@ void read_ip6(Rest rest, FieldKey &key)
             rest.skip(8);
         } else {
             break;
+        }
+        if (extensions == 1) {
+            key.put(at::second_extension, current);
         }
         if (!is_first) {
             ++extensions;
@@ -229,6 +221,7 @@ void read_ip6(Rest rest, FieldKey &key)
                                 : extensions == 1 ? bit(bcmFieldIpTypeIpv6OneExtHdr)
                                                   : bit(bcmFieldIpTypeIpv6TwoExtHdr)));
     if (is_first) {
+        key.behind_ip = rest;
         read_l4(next, rest, true, key);
     }
 }
@@ -290,9 +283,12 @@ void put_type(unsigned type, FieldKey &key)
     }
 }
 
-void read_type(unsigned type, const Rest &rest, FieldKey &key)
+}  // namespace
+
+void read_type(unsigned type, const FieldRest &rest, FieldKey &key)
 {
     put_type(type, key);
+    key.behind_type = rest;
     if (type == type_ip4) {
         read_ip4(rest, key);
     } else if (type == type_ip6) {
@@ -302,10 +298,13 @@ void read_type(unsigned type, const Rest &rest, FieldKey &key)
     }
 }
 
+namespace {
+
 /// A frame with its length in place of a type.
 void read_llc(unsigned length, Rest rest, FieldKey &key)
 {
     rest.end_at(length);
+    key.logical_link = rest;
     constexpr unsigned char snap[] = {0xaa, 0xaa, 3};
     key.put(at::l2_format, bit(bcmFieldL2Format802dot3));
     if (!rest.has(sizeof snap)) {

@@ -36,6 +36,19 @@ enum class FieldHeader : std::uint8_t {
     out_group,
     payload,  ///< eight bytes or more behind the Ethernet header
     always,
+    llc,
+    snap,
+    label1,  ///< MPLS, this and the next ones from outside
+    label2,
+    label3,
+    i_tag,  ///< of MAC in MAC
+    l2_gre,
+    vxlan,
+    inner_ethernet,  ///< this and the next ones in a tunnel
+    inner_ip4,
+    inner_ip6,
+    inner_ip,
+    inner_l4_ports,
 };
 
 /// A part of a word.
@@ -55,7 +68,7 @@ constexpr FieldPlace source_l4_port{8, 0, 16}, destination_l4_port{8, 16, 16}, p
 constexpr FieldPlace service{9, 0, 8}, tcp_flags{9, 8, 8}, ip_flags{9, 16, 2}, flow_label{9, 20, 20},
     tcp_header{9, 40, 4}, packet_length{9, 48, 16};
 constexpr FieldPlace ip_type{10, 0, 21}, ip_fragment{10, 21, 5}, protocol_kind{10, 26, 12},
-    l2_format{10, 38, 10}, arp_operation{10, 48, 6};
+    l2_format{10, 38, 10}, arp_operation{10, 48, 6}, second_extension{10, 54, 8};
 constexpr FieldPlace tcp_sequence_zero{11, 0, 1}, same_ip{11, 1, 1}, same_l4_port{11, 2, 1},
     vlan_format{11, 3, 2}, not_later_fragment{11, 5, 1}, drop{11, 6, 1}, source_hit{11, 7, 1},
     source_static{11, 8, 1}, destination_hit{11, 9, 1}, color{11, 10, 2}, dhcp{11, 12, 1},
@@ -67,21 +80,89 @@ constexpr FieldPlace in_port{17, 0, 8}, out_port{17, 8, 8}, in_trunk{17, 16, 16}
 constexpr FieldPlace arp_sender{18, 0, 32}, arp_target{18, 32, 32};
 constexpr FieldPlace payload{19, 0, 64};
 
-constexpr std::size_t words = 20;
+// From here on: what is only looked for where an entry asks for it.
+constexpr FieldPlace label1{20, 0, 32}, label2{20, 32, 32}, label3{21, 0, 32}, control_word{21, 32, 32};
+constexpr FieldPlace tunnel_type{22, 0, 24}, has_control_word{22, 24, 1}, has_router_alert{22, 25, 1},
+    has_channel_label{22, 26, 1}, icmp_error{22, 27, 1}, l2_gre_type{22, 32, 16};
+constexpr FieldPlace vxlan_flags{23, 0, 8}, vxlan_before{23, 8, 24}, vxlan_network{23, 32, 24},
+    vxlan_behind{23, 56, 8};
+constexpr FieldPlace virtual_subnet{24, 0, 24}, flow_id{24, 24, 8}, service_id{24, 32, 24};
+constexpr FieldPlace llc{25, 0, 24}, snap{25, 24, 40};
+constexpr FieldPlace inner_destination_mac{26, 0, 48}, inner_ether_type{26, 48, 16},
+    inner_source_mac{27, 0, 48};
+constexpr FieldPlace inner_source_ip{28, 0, 32}, inner_destination_ip{28, 32, 32};
+constexpr FieldPlace inner_source_ip6{29, 0, 64}, inner_destination_ip6{31, 0, 64};  // two words each
+constexpr FieldPlace inner_source_l4_port{33, 0, 16}, inner_destination_l4_port{33, 16, 16},
+    inner_protocol{33, 32, 8}, inner_hops{33, 40, 8}, inner_service{33, 48, 8};
+constexpr FieldPlace inner_flow_label{34, 0, 20}, inner_ip_type{34, 20, 21}, inner_ip_fragment{34, 41, 5};
+constexpr FieldPlace priority{35, 0, 8}, is_routed{35, 8, 1}, forwarding_type{35, 16, 16},
+    packet_result{35, 32, 8};
+constexpr FieldPlace translated_outer_tag{36, 0, 16}, translated_inner_tag{36, 16, 16},
+    translated_format{36, 32, 2}, vlan_is_valid{36, 34, 1};
+constexpr FieldPlace classes{37, 0, 64};  // three words, of four classes each
+
+constexpr std::size_t first_further_word = label1.word;
+constexpr std::size_t words = 40;
 
 }  // namespace field_places
 
 using FieldWord = std::uint64_t;
+
+/// Classes that entries give packets, for entries of later stages; 0 for none.
+enum class FieldClass : std::uint8_t {
+    source,
+    destination,
+    flow,
+    ingress,
+    egress,
+    l2_source,
+    l2_destination,
+    l3_source,
+    l3_destination,
+    port,
+    user_defined,
+    count
+};
+
+constexpr std::size_t field_classes = static_cast<std::size_t>(FieldClass::count);
+constexpr unsigned field_class_bits = 16;
+using FieldClasses = std::array<std::uint16_t, field_classes>;
+
+constexpr FieldPlace class_place(FieldClass which)
+{
+    constexpr unsigned in_a_word = 4;
+    const auto number = static_cast<unsigned>(which);
+    return {static_cast<std::uint8_t>(field_places::classes.word + number / in_a_word),
+            static_cast<std::uint8_t>(number % in_a_word * field_class_bits), field_class_bits};
+}
 
 constexpr FieldWord field_ones(unsigned width)
 {
     return width >= 64 ? ~FieldWord{0} : (FieldWord{1} << width) - 1;
 }
 
+/// What is left of a frame behind the headers that were read.
+struct FieldRest {
+    const unsigned char *data = nullptr;
+    std::size_t size = 0;
+
+    bool has(std::size_t bytes) const { return size >= bytes; }
+    void skip(std::size_t bytes)
+    {
+        data += bytes;
+        size -= bytes;
+    }
+    /// What is behind the end by the packet's own length is filling.
+    void end_at(std::size_t bytes) { size = size < bytes ? size : bytes; }
+};
+
 struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
     std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);
     const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
+    FieldRest logical_link;             ///< behind a length in place of the type
+    FieldRest behind_type;
+    FieldRest behind_ip;  ///< but of later fragments
 
     void put(FieldPlace place, FieldWord number)
     {
@@ -102,5 +183,11 @@ struct FieldKey {
 
 /// Puts what is in the frame, whose tags are told as those of the port are.
 void read_headers(ByteView frame, const PortTags &port, FieldKey &key);
+
+/// Puts what a type and what is behind it say.
+void read_type(unsigned type, const FieldRest &rest, FieldKey &key);
+
+/// Puts what is further in: labels, tunnels and what they carry, logical links. After `read_headers`.
+void read_further_headers(FieldKey &key);
 
 }  // namespace sim

@@ -227,6 +227,7 @@ void FieldState::update_lookups()
 void FieldState::reset()
 {
     installed = {};
+    looking_further = {};
     entries.clear();
     groups.clear();
     ranges.clear();
@@ -346,8 +347,9 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
 }
 
 /// What is there as long as installed entries use it.
-void count_uses(const FieldInstalled &installed, int more)
+void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &installed, int more)
 {
+    state.looking_further[static_cast<std::size_t>(stage)] += installed.pattern.looks_further() ? more : 0;
     for (FieldStat *stat : installed.named) {
         stat->uses += more;
     }
@@ -374,9 +376,9 @@ int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
     if (entry.is_enabled) {
         group.table.add(*compiled);
     }
-    count_uses(*compiled, 1);
+    count_uses(state, group.stage, *compiled, 1);
     if (entry.installed != nullptr) {
-        count_uses(*entry.installed, -1);
+        count_uses(state, group.stage, *entry.installed, -1);
         if (entry.is_enabled) {
             group.table.remove(*entry.installed);
         }
@@ -403,7 +405,7 @@ void remove_field(FieldState &state, FieldEntry &entry)
             state.update_lookups();
         }
     }
-    count_uses(*entry.installed, -1);
+    count_uses(state, group.stage, *entry.installed, -1);
     entry.installed = nullptr;
     --group.installed;
     --state.installed[static_cast<std::size_t>(group.stage)];

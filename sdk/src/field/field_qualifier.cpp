@@ -5,8 +5,10 @@
 #include "sim_parse.h"
 
 #include <bcm/error.h>
+#include <bcm/field_types.h>
 #include <bcm/types.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -109,6 +111,7 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyIpFrag, Layout::choice, at::ip_fragment, Header::ip, everywhere},
     {bcmFieldQualifyIpFragNonOrFirst, Layout::number, at::not_later_fragment, Header::ip, everywhere},
     {bcmFieldQualifyExtensionHeaderType, Layout::number, at::extension, Header::ip6, everywhere},
+    {bcmFieldQualifyExtensionHeader2Type, Layout::number, at::second_extension, Header::ip6, everywhere},
     {bcmFieldQualifyPacketLength, Layout::number, at::packet_length, Header::always, everywhere},
     {bcmFieldQualifyPacketSize, Layout::number, at::packet_length, Header::always, everywhere},
 
@@ -121,12 +124,119 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyTcpSequenceZero, Layout::number, at::tcp_sequence_zero, Header::tcp, everywhere},
     {bcmFieldQualifyDhcp, Layout::number, at::dhcp, Header::always, everywhere},
     {bcmFieldQualifyIcmpTypeCode, Layout::number, at::type_code, Header::icmp, everywhere},
+    {bcmFieldQualifyIcmpError, Layout::number, at::icmp_error, Header::always, everywhere},
     {bcmFieldQualifyIgmpTypeMaxRespTime, Layout::number, at::type_code, Header::igmp, everywhere},
 
     // ARP.
     {bcmFieldQualifyArpSenderIp4, Layout::number, at::arp_sender, Header::arp, everywhere},
     {bcmFieldQualifyArpTargetIp4, Layout::number, at::arp_target, Header::arp, everywhere},
     {bcmFieldQualifyArpOpcode, Layout::choice, at::arp_operation, Header::arp, everywhere},
+
+    // Logical links.
+    {bcmFieldQualifyLlc, Layout::number, at::llc, Header::llc, everywhere},
+    {bcmFieldQualifySnap, Layout::snap, at::snap, Header::snap, everywhere},
+
+    // MPLS labels from outside.
+    {bcmFieldQualifyMplsLabel1, Layout::number, at::label1, Header::label1, everywhere},
+    {bcmFieldQualifyMplsLabel1Id, Layout::number, part(at::label1, 12, 20), Header::label1, everywhere},
+    {bcmFieldQualifyMplsLabel1Exp, Layout::number, part(at::label1, 9, 3), Header::label1, everywhere},
+    {bcmFieldQualifyMplsLabel1Bos, Layout::number, part(at::label1, 8, 1), Header::label1, everywhere},
+    {bcmFieldQualifyMplsLabel1Ttl, Layout::number, part(at::label1, 0, 8), Header::label1, everywhere},
+    {bcmFieldQualifyMplsLabel2, Layout::number, at::label2, Header::label2, everywhere},
+    {bcmFieldQualifyMplsLabel2Id, Layout::number, part(at::label2, 12, 20), Header::label2, everywhere},
+    {bcmFieldQualifyMplsLabel2Exp, Layout::number, part(at::label2, 9, 3), Header::label2, everywhere},
+    {bcmFieldQualifyMplsLabel2Bos, Layout::number, part(at::label2, 8, 1), Header::label2, everywhere},
+    {bcmFieldQualifyMplsLabel2Ttl, Layout::number, part(at::label2, 0, 8), Header::label2, everywhere},
+    {bcmFieldQualifyMplsLabel3, Layout::number, at::label3, Header::label3, everywhere},
+    {bcmFieldQualifyMplsLabel3Id, Layout::number, part(at::label3, 12, 20), Header::label3, everywhere},
+    {bcmFieldQualifyMplsLabel3Exp, Layout::number, part(at::label3, 9, 3), Header::label3, everywhere},
+    {bcmFieldQualifyMplsLabel3Bos, Layout::number, part(at::label3, 8, 1), Header::label3, everywhere},
+    {bcmFieldQualifyMplsLabel3Ttl, Layout::number, part(at::label3, 0, 8), Header::label3, everywhere},
+    {bcmFieldQualifyMplsControlWordValid, Layout::number, at::has_control_word, Header::label1, everywhere},
+    {bcmFieldQualifyMplsControlWord, Layout::number, at::control_word, Header::label1, everywhere},
+    {bcmFieldQualifyRouterAlertLabelValid, Layout::number, at::has_router_alert, Header::label1, everywhere},
+    {bcmFieldQualifyGenericAssociatedChannelLabelValid, Layout::number, at::has_channel_label, Header::label1,
+     everywhere},
+
+    // Tunnels, and what they carry.
+    {bcmFieldQualifyTunnelType, Layout::choice, at::tunnel_type, Header::always, everywhere},
+    {bcmFieldQualifyVxlanFlags, Layout::number, at::vxlan_flags, Header::vxlan, everywhere},
+    {bcmFieldQualifyVxlanHeaderBits8_31, Layout::number, at::vxlan_before, Header::vxlan, everywhere},
+    {bcmFieldQualifyVxlanNetworkId, Layout::number, at::vxlan_network, Header::vxlan, everywhere},
+    {bcmFieldQualifyVxlanHeaderBits56_63, Layout::number, at::vxlan_behind, Header::vxlan, everywhere},
+    {bcmFieldQualifyL2GreProtocolType, Layout::number, at::l2_gre_type, Header::l2_gre, everywhere},
+    {bcmFieldQualifyL2GreVsid, Layout::number, at::virtual_subnet, Header::l2_gre, everywhere},
+    {bcmFieldQualifyL2GreFlowId, Layout::number, at::flow_id, Header::l2_gre, everywhere},
+    {bcmFieldQualifyISid, Layout::number, at::service_id, Header::i_tag, everywhere},
+    {bcmFieldQualifyInnerDstMac, Layout::number, at::inner_destination_mac, Header::inner_ethernet,
+     everywhere},
+    {bcmFieldQualifyInnerSrcMac, Layout::number, at::inner_source_mac, Header::inner_ethernet, everywhere},
+    {bcmFieldQualifyInnerEtherType, Layout::number, at::inner_ether_type, Header::inner_ethernet, everywhere},
+    {bcmFieldQualifyInnerIpType, Layout::choice, at::inner_ip_type, Header::always, everywhere},
+    {bcmFieldQualifyInnerSrcIp, Layout::number, at::inner_source_ip, Header::inner_ip4, everywhere},
+    {bcmFieldQualifyInnerDstIp, Layout::number, at::inner_destination_ip, Header::inner_ip4, everywhere},
+    {bcmFieldQualifyInnerSrcIp6, Layout::ip6, at::inner_source_ip6, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerDstIp6, Layout::ip6, at::inner_destination_ip6, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerSrcIp6High, Layout::ip6_upper, at::inner_source_ip6, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerDstIp6High, Layout::ip6_upper, at::inner_destination_ip6, Header::inner_ip6,
+     everywhere},
+    {bcmFieldQualifyInnerIpProtocol, Layout::number, at::inner_protocol, Header::inner_ip, everywhere},
+    {bcmFieldQualifyInnerIp6NextHeader, Layout::number, at::inner_protocol, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerTos, Layout::number, at::inner_service, Header::inner_ip, everywhere},
+    {bcmFieldQualifyInnerDSCP, Layout::number, part(at::inner_service, 2, 6), Header::inner_ip, everywhere},
+    {bcmFieldQualifyInnerTtl, Layout::number, at::inner_hops, Header::inner_ip, everywhere},
+    {bcmFieldQualifyInnerIp6HopLimit, Layout::number, at::inner_hops, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerIp6FlowLabel, Layout::number, at::inner_flow_label, Header::inner_ip6, everywhere},
+    {bcmFieldQualifyInnerIpFrag, Layout::choice, at::inner_ip_fragment, Header::inner_ip, everywhere},
+    {bcmFieldQualifyInnerL4SrcPort, Layout::number, at::inner_source_l4_port, Header::inner_l4_ports,
+     everywhere},
+    {bcmFieldQualifyInnerL4DstPort, Layout::number, at::inner_destination_l4_port, Header::inner_l4_ports,
+     everywhere},
+
+    // What was decided so far.
+    {bcmFieldQualifyIntPriority, Layout::number, at::priority, Header::always, ingress | egress},
+    {bcmFieldQualifyL3Routable, Layout::number, at::is_routed, Header::always, ingress | egress},
+    {bcmFieldQualifyForwardingType, Layout::choice, at::forwarding_type, Header::always, ingress | egress},
+    {bcmFieldQualifyPacketRes, Layout::number, at::packet_result, Header::always, ingress},
+    {bcmFieldQualifyTranslatedOuterVlan, Layout::number, at::translated_outer_tag, Header::always, ingress},
+    {bcmFieldQualifyTranslatedOuterVlanId, Layout::number, part(at::translated_outer_tag, 0, 12),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedOuterVlanPri, Layout::number, part(at::translated_outer_tag, 13, 3),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedOuterVlanCfi, Layout::number, part(at::translated_outer_tag, 12, 1),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedInnerVlan, Layout::number, at::translated_inner_tag, Header::always, ingress},
+    {bcmFieldQualifyTranslatedInnerVlanId, Layout::number, part(at::translated_inner_tag, 0, 12),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedInnerVlanPri, Layout::number, part(at::translated_inner_tag, 13, 3),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedInnerVlanCfi, Layout::number, part(at::translated_inner_tag, 12, 1),
+     Header::always, ingress},
+    {bcmFieldQualifyTranslatedVlanFormat, Layout::number, at::translated_format, Header::always, ingress},
+    {bcmFieldQualifyForwardingVlanValid, Layout::number, at::vlan_is_valid, Header::always, ingress | egress},
+
+    // Classes that earlier stages gave.
+    {bcmFieldQualifySrcClassField, Layout::number, class_place(FieldClass::source), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyDstClassField, Layout::number, class_place(FieldClass::destination), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyClassId, Layout::number, class_place(FieldClass::flow), Header::always, ingress | egress},
+    {bcmFieldQualifyIngressClassField, Layout::number, class_place(FieldClass::ingress), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyEgressClass, Layout::number, class_place(FieldClass::egress), Header::always,
+     ingress | egress},
+    {bcmFieldQualifySrcClassL2, Layout::number, class_place(FieldClass::l2_source), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyDstClassL2, Layout::number, class_place(FieldClass::l2_destination), Header::always,
+     ingress | egress},
+    {bcmFieldQualifySrcClassL3, Layout::number, class_place(FieldClass::l3_source), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyDstClassL3, Layout::number, class_place(FieldClass::l3_destination), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyInterfaceClassPort, Layout::number, class_place(FieldClass::port), Header::always,
+     ingress | egress},
+    {bcmFieldQualifyUdfClass, Layout::number, class_place(FieldClass::user_defined), Header::always,
+     ingress | egress},
 };
 
 template <class T>
@@ -228,6 +338,14 @@ bool FieldPattern::matches(const FieldKey &key) const
     return !matches_none && differing == 0 && (key.headers & value.headers) == value.headers;
 }
 
+bool FieldPattern::looks_further() const
+{
+    constexpr std::uint32_t further = ~std::uint32_t{0} << static_cast<unsigned>(FieldHeader::llc);
+    return (value.headers & further) != 0
+           || std::any_of(mask.words.begin() + at::first_further_word, mask.words.end(),
+                          [](FieldWord word) { return word != 0; });
+}
+
 const FieldQualifier *field_qualifier(int qualifier)
 {
     struct ByNumber {
@@ -297,6 +415,14 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         is_asked = (number(1) | number(3)) != 0;
         status = add_number(place, number(2), number(3), pattern);
         break;
+    case Layout::snap: {
+        const auto header = taken<bcm_field_snap_header_t>(bytes(0)),
+                   asked = taken<bcm_field_snap_header_t>(bytes(1));
+        const FieldWord mask = FieldWord{asked.org_code} << 16 | asked.type;
+        is_asked = mask != 0;
+        status = add_number(place, FieldWord{header.org_code} << 16 | header.type, mask, pattern);
+        break;
+    }
     case Layout::two_numbers:
         is_asked = (number(2) | number(3)) != 0;
         pattern.require(place, number(0) << 32 | number(1), number(2) << 32 | number(3));

@@ -32,6 +32,7 @@ enum class FieldLayout : std::uint8_t {
     gport,        ///< the same, or of a trunk
     module_port,  ///< module and its mask, port and its mask
     two_numbers,  ///< the upper and the lower half, then their masks
+    snap,         ///< the members of a header
 };
 
 struct FieldQualifier {
@@ -52,6 +53,9 @@ struct FieldPattern {
 
     void require(FieldPlace place, FieldWord number, FieldWord mask_bits);
     bool matches(const FieldKey &key) const;
+
+    /// Whether packets have to be read further than most.
+    bool looks_further() const;
 };
 
 /// The values of a qualifier as the caller gave them, one behind another.

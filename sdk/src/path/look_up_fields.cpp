@@ -63,6 +63,48 @@ void start_key(const Passage &passage, ByteView frame, int at_port, FieldKey &ke
     }
 }
 
+/// What was decided so far, besides where it goes.
+void put_results(const Passage &passage, FieldKey &key)
+{
+    const auto bit = [](int kind) { return FieldWord{1} << kind; };
+    const bool is_routed = passage.hop != nullptr;
+    key.put(at::priority, static_cast<unsigned>(passage.priority()));
+    key.put(at::is_routed, is_routed);
+    key.put(at::vlan_is_valid, 1);
+    key.put(at::forwarding_type, bit(bcmFieldForwardingTypeAny));
+    key.put(at::forwarding_type, !is_routed ? bit(bcmFieldForwardingTypeL2)
+                                 : key.is(FieldHeader::ip4)
+                                     ? bit(bcmFieldForwardingTypeL3) | bit(bcmFieldForwardingTypeIp4Ucast)
+                                     : bit(bcmFieldForwardingTypeL3) | bit(bcmFieldForwardingTypeIp6Ucast));
+    if (passage.treatment) {
+        for (std::size_t which = 0; which < field_classes; ++which) {
+            key.put(class_place(static_cast<FieldClass>(which)), passage.treatment->classes[which]);
+        }
+    }
+}
+
+/// What bridging or routing made of it, and the tags that it has in the switch.
+void put_forwarding(Passage &passage, FieldKey &key)
+{
+    const bool is_known = key.get(at::destination_hit) != 0;
+    key.put(at::packet_result, passage.hop != nullptr        ? bcmFieldPacketResL3UcastKnown
+                               : key.get(at::broadcast) != 0 ? bcmFieldPacketResL2Broadcast
+                               : key.get(at::multicast) != 0 ? (is_known ? bcmFieldPacketResL2McastKnown
+                                                                         : bcmFieldPacketResL2McastUnknown)
+                               : is_known                    ? bcmFieldPacketResL2UcastKnown
+                                                             : bcmFieldPacketResL2UcastUnknown);
+    const PacketTags tags = tags_of(passage);
+    key.put(at::translated_outer_tag, tags.outer.content());
+    key.put(at::translated_inner_tag, tags.inner.is_there ? tags.inner.content() : 0u);
+    key.put(at::translated_format, BCM_FIELD_VLAN_FORMAT_OUTER_TAGGED
+                                       | (tags.inner.is_there ? BCM_FIELD_VLAN_FORMAT_INNER_TAGGED : 0));
+}
+
+bool looks_further(const Passage &passage, FieldStage stage)
+{
+    return fields_of(passage.sw).looking_further[static_cast<std::size_t>(stage)] != 0;
+}
+
 /// Policers of entries decide on the way.
 FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, PolicerDecision &policed)
 {
@@ -264,7 +306,7 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     using D = FieldDecision;
     if (!verdict.has_any(one_of(D::priority) | one_of(D::color) | one_of(D::unicast_queue)
                          | one_of(D::multicast_queue) | one_of(D::cpu_queue) | one_of(D::outer_priority)
-                         | one_of(D::outer_cfi) | one_of(D::not_learnt))) {
+                         | one_of(D::outer_cfi) | one_of(D::not_learnt) | class_decisions)) {
         return;
     }
     const Numbers numbers(verdict, key);
@@ -274,6 +316,9 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     numbers.put(D::color, treatment.color);
     numbers.put(passage.is_for_many ? D::multicast_queue : D::unicast_queue, treatment.queue);
     numbers.put(D::cpu_queue, treatment.cpu_queue);
+    for (std::size_t which = 0; which < field_classes; ++which) {
+        numbers.put(decision_of(static_cast<FieldClass>(which)), treatment.classes[which]);
+    }
     treatment.is_learnt = verdict.of(D::not_learnt) == nullptr;
     Tag tag;
     tag.set_content(passage.frame.tag);
@@ -404,6 +449,10 @@ bool pass_last_fields(Passage &passage, int port, ByteView copy)
     key.put(at::out_port, number);
     key.has(FieldHeader::out_port);
     key.words[at::out_ports.word + number / 64] = FieldWord{1} << number % 64;
+    if (looks_further(passage, FieldStage::egress)) {
+        read_further_headers(key);
+        put_results(passage, key);
+    }
     return match(passage, FieldStage::egress, port, key).of(FieldDecision::drop) == nullptr;
 }
 
@@ -415,6 +464,9 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
     }
     FieldKey key;
     start_key(passage, passage.frame.bytes, passage.port, key);
+    if (looks_further(passage, FieldStage::lookup)) {
+        read_further_headers(key);
+    }
     const FieldVerdict verdict = match(passage, FieldStage::lookup, passage.port, key);
     if (verdict.is_empty()) {
         return Onward::next;
@@ -439,6 +491,11 @@ Onward look_up_fields(Passage &passage)
     start_key(passage, passage.frame.bytes, passage.port, key);
     put_bridging(passage, key);
     put_destination(passage, key);
+    if (looks_further(passage, FieldStage::ingress)) {
+        read_further_headers(key);
+        put_results(passage, key);
+        put_forwarding(passage, key);
+    }
     PolicerDecision policed;
     const FieldVerdict verdict = match(passage, FieldStage::ingress, passage.port, key, policed);
     if (policed.by != 0 && !take_policed(passage, policed)) {

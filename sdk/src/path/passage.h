@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cpu_copy.h"
+#include "field_key.h"
 #include "frame_buffer.h"
 #include "l2.h"
 #include "l3_objects.h"
@@ -70,8 +71,9 @@ struct Treatment {
     int priority;  ///< within the switch
     int queue = -1, cpu_queue = -1;
     bool is_learnt = true;  ///< its source address
-    uint32 cpu_match = 0;   ///< what the CPU is told of the entry that sends it there
-    int mirror_out = 0;     ///< the destination that gets a copy of what leaves; 0 for none
+    FieldClasses classes = {};
+    uint32 cpu_match = 0;  ///< what the CPU is told of the entry that sends it there
+    int mirror_out = 0;    ///< the destination that gets a copy of what leaves; 0 for none
     bool changes_headers = false;
     HeaderChanges changes;
 };

@@ -1,0 +1,281 @@
+/// What is further in than most entries look: MPLS labels, tunnels and the packets in them, and logical links.
+#include "field_key.h"
+#include "packet.h"
+
+#include <bcm/field_values.h>
+
+namespace sim {
+
+namespace {
+
+namespace at = field_places;
+
+constexpr unsigned type_teb = 0x6558;  // Ethernet within GRE
+constexpr unsigned type_mpls = 0x8847, type_mpls_multicast = 0x8848, type_trill = 0x22f3, type_mim = 0x88e7;
+constexpr unsigned protocol_ip4 = 4, protocol_ip6 = 41, protocol_gre = 47;
+constexpr unsigned least_type = 0x600;
+
+FieldWord number_of(const unsigned char *bytes, std::size_t count)
+{
+    FieldWord number = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        number = number << 8 | bytes[i];
+    }
+    return number;
+}
+
+void put_tunnel(int type, FieldKey &key)
+{
+    key.put(at::tunnel_type, FieldWord{1} << type);
+}
+
+/// Where something of a packet is, and where it is if the packet is carried by another.
+struct InnerPlace {
+    FieldPlace own, inner;
+};
+
+struct InnerHeader {
+    FieldHeader own, inner;
+};
+
+/// The packet of that type, which another carries, read as any other.
+void read_inner(unsigned type, const FieldRest &rest, FieldKey &key)
+{
+    static constexpr InnerPlace places[] = {
+        {at::source_ip, at::inner_source_ip},
+        {at::destination_ip, at::inner_destination_ip},
+        {at::source_l4_port, at::inner_source_l4_port},
+        {at::destination_l4_port, at::inner_destination_l4_port},
+        {at::protocol, at::inner_protocol},
+        {at::hops, at::inner_hops},
+        {at::service, at::inner_service},
+        {at::flow_label, at::inner_flow_label},
+        {at::ip_type, at::inner_ip_type},
+        {at::ip_fragment, at::inner_ip_fragment},
+    };
+    static constexpr InnerHeader headers[] = {
+        {FieldHeader::ip4, FieldHeader::inner_ip4},
+        {FieldHeader::ip6, FieldHeader::inner_ip6},
+        {FieldHeader::ip, FieldHeader::inner_ip},
+        {FieldHeader::l4_ports, FieldHeader::inner_l4_ports},
+    };
+    FieldKey carried;
+    read_type(type, rest, carried);
+    carried.put(at::ip_type, FieldWord{1} << bcmFieldIpTypeAny
+                                 | FieldWord{!carried.is(FieldHeader::ip)} << bcmFieldIpTypeNonIp);
+    for (const InnerPlace &place : places) {
+        key.put(place.inner, carried.get(place.own));
+    }
+    for (unsigned half = 0; half < 2; ++half) {
+        key.words[at::inner_source_ip6.word + half] = carried.words[at::source_ip6.word + half];
+        key.words[at::inner_destination_ip6.word + half] = carried.words[at::destination_ip6.word + half];
+    }
+    for (const InnerHeader &header : headers) {
+        if (carried.is(header.own)) {
+            key.has(header.inner);
+        }
+    }
+}
+
+/// A frame that is carried, of which tags do not count.
+void read_inner_ethernet(FieldRest rest, FieldKey &key)
+{
+    if (!rest.has(addresses_bytes + 2)) {
+        return;
+    }
+    key.has(FieldHeader::inner_ethernet);
+    key.put(at::inner_destination_mac, number_of(rest.data, address_bytes));
+    key.put(at::inner_source_mac, number_of(rest.data + address_bytes, address_bytes));
+    rest.skip(addresses_bytes);
+    unsigned type = number_at(rest.data);
+    if (type == type_vlan && rest.has(tag_bytes + 2)) {
+        rest.skip(tag_bytes);
+        type = number_at(rest.data);
+    }
+    rest.skip(2);
+    key.put(at::inner_ether_type, type);
+    if (type >= least_type) {
+        read_inner(type, rest, key);
+    }
+}
+
+void read_labels(FieldRest rest, FieldKey &key)
+{
+    struct Label {
+        FieldHeader header;
+        FieldPlace place;
+    };
+    static constexpr Label labels[] = {
+        {FieldHeader::label1, at::label1},
+        {FieldHeader::label2, at::label2},
+        {FieldHeader::label3, at::label3},
+    };
+    constexpr unsigned router_alert = 1, generic_associated_channel = 13;
+    put_tunnel(bcmFieldTunnelTypeMpls, key);
+    bool is_last = false;
+    for (std::size_t i = 0; !is_last; ++i) {
+        if (!rest.has(4)) {
+            return;
+        }
+        const FieldWord entry = number_of(rest.data, 4);
+        const FieldWord label = entry >> 12;
+        rest.skip(4);
+        if (i < std::size(labels)) {
+            key.put(labels[i].place, entry);
+            key.has(labels[i].header);
+        }
+        key.put(at::has_router_alert, label == router_alert);
+        key.put(at::has_channel_label, label == generic_associated_channel);
+        is_last = (entry >> 8 & 1) != 0;
+    }
+    // What follows says by its first bits what it is.
+    const unsigned version = rest.has(4) ? rest.data[0] >> 4 : 0xfu;
+    if (version == 0) {
+        key.put(at::has_control_word, 1);
+        key.put(at::control_word, number_of(rest.data, 4));
+    } else if (version == 4 || version == 6) {
+        read_inner(version == 4 ? type_ip4 : type_ip6, rest, key);
+    }
+}
+
+void read_gre(FieldRest rest, FieldKey &key)
+{
+    constexpr unsigned has_checksum = 0x8000, has_key = 0x2000, has_sequence = 0x1000, unknown = 0x4fff;
+    if (!rest.has(4) || (number_at(rest.data) & unknown) != 0) {
+        return;
+    }
+    const unsigned flags = number_at(rest.data), type = number_at(rest.data + 2);
+    const auto size_of = [&](unsigned flag) { return (flags & flag) != 0 ? std::size_t{4} : 0; };
+    const std::size_t before_key = 4 + size_of(has_checksum);
+    const std::size_t size = before_key + size_of(has_key) + size_of(has_sequence);
+    if (!rest.has(size)) {
+        return;
+    }
+    put_tunnel(key.is(FieldHeader::ip4) ? bcmFieldTunnelTypeGreIp4 : bcmFieldTunnelTypeGreIp6, key);
+    if (type == type_teb) {
+        put_tunnel(bcmFieldTunnelTypeL2Gre, key);
+        key.has(FieldHeader::l2_gre);
+        key.put(at::l2_gre_type, type);
+        if ((flags & has_key) != 0) {
+            put_tunnel(bcmFieldTunnelTypeNvgre, key);
+            key.put(at::virtual_subnet, number_of(rest.data + before_key, 3));
+            key.put(at::flow_id, rest.data[before_key + 3]);
+        }
+    }
+    rest.skip(size);
+    if (type == type_teb) {
+        read_inner_ethernet(rest, key);
+    } else {
+        read_inner(type, rest, key);
+    }
+}
+
+void read_udp_tunnel(FieldRest rest, FieldKey &key)
+{
+    constexpr std::size_t udp_bytes = 8, vxlan_bytes = 8;
+    rest.skip(udp_bytes);
+    switch (key.get(at::destination_l4_port)) {
+    case 4789:
+        if (!rest.has(vxlan_bytes)) {
+            return;
+        }
+        put_tunnel(bcmFieldTunnelTypeVxlan, key);
+        key.has(FieldHeader::vxlan);
+        key.put(at::vxlan_flags, rest.data[0]);
+        key.put(at::vxlan_before, number_of(rest.data + 1, 3));
+        key.put(at::vxlan_network, number_of(rest.data + 4, 3));
+        key.put(at::vxlan_behind, rest.data[7]);
+        rest.skip(vxlan_bytes);
+        read_inner_ethernet(rest, key);
+        return;
+    case 6081:
+        put_tunnel(bcmFieldTunnelTypeGeneve, key);
+        return;
+    case 2152:
+        put_tunnel(bcmFieldTunnelTypeGtp, key);
+        return;
+    case 5246:
+    case 5247:
+        put_tunnel(bcmFieldTunnelTypeCapwap, key);
+        return;
+    default:
+        return;
+    }
+}
+
+void read_in_ip(FieldKey &key)
+{
+    const bool is_ip4 = key.is(FieldHeader::ip4);
+    switch (key.get(at::protocol)) {
+    case protocol_ip4:
+        put_tunnel(bcmFieldTunnelTypeIp, key);
+        put_tunnel(is_ip4 ? bcmFieldTunnelTypeIp4InIp4 : bcmFieldTunnelTypeIp4InIp6, key);
+        read_inner(type_ip4, key.behind_ip, key);
+        return;
+    case protocol_ip6:
+        put_tunnel(bcmFieldTunnelTypeIp, key);
+        put_tunnel(is_ip4 ? bcmFieldTunnelTypeIp6InIp4 : bcmFieldTunnelTypeIp6InIp6, key);
+        read_inner(type_ip6, key.behind_ip, key);
+        return;
+    case protocol_gre:
+        read_gre(key.behind_ip, key);
+        return;
+    default:
+        if (key.is(FieldHeader::udp)) {
+            read_udp_tunnel(key.behind_ip, key);
+        }
+    }
+}
+
+void read_logical_link(FieldKey &key)
+{
+    constexpr FieldWord to_snap = 0xaaaa03;
+    const FieldRest &rest = key.logical_link;
+    if (!rest.has(3)) {
+        return;
+    }
+    key.has(FieldHeader::llc);
+    key.put(at::llc, number_of(rest.data, 3));
+    if (key.get(at::llc) == to_snap && rest.has(8)) {
+        key.has(FieldHeader::snap);
+        key.put(at::snap, number_of(rest.data + 3, 5));
+    }
+}
+
+/// Whether it tells of what became of another packet.
+bool tells_of_error(const FieldKey &key)
+{
+    const FieldWord type = key.get(at::type_code) >> 8;
+    return key.is(FieldHeader::icmp)
+           && (key.is(FieldHeader::ip6) ? type < 128
+                                        : type == 3 || type == 4 || type == 5 || type == 11 || type == 12);
+}
+
+}  // namespace
+
+void read_further_headers(FieldKey &key)
+{
+    read_logical_link(key);
+    key.put(at::icmp_error, tells_of_error(key));
+    const FieldWord type = key.is(FieldHeader::ether_type) ? key.get(at::ether_type) : 0;
+    if (key.behind_ip.data != nullptr) {
+        read_in_ip(key);
+    } else if (type == type_mpls || type == type_mpls_multicast) {
+        read_labels(key.behind_type, key);
+    } else if (type == type_trill) {
+        put_tunnel(bcmFieldTunnelTypeTrill, key);
+    } else if (type == type_mim && key.behind_type.has(4)) {
+        put_tunnel(bcmFieldTunnelTypeMim, key);
+        key.has(FieldHeader::i_tag);
+        key.put(at::service_id, number_of(key.behind_type.data + 1, 3));
+        FieldRest rest = key.behind_type;
+        rest.skip(4);
+        read_inner_ethernet(rest, key);
+    }
+    if (key.get(at::tunnel_type) == 0) {
+        put_tunnel(bcmFieldTunnelTypeNone, key);
+    }
+    put_tunnel(bcmFieldTunnelTypeAny, key);
+}
+
+}  // namespace sim
