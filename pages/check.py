@@ -94,7 +94,7 @@ class Browser:
     def ask(self, script):
         return self.driver.execute_script('return ' + script)
 
-    def until(self, script, seconds=20):
+    def until(self, script, seconds=60):
         end = time.time() + seconds
         while time.time() < end:
             value = self.ask(script)
@@ -113,8 +113,8 @@ class Browser:
         return self.until('[...document.querySelectorAll("#found a")].map(each => each.textContent)') or []
 
 
-IS_SEEN = ('(() => { const place = document.getElementById("%s").getBoundingClientRect();'
-           'return place.top >= 0 && place.top < window.innerHeight; })()')
+IS_SEEN = ('(() => { const place = document.getElementById("%s"), top = place ? place.getBoundingClientRect().top : -1;'
+           'return document.readyState === "complete" && top >= 0 && top < window.innerHeight; })()')
 TOO_WIDE = ('document.documentElement.scrollWidth > window.innerWidth ? document.title + " is " + '
             'document.documentElement.scrollWidth + " wide" : ""')
 
@@ -142,16 +142,16 @@ def faults_in_browser(folder, pictures):
         browser.ask('document.querySelector("#found a").click()')
         expect('a found function', browser.until('location.hash'), '#bcm_l2_addr_add')
         browser.until('document.readyState === "complete"')
-        expect('its place is on the screen', browser.until(IS_SEEN % 'bcm_l2_addr_add'), True)
+        expect('the function is on the screen', browser.until(IS_SEEN % 'bcm_l2_addr_add'), True)
         browser.picture('function')
         # From it to its type.
         browser.ask('[...document.querySelectorAll("#bcm_l2_addr_add a")].find(each => each.textContent === '
                     '"bcm_l2_addr_t").click()')
         expect('a type', browser.until('location.hash === "#bcm_l2_addr_t" && location.hash'), '#bcm_l2_addr_t')
-        expect('its place is on the screen', browser.until(IS_SEEN % 'bcm_l2_addr_t'), True)
+        expect('the type is on the screen', browser.until(IS_SEEN % 'bcm_l2_addr_t'), True)
         browser.picture('record')
         for page in ('reference', 'errors', 'registers', 'memories', 'shell', 'guide/scripting', 'guide/architecture',
-                     'reference/field'):
+                     'guide/ten-minutes', 'benchmarks/recorded', 'reference/field'):
             browser.open(page + '.html')
             browser.picture(page.replace('/', '-'))
             overflow(browser, page)

@@ -21,11 +21,11 @@ _COLOURS = ['#4c78a8', '#f58518', '#54a24b', '#b279a2', '#e45756', '#72b7b2', '#
 # The same for terminals: numbers of their 256 colours.
 _TERMINAL = [67, 208, 71, 139, 167, 73, 101, 179, 217, 244]
 _STYLE = '''\
-text { font: 11px sans-serif; fill: #222 } .small { font-size: 9px } .title { font-size: 13px; font-weight: bold }
+svg { background: #fff } text { font: 11px sans-serif; fill: #222 } .small { font-size: 9px } .title { font-size: 13px; font-weight: bold }
 .on { fill: #fff } .box { fill: #f2f2f2; stroke: #999 } .up { fill: #2b8a3e } .down { fill: #bbb } circle { stroke: #fff } .line { stroke: #999 }
 .drop { fill: #ffe3e3; stroke: #c92a2a } .grid { stroke: #ddd }
 @media (prefers-color-scheme: dark) {
-  text { fill: #ddd } .on { fill: #fff } .box { fill: #26282b; stroke: #666 } .up { fill: #69db7c } .down { fill: #555 }
+  svg { background: #131416 } text { fill: #ddd } .on { fill: #fff } .box { fill: #26282b; stroke: #666 } .up { fill: #69db7c } .down { fill: #555 }
   .drop { fill: #4a1f1f; stroke: #ff8787 } .grid { stroke: #3a3d40 }
 }'''
 
