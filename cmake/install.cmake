@@ -4,6 +4,7 @@
 #                  simulated switch answers each function
 #   headers        what a build against the development-host SDK needs, and its C programs
 #   documentation  guides and examples; and the pages and manual pages of tools/docs, where it has made them
+#   binding        what makes modules of other headers, for CMake projects and by its tools/bind; only on demand
 # Each brings the licence. All paths are relative, so that the tree can be moved.
 set(package_of_module python-quorelapinew)
 set(package_of_simulator quorelapinew-simulator)
@@ -63,6 +64,22 @@ if(NOT real_sdk)
         install(DIRECTORY platform/include/ DESTINATION include/quorelapinew COMPONENT headers)
     endif()
 endif()
+
+# For quorel_add_binding() in other projects: what it is, laid out as here. Only who asks for it gets it, since the
+# generator needs this host's libclang.
+set(binding_directory lib/QuorelBinding)
+install(PROGRAMS $<TARGET_FILE:Quorel::generate> DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
+install(FILES cmake/binding.cmake cmake/QuorelBindingConfig.cmake DESTINATION ${binding_directory}/cmake
+        COMPONENT binding EXCLUDE_FROM_ALL)
+include(CMakePackageConfigHelpers)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/QuorelBindingConfigVersion.cmake COMPATIBILITY SameMajorVersion
+                                 ARCH_INDEPENDENT)
+install(FILES ${CMAKE_BINARY_DIR}/QuorelBindingConfigVersion.cmake DESTINATION ${binding_directory}/cmake
+        COMPONENT binding EXCLUDE_FROM_ALL)
+install(PROGRAMS tools/bind DESTINATION ${binding_directory}/tools COMPONENT binding EXCLUDE_FROM_ALL)
+install(FILES tools/common.sh DESTINATION ${binding_directory}/tools COMPONENT binding EXCLUDE_FROM_ALL)
+install(DIRECTORY module typemaps helpers companion DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
+install(FILES LICENSE docs/binding.md DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
 
 set(documentation_directory share/doc/${package_of_module})
 install(FILES README.md CHANGELOG.md DESTINATION ${documentation_directory} COMPONENT documentation)

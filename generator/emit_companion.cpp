@@ -39,6 +39,7 @@ std::string emit_companion(const Model &model, const std::string &module, const 
     }
     std::string text = source;
     replace(text, "@MODULE@", module);
+    replace(text, "@NAME@", module.substr(1));
     replace(text, "@VERSION@", version);
     replace(text, "@MANIFEST@\n", manifest);
     return text;

@@ -120,6 +120,25 @@ public:
         return files;
     }
 
+    /// Those that a header of the main file includes, itself first; each with whether it is in a system's folder.
+    std::vector<std::pair<std::filesystem::path, bool>> inclusions() const
+    {
+        std::pair<CXTranslationUnit, std::vector<std::pair<std::filesystem::path, bool>>> found(unit_, {});
+        clang_getInclusions(
+            unit_,
+            [](CXFile file, CXSourceLocation *, unsigned depth, CXClientData data) {
+                auto &[unit, paths] = *static_cast<decltype(found) *>(data);
+                if (depth > 0) {
+                    const CXSourceLocation begin = clang_getLocationForOffset(unit, file, 0);
+                    paths.emplace_back(
+                        std::filesystem::path(take(clang_getFileName(file))).lexically_normal(),
+                        clang_Location_isInSystemHeader(begin) != 0);
+                }
+            },
+            &found);
+        return std::move(found.second);
+    }
+
     std::vector<CompilerError> errors() const
     {
         // Asking the unit for one diagnostic after the other takes quadratic time.
@@ -1055,6 +1074,25 @@ Declarations read_headers(const HeaderSource &source)
     declarations.long_size = unit.long_size();
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
     return declarations;
+}
+
+std::vector<std::string> headers_below(const std::string &header, const HeaderSource &source)
+{
+    const auto read = TranslationUnit("#include <" + header + ">\n", source).inclusions();
+    const std::filesystem::path name = std::filesystem::path(header).lexically_normal();
+    std::vector<std::string> below;
+    // A folder of the system's that has the library's name is the library's own.
+    if (read.empty() || (read.front().second && !name.has_parent_path())) {
+        return below;
+    }
+    const std::filesystem::path own = read.front().first.parent_path();
+    for (const auto &[path, is_of_system] : read) {
+        const std::filesystem::path from_own = path.lexically_relative(own);
+        if (path != read.front().first && !from_own.empty() && *from_own.begin() != "..") {
+            below.push_back((name.parent_path() / from_own).string());
+        }
+    }
+    return below;
 }
 
 }  // namespace generator

@@ -3,8 +3,10 @@
 #include "errors.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <initializer_list>
+#include <set>
 #include <stdexcept>
 #include <variant>
 
@@ -291,6 +293,35 @@ Interface read_interface(const std::string &directory)
         errors.add(fault.place, fault.what);
     }
     errors.raise_any();
+    return interface;
+}
+
+Interface default_interface(const std::vector<std::string> &headers,
+                            const std::function<std::vector<std::string>(const std::string &)> &below)
+{
+    Interface interface;
+    interface.strict = false;
+    std::set<std::string> listed(headers.begin(), headers.end()), names;
+    for (const std::string &header : headers) {
+        // A family's name is part of names in C.
+        std::string name = header.substr(0, header.rfind('.'));
+        std::replace_if(
+            name.begin(), name.end(), [](unsigned char c) { return c > 127 || !std::isalnum(c); }, '_');
+        while (!names.insert(name).second) {
+            name += '_';
+        }
+        FamilyInterface family;
+        family.name = name;
+        auto entry = [&](const std::string &text) { return Entry{text, "the header " + header}; };
+        family.headers = {entry(header)};
+        for (const std::string &other : below(header)) {
+            if (listed.insert(other).second) {
+                family.headers.push_back(entry(other));
+            }
+        }
+        family.functions = family.records = family.constants = family.variables = family.texts = {entry("*")};
+        interface.families.push_back(std::move(family));
+    }
     return interface;
 }
 

@@ -44,6 +44,7 @@
 // An entry that fits no declaration is an error, and so is a key that is none of these.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -118,5 +119,10 @@ struct Interface {
 /// Reads binding.toml and the family files beside it. Throws std::runtime_error with a line for each section that
 /// is wrong, naming file and line.
 Interface read_interface(const std::string &directory);
+
+/// For headers that no interface is written for: a family each, not strict, with all that it declares and that the
+/// headers do which `below` says to belong to it and which are not another's.
+Interface default_interface(const std::vector<std::string> &headers,
+                            const std::function<std::vector<std::string>(const std::string &)> &below);
 
 }  // namespace generator

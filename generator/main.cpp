@@ -26,11 +26,13 @@ struct Options {
     std::string interface, module, companion, version, output, stamp;
     size_t units = 1;
     bool strict = false;
-    std::vector<std::string> include_directories, own_directories, system_directories, flags, libraries;
+    std::vector<std::string> headers, include_directories, own_directories, system_directories, flags,
+        libraries;
 };
 
 constexpr char usage[] =
-    "usage: generate --interface DIR --module NAME --version TEXT --output DIR [--companion FILE] [--units "
+    "usage: generate (--interface DIR | --header HEADER...) --module NAME --version TEXT --output DIR "
+    "[--companion FILE] [--units "
     "NUMBER] [--stamp FILE]"
     " [--strict yes] [--library FILE]... [--include DIR]... [--own-include DIR]... [--system-include DIR]... "
     "[--flag COMPILER_FLAG]...\n"
@@ -42,7 +44,9 @@ constexpr char usage[] =
     "the\n"
     "version a digest is added of the headers that were found in the folders of --include, and of the\n"
     "definitions among the flags. What no FILE of --library exports is not bound; without them it is not\n"
-    "looked at. --strict yes makes an error of what cannot be bound, whatever the interface says.\n";
+    "looked at. --strict yes makes an error of what cannot be bound, whatever the interface says. Without "
+    "an\n"
+    "interface all is bound that can be of each HEADER, and of what it includes from its own folder.\n";
 
 size_t positive(const std::string &text)
 {
@@ -65,6 +69,8 @@ bool parse(int argc, char **argv, Options &options)
         std::string option = argv[i], value = argv[i + 1];
         if (option == "--interface") {
             options.interface = value;
+        } else if (option == "--header") {
+            options.headers.push_back(value);
         } else if (option == "--module") {
             options.module = value;
         } else if (option == "--companion") {
@@ -93,18 +99,14 @@ bool parse(int argc, char **argv, Options &options)
             return false;
         }
     }
-    return argc % 2 == 1 && !options.interface.empty() && is_module_name(options.module)
-           && !options.version.empty() && !options.output.empty() && options.units > 0;
+    return argc % 2 == 1 && options.interface.empty() != options.headers.empty()
+           && is_module_name(options.module) && !options.version.empty() && !options.output.empty()
+           && options.units > 0;
 }
 
-HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Options &options)
+HeaderSource folders_of(const Options &options)
 {
     HeaderSource source;
-    for (const FamilyInterface &family : interface) {
-        source.c_headers.insert(source.c_headers.end(), family.headers.begin(), family.headers.end());
-        source.cxx_headers.insert(source.cxx_headers.end(), family.cxx_headers.begin(),
-                                  family.cxx_headers.end());
-    }
     source.include_directories = options.include_directories;
     source.own_directories = options.own_directories;
     source.system_directories = options.system_directories;
@@ -112,15 +114,28 @@ HeaderSource headers_of(const std::vector<FamilyInterface> &interface, const Opt
     return source;
 }
 
+Interface interface_of(const Options &options, const HeaderSource &folders)
+{
+    if (options.headers.empty()) {
+        return read_interface(options.interface);
+    }
+    return default_interface(options.headers,
+                             [&](const std::string &header) { return headers_below(header, folders); });
+}
+
 void write_stamp(const Options &options, std::vector<std::string> inputs,
                  const std::vector<FamilyInterface> &interface)
 {
-    inputs.push_back(options.interface + "/binding.toml");
+    if (!options.interface.empty()) {
+        inputs.push_back(options.interface + "/binding.toml");
+    }
     if (!options.companion.empty()) {
         inputs.push_back(options.companion);
     }
     for (const FamilyInterface &family : interface) {
-        inputs.push_back(family.file);
+        if (!family.file.empty()) {
+            inputs.push_back(family.file);
+        }
     }
     inputs.insert(inputs.end(), options.libraries.begin(), options.libraries.end());
     write_if_changed(options.stamp + ".d", make_rule(options.stamp, inputs));
@@ -131,9 +146,14 @@ void write_stamp(const Options &options, std::vector<std::string> inputs,
 
 void generate(const Options &options)
 {
-    Interface interface = read_interface(options.interface);
+    HeaderSource source = folders_of(options);
+    Interface interface = interface_of(options, source);
     interface.strict = interface.strict || options.strict;
-    const HeaderSource source = headers_of(interface.families, options);
+    for (const FamilyInterface &family : interface.families) {
+        source.c_headers.insert(source.c_headers.end(), family.headers.begin(), family.headers.end());
+        source.cxx_headers.insert(source.cxx_headers.end(), family.cxx_headers.begin(),
+                                  family.cxx_headers.end());
+    }
     Declarations declarations = read_headers(source);
     const std::string version = version_of(options.version, declarations.files, source);
     if (!options.libraries.empty()) {

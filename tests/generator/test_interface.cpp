@@ -69,6 +69,37 @@ TEST_F(InterfaceTest, SectionsHaveTheirForm)
     }
 }
 
+TEST_F(InterfaceTest, HeadersWithoutAnInterfaceBringWhatIsBelowThem)
+{
+    std::filesystem::create_directories(directory_ + "/own/in");
+    write("own/lamp.h", "#include \"in/part.h\"\n#include \"../lamp.h\"\n#include \"./same.h\"\n");
+    write("own/in/part.h", "#include <stddef.h>\n");
+    write("own/same.h", "#pragma once\n");
+    HeaderSource source;
+    source.include_directories = {directory_};
+    EXPECT_EQ(headers_below("own/lamp.h", source), (std::vector<std::string>{"own/in/part.h", "own/same.h"}));
+    EXPECT_EQ(headers_below("own/gone.h", source), std::vector<std::string>());
+    // A folder of the system's that has the library's name is its own.
+    std::swap(source.include_directories, source.system_directories);
+    EXPECT_EQ(headers_below("own/lamp.h", source).size(), 2u);
+    source.system_directories = {directory_ + "/own"};
+    EXPECT_EQ(headers_below("lamp.h", source), std::vector<std::string>());
+
+    const Interface interface = default_interface({"a-b.h", "a/b.hh", "c.h"}, [](const std::string &named) {
+        return std::vector<std::string>{"c.h", "of_" + named, "d.h"};
+    });
+    std::vector<std::string> families;
+    for (const FamilyInterface &family : interface.families) {
+        families.push_back(family.name);
+        for (const Entry &entry : family.headers) {
+            families.back() += " " + entry.text;
+        }
+    }
+    EXPECT_EQ(families,
+              (std::vector<std::string>{"a_b a-b.h of_a-b.h d.h", "a_b_ a/b.hh of_a/b.hh", "c c.h of_c.h"}));
+    EXPECT_FALSE(interface.strict);
+}
+
 TEST_F(InterfaceTest, EntriesFitWhatTheHeadersDeclare)
 {
     EXPECT_EQ(
