@@ -55,7 +55,6 @@ def printed(call, *arguments):
 SCENES = {
     'l2': 'l2 add 02:00:5e:00:00:07 1 7',
     'counters': 'packet send 1 ffffffffffff02005e0000010806',
-    'counters rates': 'packet send 1 ffffffffffff02005e0000010806',
 }
 # Those that would end the run, wait, or leave files.
 NOT_RUN = 'exit', 'sleep', 'rcload', 'capture', 'config'

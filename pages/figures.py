@@ -24,16 +24,18 @@ _BLOCK = re.compile(r'(?ms)^```python\n(.*?)^```$')
 def with_drawings(text, folder, name):
     """The page with links to drawings, which are written to the folder."""
     seen, globs, made = [], {}, []
+    usual = picture.Picture
 
-    class Seen(picture.Picture):
+    class Seen(usual):
         def __str__(self):
             seen.append(self)
-            return picture.Picture.__str__(self)
+            return usual.__str__(self)
 
     def add(match):
         examples = doctest.DocTestParser().get_doctest(match.group(1), globs, name, name, 0)
-        doctest.DocTestRunner(verbose=False, optionflags=doctest.ELLIPSIS).run(examples, out=lambda _: None,
-                                                                               clear_globs=False)
+        runner = doctest.DocTestRunner(verbose=False, optionflags=doctest.ELLIPSIS)
+        if runner.run(examples, clear_globs=False).failed:
+            sys.exit('%s does not print what it shows' % name)
         globs.update(examples.globs)
         links = []
         for each in seen:
@@ -44,7 +46,7 @@ def with_drawings(text, folder, name):
         del seen[:]
         return match.group() + ''.join(links)
 
-    usual, picture.Picture = picture.Picture, Seen
+    picture.Picture = Seen
     try:
         sim.Switch().fresh()
         return _BLOCK.sub(add, text)
@@ -52,7 +54,7 @@ def with_drawings(text, folder, name):
         picture.Picture = usual
 
 
-_BAR, _LEFT, _ROW = 340, 330, 24
+_BAR, _LEFT, _ROW = 300, 370, 24
 _BAR_STYLE = '''\
 svg { background: #fff } text { font: 11px sans-serif; fill: #222 } .met { fill: #4c78a8 } .over { fill: #d1605e }
 .budget { stroke: #222; stroke-dasharray: 3 2 } .muted { fill: #777 }
@@ -69,12 +71,12 @@ def bars(rows):
     for place, row in enumerate(rows):
         y = 26 + place * _ROW
         share = float(row[4]) / float(row[5])
-        what = '%s, of %s' % (row[0], row[3].partition(':')[0])
+        what = '%s: to %s' % (row[0], row[3].partition(':')[0])
         shapes += ['<text x="%d" y="%d" text-anchor="end">%s</text>' % (_LEFT - 8, y + 12, what),
                    '<rect x="%d" y="%d" width="%d" height="16" class="%s"/>' % (
                        _LEFT, y, share / most * _BAR, 'met' if row[6] == 'met' else 'over'),
                    '<text x="%d" y="%d">%s<tspan class="muted"> to %s</tspan></text>' % (
-                       _LEFT + share / most * _BAR + 6, y + 12, row[2], row[3].partition(': ')[2])]
+                       _LEFT + _BAR + 10, y + 12, row[2], row[3].partition(': ')[2])]
     budget, bottom = _LEFT + _BAR / most, 30 + len(rows) * _ROW
     shapes.append('<line x1="%d" y1="16" x2="%d" y2="%d" class="budget"/><text x="%d" y="12" text-anchor="middle" '
                   'class="muted">budget</text>' % (budget, budget, bottom - 6, budget))

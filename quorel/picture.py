@@ -179,7 +179,7 @@ def vlans(unit, chosen=None):
             fill = 'none' if letter == '.' else _COLOURS[row % len(_COLOURS)]
             shapes.append('<rect x="%d" y="%d" width="%d" height="%d" class="grid" fill="%s"/>%s' % (
                 x, y, side, side, fill, _text(x + side // 2, y + 15, letter, 'on', 'middle') if letter != '.' else ''))
-    return Picture(lines, shapes, max(left + len(chosen) * side + 8, 320), top + len(found) * side + 8)
+    return Picture(lines, shapes, max(left + len(chosen) * side + 8, 380), top + len(found) * side + 8)
 
 
 def _told(steps):

@@ -4,13 +4,18 @@ import os
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 import _QuorelApiNew
 
 TESTS = os.path.dirname(os.path.abspath(__file__))
 PAGES = os.path.join(TESTS, os.pardir, 'pages')
+sys.path.insert(0, PAGES)
+import figures
+
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
 OTHER = os.path.join(os.environ['QUOREL_OTHER_SDK'], 'generated', 'reference.tsv')
 # Tools of the host; what a sanitizer has loaded into this process is not for them.
@@ -133,6 +138,38 @@ print(json.dumps([boxes, re.findall('<title>(.*?)</title>', drawn), drawn]))
         self.assertEqual(titles, ['TORN, bits 63 to 63', 'WIDE&lt;, bits 32 to 39', 'WIDE&lt;, bits 20 to 31',
                                   'TORN, bits 3 to 3', 'LOW, bits 0 to 1'])
         self.assertNotIn('WIDE<', drawn)
+
+
+class Figures(unittest.TestCase):
+    def setUp(self):
+        self.directory = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, self.directory)
+
+    def drawn(self, name, text):
+        """The page's drawings in their order, each well-formed."""
+        links = re.findall(r'\(figures/(.*?)\)', text)
+        self.assertEqual(sorted(links), sorted(os.listdir(self.directory)))
+        return [xml.etree.ElementTree.parse(os.path.join(self.directory, link)).getroot() for link in links]
+
+    def test_what_examples_print_is_drawn_behind_them(self):
+        text = figures.with_drawings(
+            "Text\n\n```python\n>>> import quorel\n>>> from quorel import picture, sim\n```\n\nMore\n\n```python\n"
+            ">>> print(picture.vlans(0, [1, 2]))\nVLAN     1   2\n   1     U   U\n>>> one = picture.ports(0)\n```\n\nEnd",
+            self.directory, 'page')
+        picture, = self.drawn('page', text)
+        self.assertTrue(text.endswith('```\n\n![what this shows, drawn](figures/page-1.svg)\n\nEnd'), text)
+        self.assertEqual(len(picture.findall('{http://www.w3.org/2000/svg}rect')), 2)
+        self.assertRaises(SystemExit, figures.with_drawings, '```python\n>>> 1\n2\n```\n', self.directory, 'page')
+
+    def test_each_group_of_measurements_is_drawn(self):
+        with open(figures.record.RECORDED) as file:
+            recorded = file.read()
+        drawings = self.drawn('recorded', figures.with_bars(recorded, self.directory))
+        rows = [line for line, key in figures.record.tables(recorded) if len(key) == 3]
+        kinds = [bar.get('class') for drawing in drawings for bar in
+                 drawing.findall('{http://www.w3.org/2000/svg}rect')]
+        self.assertEqual([kind == 'met' for kind in kinds], [line.endswith('| met |') for line in rows])
+        self.assertEqual(len(drawings), 5)
 
 
 if __name__ == '__main__':
