@@ -106,6 +106,34 @@ class _Mac(object):
         return ':'.join('%02x' % octet for octet in _octets(number, 6))
 
 
+class _Record(object):
+    """A record of the SDK by its members; those that are given count."""
+
+    takes = '{member: number}, or a tuple of a record and one with its mask'
+
+    def __init__(self, type):
+        self._type = getattr(q, type)
+
+    def pair(self, members):
+        value, mask = self._type(), self._type()
+        for name, number in members.items():
+            if not hasattr(value, name) or not isinstance(number, _INTEGERS):
+                raise ValueError(name)
+            setattr(value, name, number)
+            _fill(mask, name)
+        return value, mask
+
+
+def _fill(record, name):
+    """Sets all bits of a member."""
+    for bits in (32, 16, 8):
+        try:
+            setattr(record, name, (1 << bits) - 1)
+            return
+        except OverflowError:
+            pass
+
+
 def _ip_number(family, text):
     import socket
     try:
@@ -156,7 +184,9 @@ class _Qualifier(object):
         self._is_masked = len(rows) == 2 and types[0] == types[1] and rows[1][0].startswith('mask')
         self._is_whole = not self._is_masked and len(rows) != 1
         self._is_ports = self._is_masked and types[0] == 'bcm_pbmp_t'
+        self._is_record = self._is_masked and isinstance(getattr(q, types[0], None), type)
         self._kind = (None if self._is_whole or self._is_ports else
+                      _Record(types[0]) if self._is_record else
                       _Ip6 if rows[0][2:] == ('pointer', 16) else
                       {'bcm_ip_t': _Ip4, 'bcm_mac_t': _Mac}.get(types[0]) or _Plain(types[0]))
         self._types = types
@@ -169,6 +199,8 @@ class _Qualifier(object):
             if not isinstance(value, tuple) or len(value) != len(self._types):
                 raise self._refusal(value)
             return [('values', value)]
+        if self._is_record:
+            return [('values', self._records(one)) for one in (value if isinstance(value, list) else [value])]
         return [each for one in (value if isinstance(value, list) else [value]) for each in self._read(one)]
 
     def values(self, pairs):
@@ -178,11 +210,25 @@ class _Qualifier(object):
     def expanded(self, low, high):
         return self.values(_prefixes(low, high, self._kind.bits))
 
+    def _records(self, value):
+        try:
+            return self._kind.pair(value) if isinstance(value, dict) else self._two_records(value)
+        except (OverflowError, TypeError, ValueError):
+            raise self._refusal(value)
+
+    def _two_records(self, value):
+        known = getattr(q, self._types[0])
+        if not isinstance(value, tuple) or len(value) != 2 or not all(isinstance(each, known) for each in value):
+            raise ValueError(value)
+        return value
+
     def _refusal(self, value):
         if self._is_ports:
             takes = "a list of ports, or text such as '1-4,7'"
         elif self._is_whole:
             takes = 'a tuple of %s' % ', '.join(self._types)
+        elif self._is_record:
+            takes = self._kind.takes + ', or a list of such'
         else:
             takes = self._kind.takes + (", (value, mask), a range 'low-high'" if self._is_masked else '')
             takes += ', or a list of such'
@@ -235,6 +281,20 @@ class _Qualifier(object):
         if number & rest:
             raise ValueError('%s: %r has bits beyond its prefix' % (self.name, text))
         return number, (1 << bits) - 1 & ~rest
+
+
+class RuleError(StatusError):
+    """The chip refuses a rule as a whole: StatusError of what installs its entry.
+
+    culprits: the names of the qualifiers and actions that it refuses by themselves, too.
+    """
+
+    def __init__(self, error, culprits):
+        StatusError.__init__(self, error.function, error.arguments, error.status)
+        self.culprits = culprits
+
+    def __str__(self):
+        return StatusError.__str__(self) + (': for %s' % ', '.join(self.culprits) if self.culprits else '')
 
 
 class Rule(object):
@@ -332,15 +392,18 @@ class ACL(object):
                     (value, mask); ranges, '1024-65535'; names of an enumeration, 'Ipv4Any';
                     a list of such, for any of them;
                     sets of ports, [1, 2, 3] or '1-3';
+                    members of a record, dict(org_code=0, type=0x0800);
                     and where the function takes something else, all its arguments behind the entry, as a tuple.
         actions:  names, such as 'Drop', or tuples of a name and the action's parameters, ('RedirectPort', 0, 7);
-                  those of a set of ports have a list: ('RedirectPbmp', [5, 6]).
+                  those of a set of ports have a list: ('RedirectPbmp', [5, 6]); those of an address a text:
+                  ('DestMacNew', '02:00:00:00:00:01').
         count:    whether the packets are counted, and their bytes.
 
         Lists of values take an entry for each. Ranges take one of the chip's range checks, which know the ports of
         TCP and UDP alone, and where none is free, entries for the prefixes that make them up.
 
-        ValueError: no such qualifier or action, or a value that it does not take: says what it does. StatusError.
+        ValueError: no such qualifier or action, or a value that it does not take: says what it does. StatusError:
+        of what the chip cannot install it says for which of them, if it is one by itself.
         Either way nothing has changed but what the group may have.
         """
         rule = Rule(self, priority, dict(match or {}), list(actions))
@@ -423,9 +486,15 @@ class ACL(object):
             raise _missing('action', name, [each[len('bcmFieldAction'):] for each, _ in constants('bcmFieldAction')])
         if given and isinstance(given[0], list):
             return q.bcm_field_action_ports_add, (number, given[0])
+        if len(given) == 1 and isinstance(given[0], _TEXTS):
+            try:
+                return q.bcm_field_action_mac_add, (number, _Mac.argument(_Mac.read(given[0])))
+            except ValueError:
+                raise ValueError('%s: %r is no MAC address' % (name, given[0]))
         room = len(parameters(q.bcm_field_action_add)) - 3
         if len(given) > room or not all(isinstance(each, _INTEGERS) for each in given):
-            raise ValueError('%s: an action has at most %d numbers as parameters, or a list of ports' % (name, room))
+            raise ValueError('%s: an action has at most %d numbers as parameters, or a list of ports, or a MAC address'
+                             % (name, room))
         return q.bcm_field_action_add, (number,) + given + (0,) * (room - len(given))
 
     def _choices(self, qualifier, alternative, ranges, undo):
@@ -486,5 +555,24 @@ class ACL(object):
         checked(q.bcm_field_entry_prio_set, unit, entry, rule.priority)
         if rule._stat is not None:
             checked(q.bcm_field_entry_stat_attach, unit, entry, rule._stat)
-        checked(q.bcm_field_entry_install, unit, entry)
+        try:
+            checked(q.bcm_field_entry_install, unit, entry)
+        except StatusError as error:
+            raise RuleError(error, self._culprits(rule, chosen, actions))
         return entry
+
+    def _culprits(self, rule, chosen, actions):
+        """The names of what cannot be installed by itself."""
+        names = list(rule.match) + [action if isinstance(action, _TEXTS) else action[0] for action in rule.actions]
+        return [name for name, call in zip(names, itertools.chain(chosen, actions)) if not self._is_possible(*call)]
+
+    def _is_possible(self, function, arguments):
+        entry = checked(q.bcm_field_entry_create, self.unit, self.group)
+        try:
+            checked(function, self.unit, entry, *arguments)
+            checked(q.bcm_field_entry_install, self.unit, entry)
+            return True
+        except StatusError:
+            return False
+        finally:
+            checked(q.bcm_field_entry_destroy, self.unit, entry)

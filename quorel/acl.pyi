@@ -1,7 +1,12 @@
 from typing import Any, Iterable, Iterator, List, Mapping, Optional, Tuple, Union
 
+from quorel.errors import StatusError
+
 _Match = Union[Mapping[str, Any], Iterable[Tuple[str, Any]]]
 _Action = Union[str, Tuple[Any, ...]]
+
+class RuleError(StatusError):
+    culprits: List[str]
 
 class Rule:
     priority: int

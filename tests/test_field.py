@@ -129,6 +129,8 @@ class Entries(FieldTest):
             q.bcm_field_qset_add(qset, number)
         for other in set('Lookup Egress External Hash ExactMatch PortClass Prelookup'.split()) - set(stage):
             q.bcm_field_qset_remove(qset, getattr(q, 'bcmFieldQualifyStage' + other))
+        # And a data qualifier, whether there is one or not.
+        q.bcm_field_qset_add(qset, q.bcmFieldQualifyCount + 5)
         return checked(q.bcm_field_group_create, 0, qset, 1)
 
     def test_documented_qualifiers_are_matched_and_all_others_refused(self):
@@ -141,7 +143,11 @@ class Entries(FieldTest):
         checked(q.bcm_field_range_create_id, 0, 1, q.BCM_FIELD_RANGE_DSTPORT, 1, 2)
         checked(q.bcm_field_range_create_id, 0, 2, q.BCM_FIELD_RANGE_PACKET_LENGTH, 1, 2)
         header = q.bcm_field_llc_header_t(dsap=1)
-        setters = dict(RangeCheck=(1, 0), L4PortRangeCheck=(1, 0), PacketLengthRangeCheck=(2, 0), Llc=(header, header))
+        octet = array('uint8', [1])
+        setters = dict(RangeCheck=(1, 0), L4PortRangeCheck=(1, 0), PacketLengthRangeCheck=(2, 0), Llc=(header, header),
+                       data=(5, octet, octet, 1))
+        checked(q.bcm_field_data_qualifier_create, 0, q.bcm_field_data_qualifier_t(
+            qual_id=5, flags=q.BCM_FIELD_DATA_QUALIFIER_WITH_ID, length=1))
         setters = dict((name, (getattr(q, 'bcm_field_qualify_' + name), given)) for name, given in setters.items())
         for function in rules.read():
             name = function.name[len('bcm_field_qualify_'):]

@@ -74,7 +74,19 @@ BEFORE_TABLES = [
     (('PrioPktAndIntNew', 6), ('PrioIntNew', 2), dict(priority=6, queue=6)),
     (('DropPrecedence', q.bcmColorRed), None, dict(color='Red')),
 ]
-WHEN_LEAVING = [(DROP, None, dict(ports=[])), (('DropCancel',), DROP, dict(ports=[2]))]
+WHEN_LEAVING = [
+    (DROP, None, dict(ports=[])),
+    (('DropCancel',), DROP, dict(ports=[2])),
+    (('PrioIntNew', 6), None, dict(queue=6)),
+    (('PrioIntTos',), None, dict(queue=PRECEDENCE)),
+    (('PrioPktNew', 6), None, dict(priority=6)),
+    (('PrioPktTos',), None, dict(priority=PRECEDENCE)),
+    (('PrioPktCopy',), None, dict(priority=INNER_PRIORITY)),
+    (('PrioPktAndIntNew', 6), ('PrioIntNew', 2), dict(priority=6, queue=6)),
+    (('OuterVlanPrioCopyInner',), ('PrioPktNew', 2), dict(priority=INNER_PRIORITY)),
+    (('OuterVlanCfiNew', 1), None, dict(cfi=1)),
+    (('DropPrecedence', q.bcmColorRed), None, dict(color='Red')),
+]
 
 
 class FieldActionTest(sim.TestCase):
@@ -126,6 +138,9 @@ class FieldActionTest(sim.TestCase):
         checked(q.bcm_field_entry_install, 0, entry)
         self.names[entry] = name
         return entry
+
+    def ports(self, port, frame):
+        return [to for to, _ in self.switch.send(port, frame)]
 
     def queues(self):
         """Packets by queue and colour of what leaves port 2."""
@@ -222,6 +237,29 @@ class Actions(FieldActionTest):
         for entry in (upper, lower):
             checked(q.bcm_field_entry_remove, 0, entry)
 
+    def test_filters_of_vlans(self):
+        checked(q.bcm_vlan_create, 0, 20)
+        checked(q.bcm_vlan_port_add, 0, 20, [2], [])
+        checked(q.bcm_port_vlan_member_set, 0, 1, q.BCM_PORT_VLAN_MEMBER_INGRESS)
+        frame = sim.tagged(sim.ethernet(B, A), 20)
+        self.assertEqual(self.switch.drops(1, frame), [(1, 'vlan_filter')])
+        self.installed('upper', 1, 'lookup', ('IngressVlanFilterDisable',))
+        self.assertEqual(self.ports(1, frame), [2])
+        checked(q.bcm_port_vlan_member_set, 0, 5, q.BCM_PORT_VLAN_MEMBER_EGRESS)
+        out = self.installed('upper', 1, 'ingress', ('RedirectPort', 0, 5))
+        self.assertEqual(self.switch.drops(1, frame), [(5, 'vlan_filter_to_send')])
+        checked(q.bcm_field_action_add, 0, out, q.bcmFieldActionEgressVlanFilterDisable, 0, 0, 0)
+        checked(q.bcm_field_entry_reinstall, 0, out)
+        self.assertEqual(self.ports(1, frame), [5])
+
+    def test_the_vlan_of_the_inner_tag(self):
+        self.installed('upper', 1, 'lookup', ('OuterVlanCopyInner',))
+        self.assertEqual(self.switch.drops(1, self.frame()), [(1, 'vlan_unknown')])
+        checked(q.bcm_vlan_create, 0, INNER)
+        checked(q.bcm_vlan_port_add, 0, INNER, [1, 8], [])
+        self.assertEqual(self.ports(1, self.frame()), [8])
+        self.assertEqual(self.ports(1, sim.tagged(sim.ethernet(B, A), VLAN)), [2])
+
     def test_parameters_that_no_packet_can_have(self):
         for action in (('CosQNew', 8), ('CosQCpuNew', 8), ('PrioIntNew', 8), ('GpPrioPktNew', 8), ('DropPrecedence', 3),
                        ('CpuReasonNew', 0), ('CpuReasonNew', q.bcmRxReasonCount), ('OuterVlanCfiNew', 2),
@@ -286,11 +324,19 @@ HEADER_CASES = [
     ([('InnerVlanDelete',)], lambda packet: dict(tags=packet['tags'][:1])),
     ([('InnerVlanPrioNew', 6)], inner(lambda tpid, vlan, priority: (tpid, vlan, 12 | priority & 1))),
     ([('InnerVlanCfiNew', 1)], inner(lambda tpid, vlan, priority: (tpid, vlan, priority | 1))),
+    ([('InnerVlanCopyOuter',)], inner(lambda tpid, vlan, priority: (tpid, VLAN, priority))),
+    ([('InnerVlanPrioCopyOuter',)], inner(lambda tpid, vlan, priority: (tpid, vlan, 2 | priority & 1))),
     ([('InnerTpidNew', 0x88a8)], inner(lambda tpid, vlan, priority: (0x88a8, vlan, priority))),
     ([('InnerVlanNew', 31), ('SrcMacNew', MAC), ('PrioPktNew', 5)], lambda packet: dict(
         inner(lambda tpid, vlan, priority: (tpid, 31, priority))(packet), source=MAC,
         tags=((0x8100, packet['tags'][0][1], 10),) + inner(lambda tpid, vlan, priority: (tpid, 31, priority))(
             packet)['tags'][1:])),
+]
+
+# Those that come too late when a packet leaves, and one that comes too late before.
+NOT_TO_SEND = {'TtlSet', 'TtlDecrementDisable', 'InnerVlanDelete'}
+ONLY_TO_SEND = [
+    ([('OuterVlanNew', 30)], lambda packet: dict(tags=((0x8100, 30, packet['tags'][0][2]),) + packet['tags'][1:])),
 ]
 
 
@@ -299,11 +345,15 @@ class Headers(FieldActionTest):
         """Of each packet: how it arrives, how it leaves port 2 without entries."""
         for came, leaves in packets:
             self.assertEqual(dict(self.switch.send(1, made(**came)))[2], self.left(leaves))
-        for actions, change in HEADER_CASES:
-            entry = self.installed('upper', 1, 'ingress', *actions)
+        cases = [('ingress',) + case for case in HEADER_CASES]
+        cases += [('egress',) + case for case in HEADER_CASES + ONLY_TO_SEND
+                  if not NOT_TO_SEND & set(action[0] for action in case[0])]
+        for stage, actions, change in cases:
+            entry = self.installed('upper', 1, stage, *actions)
             for came, leaves in packets:
                 expected = dict(leaves, **change(leaves))
-                self.assertEqual(dict(self.switch.send(1, made(**came)))[2], self.left(expected), (actions, came))
+                self.assertEqual(dict(self.switch.send(1, made(**came)))[2], self.left(expected),
+                                 (stage, actions, came))
             checked(q.bcm_field_entry_destroy, 0, entry)
 
     @staticmethod
@@ -326,6 +376,25 @@ class Headers(FieldActionTest):
         came = [dict(to=mac, kind=kind, service=0x6a) for kind in (4, 6)]
         self.check_headers([(packet, dict(packet, to=B, source=mac, ttl=63, routed=True,
                                           tags=((0x8100, VLAN, 0),))) for packet in came])
+
+    def test_copies_that_leave_changed(self):
+        checked(q.bcm_vlan_port_remove, 0, VLAN, [3])
+        checked(q.bcm_vlan_port_add, 0, VLAN, [3], [3])
+        checked(q.bcm_vlan_port_add, 0, VLAN, [CPU], [])
+        record = q.bcm_mirror_destination_t(gport=9)
+        checked(q.bcm_mirror_destination_create, 0, record)
+        entry = self.installed('upper', 1, 'egress', ('OuterVlanNew', 30), ('DscpNew', 2),
+                               ('MirrorEgress', record.mirror_dest_id))
+        checked(q.bcm_field_entry_remove, 0, entry)
+        checked(q.bcm_field_qualify_InPort, 0, entry, 1, 0xff)
+        checked(q.bcm_field_entry_install, 0, entry)
+        checked(q.bcm_vlan_port_remove, 0, VLAN, range(4, 65))
+        tagged, untagged = made(to=NEW, tags=((0x8100, 30, 0),), service=8), made(to=NEW, tags=(), service=8)
+        left = self.switch.send(1, made(to=NEW))
+        self.assertEqual(sorted(left), sorted([(CPU, made(to=NEW)), (2, tagged), (3, untagged), (9, tagged),
+                                               (9, untagged)]))
+        counted = [checked(q.bcm_stat_get, 0, port, q.snmpIfOutUcastPkts, OUT) for port in (2, 3)]
+        self.assertEqual(counted, [1, 1])
 
     def test_a_tag_that_is_added(self):
         self.installed('upper', 1, 'ingress', ('InnerVlanAdd', 30))
@@ -423,6 +492,14 @@ class Redirects(FieldActionTest):
             checked(destroy, 0, target)
             if target == alone:
                 alone = self.object(mac_addr=NEW, port=6)
+
+    def test_packets_that_are_not_to_be_routed(self):
+        checked(q.bcm_l3_route_add, 0, router.RouterTest.route_record(0, IP4, 0, 0, self.object(mac_addr=NEW, port=5)))
+        frame = made(to=self.mac, tags=((0x8100, 20, 0),))
+        self.assertEqual(self.ports(6, frame), [5])
+        entry = self.installed('upper', 1, 'lookup', ('L3RouteDisable',))
+        self.assertEqual(self.switch.send(6, frame), [(1, frame), (5, frame)])  # flooded
+        checked(q.bcm_field_entry_destroy, 0, entry)
 
     def test_groups_of_them(self):
         ways = array('bcm_if_t', [self.object(mac_addr=NEW, port=port) for port in (5, 6)])

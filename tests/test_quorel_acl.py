@@ -83,6 +83,22 @@ class Values(AclTest):
             self.assertEqual(found, [place for place, port in enumerate(ports) if low <= port <= high], (low, high))
 
 
+    def test_records(self):
+        frames = [sim.ethernet(B, A, header + b'data', kind=40) for header in
+                  (b'\x42\x42\3', b'\x42\xfe\3', b'\xaa\xaa\3\0\0\0\x88\xb5', b'\xaa\xaa\3\0\0\x0c\x88\xb5')]
+        for value, found in ((dict(dsap=0x42), [0, 1]), (dict(dsap=0x42, ssap=0xfe), [1]), (dict(), [0, 1, 2, 3]),
+                             ([dict(ssap=0x42), dict(ssap=0xaa)], [0, 2, 3]),
+                             ((q.bcm_field_llc_header_t(ssap=0xa0), q.bcm_field_llc_header_t(ssap=0xf0)), [2, 3])):
+            self.assertEqual(self.dropped(frames, Llc=value), found, value)
+        self.assertEqual(self.dropped(frames, Snap=dict(org_code=12)), [3])
+        self.assertEqual(self.dropped(frames, Snap=dict(type=0x88b5)), [2, 3])
+
+    def test_addresses_of_actions(self):
+        self.acl.add(1, dict(InPort=1), [('DestMacNew', '02:00:00:00:00:0a'), ('SrcMacNew', u'02:00:00:00:00:0B')])
+        self.assertEqual(self.switch.send(1, udp())[0][1][:12], b'\2\0\0\0\0\x0a\2\0\0\0\0\x0b')
+        self.assertIn('DestMacNew', str(self.acl))
+
+
 class Refused(AclTest):
     def test_what_values_are_not(self):
         for match, words in ((dict(SrcIp='10.0.0.0/33'), "SrcIp: '10.0.0.0/33' is not what it takes: an IPv4 address"),
@@ -94,23 +110,27 @@ class Refused(AclTest):
                              (dict(L4DstPort='90-80'), "a range 'low-high'"), (dict(L4DstPort=[80, 1 << 16]), '65536'),
                              (dict(IpType='Ipv5'), 'or a name such as'), (dict(InPorts='one'), "text such as '1-4,7'"),
                              (dict(SrcPort=3), 'a tuple of bcm_module_t, bcm_module_t'),
-                             (dict(SrcIpp=1), 'there is no qualifier SrcIpp: is it SrcIp or'),
+                             (dict(Snap=5), '{member: number}'), (dict(Snap=dict(kind=1)), '{member: number}'),
+                             (dict(Llc=(1, 2)), 'a tuple of a record'), (dict(SrcIpp=1), 'there is no qualifier SrcIpp: is it SrcIp or'),
                              (dict(StageLookup=1), 'there is no qualifier StageLookup')):
             with self.assertRaises(ValueError) as raised:
                 self.acl.add(match=match)
             self.assertIn(words, str(raised.exception), match)
-        for action in ('Dropp', ('Drop', 1, 2, 3, 4), ('RedirectPort', 'one')):
+        for action in ('Dropp', ('Drop', 1, 2, 3, 4), ('RedirectPort', 'one'), ('SrcMacNew', '02:00:00:00:00:1ff'),
+                       ('SrcMacNew', '02:00:00:00:00:01', 1)):
             self.assertRaises(ValueError, self.acl.add, 0, {}, [action])
         self.assertRaises(ValueError, ACL, 0, 0, 'Nowhere')
         self.assertEqual((len(self.acl), self.acl.group), (0, None))
 
     def test_nothing_is_left_of_a_rule_that_the_chip_refuses(self):
         keep = self.acl.add(1, dict(L4DstPort='1-9'), ['Drop'])
-        for match, actions in ((dict(L4DstPort='10-19', MplsForwardingLabel=5), []),
-                               (dict(InPort=[1, 2], OuterVlanId=1 << 15), []),
-                               (dict(L4SrcPort='1-9'), [('RedirectPort', 0, 99)])):
-            with self.assertRaises(StatusError):
+        for match, actions, culprit in (
+                (dict(L4DstPort='10-19', MplsForwardingLabel=5), ['Drop'], 'BCM_E_UNAVAIL (-16): for MplsForwardingLabel'),
+                (dict(InPort=[1, 2], OuterVlanId=1 << 15), [], 'bcm_field_qualify_OuterVlanId'),
+                (dict(L4SrcPort='1-9'), ['CopyToCpu', ('RedirectPort', 0, 99)], 'for RedirectPort')):
+            with self.assertRaises(StatusError) as raised:
                 self.acl.add(2, match, actions, count=True)
+            self.assertIn(culprit, str(raised.exception))
         self.assertEqual((list(self.acl), self.entries_left()), ([keep], 1))
         self.assertEqual(len(checked(q.bcm_field_range_get, 0, 1, OUT, OUT, OUT)), 3)
         self.assertRaises(StatusError, checked, q.bcm_field_range_get, 0, 2, OUT, OUT, OUT)

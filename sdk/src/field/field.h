@@ -7,6 +7,7 @@
 
 #include "begin.h"
 #include "field_action.h"
+#include "field_data.h"
 #include "field_table.h"
 #include "l3.h"
 #include "mirror.h"
@@ -58,6 +59,7 @@ using FieldStats = std::array<int, 1 + field_stat_levels>;
 struct FieldContent {
     std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
     std::map<std::pair<int, bcm_field_range_t>, int> ranges;  // by qualifier and range: inverted?
+    std::map<int, FieldData> data;                            // by data qualifier
     std::map<int, FieldAction> actions;                       // by bcm_field_action_t
 };
 
@@ -127,6 +129,7 @@ struct FieldState : RoomState {
     std::map<bcm_field_entry_t, FieldEntry> entries;
     std::map<bcm_field_range_t, FieldRange> ranges;
     std::map<int, FieldStat> stats;
+    FieldDataQualifiers data_qualifiers;
 
     /// By stage: the enabled groups that have installed entries, by descending priority.
     std::array<std::vector<FieldLookup>, field_stages> lookups;

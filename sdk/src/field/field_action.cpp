@@ -19,6 +19,7 @@ using Decision = FieldDecision;
 
 constexpr unsigned in_lookup = 1, in_ingress = 2, in_egress = 4;
 constexpr unsigned on_arrival = in_lookup | in_ingress, anywhere = on_arrival | in_egress;
+constexpr unsigned after_tables = in_ingress | in_egress, before_and_after = in_lookup | in_egress;
 
 constexpr unsigned highest_priority = 7, highest_queue = 7, highest_vlan = BCM_VLAN_INVALID - 1;
 constexpr unsigned least_type = 0x600, highest_type = 0xffff;  // of a tag
@@ -101,8 +102,13 @@ constexpr ActionRow actions[] = {
      Parameters::ports},
     {bcmFieldActionEgressPortMaskClear, Decision::egress_ports, Kind::cancel, in_ingress},
 
-    {bcmFieldActionOuterVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan, 1},
+    {bcmFieldActionOuterVlanNew, Decision::vlan, Kind::act, before_and_after, Parameters::number,
+     highest_vlan, 1},
+    {bcmFieldActionOuterVlanCopyInner, Decision::vlan, Kind::from_inner_vlan, before_and_after},
     {bcmFieldActionVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan, 1},
+    {bcmFieldActionIngressVlanFilterDisable, Decision::no_arrival_filter, Kind::act, in_lookup},
+    {bcmFieldActionEgressVlanFilterDisable, Decision::no_leaving_filter, Kind::act, on_arrival},
+    {bcmFieldActionL3RouteDisable, Decision::not_routed, Kind::act, in_lookup},
     {bcmFieldActionDoNotLearn, Decision::not_learnt, Kind::act, in_lookup},
     {bcmFieldActionDoLearn, Decision::not_learnt, Kind::cancel, in_lookup},
 
@@ -112,43 +118,46 @@ constexpr ActionRow actions[] = {
     number_of_colors(bcmFieldActionMcastCosQNew, Decision::multicast_queue, in_ingress, highest_queue),
     number_of_colors(bcmFieldActionCosQCpuNew, Decision::cpu_queue, in_ingress, highest_queue),
 
-    number_of_colors(bcmFieldActionPrioIntNew, Decision::priority, on_arrival, highest_priority),
-    of_colors(bcmFieldActionPrioIntTos, Decision::priority, Kind::from_precedence, on_arrival),
-    number_of_colors(bcmFieldActionPrioPktNew, Decision::outer_priority, on_arrival, highest_priority),
-    of_colors(bcmFieldActionPrioPktTos, Decision::outer_priority, Kind::from_precedence, on_arrival),
-    of_colors(bcmFieldActionPrioPktCopy, Decision::outer_priority, Kind::from_inner_tag, on_arrival),
-    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::priority, on_arrival, highest_priority),
-    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::outer_priority, on_arrival, highest_priority),
-    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::priority, Kind::from_precedence, on_arrival),
-    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::outer_priority, Kind::from_precedence, on_arrival),
-    number_of_colors(bcmFieldActionOuterVlanPrioNew, Decision::outer_priority, on_arrival, highest_priority),
-    {bcmFieldActionOuterVlanPrioCopyInner, Decision::outer_priority, Kind::from_inner_tag, on_arrival},
-    {bcmFieldActionOuterVlanCfiNew, Decision::outer_cfi, Kind::act, on_arrival, Parameters::number, 1},
-    number_of_colors(bcmFieldActionDropPrecedence, Decision::color, on_arrival, bcmColorRed),
+    number_of_colors(bcmFieldActionPrioIntNew, Decision::priority, anywhere, highest_priority),
+    of_colors(bcmFieldActionPrioIntTos, Decision::priority, Kind::from_precedence, anywhere),
+    number_of_colors(bcmFieldActionPrioPktNew, Decision::outer_priority, anywhere, highest_priority),
+    of_colors(bcmFieldActionPrioPktTos, Decision::outer_priority, Kind::from_precedence, anywhere),
+    of_colors(bcmFieldActionPrioPktCopy, Decision::outer_priority, Kind::from_inner_tag, anywhere),
+    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::priority, anywhere, highest_priority),
+    number_of_colors(bcmFieldActionPrioPktAndIntNew, Decision::outer_priority, anywhere, highest_priority),
+    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::priority, Kind::from_precedence, anywhere),
+    of_colors(bcmFieldActionPrioPktAndIntTos, Decision::outer_priority, Kind::from_precedence, anywhere),
+    number_of_colors(bcmFieldActionOuterVlanPrioNew, Decision::outer_priority, anywhere, highest_priority),
+    {bcmFieldActionOuterVlanPrioCopyInner, Decision::outer_priority, Kind::from_inner_tag, anywhere},
+    {bcmFieldActionOuterVlanCfiNew, Decision::outer_cfi, Kind::act, anywhere, Parameters::number, 1},
+    number_of_colors(bcmFieldActionDropPrecedence, Decision::color, anywhere, bcmColorRed),
 
-    {bcmFieldActionOuterTpidNew, Decision::outer_type, Kind::act, in_ingress, Parameters::number,
+    {bcmFieldActionOuterTpidNew, Decision::outer_type, Kind::act, after_tables, Parameters::number,
      highest_type, least_type},
-    {bcmFieldActionInnerVlanNew, Decision::inner_vlan, Kind::act, in_ingress, Parameters::number,
+    {bcmFieldActionInnerVlanNew, Decision::inner_vlan, Kind::act, after_tables, Parameters::number,
      highest_vlan, 1},
+    {bcmFieldActionInnerVlanCopyOuter, Decision::inner_vlan, Kind::from_outer_vlan, after_tables},
+    {bcmFieldActionInnerVlanPrioCopyOuter, Decision::inner_priority, Kind::from_outer_tag, after_tables},
     {bcmFieldActionInnerVlanAdd, Decision::inner_vlan, Kind::new_tag, in_ingress, Parameters::number,
      highest_vlan, 1},
     {bcmFieldActionInnerVlanDelete, Decision::inner_vlan, Kind::no_tag, in_ingress},
-    number_of_colors(bcmFieldActionInnerVlanPrioNew, Decision::inner_priority, in_ingress, highest_priority),
-    {bcmFieldActionInnerVlanCfiNew, Decision::inner_cfi, Kind::act, in_ingress, Parameters::number, 1},
-    {bcmFieldActionInnerTpidNew, Decision::inner_type, Kind::act, in_ingress, Parameters::number,
+    number_of_colors(bcmFieldActionInnerVlanPrioNew, Decision::inner_priority, after_tables,
+                     highest_priority),
+    {bcmFieldActionInnerVlanCfiNew, Decision::inner_cfi, Kind::act, after_tables, Parameters::number, 1},
+    {bcmFieldActionInnerTpidNew, Decision::inner_type, Kind::act, after_tables, Parameters::number,
      highest_type, least_type},
 
-    number_of_colors(bcmFieldActionDscpNew, Decision::service, in_ingress, 63),
-    of_colors(bcmFieldActionDscpCancel, Decision::service, Kind::cancel, in_ingress),
-    of_colors(bcmFieldActionTosNew, Decision::service, Kind::new_precedence, in_ingress, Parameters::number,
+    number_of_colors(bcmFieldActionDscpNew, Decision::service, after_tables, 63),
+    of_colors(bcmFieldActionDscpCancel, Decision::service, Kind::cancel, after_tables),
+    of_colors(bcmFieldActionTosNew, Decision::service, Kind::new_precedence, after_tables, Parameters::number,
               7),
-    of_colors(bcmFieldActionTosCancel, Decision::service, Kind::cancel, in_ingress),
-    number_of_colors(bcmFieldActionEcnNew, Decision::ecn, in_ingress, 3),
-    of_colors(bcmFieldActionEcnCancel, Decision::ecn, Kind::cancel, in_ingress),
+    of_colors(bcmFieldActionTosCancel, Decision::service, Kind::cancel, after_tables),
+    number_of_colors(bcmFieldActionEcnNew, Decision::ecn, after_tables, 3),
+    of_colors(bcmFieldActionEcnCancel, Decision::ecn, Kind::cancel, after_tables),
     {bcmFieldActionTtlSet, Decision::ttl, Kind::act, in_ingress, Parameters::number, 255},
     {bcmFieldActionTtlDecrementDisable, Decision::ttl, Kind::from_hops, in_ingress},
-    {bcmFieldActionSrcMacNew, Decision::source_mac, Kind::act, in_ingress, Parameters::mac},
-    {bcmFieldActionDestMacNew, Decision::destination_mac, Kind::act, in_ingress, Parameters::mac},
+    {bcmFieldActionSrcMacNew, Decision::source_mac, Kind::act, after_tables, Parameters::mac},
+    {bcmFieldActionDestMacNew, Decision::destination_mac, Kind::act, after_tables, Parameters::mac},
 
     {bcmFieldActionPolicerLevel0Set, Decision::policer, Kind::act, in_ingress, Parameters::number, INT_MAX,
      1},
@@ -156,11 +165,12 @@ constexpr ActionRow actions[] = {
      INT_MAX, 1},
     {bcmFieldActionStatSet, Decision::count_too, Kind::act, anywhere, Parameters::number, INT_MAX, 1},
     {bcmFieldActionMirrorIngress, Decision::mirror_in, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
-    {bcmFieldActionMirrorEgress, Decision::mirror_out, Kind::act, in_ingress, Parameters::number, INT_MAX, 1},
+    {bcmFieldActionMirrorEgress, Decision::mirror_out, Kind::act, after_tables, Parameters::number, INT_MAX,
+     1},
     {bcmFieldActionMirrorIngressCancel, Decision::mirror_in, Kind::cancel, in_ingress},
-    {bcmFieldActionMirrorEgressCancel, Decision::mirror_out, Kind::cancel, in_ingress},
+    {bcmFieldActionMirrorEgressCancel, Decision::mirror_out, Kind::cancel, after_tables},
     {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
-    {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, in_ingress},
+    {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, after_tables},
 
     class_row(bcmFieldActionClassSourceSet, FieldClass::source),
     class_row(bcmFieldActionClassDestSet, FieldClass::destination),
@@ -217,6 +227,13 @@ int read_parameters(const ActionRow &row, const FieldAction &given, FieldEffect 
     return BCM_E_INTERNAL;
 }
 
+/// Of a tag, if it is there and has one.
+std::optional<unsigned> vlan_of(const FieldKey &key, FieldHeader tag, FieldPlace place)
+{
+    const auto vlan = static_cast<unsigned>(key.get(place)) & unsigned{BCM_VLAN_INVALID};
+    return key.is(tag) && vlan >= 1 && vlan <= highest_vlan ? std::optional<unsigned>(vlan) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
@@ -229,6 +246,14 @@ std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
                    : std::nullopt;
     case Kind::from_hops:
         return key.is(FieldHeader::ip) ? std::optional<unsigned>(key.get(field_places::hops)) : std::nullopt;
+    case Kind::from_inner_vlan:
+        return vlan_of(key, FieldHeader::inner_tag, field_places::inner_tag);
+    case Kind::from_outer_vlan:
+        return vlan_of(key, FieldHeader::outer_tag, field_places::outer_tag);
+    case Kind::from_outer_tag:
+        return key.is(FieldHeader::outer_tag)
+                   ? std::optional<unsigned>(key.get(field_places::outer_tag) >> above_priority)
+                   : std::nullopt;
     case Kind::from_inner_tag:
         return key.is(FieldHeader::inner_tag)
                    ? std::optional<unsigned>(key.get(field_places::inner_tag) >> above_priority)

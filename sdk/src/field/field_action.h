@@ -44,12 +44,15 @@ enum class FieldDecision : std::uint8_t {
     ttl,  ///< of what is routed
     source_mac,
     destination_mac,
-    policer,         ///< of level 0; they are the entry's own, so that none is asked for a packet
-    second_policer,  ///< of level 1
-    mirror_in,       ///< what has arrived is mirrored
-    mirror_out,      ///< what leaves
-    count_too,       ///< by these counters; they are the entry's own, too
-    first_class,     ///< a class of the packet, in the order of FieldClass
+    policer,            ///< of level 0; they are the entry's own, so that none is asked for a packet
+    second_policer,     ///< of level 1
+    mirror_in,          ///< what has arrived is mirrored
+    mirror_out,         ///< what leaves
+    count_too,          ///< by these counters; they are the entry's own, too
+    no_arrival_filter,  ///< of VLANs
+    no_leaving_filter,
+    not_routed,
+    first_class,  ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 
@@ -101,6 +104,9 @@ struct FieldEffect {
         from_precedence,  ///< act, with the packet's IP precedence
         from_inner_tag,   ///< with the priority of its inner tag
         from_hops,        ///< with its TTL or hop limit
+        from_inner_vlan,  ///< with the VLAN of its inner tag
+        from_outer_vlan,
+        from_outer_tag,  ///< with the priority of its outer tag
     };
 
     FieldDecision decision;

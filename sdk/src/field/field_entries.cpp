@@ -40,6 +40,7 @@ int copy(FieldState &state, const FieldEntry &from, bcm_field_entry_t *id, bool 
     FieldEntry twin(from.group);
     twin.qualifiers = from.qualifiers;
     twin.ranges = from.ranges;
+    twin.data = from.data;
     twin.actions = from.actions;
     const int status = make_entry(state, from.group, id, is_id_given);
     if (status != BCM_E_NONE) {
@@ -49,6 +50,7 @@ int copy(FieldState &state, const FieldEntry &from, bcm_field_entry_t *id, bool 
     made.priority = from.priority;
     made.qualifiers.swap(twin.qualifiers);
     made.ranges.swap(twin.ranges);
+    made.data.swap(twin.data);
     made.actions.swap(twin.actions);
     for (const auto &[key, inverted] : made.ranges) {
         ++state.ranges.at(key.second).uses;

@@ -123,7 +123,10 @@ bool uses_other(const FieldGroup &group, const bcm_field_qset_t &qset)
         return std::any_of(entry.qualifiers.begin(), entry.qualifiers.end(),
                            [&](const auto &used) { return !has_qualifier(qset, used.first); })
                || std::any_of(entry.ranges.begin(), entry.ranges.end(),
-                              [&](const auto &used) { return !has_qualifier(qset, used.first.first); });
+                              [&](const auto &used) { return !has_qualifier(qset, used.first.first); })
+               || std::any_of(entry.data.begin(), entry.data.end(), [&](const auto &used) {
+                      return !has_qualifier(qset, bcmFieldQualifyCount + used.first);
+                  });
     });
 }
 

@@ -101,8 +101,12 @@ constexpr FieldPlace translated_outer_tag{36, 0, 16}, translated_inner_tag{36, 1
     translated_format{36, 32, 2}, vlan_is_valid{36, 34, 1};
 constexpr FieldPlace classes{37, 0, 64};  // three words, of four classes each
 
+constexpr unsigned data_words = 8;
+constexpr FieldPlace data_holds{40, 0, data_words},
+    data{41, 0, 64};  // that many words, a bit for the first of each
+
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = 40;
+constexpr std::size_t words = data.word + data_words;
 
 }  // namespace field_places
 

@@ -172,6 +172,13 @@ std::vector<std::string> differences(const FieldState &state, const FieldContent
                             + std::to_string(range.second));
         }
     }
+    for (const auto &[number, data] : content.data) {
+        FieldPattern pattern;
+        add_to_pattern(state.data_qualifiers.at(number), data, pattern);
+        if (!pattern.matches(key)) {
+            found.push_back("data qualifier " + std::to_string(number));
+        }
+    }
     return found;
 }
 
@@ -232,6 +239,7 @@ void FieldState::reset()
     groups.clear();
     ranges.clear();
     stats.clear();
+    data_qualifiers.clear();
     update_lookups();
 }
 
@@ -325,6 +333,9 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         const FieldPlace bit{at::ranges.word, static_cast<std::uint8_t>(range.bit), 1};
         compiled.pattern.require(bit, inverted == 0, 1);
         compiled.ranges.push_back(&range);
+    }
+    for (const auto &[qualifier, data] : entry.data) {
+        add_to_pattern(state.data_qualifiers.at(qualifier), data, compiled.pattern);
     }
     for (const auto &[action, given] : entry.actions) {
         const int status = add_effects(action, given, stage, static_cast<unsigned>(id), compiled.effects);

@@ -169,6 +169,7 @@ int clear_qualifier(int unit, rules::Arguments arguments)
     std::memcpy(&entry, arguments.begin()->from, sizeof entry);
     return begin(unit, ready<FieldState>, field_entry(entry)).then([](FieldState &state, FieldEntry &found) {
         found.qualifiers.clear();
+        found.data.clear();
         clear_ranges(state, found, 0, true);
     });
 }

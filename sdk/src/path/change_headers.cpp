@@ -6,11 +6,9 @@
 
 namespace sim {
 
-namespace {
-
-void change_ip(unsigned char *header, const HeaderChanges &changes, bool is_routed)
+void change_ip(unsigned char *header, const HeaderChanges &changes, bool with_ttl)
 {
-    const bool sets_ttl = is_routed && changes.ttl >= 0;
+    const bool sets_ttl = with_ttl && changes.ttl >= 0;
     const auto ttl = static_cast<unsigned>(changes.ttl);
     if (header[0] >> 4 == 4) {
         if (changes.service_mask != 0) {
@@ -29,6 +27,8 @@ void change_ip(unsigned char *header, const HeaderChanges &changes, bool is_rout
         header[ip6_hop_limit_at] = static_cast<unsigned char>(ttl);
     }
 }
+
+namespace {
 
 /// The heads of a packet that is routed have the IP header, as far as it changes.
 void change_ip(Passage &passage, const HeaderChanges &changes)

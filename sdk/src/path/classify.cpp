@@ -17,7 +17,8 @@ Onward enter(Passage &passage, bcm_vlan_t vid, const char *said)
     }
     passage.find_vlan();
     if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_INGRESS)
-        && !BCM_PBMP_MEMBER(passage.vlan->members, passage.port)) {
+        && !BCM_PBMP_MEMBER(passage.vlan->members, passage.port)
+        && !(passage.treatment && passage.treatment->skips_arrival_filter)) {
         passage.drop(Discard::vlan_filter);
         return Onward::over;
     }

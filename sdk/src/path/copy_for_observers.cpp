@@ -102,11 +102,10 @@ Onward copy_in_vlan(Passage &passage)
     return Onward::next;
 }
 
-[[gnu::cold, gnu::noinline]] void copy_departure(Passage &passage, int port, const Head &head)
+[[gnu::cold, gnu::noinline]] void copy_departure(Passage &passage, int port, ByteView sent)
 {
     // The beginning of another copy is written to the same place.
-    const ByteView written = passage.departures.frame.written(head);
-    const std::vector<unsigned char> bytes(written.data, written.data + written.size);
+    const std::vector<unsigned char> bytes(sent.data, sent.data + sent.size);
     const ByteView frame = {bytes.data(), bytes.size()};
     const bool is_sampled = send_sample(passage, port, Direction::sent, frame);
     send_mirrored(passage, port, 0, mirrors_out, is_sampled, frame);
@@ -119,11 +118,9 @@ Onward copy_in_vlan(Passage &passage)
                   mirror_copy(passage.sw, passage.port, destination, mirrors_in, passage.frame.bytes));
 }
 
-[[gnu::cold, gnu::noinline]] void mirror_departure(Passage &passage, int port, const Head &head,
-                                                   int destination)
+[[gnu::cold, gnu::noinline]] void mirror_departure(Passage &passage, int port, ByteView sent, int destination)
 {
-    const ByteView written = passage.departures.frame.written(head);
-    send_mirrored(passage, mirrors_out, mirror_copy(passage.sw, port, destination, mirrors_out, written));
+    send_mirrored(passage, mirrors_out, mirror_copy(passage.sw, port, destination, mirrors_out, sent));
 }
 
 }  // namespace sim

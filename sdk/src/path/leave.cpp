@@ -30,19 +30,28 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     return ports.pbits[static_cast<unsigned>(port) / 32] >> (static_cast<unsigned>(port) % 32) & 1;
 }
 
-/// What ports do before they send that only some do: police, let wait, and copy. Whether it leaves now.
+/// What ports do before they send that only some do: the field processor's last word, policing, waiting and copies.
+/// Whether it leaves now, as the head says: what the field processor changes is a frame of its own.
 [[gnu::cold, gnu::noinline]] bool may_leave_now(Passage &passage, int port, std::uint8_t number,
                                                 const FrameCounts &counts)
 {
     const PortState &ports = passage.sw.of<PortState>();
     const Head &head = passage.departures.heads[number];
-    if (ports.matches_out.has(port)
-        && !pass_last_fields(passage, port, passage.departures.frame.written(head))) {
-        passage.drop_at(port, Discard::field_rule_to_send);
-        return false;
+    LastFields last;
+    last.color = passage.color();
+    last.priority = passage.priority();
+    if (ports.matches_out.has(port)) {
+        pass_last_fields(passage, port, passage.departures.frame.written(head), last);
+        if (last.is_dropped) {
+            passage.drop_at(port, Discard::field_rule_to_send);
+            return false;
+        }
     }
+    const auto sent = [&] {
+        return last.is_changed ? last.frame.bytes() : passage.departures.frame.written(head);
+    };
     PolicerDecision decision = PolicerDecision::none();
-    decision.color = passage.color();
+    decision.color = last.color;
     if (ports.polices_out.has(port)) {
         police(passage.sw, PolicerSide::out, port, passage.vid, counts.length(), decision);
         if (decision.drops) {
@@ -51,22 +60,25 @@ bool is_in(const bcm_pbmp_t &ports, int port)
         }
     }
     const auto priority =
-        static_cast<std::size_t>(decision.priority >= 0 ? decision.priority : passage.priority());
+        static_cast<std::size_t>(decision.priority >= 0 ? decision.priority : last.priority);
     const int chosen =
         decision.queue < 0 && passage.treatment ? passage.treatment->queue_at(port) : decision.queue;
     const int queue = chosen >= 0 ? chosen : queues_at(passage.sw, port).queue_of[priority];
-    const Queueing becomes = ports.queues_out.has(port) ? enqueue(passage.sw, port, queue, decision.color,
-                                                                  passage.departures.frame.written(head))
-                                                        : Queueing::leaves;
+    const Queueing becomes = ports.queues_out.has(port)
+                                 ? enqueue(passage.sw, port, queue, decision.color, sent())
+                                 : Queueing::leaves;
     if (becomes == Queueing::dropped) {
         passage.drop_at(port, Discard::queue_full);
         return false;
     }
     if (ports.copies_out.has(port)) {
-        copy_departure(passage, port, head);
+        copy_departure(passage, port, sent());
     }
-    if (passage.treatment && passage.treatment->mirror_out != 0 && port != cpu_port) {
-        mirror_departure(passage, port, head, passage.treatment->mirror_out);
+    const int of_packet = passage.treatment ? passage.treatment->mirror_out : 0;
+    for (const int destination : {of_packet, last.mirror_out}) {
+        if (destination != 0 && port != cpu_port) {
+            mirror_departure(passage, port, sent(), destination);
+        }
     }
     if (becomes == Queueing::waits) {
         if (is_traced) {
@@ -75,7 +87,11 @@ bool is_in(const bcm_pbmp_t &ports, int port)
         return false;
     }
     count_departure(passage.sw, port, queue, decision.color, counts.length());
-    return true;
+    if (last.is_changed) {
+        FrameCounts(last.frame.bytes()).sent(passage.counters_at(port));
+        passage.departures.add(port, std::move(last.frame));
+    }
+    return !last.is_changed;
 }
 
 [[gnu::cold]] void tell_retagged(const Passage &passage, int port, const PacketTags &tags, std::size_t length)
@@ -108,7 +124,9 @@ void count_and_add(Passage &passage, int port, std::uint8_t head, bool tagged, c
 void send(Passage &passage, int port, std::uint8_t head, const FrameCounts &counts, bool is_plain)
 {
     const Port &own = port_of(passage.sw, port);
-    if ((own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_in(passage.vlan->members, port)) {
+    const bool is_filtered =
+        (own.vlan_filter & BCM_PORT_VLAN_MEMBER_EGRESS) && !is_in(passage.vlan->members, port);
+    if (is_filtered && !(passage.treatment && passage.treatment->skips_leaving_filter)) {
         passage.drop_at(port, Discard::vlan_filter_to_send);
     } else if (counts.length() > static_cast<std::size_t>(own.frame_max)) {
         passage.drop_at(port, Discard::too_long_to_send);

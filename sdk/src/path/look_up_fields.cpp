@@ -2,6 +2,8 @@
 
 #include "field.h"
 
+#include <cstring>
+
 namespace sim {
 
 namespace {
@@ -100,9 +102,16 @@ void put_forwarding(Passage &passage, FieldKey &key)
                                        | (tags.inner.is_there ? BCM_FIELD_VLAN_FORMAT_INNER_TAGGED : 0));
 }
 
-bool looks_further(const Passage &passage, FieldStage stage)
+/// Puts what is further in, if an entry of the stage asks for it: whether one does.
+bool look_further(const Passage &passage, FieldStage stage, ByteView frame, FieldKey &key)
 {
-    return fields_of(passage.sw).looking_further[static_cast<std::size_t>(stage)] != 0;
+    const FieldState &fields = fields_of(passage.sw);
+    if (fields.looking_further[static_cast<std::size_t>(stage)] == 0) {
+        return false;
+    }
+    read_further_headers(key);
+    put_data(fields.data_qualifiers, frame, key);
+    return true;
 }
 
 /// Policers of entries decide on the way.
@@ -306,7 +315,8 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     using D = FieldDecision;
     if (!verdict.has_any(one_of(D::priority) | one_of(D::color) | one_of(D::unicast_queue)
                          | one_of(D::multicast_queue) | one_of(D::cpu_queue) | one_of(D::outer_priority)
-                         | one_of(D::outer_cfi) | one_of(D::not_learnt) | class_decisions)) {
+                         | one_of(D::outer_cfi) | one_of(D::not_learnt) | one_of(D::no_arrival_filter)
+                         | one_of(D::no_leaving_filter) | one_of(D::not_routed) | class_decisions)) {
         return;
     }
     const Numbers numbers(verdict, key);
@@ -320,6 +330,9 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
         numbers.put(decision_of(static_cast<FieldClass>(which)), treatment.classes[which]);
     }
     treatment.is_learnt = verdict.of(D::not_learnt) == nullptr;
+    treatment.skips_arrival_filter |= verdict.of(D::no_arrival_filter) != nullptr;
+    treatment.skips_leaving_filter |= verdict.of(D::no_leaving_filter) != nullptr;
+    treatment.is_routed &= verdict.of(D::not_routed) == nullptr;
     Tag tag;
     tag.set_content(passage.frame.tag);
     numbers.put(D::outer_priority, tag.priority);
@@ -357,20 +370,15 @@ void change_tags(Passage &passage, const FieldVerdict &verdict, const FieldKey &
     numbers.put(D::inner_type, inner.type);
 }
 
-/// What is to be changed in the packet when it is known how its copies begin.
-void note_changes(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+/// What is to be changed in headers, from the frame on in which they are.
+HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteView frame)
 {
     using D = FieldDecision;
-    if (!verdict.has_any(one_of(D::service) | one_of(D::ecn) | one_of(D::ttl) | one_of(D::source_mac)
-                         | one_of(D::destination_mac))) {
-        return;
-    }
     constexpr unsigned ecn_mask = 3, dscp_mask = 0xfc, precedence_mask = 0xe0;
     constexpr unsigned dscp_shift = 2, precedence_shift = 5;
-    passage.treat().changes_headers = true;
-    HeaderChanges &changes = passage.treat().changes;
+    HeaderChanges changes;
     if (key.ip != nullptr) {
-        changes.ip_from = static_cast<std::size_t>(key.ip - passage.frame.bytes.data);
+        changes.ip_from = static_cast<std::size_t>(key.ip - frame.data);
     }
     if (const FieldEffect *effect = verdict.of(D::service)) {
         const bool is_whole = effect->kind != FieldEffect::Kind::new_precedence;
@@ -387,6 +395,70 @@ void note_changes(Passage &passage, const FieldVerdict &verdict, const FieldKey 
     }
     if (const FieldEffect *effect = verdict.of(D::source_mac)) {
         changes.from = effect->mac.data();
+    }
+    return changes;
+}
+
+constexpr FieldDecisions header_decisions = one_of(FieldDecision::service) | one_of(FieldDecision::ecn)
+                                            | one_of(FieldDecision::ttl) | one_of(FieldDecision::source_mac)
+                                            | one_of(FieldDecision::destination_mac);
+constexpr FieldDecisions tag_decisions =
+    one_of(FieldDecision::vlan) | one_of(FieldDecision::outer_priority) | one_of(FieldDecision::outer_cfi)
+    | one_of(FieldDecision::outer_type) | one_of(FieldDecision::inner_vlan)
+    | one_of(FieldDecision::inner_priority) | one_of(FieldDecision::inner_cfi)
+    | one_of(FieldDecision::inner_type);
+
+/// The same when it is known how its copies begin.
+void note_changes(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+{
+    if (verdict.has_any(header_decisions)) {
+        passage.treat().changes_headers = true;
+        passage.treat().changes = changes_of(verdict, key, passage.frame.bytes);
+    }
+}
+
+/// The decisions about one tag.
+struct TagDecisions {
+    FieldDecision vlan, priority, cfi, type;
+};
+
+void rewrite_tag(const TagDecisions &decisions, const Numbers &numbers, unsigned char *place)
+{
+    Tag tag;
+    tag.type = number_at(place);
+    tag.set_content(number_at(place + 2));
+    numbers.put(decisions.vlan, tag.vlan);
+    numbers.put(decisions.priority, tag.priority);
+    numbers.put(decisions.cfi, tag.cfi);
+    numbers.put(decisions.type, tag.type);
+    put_number(place, tag.type);
+    put_number(place + 2, tag.content());
+}
+
+/// The copy as the verdict says: what it has is changed, nothing comes or goes.
+void rewrite(const FieldVerdict &verdict, const FieldKey &key, ByteView copy, FrameBuffer &frame)
+{
+    using D = FieldDecision;
+    const Numbers numbers(verdict, key);
+    frame.fill(copy);
+    unsigned char *const bytes = frame.shared();
+    const HeaderChanges changes = changes_of(verdict, key, copy);
+    if (changes.ip_from != 0) {
+        change_ip(bytes + changes.ip_from, changes, false);
+    }
+    unsigned char *tag = bytes + addresses_bytes;
+    if (key.is(FieldHeader::outer_tag)) {
+        rewrite_tag({D::vlan, D::outer_priority, D::outer_cfi, D::outer_type}, numbers, tag);
+        tag += tag_bytes;
+    }
+    if (key.is(FieldHeader::inner_tag)) {
+        rewrite_tag({D::inner_vlan, D::inner_priority, D::inner_cfi, D::inner_type}, numbers, tag);
+    }
+    if (changes.to != nullptr) {
+        std::memcpy(bytes, changes.to, address_bytes);
+    }
+    if (changes.from != nullptr) {
+        std::memcpy(bytes + address_bytes, changes.from, address_bytes);
     }
 }
 
@@ -436,10 +508,10 @@ void remember_source(Passage &passage)
     passage.source_was_static = position != L2Table::none && (addresses.flags(position) & BCM_L2_STATIC) != 0;
 }
 
-bool pass_last_fields(Passage &passage, int port, ByteView copy)
+void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &last)
 {
     if (!has_fields(passage.sw, FieldStage::egress)) {
-        return true;
+        return;
     }
     FieldKey key;
     start_key(passage, copy, port, key);
@@ -449,11 +521,22 @@ bool pass_last_fields(Passage &passage, int port, ByteView copy)
     key.put(at::out_port, number);
     key.has(FieldHeader::out_port);
     key.words[at::out_ports.word + number / 64] = FieldWord{1} << number % 64;
-    if (looks_further(passage, FieldStage::egress)) {
-        read_further_headers(key);
+    if (look_further(passage, FieldStage::egress, copy, key)) {
         put_results(passage, key);
     }
-    return match(passage, FieldStage::egress, port, key).of(FieldDecision::drop) == nullptr;
+    const FieldVerdict verdict = match(passage, FieldStage::egress, port, key);
+    if (verdict.is_empty()) {
+        return;
+    }
+    last.is_dropped = verdict.of(FieldDecision::drop) != nullptr;
+    const Numbers numbers(verdict, key);
+    numbers.put(FieldDecision::color, last.color);
+    numbers.put(FieldDecision::priority, last.priority);
+    numbers.put(FieldDecision::mirror_out, last.mirror_out);
+    if (!last.is_dropped && port != cpu_port && verdict.has_any(header_decisions | tag_decisions)) {
+        last.is_changed = true;
+        rewrite(verdict, key, copy, last.frame);
+    }
 }
 
 Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
@@ -464,9 +547,7 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
     }
     FieldKey key;
     start_key(passage, passage.frame.bytes, passage.port, key);
-    if (looks_further(passage, FieldStage::lookup)) {
-        read_further_headers(key);
-    }
+    look_further(passage, FieldStage::lookup, passage.frame.bytes, key);
     const FieldVerdict verdict = match(passage, FieldStage::lookup, passage.port, key);
     if (verdict.is_empty()) {
         return Onward::next;
@@ -476,9 +557,7 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
         return Onward::over;
     }
     treat(passage, verdict, key);
-    if (const FieldEffect *effect = verdict.of(FieldDecision::vlan)) {
-        *vid = static_cast<bcm_vlan_t>(effect->number);
-    }
+    Numbers(verdict, key).put(FieldDecision::vlan, *vid);
     return Onward::next;
 }
 
@@ -491,8 +570,7 @@ Onward look_up_fields(Passage &passage)
     start_key(passage, passage.frame.bytes, passage.port, key);
     put_bridging(passage, key);
     put_destination(passage, key);
-    if (looks_further(passage, FieldStage::ingress)) {
-        read_further_headers(key);
+    if (look_further(passage, FieldStage::ingress, passage.frame.bytes, key)) {
         put_results(passage, key);
         put_forwarding(passage, key);
     }

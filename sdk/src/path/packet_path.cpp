@@ -71,7 +71,8 @@ void tap(int unit, int port, Direction direction, ByteView frame)
 {
     const Onward onward =
         run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree,
-            look_at_source_by_fields, police_arrival, copy_protocols, route, find_destination>(passage);
+            look_at_source_by_fields, police_arrival, copy_protocols, route_by_fields, find_destination>(
+            passage);
     if (onward == Onward::decided) {
         run<limit_storms, look_up_fields, replicate, edit, change_headers, leave>(passage);
     }
@@ -110,7 +111,7 @@ public:
         }
         Passage passage(sw, cpu_port, departures);
         // The CPU is part of no tree, and nothing is learnt of what it sends.
-        if (run<arrive, classify_by_fields, route, find_destination>(passage) == Onward::decided) {
+        if (run<arrive, classify_by_fields, route_by_fields, find_destination>(passage) == Onward::decided) {
             run<look_up_fields, replicate, edit, change_headers, leave>(passage);
         }
         cross(sw, departures);

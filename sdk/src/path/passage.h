@@ -70,7 +70,9 @@ struct Treatment {
     bcm_color_t color;
     int priority;  ///< within the switch
     int queue = -1, cpu_queue = -1;
-    bool is_learnt = true;  ///< its source address
+    bool is_learnt = true;                                            ///< its source address
+    bool skips_arrival_filter = false, skips_leaving_filter = false;  ///< of VLANs
+    bool is_routed = true;                                            ///< if it is for a router
     FieldClasses classes = {};
     uint32 cpu_match = 0;  ///< what the CPU is told of the entry that sends it there
     int mirror_out = 0;    ///< the destination that gets a copy of what leaves; 0 for none

@@ -328,6 +328,11 @@ Onward route(Passage &passage)
     return l2_of(passage.sw).takers != L2State::no_takers ? route_if_own(passage) : Onward::next;
 }
 
+Onward route_by_fields(Passage &passage)
+{
+    return passage.treatment && !passage.treatment->is_routed ? Onward::next : route(passage);
+}
+
 [[gnu::noinline]] Onward route_by_object(Passage &passage, bcm_if_t object)
 {
     const unsigned type = passage.frame.type;

@@ -24,12 +24,12 @@ Onward copy_arrival(Passage &passage);
 /// The same for mirrors of the packet's VLAN.
 Onward copy_in_vlan(Passage &passage);
 
-/// The same of what leaves a port, with that beginning.
-void copy_departure(Passage &passage, int port, const Head &head);
+/// The same of what leaves a port.
+void copy_departure(Passage &passage, int port, ByteView sent);
 
 /// Copies for one destination of mirrors, of what arrived and of what leaves a port.
 void mirror_arrival(Passage &passage, int destination);
-void mirror_departure(Passage &passage, int port, const Head &head, int destination);
+void mirror_departure(Passage &passage, int port, ByteView sent, int destination);
 
 /// What the port takes.
 Onward admit(Passage &passage);
@@ -64,6 +64,9 @@ bool take_policed(Passage &passage, const PolicerDecision &decision);
 /// What is addressed to the router: where its IP address leads.
 Onward route(Passage &passage);
 
+/// The same, where the field processor may have said that it is to be bridged.
+Onward route_by_fields(Passage &passage);
+
 /// An IP packet goes where an egress object leads, or one of a group: decided, or over if it ends here. Next: it is
 /// none.
 Onward route_by_object(Passage &passage, bcm_if_t object);
@@ -92,8 +95,18 @@ Onward change_headers(Passage &passage);
 /// The tags that the packet has in the switch. To be asked before the first copy is written, which is where they are.
 PacketTags tags_of(Passage &passage);
 
-/// Whether the field processor lets the port send that copy.
-bool pass_last_fields(Passage &passage, int port, ByteView copy);
+/// What an IP header becomes; its TTL only if that is said. It is whole, of IPv4 that is.
+void change_ip(unsigned char *header, const HeaderChanges &changes, bool with_ttl);
+
+/// What the field processor says of a copy that a port is about to send.
+struct LastFields {
+    bool is_dropped = false, is_changed = false;
+    FrameBuffer frame;  ///< that is sent if it is changed
+    bcm_color_t color = bcmColorGreen;
+    int priority = 0;
+    int mirror_out = 0;  ///< the destination for a copy of it; 0 for none
+};
+void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &last);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);
