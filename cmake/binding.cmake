@@ -16,7 +16,7 @@
 #   reference.tsv  what the headers say of all that is bound
 #   HEADERS              are bound as far as they can be, with what they include from their own folders; named as an
 #                        #include <> finds them
-#   INTERFACE            says what is bound, and how: docs/binding.md
+#   INTERFACE            says what is bound, and how: docs/interface-files.md
 #   LIBRARIES            are linked with. Targets also say where their headers are, and what they are read with.
 #                        Functions that none of those exports which are shared libraries is left out, or an error with
 #                        STRICT; NO_EXPORTS does without looking.

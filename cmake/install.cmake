@@ -79,7 +79,7 @@ install(FILES ${CMAKE_BINARY_DIR}/QuorelBindingConfigVersion.cmake DESTINATION $
 install(PROGRAMS tools/bind DESTINATION ${binding_directory}/tools COMPONENT binding EXCLUDE_FROM_ALL)
 install(FILES tools/common.sh DESTINATION ${binding_directory}/tools COMPONENT binding EXCLUDE_FROM_ALL)
 install(DIRECTORY module typemaps helpers companion DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
-install(FILES LICENSE docs/binding.md DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
+install(FILES LICENSE docs/binding.md docs/interface-files.md DESTINATION ${binding_directory} COMPONENT binding EXCLUDE_FROM_ALL)
 
 set(documentation_directory share/doc/${package_of_module})
 install(FILES README.md CHANGELOG.md DESTINATION ${documentation_directory} COMPONENT documentation)

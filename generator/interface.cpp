@@ -1,11 +1,11 @@
 #include "interface.h"
 
 #include "errors.h"
+#include "table_description.h"
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <initializer_list>
 #include <set>
 #include <stdexcept>
 #include <variant>
@@ -81,6 +81,13 @@ protected:
     std::string file_;
 };
 
+// What an entry of a section has, by the section.
+const std::map<std::string, std::vector<std::string>> entry_keys = {
+    {"pointer_classes", {"element", "equivalent"}},
+    {"typemaps", {"header", "name"}},
+};
+constexpr const char *binding_keys[] = {"families", "narrow_long", "strict"};
+
 class FamilyReader : Reader {
 public:
     FamilyReader(const std::string &file, const std::string &name) : Reader(file)
@@ -103,6 +110,20 @@ public:
             errors.add(fault.place, fault.what);
         }
         return std::move(family_);
+    }
+
+    static std::vector<std::string> keys()
+    {
+        std::vector<std::string> keys;
+        for (const auto &[section, target] : sections()) {
+            keys.push_back(section);
+            auto of_entry = entry_keys.find(section);
+            for (const std::string &key :
+                 of_entry == entry_keys.end() ? std::vector<std::string>() : of_entry->second) {
+                keys.push_back(section + "." + key);
+            }
+        }
+        return keys;
     }
 
 private:
@@ -184,9 +205,10 @@ private:
         return text(*node);
     }
 
-    // The table of one entry, which has no other keys than these.
-    const toml::table &entry(const toml::node &node, std::initializer_list<const char *> keys)
+    // The table of one entry of that section.
+    const toml::table &entry(const toml::node &node, const char *section)
     {
+        const std::vector<std::string> &keys = entry_keys.at(section);
         for (auto &&[key, value] : table(node)) {
             if (std::count(keys.begin(), keys.end(), key.str()) == 0) {
                 fail(value, "unknown key '" + std::string(key.str()) + "'");
@@ -198,7 +220,7 @@ private:
     void read_typemaps(const toml::node &node)
     {
         for (auto &&[key, value] : table(node)) {
-            const toml::table &typemap = entry(value, {"header", "name"});
+            const toml::table &typemap = entry(value, "typemaps");
             family_.typemaps[std::string(key.str())] = {field(typemap, "header").text,
                                                         field(typemap, "name").text, place_of(value)};
         }
@@ -218,7 +240,7 @@ private:
     void read_pointer_classes(const toml::node &node)
     {
         for (auto &&[key, value] : table(node)) {
-            const toml::table &declared = entry(value, {"element", "equivalent"});
+            const toml::table &declared = entry(value, "pointer_classes");
             const toml::node *equivalent = declared.get("equivalent");
             family_.pointer_classes.push_back(
                 {std::string(key.str()), field(declared, "element"), equivalent && truth(*equivalent)});
@@ -241,12 +263,12 @@ public:
         Interface interface;
         std::vector<FamilyInterface> &families = interface.families;
         for (auto &&[key, node] : binding) {
-            if (key.str() == "strict") {
+            if (std::count(std::begin(binding_keys), std::end(binding_keys), key.str()) == 0) {
+                fail(node, "unknown key '" + std::string(key.str()) + "'");
+            } else if (key.str() == "strict") {
                 interface.strict = truth(node);
             } else if (key.str() == "narrow_long") {
                 interface.narrow_long = truth(node);
-            } else if (key.str() != "families") {
-                fail(node, "unknown key '" + std::string(key.str()) + "'");
             }
         }
         const toml::node *names = binding.get("families");
@@ -281,6 +303,19 @@ std::vector<std::string> texts(const Entries &entries)
         texts.push_back(entry.text);
     }
     return texts;
+}
+
+std::vector<std::string> interface_keys()
+{
+    std::vector<std::string> keys = FamilyReader::keys();
+    for (const char *key : binding_keys) {
+        keys.push_back(std::string("binding.toml: ") + key);
+    }
+    for (const std::string &key : table_keys()) {
+        keys.push_back("tables." + key);
+    }
+    std::sort(keys.begin(), keys.end());
+    return keys;
 }
 
 Interface read_interface(const std::string &directory)

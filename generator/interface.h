@@ -120,6 +120,9 @@ struct Interface {
 /// is wrong, naming file and line.
 Interface read_interface(const std::string &directory);
 
+/// All that interface files may say, sorted: "binding.toml: strict", "functions", "typemaps.header".
+std::vector<std::string> interface_keys();
+
 /// For headers that no interface is written for: a family each, not strict, with all that it declares and that the
 /// headers do which `below` says to belong to it and which are not another's.
 Interface default_interface(const std::vector<std::string> &headers,

@@ -46,7 +46,8 @@ constexpr char usage[] =
     "definitions among the flags. What no FILE of --library exports is not bound; without them it is not\n"
     "looked at. --strict yes makes an error of what cannot be bound, whatever the interface says. Without "
     "an\n"
-    "interface all is bound that can be of each HEADER, and of what it includes from its own folder.\n";
+    "interface all is bound that can be of each HEADER, and of what it includes from its own folder.\n"
+    "generate --keys says what interface files may hold.\n";
 
 size_t positive(const std::string &text)
 {
@@ -222,6 +223,12 @@ void generate(const Options &options)
 int main(int argc, char **argv)
 {
     Options options;
+    if (argc == 2 && std::string(argv[1]) == "--keys") {
+        for (const std::string &key : interface_keys()) {
+            std::puts(key.c_str());
+        }
+        return 0;
+    }
     if (!parse(argc, argv, options)) {
         std::fputs(usage, stderr);
         return 2;

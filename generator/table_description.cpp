@@ -35,6 +35,13 @@ constexpr const char *other_fields[] = {"key",      "record", "id",   "with",   
 
 }  // namespace
 
+std::vector<std::string> table_keys()
+{
+    std::vector<std::string> keys(std::begin(operations), std::end(operations));
+    keys.insert(keys.end(), std::begin(other_fields), std::end(other_fields));
+    return keys;
+}
+
 TableDescription::TableDescription(const Model &model, const Family &family, std::string name,
                                    const TableEntry &entry)
     : family_(family),
@@ -171,10 +178,9 @@ std::string TableDescription::size_by_name(const std::string &name) const
 
 void TableDescription::check(Errors &errors) const
 {
+    const std::vector<std::string> known = table_keys();
     for (const auto &[key, field] : entry_.fields) {
-        const auto is = [&key = key](const char *known) { return key == known; };
-        if (std::none_of(std::begin(operations), std::end(operations), is)
-            && std::none_of(std::begin(other_fields), std::end(other_fields), is)) {
+        if (std::count(known.begin(), known.end(), key) == 0) {
             errors.add(field.place, "unknown key '" + key + "'");
         }
     }

@@ -40,6 +40,9 @@
 
 namespace generator {
 
+/// The keys that an entry may have.
+std::vector<std::string> table_keys();
+
 class TableDescription {
 public:
     TableDescription(const Model &model, const Family &family, std::string name, const TableEntry &entry);
