@@ -195,7 +195,7 @@ std::string emit_sdk_calls(const Family &family, const Answers &answers)
     std::map<std::string, TableText> tables;
     for (const Function &function : family.sdk_functions) {
         const Rule &rule = answers.at(function.name).rule;
-        if (!rule.table.empty()) {
+        if (!rule.table.empty() && !rule.is_kept_by_room) {
             tables[rule.table] = rule.table_text;
         }
     }

@@ -54,6 +54,7 @@ struct Rule {
     std::string record;                     ///< tag of the record whose members are taken
     std::string call = {};                  ///< the expression that answers, where it is known already
     TableText table_text = {};
+    bool is_kept_by_room = false;  ///< whether a room keeps the records, so that there is no table
 };
 
 enum class AnswerKind {

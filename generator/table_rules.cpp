@@ -425,6 +425,7 @@ private:
         rule_.unit = function_.parameters.front().name;
         rule_.table_text = table_.text();
         const std::string keeper = table_.field("kept_by");
+        rule_.is_kept_by_room = !keeper.empty();
         rule_.call = keeper.empty()
                          ? fmt::format("rules::{}({}, {}, {{{}}}{})", called, table_constant(table_.name()),
                                        rule_.unit, fmt::join(arguments, ", "), more)

@@ -132,13 +132,16 @@ TEST_F(TableRules, EntriesAndArrays)
 
 TEST_F(TableRules, RecordsThatARoomKeeps)
 {
-    const Answers answers =
-        find_answers(build(tables + std::string("named = \"shelfPaint\"\nkept_by = \"paint\"\n")));
+    const Model model = build(tables + std::string("named = \"shelfPaint\"\nkept_by = \"paint\"\n"));
+    const Answers answers = find_answers(model);
     EXPECT_EQ(answer(answers, "shelf_paint_red"),
               "sim::set_paint(unit, {rules::key(box), rules::key(shelfPaintred), rules::given(depth)})");
     EXPECT_EQ(answer(answers, "shelf_paint_red_get"),
               "sim::find_paint(unit, {rules::key(box), rules::key(shelfPaintred), "
               "rules::result_at(depth, sizeof *depth)})");
+    const std::string calls = emit_sdk_calls(model.families.front(), answers);
+    EXPECT_NE(calls.find("table_of_shelf_box"), std::string::npos);
+    EXPECT_EQ(calls.find("table_of_shelf_paint"), std::string::npos);
 }
 
 TEST_F(TableRules, Modules)
