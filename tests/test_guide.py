@@ -12,7 +12,7 @@ from quorel.sim import lab
 SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 DOCS = os.path.join(SOURCES, 'docs')
 # What has tests of its own.
-ELSEWHERE = 'scripting.md', 'simulated-switch.md', 'architecture.md', 'contributing.md', 'binding.md'
+ELSEWHERE = 'scripting.md', 'simulated-switch.md', 'architecture.md', 'contributing.md', 'binding.md', 'interface-files.md'
 GUIDES = sorted(set(map(os.path.basename, glob.glob(os.path.join(DOCS, '*.md')))) - set(ELSEWHERE))
 
 
