@@ -969,7 +969,7 @@ private:
     {
         for (const auto &[pattern, place] : patterns.unused()) {
             // Whatever there is may be nothing.
-            if (pattern == "*" && !strict_) {
+            if (pattern == "*") {
                 continue;
             }
             error(place, "'" + pattern + "' " + otherwise);

@@ -105,6 +105,18 @@ class RealLibraries(unittest.TestCase):
         status, log = run(cls.commands(module)[-1], shell=True, cwd=cls.tree)
         assert status == 0, log
 
+    def test_functions_that_the_library_lacks_are_named_when_it_is_built(self):
+        words = shlex.split(self.commands('generation')[-1])
+        begin = [word.endswith('/generate') for word in words].index(True)
+        command = words[begin:words.index('&&', begin)]
+        self.assertEqual(command.count('--library'), 1)
+        place = command.index('--library') + 1
+        self.assertEqual(command[place], self.options['QUOREL_SDK_LIBRARY'])
+        command[place] = self.options['QUOREL_VEY_LIBRARY']
+        status, log = run(command, cwd=self.tree)
+        self.assertEqual(status, 1, log)
+        self.assertRegexpMatches(log, r"h:\d+: bcm_port_init: no library exports 'bcm_port_init'")
+
     def test_what_is_compiled(self):
         with open(os.path.join(self.tree, 'compile_commands.json')) as file:
             compiled = json.load(file)
