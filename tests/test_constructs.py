@@ -133,6 +133,10 @@ class Constructs(unittest.TestCase):
             print('%-13s%4d of %3d bound and right, %d refused with a reason' % (group, counts[0], counts[2], counts[1]))
         self.assertEqual(wrong, [])
 
+    def test_the_compiler_warns_of_nothing(self):
+        """With -Wall and -Wextra; tools/bind passes on what it says."""
+        self.assertNotIn('warning:', self.log)
+
     def test_nothing_is_silent(self):
         """Each declaration of the header is in the report, and what is not bound has a reason."""
         self.assertEqual([row for row in self.report.values() if row[3] not in ('outcome', 'bound', 'refused')], [])
