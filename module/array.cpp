@@ -1,5 +1,7 @@
 #include "array.h"
 
+#include "refinements.h"
+
 #include <cstring>
 #include <new>
 
@@ -100,6 +102,9 @@ NewReference delete_array(const ArrayRow &row, PyObject *args)
     Status status = to_pointer(PyTuple_GET_ITEM(args, 0), arguments[row.arguments].type, &array);
     if (status != Status::ok) {
         return raise_array_argument(row, destructor, 0, status);
+    }
+    if (!may_be_freed(array, method_name(static_cast<uint16_t>(row.constructor + destructor)))) {
+        return nullptr;
     }
     ::operator delete[](array.address);
     return new_none();

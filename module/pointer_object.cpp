@@ -98,6 +98,8 @@ bool destroy_pointee(SwigPyObject *self)
         Owned stand_in = Owned::steal(new_pointer_object(self->ptr, self->ty, Ownership::borrowed));
         Owned args = Owned::steal(stand_in ? PyTuple_New(1) : nullptr);
         if (args) {
+            PyObject *keeper = reinterpret_cast<PointerObject *>(self)->keeper;
+            reinterpret_cast<PointerObject *>(stand_in.get())->keeper = Owned::share(keeper).release();
             PyTuple_SET_ITEM(args.get(), 0, stand_in.release());
             result = Owned::steal(call_function(function.get(), args.get()));
         }

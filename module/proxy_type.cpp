@@ -180,7 +180,7 @@ PyMethodDef methods[] = {
 }  // namespace
 
 ProxyType Proxy_Type = {{PyVarObject_HEAD_INIT(nullptr, 0) proxy_type_name, sizeof(PyObject)},
-                        {nullptr, nullptr, nullptr, nullptr, &PointerObject_Type}};
+                        {nullptr, nullptr, nullptr, nullptr, nullptr, &PointerObject_Type}};
 
 bool initialise_proxy_type()
 {

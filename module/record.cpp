@@ -158,7 +158,7 @@ bool take_from_owner(PyObject *args, uint16_t method, uint16_t self, HeldPointer
         raise_argument_error(method_name(method), 1, text_of(self), status);
         return false;
     }
-    return true;
+    return may_be_freed(*object, method_name(method));
 }
 
 NewReference register_proxy_class(PyObject *args, uint16_t method, uint16_t self)

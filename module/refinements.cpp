@@ -16,6 +16,17 @@ bool write_refined(const swig_type_info *type, char *address, PyObject *value)
     return write && write(type, address, value);
 }
 
+bool may_be_freed(const HeldPointer &memory, const char *method)
+{
+    auto *is_kept = Proxy_Type.refinements.is_kept;
+    if (!is_kept || !memory.holder || !is_kept(memory.holder.get())) {
+        return true;
+    }
+    PyErr_Format(PyExc_ValueError, "in method '%s', argument 1 is memory of something else, which frees it",
+                 method);
+    return false;
+}
+
 NewReference wrap_part(const HeldPointer &whole, void *part, swig_type_info *type)
 {
     if (!part) {

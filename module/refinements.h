@@ -20,6 +20,8 @@ struct Refinements {
     /// Writes what the member takes besides pointer objects. False, if there is no exception, says that it takes no
     /// such value.
     bool (*write_copied)(const swig_type_info *type, char *address, PyObject *value);
+    /// Whether the memory behind a pointer object is known to belong to something else, so that nobody may free it.
+    bool (*is_kept)(PyObject *pointer);
     /// The type of this module's pointer objects.
     const PyTypeObject *pointer_object;
 };
@@ -33,6 +35,9 @@ struct ProxyType {
 /// The member at `address`, of what `type` points to, where the package has it read or written otherwise.
 NewReference read_refined(const swig_type_info *type, char *address);
 bool write_refined(const swig_type_info *type, char *address, PyObject *value);
+
+/// Whether `memory`, which `method` was given to free, is nobody else's; false with an exception.
+bool may_be_freed(const HeldPointer &memory, const char *method);
 
 /// As wrap_pointer(), of what was read out of the memory behind `whole`; it owns nothing.
 NewReference wrap_part(const HeldPointer &whole, void *part, swig_type_info *type);

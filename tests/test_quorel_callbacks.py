@@ -46,6 +46,14 @@ class Traversals(simulator.SwitchTest):
             self.assertRaises(TypeError, q.bcm_l2_addr_t_port_set, thing, 1)
             self.assertRaises(TypeError, q.bcm_l2_addr_add, 0, thing)
 
+    def test_it_cannot_free_its_record(self):
+        freeing = [q.delete_bcm_l2_addr_t, lambda address: q.delete_bcm_l2_addr_t(address.this),
+                   q.bcm_l2_addr_t.__swig_destroy__]
+        for free in freeing:
+            with self.assertRaisesRegexp(ValueError, "'delete_bcm_l2_addr_t', argument 1 is memory of something else"):
+                self.visit(lambda unit, address, cookie: free(address))
+        self.assertEqual(len(list(traverse(q.bcm_l2_traverse, 0))), 3)
+
     def test_an_exception_stops_it_and_comes_out(self):
         calls = []
 

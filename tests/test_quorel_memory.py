@@ -2,7 +2,9 @@
 import ctypes
 import gc
 import os
+import StringIO
 import subprocess
+import sys
 import unittest
 import weakref
 
@@ -180,6 +182,20 @@ class Arguments(unittest.TestCase):
             q._bcm_petra_port_nrdy_thresh_free(99, port)
         self.assertEqual([arguments[-1] for _, arguments in calls()],
                          [binding.packed('pointer', int(port.this)), binding.packed('int32', 7)])
+
+    def test_nobody_else_frees_it(self):
+        numbers, records = array('unsigned char', [1, 2]), array('bcm_l2_addr_t', 2)
+        for free, memory in [(q.delete_uint8Array, numbers), (q.delete_bcm_l2_addr_t, records),
+                             (q.delete_bcm_l2_addr_t, records[1])]:
+            self.assertEqual(error_of(free, memory), (
+                ValueError, "in method '%s', argument 1 is memory of something else, which frees it" % free.__name__))
+        part = records[1]
+        part.port, part.thisown = 7, True
+        self.addCleanup(setattr, sys, 'stderr', sys.stderr)
+        sys.stderr = said = StringIO.StringIO()
+        del part
+        self.assertIn('argument 1 is memory of something else', said.getvalue())
+        self.assertEqual((records[1].port, list(numbers)), (7, [1, 2]))
 
     def test_empty_ones_are_taken_for_single_ones(self):
         """C cannot tell: what it writes must not be anyone's."""

@@ -24,6 +24,13 @@ bool keep_whole(PyObject *whole, PyObject *part)
     return keep_alive(part, whole);
 }
 
+// By memory or a loan. Of what was read out of a record it is not known whether it is in there or elsewhere.
+bool is_kept(PyObject *pointer)
+{
+    PyObject *keeper = has_keeper(pointer) ? reinterpret_cast<PointerObject *>(pointer)->keeper : nullptr;
+    return keeper && !has_keeper(keeper);
+}
+
 void refine(Refinements &refinements)
 {
     binding_pointer_object = refinements.pointer_object;
@@ -31,6 +38,7 @@ void refine(Refinements &refinements)
     refinements.read_out = keep_whole;
     refinements.read_copied = read_copied;
     refinements.write_copied = write_copied;
+    refinements.is_kept = is_kept;
 }
 
 }  // namespace
