@@ -151,7 +151,7 @@ def faults_in_browser(folder, pictures):
         expect('the type is on the screen', browser.until(IS_SEEN % 'bcm_l2_addr_t'), True)
         browser.picture('record')
         for page in ('reference', 'errors', 'registers', 'memories', 'shell', 'guide/scripting', 'guide/architecture',
-                     'guide/ten-minutes', 'benchmarks/recorded', 'reference/field'):
+                     'guide/ten-minutes', 'benchmarks/recorded', 'package', 'reference/field'):
             browser.open(page + '.html')
             browser.picture(page.replace('/', '-'))
             overflow(browser, page)

@@ -3,12 +3,14 @@
 usage: facts.py MODULE FILE [chip]
 
 FILE becomes JSON: "values" of the module's constants. With `chip`, which is for the simulated switch, also "registers"
-and "memories" with their fields, and "commands" of the shell with what their examples print.
+and "memories" with their fields, "commands" of the shell with what their examples print, and "package": what quorel
+offers, with its docstrings.
 """
 from __future__ import print_function
 
 import ctypes
 import importlib
+import inspect
 import json
 import os
 import re
@@ -53,7 +55,6 @@ def printed(call, *arguments):
 
 # What an example of a command shows more of when something has happened before.
 SCENES = {
-    'l2': 'l2 add 02:00:5e:00:00:07 1 7',
     'counters': 'packet send 1 ffffffffffff02005e0000010806',
 }
 # Those that would end the run, wait, or leave files.
@@ -87,6 +88,51 @@ def commands(switch):
     return found
 
 
+def signature(name, thing):
+    """Of a Python function or class; of C code the docstring begins with it."""
+    if inspect.isclass(thing):
+        thing = vars(thing).get('__init__')
+    if not inspect.isfunction(thing):
+        return name
+    thing = thing.__closure__[0].cell_contents if thing.__code__.co_name == 'helper' else thing
+    names, several, keywords, defaults = inspect.getargspec(thing)
+    return name + re.sub(r"^\(self(, )?", "(", inspect.formatargspec(names, several, keywords, defaults))
+
+
+def told(name, thing):
+    """{name, signature, text, members: [such]}; methods and properties in the order of their sources."""
+    text, shown = inspect.getdoc(thing) or '', signature(name, thing)
+    of_c = re.match(r'(%s\([^)]*\)): ' % name, text)
+    if of_c:
+        shown, text = of_c.group(1), text[of_c.end():]
+    members = []
+    if inspect.isclass(thing):
+        found = [(member, value) for member, value in vars(thing).items()
+                 if member[0] != '_' and (inspect.isfunction(value) or isinstance(value, property)) and value.__doc__]
+
+        def line(item):
+            code = getattr(getattr(item[1], 'fget', item[1]), '__code__', None)
+            return code.co_firstlineno if code else 0
+        members = [dict(told(member, value), property=isinstance(value, property))
+                   for member, value in sorted(found, key=line)]
+    return {'name': name, 'signature': shown, 'text': text, 'members': members}
+
+
+def package():
+    """[{name, text, things}] of the package's modules."""
+    import quorel
+    from quorel import picture, sim
+    from quorel.sim import lab
+    found = []
+    for module in quorel, picture, sim, lab:
+        names = getattr(module, '__all__', [name for name, value in sorted(vars(module).items()) if name[0] != '_' and
+                                            getattr(value, '__module__', None) == module.__name__])
+        things = [told(name, getattr(module, name)) for name in sorted(names, key=str.lower)
+                  if inspect.isroutine(getattr(module, name)) or inspect.isclass(getattr(module, name))]
+        found.append({'name': module.__name__, 'text': inspect.getdoc(module), 'things': things})
+    return found
+
+
 def main(name, path, *words):
     facts = {'values': values(importlib.import_module(name))}
     if 'chip' in words:
@@ -94,7 +140,8 @@ def main(name, path, *words):
         switch = sim.Switch()
         switch.fresh()
         chip = Chip(0)
-        facts.update(registers=places(chip.regs), memories=places(chip.mems), commands=commands(switch))
+        facts.update(registers=places(chip.regs), memories=places(chip.mems), commands=commands(switch),
+                     package=package())
     with open(path, 'w') as file:
         json.dump(facts, file, indent=1, sort_keys=True)
 

@@ -15,6 +15,7 @@ import importlib.util
 import json
 import os
 import re
+import textwrap
 
 import bits
 
@@ -120,6 +121,11 @@ def family_of(header, families):
 
 
 class Pages:
+    """What there is, where it stands, and the pages of it: write() makes them.
+
+    where: by name, the page and place that links lead to. index: what the search knows, noted as pages are made.
+    """
+
     def __init__(self, known, facts, answers, layout, title, with_package):
         self.known, self.facts, self.answers, self.layout = known, facts, answers, layout
         self.values, self.title, self.with_package = facts['values'], title, with_package
@@ -354,7 +360,7 @@ class Pages:
             told = next((self.sentence(header.text) for header in headers if header.text), '')
             rows.append((None, '<a href="reference/%s.html">%s</a>' % (family, family), str(functions or ''),
                          str(records or ''), self.linked(told, '')))
-        others = [name for name in ('errors', 'registers', 'memories', 'shell') if name in self.extra]
+        others = [name for name in ('package', 'errors', 'registers', 'memories', 'shell') if name in self.extra]
         below = ['/' + name for name in others] + ['/reference/' + family for family in sorted(self.pages)]
         below += ['/reference/classes'] if self.classes else []
         return '\n'.join([
@@ -461,6 +467,45 @@ class Pages:
                                                                                     command['output'].rstrip())) + '\n')
         return '\n'.join(page)
 
+    def docstring(self, text):
+        """As HTML: examples and what is indented stay as they are, `name: what it is` are rows of a table."""
+        parts = []
+        for paragraph in re.split(r'\n\n+', text.strip('\n')):
+            if paragraph.startswith('>>> ') or paragraph.startswith('    '):
+                parts.append('<pre class="example">%s</pre>' % html.escape(textwrap.dedent(paragraph), quote=False))
+                continue
+            rows = []
+            for line in paragraph.split('\n'):
+                found = re.match(r'(\w+(?:, \w+)*): +(.*)', line)
+                if found or not rows:
+                    rows.append(list(found.groups()) if found else ['', line])
+                else:
+                    rows[-1][1] += ' ' + line.strip()
+            for name, said in rows:
+                told = html.escape(said, quote=False)
+                parts.append(self.table('arguments', [(None, '<code>%s</code>' % name, told)]) if name else
+                             '<p>%s</p>' % told)
+        return ''.join(parts).replace('</table></div><div class="wide"><table class="arguments">', '')
+
+    def thing(self, thing, place):
+        self.note(place, 'quorel', 'package.html#' + place, self.sentence(thing['text']))
+        shown = html.escape(thing['signature'], quote=False).replace(thing['name'], '<b>%s</b>' % thing['name'], 1)
+        return ('<div class="entry" id="%s"><div class="head"><code class="declaration">%s</code>'
+                '<a class="own" href="#%s" title="link to this">&para;</a></div>%s%s</div>' % (
+                    place, shown, place, self.docstring(thing['text']),
+                    ''.join(self.thing(member, '%s.%s' % (place, member['name'])) for member in thing['members'])))
+
+    def package_page(self):
+        modules = self.facts.get('package')
+        if not modules:
+            return None
+        page = [_heading('The package quorel', '=')]
+        for module in modules:
+            page += [_heading(module['name'], '-'), _raw(self.docstring(module['text'])),
+                     _raw(''.join(self.thing(thing, '%s.%s' % (module['name'], thing['name']))
+                                  for thing in module['things']))]
+        return '\n'.join(page)
+
     def write(self, folder):
         os.makedirs(os.path.join(folder, 'reference'), exist_ok=True)
         self.extra = {name: text for name, text in (
@@ -469,7 +514,7 @@ class Pages:
                                            'Fields that can only be read are shaded. Where several have the register, the '
                                            'brackets say which subscripts there are.')),
             ('memories', self.places_page('memories', 'Memories', 'An entry of each, the highest word first.')),
-            ('shell', self.shell_page())) if text}
+            ('shell', self.shell_page()), ('package', self.package_page())) if text}
         texts = {'%s.rst' % name: text for name, text in self.extra.items()}
         for family, headers in self.pages.items():
             texts['reference/%s.rst' % family] = self.family_page(family, headers)

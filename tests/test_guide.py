@@ -49,14 +49,13 @@ class Guides(unittest.TestCase):
         with tempfile.NamedTemporaryFile(suffix='.py') as file:
             file.write(script)
             file.flush()
-            command = [sys.executable, '-B', file.name]
+            command, options = [sys.executable, '-B', file.name], {'stdout': subprocess.PIPE}
             if 'unittest' in script:
                 command.append('-v')
-            if 'quorel.sim import lab' in script:
-                if lab.refusal():
-                    return None
-                return lab.inside(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT).communicate()[0]
-            return subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT).communicate()[0]
+                options['stderr'] = subprocess.STDOUT
+            if 'quorel.sim import lab' not in script:
+                return subprocess.Popen(command, **options).communicate()[0]
+            return None if lab.refusal() else lab.inside(command, **options).communicate()[0]
 
     def test_scripts_print_what_stands_behind_them(self):
         count = 0

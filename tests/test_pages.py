@@ -10,10 +10,12 @@ import unittest
 import xml.etree.ElementTree
 
 import _QuorelApiNew
+import quorel
 
 TESTS = os.path.dirname(os.path.abspath(__file__))
 PAGES = os.path.join(TESTS, os.pardir, 'pages')
 sys.path.insert(0, PAGES)
+import facts
 import figures
 
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
@@ -112,6 +114,39 @@ class Made(unittest.TestCase):
         self.assertIn(['other_laser_t.label', 'member'], [row[:2] for row in index])
         for word in ('OUT', 'simulated', 'quorel'):
             self.assertNotIn(word, text)
+
+
+    def test_the_package_and_the_shell_are_told_as_they_are(self):
+        path = os.path.join(self.directory, 'asked')
+        facts.main('_QuorelApiNew', path, 'chip')
+        with open(path) as file:
+            asked = json.load(file)
+        texts, index = self.make(OTHER, asked)
+        self.check_links(texts, index)
+        package = texts['package.rst']
+        for name in quorel.__all__:
+            if callable(getattr(quorel, name)) and name != 'OUT':
+                self.assertIn(' id="quorel.%s"' % name, package)
+        self.assertIn('<b>name_of</b>(group, value, default=', package)
+        self.assertIn('<b>as_dict</b>(record)</code>', package)
+        self.assertIn(' id="quorel.sim.Switch.watched"', package)
+        self.assertIn('<b>watched</b>(function)', package)
+        shell = texts['shell.rst']
+        self.assertIn("> port 1-4 speed=40000 enable=on", shell)
+        self.assertIn('vlan add ID PORTS [untagged]', shell)
+        self.assertRegexpMatches(shell, r'> l2 add .* static; l2 show\n.*02:00:5e:00:00:01')
+        self.assertGreater(texts['registers.rst'].count('<svg'), 150)
+
+    def test_a_link_that_leads_nowhere_is_found(self):
+        for name, text in (('a.html', '<a href="b.html#there">x</a><a href="b.html#gone">x</a><p id="one"><p id="one">'),
+                           ('b.html', '<p id="there"><a href="c.html">x</a><a href="#there">x</a><img src="no.svg">')):
+            with open(os.path.join(self.directory, name), 'w') as file:
+                file.write(text)
+        script = 'import json, sys; sys.path.insert(0, sys.argv[1]); import check; ' \
+                 'print(json.dumps(check.broken_links(sys.argv[2])))'
+        self.assertEqual(json.loads(python3('-c', script, PAGES, self.directory)), [[
+            'a.html: two places are called one', 'a.html: b.html#gone leads to no place',
+            'b.html: c.html leads to no file', 'b.html: no.svg leads to no file'], 5, 2])
 
 
 class Bits(unittest.TestCase):
