@@ -282,6 +282,61 @@ class Counters(FieldTest):
                                                               array('uint32', [1]), value))
 
 
+class Conditions(FieldTest):
+    """Conditions for the lookup of groups."""
+
+    @staticmethod
+    def conditions(*ids):
+        record = q.bcm_field_presel_set_t()
+        words = (ctypes.c_uint32 * 4).from_address(int(record.this))
+        for id in ids:
+            words[id // 32] |= 1 << id % 32
+        return record
+
+    def test_a_group_is_looked_up_if_one_holds(self):
+        to_entry = 1 << 31
+        made = [checked(q.bcm_field_presel_create, 0, OUT) for _ in range(2)]
+        self.assertEqual(made, [0, 1])
+        self.done(q.bcm_field_qualify_OuterVlanId(0, to_entry, 20, 0xfff))
+        self.done(q.bcm_field_qualify_MplsLabel1Id(0, to_entry | 1, 5, 0xfffff))
+        drop = checked(q.bcm_field_entry_create, 0, self.group)
+        self.done(q.bcm_field_action_add(0, drop, q.bcmFieldActionDrop, 0, 0, 0))
+        self.done(q.bcm_field_entry_install(0, drop))
+        self.done(q.bcm_vlan_create(0, 20))
+        self.done(q.bcm_vlan_port_add(0, 20, [1, 2], []))
+        switch, plain = sim.Switch(), sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:00:00:00:01')
+        labelled = sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:00:00:00:01', b'\0\0\x51\x40' * 12, kind=0x8847)
+        frames = [plain, sim.tagged(plain, 20), labelled]
+        for ids, dropped in (((), [True, True, True]), ((0,), [False, True, False]), ((1,), [False, False, True]),
+                             ((0, 1), [False, True, True])):
+            self.done(q.bcm_field_group_presel_set(0, self.group, self.conditions(*ids)))
+            self.assertEqual([not switch.send(1, frame) for frame in frames], dropped, ids)
+        self.done(q.bcm_field_qualifier_delete(0, to_entry, q.bcmFieldQualifyOuterVlanId))
+        self.assertEqual(switch.send(1, plain), [])  # it holds for all packets now, at once
+
+    def test_what_is_refused(self):
+        to_entry = 1 << 31
+        self.done(q.bcm_field_presel_create_id(0, 127))
+        for status, id in ((EXISTS, 127), (PARAM, 128), (PARAM, -1)):
+            self.assertStatus(status, q.bcm_field_presel_create_id(0, id))
+        self.assertStatus(q.BCM_E_UNAVAIL, q.bcm_field_qualify_OutPort(0, to_entry | 127, 1, 0xff))
+        self.assertStatus(MISSING, q.bcm_field_qualify_InPort(0, to_entry | 126, 1, 0xff))
+        self.assertStatus(MISSING, q.bcm_field_qualifier_delete(0, to_entry | 127, q.bcmFieldQualifyInPort))
+        self.assertStatus(PARAM, q.bcm_field_qualify_OuterVlanId(0, to_entry | 127, 0x1000, 0xffff))
+        self.assertStatus(PARAM, q.bcm_field_entry_create_id(0, self.group, to_entry | 127))
+        self.assertStatus(MISSING, q.bcm_field_group_presel_set(0, self.group, self.conditions(126, 127)))
+        config = q.bcm_field_group_config_t(flags=q.BCM_FIELD_GROUP_CREATE_WITH_PRESELSET)
+        (ctypes.c_uint32 * 4).from_address(int(config.preselset.this))[3] = 1 << 31
+        self.done(q.bcm_field_group_config_create(0, config))
+        found = q.bcm_field_presel_set_t()
+        self.done(q.bcm_field_group_presel_get(0, config.group, found))
+        self.assertEqual(list((ctypes.c_uint32 * 4).from_address(int(found.this))), [0, 0, 0, 1 << 31])
+        self.assertStatus(BUSY, q.bcm_field_presel_destroy(0, 127))
+        self.done(q.bcm_field_group_destroy(0, config.group))
+        self.done(q.bcm_field_presel_destroy(0, 127))
+        self.assertStatus(MISSING, q.bcm_field_presel_destroy(0, 127))
+
+
 class Chip(FieldTest):
     """One table, one core, and calls that have done their work when they return."""
 

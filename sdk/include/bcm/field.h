@@ -108,7 +108,7 @@ int bcm_field_group_install(int unit, bcm_field_group_t group);
 int bcm_field_group_remove(int unit, bcm_field_group_t group);
 void bcm_field_group_status_t_init(bcm_field_group_status_t *status);
 
-/* Conditions under which the group is looked up. */
+/* Conditions under which the group is looked up: if one of them holds; without any, always. */
 int bcm_field_group_presel_set(int unit, bcm_field_group_t group, bcm_field_presel_set_t *presel);
 int bcm_field_group_presel_get(int unit, bcm_field_group_t group, bcm_field_presel_set_t *presel);
 
@@ -333,7 +333,11 @@ void bcm_field_presel_set_t_init(bcm_field_presel_set_t *presel_set);
 #define BCM_FIELD_ASET_REMOVE(aset, a) SHR_BITCLR((aset).w, a)
 #define BCM_FIELD_ASET_TEST(aset, a) SHR_BITGET((aset).w, a)
 
-/* Conditions for the lookup of groups. */
+/*
+ * Conditions for the lookup of groups. To the functions of qualifiers a condition is an entry, whose id is its own with
+ * the top bit set; what they say holds at once. It compares what packets have in all stages (BCM_E_UNAVAIL). BCM_E_BUSY:
+ * a group has it.
+ */
 int bcm_field_presel_create(int unit, bcm_field_presel_t *presel_id);
 int bcm_field_presel_create_id(int unit, bcm_field_presel_t presel_id);
 int bcm_field_presel_destroy(int unit, bcm_field_presel_t presel_id);

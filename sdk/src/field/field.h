@@ -17,6 +17,7 @@
 
 #include <bcm/field.h>
 
+#include <algorithm>
 #include <climits>
 #include <map>
 #include <memory>
@@ -63,6 +64,15 @@ struct FieldContent {
     std::map<int, FieldAction> actions;                       // by bcm_field_action_t
 };
 
+/// A condition under which groups are looked up. It holds at once.
+struct FieldPresel {
+    std::map<int, FieldValues> qualifiers;
+    FieldPattern pattern;
+};
+
+/// To the functions of qualifiers, conditions are entries whose ids have this bit.
+constexpr bcm_field_entry_t presel_entry = 0x80000000u;
+
 /// What an installed entry does.
 struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
@@ -91,12 +101,22 @@ struct FieldGroup {
     int priority = 0;
     bcm_field_group_mode_t mode = bcmFieldGroupModeDefault;
     PortSet ports = PortSet::all();  // only packets from these; of the stage egress: that leave by these
+    bcm_field_presel_set_t presel_set = {};
+    std::vector<const FieldPresel *> presels;  // of which one has to hold, if there are any
     bool is_enabled = true;
     FieldStage stage = FieldStage::ingress;
     std::map<bcm_field_entry_t, FieldEntry *> entries;
     FieldTable table;
     int installed = 0;
 };
+
+/// Whether a condition of the group holds for the packet, or it has none.
+inline bool is_selected(const FieldGroup &group, const FieldKey &key)
+{
+    return group.presels.empty()
+           || std::any_of(group.presels.begin(), group.presels.end(),
+                          [&](const FieldPresel *presel) { return presel->pattern.matches(key); });
+}
 
 /// A group in which packets look for entries.
 struct FieldLookup {
@@ -128,6 +148,8 @@ struct FieldState : RoomState {
     std::map<bcm_field_group_t, FieldGroup> groups;
     std::map<bcm_field_entry_t, FieldEntry> entries;
     std::map<bcm_field_range_t, FieldRange> ranges;
+    std::map<bcm_field_presel_t, FieldPresel> presels;
+    bool presels_look_further = false;  ///< whether one asks for what is further in
     std::map<int, FieldStat> stats;
     FieldDataQualifiers data_qualifiers;
 
@@ -197,6 +219,12 @@ inline bool has_qualifier(const bcm_field_qset_t &qset, int qualifier)
     return SHR_BITGET(qset.w, static_cast<unsigned>(qualifier)) != 0;
 }
 
+/// Gives a group those conditions. BCM_E_NOT_FOUND: one of them is not there.
+int select_field_group(FieldState &state, FieldGroup &group, const bcm_field_presel_set_t &presels);
+
+/// Gives a condition, or takes from it, values of a qualifier; null takes. BCM_E_UNAVAIL: it is not known in all stages.
+int set_presel(FieldState &state, FieldPresel &presel, int qualifier, const FieldValues *values);
+
 /// Makes an entry take effect, or take over what was changed. BCM_E_UNAVAIL: the switch has nothing that a qualifier is
 /// compared with, or cannot do an action; BCM_E_FULL; BCM_E_PARAM, BCM_E_PORT: values of qualifiers and actions;
 /// BCM_E_NOT_FOUND: an action names an object that is not there.
@@ -219,7 +247,7 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
         put_ranges(state, key);
     }
     for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
-        if (!lookup.group->ports.has(port)) {
+        if (!lookup.group->ports.has(port) || !is_selected(*lookup.group, key)) {
             continue;
         }
         const auto *installed = static_cast<FieldInstalled *>(lookup.group->table.find(key));

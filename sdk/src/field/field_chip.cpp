@@ -53,7 +53,6 @@ int sim_bcm_field_stage_info_get(int unit, bcm_field_stage_t stage, bcm_field_st
     return begin(unit, ready<FieldState>, given(stage_info, group_count), field_stage(stage))
         .then([&](FieldState &state, FieldStage found) {
             *stage_info = {};
-            stage_info->field_presel_advanced_mode = 1;
             stage_info->field_presel_max_id = BCM_FIELD_PRESEL_MAX - 1;
             *group_count =
                 static_cast<int>(std::count_if(state.groups.begin(), state.groups.end(),

@@ -12,12 +12,15 @@ int make_entry(FieldState &state, bcm_field_group_t group, bcm_field_entry_t *id
 {
     bcm_field_entry_t chosen = *id;
     if (is_id_given) {
+        if ((chosen & presel_entry) != 0) {
+            return BCM_E_PARAM;
+        }
         if (state.entries.count(chosen) != 0) {
             return BCM_E_EXISTS;
         }
     } else {
         chosen = state.entries.empty() ? 1 : state.entries.rbegin()->first + 1;
-        while (chosen == 0 || state.entries.count(chosen) != 0) {
+        while (chosen == 0 || (chosen & presel_entry) != 0 || state.entries.count(chosen) != 0) {
             ++chosen;
         }
     }

@@ -67,6 +67,8 @@ int make_group(FieldState &state, const FieldGroup &group, bcm_field_group_t *id
     made.mode = group.mode;
     made.ports = group.ports;
     made.stage = stage;
+    made.presel_set = group.presel_set;
+    made.presels = group.presels;
     *id = chosen;
     return BCM_E_NONE;
 }
@@ -220,7 +222,8 @@ int sim_bcm_field_group_config_create(int unit, bcm_field_group_config_t *group_
                  own_ports(has_ports ? group_config->ports : none))
         .then([&](FieldState &state, const PortSet &ports) -> int {
             constexpr uint32 known = BCM_FIELD_GROUP_CREATE_WITH_ID | BCM_FIELD_GROUP_CREATE_WITH_PORTS
-                                     | BCM_FIELD_GROUP_CREATE_WITH_MODE | BCM_FIELD_GROUP_CREATE_WITH_ASET;
+                                     | BCM_FIELD_GROUP_CREATE_WITH_MODE | BCM_FIELD_GROUP_CREATE_WITH_ASET
+                                     | BCM_FIELD_GROUP_CREATE_WITH_PRESELSET;
             bcm_field_group_config_t &config = *group_config;
             if ((config.flags & ~known) != 0) {
                 return BCM_E_UNAVAIL;
@@ -232,6 +235,12 @@ int sim_bcm_field_group_config_create(int unit, bcm_field_group_config_t *group_
             if ((config.flags & BCM_FIELD_GROUP_CREATE_WITH_ASET) != 0) {
                 group.aset = config.aset;
                 group.has_aset = true;
+            }
+            if ((config.flags & BCM_FIELD_GROUP_CREATE_WITH_PRESELSET) != 0) {
+                const int status = select_field_group(state, group, config.preselset);
+                if (status != BCM_E_NONE) {
+                    return status;
+                }
             }
             return make_group(state, group, &config.group,
                               (config.flags & BCM_FIELD_GROUP_CREATE_WITH_ID) != 0);

@@ -240,6 +240,8 @@ void FieldState::reset()
     ranges.clear();
     stats.clear();
     data_qualifiers.clear();
+    presels.clear();
+    presels_look_further = false;
     update_lookups();
 }
 

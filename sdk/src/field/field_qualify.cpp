@@ -43,6 +43,45 @@ auto all_given(const Asked &asked)
     };
 }
 
+bool is_presel(bcm_field_entry_t entry)
+{
+    return (entry & presel_entry) != 0;
+}
+
+/// The condition that is an entry of that id to functions of qualifiers: BCM_E_NOT_FOUND.
+auto field_presel(bcm_field_entry_t entry)
+{
+    return [entry](Switch &sw, auto next) -> int {
+        auto &presels = fields_of(sw).presels;
+        const auto found = presels.find(static_cast<bcm_field_presel_t>(entry & ~presel_entry));
+        return found != presels.end() ? next(found->second) : static_cast<int>(BCM_E_NOT_FOUND);
+    };
+}
+
+FieldValues values_of(const Asked &asked)
+{
+    FieldValues values{{}, static_cast<unsigned>(asked.end - asked.values)};
+    for (const rules::Argument *value = asked.values; value != asked.end; ++value) {
+        values.bytes.append(static_cast<const char *>(value->from), value->size);
+    }
+    return values;
+}
+
+/// Writes what is kept of the qualifier: BCM_E_NOT_FOUND.
+int write_values(const std::map<int, FieldValues> &qualifiers, const Asked &asked)
+{
+    const auto found = qualifiers.find(asked.qualifier);
+    if (found == qualifiers.end()) {
+        return BCM_E_NOT_FOUND;
+    }
+    const char *bytes = found->second.bytes.data();
+    for (const rules::Argument *value = asked.values; value != asked.end; ++value) {
+        std::memcpy(value->to, bytes, value->size);
+        bytes += value->size;
+    }
+    return BCM_E_NONE;
+}
+
 bool may_have(const FieldState &state, const FieldEntry &entry, int qualifier)
 {
     return has_qualifier(state.groups.at(entry.group).qset, qualifier);
@@ -125,15 +164,19 @@ void clear_ranges(FieldState &state, FieldEntry &entry, int qualifier, bool all)
 int set_qualifier(int unit, rules::Arguments arguments)
 {
     const Asked asked(arguments);
+    if (is_presel(asked.entry)) {
+        return begin(unit, ready<FieldState>, all_given(asked), field_presel(asked.entry))
+            .then([&](FieldState &state, FieldPresel &presel) {
+                const FieldValues values = values_of(asked);
+                return set_presel(state, presel, asked.qualifier, &values);
+            });
+    }
     return begin(unit, ready<FieldState>, all_given(asked), field_entry(asked.entry))
         .then([&](FieldState &state, FieldEntry &entry) -> int {
             if (!may_have(state, entry, asked.qualifier)) {
                 return BCM_E_PARAM;
             }
-            FieldValues values{{}, static_cast<unsigned>(asked.end - asked.values)};
-            for (const rules::Argument *value = asked.values; value != asked.end; ++value) {
-                values.bytes.append(static_cast<const char *>(value->from), value->size);
-            }
+            FieldValues values = values_of(asked);
             const FieldQualifier *qualifier = field_qualifier(asked.qualifier);
             FieldPattern pattern;
             const int status = qualifier != nullptr ? add_to_pattern(*qualifier, values, pattern)
@@ -148,19 +191,14 @@ int set_qualifier(int unit, rules::Arguments arguments)
 int find_qualifier(int unit, rules::Arguments arguments)
 {
     const Asked asked(arguments);
+    if (is_presel(asked.entry)) {
+        return begin(unit, ready<FieldState>, all_given(asked), field_presel(asked.entry))
+            .then([&](FieldState &, const FieldPresel &presel) {
+                return write_values(presel.qualifiers, asked);
+            });
+    }
     return begin(unit, ready<FieldState>, all_given(asked), field_entry(asked.entry))
-        .then([&](FieldState &, const FieldEntry &entry) -> int {
-            const auto found = entry.qualifiers.find(asked.qualifier);
-            if (found == entry.qualifiers.end()) {
-                return BCM_E_NOT_FOUND;
-            }
-            const char *bytes = found->second.bytes.data();
-            for (const rules::Argument *value = asked.values; value != asked.end; ++value) {
-                std::memcpy(value->to, bytes, value->size);
-                bytes += value->size;
-            }
-            return BCM_E_NONE;
-        });
+        .then([&](FieldState &, const FieldEntry &entry) { return write_values(entry.qualifiers, asked); });
 }
 
 int clear_qualifier(int unit, rules::Arguments arguments)
@@ -182,6 +220,12 @@ extern "C" {
 
 int sim_bcm_field_qualifier_delete(int unit, bcm_field_entry_t entry, bcm_field_qualify_t qual_id)
 {
+    if (is_presel(entry)) {
+        return begin(unit, ready<FieldState>, field_presel(entry))
+            .then([&](FieldState &state, FieldPresel &presel) {
+                return set_presel(state, presel, qual_id, nullptr);
+            });
+    }
     return begin(unit, ready<FieldState>, field_entry(entry))
         .then([&](FieldState &state, FieldEntry &found) -> int {
             const auto before = found.qualifiers.size() + found.ranges.size();

@@ -106,7 +106,7 @@ void put_forwarding(Passage &passage, FieldKey &key)
 bool look_further(const Passage &passage, FieldStage stage, ByteView frame, FieldKey &key)
 {
     const FieldState &fields = fields_of(passage.sw);
-    if (fields.looking_further[static_cast<std::size_t>(stage)] == 0) {
+    if (fields.looking_further[static_cast<std::size_t>(stage)] == 0 && !fields.presels_look_further) {
         return false;
     }
     read_further_headers(key);
