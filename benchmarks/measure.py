@@ -258,6 +258,8 @@ def packet_rows():
         Row('routed packet, 100,000 IPv6 routes', 'limit', 1.00, lambda: per_packet('routed6 100000'), lambda: 1200),
         Row('packet through 10 groups with 10,000 entries', 'limit', 1.00, lambda: per_packet('fields 10000'),
             lambda: 5000),
+        Row('packet through 10 groups, each with masks of its own', 'limit', 1.00,
+            lambda: per_packet('own-fields 10000'), lambda: 5000),
         Row('packet through 10 groups with 10,000 entries', '1,000 entries', 1.10, lambda: per_packet('fields 10000'),
             lambda: per_packet('fields 1000')),
     ]
