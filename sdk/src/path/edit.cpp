@@ -87,22 +87,22 @@ Onward edit(Passage &passage)
     passage.is_plain = !passage.tags && !passage.treatment
                        && (passage.copies & passage.sw.of<PortState>().special_out()).empty();
     // What changes beginnings may need both.
-    const bool some_untagged = !passage.is_plain || !(passage.copies & untagged).empty();
-    const bool some_tagged = !passage.is_plain || !(passage.copies - untagged).empty();
+    const auto some_untagged = [&] { return !passage.is_plain || !(passage.copies & untagged).empty(); };
+    const auto some_tagged = [&] { return !passage.is_plain || !(passage.copies - untagged).empty(); };
     auto &heads = passage.departures.heads;
     passage.departures.head_count = 2;
     if (passage.hop != nullptr) {
-        if (some_untagged) {
+        if (some_untagged()) {
             edit_routed(passage, heads[0], false);
         }
-        if (some_tagged) {
+        if (some_tagged()) {
             edit_routed(passage, heads[1], true);
         }
         return Onward::next;
     }
     const bool came_tagged = passage.frame.is_tagged();
     const bool is_of_its_tag = !came_tagged || passage.frame.vlan() == passage.vid;
-    if (is_of_its_tag && !(came_tagged ? some_untagged : some_tagged)) {
+    if (is_of_its_tag && !(came_tagged ? some_untagged() : some_tagged())) {
         // All of the frame as it came.
         heads[came_tagged].start(0, 0);
         return Onward::next;
