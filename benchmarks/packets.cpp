@@ -308,7 +308,8 @@ int main(int argc, char **argv)
     if ((argc != 3 && (argc != 4 || (!routes && !fields)))
         || (scenario != "flood" && scenario != "unicast" && !routes && !fields)) {
         std::fprintf(
-            stderr, "usage: packets unicast|flood|routed4|routed6|fields|own-fields COUNT [ROUTES|ENTRIES]\n");
+            stderr,
+            "usage: packets unicast|flood|routed4|routed6|fields|own-fields COUNT [ROUTES|ENTRIES]\n");
         return 2;
     }
     std::vector<Frame> frames = {plain_frame(0x0800)};

@@ -213,8 +213,7 @@ void FieldIndex::remove(FieldTable &table, FieldRule &rule)
         return;
     }
     Tuples &tuples = tuples_with(rule.pattern.mask);
-    const auto tuple =
-        tuple_of(tuples, FieldTuple::parts_of(rule.pattern.mask), rule.pattern.value.headers);
+    const auto tuple = tuple_of(tuples, FieldTuple::parts_of(rule.pattern.mask), rule.pattern.value.headers);
     tuple->remove(rule);
     if (tuple->is_empty()) {
         tuples.erase(tuple);

@@ -19,9 +19,9 @@ constexpr int field_group_max = 512;
 struct FieldRule {
     FieldPattern pattern;
     int priority = 0;
-    unsigned entry = 0;               ///< its id; of two with one priority, the lower wins
-    unsigned group = 0;               ///< FieldTable::number of the group
-    FieldRule *next = nullptr;        ///< of the same mask, value and group, the one that wins over the others
+    unsigned entry = 0;         ///< its id; of two with one priority, the lower wins
+    unsigned group = 0;         ///< FieldTable::number of the group
+    FieldRule *next = nullptr;  ///< of the same mask, value and group, the one that wins over the others
     FieldRule *next_group = nullptr;  ///< the first one of another group; known to the first one of the group
 
     bool wins_over(const FieldRule &other) const
@@ -159,7 +159,8 @@ public:
         FieldRule *best = found.rules_[table.number_];
         for (const FieldTuple &tuple : by_color_) {
             for (FieldRule *rule = tuple.find(key); rule != nullptr; rule = rule->next_group) {
-                best = rule->group == table.number_ && (best == nullptr || rule->wins_over(*best)) ? rule : best;
+                best =
+                    rule->group == table.number_ && (best == nullptr || rule->wins_over(*best)) ? rule : best;
             }
         }
         return best;
@@ -173,7 +174,7 @@ private:
     static void sort_in(Tuples &tuples, Tuples::iterator changed);
     void take(FieldRule *rule, Found &found) const;
 
-    Tuples tuples_, by_color_;      // the highest priority first; by_color_: that look at the colour
+    Tuples tuples_, by_color_;          // the highest priority first; by_color_: that look at the colour
     std::vector<FieldTable *> groups_;  // by number; null where one is free
 };
 
