@@ -1,12 +1,12 @@
 /// Sends packets through the simulated switch and does nothing else, for what counts instructions.
 ///
-///     packets unicast|flood|routed4|routed6|fields COUNT [ROUTES|ENTRIES]
+///     packets unicast|flood|routed4|routed6|fields|own-fields COUNT [ROUTES|ENTRIES]
 ///
 /// unicast: between two ports whose addresses are known. flood: to an address that nobody has, out of the 63
 /// other ports, untagged and tagged in turns. routed4, routed6: between two VLANs, to addresses all over a table of
 /// ROUTES networks, whose lengths are those that the Internet's have. fields: to a known address, through ten groups
-/// of the field processor that have ENTRIES, with eight different masks in each group. Exit status 1 if one did not
-/// leave as often as it should.
+/// of the field processor that have ENTRIES, with eight different masks in each group; own-fields: of which no other
+/// group has any. Exit status 1 if one did not leave as often as it should.
 #include <bcm/field.h>
 #include <bcm/l2.h>
 #include <bcm/l3.h>
@@ -199,10 +199,13 @@ private:
 /// Groups of entries that count, on prefixes of addresses and on ports, and frames each of which meets one at least.
 class AccessLists {
 public:
+    explicit AccessLists(bool have_own_masks) : have_own_masks_(have_own_masks) {}
+
     bool configure(long entries)
     {
         bcm_field_qset_t qset = {};
-        for (const int qualifier : {bcmFieldQualifySrcIp, bcmFieldQualifyDstIp, bcmFieldQualifyL4DstPort}) {
+        for (const int qualifier : {bcmFieldQualifySrcIp, bcmFieldQualifyDstIp, bcmFieldQualifyL4DstPort,
+                                    bcmFieldQualifyL4SrcPort}) {
             BCM_FIELD_QSET_ADD(qset, static_cast<unsigned>(qualifier));
         }
         for (int i = 0; i < groups; ++i) {
@@ -211,7 +214,7 @@ public:
                 return false;
             }
             for (long j = 0; j < entries / groups; ++j) {
-                if (!add_entry(group)) {
+                if (!add_entry(group, have_own_masks_ ? 1u << i : 0)) {
                     return false;
                 }
             }
@@ -266,7 +269,8 @@ private:
 
     bcm_ip_t address() { return 10u << 24 | (static_cast<bcm_ip_t>(chance_()) & 0xffffff); }
 
-    bool add_entry(bcm_field_group_t group)
+    /// With bits of the source port in its mask, which are 0 in all packets.
+    bool add_entry(bcm_field_group_t group, unsigned source_bits)
     {
         const Shape &shape = shapes[chance_() % std::size(shapes)];
         const Met met = {address(), address(), static_cast<bcm_l4_port_t>(chance_() % 1024)};
@@ -280,12 +284,16 @@ private:
                && (to == 0 || bcm_field_qualify_DstIp(unit, entry, met.to & to, to) == BCM_E_NONE)
                && (!shape.has_port
                    || bcm_field_qualify_L4DstPort(unit, entry, met.port, 0xffff) == BCM_E_NONE)
+               && (source_bits == 0
+                   || bcm_field_qualify_L4SrcPort(unit, entry, 0, static_cast<bcm_l4_port_t>(source_bits))
+                          == BCM_E_NONE)
                && bcm_field_entry_prio_set(unit, entry, static_cast<int>(chance_() % 1000)) == BCM_E_NONE
                && bcm_field_stat_create(unit, group, std::size(kinds), kinds, &stat) == BCM_E_NONE
                && bcm_field_entry_stat_attach(unit, entry, stat) == BCM_E_NONE
                && bcm_field_entry_install(unit, entry) == BCM_E_NONE;
     }
 
+    bool have_own_masks_;
     std::minstd_rand chance_;  // the same in each run
     std::vector<Met> met_;
 };
@@ -295,10 +303,13 @@ private:
 int main(int argc, char **argv)
 {
     const std::string scenario = argc >= 3 ? argv[1] : "";
-    const bool routes = scenario == "routed4" || scenario == "routed6", fields = scenario == "fields";
+    const bool routes = scenario == "routed4" || scenario == "routed6";
+    const bool own_fields = scenario == "own-fields", fields = own_fields || scenario == "fields";
     if ((argc != 3 && (argc != 4 || (!routes && !fields)))
         || (scenario != "flood" && scenario != "unicast" && !routes && !fields)) {
-        std::fprintf(stderr, "usage: packets unicast|flood|routed4|routed6|fields COUNT [ROUTES|ENTRIES]\n");
+        std::fprintf(
+            stderr,
+            "usage: packets unicast|flood|routed4|routed6|fields|own-fields COUNT [ROUTES|ENTRIES]\n");
         return 2;
     }
     std::vector<Frame> frames = {plain_frame(0x0800)};
@@ -307,7 +318,7 @@ int main(int argc, char **argv)
         return 1;
     }
     Router router(scenario == "routed6");
-    AccessLists lists;
+    AccessLists lists(own_fields);
     if (routes) {
         if (!router.configure(argc == 4 ? std::atol(argv[3]) : 1000)) {
             return 1;

@@ -177,6 +177,40 @@ class Lists(AclTest):
         strong.add(0, dict(SrcIp='10.0.0.0/8'), ['DropCancel'])
         self.assertEqual([self.passes(udp(source)) for source in ('10.0.0.1', '12.0.0.1')], [True, False])
 
+    def test_lists_with_the_same_rules_meet_packets_each(self):
+        frame, lists = udp(), [ACL(0, priority=number) for number in range(4)]
+        rules = [(acl, acl.add(priority, dict(SrcIp='10.1.0.0/16'), count=True))
+                 for priority in (5, 7, 6) for acl in lists]
+        random.Random(1).shuffle(rules)
+        while rules:
+            before = [rule.packets for _, rule in rules]
+            self.passes(frame)
+            # In each list the one of the highest priority that is left.
+            highest = dict((acl, max(rule.priority for each, rule in rules if each is acl)) for acl, _ in rules)
+            self.assertEqual([rule.packets - count for (_, rule), count in zip(rules, before)],
+                             [int(rule.priority == highest[acl]) for acl, rule in rules])
+            acl, rule = rules.pop()
+            acl.remove(rule)
+        self.assertTrue(self.passes(frame))
+
+    def test_a_list_meets_the_colour_that_one_before_it_gave(self):
+        first, second = ACL(0, priority=2), ACL(0, priority=1)
+        config = q.bcm_policer_config_t()
+        q.bcm_policer_config_t_init(config)
+        config.flags = q.BCM_POLICER_BEGIN_WITH_BUCKET_FULL
+        config.mode, config.ckbits_sec, config.ckbits_burst = q.bcmPolicerModeSrTcm, 1, 8
+        policer = checked(q.bcm_policer_create, 0, config, OUT)
+        rule = first.add(1, dict(SrcIp='10.1.0.0/16'))
+        checked(q.bcm_field_entry_policer_attach, 0, rule.entries[0], 0, policer)
+        checked(q.bcm_field_entry_install, 0, rule.entries[0])
+        colors = [second.add(1, dict(Color=color, SrcIp='10.1.0.0/16'), count=True)
+                  for color in (q.BCM_FIELD_COLOR_GREEN, q.BCM_FIELD_COLOR_YELLOW, q.BCM_FIELD_COLOR_RED)]
+        for _ in range(40):
+            self.passes(udp())
+        counted = [rule.packets for rule in colors]
+        self.assertEqual(sum(counted), 40)
+        self.assertTrue(counted[0] and counted[0] < 40, counted)
+
     def test_an_older_rule_wins_over_a_younger_one_of_its_priority(self):
         self.acl.add(1, dict(L4DstPort=80))
         self.acl.add(1, dict(SrcIp='10.0.0.0/8'), ['Drop'])

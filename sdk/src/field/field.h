@@ -25,7 +25,6 @@
 
 namespace sim {
 
-constexpr int field_group_max = 512;
 constexpr std::size_t field_entry_max = 65536;
 constexpr int field_installed_max = 16384;  // of a stage
 constexpr int field_range_max = field_places::ranges.width;
@@ -153,6 +152,10 @@ struct FieldState : RoomState {
     std::map<int, FieldStat> stats;
     FieldDataQualifiers data_qualifiers;
 
+    /// What is installed and enabled, by stage.
+    std::array<FieldIndex, field_stages> indexes;
+    FieldIndex &index_of(const FieldGroup &group) { return indexes[static_cast<std::size_t>(group.stage)]; }
+
     /// By stage: the enabled groups that have installed entries, by descending priority.
     std::array<std::vector<FieldLookup>, field_stages> lookups;
     std::array<int, field_stages> installed = {};
@@ -246,11 +249,15 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
     if (!state.ranges.empty()) {
         put_ranges(state, key);
     }
+    const FieldIndex &index = state.indexes[static_cast<std::size_t>(stage)];
+    FieldIndex::Found rules;
+    index.find(key, rules);
     for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
         if (!lookup.group->ports.has(port) || !is_selected(*lookup.group, key)) {
             continue;
         }
-        const auto *installed = static_cast<FieldInstalled *>(lookup.group->table.find(key));
+        const auto *installed =
+            static_cast<const FieldInstalled *>(index.find(lookup.group->table, key, rules));
         if (installed != nullptr) {
             const bcm_color_t color = meet(*installed);
             key.replace(field_places::color, static_cast<FieldWord>(color));

@@ -183,8 +183,10 @@ int sim_bcm_field_entry_enable_set(int unit, bcm_field_entry_t entry, int enable
             return;
         }
         if (found.installed != nullptr) {
-            FieldTable &table = state.groups.at(found.group).table;
-            enable != 0 ? table.add(*found.installed) : table.remove(*found.installed);
+            FieldGroup &group = state.groups.at(found.group);
+            FieldIndex &index = state.index_of(group);
+            enable != 0 ? index.add(group.table, *found.installed)
+                        : index.remove(group.table, *found.installed);
         }
         found.is_enabled = enable != 0;
         state.update_lookups();

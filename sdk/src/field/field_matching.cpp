@@ -54,6 +54,9 @@ bool is_in(const FieldRange &range, const FieldKey &key)
 /// Whether a counter of the kind counts the packet.
 bool counts(bcm_field_stat_t kind, const FieldKey &key)
 {
+    if (kind == bcmFieldStatPackets || kind == bcmFieldStatBytes) {
+        return true;
+    }
     const FieldWord color = key.get(at::color);
     switch (kind) {
     case bcmFieldStatGreenBytes:
@@ -235,6 +238,7 @@ void FieldState::reset()
 {
     installed = {};
     looking_further = {};
+    indexes = {};
     entries.clear();
     groups.clear();
     ranges.clear();
@@ -386,14 +390,15 @@ int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
         return BCM_E_FULL;
     }
     const bool was_empty = group.table.is_empty();
+    FieldIndex &index = state.index_of(group);
     if (entry.is_enabled) {
-        group.table.add(*compiled);
+        index.add(group.table, *compiled);
     }
     count_uses(state, group.stage, *compiled, 1);
     if (entry.installed != nullptr) {
         count_uses(state, group.stage, *entry.installed, -1);
         if (entry.is_enabled) {
-            group.table.remove(*entry.installed);
+            index.remove(group.table, *entry.installed);
         }
     } else {
         ++installed;
@@ -413,7 +418,7 @@ void remove_field(FieldState &state, FieldEntry &entry)
     }
     FieldGroup &group = state.groups.at(entry.group);
     if (entry.is_enabled) {
-        group.table.remove(*entry.installed);
+        state.index_of(group).remove(group.table, *entry.installed);
         if (group.table.is_empty()) {
             state.update_lookups();
         }

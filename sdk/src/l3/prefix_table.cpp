@@ -107,10 +107,12 @@ template <bool by_instruction>
             best = node;
             best_matches = found;
         }
-        if (!(node->children >> value & 1)) {
+        // That of the value is the highest one left.
+        const std::uint64_t up_to_value = node->children << (63 - value);
+        if (!(up_to_value >> 63)) {
             break;
         }
-        node = node->nodes + count(node->children & ((one << value) - 1));
+        node = node->nodes + count(up_to_value) - 1;
         address = without_first_bits(address, stride);
     }
     if (best == nullptr) {

@@ -21,53 +21,58 @@ void count_hop(unsigned char *header)
 constexpr std::size_t routed_ip4_bytes = 2 + ip4_checksum_at + 2;
 constexpr std::size_t routed_ip6_bytes = 2 + ip6_hop_limit_at + 1;
 
-template <std::size_t size>
-void copy(unsigned char *untagged, unsigned char *tagged, const unsigned char *bytes)
+void write_tag(const Passage &passage, unsigned char *place)
 {
-    std::memcpy(untagged, bytes, size);
-    std::memcpy(tagged, bytes, size);
+    put_number(place, type_vlan);
+    put_number(place + 2, passage.frame.tag_of(passage.vid));
 }
 
-void write_tag(const Passage &passage, Head &tagged)
+/// Where the addresses of a beginning are to be written that replaces so much of the frame, and has so much behind
+/// addresses and tag.
+unsigned char *start(const Passage &passage, Head &head, bool is_tagged, std::size_t own)
 {
-    put_number(tagged.bytes() + addresses_bytes, type_vlan);
-    put_number(tagged.bytes() + addresses_bytes + 2, passage.frame.tag_of(passage.vid));
+    head.start(passage.frame.untagged_from + own, addresses_bytes + (is_tagged ? tag_bytes : 0) + own);
+    if (is_tagged) {
+        write_tag(passage, head.bytes() + addresses_bytes);
+    }
+    return head.bytes();
 }
 
-/// The beginnings of a packet that is routed: other addresses, and behind them and the tag what the router changes of the
-/// packet itself.
-[[gnu::noinline]] void edit_routed(const Passage &passage, Head &untagged, Head &tagged)
+void edit_bridged(const Passage &passage, Head &head, bool is_tagged)
+{
+    std::memcpy(start(passage, head, is_tagged, 0), passage.frame.bytes.data, addresses_bytes);
+}
+
+/// What is routed has other addresses, and behind them and the tag what the router changes of the packet itself.
+template <std::size_t own, std::size_t hops_at>
+void edit_routed(const Passage &passage, Head &head, bool is_tagged)
 {
     const Frame &frame = passage.frame;
     const NextHop &hop = *passage.hop;
-    const bool is_ip4 = frame.type == type_ip4;
-    const std::size_t own = is_ip4 ? routed_ip4_bytes : routed_ip6_bytes;
-    untagged.start(frame.untagged_from + own, addresses_bytes + own);
-    tagged.start(frame.untagged_from + own, addresses_bytes + tag_bytes + own);
-    unsigned char *const addresses = untagged.bytes(), *const tagged_addresses = tagged.bytes();
-    copy<addresses_bytes>(addresses, tagged_addresses, frame.bytes.data);
-    write_tag(passage, tagged);
-    if (!(hop.flags & (BCM_L3_KEEP_DSTMAC | BCM_L3_L2ONLY))) {
-        copy<address_bytes>(addresses, tagged_addresses, hop.mac);
+    unsigned char *const addresses = start(passage, head, is_tagged, own);
+    const bool keeps_to = hop.flags & (BCM_L3_KEEP_DSTMAC | BCM_L3_L2ONLY);
+    const bool keeps_from = hop.flags & (BCM_L3_KEEP_SRCMAC | BCM_L3_L2ONLY);
+    std::memcpy(addresses, keeps_to ? frame.to() : hop.mac, address_bytes);
+    std::memcpy(addresses + address_bytes, keeps_from ? frame.from() : hop.interface->record.l3a_mac_addr,
+                address_bytes);
+    unsigned char *const packet = addresses + head.size() - own;
+    std::memcpy(packet, frame.bytes.data + frame.untagged_from, own);
+    if (hop.flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY)) {
+        return;
     }
-    if (!(hop.flags & (BCM_L3_KEEP_SRCMAC | BCM_L3_L2ONLY))) {
-        copy<address_bytes>(addresses + address_bytes, tagged_addresses + address_bytes,
-                            hop.interface->record.l3a_mac_addr);
-    }
-    unsigned char *const packet = addresses + addresses_bytes;
-    unsigned char *const tagged_packet = tagged_addresses + addresses_bytes + tag_bytes;
-    const unsigned char *const came = frame.bytes.data + frame.untagged_from;
-    const bool counts_hop = !(hop.flags & (BCM_L3_KEEP_TTL | BCM_L3_L2ONLY));
-    if (is_ip4) {
-        copy<routed_ip4_bytes>(packet, tagged_packet, came);
-        if (counts_hop) {
-            count_hop(packet + 2);
-            std::memcpy(tagged_packet, packet, routed_ip4_bytes);
-        }
+    if (hops_at == ip4_ttl_at) {
+        count_hop(packet + 2);
     } else {
-        copy<routed_ip6_bytes>(packet, tagged_packet, came);
-        packet[2 + ip6_hop_limit_at] -= counts_hop;
-        tagged_packet[2 + ip6_hop_limit_at] -= counts_hop;
+        --packet[2 + hops_at];
+    }
+}
+
+[[gnu::noinline]] void edit_routed(const Passage &passage, Head &head, bool is_tagged)
+{
+    if (passage.frame.type == type_ip4) {
+        edit_routed<routed_ip4_bytes, ip4_ttl_at>(passage, head, is_tagged);
+    } else {
+        edit_routed<routed_ip6_bytes, ip6_hop_limit_at>(passage, head, is_tagged);
     }
 }
 
@@ -78,17 +83,32 @@ Onward edit(Passage &passage)
     if (passage.copies.empty()) {
         return Onward::over;
     }
-    Head &untagged = passage.departures.heads[0], &tagged = passage.departures.heads[1];
+    const PortSet untagged(passage.vlan->untagged);
+    passage.is_plain = !passage.tags && !passage.treatment
+                       && (passage.copies & passage.sw.of<PortState>().special_out()).empty();
+    // What changes beginnings may need both.
+    const auto some_untagged = [&] { return !passage.is_plain || !(passage.copies & untagged).empty(); };
+    const auto some_tagged = [&] { return !passage.is_plain || !(passage.copies - untagged).empty(); };
+    auto &heads = passage.departures.heads;
     passage.departures.head_count = 2;
     if (passage.hop != nullptr) {
-        edit_routed(passage, untagged, tagged);
+        if (some_untagged()) {
+            edit_routed(passage, heads[0], false);
+        }
+        if (some_tagged()) {
+            edit_routed(passage, heads[1], true);
+        }
         return Onward::next;
     }
-    const Frame &frame = passage.frame;
-    untagged.start(frame.untagged_from, addresses_bytes);
-    tagged.start(frame.untagged_from, addresses_bytes + tag_bytes);
-    copy<addresses_bytes>(untagged.bytes(), tagged.bytes(), frame.bytes.data);
-    write_tag(passage, tagged);
+    const bool came_tagged = passage.frame.is_tagged();
+    const bool is_of_its_tag = !came_tagged || passage.frame.vlan() == passage.vid;
+    if (is_of_its_tag && !(came_tagged ? some_untagged() : some_tagged())) {
+        // All of the frame as it came.
+        heads[came_tagged].start(0, 0);
+        return Onward::next;
+    }
+    edit_bridged(passage, heads[0], false);
+    edit_bridged(passage, heads[1], true);
     return Onward::next;
 }
 

@@ -255,14 +255,13 @@ Onward leave(Passage &passage)
         look_at_cpu(passage);
     }
     const auto &ports = passage.sw.of<PortState>();
-    const bool is_special = passage.tags || !(passage.copies & ports.special_out()).empty();
-    if (is_special) {
+    if (!passage.is_plain) {
         const PortSet changing = passage.tags ? passage.copies : passage.copies & ports.tag_writers;
         if (!changing.empty()) {
             return leave_with_changes(passage, changing);
         }
     }
-    const bool is_plain = !is_special && !passage.treatment && passage.frame.tag >> 13 == 0;
+    const bool is_plain = passage.is_plain && passage.frame.tag >> 13 == 0;
     const bool came_tagged = passage.frame.is_tagged();
     std::optional<FrameCounts> changed;
     passage.copies.each([&](int port) {

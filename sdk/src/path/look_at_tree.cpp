@@ -31,7 +31,8 @@ Onward look_at_tree(Passage &passage)
         tell_step(passage, simStageTree, passage.port, "in spanning tree group %d: %s", passage.vlan->group,
                   names[state]);
     }
-    if (state != BCM_STG_STP_DISABLE && is_reserved(passage.frame.to())) {
+    const unsigned char *to = passage.frame.to();
+    if (is_group(to) && state != BCM_STG_STP_DISABLE && is_reserved(to)) {
         if (is_traced) {
             tell_step(passage, simStageTree, passage.port, "bridges keep it: to the CPU");
         }

@@ -111,6 +111,10 @@ struct Passage {
 
     /// The state of its port in the VLAN's spanning tree group. The CPU is no part of any tree.
     int tree_state() const { return group != nullptr ? group->state(port) : BCM_STG_STP_DISABLE; }
+    bool is_forwarding(int at) const
+    {
+        return group != nullptr ? group->forwarding().has(at) : at == cpu_port;
+    }
     PortSet forwarding() const { return group != nullptr ? group->forwarding() : PortSet::one(cpu_port); }
 
     /// What becomes of it, to be changed.
@@ -170,6 +174,7 @@ struct Passage {
     }
 
     PortSet copies;          ///< the ports that are to send it
+    bool is_plain = false;   ///< nothing is done to its copies but what their VLAN says of tags
     CpuReasons cpu_reasons;  ///< why the CPU is among them, but for the destination
 
 private:

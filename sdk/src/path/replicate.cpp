@@ -11,7 +11,7 @@ void to_port(Passage &passage, const PortSet &origin, int port)
         passage.drop(Discard::no_destination);
     } else if (!has_link(passage.sw, port)) {
         passage.drop_at(port, Discard::no_link);
-    } else if (!passage.forwarding().has(port)) {
+    } else if (!passage.is_forwarding(port)) {
         passage.drop_at(port, Discard::stp_state_to_send);
     } else {
         passage.copies.add(port);

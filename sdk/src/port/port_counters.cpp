@@ -214,6 +214,10 @@ constexpr SizeRange size_ranges[] = {
 
 FrameCounter size_counter(std::size_t length)
 {
+    // Most frames are of the smallest size.
+    if (length == frame_min) {
+        return F::size_64;
+    }
     FrameCounter counter = {};
     for (const SizeRange &range : size_ranges) {
         if (length < range.from) {
@@ -231,7 +235,7 @@ FrameCounter address_counter(const unsigned char *to)
 
 FrameCounter type_counter(ByteView frame)
 {
-    const unsigned type = number_at(frame, addresses_bytes);
+    const unsigned type = number_at(frame.data + addresses_bytes);
     if (type == type_vlan) {
         return number_at(frame, addresses_bytes + tag_bytes) == type_vlan ? F::double_tagged
                                                                           : F::single_tagged;
