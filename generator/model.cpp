@@ -1025,7 +1025,10 @@ private:
                 enumerators[constant.enumeration].push_back(&constant);
             }
         }
-        for (const auto &[tag, constants] : enumerators) {
+        for (auto &[tag, constants] : enumerators) {
+            if (ends_in_their_number(constants)) {
+                constants.pop_back();
+            }
             if (!are_flags(constants)) {
                 const auto [least, greatest] = std::minmax_element(
                     constants.begin(), constants.end(),
@@ -1033,6 +1036,20 @@ private:
                 model_.enumerations[tag] = {(*least)->name, (*greatest)->name};
             }
         }
+    }
+
+    // Whether the last one says how many there are, by its name, and is none of them itself.
+    static bool ends_in_their_number(const std::vector<const Constant *> &constants)
+    {
+        const Constant &last = *constants.back();
+        const std::string ending = "Count";
+        if (constants.size() < 2 || !ends_with(last.name, ending)) {
+            return false;
+        }
+        const std::string stem = last.name.substr(0, last.name.size() - ending.size());
+        return std::all_of(constants.begin(), constants.end(), [&](const Constant *constant) {
+            return constant->name.compare(0, stem.size(), stem) == 0 && constant->value <= last.value;
+        });
     }
 
     // Whether each is a bit of its own; fewer than three may be numbers as well.

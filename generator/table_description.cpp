@@ -26,12 +26,13 @@ constexpr Ending endings[] = {
     {"_find", "find"},         {"_add", "add"},          {"_set", "set"},           {"_get", "find"},
 };
 
-constexpr const char *operations[] = {"create", "add",    "set",   "modify", "find",        "get",
-                                      "search", "remove", "clear", "list",   "replace_all", "traverse"};
+constexpr const char *operations[] = {"create", "add",         "set",      "modify",   "find",
+                                      "get",    "search",      "number",   "remove",   "clear",
+                                      "list",   "replace_all", "get_each", "traverse", "size"};
 
-constexpr const char *other_fields[] = {"key",      "record", "id",   "with",   "replace", "first",
-                                        "capacity", "refers", "owns", "counts", "ranges",  "also",
-                                        "all",      "values", "each", "named",  "kept_by"};
+constexpr const char *other_fields[] = {
+    "key",    "record", "id",  "with",   "replace", "first", "capacity", "refers", "owns",     "counts",
+    "ranges", "also",   "all", "values", "each",    "named", "kept_by",  "unique", "unchecked"};
 
 }  // namespace
 
@@ -126,20 +127,39 @@ TableText TableDescription::text() const
     for (const std::string &word : words(field("refers"))) {
         references.push_back(reference(word));
     }
-    const std::string name = "references_of_" + name_;
+    std::vector<std::string> parts;
+    for (const std::string &part : words(field("unique"))) {
+        parts.push_back(place(part));
+    }
+    const std::string name = "references_of_" + name_, unique = "unique_of_" + name_;
     if (!references.empty()) {
         text.references = fmt::format("static constexpr rules::Reference {}[] = {{{}}};\n", name,
                                       fmt::join(references, ", "));
     }
-    text.arguments = fmt::format(", {}, {}, {}, {}, \"{}\"", field("first").empty() ? "1" : field("first"),
-                                 field("capacity").empty() ? "INT_MAX" : field("capacity"),
-                                 references.empty() ? "nullptr" : name, references.size(), field("owns"));
+    if (!parts.empty()) {
+        text.references +=
+            fmt::format("static constexpr rules::Part {}[] = {{{}}};\n", unique, fmt::join(parts, ", "));
+    }
+    text.arguments = fmt::format(
+        ", {}, {}, {}, {}, \"{}\", {}, {}", field("first").empty() ? "1" : field("first"),
+        field("capacity").empty() ? "INT_MAX" : field("capacity"), references.empty() ? "nullptr" : name,
+        references.size(), field("owns"), parts.empty() ? "nullptr" : unique, parts.size());
     return text;
 }
 
 std::string TableDescription::reference(const std::string &word) const
 {
     const auto [part, to] = divided(word);
+    const bool of_room = to.front() == '!';
+    return fmt::format("{{{}, \"{}\", {}}}", place(part), of_room ? "" : to,
+                       of_room ? "sim::" + to.substr(1) : "nullptr");
+}
+
+// Where parts of a record that follow each other are: in the key or the value, from which byte on, how large.
+std::string TableDescription::place(const std::string &parts) const
+{
+    const std::size_t plus = parts.find('+');
+    const std::string part = parts.substr(0, plus);
     std::string offset = "0";
     const bool in_key = has(keys_, part);
     if (in_key) {
@@ -152,9 +172,11 @@ std::string TableDescription::reference(const std::string &word) const
     } else if (member(part)) {
         offset = fmt::format("offsetof({}, {})", record_, part);
     }
-    const bool of_room = to.front() == '!';
-    return fmt::format("{{{}, {}, {}, \"{}\", {}}}", in_key ? "true" : "false", offset, size_by_name(part),
-                       of_room ? "" : to, of_room ? "sim::" + to.substr(1) : "nullptr");
+    std::string size = size_by_name(part);
+    for (std::size_t begin = plus; begin != std::string::npos; begin = parts.find('+', begin + 1)) {
+        size += " + " + size_by_name(parts.substr(begin + 1, parts.find('+', begin + 1) - begin - 1));
+    }
+    return fmt::format("{{{}, {}, {}}}", in_key, offset, size);
 }
 
 // The size of a key or value, by the member or the first parameter that has its name.

@@ -3,13 +3,15 @@
 //   key        what a record is found by, in order: members of the record, or names of parameters. "#" stands
 //              for the place in an array
 //   record     the record's type, if there is one; else the values are the parameters that are no keys
-//   id         that of the keys which "create" chooses; it is the last one
+//   id         that of the keys which "create" and "number" choose; it is the last one
 //   with       flags by which a caller chooses the id of what is made, and replaces: two, one, or none
 //   replace    the flag by which "add" replaces
 //   first      the lowest id, a C expression; 1
 //   capacity   records that there can be
-//   refers     "part=table": a key or member that names a record of another table, or with "!" before the
-//              name what a function of sdk/src/references says
+//   refers     "part=table": a key or member, or several with "+" between, that names a record of another table, or with
+//              "!" before the name what a function of sdk/src/references says
+//   unique     keys or members that no two records have alike
+//   unchecked  keys that may be no port although their type is one's
 //   owns       tables that refer to this one, and whose records go with the one that they name
 //   counts     "parameter=table": a result that says how many records of the other table refer to this one,
 //              or with "uses" in place of a table how many of all; "none" for what there is none of
@@ -25,8 +27,8 @@
 // A function of many records that takes a member which is no key means the records that have it. Without
 // `key`, the entry adds to what a rule finds by itself.
 //
-// The operations are those of sdk/src/rules/rules.h: create, add, set, modify, find, get, search, remove,
-// clear, list, replace_all, traverse.
+// The operations are those of sdk/src/rules/rules.h: create, add, set, modify, find, get, search, number,
+// remove, clear, list, replace_all, get_each, traverse, size. Keys can be callbacks and their data.
 #pragma once
 
 #include "errors.h"
@@ -76,6 +78,7 @@ private:
     std::string usual(const std::string &operation, const Function &function) const;
     std::string size_by_name(const std::string &name) const;
     std::string reference(const std::string &word) const;
+    std::string place(const std::string &parts) const;
 
     const Family &family_;
     const std::string name_;

@@ -28,7 +28,7 @@ bool writes(const std::string &operation)
 bool takes_first_keys(const std::string &operation)
 {
     return operation == "clear" || operation == "list" || operation == "replace_all"
-           || operation == "traverse";
+           || operation == "traverse" || operation == "size" || operation == "get_each";
 }
 
 bool is_flags(const std::string &name)
@@ -66,7 +66,7 @@ public:
           operation_(operation),
           function_(function),
           checks_(checks),
-          lists_(operation == "list" || operation == "replace_all")
+          lists_(operation == "list" || operation == "replace_all" || operation == "get_each")
     {
         for (const std::string &word : words(table.field("counts"))) {
             counts_.insert(divided(word));
@@ -113,7 +113,10 @@ private:
     bool is_member(const std::string &name) const { return table_.member(name) != nullptr; }
 
     // Whether it is the key that is chosen, not said.
-    bool is_chosen(const std::string &key) const { return operation_ == "create" && key == table_.id(); }
+    bool is_chosen(const std::string &key) const
+    {
+        return (operation_ == "create" || operation_ == "number") && key == table_.id();
+    }
 
     bool reads() const { return operation_ == "find" || operation_ == "get"; }
 
@@ -134,8 +137,9 @@ private:
             return fmt::format("rules::key_as(&{}::{}, {})", table_.record(), key, name);
         }
         const auto check = checks_.find(typedef_name(parameter.type));
-        return fmt::format("rules::{}({})",
-                           check == checks_.end() || key == table_.id() ? "key" : check->second, name);
+        const bool checked =
+            check != checks_.end() && key != table_.id() && !has(words(table_.field("unchecked")), key);
+        return fmt::format("rules::{}({})", checked ? check->second : "key", name);
     }
 
     // Whether each parameter after the unit has a part: first those that types and names tell, then numbers, which
@@ -175,7 +179,18 @@ private:
         const std::string &name = parameter.name;
         const TypePtr target = pointee(parameter.type);
         const auto counted = counts_.find(name);
-        if (target->kind == Type::Kind::Function) {
+        const bool calls = target->kind == Type::Kind::Function;
+        if (operation_ == "size") {
+            sizes_.push_back(name);
+            note(parameter, Role::Id);
+        } else if (has(table_.keys(), name) && (calls || is_kept_pointer(parameter.type))) {
+            keys_[name] = fmt::format("rules::{}({})", calls ? "callback" : "key", name);
+            note(parameter, calls ? Role::Callback : Role::UserData);
+        } else if (operation_ != "traverse" && writes(operation_) && !has_records()
+                   && (calls || is_kept_pointer(parameter.type))) {
+            values_.push_back(fmt::format("rules::{}({})", calls ? "given_callback" : "given", name));
+            note(parameter, calls ? Role::Callback : Role::UserData);
+        } else if (calls) {
             callback_ = &parameter;
             note(parameter, Role::Callback);
         } else if (is_kept_pointer(parameter.type)) {
@@ -202,7 +217,7 @@ private:
                 columns_.push_back(name);
             }
             note(parameter, Role::Id);
-        } else if ((operation_ == "create" || operation_ == "search")
+        } else if ((operation_ == "create" || operation_ == "search" || operation_ == "number")
                    && resolved(target)->kind == Type::Kind::Builtin) {
             id_ = &parameter;
             note(parameter, Role::Id);
@@ -238,6 +253,14 @@ private:
         }
     }
 
+    void give(const Parameter &parameter)
+    {
+        values_.push_back(is_sized_array(parameter.type)
+                              ? fmt::format("rules::given_at({}, {})", parameter.name, size_of(parameter))
+                              : fmt::format("rules::given({})", parameter.name));
+        note(parameter, Role::Value);
+    }
+
     bool take_number(const Parameter &parameter)
     {
         const std::string &name = parameter.name;
@@ -249,7 +272,7 @@ private:
         };
         auto says = [&](const char *word) { return name.find(word) != std::string::npos; };
         const auto key = std::find_if(table_.keys().begin(), table_.keys().end(), is_free);
-        if (lists_ && (says("max") || says("size") || says("count") || says("num"))) {
+        if (lists_ && (says("nstat") || says("max") || says("size") || says("count") || says("num"))) {
             number_ = &parameter;
             note(parameter, Role::Id);
         } else if (takes_first_keys(operation_) && is_member(name)
@@ -257,17 +280,16 @@ private:
             ranges_.push_back(fmt::format("rules::matching(offsetof({}, {}), {}{})", table_.record(), name,
                                           name, all().empty() ? "" : ", " + all()));
             note(parameter, Role::Id);
+        } else if (!has_records() && (operation_ == "search" || operation_ == "number")) {
+            give(parameter);
         } else if (key != table_.keys().end() && is_member(*key) && !is_sized_array(parameter.type)
                    && !same(table_.member(*key), parameter.type)) {
             return refuse("'" + name + "' is no key of " + table_.name());
         } else if (key != table_.keys().end()) {
             keys_[*key] = key_argument(*key, parameter);
             note(parameter, Role::Key);
-        } else if (!has_records() && (writes(operation_) || operation_ == "search")) {
-            values_.push_back(is_sized_array(parameter.type)
-                                  ? fmt::format("rules::given_at({}, {})", name, size_of(parameter))
-                                  : fmt::format("rules::given({})", name));
-            note(parameter, Role::Value);
+        } else if (!has_records() && writes(operation_)) {
+            give(parameter);
         } else if (!has_records() && is_sized_array(parameter.type) && reads()) {
             results_.push_back(fmt::format("rules::result_at({}, {})", name, size_of(parameter)));
             note(parameter, Role::Value);
@@ -350,8 +372,8 @@ private:
     bool gives_its_id()
     {
         const bool in_record = operation_ == "create" && record_ && is_member(table_.id());
-        return (operation_ != "search" && operation_ != "create") || id_ || in_record
-               || refuse("gives no id");
+        return (operation_ != "search" && operation_ != "create" && operation_ != "number") || id_
+               || in_record || refuse("gives no id");
     }
 
     // The expression for whether the caller gave a flag; "-" and nothing stand for none.
@@ -393,7 +415,13 @@ private:
             arguments.insert(arguments.end(), more->begin(), more->end());
         }
         std::string called = operation_, more;
-        if (operation_ == "create") {
+        if (operation_ == "number") {
+            // What other functions number is something else.
+            arguments.push_back(fmt::format("rules::given_at(\"{0}\", sizeof \"{0}\")", function_.name));
+            more = ", " + id_argument();
+        } else if (operation_ == "size") {
+            more = fmt::format(", {}", fmt::join(sizes_, ", "));
+        } else if (operation_ == "create") {
             more = ", " + id_argument();
         } else if (operation_ == "search") {
             more = fmt::format(", {}, {}", id_->name,
@@ -406,10 +434,10 @@ private:
                 refuse("does not say how many elements its arrays have");
                 return std::nullopt;
             }
-            more = fmt::format(", {}, {{{}}}, {}", number_->name, fmt::join(columns_, ", "),
-                               list                      ? count_->name
-                               : has(table_.keys(), "#") ? "true"
-                                                         : "false");
+            more = fmt::format(", {}, {{{}}}", number_->name, fmt::join(columns_, ", "));
+            if (operation_ != "get_each") {
+                more += fmt::format(", {}", list ? count_->name : has(table_.keys(), "#") ? "true" : "false");
+            }
         } else if (operation_ == "traverse") {
             if (!callback_ || !user_data_) {
                 refuse("takes no callback with its data");
@@ -442,7 +470,7 @@ private:
     std::map<std::string, std::string> counts_, allowed_;  // by parameter or member, what the entry says
     // The parts that parameters have.
     std::map<std::string, std::string> keys_;  // by key, the argument that says it
-    Texts values_, results_, ranges_, columns_;
+    Texts values_, results_, ranges_, columns_, sizes_;
     const Parameter *record_ = nullptr, *flags_ = nullptr, *id_ = nullptr, *callback_ = nullptr,
                     *user_data_ = nullptr, *number_ = nullptr, *count_ = nullptr;
     std::vector<const Parameter *> unnamed_;  // numbers that are no keys by their names

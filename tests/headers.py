@@ -19,7 +19,7 @@ def words(comment):
 
 def numbers(enumerators):
     """What the text between an enumeration's braces says."""
-    known, last = {}, -1
+    known, names, last = {}, [], -1
     for each in re.sub(r'/\*.*?\*/', '', enumerators, flags=re.S).split(','):
         name, _, value = [word.strip() for word in each.partition('=')]
         if name:
@@ -29,6 +29,10 @@ def numbers(enumerators):
                     return []
                 last = int(value, 0)
             known[name] = last
+            names.append(name)
+    # The last may say how many there are, and is none of them.
+    if len(names) > 1 and names[-1].endswith('Count') and all(name.startswith(names[-1][:-len('Count')]) for name in names):
+        del known[names[-1]]
     return sorted(set(known.values()))
 
 

@@ -16,7 +16,7 @@ from simulator import PortBitmap, status_name
 
 UNIT, PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 1, 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
 UNITS_NOT_THERE = -1, 7, 16
-NO_PORT = 65
+NO_PORT, NO_VLAN = 65, 4000
 SIZE = 1 << 15  # of memory behind pointers: enough for arrays of some records
 SCALARS = {'int32': ctypes.c_int32, 'uint32': ctypes.c_uint32, 'uint16': ctypes.c_uint16, 'uint8': ctypes.c_uint8,
            'low_bits': ctypes.c_uint16, 'uint64': ctypes.c_uint64, 'int8': ctypes.c_int8, 'bool': ctypes.c_int}
@@ -44,9 +44,14 @@ EXEMPT = [
     ('bcm_l3_egress_multipath_add', 'E_EXISTS', '.*', 'may be in a group several times, its comment says'),
     ('bcm_vlan_translate_action_add', 'E_EXISTS', '.*', 'replaces, its comment says'),
     ('bcm_vlan_translate_action_.*', 'E_PORT', '.*', 'what port is, is up to key_type'),
-    ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete)', 'E_PORT', '.*', 'names an object: BCM_E_NOT_FOUND'),
+    ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete|vsq_destroy)', 'E_PORT', '.*', 'names an object: BCM_E_NOT_FOUND'),
     ('bcm_fabric_(multicast|module_group)_.*', 'E_NOT_FOUND', 'group .*', 'a number of the caller, which nothing makes'),
     ('bcm_oam_opcode_group_.*', 'E_NOT_FOUND', '.*', 'one of four that are there always'),
+    ('bcm_multicast_.*_encap_get', 'E_NOT_FOUND', '.*_port_id .*', 'is numbered as it is said, and looked at by nothing'),
+    ('bcm_vlan_(translate|cross_connect|dtag)_.*', 'E_NOT_FOUND', '.*_(vid|vlan)(_low|_high)? .*', 'of tags, not of VLANs'),
+    ('bcm_.*_(get|delete_all|remove_all)', 'E_NOT_FOUND', '(vid|vlan) .*', 'a VLAN that is not there has none'),
+    ('bcm_(.*mcast_join|mirror_vlan_set|l2_tunnel_add|multicast_l2_encap_get)', 'E_NOT_FOUND', '(vid|vlan) .*',
+     'may be said before the VLAN is there'),
     ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id|offset_id) .*', 'kept as it is, and looked at by nothing'),
     ('bcm_(port_pon_tunnel_map_set|vlan_cross_connect_add|cosq_classifier_mapping_set)', 'E_PORT', '.*',
      'a port that is no key is kept as it is'),
@@ -58,6 +63,8 @@ EXEMPT = [
 # Parameters that name an object, by name or type. What is found by a key of a table is by its functions' names.
 ID = re.compile(r'(^|_)id$|^vpn$|^tid$|^group$')
 IDS = ('bcm_trunk_t', 'bcm_stg_t', 'bcm_policer_t', 'bcm_multicast_t')
+LARGEST = 300  # tables that are filled
+ERASES = re.compile('_(delete|destroy|remove|free)(_|$)')
 SEEKS = re.compile('_(get|find|delete|destroy|remove)$')
 STEP = 17  # from an id that is there to one that is not
 
@@ -230,9 +237,37 @@ class Sdk(object):
     # Promises
 
     def promises(self, function):
-        """The errors that the function's comment and its header's name."""
+        """The errors that the function's comment and its header's name. Both tell of several functions: an error is
+        promised by those that it can be about."""
         said = function.declared.head + ' ' + function.declared.comment
-        return sorted(set(headers.ERROR.findall(said)) - {'E_NONE', 'E_UNAVAIL'})
+        return sorted(error for error in set(headers.ERROR.findall(said)) - {'E_NONE', 'E_UNAVAIL'}
+                      if getattr(self, 'can_be_' + error[2:].lower(), lambda _: True)(function))
+
+    def takes(self, function, types):
+        """Whether a parameter is of such a type, or a member of a record among them."""
+        names = set(parameter.type for parameter in function.parameters[1:])
+        names.update(member.text for name in list(names) for member in self.members.get(name, ()))
+        return bool(names & set(types))
+
+    def can_be_param(self, function):
+        return len(function.parameters) > 1
+
+    def can_be_port(self, function):
+        return self.takes(function, ('bcm_port_t', 'bcm_gport_t', 'bcm_pbmp_t'))
+
+    def can_be_badid(self, function):
+        return self.takes(function, ('bcm_trunk_t', 'bcm_module_t', 'bcm_gport_t', 'bcm_port_t'))
+
+    def can_be_not_found(self, function):
+        return len(function.parameters) > 1
+
+    def can_be_exists(self, function):
+        return bool(MAKES.search(function.name))
+
+    can_be_full = can_be_exists
+
+    def can_be_busy(self, function):
+        return bool(ERASES.search(function.name))
 
     def ask(self, function):
         """[(error, what was wrong, status)] of all that can be made wrong for an error that is promised."""
@@ -283,7 +318,8 @@ class Sdk(object):
             if parameter.is_pointer:
                 yield 'null ' + parameter.name, self.wrong(function, choice, place, None)
             elif parameter.type in self.headers.enumerations:
-                for number in (-1, 0x7fffffff):
+                # How many there are is none of them either.
+                for number in (-1, 0x7fffffff, max(self.headers.enumerations[parameter.type] or [0x7ffffffe]) + 1):
                     yield '%s %d' % (parameter.name, number), self.wrong(
                         function, choice, place, SCALARS[parameter.kind](number))
 
@@ -296,7 +332,10 @@ class Sdk(object):
     def e_not_found(self, function, choice, status):
         for place, parameter in enumerate(function.parameters[1:]):
             key = self.keys.get(function.name, ())[place:place + 1] == ['key'] and SEEKS.search(function.name)
-            if parameter.kind in SCALARS and not parameter.is_port and (
+            if parameter.type == 'bcm_vlan_t' and parameter.kind in SCALARS:
+                yield '%s %d' % (parameter.name, NO_VLAN), self.wrong(
+                    function, choice, place, SCALARS[parameter.kind](NO_VLAN))
+            elif parameter.kind in SCALARS and not parameter.is_port and parameter.type not in self.headers.enumerations and (
                     ID.search(parameter.name) or parameter.type in IDS or key):
                 number = choice[place]().value + STEP
                 yield '%s %d' % (parameter.name, number), self.wrong(
@@ -317,6 +356,33 @@ class Sdk(object):
                     self.change(parameter.type, value, 'flags', lambda flags: flags | flag)
             return function(values) if result == 0 else result
         yield 'twice', twice
+
+    def e_busy(self, function, choice, status):
+        """What was made refers to each other: to some of what can be erased here, or the promise is not asked."""
+        for place, parameter in enumerate(function.parameters[1:]):
+            for number in self.ids.get(function.family, []) if parameter.kind in ('int32', 'uint32', 'uint16') else ():
+                def erased(place=place, kind=parameter.kind, number=number):
+                    return self.wrong(function, choice, place, SCALARS[kind](number))()
+                self.fresh()
+                if erased() == q.BCM_E_BUSY:
+                    # And again: nothing is changed by the refusal.
+                    yield '%s %d' % (parameter.name, number), erased
+                    return
+                self.changed = True
+
+    def e_full(self, function, choice, status):
+        """Objects whose ids are chosen for the caller, until there are no more."""
+        if not function.name.endswith(('_create', '_add')) or status != 0:
+            return
+        self.fresh()
+        results = [function([make() for make in choice]) for _ in range(LARGEST + 1)]
+        self.changed = True
+        if results[0] == 0 and results[-1] not in (0, q.BCM_E_EXISTS):
+            def filled():
+                for _ in range(LARGEST):
+                    function([make() for make in choice])
+                return function([make() for make in choice])
+            yield 'one more', filled
 
     def flag_to_choose_an_id(self, function):
         """BCM_MIM_VPN_WITH_ID of bcm_mim_vpn_create, BCM_L3_WITH_ID of bcm_l3_egress_create; 0 if there is none."""

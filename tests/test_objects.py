@@ -282,6 +282,117 @@ class Lists(ObjectTest):
         self.assertStatus(MISSING, self.status('mpls_tunnel_initiator_set', interface + 1, 3, labels))
 
 
+class Numbers(ObjectTest):
+    """What is numbered, counted, and told apart by more than a key."""
+
+    def encap(self, kind, *args):
+        return self.number('multicast_%s_encap_get' % kind, *args)
+
+    def test_the_same_has_one_number(self):
+        first, second = [self.number('multicast_create', 0) for _ in range(2)]
+        asked = [('l2', first, 5, 1), ('l3', first, 5, 1), ('l2', second, 5, 1), ('l2', first, 6, 1), ('niv', first, 5, 1),
+                 ('egress_object', first, 5)]
+        numbers = [self.encap(*args) for args in asked]
+        self.assertEqual(len(set(numbers)), len(asked))
+        self.assertEqual([self.encap(*args) for args in asked], numbers)
+        self.assertStatus(MISSING, self.status('multicast_l2_encap_get', second + 1, 5, 1, ctypes.byref(ctypes.c_int())))
+        self.done(self.status('multicast_destroy', first))
+        self.assertEqual(self.encap('l2', second, 5, 1), numbers[2])
+
+    def test_how_many_there_can_be_and_are(self):
+        size, used = ctypes.c_int(), ctypes.c_int()
+        for name, capacity, add in (
+                ('mpls_tunnel_switch', 16384, ('mpls_tunnel_switch_add', Record('bcm_mpls_tunnel_switch_t', label=7))),
+                ('ipmc_range', 256, ('ipmc_range_add', Record('bcm_ipmc_range_t', mc_ip_addr=7)))):
+            self.done(self.status(*add))
+            self.done(self.status(name + '_size_get', ctypes.byref(size), ctypes.byref(used)))
+            self.assertEqual((size.value, used.value), (capacity, 1))
+            self.assertStatus(PARAM, self.status(name + '_size_get', ctypes.byref(size), None))
+
+    def test_subports_have_tags_of_their_own(self):
+        def made(name, record):
+            gport = ctypes.c_int()
+            status = self.status(name, record, ctypes.byref(gport))
+            return gport.value if status == 0 else status
+
+        def subport(group, vlan):
+            return made('subport_port_add', Record('bcm_subport_config_t', group=group, pkt_vlan=vlan))
+        first, second = [made('subport_group_create', Record('bcm_subport_group_config_t')) for _ in range(2)]
+        one, other, same = subport(first, 7), subport(first, 8), subport(second, 7)
+        self.assertEqual(len(set([first, second, one, other, same])), 5)
+        self.assertEqual((subport(first, 7), subport(second + 1, 7)), (EXISTS, MISSING))
+        self.assertEqual(self.number('subport_group_get', first, Record('bcm_subport_group_config_t')), 2)
+        self.assertEqual([self.visited('subport_group_traverse', group) for group in (first, second)], [2, 1])
+        self.done(self.status('subport_group_destroy', first))
+        self.assertEqual(self.visited('subport_port_traverse'), 1)
+        self.assertStatus(MISSING, self.status('subport_port_get', one, Record('bcm_subport_config_t')))
+
+    def test_a_port_is_in_one_instance(self):
+        instances = []
+        for _ in range(2):
+            vsi = ctypes.c_uint16()
+            self.done(self.status('vswitch_create', ctypes.byref(vsi)))
+            instances.append(vsi.value)
+        self.assertEqual([self.status('vswitch_port_add', vsi, 5) for vsi in instances + [8000]], [0, EXISTS, MISSING])
+        found = ctypes.c_uint16()
+        self.done(self.status('vswitch_port_get', 5, ctypes.byref(found)))
+        self.assertEqual((found.value, self.visited('vswitch_port_traverse', instances[0])), (instances[0], 1))
+        self.assertStatus(MISSING, self.status('vswitch_port_delete', instances[1], 5))
+        self.done(self.status('vswitch_destroy', instances[0]))
+        self.assertStatus(MISSING, self.status('vswitch_port_get', 5, ctypes.byref(found)))
+        self.assertStatus(0, self.status('vswitch_port_add', instances[1], 5))
+
+    def test_counters_of_what_does_not_pass(self):
+        vpn = self.call('mim_vpn_create', Record('bcm_mim_vpn_config_t'))[1][0].vpn
+        kinds, values = (ctypes.c_int * 2)(0, 1), (ctypes.c_uint64 * 2)(5, 5)
+        self.assertStatus(MISSING, self.status('mim_stat_multi_get', vpn + 1, 5, -1, 2, kinds, values))
+        self.done(self.status('mim_stat_multi_get', vpn, 5, -1, 2, kinds, values))
+        self.assertEqual(list(values), [0, 0])
+        for count, array in ((-1, kinds), (2, None)):
+            self.assertStatus(PARAM, self.status('mim_stat_multi_get', vpn, 5, -1, count, array, values))
+
+    def test_profiles_and_their_mappings(self):
+        profile = self.number('switch_profile_create', 0, 1)
+        mappings, count = ctypes.create_string_buffer('map' * 20, 200), ctypes.c_int()
+        self.done(self.status('switch_profile_mapping_set', 1, profile, 2, mappings))
+        self.assertStatus(MISSING, self.status('switch_profile_mapping_set', 2, profile, 2, mappings))
+        found = ctypes.create_string_buffer(200)
+        self.done(self.status('switch_profile_mapping_get', 1, profile, 2, found, ctypes.byref(count)))
+        self.assertEqual((count.value, found.raw[:4]), (2, 'mapm'))
+        self.done(self.status('switch_profile_destroy', 1, profile))
+        self.assertStatus(MISSING, self.status('switch_profile_mapping_get', 1, profile, 2, found, ctypes.byref(count)))
+
+    def test_callbacks_once_each(self):
+        functions = [ctypes.CFUNCTYPE(ctypes.c_int)(lambda: 0) for _ in range(2)]
+        for name in ('ipfix_%s', 'fabric_control_redundancy_%s', 'stk_update_callback_%s'):
+            add, remove = name % 'register', name % 'unregister'
+            statuses = [self.status(add, function, datum) for function, datum in (
+                (functions[0], None), (functions[1], None), (functions[0], 7), (functions[0], None), (None, None))]
+            self.assertEqual(statuses, [0, 0, 0, EXISTS, PARAM], add)
+            self.assertEqual([self.status(remove, functions[0], datum) for datum in (7, 7, None)], [0, MISSING, 0], remove)
+
+    def test_settings_of_an_application(self):
+        calls = []
+
+        def take(unit, port, setget, kind, length, args, actual, datum):
+            calls.append((unit, port, setget, kind, args[:length]))
+            args[0], actual[0] = 99, 1
+            return -7
+        words = ctypes.POINTER(ctypes.c_uint32)
+        function = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_int,
+                                    words, ctypes.POINTER(ctypes.c_int), ctypes.c_void_p)(take)
+        args, actual = (ctypes.c_uint32 * 2)(3, 4), ctypes.c_int()
+        self.assertStatus(q.BCM_E_UNAVAIL, self.status('custom_port_set', 5, 1, 2, args))
+        self.assertStatus(PARAM, self.status('custom_register', None, None))
+        self.done(self.status('custom_register', function, None))
+        self.assertEqual([self.status('custom_port_set', port, 1, length, args) for port, length in
+                          ((5, 2), (65, 2), (5, -1), (5, 257))], [-7, q.BCM_E_PORT, PARAM, PARAM])
+        self.assertEqual(self.status('custom_port_get', 6, 2, 2, args, ctypes.byref(actual)), -7)
+        self.assertEqual((calls, args[0], actual.value), ([(UNIT, 5, 1, 1, [3, 4]), (UNIT, 6, 0, 2, [99, 4])], 99, 1))
+        self.done(self.status('custom_unregister'))
+        self.assertStatus(q.BCM_E_UNAVAIL, self.status('custom_unregister'))
+
+
 class References(ObjectTest):
     def egress(self):
         result = ctypes.c_int()

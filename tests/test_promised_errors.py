@@ -30,8 +30,8 @@ class PromisedErrors(unittest.TestCase):
             print('BCM_%s: %d promises asked, %d that nothing here provokes' % (error, asked[error], not_asked[error]))
         self.assertEqual(broken, [])
         # What is read, made and found has to be enough for these.
-        for error, least in (('E_UNIT', 900), ('E_INIT', 650), ('E_PARAM', 580), ('E_PORT', 350), ('E_NOT_FOUND', 150),
-                             ('E_EXISTS', 15)):
+        for error, least in (('E_UNIT', 1000), ('E_INIT', 750), ('E_PARAM', 680), ('E_PORT', 380), ('E_NOT_FOUND', 200),
+                             ('E_EXISTS', 25)):
             self.assertGreater(asked[error], least, error)
 
 

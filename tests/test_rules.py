@@ -103,7 +103,8 @@ class EveryPair(RulesTest):
             arguments = [parameter.argument(5) if parameter.is_pointer or parameter.type else None
                          for parameter in function.parameters]
             for number, parameter in enumerate(function.parameters):
-                optional = parameter.role == 'other' and function.operation in ('object clear',)
+                optional = parameter.role == 'other' and function.operation in (
+                        'object clear', 'object add', 'object set', 'object remove')  # the data of callbacks
                 if (parameter.is_pointer and function.name not in hand and not optional
                         and not function.operation.endswith('traverse')):
                     self.assertEqual(function(UNIT, *(arguments[:number] + [None] + arguments[number + 1:])),

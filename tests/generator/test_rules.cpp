@@ -14,6 +14,7 @@ constexpr char header[] = R"(
 typedef int box_port_t;
 typedef unsigned char box_mac_t[6];
 typedef enum box_wood_e { BOX_OAK = 2, BOX_ASH = -1, BOX_ELM = 4 } box_wood_t;
+typedef enum box_size_e { boxSizeSmall, boxSizeLarge, boxSizeCount } box_size_t;
 typedef enum box_mark_e { BOX_RED = 1, BOX_BLUE = 2, BOX_WHITE = 4 } box_mark_t;
 typedef struct box_lid_s { int hinge; int colour; } box_lid_t;
 typedef int (*box_turn_cb)(int unit, int angle, int id, box_lid_t *lid, void *user_data);
@@ -57,6 +58,8 @@ int box_width_set(int unit, int width);
 int box_width_get(int unit, short *width);
 int box_wood_set(int unit, box_wood_t wood, int value);
 int box_wood_get(int unit, box_wood_t wood, int *value);
+int box_size_set(int unit, box_size_t size, int value);
+int box_size_get(int unit, box_size_t size, int *value);
 int box_mark_set(int unit, box_mark_t mark, int value);
 int box_mark_get(int unit, box_mark_t mark, int *value);
 int box_global_set(int value);
@@ -111,6 +114,9 @@ TEST_F(RulesTest, EnumerationsHaveBoundsUnlessTheyAreFlags)
         answer(answers, "box_wood_set"),
         R"(rules::set(table_of_box_wood, unit, {rules::key(wood), rules::within(wood, BOX_ASH, BOX_ELM), )"
         R"(rules::given(value)}))");
+    EXPECT_EQ(answer(answers, "box_size_set"),
+              R"(rules::set(table_of_box_size, unit, {rules::key(size), rules::within(size, boxSizeSmall, )"
+              R"(boxSizeLarge), rules::given(value)}))");
     EXPECT_EQ(answer(answers, "box_mark_set"),
               R"(rules::set(table_of_box_mark, unit, {rules::key(mark), rules::given(value)}))");
 }

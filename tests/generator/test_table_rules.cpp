@@ -31,6 +31,11 @@ int shelf_label_delete(int unit, int box, int place);
 int shelf_label_delete_all(int unit, int box);
 int shelf_label_move(int unit, int box, int place);
 int shelf_mark_add(int unit, int row, int colour);
+int shelf_mark_size_get(int unit, int *size, int *used);
+int shelf_mark_each(int unit, int row, int count, int *colour_arr, unsigned *depth_arr);
+int shelf_watch_add(int unit, shelf_mark_cb cb, void *user_data);
+int shelf_watch_set(int unit, int box, shelf_mark_cb cb, void *user_data);
+int shelf_ticket_get(int unit, int box, int *ticket);
 int shelf_mark_traverse(int unit, shelf_mark_cb cb, void *user_data);
 int shelf_paint_red(int unit, int box, int depth);
 int shelf_paint_red_get(int unit, int box, int *depth);
@@ -58,6 +63,19 @@ key = "box place"
 refers = "box=shelf_box"
 [tables.shelf_mark]
 key = "row colour"
+unique = "colour"
+size = "shelf_mark_size_get"
+get_each = "shelf_mark_each"
+[tables.shelf_watch]
+key = "cb user_data"
+[tables.shelf_watcher]
+key = "box"
+set = "shelf_watch_set"
+refers = "box=shelf_box"
+[tables.shelf_ticket]
+key = "ticket"
+id = "ticket"
+number = "shelf_ticket_get"
 [tables.shelf_paint]
 key = "box"
 each = "shelf_paint_"
@@ -101,7 +119,7 @@ TEST_F(TableRules, ObjectsWithRecords)
     EXPECT_EQ(
         emit_table("shelf_box", "shelf", answers.at("shelf_box_get").rule.table_text),
         "static constexpr rules::Table table_of_shelf_box{\"shelf_box\", \"shelf\", 100, 8, nullptr, 0, "
-        "\"shelf_label\"};\n");
+        "\"shelf_label\", nullptr, 0};\n");
 }
 
 TEST_F(TableRules, EntriesAndArrays)
@@ -120,7 +138,7 @@ TEST_F(TableRules, EntriesAndArrays)
               "rules::traverse<int, int>(table_of_shelf_mark, unit, {}, cb, user_data, true)");
     EXPECT_EQ(answers.at("shelf_label_add").rule.table_text.references,
               "static constexpr rules::Reference references_of_shelf_label[] = "
-              "{{true, 0, sizeof(int), \"shelf_box\", nullptr}};\n");
+              "{{{true, 0, sizeof(int)}, \"shelf_box\", nullptr}};\n");
     EXPECT_EQ(answer(answers, "shelf_paint_red"),
               "rules::set(table_of_shelf_paint, unit, {rules::key(box), rules::key_at(\"red\", 3), "
               "rules::given(depth)})");
@@ -128,6 +146,29 @@ TEST_F(TableRules, EntriesAndArrays)
               "rules::find(table_of_shelf_paint, unit, {rules::key(box), rules::key_at(\"red\", 3), "
               "rules::result_at(depth, sizeof *depth)})");
     EXPECT_EQ(answer(answers, "shelf_paint_odd"), "shelf_paint_odd_get does not mirror it");
+}
+
+TEST_F(TableRules, CallbacksNumbersAndWhatIsUnique)
+{
+    const Answers answers = find_answers(build(tables));
+    EXPECT_EQ(answer(answers, "shelf_watch_add"),
+              "rules::add(table_of_shelf_watch, unit, {rules::callback(cb), rules::key(user_data)})");
+    EXPECT_EQ(answer(answers, "shelf_watch_set"),
+              "rules::set(table_of_shelf_watcher, unit, {rules::key(box), rules::given_callback(cb), "
+              "rules::given(user_data)})");
+    EXPECT_EQ(answer(answers, "shelf_ticket_get"),
+              "rules::number(table_of_shelf_ticket, unit, {rules::given(box), "
+              "rules::given_at(\"shelf_ticket_get\", sizeof \"shelf_ticket_get\")}, {ticket, false, false})");
+    EXPECT_EQ(answer(answers, "shelf_mark_size_get"),
+              "rules::size(table_of_shelf_mark, unit, {}, size, used)");
+    EXPECT_EQ(
+        answer(answers, "shelf_mark_each"),
+        "rules::get_each(table_of_shelf_mark, unit, {rules::key(row)}, count, {colour_arr, depth_arr})");
+    const TableText &text = answers.at("shelf_mark_add").rule.table_text;
+    EXPECT_EQ(
+        text.references,
+        "static constexpr rules::Part unique_of_shelf_mark[] = {{true, 0 + sizeof(int), sizeof(int)}};\n");
+    EXPECT_EQ(text.arguments, ", 1, INT_MAX, nullptr, 0, \"\", unique_of_shelf_mark, 1");
 }
 
 TEST_F(TableRules, RecordsThatARoomKeeps)

@@ -1,6 +1,7 @@
 /// The layer-3 module as a whole.
 #include "begin.h"
 #include "l3.h"
+#include "rule_store.h"
 #include "sim_l3.h"
 
 #include <set>
@@ -67,12 +68,18 @@ extern "C" {
 
 int sim_bcm_l3_init(int unit)
 {
-    return begin(unit).then([](Switch &sw) { reset(l3_of(sw), true); });
+    return begin(unit).then([](Switch &sw) {
+        reset(l3_of(sw), true);
+        rule_store_of(sw).initialise("l3");
+    });
 }
 
 int sim_bcm_l3_cleanup(int unit)
 {
-    return begin(unit, ready<L3State>).then([](L3State &l3) { reset(l3, false); });
+    return begin(unit, ready<L3State>).then([](Switch &sw, L3State &l3) {
+        reset(l3, false);
+        rule_store_of(sw).detach("l3");
+    });
 }
 
 int sim_bcm_l3_enable_set(int unit, int enable)

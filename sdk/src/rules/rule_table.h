@@ -10,13 +10,21 @@ class Switch;
 
 namespace rules {
 
-/// A part of a record that names something else, which has to exist unless the part is zero: a record of
-/// another table by its key, or what a room knows.
-struct Reference {
+struct Part {
     bool in_key;  ///< else in the value
     std::size_t offset, size;
+};
+
+/// A part of a record that names something else, which has to exist unless the part is zero: a record of
+/// another table by its key, or what a room knows.
+struct Reference : Part {
+    constexpr Reference(Part part, const char *table_name, bool (*room)(sim::Switch &, const void *part))
+        : Part(part), table(table_name), exists(room)
+    {
+    }
+
     const char *table;  ///< whose key it is; a record that is referred to cannot be removed
-    bool (*exists)(sim::Switch &, const void *part) = nullptr;  ///< of a room, in place of a table
+    bool (*exists)(sim::Switch &, const void *part);  ///< of a room, in place of a table
 };
 
 struct Table {
@@ -25,14 +33,17 @@ struct Table {
     }
     constexpr Table(const char *table_name, const char *module_name, int lowest_id, int record_max,
                     const Reference *all_references, std::size_t number_of_references,
-                    const char *owned_tables)
+                    const char *owned_tables, const Part *unique_parts = nullptr,
+                    std::size_t number_of_unique = 0)
         : name(table_name),
           module(module_name),
           first_id(lowest_id),
           capacity(record_max),
           references(all_references),
           reference_count(number_of_references),
-          owned(owned_tables)
+          owned(owned_tables),
+          unique(unique_parts),
+          unique_count(number_of_unique)
     {
     }
 
@@ -43,6 +54,8 @@ struct Table {
     const Reference *references = nullptr;
     std::size_t reference_count = 0;
     const char *owned = "";  ///< tables, with spaces between, whose records go with the one they refer to
+    const Part *unique = nullptr;  ///< what no two records have alike, all of it
+    std::size_t unique_count = 0;
 };
 
 }  // namespace rules

@@ -165,7 +165,23 @@ int check_choice(Switch &sw, const Table &table, const std::string &key_begin, A
     return check_references(sw, table, key_begin, nullptr);
 }
 
-/// Whether a record can be entered: BCM_E_NOT_FOUND for what it refers to, BCM_E_FULL.
+/// Whether another record than that of the key has all parts that have to be unique like this one.
+bool is_another_alike(const sim::RuleStore &store, const Table &table, const std::string &key,
+                      const std::string &value)
+{
+    const auto &records = store.records(table.name);
+    return table.unique_count != 0 && std::any_of(records.begin(), records.end(), [&](const auto &other) {
+               return other.first != key
+                      && std::all_of(table.unique, table.unique + table.unique_count, [&](const Part &part) {
+                             const std::string &theirs = part.in_key ? other.first : other.second;
+                             return theirs.compare(part.offset, part.size, part.in_key ? key : value,
+                                                   part.offset, part.size)
+                                    == 0;
+                         });
+           });
+}
+
+/// Whether a record can be entered: BCM_E_NOT_FOUND for what it refers to, BCM_E_EXISTS, BCM_E_FULL.
 int check_entry(Switch &sw, const Table &table, const std::string &key, const std::string &value)
 {
     const int rc = check_references(sw, table, key, &value);
@@ -173,6 +189,9 @@ int check_entry(Switch &sw, const Table &table, const std::string &key, const st
         return rc;
     }
     const sim::RuleStore &store = sim::rule_store_of(sw);
+    if (is_another_alike(store, table, key, value)) {
+        return BCM_E_EXISTS;
+    }
     const bool has_room = store.find(table.name, key) != nullptr
                           || store.records(table.name).size() < static_cast<std::size_t>(table.capacity);
     return has_room ? BCM_E_NONE : BCM_E_FULL;
@@ -385,6 +404,59 @@ int search(const Table &table, int unit, Arguments arguments, Id id, const void 
                 }
             }
             return BCM_E_NOT_FOUND;
+        });
+}
+
+int number(const Table &table, int unit, Arguments arguments, Id id)
+{
+    return begin(unit, entry_of(table, arguments, id.at == nullptr))
+        .then([&](Switch &sw, sim::RuleStore &store, const std::string &) -> int {
+            const std::string value = value_of(arguments);
+            for (const auto &[key, other] : store.records(table.name)) {
+                if (value == other) {
+                    std::memcpy(id.at, key.data(), id.size);
+                    return BCM_E_NONE;
+                }
+            }
+            const auto free = static_cast<std::int32_t>(free_id(store, table, id));
+            const int rc = enter(sw, table, id_key("", id, free), value);
+            if (rc == BCM_E_NONE) {
+                std::memcpy(id.at, &free, id.size);
+            }
+            return rc;
+        });
+}
+
+int size(const Table &table, int unit, Arguments arguments, int *size, int *used)
+{
+    return begin(unit, entry_of(table, arguments, size == nullptr || used == nullptr))
+        .then([&](sim::RuleStore &store, const std::string &) {
+            *size = table.capacity;
+            *used = static_cast<int>(store.records(table.name).size());
+        });
+}
+
+int get_each(const Table &table, int unit, Arguments arguments, long long count, Columns columns)
+{
+    const bool wrong = count < 0 || (count != 0 && has_null(columns));
+    return begin(unit, entry_of(table, arguments, wrong))
+        .then([&](Switch &sw, sim::RuleStore &store, const std::string &key_begin) -> int {
+            const int rc = check_references(sw, table, key_begin, nullptr);
+            if (rc != BCM_E_NONE) {
+                return rc;
+            }
+            const Column &keys = *columns.begin(), &values = *(columns.begin() + 1);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+                std::string key = key_begin;
+                append(key, static_cast<const char *>(keys.at) + i * keys.size, keys.size);
+                const std::string *value = store.find(table.name, key);
+                char *at = static_cast<char *>(values.at) + i * values.size;
+                std::memset(at, 0, values.size);
+                if (value != nullptr) {
+                    std::memcpy(at, value->data(), std::min(values.size, value->size()));
+                }
+            }
+            return BCM_E_NONE;
         });
 }
 

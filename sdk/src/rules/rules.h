@@ -84,6 +84,19 @@ Argument given(const T &object)
     return given_at(&object, sizeof object);
 }
 
+/// A callback as a key, or as part of the value: a null pointer is none.
+template <class T>
+Argument callback(T *const &function)
+{
+    return {Argument::Role::key, sizeof function, function != nullptr ? &function : nullptr};
+}
+
+template <class T>
+Argument given_callback(T *const &function)
+{
+    return {Argument::Role::given, sizeof function, function != nullptr ? &function : nullptr};
+}
+
 /// Part of the value, to be written.
 inline Argument result_at(void *object, std::size_t size)
 {
@@ -142,7 +155,7 @@ int detach(const char *module, int unit);
 int set(const Table &table, int unit, Arguments arguments);
 int get(const Table &table, int unit, Arguments arguments);
 
-/// Records. add: BCM_E_EXISTS, unless it may replace; modify, find and remove: BCM_E_NOT_FOUND; remove:
+/// Records. add: BCM_E_EXISTS, unless it may replace, and of all that enter for what has to be unique; modify, find and remove: BCM_E_NOT_FOUND; remove:
 /// BCM_E_BUSY while other records refer to it. A find that fails writes nothing.
 int add(const Table &table, int unit, Arguments arguments, bool may_replace = false);
 int modify(const Table &table, int unit, Arguments arguments);
@@ -178,6 +191,12 @@ int create(const Table &table, int unit, Arguments arguments, Id id);
 /// value does not count.
 int search(const Table &table, int unit, Arguments arguments, Id id, const void *id_within = nullptr);
 
+/// Writes the id of the object that has just this value, which is made if there is none.
+int number(const Table &table, int unit, Arguments arguments, Id id);
+
+/// How many records there can be, and are.
+int size(const Table &table, int unit, Arguments arguments, int *size, int *used);
+
 /// One part of many records: an array, and how large its elements are. Of a record that has the others as
 /// members, the only one.
 struct Column {
@@ -206,6 +225,10 @@ int list(const Table &table, int unit, Arguments arguments, long long max, Colum
 /// Where what follows is a value alone, its place in the array is the last key.
 int replace_all(const Table &table, int unit, Arguments arguments, long long count, Columns columns,
                 bool by_place);
+
+/// Reads `count` records, whose keys are the given ones and each an element of the first column, into the second: zeros
+/// for what was never entered.
+int get_each(const Table &table, int unit, Arguments arguments, long long count, Columns columns);
 
 /// A part of a record that a callback takes by address.
 template <class T>
