@@ -10,10 +10,8 @@
 #include "field_data.h"
 #include "field_table.h"
 #include "l3.h"
-#include "mirror.h"
 #include "packet.h"
 #include "policer.h"
-#include "port.h"
 
 #include <bcm/field.h>
 
@@ -24,6 +22,9 @@
 #include <vector>
 
 namespace sim {
+
+struct MirrorState;
+struct PortState;
 
 constexpr std::size_t field_entry_max = 65536;
 constexpr int field_installed_max = 16384;  // of a stage
@@ -126,13 +127,7 @@ struct FieldLookup {
 struct FieldState : RoomState {
     static constexpr Room room = Room::field;
 
-    explicit FieldState(Switch &sw)
-        : policers(sw.of<PolicerState>()),
-          mirrors(sw.of<MirrorState>()),
-          l3(sw.of<L3State>()),
-          ports_(sw.of<PortState>())
-    {
-    }
+    explicit FieldState(Switch &sw);
 
     /// As when new.
     void reset();

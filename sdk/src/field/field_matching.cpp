@@ -1,4 +1,6 @@
 #include "field.h"
+#include "mirror.h"
+#include "port.h"
 
 #include <algorithm>
 #include <array>
@@ -232,6 +234,14 @@ void FieldState::update_lookups()
     }
     ports_.matches_out = leaving;
     ports_.update_special_out();
+}
+
+FieldState::FieldState(Switch &sw)
+    : policers(sw.of<PolicerState>()),
+      mirrors(sw.of<MirrorState>()),
+      l3(sw.of<L3State>()),
+      ports_(sw.of<PortState>())
+{
 }
 
 void FieldState::reset()

@@ -1,5 +1,7 @@
 #include "policer.h"
 
+#include "port.h"
+
 #include <algorithm>
 
 namespace sim {

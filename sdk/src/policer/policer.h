@@ -4,7 +4,6 @@
 
 #include "holders.h"
 #include "meter.h"
-#include "port.h"
 #include "vlan.h"
 
 #include <array>
