@@ -224,7 +224,7 @@ int make_data_qualifier(FieldState &state, bcm_field_data_qualifier_t &settings)
     made.name = settings.name != nullptr ? settings.name : "";
     made.settings.qual_id = id;
     FieldDataQualifier &kept = state.data_qualifiers[id] = std::move(made);
-    kept.settings.name = settings.name != nullptr ? &kept.name[0] : nullptr;
+    kept.settings.name = settings.name != nullptr ? kept.name.data() : nullptr;
     settings.qual_id = id;
     return BCM_E_NONE;
 }
