@@ -307,6 +307,27 @@ Owned pointer_object_of(const CType &type, unsigned slot)
     return pointer;
 }
 
+// Once in a process: what C was given by an earlier start of the module may still be called.
+bool make_slots()
+{
+    if (next_slot) {
+        return true;
+    }
+    slots = new (std::nothrow) Callback *[c_callback_count * slots_per_callback]();
+    slot_functions = new (std::nothrow) void *[c_callback_count * slots_per_callback]();
+    next_slot = new (std::nothrow) unsigned[c_callback_count + 1]();
+    if (!slots || !slot_functions || !next_slot) {
+        delete[] slots;
+        delete[] slot_functions;
+        delete[] next_slot;
+        next_slot = nullptr;
+        PyErr_NoMemory();
+        return false;
+    }
+    pthread_atfork(nullptr, nullptr, forget_other_threads);
+    return true;
+}
+
 }  // namespace
 
 Py_ssize_t callback_count;
@@ -315,14 +336,9 @@ PyTypeObject Callback_Type = {PyVarObject_HEAD_INIT(nullptr, 0) "quorel.Callback
 
 bool initialise_callback_type()
 {
-    slots = new (std::nothrow) Callback *[c_callback_count * slots_per_callback]();
-    slot_functions = new (std::nothrow) void *[c_callback_count * slots_per_callback]();
-    next_slot = new (std::nothrow) unsigned[c_callback_count + 1]();
-    if (!slots || !slot_functions || !next_slot) {
-        PyErr_NoMemory();
+    if (!make_slots()) {
         return false;
     }
-    pthread_atfork(nullptr, nullptr, forget_other_threads);
     PyTypeObject &type = Callback_Type;
     type.tp_dealloc = deallocate;
     type.tp_traverse = traverse;
