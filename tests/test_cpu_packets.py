@@ -411,7 +411,8 @@ def word(record, place=0):
 
 def point(record, target, address):
     """Makes the record's pointer to the target one to another address."""
-    pointer = next(word(record, place) for place in range(100) if word(record, place).value == int(target.this))
+    words = [word(record, place) for place in range(800 // ctypes.sizeof(ctypes.c_void_p))]
+    pointer = next(pointer for pointer in words if pointer.value == int(target.this))
     pointer.value = address
 
 
