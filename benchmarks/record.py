@@ -1,6 +1,6 @@
 """Keeps what a run of tools/benchmark printed, and what the documents quote of it, the same.
 
-usage: record.py FILE        the rows of FILE, a run's output, take the place of those in recorded.md and the README
+usage: record.py FILE        the rows of FILE, a run's output, take the place of those in recorded.md, README and guides
        record.py --check     says what README and guides quote that is not recorded, and exits with 1
 """
 from __future__ import print_function
@@ -14,6 +14,9 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(HERE)
 RECORDED = os.path.join(HERE, 'recorded.md')
 README = os.path.join(ROOT, 'README.md')
+QUOTING = [README] + sorted(glob.glob(os.path.join(ROOT, 'docs', '*.md')))
+# Tables of these have one row for each subject.
+_BY_SUBJECT = ('Between two namespaces', 'Constructs')
 # Figures in sentences.
 _QUOTED = re.compile(r'\b(\d[\d,]*(?:\.\d+)?) (?:instructions|microseconds|KB|CPU s|Mbit/s of TCP|frames/s)\b')
 
@@ -34,7 +37,7 @@ def tables(text):
             row = cells(line)
             if header[:2] == ['Work', 'in'] and len(row) == len(header):
                 found.append((line, (row[0], row[1], row[3].partition(':')[0])))
-            elif header[0] == 'Between two namespaces':
+            elif header[0] in _BY_SUBJECT:
                 found.append((line, (header[0], row[0])))
     return found
 
@@ -70,7 +73,7 @@ def read(path):
 
 def check():
     recorded, wrong = read(RECORDED), []
-    for path in [README] + sorted(glob.glob(os.path.join(ROOT, 'docs', '*.md'))):
+    for path in QUOTING:
         wrong += ['%s: %s' % (os.path.relpath(path, ROOT), fault) for fault in faults(read(path), recorded)]
     return wrong
 
@@ -81,7 +84,7 @@ def main(argument):
         print('\n'.join(wrong) or 'every figure that is quoted is recorded')
         return 1 if wrong else 0
     rows = dict((key, line) for line, key in tables(read(argument)))
-    for path in RECORDED, README:
+    for path in [RECORDED] + QUOTING:
         text = merged(read(path), rows)
         with open(path, 'w') as file:
             file.write(text)

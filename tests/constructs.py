@@ -1,8 +1,76 @@
-"""Constructs of C, one each, as headers have them: what test_constructs binds and tries.
+"""Constructs of C, one each, as headers have them: what test_constructs binds and tries, and benchmarks/constructs.py.
 
 A probe is its group, its name, what a header declares, what a C file defines, and a Python text that fails if it is
 bound wrongly; `m` is the module. Where the last is 'refused: ...', the report has to say that of the probe's name.
 """
+import ctypes
+import os
+
+BEGIN = '''#ifndef PROBES_H
+#define PROBES_H
+#include <stdarg.h>
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <sys/types.h>
+#ifdef __cplusplus
+extern "C" {
+#endif
+'''
+END = '''
+#ifdef __cplusplus
+}
+#endif
+#endif
+'''
+
+
+def raises(kinds, function, *arguments):
+    try:
+        function(*arguments)
+    except kinds:
+        return
+    raise AssertionError('%r%r raised nothing' % (function, arguments))
+
+
+def memory(type, pointer, count):
+    return (type * count).from_address(int(pointer))
+
+
+def setter(type):
+    def fill(pointer, values):
+        memory(type, pointer, len(values))[:] = values
+    return fill
+
+
+def names(module, refused):
+    """What the checks use; refused(name) is whether a report says that of it."""
+    return {'m': __import__(module), 'refused': refused, 'raises': raises, 'inf': float('inf'),
+            'set_ints': setter(ctypes.c_int), 'set_shorts': setter(ctypes.c_short), 'set_bytes': setter(ctypes.c_char),
+            'get_ints': lambda pointer, count: list(memory(ctypes.c_int, pointer, count))}
+
+
+def report(directory):
+    """The report of a module that tools/bind made: name -> row."""
+    with open(os.path.join(directory, 'report.tsv')) as file:
+        return dict((row[1], row) for row in (line.rstrip('\n').split('\t') for line in file))
+
+
+def write(directory, probes):
+    """Writes their header, their C file and an interface that binds them."""
+    appended = ['p_out_two = "a out"'] + ['%s = "out"' % name for group, name, _, _, _ in probes
+                                          if group == 'outputs' and name not in ('p_out_two', 'p_out_array')]
+    os.mkdir(os.path.join(directory, 'interface'))
+    for name, text in (('probes.h', BEGIN + '\n'.join(header for _, _, header, _, _ in probes) + END),
+                       ('probes.c', '#include "probes.h"\n' + '\n'.join(body for _, _, _, body, _ in probes)),
+                       ('interface/binding.toml', 'families = ["probes"]\nstrict = false\n'),
+                       ('interface/probes.toml', 'headers = ["probes.h"]\nfunctions = ["*"]\nrecords = ["*"]\n'
+                                                 'constants = ["*"]\nvariables = ["*"]\ntexts = ["*"]\n[appended]\n' +
+                                                 '\n'.join(appended) + '\n')):
+        with open(os.path.join(directory, name), 'w') as file:
+            file.write(text)
 
 
 def round_trip(type, good, bad, declared=''):

@@ -16,25 +16,6 @@ SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 GENERATE = os.environ['QUOREL_GENERATE'].split('|')
 # What is bound here runs here, whatever systems the rest is built for.
 FLAGS = [flag for flag in os.environ['QUOREL_TARGET_FLAGS'].split() if flag.startswith('-m')]
-BEGIN = '''#ifndef PROBES_H
-#define PROBES_H
-#include <stdarg.h>
-#include <stdbool.h>
-#include <stddef.h>
-#include <stdint.h>
-#include <sys/stat.h>
-#include <sys/time.h>
-#include <sys/types.h>
-#ifdef __cplusplus
-extern "C" {
-#endif
-'''
-END = '''
-#ifdef __cplusplus
-}
-#endif
-#endif
-'''
 
 
 def run(command, **options):
@@ -55,24 +36,6 @@ def bind(directory, *words):
     return log
 
 
-def raises(kinds, function, *arguments):
-    try:
-        function(*arguments)
-    except kinds:
-        return
-    raise AssertionError('%r%r raised nothing' % (function, arguments))
-
-
-def memory(type, pointer, count):
-    return (type * count).from_address(int(pointer))
-
-
-def setter(type):
-    def fill(pointer, values):
-        memory(type, pointer, len(values))[:] = values
-    return fill
-
-
 class Constructs(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -85,33 +48,16 @@ class Constructs(unittest.TestCase):
 
     @classmethod
     def build(cls):
-        cls.write('probes.h', BEGIN + '\n'.join(header for _, _, header, _, _ in cls.probes) + END)
-        cls.write('probes.c', '#include "probes.h"\n' + '\n'.join(body for _, _, _, body, _ in cls.probes))
+        constructs.write(cls.directory, cls.probes)
         library = os.path.join(cls.directory, 'libprobes.so')
         status, log = run([os.environ.get('CC', 'cc'), '-w', '-shared', '-fPIC', '-o', library,
                            os.path.join(cls.directory, 'probes.c')] + FLAGS)
         assert status == 0, log
-        os.mkdir(os.path.join(cls.directory, 'interface'))
-        cls.write('interface/binding.toml', 'families = ["probes"]\nstrict = false\n')
-        appended = ['p_out_two = "a out"'] + ['%s = "out"' % name for group, name, _, _, _ in cls.probes
-                                              if group == 'outputs' and name not in ('p_out_two', 'p_out_array')]
-        cls.write('interface/probes.toml', 'headers = ["probes.h"]\nfunctions = ["*"]\nrecords = ["*"]\nconstants = ["*"]\n'
-                                           'variables = ["*"]\ntexts = ["*"]\n[appended]\n' + '\n'.join(appended) + '\n')
         cls.log = bind(cls.directory, '--module=probes', '--include=.', '--library=libprobes.so', '--interface=interface',
                        '--output=made')
         sys.path.insert(0, os.path.join(cls.directory, 'made'))
-        cls.names = {'raises': raises, 'inf': float('inf'), 'set_ints': setter(ctypes.c_int), 'set_shorts': setter(ctypes.c_short),
-                     'set_bytes': setter(ctypes.c_char),
-                     'get_ints': lambda pointer, count: list(memory(ctypes.c_int, pointer, count))}
-        cls.names['m'] = __import__('probes')
-        with open(os.path.join(cls.directory, 'made/report.tsv')) as file:
-            cls.report = dict((row[1], row) for row in (line.rstrip('\n').split('\t') for line in file))
-        cls.names['refused'] = lambda name: cls.report[name][3] == 'refused'
-
-    @classmethod
-    def write(cls, name, text):
-        with open(os.path.join(cls.directory, name), 'w') as file:
-            file.write(text)
+        cls.report = constructs.report(os.path.join(cls.directory, 'made'))
+        cls.names = constructs.names('probes', lambda name: cls.report[name][3] == 'refused')
 
     def test_each(self):
         groups, wrong = collections.OrderedDict(), []

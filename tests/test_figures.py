@@ -34,6 +34,14 @@ class Figures(unittest.TestCase):
         rows = dict((key, line) for line, key in record.tables(hosts % 5))
         self.assertEqual(record.merged(HEAD + ROW + '\n' + hosts % 4, rows), HEAD + ROW + '\n' + hosts % 5)
 
+    def test_rows_of_constructs(self):
+        table = '| Constructs | tried | bound and right |\n|---|---:|---:|\n| %s | 9 | %d |\n'
+        rows = dict((key, line) for line, key in record.tables(table % ('unions', 9)))
+        self.assertEqual(record.merged(table % ('unions', 6), rows), table % ('unions', 9))
+        self.assertEqual(record.merged(table % ('text', 6), rows), table % ('text', 6))
+        fault, = record.faults(table % ('unions', 6), table % ('unions', 9))
+        self.assertIn('recorded: | unions | 9 | 9 |', fault)
+
 
 if __name__ == '__main__':
     unittest.main()
