@@ -16,7 +16,7 @@ RECORDED = os.path.join(HERE, 'recorded.md')
 README = os.path.join(ROOT, 'README.md')
 QUOTING = [README] + sorted(glob.glob(os.path.join(ROOT, 'docs', '*.md')))
 # Tables of these have one row for each subject.
-_BY_SUBJECT = ('Between two namespaces', 'Constructs')
+_BY_SUBJECT = ('Between two namespaces', 'Constructs', 'First script by')
 # Figures in sentences.
 _QUOTED = re.compile(r'\b(\d[\d,]*(?:\.\d+)?) (?:instructions|microseconds|KB|CPU s|Mbit/s of TCP|frames/s)\b')
 
