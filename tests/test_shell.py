@@ -338,7 +338,9 @@ class Sessions(ShellTest):
         return subprocess.Popen([sys.executable, '-c', code, str(os.getpid())])
 
     def test_ctrl_c(self):
-        self.addCleanup(signal.signal, signal.SIGINT, signal.getsignal(signal.SIGINT))
+        # Whoever started this in the background may have had it ignored.
+        before = signal.signal(signal.SIGINT, signal.default_int_handler)
+        self.addCleanup(signal.signal, signal.SIGINT, before)
         q.sh_ctrl_c_take()
         child = self.interrupt_soon()
         self.assertRuns('sleep 30000; echo never', '', q.CMD_INTR)
