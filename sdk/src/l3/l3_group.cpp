@@ -472,7 +472,7 @@ int sim_bcm_l3_ecmp_find(int unit, int ecmp_member_count, bcm_l3_ecmp_member_t *
                          bcm_if_t *ecmp_group_id)
 {
     return begin(unit, ready<L3State>, given(ecmp_group_id)).then([&](L3State &l3) {
-        const L3Group *found;
+        const L3Group *found = nullptr;
         const int rc = find(l3, ecmp_member_count, ecmp_member_array, &found);
         if (rc == BCM_E_NONE) {
             *ecmp_group_id = found->record.ecmp_intf;
