@@ -9,9 +9,9 @@ import unittest
 from test_other_headers import HEADERS, SOURCES, run
 
 BUILD = os.environ['QUOREL_BUILD']
-# Types and codes that nearly every header is made of.
+# Types and codes that nearly every header is made of, and the clock, which the core's precompiled header has.
 BASIC = {'sal/types.h', 'bcm/types.h', 'bcm/error.h', 'bcm/stat.h', 'soc/types.h', 'soc/error.h', 'shared/bitop.h',
-         'shared/port.h'}
+         'shared/pbmp.h', 'shared/port.h', 'sim/clock.h'}
 
 
 def compiled():
@@ -30,6 +30,7 @@ class Compiler(unittest.TestCase):
                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         return process.communicate(text)[0]
 
+    @unittest.skipIf('clang' in os.environ['CXX'], 'clang warns of functions without a declaration in C only')
     def test_a_misspelt_function_is_found(self):
         text = '#include "sim_l2.h"\nextern "C" int sim_bcm_l2_%s(int) { return 0; }\n'
         self.assertEqual(self.said_of(text % 'clear', 'sdk/src/l2/l2.cpp'), '')

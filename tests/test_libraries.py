@@ -65,7 +65,7 @@ class Libraries(unittest.TestCase):
         paths = [os.path.join(self.moved, name) for name in files_of(self.moved) if not name.endswith('.pyc')]
         self.assertGreater(len(paths), 6)
         for path in paths:
-            if '.so' in os.path.basename(path):
+            if '.so' in os.path.basename(path) or path.endswith('.a'):
                 # Debuggers have to find the sources.
                 subprocess.check_call(['objcopy', '--strip-debug', path])
             with open(path, 'rb') as file:
