@@ -18,7 +18,7 @@ KINDS = 'by hand', 'by rule', 'unavailable'
 def written_by_hand(nm, archive):
     """Source files by the functions that they define."""
     symbols = subprocess.check_output([nm, '-A', archive], universal_newlines=True)
-    return dict((name, source) for source, name in re.findall(r':([^:\s]+)\.o:\S+ T sim_(\w+)$', symbols, re.M))
+    return dict((name, source) for source, name in re.findall(r': ?([^:\s]+)\.o: ?\S+ T sim_(\w+)$', symbols, re.M))
 
 
 def answers(rules, by_hand):
