@@ -1,11 +1,10 @@
 """quorel_add_binding() in a project that has nothing of this repository but what was installed of it."""
 import os
-import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 
+from files import FolderTest
 from test_constructs import FLAGS, GENERATE
 from test_install import environment, install
 
@@ -38,37 +37,24 @@ INTERFACE = ('headers = ["lamp.h", "lamp/level.h"]\nfunctions = ["lamp_on"]\nrec
              'constants = ["LAMP_*"]\n[appended]\nlamp_on = "before"\n')
 
 
-class AddBinding(unittest.TestCase):
+class AddBinding(FolderTest):
     @classmethod
-    def setUpClass(cls):
-        cls.directory = os.path.realpath(tempfile.mkdtemp())
-        try:
-            installed = install(os.path.join(cls.directory, 'there'), '--component', 'binding')
-            cls.prefix = os.path.join(cls.directory, 'moved')
-            os.rename(installed, cls.prefix)
-            cls.write('CMakeLists.txt', PROJECT)
-            # Found in a folder below, it is there in those above.
-            cls.write('bound/CMakeLists.txt', 'find_package(QuorelBinding 1 REQUIRED)\n')
-            cls.write('include/lamp.h', HEADER)
-            cls.write('include/lamp/level.h', LEVEL)
-            cls.write('lamp.c', BODY)
-            cls.write('interface/binding.toml', 'families = ["lamp"]\n')
-            cls.write('interface/lamp.toml', INTERFACE)
-            status, log = cls.configure('build')
-            assert status == 0, log
-            status, log = cls.build()
-            assert status == 0 and 'warning' not in log, log
-        except BaseException:
-            cls.tearDownClass()
-            raise
-
-    @classmethod
-    def tearDownClass(cls):
-        shutil.rmtree(cls.directory)
-
-    @classmethod
-    def path(cls, *names):
-        return os.path.join(cls.directory, *names)
+    def make(cls):
+        installed = install(cls.path('there'), '--component', 'binding')
+        cls.prefix = cls.path('moved')
+        os.rename(installed, cls.prefix)
+        cls.write('CMakeLists.txt', PROJECT)
+        # Found in a folder below, it is there in those above.
+        cls.write('bound/CMakeLists.txt', 'find_package(QuorelBinding 1 REQUIRED)\n')
+        cls.write('include/lamp.h', HEADER)
+        cls.write('include/lamp/level.h', LEVEL)
+        cls.write('lamp.c', BODY)
+        cls.write('interface/binding.toml', 'families = ["lamp"]\n')
+        cls.write('interface/lamp.toml', INTERFACE)
+        status, log = cls.configure('build')
+        assert status == 0, log
+        status, log = cls.build()
+        assert status == 0 and 'warning' not in log, log
 
     @classmethod
     def write(cls, name, text):

@@ -8,11 +8,11 @@ import os
 import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 import zlib as reference
 
 import QuorelApiNew as q
+from files import FolderTest
 from test_constructs import FLAGS, SOURCES, bind
 
 LIBRARIES = (('zlib', 'z', 'zl'), ('sqlite', 'sqlite3', 'sq'), ('pcap', 'pcap', 'pc'))
@@ -23,37 +23,25 @@ def library_file(name):
     return os.path.realpath(subprocess.check_output(command, env=dict(os.environ, LD_PRELOAD='')).strip())
 
 
-class BoundLibraries(unittest.TestCase):
+class BoundLibraries(FolderTest):
     @classmethod
-    def setUpClass(cls):
-        cls.directory = tempfile.mkdtemp()
+    def make(cls):
         cls.logs = {}
         sys.path.insert(0, cls.directory)
-        try:
-            for family, library, module in LIBRARIES:
-                interface = os.path.join(cls.directory, family)
-                os.mkdir(interface)
-                shutil.copy(os.path.join(SOURCES, 'tests/libraries', family + '.toml'), interface)
-                with open(os.path.join(interface, 'binding.toml'), 'w') as file:
-                    file.write('families = ["%s"]\nstrict = false\n' % family)
-                cls.logs[family] = bind(cls.directory, '--module=' + module, '--library=' + library_file(library),
-                                        '--include=' + os.path.join(SOURCES, 'tests/libraries'),
-                                        '--interface=' + interface, '--output=.')
-                with open(os.path.join(cls.directory, 'report.tsv')) as file:
-                    cls.logs[family] = [line.rstrip('\n').split('\t') for line in file]
-                os.remove(os.path.join(cls.directory, 'report.tsv'))
-                shutil.rmtree(os.path.join(cls.directory, 'work'))
-                setattr(cls, module, __import__(module))
-        except BaseException:
-            cls.tearDownClass()
-            raise
-
-    @classmethod
-    def tearDownClass(cls):
-        shutil.rmtree(cls.directory)
-
-    def path(self, name):
-        return os.path.join(self.directory, name)
+        for family, library, module in LIBRARIES:
+            interface = cls.path(family)
+            os.mkdir(interface)
+            shutil.copy(os.path.join(SOURCES, 'tests/libraries', family + '.toml'), interface)
+            with open(os.path.join(interface, 'binding.toml'), 'w') as file:
+                file.write('families = ["%s"]\nstrict = false\n' % family)
+            cls.logs[family] = bind(cls.directory, '--module=' + module, '--library=' + library_file(library),
+                                    '--include=' + os.path.join(SOURCES, 'tests/libraries'),
+                                    '--interface=' + interface, '--output=.')
+            with open(cls.path('report.tsv')) as file:
+                cls.logs[family] = [line.rstrip('\n').split('\t') for line in file]
+            os.remove(cls.path('report.tsv'))
+            shutil.rmtree(cls.path('work'))
+            setattr(cls, module, __import__(module))
 
     def refused(self, family):
         return [row[1] for row in self.logs[family] if row[3] == 'refused' and

@@ -2,13 +2,11 @@
 import os
 import re
 import shlex
-import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 
-from files import files_of
+from files import FolderTest, files_of
 
 TESTS = os.path.dirname(os.path.abspath(__file__))
 SITE = os.environ['QUOREL_SITE']
@@ -26,21 +24,12 @@ def install(destination, *options):
     return os.path.join(destination, 'opt/q')
 
 
-class Install(unittest.TestCase):
+class Install(FolderTest):
     @classmethod
-    def setUpClass(cls):
-        cls.directory = os.path.realpath(tempfile.mkdtemp())
-        try:
-            cls.whole = install(os.path.join(cls.directory, 'whole'))
-            cls.moved = os.path.join(cls.directory, 'elsewhere')
-            os.rename(cls.whole, cls.moved)
-        except BaseException:
-            cls.tearDownClass()
-            raise
-
-    @classmethod
-    def tearDownClass(cls):
-        shutil.rmtree(cls.directory)
+    def make(cls):
+        cls.whole = install(cls.path('whole'))
+        cls.moved = cls.path('elsewhere')
+        os.rename(cls.whole, cls.moved)
 
     def run_python(self, *arguments, **options):
         return subprocess.check_output([sys.executable, '-B'] + list(arguments), cwd='/',
@@ -49,7 +38,7 @@ class Install(unittest.TestCase):
     def test_each_component_is_what_its_users_need(self):
         parts = {}
         for component in 'module', 'simulator', 'headers', 'documentation':
-            destination = os.path.join(self.directory, component)
+            destination = self.path(component)
             parts[component] = files_of(install(destination, '--component', component))
             self.assertEqual(os.listdir(destination), ['opt'])
         everything = files_of(self.moved)
@@ -84,7 +73,7 @@ class Install(unittest.TestCase):
         self.assertEqual(self.run_python('-c', script, os.path.join(self.moved, SITE, LIBRARIES[0])), '0\n')
         examples = os.path.join(self.moved, 'share/doc/python-quorelapinew/examples')
         dump = self.run_python(os.path.join(examples, 'make_fdb_dump.py'))
-        with open(os.path.join(self.directory, 'dump'), 'w') as file:
+        with open(self.path('dump'), 'w') as file:
             file.write(dump)
         self.run_python(os.path.join(examples, 'load_fdb.py'), file.name, stderr=subprocess.STDOUT)
 
@@ -93,7 +82,7 @@ class Install(unittest.TestCase):
             text = file.read().replace('${prefix}', self.moved)
         compile_flags, libraries = re.search(r'^Cflags: (.*)\nLibs: (.*)$', text, re.M).groups()
         self.assertIn('prefix=${pcfiledir}/../..\n', text)
-        program = os.path.join(self.directory, 'program')
+        program = self.path('program')
         target = shlex.split(os.environ['QUOREL_TARGET_FLAGS'])
         subprocess.check_call([os.environ['CC']] + target + shlex.split(compile_flags) +
                               [os.path.join(TESTS, 'simulated_switch.c'), '-o', program] + shlex.split(libraries),

@@ -11,9 +11,9 @@ import shlex
 import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
 
+from files import FolderTest
 SOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BUILD = os.environ['QUOREL_BUILD']
 LIBRARIES = os.environ['QUOREL_LIBRARIES']
@@ -36,10 +36,9 @@ def runpaths(path):
     return re.findall(r'\((?:RPATH|RUNPATH)\).*\[(.*)\]', subprocess.check_output(['readelf', '-d', path]))
 
 
-class RealLibraries(unittest.TestCase):
+class RealLibraries(FolderTest):
     @classmethod
-    def setUpClass(cls):
-        cls.directory = os.path.realpath(tempfile.mkdtemp())
+    def make(cls):
         cls.tree = cls.path('tree')
         os.mkdir(cls.path('real'))
         cls.options = {'QUOREL_SDK_DEFINITIONS': 'SWITCH_LEVEL=3;SWITCH_TRACE'}
@@ -63,26 +62,14 @@ class RealLibraries(unittest.TestCase):
                 match = KEPT.match(line)
                 if match:
                     kept.write('set(%s "%s" CACHE %s "")\n' % (match.group(1), match.group(3), match.group(2)))
-        try:
-            status, log = cls.configure()
-            assert status == 0, log
-            os.makedirs(os.path.join(cls.tree, 'lib', 'quorel'))
-            for name in 'QuorelApiNew.py', 'quorel/reference.tsv':
-                shutil.copy(os.path.join(LIBRARIES, name), os.path.join(cls.tree, 'lib', name))
-            shutil.copytree(os.path.join(BUILD, 'generated', 'stubs'), os.path.join(cls.tree, 'generated', 'stubs'))
-            cls.link('CMakeFiles', 'lib/_QuorelApiNew.so')
-            cls.link('quorel/CMakeFiles', 'lib/_quorel.so')
-        except BaseException:
-            cls.tearDownClass()
-            raise
-
-    @classmethod
-    def tearDownClass(cls):
-        shutil.rmtree(cls.directory)
-
-    @classmethod
-    def path(cls, *names):
-        return os.path.join(cls.directory, *names)
+        status, log = cls.configure()
+        assert status == 0, log
+        os.makedirs(os.path.join(cls.tree, 'lib', 'quorel'))
+        for name in 'QuorelApiNew.py', 'quorel/reference.tsv':
+            shutil.copy(os.path.join(LIBRARIES, name), os.path.join(cls.tree, 'lib', name))
+        shutil.copytree(os.path.join(BUILD, 'generated', 'stubs'), os.path.join(cls.tree, 'generated', 'stubs'))
+        cls.link('CMakeFiles', 'lib/_QuorelApiNew.so')
+        cls.link('quorel/CMakeFiles', 'lib/_quorel.so')
 
     @classmethod
     def configure(cls, **changed):
