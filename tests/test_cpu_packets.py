@@ -6,6 +6,7 @@ import zlib
 
 import QuorelApiNew as q
 from quorel import OUT, StatusError, array, as_dict, callback, checked, sim
+from type_table import pointer_at
 
 A, B, C = ['02:00:00:00:00:0%d' % number for number in (1, 2, 3)]
 CPU = 0
@@ -347,6 +348,20 @@ class Sending(CpuTest):
         packets[2].next = packets[0]
         self.assertEqual(q.bcm_tx_list(0, packets[0], done, None), q.BCM_E_PARAM)
         self.assertEqual(told, [])
+
+    def test_a_callback_that_is_no_function(self):
+        data = ctypes.create_string_buffer(8)
+        nowhere = [pointer_at(address, '_p_f_int_p_bcm_pkt_s_p_void__void')
+                   for address in (1, 0x12345678, ctypes.addressof(data), 2 ** (8 * ctypes.sizeof(ctypes.c_void_p) - 1))]
+        good = packet_of(sim.ethernet(B, A), tx_pbmp=[1])
+        for function in nowhere:
+            packet = packet_of(sim.ethernet(B, A), tx_pbmp=[1], call_back=function)
+            good.next = packet
+            with self.switch.watched(lambda port, frame: self.fail('something was sent')):
+                self.assertEqual(q.bcm_tx(0, packet, None), q.BCM_E_PARAM)
+                self.assertEqual(q.bcm_tx_list(0, good, None, None), q.BCM_E_PARAM)
+                good.next = None
+                self.assertEqual(q.bcm_tx_list(0, good, function, None), q.BCM_E_PARAM)
 
     def test_map_by_tables(self):
         packet = packet_of(sim.ethernet(B, A))

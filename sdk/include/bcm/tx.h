@@ -3,7 +3,7 @@
  *
  * A packet with a call_back, or a list with an all_done_cb, is sent in the background: the call returns at
  * once, the packet stays with the SDK until the callback. Without one the call returns when it has left.
- * BCM_E_PARAM: no packet, no data; BCM_E_MEMORY, BCM_E_RESOURCE: no room to queue it.
+ * BCM_E_PARAM: no packet, no data, a callback that is no function; BCM_E_MEMORY, BCM_E_RESOURCE: no room to queue it.
  */
 #ifndef BCM_TX_H
 #define BCM_TX_H

@@ -29,6 +29,12 @@ bool is_packet(const bcm_pkt_t *packet)
     return read_callers(packet, &copy, sizeof copy);
 }
 
+/// Whether nobody is to be told, or somebody can be.
+bool can_tell(bcm_pkt_cb_f told)
+{
+    return told == nullptr || can_be_called(told);
+}
+
 /// A packet that can be sent.
 struct Outgoing {
     bcm_pkt_t *packet;
@@ -84,7 +90,7 @@ void put_tag(const bcm_pkt_t &packet, unsigned char *to)
 /// Makes it the frame that leaves a port with tag, or arrives.
 int frame_of(bcm_pkt_t *packet, std::vector<unsigned char> *frame)
 {
-    if (!gather(*packet, frame) || frame->size() < frame_header_bytes) {
+    if (!gather(*packet, frame) || frame->size() < frame_header_bytes || !can_tell(packet->call_back)) {
         return BCM_E_PARAM;
     }
     const bool goes_to_ports = !(packet->flags & BCM_TX_ETHER);
@@ -132,6 +138,9 @@ int send(Switch &sw, const Outgoing &outgoing)
 int send_all(int unit, const std::vector<bcm_pkt_t *> &packets, bcm_pkt_cb_f all_done, void *cookie)
 {
     return begin(unit, ready<L2State>).then([&](Switch &sw, L2State &) -> int {
+        if (!can_tell(all_done)) {
+            return BCM_E_PARAM;
+        }
         std::vector<Outgoing> all(packets.size());
         for (std::size_t i = 0; i < packets.size(); ++i) {
             all[i].packet = packets[i];
