@@ -324,7 +324,7 @@ class Pages:
                 '<span class="badge %s">%s</span> %d' % (kind.replace(' ', '-'), BADGES[kind], answered.count(kind))
                 for kind in BADGES if kind in answered)))
         for header in headers:
-            page += [_heading(header.name, '-'), _raw(self.prose(header.text, '../'))]
+            page += [_heading(header.name, '-'), _raw(self.prose(header.text, '../') + self.interface_files(header))]
             for kind, title in KINDS:
                 if not header.runs[kind]:
                     continue
@@ -340,6 +340,13 @@ class Pages:
                         '<div class="above">%s</div>' % said if said else '',
                         '\n'.join(makers[kind](entry, family, above) for entry in run))))
         return '\n'.join(page)
+
+    def interface_files(self, header):
+        """Which of them bind its functions and records; of another module's, families may be headers instead."""
+        families = sorted(set(entry.columns[0] for kind in ('function', 'record') for _, run in header.runs[kind]
+                              for entry in run))
+        return '' if not families or not self.with_package else '<p class="bound">Bound by %s</p>' % ', '.join(
+            '<code>interface/%s.toml</code>' % family for family in families)
 
     def classes_page(self):
         rows = []

@@ -79,6 +79,7 @@ def _function_lines(known, entry):
     answer = answers().get(entry.name)
     if answer:
         notes.append('%s (%s)' % (ANSWERS.get(answer[0], answer[0]), answer[1]))
+    notes.append('Bound by %s.toml' % family)
     sections += [textwrap.wrap(note, WIDTH - 4, subsequent_indent='  ', break_long_words=False) for note in notes]
     return lines, sections
 
@@ -102,7 +103,7 @@ def _record_lines(known, entry):
         type_name = re.sub(r'\b%s\b' % re.escape(member.name[1:]), '', declaration, 1).strip()
         return member.name[1:], type_name, ' '.join((member.beside or argument(known, kind, type_name, '')).split())
     return ['record ' + entry.name], [_reflowed(entry.text, WIDTH - 4), _inner_lines(entry, row),
-                                      _used(known, entry.name)]
+                                      _used(known, entry.name), ['Bound by %s.toml' % entry.columns[0]]]
 
 
 def _used(known, name):

@@ -102,6 +102,7 @@ class Made(unittest.TestCase):
         self.assertIn('<tr id="BCM_L2_STATIC"><td><code>BCM_L2_STATIC</code></td><td>32 <span class="hex">0x20</span></td>'
                       '<td>neither ages nor moves; without it an entry is dynamic</td></tr>', l2)
         self.assertRegexpMatches(l2, r'id="bcm_l2_addr_t.mac">.*?bcm_mac_t.*?title="offset, size">8, 6<')
+        self.assertIn('Bound by <code>interface/l2.toml</code>', l2)
         self.assertIn('bcm_l2_addr_add', re.search(r'id="BCM_E_FULL".*?</tr>', texts['errors.rst'], re.S).group())
         self.assertIn('>not simulated</span>', texts['reference/cosq.rst'])
 
@@ -112,7 +113,7 @@ class Made(unittest.TestCase):
         self.assertIn('The other SDK\n=============', text)
         self.assertIn('A laser, 0..2.', text)
         self.assertIn(['other_laser_t.label', 'member'], [row[:2] for row in index])
-        for word in ('OUT', 'simulated', 'quorel'):
+        for word in ('OUT', 'simulated', 'quorel', 'interface/'):
             self.assertNotIn(word, text)
 
 

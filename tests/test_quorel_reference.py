@@ -78,7 +78,8 @@ class Description(unittest.TestCase):
     def test_a_function_tells_how_it_is_called(self):
         text = self.expect(q.bcm_l2_age_timer_get, 'int bcm_l2_age_timer_get(int unit, int *age_seconds)', 'bcm/l2.h',
                            'Seconds after which an unused dynamic entry goes, 0 for never; at first 300.',
-                           'age_seconds  int *  OUT or intp()', 'Told together with bcm_l2_age_timer_set')
+                           'age_seconds  int *  OUT or intp()', 'Told together with bcm_l2_age_timer_set',
+                           'Bound by l2.toml')
         self.assertEqual(about('bcm_l2_age_timer_get'), text)
         self.assertLess(max(map(len, text.split('\n'))), WIDTH + 1)
         self.expect(q.bcm_l2_addr_get, "mac_addr  unsigned char [6]  text, such as '02:", 'l2addr    bcm_l2_addr_t',
