@@ -46,23 +46,29 @@ inline IpAddress without_first_bits(const IpAddress &address, unsigned count)
     return {address.high << count | address.low >> (64 - count), address.low << count};
 }
 
-/// The bits of a node's prefixes that match six bits.
-constexpr std::array<std::uint64_t, 64> matches_of_values()
+/// The bits of a node's prefixes that match six bits, by their complement.
+constexpr std::array<std::uint64_t, 64> matches_of_complements()
 {
     std::array<std::uint64_t, 64> matches = {};
     for (unsigned value = 0; value < 64; ++value) {
         for (unsigned length = 0; length < 6; ++length) {
-            matches[value] |= one << ((1u << length) + (value >> (6 - length)));
+            matches[63 - value] |= one << ((1u << length) + (value >> (6 - length)));
         }
     }
     return matches;
 }
 
-constexpr std::array<std::uint64_t, 64> matches = matches_of_values();
+constexpr std::array<std::uint64_t, 64> matches = matches_of_complements();
 
 inline unsigned prefix_bit(const IpAddress &network, unsigned length)
 {
     return (1u << length) + first_bits(network, length);
+}
+
+/// Of some bits those that are below the highest one of others, moved up.
+inline std::uint64_t bits_below_highest(std::uint64_t bits, std::uint64_t others)
+{
+    return bits << __builtin_clzll(others) << 1;
 }
 
 /// The array with one more element at the place; the old one is gone.
@@ -97,29 +103,33 @@ template <bool by_instruction>
     {
         return by_instruction ? static_cast<unsigned>(__builtin_popcountll(bits)) : bits_in(bits);
     };
+    constexpr unsigned steps_in_half = 10;
     const Node *node = &root_;
     const Node *best = nullptr;
     std::uint64_t best_matches = 0;
     for (;;) {
-        const unsigned value = first_bits(address, stride);
-        const std::uint64_t found = node->prefixes & matches[value];
-        if (found != 0) {
-            best = node;
-            best_matches = found;
+        // The complement of six bits is how far up theirs is from the highest of 64.
+        std::uint64_t rest = ~address.high;
+        for (unsigned steps = steps_in_half; steps != 0; --steps) {
+            const auto complement = static_cast<unsigned>(rest >> (64 - stride));
+            const std::uint64_t found = node->prefixes & matches[complement];
+            if (found != 0) {
+                best = node;
+                best_matches = found;
+            }
+            const std::uint64_t up_to_value = node->children << complement;
+            std::uint64_t before_value;
+            // The highest bit, which leaves, is that of the value.
+            if (!__builtin_add_overflow(up_to_value, up_to_value, &before_value)) {
+                return best != nullptr
+                           ? best->numbers[count(bits_below_highest(best->prefixes, best_matches))]
+                           : none;
+            }
+            node = node->nodes + count(before_value);
+            rest <<= stride;
         }
-        // That of the value is the highest one left.
-        const std::uint64_t up_to_value = node->children << (63 - value);
-        if (!(up_to_value >> 63)) {
-            break;
-        }
-        node = node->nodes + count(up_to_value) - 1;
-        address = without_first_bits(address, stride);
+        address = without_first_bits(address, steps_in_half * stride);
     }
-    if (best == nullptr) {
-        return none;
-    }
-    const auto bit = 63 - static_cast<unsigned>(__builtin_clzll(best_matches));
-    return best->numbers[count(best->prefixes & ((one << bit) - 1))];
 }
 
 [[gnu::target("popcnt")]] std::uint32_t PrefixTable::longest_by_instruction(IpAddress address) const
