@@ -31,10 +31,26 @@ constexpr int field_installed_max = 16384;  // of a stage
 constexpr int field_range_max = field_places::ranges.width;
 constexpr int field_stat_max = 16384;
 
+struct FieldCounter {
+    explicit FieldCounter(bcm_field_stat_t of);
+
+    bcm_field_stat_t kind;
+    bool (*is_for)(const FieldKey &);  ///< which of its entries' packets are counted; null for all
+    uint64 value = 0;
+
+    /// A packet of the length, with its checksum.
+    void count(const FieldKey &key, std::size_t length)
+    {
+        if (is_for == nullptr || is_for(key)) {
+            // Bytes and packets take turns in the enumeration.
+            value += kind % 2 == bcmFieldStatBytes ? length : 1;
+        }
+    }
+};
+
 struct FieldStat {
     bcm_field_group_t group;
-    std::vector<bcm_field_stat_t> kinds;
-    std::vector<uint64> values;
+    std::vector<FieldCounter> counters;
     int uses = 0;  // entries that have it, and installed ones that name it
 };
 
@@ -78,9 +94,10 @@ struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
     FieldPolicers policers;
-    std::vector<FieldRange *> ranges;          // that it is compared with
-    std::vector<FieldStat *> attached, named;  // counters of the entry, and of its actions
-    std::vector<Hold> holds;                   // of what its actions name
+    std::vector<FieldRange *> ranges;      // that it is compared with
+    std::vector<FieldStat *> named;        // of its actions
+    std::vector<FieldCounter *> counters;  // of these and of those that are attached to the entry
+    std::vector<Hold> holds;               // of what its actions name
 };
 
 struct FieldEntry : FieldContent {
@@ -192,9 +209,6 @@ FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const F
 /// Puts the bits of the ranges that hold for the packet.
 void put_ranges(const FieldState &state, FieldKey &key);
 
-/// Counts a packet of the length, with its checksum.
-void count_field(FieldStat &stat, const FieldKey &key, std::size_t length);
-
 /// BCM_E_NOT_FOUND: no such group, entry.
 inline auto field_group(bcm_field_group_t group)
 {
@@ -228,8 +242,8 @@ int set_presel(FieldState &state, FieldPresel &presel, int qualifier, const Fiel
 /// BCM_E_NOT_FOUND: an action names an object that is not there.
 int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry);
 
-/// The counters of an entry.
-std::vector<FieldStat *> stats_of(FieldState &state, const FieldEntry &entry);
+/// Finds the counters of the entry as it is installed, or about to be.
+void update_counters(FieldState &state, const FieldEntry &entry, FieldInstalled &installed);
 
 /// Ends its effect, if it has one.
 void remove_field(FieldState &state, FieldEntry &entry);
@@ -247,6 +261,8 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
     const FieldIndex &index = state.indexes[static_cast<std::size_t>(stage)];
     FieldIndex::Found rules;
     index.find(key, rules);
+    const std::size_t length = key.get(field_places::packet_length);
+    FieldWord color = key.get(field_places::color);
     for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
         if (!lookup.group->ports.has(port) || !is_selected(*lookup.group, key)) {
             continue;
@@ -254,13 +270,13 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
         const auto *installed =
             static_cast<const FieldInstalled *>(index.find(lookup.group->table, key, rules));
         if (installed != nullptr) {
-            const bcm_color_t color = meet(*installed);
-            key.replace(field_places::color, static_cast<FieldWord>(color));
-            for (FieldStat *stat : installed->attached) {
-                count_field(*stat, key, key.get(field_places::packet_length));
+            const auto met = static_cast<FieldWord>(meet(*installed));
+            if (met != color) {
+                color = met;
+                key.replace(field_places::color, color);
             }
-            for (FieldStat *stat : installed->named) {
-                count_field(*stat, key, key.get(field_places::packet_length));
+            for (FieldCounter *counter : installed->counters) {
+                counter->count(key, length);
             }
             verdict.add(installed->effects, static_cast<unsigned>(color));
         }

@@ -53,61 +53,6 @@ bool is_in(const FieldRange &range, const FieldKey &key)
     return true;
 }
 
-/// Whether a counter of the kind counts the packet.
-bool counts(bcm_field_stat_t kind, const FieldKey &key)
-{
-    if (kind == bcmFieldStatPackets || kind == bcmFieldStatBytes) {
-        return true;
-    }
-    const FieldWord color = key.get(at::color);
-    switch (kind) {
-    case bcmFieldStatGreenBytes:
-    case bcmFieldStatGreenPackets:
-        return color == BCM_FIELD_COLOR_GREEN;
-    case bcmFieldStatYellowBytes:
-    case bcmFieldStatYellowPackets:
-        return color == BCM_FIELD_COLOR_YELLOW;
-    case bcmFieldStatRedBytes:
-    case bcmFieldStatRedPackets:
-        return color == BCM_FIELD_COLOR_RED;
-    case bcmFieldStatNotGreenBytes:
-    case bcmFieldStatNotGreenPackets:
-        return color != BCM_FIELD_COLOR_GREEN;
-    case bcmFieldStatNotYellowBytes:
-    case bcmFieldStatNotYellowPackets:
-        return color != BCM_FIELD_COLOR_YELLOW;
-    case bcmFieldStatNotRedBytes:
-    case bcmFieldStatNotRedPackets:
-        return color != BCM_FIELD_COLOR_RED;
-    case bcmFieldStatUnicastBytes:
-    case bcmFieldStatUnicastPackets:
-        return key.get(at::broadcast) == 0 && key.get(at::multicast) == 0;
-    case bcmFieldStatMulticastBytes:
-    case bcmFieldStatMulticastPackets:
-        return key.get(at::multicast) != 0;
-    case bcmFieldStatBroadcastBytes:
-    case bcmFieldStatBroadcastPackets:
-        return key.get(at::broadcast) != 0;
-    case bcmFieldStatNonIpBytes:
-    case bcmFieldStatNonIpPackets:
-        return !key.is(FieldHeader::ip);
-    case bcmFieldStatIp4Bytes:
-    case bcmFieldStatIp4Packets:
-        return key.is(FieldHeader::ip4);
-    case bcmFieldStatIp6Bytes:
-    case bcmFieldStatIp6Packets:
-        return key.is(FieldHeader::ip6);
-    case bcmFieldStatTcpBytes:
-    case bcmFieldStatTcpPackets:
-        return key.is(FieldHeader::tcp);
-    case bcmFieldStatUdpBytes:
-    case bcmFieldStatUdpPackets:
-        return key.is(FieldHeader::udp);
-    default:
-        return true;
-    }
-}
-
 }  // namespace
 
 void put_ranges(const FieldState &state, FieldKey &key)
@@ -117,16 +62,6 @@ void put_ranges(const FieldState &state, FieldKey &key)
         bits |= FieldWord{range.uses != 0 && is_in(range, key)} << range.bit;
     }
     key.words[at::ranges.word] = bits;
-}
-
-void count_field(FieldStat &stat, const FieldKey &key, std::size_t length)
-{
-    for (std::size_t i = 0; i < stat.kinds.size(); ++i) {
-        if (counts(stat.kinds[i], key)) {
-            // Bytes and packets take turns in the enumeration.
-            stat.values[i] += stat.kinds[i] % 2 == bcmFieldStatBytes ? length : 1;
-        }
-    }
 }
 
 namespace {
@@ -366,7 +301,7 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
     if (status != BCM_E_NONE) {
         return status;
     }
-    compiled.attached = stats_of(state, entry);
+    update_counters(state, entry, compiled);
     compiled.content = entry;
     compiled.priority = entry.priority;
     compiled.entry = id;

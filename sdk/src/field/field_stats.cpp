@@ -8,6 +8,59 @@ namespace sim {
 
 namespace {
 
+namespace at = field_places;
+
+/// Which packets counters of the kind count, or null if all.
+bool (*filter_of(bcm_field_stat_t kind))(const FieldKey &)
+{
+    switch (kind) {
+    case bcmFieldStatGreenBytes:
+    case bcmFieldStatGreenPackets:
+        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_GREEN; };
+    case bcmFieldStatYellowBytes:
+    case bcmFieldStatYellowPackets:
+        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_YELLOW; };
+    case bcmFieldStatRedBytes:
+    case bcmFieldStatRedPackets:
+        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_RED; };
+    case bcmFieldStatNotGreenBytes:
+    case bcmFieldStatNotGreenPackets:
+        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_GREEN; };
+    case bcmFieldStatNotYellowBytes:
+    case bcmFieldStatNotYellowPackets:
+        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_YELLOW; };
+    case bcmFieldStatNotRedBytes:
+    case bcmFieldStatNotRedPackets:
+        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_RED; };
+    case bcmFieldStatUnicastBytes:
+    case bcmFieldStatUnicastPackets:
+        return [](const FieldKey &key) { return key.get(at::broadcast) == 0 && key.get(at::multicast) == 0; };
+    case bcmFieldStatMulticastBytes:
+    case bcmFieldStatMulticastPackets:
+        return [](const FieldKey &key) { return key.get(at::multicast) != 0; };
+    case bcmFieldStatBroadcastBytes:
+    case bcmFieldStatBroadcastPackets:
+        return [](const FieldKey &key) { return key.get(at::broadcast) != 0; };
+    case bcmFieldStatNonIpBytes:
+    case bcmFieldStatNonIpPackets:
+        return [](const FieldKey &key) { return !key.is(FieldHeader::ip); };
+    case bcmFieldStatIp4Bytes:
+    case bcmFieldStatIp4Packets:
+        return [](const FieldKey &key) { return key.is(FieldHeader::ip4); };
+    case bcmFieldStatIp6Bytes:
+    case bcmFieldStatIp6Packets:
+        return [](const FieldKey &key) { return key.is(FieldHeader::ip6); };
+    case bcmFieldStatTcpBytes:
+    case bcmFieldStatTcpPackets:
+        return [](const FieldKey &key) { return key.is(FieldHeader::tcp); };
+    case bcmFieldStatUdpBytes:
+    case bcmFieldStatUdpPackets:
+        return [](const FieldKey &key) { return key.is(FieldHeader::udp); };
+    default:
+        return nullptr;
+    }
+}
+
 /// Whether the switch can tell the packets of the kind when entries count them. What became of a packet is not known
 /// then.
 bool is_counted(bcm_field_stat_t kind)
@@ -46,8 +99,7 @@ int make_stat(FieldState &state, bcm_field_group_t group, int count, const bcm_f
     while (!is_id_given && state.stats.count(chosen) != 0) {
         ++chosen;
     }
-    FieldStat stat{group, {kinds, end}, std::vector<uint64>(static_cast<std::size_t>(count))};
-    state.stats.emplace(chosen, std::move(stat));
+    state.stats.emplace(chosen, FieldStat{group, {kinds, end}});
     *id = chosen;
     return BCM_E_NONE;
 }
@@ -63,11 +115,12 @@ auto field_stat(int stat)
 /// One of its counters: BCM_E_NOT_FOUND.
 int find_value(FieldStat &stat, bcm_field_stat_t kind, uint64 **value)
 {
-    const auto found = std::find(stat.kinds.begin(), stat.kinds.end(), kind);
-    if (found == stat.kinds.end()) {
+    const auto found = std::find_if(stat.counters.begin(), stat.counters.end(),
+                                    [kind](const FieldCounter &each) { return each.kind == kind; });
+    if (found == stat.counters.end()) {
         return BCM_E_NOT_FOUND;
     }
-    *value = &stat.values[static_cast<std::size_t>(found - stat.kinds.begin())];
+    *value = &found->value;
     return BCM_E_NONE;
 }
 
@@ -101,7 +154,9 @@ int get_value(int unit, int stat_id, bcm_field_stat_t stat, Number *number)
 int set_all(int unit, int stat_id, uint64 number)
 {
     return begin(unit, ready<FieldState>, field_stat(stat_id)).then([&](FieldState &, FieldStat &found) {
-        std::fill(found.values.begin(), found.values.end(), number);
+        for (FieldCounter &counter : found.counters) {
+            counter.value = number;
+        }
     });
 }
 
@@ -134,7 +189,7 @@ void put(FieldState &state, FieldEntry &entry, int &place, int id)
     }
     place = id;
     if (entry.installed != nullptr) {
-        entry.installed->attached = stats_of(state, entry);
+        update_counters(state, entry, *entry.installed);
     }
 }
 
@@ -228,15 +283,24 @@ int get_counters(int unit, int stat_id, bcm_field_stat_t stat, uint32 count, con
 
 }  // namespace
 
-std::vector<FieldStat *> stats_of(FieldState &state, const FieldEntry &entry)
+FieldCounter::FieldCounter(bcm_field_stat_t of) : kind(of), is_for(filter_of(of)) {}
+
+void update_counters(FieldState &state, const FieldEntry &entry, FieldInstalled &installed)
 {
-    std::vector<FieldStat *> found;
+    installed.counters.clear();
+    const auto add = [&](FieldStat &stat) {
+        for (FieldCounter &counter : stat.counters) {
+            installed.counters.push_back(&counter);
+        }
+    };
     for (const int stat : entry.stats) {
         if (stat != 0) {
-            found.push_back(&state.stats.at(stat));
+            add(state.stats.at(stat));
         }
     }
-    return found;
+    for (FieldStat *stat : installed.named) {
+        add(*stat);
+    }
 }
 
 }  // namespace sim
@@ -278,8 +342,9 @@ int sim_bcm_field_stat_destroy(int unit, int stat_id)
 int sim_bcm_field_stat_size(int unit, int stat_id, int *stat_size)
 {
     return begin(unit, ready<FieldState>, given(stat_size), field_stat(stat_id))
-        .then(
-            [&](FieldState &, const FieldStat &found) { *stat_size = static_cast<int>(found.kinds.size()); });
+        .then([&](FieldState &, const FieldStat &found) {
+            *stat_size = static_cast<int>(found.counters.size());
+        });
 }
 
 int sim_bcm_field_stat_config_get(int unit, int stat_id, int nstat, bcm_field_stat_t *stat_arr)
@@ -289,8 +354,10 @@ int sim_bcm_field_stat_config_get(int unit, int stat_id, int nstat, bcm_field_st
             if (nstat < 0) {
                 return BCM_E_PARAM;
             }
-            std::copy_n(found.kinds.begin(), std::min(static_cast<std::size_t>(nstat), found.kinds.size()),
-                        stat_arr);
+            const std::size_t told = std::min(static_cast<std::size_t>(nstat), found.counters.size());
+            for (std::size_t i = 0; i < told; ++i) {
+                stat_arr[i] = found.counters[i].kind;
+            }
             return BCM_E_NONE;
         });
 }
