@@ -281,6 +281,27 @@ class Counters(FieldTest):
         self.assertStatus(PARAM, q.bcm_field_stat_counter_set(0, stat, q.bcmFieldStatBytes, 1,
                                                               array('uint32', [1]), value))
 
+    def test_each_kind_counts_its_packets(self):
+        udp = bytearray(sim.udp4('10.0.0.1', '10.0.0.2', data=b'\0' * 20))
+        tcp = udp[:9] + b'\6' + udp[10:]
+        one, many, all_of_them = '02:00:00:00:00:07', '01:00:5e:00:00:07', 'ff:ff:ff:ff:ff:ff'
+        frames = [sim.ethernet(to, '02:00:00:00:00:01', bytes(payload), kind) for to, payload, kind in (
+            (one, udp, 0x800), (one, tcp, 0x800), (many, udp, 0x800), (all_of_them, b'', 0x900),
+            (all_of_them, b'\x60' + b'\0' * 39, 0x86dd))]
+        wanted = dict(Unicast=[0, 1], Multicast=[2], Broadcast=[3, 4], NonIp=[3], Ip4=[0, 1, 2], Ip6=[4], Tcp=[1],
+                      Udp=[0, 2], Green=range(5), NotRed=range(5), NotYellow=range(5), Yellow=[], Red=[], NotGreen=[])
+        wanted[''] = range(5)
+        stat = self.stat(*[kind + what for kind in sorted(wanted) for what in ('Bytes', 'Packets')])
+        self.done(q.bcm_field_entry_stat_attach(0, self.entry, stat))
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        for frame in frames:
+            sim.Switch().send(1, frame)
+        found = dict((kind, [checked(q.bcm_field_stat_get, 0, stat, getattr(q, 'bcmFieldStat' + kind + what), OUT)
+                             for what in ('Packets', 'Bytes')]) for kind in wanted)
+        checksum = 4
+        self.assertEqual(found, dict((kind, [len(which), sum(max(len(frames[i]), 60) + checksum for i in which)])
+                                     for kind, which in wanted.items()))
+
 
 class Conditions(FieldTest):
     """Conditions for the lookup of groups."""
