@@ -7,6 +7,7 @@ import os
 import signal
 import subprocess
 import sys
+import tempfile
 import threading
 import time
 import unittest
@@ -311,11 +312,25 @@ if 'QUOREL_LAB' not in os.environ:
             output = process.communicate()[0]
             self.assertEqual(process.returncode, 0, output)
 
+        def run_lab(self, *words):
+            process = subprocess.Popen((sys.executable, '-m', 'quorel.sim.lab') + words, stdout=subprocess.PIPE,
+                                       stderr=subprocess.STDOUT)
+            return process.communicate()[0], process.returncode
+
+        def test_what_the_command_gives_back(self):
+            for words, said, code in [((), 'usage: ', 2), (('--help',), 'usage: ', 2), (('/none.py',), 'usage: ', 2),
+                                      (('/dev/null',), '', 0)]:
+                self.assertEqual(self.run_lab(*words)[1], code, words)
+                self.assertIn(said, self.run_lab(*words)[0])
+            with tempfile.NamedTemporaryFile(suffix='.py') as script:
+                script.write('import sys; print(sys.argv[1:]); sys.exit(7)')
+                script.flush()
+                self.assertEqual(self.run_lab(script.name, '--port', '1'), ("['--port', '1']\n", 7))
+
         def test_the_lab(self):
             script = os.path.join(os.path.dirname(TESTS), 'examples', 'lab.py')
-            process = lab.inside([sys.executable, script], stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-            output = process.communicate()[0]
-            self.assertEqual(process.returncode, 0, output)
+            output, code = self.run_lab(script)
+            self.assertEqual(code, 0, output)
             for words in ('first reaches second, in VLAN 10', 'NOT AS', 'port 1  received'):
                 self.assertEqual(words in output, words != 'NOT AS', output)
             # What it has dropped stands in the last columns, packets and bytes.

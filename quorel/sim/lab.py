@@ -4,10 +4,12 @@
         first, second = net.host('first', 1, '10.0.0.1/24'), net.host('second', 2, '10.0.0.2/24')
         print(first.pings('10.0.0.2'))
 
-To be used inside of namespaces that hold nothing else, as tools/lab makes them: enter() says what is missing.
+To be used inside of namespaces that hold nothing else: `python2.7 -m quorel.sim.lab SCRIPT [ARGUMENT]...` runs a script in
+such, as tools/lab does; it exits with what the script exits with, and with 2 if namespaces cannot be made.
 """
 import os
 import subprocess
+import sys
 
 import QuorelApiNew as q
 from quorel import checked
@@ -199,7 +201,8 @@ class Lab(object):
 
     def __init__(self, switch):
         if _INSIDE not in os.environ:
-            raise RuntimeError('hosts are made in namespaces of their own: run the script with tools/lab')
+            raise RuntimeError('hosts are made in namespaces of their own: run the script with tools/lab, '
+                               'or python2.7 -m quorel.sim.lab')
         self.switch, self.hosts = switch, []
 
     def host(self, name, port, address=None, mac=None, switch=None):
@@ -215,3 +218,19 @@ class Lab(object):
         for host in self.hosts:
             host.end()
         run_clock(False)
+
+
+def main(words):
+    """Runs the script that `words` begin with, with the others as its arguments: the status to exit with."""
+    if not words or words[0].startswith('-') or not os.access(words[0], os.R_OK):
+        sys.stderr.write('usage: python2.7 -m quorel.sim.lab SCRIPT [ARGUMENT]...\n')
+        return 2
+    reason = refusal()
+    if reason:
+        sys.stderr.write('lab: namespaces cannot be made here: %s\n' % reason)
+        return 2
+    return inside([sys.executable] + words).wait()
+
+
+if __name__ == '__main__':
+    sys.exit(main(sys.argv[1:]))
