@@ -43,11 +43,16 @@ def medium_event():
     q.soc_phy_medium_status_notify(0, COPPER, q.SOC_PHY_MEDIUM_COPPER)
 
 
+def switch_event():
+    q.bcm_switch_event_inject(0, q.bcmSwitchEventWatchdog, 0, 0, 0)
+
+
 LISTS = {
     'addresses': HandlerList('bcm_l2_addr_%s', (INT, POINTER, INT, POINTER), (0,), l2_event),
     'units': HandlerList('bcm_attach_%s', (INT, INT, POINTER, POINTER), (-1,), attach_event),
     'links': HandlerList('bcm_linkscan_%s', (INT, INT, POINTER), (0,), link_event, has_datum=False),
     'links of a port': HandlerList('bcm_linkscan_port_%s', (INT, INT, POINTER, POINTER), (0, COPPER), link_event),
+    'events': HandlerList('bcm_switch_event_%s', (INT, INT, INT, INT, INT, POINTER), (0,), switch_event),
     'media': HandlerList('soc_phy_medium_status_%s', (INT, INT, INT, POINTER), (0, COPPER), medium_event),
 }
 

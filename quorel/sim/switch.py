@@ -159,6 +159,12 @@ class Switch(object):
         """The cable comes out and is plugged in again, that many times."""
         _done(sim.sim_cable_flap, self.unit, port, times)
 
+    def damage(self, memory, index, array=0):
+        """A bit of a memory's entry turns over: who is told of the unit's events hears of it when the entry is read, or
+        when memories are scanned (bcmSwitchMemScanEnable). memory: q.IHP_MAC_TABLEm and its like.
+        """
+        _done(sim.sim_memory_damage, self.unit, memory, array, -1, index)
+
     def trace(self, port, frame):
         """A frame arrives at the port: its way in words, a line for each step, with what it met."""
         with _traced():

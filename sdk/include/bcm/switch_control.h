@@ -837,7 +837,7 @@ typedef enum bcm_switch_control_e {
 
     /* Errors in memories. */
     bcmSwitchMemScanEnable,
-    bcmSwitchMemScanInterval,             /* microseconds */
+    bcmSwitchMemScanInterval,             /* microseconds, 0: as with MemScanEnable 0 */
     bcmSwitchMemScanEntriesPerPass,       /* entries */
     bcmSwitchMemScanCorrect,
     bcmSwitchMemEccEnable,

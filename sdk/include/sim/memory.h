@@ -1,5 +1,5 @@
 /*
- * What the simulated chip knows of a memory, for the platform's libraries.
+ * What the simulated chip knows of a memory, for the platform's libraries; and faults of memories.
  */
 #ifndef SIM_MEMORY_H
 #define SIM_MEMORY_H
@@ -23,6 +23,14 @@ typedef struct sim_memory_s {
 
 /* SOC_E_NONE, SOC_E_UNIT or SOC_E_PARAM. */
 int sim_memory_describe(int unit, int mem, sim_memory_t *memory);
+
+/*
+ * A bit of the entry turns over, as by radiation. It is noticed when the entry is read, or by a scan
+ * (bcmSwitchMemScanEnable), which takes place at once where the clock stands: bcmSwitchEventParityError, and if the unit
+ * corrects it, which it does at first, bcmSwitchEventParityCorrected. Else it is read that way until somebody writes the
+ * entry. SOC_E_NONE, SOC_E_UNIT, SOC_E_INIT (the chip does not run) or SOC_E_PARAM, as of soc_mem_array_read.
+ */
+int sim_memory_damage(int unit, int mem, unsigned int array, int copy, int index);
 
 #pragma GCC visibility pop
 #ifdef __cplusplus

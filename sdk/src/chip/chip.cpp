@@ -3,6 +3,7 @@
 #include "chip_observer.h"
 #include "chip_state.h"
 #include "chip_start.h"
+#include "events.h"
 #include "soc_control.h"
 #include "switch.h"
 
@@ -83,7 +84,9 @@ Words Chip::read(const RegisterPlace &place) const
 Words Chip::read(const MemoryPlace &place) const
 {
     const Words value = stored(place.to_read().address(), place.memory->words(), Words());
-    return with_state(unit, memory_state, *place.memory, place.index, value);
+    Words entry = with_state(unit, memory_state, *place.memory, place.index, value);
+    entry[0] ^= is_damaged(place) ? 1 : 0;
+    return entry;
 }
 
 void Chip::write(const RegisterPlace &place, const Words &value)
@@ -105,9 +108,79 @@ void Chip::write(const MemoryPlace &place, const Words &value)
     MemoryPlace one = place.to_read();
     const int last = place.is_broadcast() ? place.block - 1 : one.block;
     for (; one.block <= last; ++one.block) {
+        damaged_.erase(one.address());
         store(one.address(), place.memory->words(), entry);
         set_state(unit, memory_state, *place.memory, place.index, entry);
         tell_written(unit, one, entry);
+    }
+}
+
+void Chip::reset()
+{
+    changed_.clear();
+    damaged_.clear();
+}
+
+bool Chip::is_damaged(const MemoryPlace &place) const
+{
+    return !damaged_.empty() && damaged_.count(place.to_read().address()) != 0;
+}
+
+void Chip::damage(const MemoryPlace &place)
+{
+    const MemoryPlace one = place.to_read();
+    damaged_.emplace(one.address(), one);
+    if (scan_interval_ != 0 && clock_mode == simClockStands) {
+        scan_damaged();
+    }
+}
+
+void Chip::scan_memories_every(int microseconds)
+{
+    scan_interval_ = microseconds;
+    if (scan_ == nullptr) {
+        scan_ = std::make_unique<Timer>([unit = unit] {
+            if (Chip *chip = chip_of(unit)) {
+                chip->scan_damaged();
+            }
+        });
+    }
+    if (microseconds == 0) {
+        scan_->stop();
+    } else {
+        scan_->repeat(static_cast<Time>(microseconds) * nanoseconds_per_microsecond);
+    }
+}
+
+void Chip::scan_damaged()
+{
+    const std::map<uint32, MemoryPlace> found = damaged_;
+    for (const auto &[address, place] : found) {
+        // Who was told of one before may have done anything.
+        Switch *sw = attached(unit);
+        if (sw == nullptr || !running) {
+            break;
+        }
+        notice_damage(*sw, place);
+    }
+}
+
+void notice_damage(Switch &sw, const MemoryPlace &place)
+{
+    Chip &chip = chip_of(sw);
+    Event event = {bcmSwitchEventParityError, bcmSwitchEventErrorMemParity,
+                   static_cast<uint32>(place.memory->id), static_cast<uint32>(place.index)};
+    if (!chip.is_damaged(place) || !is_looked_at(sw, event)) {
+        return;
+    }
+    const bool corrects = events_of(sw).control(event.event, event.arg1, bcmSwitchEventControlCorrect) != 0;
+    if (corrects) {
+        chip.correct(place);
+    }
+    raise(sw, event);
+    if (corrects && attached(sw.unit) == &sw) {
+        event.event = bcmSwitchEventParityCorrected;
+        raise(sw, event);
     }
 }
 
@@ -129,6 +202,7 @@ void Chip::stop(Switch &)
     running = true;
     stand_ins = {};
     snoops.clear();
+    scan_memories_every(0);
 }
 
 bool has_running_chip(Switch &sw)

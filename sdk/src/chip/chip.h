@@ -10,6 +10,7 @@
 #include "marked.h"
 
 #include <map>
+#include <memory>
 #include <unordered_map>
 
 namespace sim {
@@ -35,7 +36,16 @@ public:
     void write(const MemoryPlace &place, const Words &value);
 
     /// All registers and memories.
-    void reset() { changed_.clear(); }
+    void reset();
+
+    /// A bit of the entry turns over, until the entry is written or corrected.
+    void damage(const MemoryPlace &place);
+    void correct(const MemoryPlace &place) { damaged_.erase(place.to_read().address()); }
+    bool is_damaged(const MemoryPlace &place) const;
+
+    /// Looks at all entries, again and again, after so many microseconds each time; 0: not.
+    void scan_memories_every(int microseconds);
+    int scan_interval() const { return scan_interval_; }
 
     /// Registers and memories as when it is attached; who is told of accesses stays.
     void start(Switch &) override;
@@ -53,7 +63,12 @@ private:
     Words stored(uint32 address, std::size_t count, const Words &after_reset) const;
     void store(uint32 address, std::size_t count, const Words &value);
 
+    void scan_damaged();
+
     std::unordered_map<uint32, uint32> changed_;  ///< words since the reset, by address
+    std::map<uint32, MemoryPlace> damaged_;       ///< by address
+    int scan_interval_ = 0;
+    std::unique_ptr<Timer> scan_;  ///< null if there never was one
 };
 
 inline Chip &chip_of(Switch &sw)
@@ -63,6 +78,9 @@ inline Chip &chip_of(Switch &sw)
 
 /// The chip of that unit, running or not; null if no such unit is attached.
 Chip *chip_of(int unit);
+
+/// Somebody has looked at the entry: if it is damaged, the unit tells, and corrects it if it is to.
+void notice_damage(Switch &sw, const MemoryPlace &place);
 
 /// The chip, which has to run: SOC_E_INIT.
 constexpr auto running_chip = [](Switch &sw, auto next) -> int {

@@ -2,6 +2,7 @@
 
 #include "begin.h"
 #include "chip_state.h"
+#include "events.h"
 #include "port_database.h"
 #include "sim_chip.h"
 
@@ -55,9 +56,10 @@ int sim_soc_init(int unit)
 
 int sim_soc_reset_init(int unit)
 {
-    return begin(unit, running_chip).then([](Chip &chip) {
+    return begin(unit, running_chip).then([](Switch &sw, Chip &chip) {
         chip.reset();
         reset_port_state(chip.unit);
+        raise(sw, {bcmSwitchEventDeviceReset});
         return SOC_E_NONE;
     });
 }

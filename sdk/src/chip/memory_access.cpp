@@ -31,11 +31,15 @@ int sim_soc_mem_array_read(int unit, int mem, unsigned int array_index, int copy
                            void *entry_data)
 {
     return begin(unit, running_chip, given(entry_data), entry_at(mem, array_index, copyno, index))
-        .then([&](Chip &chip, MemoryPlace place) {
+        .then([&](Switch &sw, Chip &chip, MemoryPlace place) -> int {
             const soc_mem_array_read_f stand_in = chip.stand_ins.mem_read;
             if (stand_in != nullptr && !chip.in_stand_in) {
                 const Marked marked(chip.in_stand_in);
                 return stand_in(unit, mem, array_index, copyno, index, entry_data);
+            }
+            notice_damage(sw, place);
+            if (attached(unit) != &sw) {
+                return SOC_E_UNIT;
             }
             Words entry = {};
             if (!answered(unit, place, &entry)) {
@@ -92,6 +96,12 @@ int sim_memory_describe(int unit, int mem, sim_memory_t *memory)
         memory->entries = static_cast<uint32>(place.memory->entries);
         memory->arrays = static_cast<uint32>(place.memory->arrays);
     });
+}
+
+int sim_memory_damage(int unit, int mem, unsigned int array, int copy, int index)
+{
+    return begin(unit, running_chip, entry_at(mem, array, copy, index))
+        .then([](Chip &chip, MemoryPlace place) { chip.damage(place); });
 }
 
 }  // extern "C"

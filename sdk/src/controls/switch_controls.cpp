@@ -1,5 +1,6 @@
 /// Controls of the switch as a whole.
 #include "begin.h"
+#include "chip.h"
 #include "controls.h"
 #include "l2.h"
 #include "l3.h"
@@ -57,6 +58,40 @@ int set_new_state(int unit, int, int value)
             return BCM_E_PARAM;
         }
         groups_of(sw).state_of_new = value;
+        return BCM_E_NONE;
+    });
+}
+
+constexpr int scan_interval_at_first = 1000000;  // microseconds
+
+int get_scan(int unit, int, int *value)
+{
+    return begin(unit, given(value)).then([&](Switch &sw) { *value = chip_of(sw).scan_interval() != 0; });
+}
+
+int set_scan(int unit, int, int value)
+{
+    return begin(unit).then([&](Switch &sw) {
+        Chip &chip = chip_of(sw);
+        if ((chip.scan_interval() != 0) != (value != 0)) {
+            chip.scan_memories_every(value != 0 ? scan_interval_at_first : 0);
+        }
+    });
+}
+
+int get_scan_interval(int unit, int, int *value)
+{
+    return begin(unit, given(value)).then([&](Switch &sw) { *value = chip_of(sw).scan_interval(); });
+}
+
+/// What is set turns scanning on, as its interval; 0 turns it off.
+int set_scan_interval(int unit, int, int value)
+{
+    return begin(unit).then([&](Switch &sw) -> int {
+        if (value < 0) {
+            return BCM_E_PARAM;
+        }
+        chip_of(sw).scan_memories_every(value);
         return BCM_E_NONE;
     });
 }
@@ -121,6 +156,8 @@ constexpr Tie ties[] = {
     l3_tie<&L3Settings::too_long_to_cpu>(bcmSwitchL3UcMtuFailToCpu),
     l3_tie<&L3Settings::unexpected_sources_to_cpu>(bcmSwitchL3UrpfFailToCpu),
     l3_tie<&L3Settings::null_routes_to_cpu>(bcmSwitchL3NullRouteToCpu),
+    {bcmSwitchMemScanEnable, get_scan, set_scan},
+    {bcmSwitchMemScanInterval, get_scan_interval, set_scan_interval},
 };
 // The last of the enumeration, which does not say how many there are.
 constexpr int count = bcmSwitchHashMulticastTable + 1;

@@ -15,6 +15,7 @@ namespace sim {
 /// The rooms that keep something of a unit, lower ones first. States are made and started in this order.
 enum class Room {
     rules,
+    events,
     chip,
     phy,
     mdio,

@@ -1,5 +1,6 @@
 #include "l2.h"
 
+#include "events.h"
 #include "l2_flags.h"
 #include "vlan.h"
 
@@ -92,6 +93,8 @@ int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int opera
         l2.learnt.add(address, 0);
     }
     if (!l2.addresses.put(address, state)) {
+        raise(sw, state & l2_learnt ? Event{bcmSwitchEventLearnOverflow}
+                                    : Event{bcmSwitchEventTableFull, bcmSwitchObjectL2EntryMax});
         return BCM_E_FULL;
     }
     if (replaces_learnt) {

@@ -1,5 +1,6 @@
 /// A packet arrives: refreshing, learning and moving its source address.
 #include "begin.h"
+#include "events.h"
 #include "packet.h"
 #include "l2.h"
 #include "l2_destination.h"
@@ -85,6 +86,7 @@ int learn(Switch &sw, int port, const Destination &place, const unsigned char *m
         return BCM_E_DISABLED;
     }
     if (!has_room(l2, place, vid, entered && (l2.addresses.state(position) & l2_learnt))) {
+        raise(sw, {bcmSwitchEventLearnOverflow});
         return BCM_E_RESOURCE;
     }
     address.flags |= BCM_L2_SRC_HIT | (mode & BCM_PORT_LEARN_PENDING ? BCM_L2_PENDING : 0);

@@ -1,6 +1,7 @@
 #include "linkscan.h"
 
 #include "begin.h"
+#include "events.h"
 #include "marked.h"
 #include "port.h"
 #include "sim_link.h"
@@ -14,6 +15,9 @@
 using namespace sim;
 
 namespace {
+
+/// A link that comes back within this time has flapped.
+constexpr Time flap_longest = nanoseconds_per_second;
 
 /// The unit's link scan, which has to be initialised: BCM_E_INIT.
 constexpr auto link_scan = [](Switch &sw, auto next) -> int {
@@ -102,10 +106,15 @@ bool scan_once(int unit, int port)
     if (up == link.up && !link.is_due) {
         return false;
     }
+    const bool flapped = up && !link.up && link.went_down != 0 && clock_now() - link.went_down < flap_longest;
+    link.went_down = !up && link.up ? std::max<Time>(clock_now(), 1) : link.went_down;
     link.up = up;
     link.is_due = false;
     sim_bcm_port_update(unit, port, up);
     call_handlers(unit, port);
+    if (flapped && watching(unit, port) == links) {
+        raise(*attached(unit), {bcmSwitchEventLinkFlap, static_cast<uint32>(port)});
+    }
     return true;
 }
 

@@ -23,6 +23,7 @@ class PhyPort;
 struct WatchedLink {
     int mode = BCM_LINKSCAN_MODE_SW;
     bool up = false;      ///< at the last scan
+    Time went_down = 0;   ///< when that was seen
     bool is_due = false;  ///< to be told of at the next scan even if it is as before
     HandlerList<Callback<bcm_linkscan_port_handler_t>> handlers;
 };

@@ -1,6 +1,7 @@
 /// What a unit is made of: the one place that knows all rooms.
 #include "chip.h"
 #include "cpu.h"
+#include "events.h"
 #include "field.h"
 #include "l2.h"
 #include "l3.h"
@@ -46,6 +47,7 @@ constexpr RoomMaker maker(Room room, Lifetime lifetime = Lifetime::attachment)
 
 constexpr std::array<RoomMaker, room_count> room_makers = {
     maker<RuleState>(Room::rules),
+    maker<EventState>(Room::events),
     maker<Chip>(Room::chip, Lifetime::hardware),
     maker<PhyUnit>(Room::phy, Lifetime::hardware),
     maker<MdioState>(Room::mdio),
