@@ -17,6 +17,7 @@ PATH = [subjects.RELEASE, subjects.BUILT]
 FEW, MANY = 1000, 3000
 MAC_ENTRIES = 100000
 SENDS_PER_SECOND = 150000  # at least, from Python
+ENTRIES, SECONDS_OF_ENTRIES = 10000, 2.0  # so many take so long at most, from Python
 EMPTY_LOOP = Work('pass')
 # The simulated switch's part of a call is the same in all, and would only blur the comparison.
 SDK_CALL = Work('f(count)', 'import floor; f = floor.call_sdk', 'f', in_c=True)
@@ -33,7 +34,8 @@ the SDK's own work, for conversions without the call, for the import without loa
 made from the same headers, with the same compiler flags. The floor is the least that Python 2.7 allows for
 such a call, the obvious code what one writes first. Calls through quorel and those that they are compared with
 both have the SDK's own work in them. Packets pass the simulated switch in a C++ program, from sim_packet_arrive to the
-call of the watcher; there the limit is what they may take."""
+call of the watcher; there the limit is what they may take. Field entries come to be as rules of an access list, with
+addresses as text, and in C++ by the SDK's functions."""
 
 
 class Row(object):
@@ -226,6 +228,66 @@ def seconds(count):
 print(min(seconds(100000) for _ in range(5)))
 '''
 
+# Rules of the kind that packets.cpp has.
+_RULES = '''\
+import random
+from quorel import ACL
+SHAPES = [(32, 32, True), (24, 32, True), (16, 24, True), (None, 32, True), (None, 24, False), (24, None, True),
+          (8, 16, False), (32, None, False)]
+chance = random.Random(1)
+def network(length):
+    number = (10 << 24 | chance.getrandbits(24)) >> (32 - length) << (32 - length)
+    return '%%d.%%d.%%d.%%d/%%d' %% (number >> 24, number >> 16 & 255, number >> 8 & 255, number & 255, length)
+def match():
+    source, to, has_port = chance.choice(SHAPES)
+    values = dict((name, network(length)) for name, length in (('SrcIp', source), ('DstIp', to)) if length)
+    if has_port:
+        values['L4DstPort'] = chance.randrange(1024)
+    return values
+matches, actions = [match() for _ in range(%d)], ['Drop']
+priorities = [chance.randrange(1000) for _ in matches]
+acl = ACL(0, qualifiers=['SrcIp', 'DstIp', 'L4DstPort'])
+'''
+_SECONDS_OF_RULES = '''\
+import resource, sys
+sys.path[:0] = %r
+%s
+def seconds():
+    before = resource.getrusage(resource.RUSAGE_SELF)
+    for priority, match in zip(priorities, matches):
+        acl.add(priority, match, actions, True)
+    after = resource.getrusage(resource.RUSAGE_SELF)
+    acl.destroy()
+    return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
+print(min(seconds() for _ in range(3)))
+'''
+
+
+def rule_rows():
+    def per_entry():
+        add = Work('add(*next(rules))', _RULES % MANY + 'add = acl.add\n'
+                   'rules = iter([(priority, match, actions, True) for priority, match in zip(priorities, matches)])',
+                   'add rules')
+        few, many = [callgrind.instructions(add.program(PATH, count)) for count in (FEW, MANY)]
+        return (many - few) / float(MANY - FEW)
+
+    def per_entry_in_c():
+        few, many = [callgrind.process_instructions([subjects.packets(), 'fields', '0', str(count)])
+                     for count in (FEW, MANY)]
+        return (many - few) / float(MANY - FEW)
+
+    def seconds():
+        return cpu_seconds(_SECONDS_OF_RULES % (PATH, _RULES % ENTRIES))
+
+    return [
+        Row('field entry by ACL.add()', 'in C++', 20.00, per_entry, per_entry_in_c),
+        Row('10,000 field entries by ACL.add()', 'limit', 1.00, seconds, lambda: SECONDS_OF_ENTRIES, unit='CPU s'),
+    ]
+
+
+def cpu_seconds(program):
+    return float(subprocess.check_output([callgrind.PYTHON] + callgrind.PYTHON_FLAGS + ['-c', program]))
+
 
 def packet_rows():
     def per_packet(scenario):
@@ -241,8 +303,7 @@ def packet_rows():
         return (many - few) / float(MANY - FEW)
 
     def microseconds_per_send():
-        program = _SECONDS_OF_SENDS % (PATH, _SEND)
-        return float(subprocess.check_output([callgrind.PYTHON] + callgrind.PYTHON_FLAGS + ['-c', program])) * 1e6
+        return cpu_seconds(_SECONDS_OF_SENDS % (PATH, _SEND)) * 1e6
 
     copies = 63
     # Eight masks in each of ten groups, in place of eight in all.
@@ -315,7 +376,7 @@ def table_line(row, figures):
 def chosen_rows(option):
     if option == '--quick':
         return call_rows()
-    rows = call_rows() + conversion_rows() + quorel_rows() + packet_rows() + whole_rows()
+    rows = call_rows() + conversion_rows() + quorel_rows() + packet_rows() + rule_rows() + whole_rows()
     text = option[len('--rows='):]
     return [row for row in rows if text in row.name]
 
