@@ -94,12 +94,13 @@ void note_registration(Keeping keeping, PyObject *function, PyObject *args)
             continue;
         }
         if (keeping == Keeping::unregisters) {
-            drop(1, [&](const Registration &one) { return one.callback.get() == object && one.unit == unit; });
+            drop(1,
+                 [&](const Registration &one) { return one.callback.get() == object && one.unit == unit; });
             continue;
         }
         Owned callback = Owned::share(object);
-        auto *one = new (std::nothrow) Registration{std::move(callback), name_of_function(function).data(), unit,
-                                                    number, registrations};
+        auto *one = new (std::nothrow)
+            Registration{std::move(callback), name_of_function(function).data(), unit, number, registrations};
         if (one) {
             registrations = one;
         } else {
