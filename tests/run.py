@@ -22,20 +22,19 @@ def each_test(suite):
             yield item
 
 
-def references_left_by(*tests):
-    """How many more references there are after a run of the tests."""
+def references_after(test):
+    """How many references there are when the test has run."""
+    unittest.TestSuite([test]).run(unittest.TestResult())
     gc.collect()
-    before = sys.gettotalrefcount()
-    unittest.TestSuite(tests).run(unittest.TestResult())
-    gc.collect()
-    return sys.gettotalrefcount() - before
+    return sys.gettotalrefcount()
 
 
 def is_flat(test):
-    flat_runs = 0
+    # What the measurement itself holds is the same after each run.
+    before, flat_runs, left = references_after(test), 0, 0
     for _ in range(MOST_RUNS):
-        # The measurement itself holds a few.
-        left = references_left_by(test) - references_left_by()
+        now = references_after(test)
+        left, before = now - before, now
         flat_runs = flat_runs + 1 if left == 0 else 0
         if flat_runs == 2:
             return True

@@ -10,7 +10,7 @@ import weakref
 
 import QuorelApiNew as q
 import simulator
-from quorel import StatusError, array, callback, checked, events, traverse
+from quorel import StatusError, array, callback, checked, events, sim, traverse
 
 
 class Fails(Exception):
@@ -133,6 +133,33 @@ class Lives(simulator.SwitchTest):
         self.assertIsNone(alive())
         self.enter('02:00:00:00:00:02', port=1)
         self.assertEqual(len(changes), 1)
+
+    def test_some_are_unregistered_without_being_named(self):
+        alive = []
+        for register in (q.NIF_PORT_CTRLr, q.IHP_MAC_AGEINGr):
+            made = callback(q.soc_reg_snoop_register, lambda *arguments: None)
+            alive.append(weakref.ref(made))
+            checked(q.soc_reg_snoop_register, 0, register, q.SOC_REG_SNOOP_WRITE, made, None)
+            del made
+        checked(q.soc_reg_snoop_unregister, 0, q.NIF_PORT_CTRLr)
+        self.assertEqual([made() is not None for made in alive], [False, True])
+        checked(q.soc_reg_snoop_unregister, 0, q.IHP_MAC_AGEINGr)
+        self.assertIsNone(alive[1]())
+
+    def test_a_unit_that_is_made_new_keeps_none(self):
+        other = callback(q.bcm_l2_addr_register, lambda *arguments: None)
+        sim.Switch(1).fresh()
+        self.addCleanup(q.bcm_detach, 1)
+        checked(q.bcm_l2_addr_register, 1, other, None)
+        alive = weakref.ref(other)
+        del other
+        # More than there can be at a time.
+        for _ in range(40):
+            checked(q.bcm_l2_addr_register, 0, callback(q.bcm_l2_addr_register, lambda *arguments: None), None)
+            sim.Switch().fresh()
+        self.assertIsNotNone(alive())
+        sim.Switch(1).fresh()
+        self.assertIsNone(alive())
 
     def test_it_may_unregister_itself_and_drop_itself(self):
         changes = []

@@ -22,7 +22,6 @@ struct Callback {
     PyObject *function;
     const CType *type;
     unsigned slot;
-    unsigned registrations;  ///< each holds a reference
     PyObject *references;
 };
 
@@ -389,7 +388,6 @@ NewReference new_callback(PyObject *, PyObject *args)
     callback->function = Owned::share(function).release();
     callback->type = type;
     callback->slot = slot;
-    callback->registrations = 0;
     callback->references = nullptr;
     slots[place_of(type->target, slot)] = callback;
     ++callback_count;
@@ -425,24 +423,6 @@ NewReference close_callbacks(PyObject *, PyObject *)
         usleep(microseconds);
     }
     Py_END_ALLOW_THREADS return new_none();
-}
-
-void note_registration(Keeping keeping, PyObject *args)
-{
-    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(args); ++i) {
-        PyObject *object = PyTuple_GET_ITEM(args, i);
-        if (Py_TYPE(object) != &Callback_Type) {
-            continue;
-        }
-        Callback *callback = as_callback(object);
-        if (keeping == Keeping::registers) {
-            Py_INCREF(object);
-            ++callback->registrations;
-        } else if (callback->registrations > 0) {
-            --callback->registrations;
-            Py_DECREF(object);
-        }
-    }
 }
 
 Caller::Caller() : place_(&innermost), outer_(*place_)

@@ -3,9 +3,9 @@
 // Arguments arrive as functions' results do; what points into the SDK's memory is good during the call, and
 // is marked afterwards, so that using it raises TypeError. None as a result is 0.
 //
-// A callback that was registered through checked() lives until it is unregistered the same way; any other as
-// long as its object. (Nothing can be known of a bare call of the binding.) Where the SDK goes on calling one that
-// is gone, it gets a failure, and Python a RuntimeWarning.
+// A callback that was registered through checked() lives as registrations.h says; any other as long as its object.
+// (Nothing can be known of a bare call of the binding.) Where the SDK goes on calling one that is gone, it gets a
+// failure, and Python a RuntimeWarning.
 //
 // An exception makes the result negative, where it is a status, which stops traversals. It comes out of the
 // checked() that the thread is in; where there is none, it is printed.
@@ -27,9 +27,6 @@ NewReference close_callbacks(PyObject *module, PyObject *);
 
 /// How many callbacks there are: while there are none, no call can raise.
 extern Py_ssize_t callback_count;
-
-/// What happens to the arguments that are callbacks when the SDK has taken a registration, or its end.
-void note_registration(Keeping keeping, PyObject *args);
 
 /// A call of the SDK that exceptions of callbacks come out of; on the stack, with the interpreter lock held.
 class Caller {

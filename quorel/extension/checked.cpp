@@ -5,6 +5,7 @@
 #include "module/builtin_call.h"
 #include "module/pointer_object.h"
 #include "output.h"
+#include "registrations.h"
 #include "values.h"
 
 #include <cstdlib>
@@ -219,6 +220,12 @@ private:
     PyObject *first_;
 };
 
+// Whether the function has done what it is for, as far as its result tells.
+bool is_success(const CFunction &described, PyObject *result)
+{
+    return described.answer == Answer::nothing || (PyInt_Check(result) && PyInt_AS_LONG(result) == 0);
+}
+
 // A call with the arguments as they are.
 Owned call(PyObject *function, const CFunction *described, PyObject *args)
 {
@@ -230,10 +237,8 @@ Owned call(PyObject *function, const CFunction *described, PyObject *args)
     if (caller.raise_error()) {
         return Owned();
     }
-    bool taken = result && described && described->keeping != Keeping::no && PyInt_Check(result.get())
-                 && PyInt_AS_LONG(result.get()) == 0;
-    if (taken) {
-        note_registration(described->keeping, args);
+    if (result && described && described->keeping != Keeping::no && is_success(*described, result.get())) {
+        note_registration(described->keeping, function, args);
     }
     return result;
 }

@@ -12,6 +12,7 @@
 #include "names.h"
 #include "output.h"
 #include "records.h"
+#include "registrations.h"
 
 namespace quorel {
 
@@ -64,8 +65,9 @@ constexpr char callback_doc[] = R"(callback(type, function): a Python function a
 
 type: the C type of the pointer, or a function of the SDK that takes one. The arguments arrive as results of
 functions do; records and pointers, and what is read out of them, are good until the function returns. None as a
-result is 0. A callback registered through checked() is kept until it is unregistered the same way. After a bare
-call, keep the object for as long as the SDK may call: of one that is gone a RuntimeWarning tells.
+result is 0. A callback registered through checked() is kept until it is unregistered the same way, or until
+quorel.sim makes the unit as it is when new. After a bare call, keep the object for as long as the SDK may call: of
+one that is gone a RuntimeWarning tells.
 Raises TypeError for what is no callback, RuntimeError when 32 of the type exist.)";
 
 constexpr char constants_doc[] =
@@ -153,6 +155,8 @@ PyMethodDef functions[] = {
     {"_set_fields", list_set_fields, METH_O,
      "For str(): (name, value, the text that stands for it or None) of the members that are not zero."},
     {"parameters", describe_parameters, METH_O, parameters_doc},
+    {"_forget_registrations", forget_registrations, METH_O,
+     "Ends what keeps callbacks that are registered with a unit, which has forgotten them."},
     {"_close_callbacks", close_callbacks, METH_NOARGS, "Ends all callbacks; for the end of the interpreter."},
     {nullptr, nullptr, 0, nullptr},
 };

@@ -5,6 +5,7 @@ import os
 
 import QuorelApiNew as q
 import _quorel_sim as sim
+from _quorel import _forget_registrations
 from quorel import array, errors
 
 CPU_PORT = 0
@@ -219,6 +220,7 @@ class Switch(object):
         if q.bcm_attach_check(self.unit) != q.BCM_E_NONE:
             _done(q.bcm_attach, self.unit, '', '', 0)
         _done(sim.sim_switch_reset, self.unit)
+        _forget_registrations(self.unit)
 
     def attach_tap(self, port, name, netns=None):
         """Makes a TAP interface of the host and joins it to the port, until detach() or the end of the process.
