@@ -167,7 +167,7 @@ function(quorel_add_binding target)
     # A stamp stands for all outputs, since unchanged ones are left as they are.
     add_custom_command(
         OUTPUT ${generated}/stamp
-        BYPRODUCTS ${made} ${generated}/shapes.h ${generated}/binding.tsv ${generated}/report.tsv
+        BYPRODUCTS ${made} ${generated}/shapes.h ${generated}/headers_of_c.h ${generated}/binding.tsv ${generated}/report.tsv
                    ${generated}/reference.tsv ${generated}/${name}.py
                    ${generated}/index.cpp ${generated}/callback_slots.cpp ${generated}/chip_names.cpp
                    ${generated}/names.cpp
@@ -192,6 +192,8 @@ function(quorel_add_binding target)
     target_compile_options(${target} PRIVATE -Wno-deprecated-declarations)
     target_link_libraries(${target} PRIVATE quorel_code Quorel::runtime ${libraries})
     target_link_options(${target} PRIVATE ${QUOREL_TARGET_FLAGS} -Wl,--gc-sections)
+    # In C `and` and its like are names.
+    set_source_files_properties(${made} PROPERTIES COMPILE_OPTIONS -fno-operator-names)
     set_source_files_properties(${generated}/families_throwing.cpp PROPERTIES
-                                SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS "${quorel_throwing_options}")
+                                SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS "-fno-operator-names;${quorel_throwing_options}")
 endfunction()

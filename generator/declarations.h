@@ -77,6 +77,7 @@ struct Constant {
     Comment comment = {};
     std::string scope = {};  ///< "vendor_record_t::" for what C++ takes for a part of that record
     long long value = 0;     ///< of an enumerator
+    bool is_macro = false;
 };
 
 /// An enumeration, or a typedef of anything but a record. Example: {"bcm_l2_traverse_cb", of a pointer to a
@@ -118,6 +119,9 @@ struct Declarations {
     std::optional<std::set<std::string>> exports;     ///< symbols of the libraries, if they are known
     long long long_size = 0;                          ///< bytes of a long on the host that is built for
     std::vector<std::string> files;  ///< paths of all headers that were read, the system's too
+    /// A header that generated C++ includes instead of those of C, if it cannot include them as they are and as often as
+    /// it likes; else empty.
+    std::string common_header;
     std::map<std::string, std::string>
         file_comments;  ///< by path, as in `header` above: what headers say of themselves
 };

@@ -1,4 +1,5 @@
 #include "argument_type.h"
+#include "cxx_words.h"
 #include "emit.h"
 #include "output.h"
 #include "signature.h"
@@ -87,7 +88,7 @@ std::string thunk(const BoundFunction &function, const Shape &shape, const std::
                 argument);
         }
     }
-    std::string call = fmt::format("{}({})", function.callee, fmt::join(arguments, ", "));
+    std::string call = fmt::format("{}({})", name_in_cxx(function.callee), fmt::join(arguments, ", "));
     for (size_t i = 0; i < arguments.size(); ++i) {
         const bool keeps = function.parameters[i].crossing.conversion == Conversion::Callable;
         if (keeps && function.result.conversion == Conversion::Int32) {
@@ -185,10 +186,14 @@ bool is_class(const TypePtr &type)
 std::string includes(const std::vector<std::string> &headers, const std::vector<std::string> &cxx_headers)
 {
     std::string text;
+    const bool have_one = !headers.empty() && headers.front() == common_header;
+    if (have_one) {
+        text += fmt::format("#include \"{}\"\n", common_header);
+    }
     for (const std::string &header : cxx_headers) {
         text += fmt::format("#include \"{}\"\n", header);
     }
-    if (headers.empty()) {
+    if (headers.empty() || have_one) {
         return text;
     }
     text += "extern \"C\" {\n";
@@ -234,7 +239,7 @@ std::string emit_calls(const Family &family, const Numbering &numbering, const C
     }
     std::string text = banner(fmt::format("Functions of the family '{}'.", family.name),
                               fmt::format("interface/{}.toml and the headers that it names", family.name))
-                       + includes(family.headers, family.cxx_headers)
+                       + includes(family.included, family.cxx_headers)
                        + (throws(family) ? "\n#include \"module/exceptions.h\"" : "")
                        + "\n#include \"module/overload.h\"\n"
                          "#include \"module/record.h\"\n"

@@ -10,7 +10,7 @@ std::string emit_chip_names(const Model &model)
 {
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        headers.insert(headers.end(), family.included.begin(), family.included.end());
     }
     std::string counts, names, numbers;
     for (const std::vector<std::string> *enumerators :

@@ -716,7 +716,7 @@ Index emit_index(const Model &model, const Declarations &declarations, const Num
 {
     std::vector<std::string> headers, cxx_headers;
     for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        headers.insert(headers.end(), family.included.begin(), family.included.end());
         cxx_headers.insert(cxx_headers.end(), family.cxx_headers.begin(), family.cxx_headers.end());
     }
     const std::string origin = "the interface files and the headers that they name";

@@ -1,3 +1,4 @@
+#include "cxx_words.h"
 #include "emit.h"
 #include "output.h"
 
@@ -130,6 +131,7 @@ private:
     void add(const BoundRecord &record, const BoundMember &member)
     {
         std::string row = next_member(), prefix = record.name + "_" + member.name;
+        const std::string cxx_name = name_in_cxx(member.name);
         Accessors accessors = accessors_of(member);
         const bool is_bits = member.storage == Storage::Bits;
         const std::string bits = is_bits ? ", " + bits_of(record, member) : "";
@@ -139,28 +141,28 @@ private:
         unsigned getter = stub(prefix + "_get", accessors.get, row, bits);
         member_row(
             getter, record.self, member.crossing, record.name.size() + 1,
-            is_bits ? "0" : fmt::format("offsetof({}, {})", record.cxx_name, member.name),
-            is_bits || !member.sized ? "0" : fmt::format("sizeof({}::{})", scope_of(record), member.name));
+            is_bits ? "0" : fmt::format("offsetof({}, {})", record.cxx_name, cxx_name),
+            is_bits || !member.sized ? "0" : fmt::format("sizeof({}::{})", scope_of(record), cxx_name));
         if (!member.read_only) {
             follow(row + ".getter - 1", {prefix + "_set", prefix + "_get"});
         }
         if (member.storage == Storage::Scalar && member.crossing.conversion == Conversion::Int32) {
             checks_ += fmt::format("static_assert(sizeof({}::{}) == sizeof(int32_t), \"\");\n",
-                                   scope_of(record), member.name);
+                                   scope_of(record), cxx_name);
         }
     }
 
     // What reads and writes a bit-field, which has no address: an object of module/bit_field.h.
     static std::string bits_of(const BoundRecord &record, const BoundMember &member)
     {
-        const std::string self =
-            fmt::format("static_cast<{}*>(self)->{}", record.cxx_name + " ", member.name);
+        const std::string cxx_name = name_in_cxx(member.name);
+        const std::string self = fmt::format("static_cast<{}*>(self)->{}", record.cxx_name + " ", cxx_name);
         const std::string write =
             member.read_only
                 ? "nullptr"
                 : fmt::format(
                     "[](void *self, uint64_t value) {{ {0} = static_cast<decltype({1}::{2})>(value); }}",
-                    self, scope_of(record), member.name);
+                    self, scope_of(record), cxx_name);
         return fmt::format(
             "{{[](void *self) {{ return static_cast<uint64_t>({}); }},\n"
             "        {}, {}, {}}}",
@@ -265,7 +267,7 @@ std::string emit_records(const Family &family, const Numbering &numbering)
     }
     return banner("Records, pointer classes and arrays of the family '" + family.name + "'.",
                   "interface/" + family.name + ".toml and the headers that it names") +
-           includes(family.headers, {}) +
+           includes(family.included, {}) +
            "\n#include \"module/array.h\"\n" + (has_bit_fields(family) ? "#include \"module/bit_field.h\"\n" : "")
            + "#include \"module/pointer_class.h\"\n#include \"shapes.h\"\n\n"
            "#include <cstddef>\n\nnamespace quorel {\n\nnamespace {\n\n" +

@@ -1,3 +1,4 @@
+#include "cxx_words.h"
 #include "emit.h"
 #include "output.h"
 #include "spelling.h"
@@ -7,6 +8,11 @@
 namespace generator {
 
 namespace {
+
+std::string cxx_name_of(const Constant &constant)
+{
+    return constant.is_macro ? constant.name : constant.scope + name_in_cxx(constant.name);
+}
 
 std::string module_names(const std::string &module)
 {
@@ -123,12 +129,12 @@ std::string emit_constants(const Model &model)
 {
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        headers.insert(headers.end(), family.included.begin(), family.included.end());
     }
     std::string names, values;
     for (const Constant &constant : model.constants) {
         names += "    " + literal_with_nul(constant.name) + "\n";
-        values += "    static_cast<int32_t>(" + constant.scope + constant.name + "),\n";
+        values += "    static_cast<int32_t>(" + cxx_name_of(constant) + "),\n";
     }
     return banner("Constants, in header order.", "the interface files and the headers that they name")
            + includes(headers, {}) + "\n#include \"module/tables.h\"\n\nnamespace quorel {\n\n"
@@ -141,15 +147,15 @@ std::string emit_values(const Model &model)
 {
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        headers.insert(headers.end(), family.included.begin(), family.included.end());
     }
     std::string rows;
     for (const Constant &constant : model.values) {
         const char *converter = constant.kind == Constant::Kind::Real   ? "from_double"
                                 : constant.kind == Constant::Kind::Text ? "from_string"
                                                                         : "from_wide";
-        rows += fmt::format("    {{\"{}\", [] {{ return {}({}{}); }}}},\n", constant.name, converter,
-                            constant.scope, constant.name);
+        rows += fmt::format("    {{\"{}\", [] {{ return {}({}); }}}},\n", constant.name, converter,
+                            cxx_name_of(constant));
     }
     return banner("Constants that are no integers of 32 bits, in header order.",
                   "the interface files and the headers that they name")

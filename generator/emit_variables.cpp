@@ -1,3 +1,4 @@
+#include "cxx_words.h"
 #include "emit.h"
 #include "output.h"
 
@@ -52,22 +53,22 @@ std::string emit_variables(const Model &model, const Numbering &numbering)
 {
     std::vector<std::string> headers;
     for (const Family &family : model.families) {
-        headers.insert(headers.end(), family.headers.begin(), family.headers.end());
+        headers.insert(headers.end(), family.included.begin(), family.included.end());
     }
     std::string rows;
     for (const BoundVariable &variable : model.variables) {
         rows += fmt::format(
             "    {{\"{name}\", {accessors}, const_cast<void *>(static_cast<const {qualifier}void "
-            "*>(&{name})), "
+            "*>(&{cxx_name})), "
             "{argument}, "
             "{size}}},\n",
-            fmt::arg("name", variable.name),
+            fmt::arg("name", variable.name), fmt::arg("cxx_name", name_in_cxx(variable.name)),
             fmt::arg("qualifier", variable.crossing.type->is_volatile ? "volatile " : ""),
             fmt::arg("accessors", accessors(variable)),
             fmt::arg("argument", numbering.arguments({variable.crossing})),
             fmt::arg("size", variable.kind == VariableKind::UnboundedArray
                                  ? "0"
-                                 : fmt::format("sizeof({})", variable.name)));
+                                 : fmt::format("sizeof({})", name_in_cxx(variable.name))));
     }
     return banner("Global variables, in header order.", "the interface files and the headers that they name")
            + includes(headers, {})

@@ -1,6 +1,7 @@
 #include "header_reader.h"
 
 #include "comments.h"
+#include "cxx_words.h"
 #include "errors.h"
 
 #include <clang-c/Index.h>
@@ -28,15 +29,21 @@ std::string take(CXString text)
     return copy;
 }
 
+/// As C names it.
+std::string name_of(CXCursor cursor)
+{
+    return name_in_c(take(clang_getCursorSpelling(cursor)));
+}
+
 /// With the namespaces and classes that it stands in: "MdioHamImpl::HamImpl::Ptr".
 std::string qualified_name(CXCursor declaration)
 {
-    std::string name = take(clang_getCursorSpelling(declaration));
+    std::string name = name_of(declaration);
     for (CXCursor scope = clang_getCursorSemanticParent(declaration);
          clang_getCursorKind(scope) == CXCursor_Namespace || clang_getCursorKind(scope) == CXCursor_ClassDecl
          || clang_getCursorKind(scope) == CXCursor_StructDecl;
          scope = clang_getCursorSemanticParent(scope)) {
-        name = take(clang_getCursorSpelling(scope)) + "::" + name;
+        name = name_of(scope) + "::" + name;
     }
     return name;
 }
@@ -57,10 +64,17 @@ struct CompilerError {
 
 class TranslationUnit {
 public:
-    TranslationUnit(const std::string &text, const HeaderSource &source)
+    enum class Language { C, Cxx };
+
+    TranslationUnit(const std::string &text, const HeaderSource &source, Language language = Language::Cxx)
     {
         // Each error counts: it says what a macro is not.
-        std::vector<std::string> options = {"-x", "c++", "-std=c++17", "-ferror-limit=0"};
+        std::vector<std::string> options = {"-ferror-limit=0", "-x"};
+        if (language == Language::C) {
+            options.insert(options.end(), {"c", "-std=gnu17"});
+        } else {
+            options.insert(options.end(), {"c++", "-std=c++17", "-fno-operator-names"});
+        }
         options.insert(options.end(), source.flags.begin(), source.flags.end());
         for (const auto *directories : {&source.include_directories, &source.own_directories}) {
             for (const std::string &directory : *directories) {
@@ -174,20 +188,46 @@ private:
     CXTranslationUnit unit_;
 };
 
+/// What C++ has to be told before it can read headers of C.
+struct Preparation {
+    std::set<std::string> words;      ///< those of C++ that the headers declare something by
+    std::vector<std::string> before;  ///< the system's, which are read while these are words
+    std::map<std::string, std::string>
+        brought;  ///< headers without a guard that another one includes, and their files
+
+    bool is_needed() const { return !words.empty() || !brought.empty(); }
+};
+
 /// The main file: it includes the headers, each in a few lines of its own.
 class MainFile {
 public:
-    explicit MainFile(const HeaderSource &source)
+    explicit MainFile(const HeaderSource &source, const Preparation &preparation = {})
     {
-        for (const Entry &header : source.c_headers) {
-            add("extern \"C\" {\n#include <" + header.text + ">\n}\n", header);
+        if (!source.c_headers.empty()) {
+            const Entry &first = source.c_headers.front();
+            for (const std::string &header : preparation.before) {
+                add("#include <" + header + ">\n", first);
+            }
+            for (const std::string &word : preparation.words) {
+                add("#define " + word + " " + name_in_cxx(word) + "\n", first);
+            }
+            for (const Entry &header : source.c_headers) {
+                if (preparation.brought.count(header.text) == 0) {
+                    add("extern \"C\" {\n#include <" + header.text + ">\n}\n", header);
+                }
+            }
+            for (const std::string &word : preparation.words) {
+                add("#undef " + word + "\n", first);
+            }
         }
+        c_text_ = text_;
         for (const Entry &header : source.cxx_headers) {
             add("#include \"" + header.text + "\"\n", header);
         }
     }
 
     const std::string &text() const { return text_; }
+    const std::string &c_text() const { return c_text_; }  ///< what of it is about the headers of C
     unsigned line_count() const { return static_cast<unsigned>(entries_.size()); }
 
     /// The entry that a line includes.
@@ -203,8 +243,144 @@ private:
         entries_.resize(entries_.size() + std::size_t(std::count(lines.begin(), lines.end(), '\n')), &entry);
     }
 
-    std::string text_;
+    std::string text_, c_text_;
     std::vector<const Entry *> entries_;  ///< by line
+};
+
+/// Reads the headers as C does, to find what C++ has to be told.
+class Preparer {
+public:
+    static Preparation prepare(const HeaderSource &source)
+    {
+        Preparation preparation;
+        Preparer(source, preparation).find_what_is_brought();
+        const Preparer preparer(source, preparation);
+        if (preparer.unit_.errors().empty()) {
+            preparer.find_words();
+        }
+        return preparation;
+    }
+
+private:
+    Preparer(const HeaderSource &source, Preparation &preparation)
+        : source_(source),
+          unit_(text_of(source, preparation), source, TranslationUnit::Language::C),
+          found_(preparation)
+    {
+    }
+
+    static std::string text_of(const HeaderSource &source, const Preparation &preparation)
+    {
+        std::string text;
+        for (const Entry &header : source.c_headers) {
+            if (preparation.brought.count(header.text) == 0) {
+                text += "#include <" + header.text + ">\n";
+            }
+        }
+        return text;
+    }
+
+    struct Inclusion {
+        std::string name, by, file;
+        bool of_system, guarded;
+    };
+
+    // Visits all that the headers have, however deep.
+    template <typename Visit>
+    void visit(const Visit &visit) const
+    {
+        clang_visitChildren(
+            clang_getTranslationUnitCursor(unit_.get()),
+            [](CXCursor cursor, CXCursor, CXClientData data) {
+                (*static_cast<const Visit *>(data))(cursor);
+                return CXChildVisit_Recurse;
+            },
+            const_cast<Visit *>(&visit));
+    }
+
+    std::vector<Inclusion> inclusions() const
+    {
+        std::vector<Inclusion> inclusions;
+        visit([&](CXCursor cursor) {
+            CXFile file = clang_getCursorKind(cursor) == CXCursor_InclusionDirective
+                              ? clang_getIncludedFile(cursor)
+                              : nullptr;
+            if (file) {
+                const CXSourceLocation begin = clang_getLocationForOffset(unit_.get(), file, 0);
+                inclusions.push_back({take(clang_getCursorSpelling(cursor)), file_of(cursor),
+                                      take(clang_getFileName(file)),
+                                      clang_Location_isInSystemHeader(begin) != 0,
+                                      clang_isFileMultipleIncludeGuarded(unit_.get(), file) != 0});
+            }
+        });
+        return inclusions;
+    }
+
+    static std::string file_of(CXCursor cursor)
+    {
+        CXFile file;
+        clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
+        return file ? take(clang_getFileName(file)) : "";
+    }
+
+    void find_what_is_brought() const
+    {
+        const std::vector<Inclusion> all = inclusions();
+        for (const Inclusion &listed : all) {
+            const bool is_brought = std::any_of(all.begin(), all.end(), [&](const Inclusion &other) {
+                return other.by != main_file && std::filesystem::equivalent(other.file, listed.file);
+            });
+            if (listed.by == main_file && !listed.guarded && is_brought) {
+                found_.brought.emplace(listed.name, listed.file);
+            }
+        }
+    }
+
+    void find_words() const
+    {
+        std::set<std::string> macros, with_words;
+        visit([&](CXCursor cursor) {
+            const std::string name = take(clang_getCursorSpelling(cursor));
+            if (!is_cxx_word(name)) {
+                return;
+            }
+            if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition) {
+                macros.insert(name);
+            } else if (clang_isDeclaration(clang_getCursorKind(cursor))) {
+                found_.words.insert(name);
+                with_words.insert(file_of(cursor));
+            }
+        });
+        // Macros are what they are to C++ too.
+        for (const std::string &macro : macros) {
+            found_.words.erase(macro);
+        }
+        if (found_.words.empty()) {
+            return;
+        }
+        // What the system has may be written for C++, in its words.
+        const std::vector<Inclusion> all = inclusions();
+        auto can_have_words = [&](const Inclusion &inclusion) {
+            return inclusion.by == main_file || !inclusion.of_system || with_words.count(inclusion.file) != 0;
+        };
+        std::set<std::string> users, known;
+        for (const Inclusion &inclusion : all) {
+            if (can_have_words(inclusion)) {
+                users.insert(inclusion.file);
+            }
+        }
+        for (const Inclusion &inclusion : all) {
+            if (users.count(inclusion.by) != 0 && users.count(inclusion.file) == 0
+                && known.insert(inclusion.file).second
+                && TranslationUnit("#include <" + inclusion.name + ">\n", source_).errors().empty()) {
+                found_.before.push_back(inclusion.name);
+            }
+        }
+    }
+
+    const HeaderSource &source_;
+    TranslationUnit unit_;
+    Preparation &found_;
 };
 
 // An error in a header has its place there; one that shows behind it, such as a brace that is not closed, has that
@@ -232,7 +408,7 @@ void add_error(Errors &errors, const CompilerError &error, const MainFile &main)
 }
 
 void refuse_what_does_not_compile(const TranslationUnit &unit, const MainFile &main,
-                                  const HeaderSource &source)
+                                  const HeaderSource &source, const Preparation &preparation)
 {
     std::vector<CompilerError> found = unit.errors();
     if (found.empty()) {
@@ -242,7 +418,7 @@ void refuse_what_does_not_compile(const TranslationUnit &unit, const MainFile &m
     HeaderSource c_source = source;
     c_source.cxx_headers.clear();
     // What C leaves open, all the C++ libraries that are read after it complain about.
-    const MainFile c_main(c_source);
+    const MainFile c_main(c_source, preparation);
     std::vector<CompilerError> in_c = TranslationUnit(c_main.text(), c_source).errors();
     for (const CompilerError &error : in_c.empty() ? found : in_c) {
         add_error(errors, error, main);
@@ -252,7 +428,10 @@ void refuse_what_does_not_compile(const TranslationUnit &unit, const MainFile &m
 
 class Reader {
 public:
-    explicit Reader(const TranslationUnit &unit) : unit_(unit), comments_(unit.get()) {}
+    Reader(const TranslationUnit &unit, const Preparation &preparation)
+        : unit_(unit), preparation_(preparation), comments_(unit.get())
+    {
+    }
 
     Declarations read()
     {
@@ -298,10 +477,10 @@ private:
     void visit(CXCursor cursor)
     {
         if (clang_getCursorKind(cursor) == CXCursor_MacroDefinition) {
-            macro_definitions_[take(clang_getCursorSpelling(cursor))] = cursor;
+            macro_definitions_[name_of(cursor)] = cursor;
         }
         if (clang_getCursorKind(cursor) == CXCursor_FunctionDecl) {
-            function_names_.insert(take(clang_getCursorSpelling(cursor)));
+            function_names_.insert(name_of(cursor));
         }
         if (is_of_system(cursor)) {
             // Of those in there only the names of functions count.
@@ -324,17 +503,16 @@ private:
             break;
         case CXCursor_StructDecl:
         case CXCursor_UnionDecl:
-            read_record(cursor, take(clang_getCursorSpelling(cursor)), cxx_name(cursor));
+            read_record(cursor, name_of(cursor), cxx_name_of(cursor));
             break;
         case CXCursor_EnumDecl:
             read_enumeration(cursor, {});
             break;
         case CXCursor_VarDecl:
-            function_names_.insert(take(clang_getCursorSpelling(cursor)));
-            declarations_.variables.push_back({take(clang_getCursorSpelling(cursor)), header_of(cursor),
-                                               declared_type(cursor), line_of(cursor), size_of(cursor),
-                                               take(clang_Cursor_getMangling(cursor)),
-                                               comments_.of(cursor, rows_.variables)});
+            function_names_.insert(name_of(cursor));
+            declarations_.variables.push_back(
+                {name_of(cursor), header_of(cursor), declared_type(cursor), line_of(cursor), size_of(cursor),
+                 name_in_c(take(clang_Cursor_getMangling(cursor))), comments_.of(cursor, rows_.variables)});
             break;
         case CXCursor_TypedefDecl:
             read_typedef(cursor);
@@ -378,22 +556,30 @@ private:
         return name;
     }
 
-    // What the main file includes is listed, wherever it is found.
+    void note_listed(const std::string &name, CXFile file)
+    {
+        const std::string path = name_of_file(file);
+        declarations_.header_files[name] = path;
+        listed_.insert(path);
+    }
+
+    // What the main file includes is listed, wherever it is found, and so is what that includes in its place.
     void find_listed_headers(CXCursor everything)
     {
         clang_visitChildren(
             everything,
             [](CXCursor child, CXCursor, CXClientData data) {
-                auto *self = static_cast<Reader *>(data);
                 if (clang_getCursorKind(child) == CXCursor_InclusionDirective
                     && take(clang_getFileName(file_of(child))) == main_file) {
-                    const std::string file = self->name_of_file(clang_getIncludedFile(child));
-                    self->declarations_.header_files[take(clang_getCursorSpelling(child))] = file;
-                    self->listed_.insert(file);
+                    static_cast<Reader *>(data)->note_listed(take(clang_getCursorSpelling(child)),
+                                                             clang_getIncludedFile(child));
                 }
                 return CXChildVisit_Continue;
             },
             this);
+        for (const auto &[name, path] : preparation_.brought) {
+            note_listed(name, clang_getFile(unit_.get(), path.c_str()));
+        }
     }
 
     // The system's, unless it is listed.
@@ -418,11 +604,11 @@ private:
     // Its tag or, without one, the name of its typedef; without both it is empty.
     std::string name_of_enumeration(CXCursor enumeration) const
     {
-        if (!take(clang_getCursorSpelling(enumeration)).empty()) {
+        if (!name_of(enumeration).empty()) {
             auto part = parts_.find(place_of(enumeration));
             return part == parts_.end() ? qualified_name(enumeration) : part->second;
         }
-        std::string name = take(clang_getTypeSpelling(clang_getCursorType(enumeration)));
+        std::string name = name_in_c(take(clang_getTypeSpelling(clang_getCursorType(enumeration))));
         return name.find('(') == std::string::npos ? name : "";
     }
 
@@ -440,13 +626,8 @@ private:
     {
         unsigned line = 0, column = 0;
         clang_getExpansionLocation(clang_getCursorLocation(cursor), nullptr, &line, &column, nullptr);
-        return {take(clang_getCursorSpelling(cursor)),
-                header_of(cursor),
-                line,
-                column,
-                {},
-                Constant::Kind::Integer,
-                comments_.of(cursor, row)};
+        return {name_of(cursor),         header_of(cursor),        line, column, {},
+                Constant::Kind::Integer, comments_.of(cursor, row)};
     }
 
     std::vector<std::string> tokens_of(CXSourceRange range)
@@ -471,7 +652,7 @@ private:
         std::vector<std::string> extents;
         int depth = 0;
         CXSourceRange range = clang_getCursorExtent(declarator);
-        if (!take(clang_getCursorSpelling(declarator)).empty()) {
+        if (!name_of(declarator).empty()) {
             range = clang_getRange(clang_getCursorLocation(declarator), clang_getRangeEnd(range));
         }
         for (const std::string &token : tokens_of(range)) {
@@ -599,7 +780,7 @@ private:
     {
         for (const auto &[name, keyword] : keywords_) {
             if (function_names_.count(name) != 0 && declarations_.typedefs.count(name) == 0) {
-                declarations_.cxx_names.emplace(name, keyword + name);
+                declarations_.cxx_names.emplace(name, keyword + name_in_cxx(name));
             }
         }
     }
@@ -612,7 +793,7 @@ private:
         if (part != parts_.end()) {
             return part->second;
         }
-        return take(clang_getCursorSpelling(declaration)).empty() ? "" : qualified_name(declaration);
+        return name_of(declaration).empty() ? "" : qualified_name(declaration);
     }
 
     TypePtr declared_type(CXCursor declarator)
@@ -649,7 +830,7 @@ private:
 
     void read_typedef(CXCursor cursor)
     {
-        std::string name = take(clang_getCursorSpelling(cursor));
+        std::string name = name_of(cursor);
         TypePtr target = typedef_target(cursor, name);
         if (target->kind == Type::Kind::Enum) {
             name_enumeration(target->name, name);
@@ -718,12 +899,12 @@ private:
 
     Parameter parameter_at(CXCursor cursor, size_t place)
     {
-        std::string name = take(clang_getCursorSpelling(cursor));
+        std::string name = name_of(cursor);
         return {name.empty() ? "arg" + std::to_string(place + 1) : name, declared_type(cursor)};
     }
 
     // What C++ calls a record outside of others; empty for one that it has no name for.
-    static std::string cxx_name(CXCursor record)
+    static std::string cxx_name_of(CXCursor record)
     {
         std::string name = take(clang_getTypeSpelling(clang_getCursorType(record)));
         return name.find('(') == std::string::npos ? name : "";
@@ -743,7 +924,7 @@ private:
         Row alone;
         record.comment = comments_.of(cursor, alone);
         const Row outer = std::exchange(rows_.members, Row());
-        record.cxx_name = cxx_name == name ? "" : cxx_name;
+        record.cxx_name = cxx_name == name_in_cxx(name) ? "" : cxx_name;
         read_members(cursor, {record, name.empty() ? cxx_name : name, cxx_name});
         rows_.members = outer;
         declarations_.records.push_back(std::move(record));
@@ -770,12 +951,12 @@ private:
 
     void read_part(CXCursor child, const OpenRecord &open)
     {
-        const std::string name = take(clang_getCursorSpelling(child));
+        const std::string name = name_of(child);
         switch (clang_getCursorKind(child)) {
         case CXCursor_FieldDecl:
             // Bit-fields without a name only fill up.
             if (!name.empty()) {
-                read_unnamed_type(child, open.name + "_" + name, open.cxx_name + "::" + name);
+                read_unnamed_type(child, open.name + "_" + name, open.cxx_name + "::" + name_in_cxx(name));
                 open.record.members.push_back({name, declared_type(child), line_of(child), size_of(child),
                                                std::max(clang_getFieldDeclBitWidth(child), 0),
                                                is_signed(clang_getCursorType(child)),
@@ -795,7 +976,7 @@ private:
                 read_members(child, open);
             } else if (!name.empty() && is_part(child)) {
                 add_part(child, name);
-                read_record(child, name, open.cxx_name + "::" + name);
+                read_record(child, name, open.cxx_name + "::" + name_in_cxx(name));
             }
             break;
         default:
@@ -832,7 +1013,7 @@ private:
             type = clang_Type_getNamedType(type);
         }
         const CXCursor declaration = clang_getTypeDeclaration(type);
-        if (type.kind == CXType_Record && take(clang_getCursorSpelling(declaration)).empty()
+        if (type.kind == CXType_Record && name_of(declaration).empty()
             && parts_.count(place_of(declaration)) == 0) {
             add_part(declaration, name);
             read_record(declaration, name, cxx);
@@ -850,7 +1031,7 @@ private:
     void add_part(CXCursor declaration, const std::string &name)
     {
         parts_.emplace(place_of(declaration), name);
-        declarations_.cxx_names.emplace(name, keyword_of(declaration) + name);
+        declarations_.cxx_names.emplace(name, keyword_of(declaration) + name_in_cxx(name));
     }
 
     static Place place_of(CXCursor cursor)
@@ -907,7 +1088,7 @@ private:
     void read_function(CXCursor cursor)
     {
         Function function;
-        function.name = take(clang_getCursorSpelling(cursor));
+        function.name = name_of(cursor);
         // Declared again is the same function; overloaded is another.
         if (!is_new(cursor)) {
             return;
@@ -916,7 +1097,7 @@ private:
         function.scope = qualified.substr(0, qualified.size() - function.name.size());
         function.header = header_of(cursor);
         function.line = line_of(cursor);
-        function.symbol = take(clang_Cursor_getMangling(cursor));
+        function.symbol = name_in_c(take(clang_Cursor_getMangling(cursor)));
         function.is_variadic = clang_isFunctionTypeVariadic(clang_getCursorType(cursor)) != 0;
         function.is_inline =
             clang_Cursor_isFunctionInlined(cursor) || clang_Cursor_getStorageClass(cursor) == CX_SC_Static;
@@ -932,7 +1113,8 @@ private:
 
     void read_macro(CXCursor cursor)
     {
-        if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor)) {
+        if (clang_Cursor_isMacroFunctionLike(cursor) || clang_Cursor_isMacroBuiltin(cursor)
+            || take(clang_getFileName(file_of(cursor))) == main_file) {
             return;
         }
         std::string header = header_of(cursor);
@@ -940,6 +1122,7 @@ private:
             return;
         }
         macros_.push_back(constant_at(cursor, rows_.macros));
+        macros_.back().is_macro = true;
     }
 
     // Whether what a macro stands for has no braces and closes what it opens. All else (`extern "C" {`,
@@ -962,6 +1145,7 @@ private:
     }
 
     const TranslationUnit &unit_;
+    const Preparation &preparation_;
     Declarations declarations_;
     std::vector<Constant> macros_;
     std::map<std::string, CXCursor> macro_definitions_;  ///< of system headers and with parameters too
@@ -982,10 +1166,10 @@ private:
 
 // What macros stand for is asked of the compiler, a line for each question about each: for those that draw an error
 // the answer is no. `questions` have @ for the macro. Gives the answers by macro.
-std::vector<std::vector<bool>> ask_of_macros(const HeaderSource &source, const std::vector<Constant> &macros,
+std::vector<std::vector<bool>> ask_of_macros(const HeaderSource &source, const MainFile &main,
+                                             const std::vector<Constant> &macros,
                                              const std::vector<std::string> &questions)
 {
-    const MainFile main(source);
     std::string text = main.text();
     unsigned line = main.line_count() + 1;
     for (const Constant &macro : macros) {
@@ -1012,10 +1196,11 @@ std::vector<std::vector<bool>> ask_of_macros(const HeaderSource &source, const s
 }
 
 // Those that are numbers or texts, with their kinds.
-std::vector<Constant> constant_macros(const HeaderSource &source, const std::vector<Constant> &macros)
+std::vector<Constant> constant_macros(const HeaderSource &source, const MainFile &main,
+                                      const std::vector<Constant> &macros)
 {
     std::vector<Constant> constants, others;
-    const auto integers = ask_of_macros(source, macros,
+    const auto integers = ask_of_macros(source, main, macros,
                                         {"__is_integral(decltype(@ + 0)) && (@ == @ || true)",
                                          "@ < 0 ? (long long)@ >= -0x80000000LL : (unsigned long long)@ <= "
                                          "0xffffffffULL"});
@@ -1027,7 +1212,7 @@ std::vector<Constant> constant_macros(const HeaderSource &source, const std::vec
             others.push_back(macros[i]);
         }
     }
-    const auto more = ask_of_macros(source, others,
+    const auto more = ask_of_macros(source, main, others,
                                     {"__is_floating_point(decltype(@ + 0)) && (@ == @ || true)",
                                      "__is_same(decltype(@), const char (&)[sizeof @]) && @[0] == @[0]"});
     for (size_t i = 0; i < others.size(); ++i) {
@@ -1058,21 +1243,61 @@ std::vector<Constant> in_header_order(std::vector<Constant> constants,
     return constants;
 }
 
+// The header by which generated C++ gets at the headers of C where it cannot include them as they are, and as often as it
+// likes; else nothing.
+std::string common_header(const Declarations &declarations, const MainFile &main, const TranslationUnit &unit,
+                          const HeaderSource &source, const Preparation &preparation)
+{
+    const bool are_guarded =
+        std::all_of(source.c_headers.begin(), source.c_headers.end(), [&](const Entry &header) {
+            CXFile file = clang_getFile(unit.get(), declarations.header_files.at(header.text).c_str());
+            return clang_isFileMultipleIncludeGuarded(unit.get(), file) != 0;
+        });
+    if (are_guarded && !preparation.is_needed()) {
+        return "";
+    }
+    std::string text = "#pragma once\n" + main.c_text();
+    auto link = [&](const std::string &name, const std::string &symbol) {
+        if (is_cxx_word(name) && symbol == name) {
+            text += "extern \"C\" decltype(" + name_in_cxx(name) + ") " + name_in_cxx(name) + " __asm__(\""
+                    + name + "\");\n";
+        }
+    };
+    for (const Function &function : declarations.functions) {
+        if (!function.is_inline) {
+            link(function.name, function.symbol);
+        }
+    }
+    for (const Variable &variable : declarations.variables) {
+        link(variable.name, variable.symbol);
+    }
+    return text;
+}
+
 }  // namespace
 
 Declarations read_headers(const HeaderSource &source)
 {
-    const MainFile main(source);
-    TranslationUnit unit(main.text(), source);
-    refuse_what_does_not_compile(unit, main, source);
-    Reader reader(unit);
+    auto main = std::make_unique<MainFile>(source);
+    auto unit = std::make_unique<TranslationUnit>(main->text(), source);
+    Preparation preparation;
+    if (!unit->errors().empty()) {
+        preparation = Preparer::prepare(source);
+    }
+    if (preparation.is_needed()) {
+        main = std::make_unique<MainFile>(source, preparation);
+        unit = std::make_unique<TranslationUnit>(main->text(), source);
+    }
+    refuse_what_does_not_compile(*unit, *main, source, preparation);
+    Reader reader(*unit, preparation);
     Declarations declarations = reader.read();
-    for (const Constant &macro : constant_macros(source, reader.macros())) {
+    for (const Constant &macro : constant_macros(source, *main, reader.macros())) {
         declarations.constants.push_back(macro);
     }
-    declarations.files = unit.files();
-    declarations.long_size = unit.long_size();
+    declarations.files = unit->files();
+    declarations.long_size = unit->long_size();
     declarations.constants = in_header_order(std::move(declarations.constants), reader.headers());
+    declarations.common_header = common_header(declarations, *main, *unit, source, preparation);
     return declarations;
 }
 

@@ -184,6 +184,9 @@ void generate(const Options &options)
         write("sdk_" + std::to_string(i + 1) + ".cpp", sdk_units[i]);
     }
     write("families_throwing.cpp", joined(throwing_bindings, 1).front());
+    if (!declarations.common_header.empty()) {
+        write(common_header, declarations.common_header);
+    }
     write("variables.cpp", emit_variables(model, numbering));
     write("shapes.h", emit_shape_declarations(model, shapes));
     write("shapes.cpp", emit_shape_definitions(shapes));

@@ -1,6 +1,7 @@
 #include "model.h"
 
 #include "argument_type.h"
+#include "cxx_words.h"
 #include "errors.h"
 #include "shape.h"
 #include "spelling.h"
@@ -660,6 +661,10 @@ private:
     BoundMember bind_member(const Member &member, bool as_text)
     {
         BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
+        if (member.name == "this" || member.name == "thisown") {
+            refuse("'" + member.name + "' of an object says which memory it stands for",
+                   "helpers can read and write it");
+        }
         bound.crossing = crossing_or_refusal(member.type);
         bound.sized = member.size >= 0;
         bound.read_only = is_constant(resolved(member.type)) || member.size <= 0;
@@ -729,7 +734,7 @@ private:
         // One with a typedef goes by that.
         const bool is_part = declared.cxx_name.find("::") != std::string::npos;
         const std::string cxx_name = is_part                            ? declared.cxx_name
-                                     : hidden == model_.cxx_names.end() ? declared.name
+                                     : hidden == model_.cxx_names.end() ? name_in_cxx(declared.name)
                                                                         : hidden->second;
         // C has no name either for what C++ can only say the type of.
         const bool is_nameless = cxx_name.find('(') != std::string::npos;
@@ -862,7 +867,10 @@ private:
     {
         Family family;
         family.name = source.name;
-        family.headers = texts(source.headers);
+        family.headers = family.included = texts(source.headers);
+        if (!declarations_.common_header.empty() && !family.headers.empty()) {
+            family.included = {common_header};
+        }
         family.cxx_headers = texts(source.cxx_headers);
         opaque_here_.clear();
         for (const Entry &entry : source.opaque_here) {

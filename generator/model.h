@@ -97,9 +97,14 @@ struct BoundArray {
     Crossing element;
 };
 
+/// The generated header that is made of Declarations::common_header.
+constexpr char common_header[] = "headers_of_c.h";
+
 struct Family {
     std::string name;
     std::vector<std::string> headers, cxx_headers;
+    std::vector<std::string>
+        included;  ///< what C++ includes instead of `headers`: themselves, or common_header
     std::vector<BoundFunction> functions;
     std::vector<BoundRecord> records;
     std::vector<BoundPointerClass> pointer_classes;

@@ -1,5 +1,7 @@
 #include "spelling.h"
 
+#include "cxx_words.h"
+
 #include <cctype>
 
 namespace generator {
@@ -159,17 +161,15 @@ std::string mangle(const TypePtr &resolved)
 
 TypePtr in_cxx(const TypePtr &type, const CxxNames &names)
 {
-    // The name of a typedef is C++'s too; what it stands for is not spelt, except for an array.
-    if (names.empty() || (type->kind == Type::Kind::Typedef && resolve_array_typedef(type) == type)) {
-        return type;
-    }
     Type copy = *type;
-    auto found = type->kind == Type::Kind::Record || type->kind == Type::Kind::Enum ? names.find(type->name)
-                                                                                    : names.end();
-    if (found != names.end()) {
-        copy.name = found->second;
+    // What a typedef stands for is not spelt, except for an array.
+    const bool is_typedef = type->kind == Type::Kind::Typedef;
+    const bool is_spelt = is_typedef && resolve_array_typedef(type) == type;
+    if (is_typedef || type->kind == Type::Kind::Record || type->kind == Type::Kind::Enum) {
+        auto found = is_typedef ? names.end() : names.find(type->name);
+        copy.name = found == names.end() ? name_in_cxx(type->name) : found->second;
     }
-    if (type->target) {
+    if (type->target && !is_spelt) {
         copy.target = in_cxx(type->target, names);
     }
     for (TypePtr &parameter : copy.parameters) {

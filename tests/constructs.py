@@ -341,6 +341,30 @@ def probes(long_bits):
     add('variables', 'p_var_void', 'extern void *NAME;', 'void *NAME;', 'assert m.cvar.NAME is None')
     add('variables', 'p_var_volatile', 'extern volatile int NAME;', 'volatile int NAME = 2;', 'm.cvar.NAME = 3\nassert m.cvar.NAME == 3')
     add('variables', 'p_var_callback', 'extern int (*NAME)(int);', 'int (*NAME)(int);', 'assert m.cvar.NAME is None\nm.cvar.NAME = None')
+    # Names that C++ has as words.
+    add('names', 'p_name_member', 'typedef struct { int class, new; struct { int x; } private; unsigned try : 3; char this; } NAME_t;\n'
+        'int NAME(NAME_t *template);', 'int NAME(NAME_t *template) { return template->class * 1000 + template->private.x * 10 + template->try; }',
+        'r = m.NAME_t()\nsetattr(r, "class", 2)\nr.private.x = 3\nsetattr(r, "try", 4)\nr.new = 9\n'
+        'assert (m.NAME(r), r.new) == (2034, 9) and refused("NAME_t.this")')
+    add('names', 'p_name_function', 'int delete(int new);\nstatic inline int throw(int catch) { return catch + 1; }\n'
+        'int NAME(int (*using)(int), int explicit);',
+        'int delete(int new) { return new / 2; }\nint NAME(int (*using)(int), int explicit) { return using ? using(explicit) : explicit; }',
+        'assert (m.delete(8), m.throw(8), m.NAME(None, 8)) == (4, 9, 8)')
+    add('names', 'p_name_tag', 'struct class { int a; };\nint class(const struct class *mutable);\nstruct operator { union friend { int b; } in; };\n'
+        'typedef struct { int c; } typename;\nint NAME(struct class *a, struct operator *b, typename *c);',
+        'int class(const struct class *mutable) { return mutable->a; }\n'
+        'int NAME(struct class *a, struct operator *b, typename *c) { return a->a * 100 + b->in.b * 10 + c->c; }',
+        'a, b, c = getattr(m, "class")(), m.operator(), m.typename()\na.a, getattr(b, "in").b, c.c = 3, 4, 5\n'
+        'assert m.NAME(a, b, c) == 345 and m.friend().b == 0')
+    add('names', 'p_name_typedef', 'typedef short public;\ntypedef public (*virtual)(public);\nvirtual NAME(public a, public *b);',
+        'virtual NAME(public a, public *b) { return 0; }', 'assert m.NAME(1, None) is None\nraises(OverflowError, m.NAME, 1 << 20, None)')
+    add('names', 'p_name_enum', 'enum namespace { export, protected = 5 };\nenum namespace NAME(enum namespace e);',
+        'enum namespace NAME(enum namespace e) { return e + protected; }', 'assert m.NAME(m.export) == m.protected == 5')
+    add('names', 'p_name_variable', 'extern int decltype;\nextern struct p_tagged typeid;\nint NAME(void);',
+        'int decltype = 3;\nstruct p_tagged typeid = {4};\nint NAME(void) { return decltype; }',
+        'm.cvar.decltype = 6\nassert (m.NAME(), m.cvar.typeid.a) == (6, 4)')
+    add('names', 'p_name_operator', 'typedef struct { int and, xor; } NAME_t;\nint NAME(NAME_t *not, int or);',
+        'int NAME(NAME_t *not, int or) { return not->xor + or; }', 'r = m.NAME_t()\nr.xor = 3\nassert m.NAME(r, 4) == 7')
     # Functions and callbacks.
     add('functions', 'p_nothing', 'void NAME(void);', 'void NAME(void) {}', 'assert m.NAME() is None\nraises(TypeError, m.NAME, 1)')
     add('functions', 'p_inline', 'static inline int NAME(int a) { return a * 2; }', '', 'assert m.NAME(4) == 8')

@@ -15,6 +15,7 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace generator {
 
@@ -40,16 +41,20 @@ protected:
     /// The model with that text in the family's interface file; the header is listed already.
     Model build(const std::string &interface)
     {
-        const std::string header = name_ + ".h";
-        write_if_changed(directory_ + "/" + name_ + ".toml", "headers = [\"" + header + "\"]\n" + interface);
+        std::string headers;
+        for (const std::string &header : more_headers_) {
+            headers += ", \"" + header + "\"";
+        }
+        write_if_changed(directory_ + "/" + name_ + ".toml",
+                         "headers = [\"" + name_ + ".h\"" + headers + "]\n" + interface);
         HeaderSource source;
-        source.c_headers = {{header, directory_ + "/" + name_ + ".toml:1"}};
         const Interface whole = read_interface(directory_);
+        source.c_headers = whole.families[0].headers;
         source.cxx_headers = whole.families[0].cxx_headers;
         (is_of_system_ ? source.system_directories : source.include_directories) = {directory_};
-        Declarations declarations = read_headers(source);
-        declarations.exports = exports_;
-        return build_model(declarations, whole);
+        declarations_ = read_headers(source);
+        declarations_.exports = exports_;
+        return build_model(declarations_, whole);
     }
 
     /// What is said of that text, or "".
@@ -64,6 +69,8 @@ protected:
     }
 
     std::string directory_;
+    Declarations declarations_;  ///< of what was built last
+    std::vector<std::string> more_headers_;
     bool is_of_system_ = false;  ///< whether the header stands in a folder of the system's
     std::optional<std::set<std::string>> exports_;
 

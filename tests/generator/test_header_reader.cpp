@@ -1,4 +1,5 @@
 // What headers of other vendors hold: bound as C means it, or refused at its file and line.
+#include "emit.h"
 #include "one_family.h"
 
 #include <algorithm>
@@ -334,6 +335,73 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsLeftOutAndSaid)
             place("int vendor_print") + "vendor_print: a variable number of arguments cannot be passed on",
             place("int vendor_share") + "vendor_share: no conversion for a value of type 'long double'",
             place("vendor_choose") + "vendor_choose: no library exports 'vendor_choose'"}));
+}
+
+// Names of things in C, which generated C++ has others for.
+TEST_F(HeaderReaderTest, WordsOfCxxAreNames)
+{
+    write_if_changed(directory_ + "/vendor.h",
+                     "#include <stdlib.h>\n"
+                     "#define mutable const\n"
+                     "#define VENDOR_SIZE sizeof(int)\n"
+                     "struct class { int new; struct { int x; } private; const int this; };\n"
+                     "typedef enum { false, true = 4 } bool;\n"
+                     "int delete(struct class *template, mutable int *bool_of_c);\n"
+                     "int operator(void) __asm__(\"vendor_operator\");\n"
+                     "static inline bool throw(bool and) { return and; }\n"
+                     "extern int namespace;\n");
+    const Model model = build(
+        "functions = [\"*\"]\nrecords = [\"*\", \"!class.this\"]\nconstants = [\"*\"]\nvariables = "
+        "[\"*\"]\n");
+    const Family &family = model.families[0];
+    std::string names = family.records.back().name;
+    for (const BoundMember &member : family.records.back().members) {
+        names += " " + member.name;
+    }
+    for (const BoundFunction &function : family.functions) {
+        names += " " + function.name;
+    }
+    for (const Constant &constant : model.constants) {
+        names += " " + constant.name;
+    }
+    EXPECT_EQ(names + " " + model.variables[0].name,
+              "class new private delete operator throw VENDOR_SIZE false true namespace");
+    EXPECT_EQ(family.functions[0].parameters[0].name + family.functions[0].parameters[0].crossing.text,
+              "templateclass *");
+    const std::string emitted = emit_records(family, Numbering(model))
+                                + emit_calls(family, Numbering(model), model.cxx_names)
+                                + emit_constants(model) + emit_variables(model, Numbering(model));
+    for (const char *text :
+         {"#include \"headers_of_c.h\"", "offsetof(class_of_c, private_of_c)", "&namespace_of_c",
+          " delete_of_c(static_cast<class_of_c *>(a0), ", "(false_of_c)", "(VENDOR_SIZE)"}) {
+        EXPECT_NE(emitted.find(text), std::string::npos) << text;
+    }
+    // The library has them by their own names.
+    EXPECT_NE(declarations_.common_header.find("delete_of_c __asm__(\"delete\")"), std::string::npos);
+    EXPECT_EQ(declarations_.common_header.find("operator_of_c __asm__"), std::string::npos);
+    EXPECT_EQ(declarations_.common_header.find("throw_of_c __asm__"), std::string::npos);
+    EXPECT_EQ(declarations_.common_header.find("#define mutable"), std::string::npos);
+    expect_errors("records = [\"*\"]\n",
+                  {place("this;") + "class.this: 'this' of an object says which memory it stands for"});
+}
+
+TEST_F(HeaderReaderTest, HeadersWithoutAGuardAreReadOnce)
+{
+    write_if_changed(directory_ + "/vendor.h",
+                     "#include \"part.h\"\ntypedef struct { vendor_part_t part; } vendor_t;\n");
+    write_if_changed(directory_ + "/part.h", "typedef struct { int x; } vendor_part_t;\n");
+    more_headers_ = {"part.h"};
+    const Model model = build("records = [\"*\"]\n");
+    EXPECT_EQ(model.families[0].records.size(), 2u);
+    EXPECT_EQ(model.families[0].included, std::vector<std::string>{"headers_of_c.h"});
+    EXPECT_EQ(declarations_.common_header, "#pragma once\nextern \"C\" {\n#include <vendor.h>\n}\n");
+    for (const char *header : {"vendor.h", "part.h"}) {
+        const std::string path = directory_ + "/" + header;
+        write_if_changed(path, "#pragma once\n" + read_file(path));
+    }
+    EXPECT_EQ(build("records = [\"*\"]\n").families[0].included,
+              (std::vector<std::string>{"vendor.h", "part.h"}));
+    EXPECT_EQ(declarations_.common_header, "");
 }
 
 TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
