@@ -16,12 +16,22 @@ const std::string ending = "_of_c";
 bool is_cxx_word(const std::string &word)
 {
     static const std::set<std::string> all = {
-        "bool",     "catch",    "class",      "const_cast",       "constexpr", "decltype",
-        "delete",   "explicit", "export",     "dynamic_cast",     "false",     "friend",
-        "mutable",  "new",      "namespace",  "noexcept",         "nullptr",   "operator",
-        "private",  "public",   "protected",  "reinterpret_cast", "template",  "static_cast",
-        "this",     "throw",    "true",       "try",              "typeid",    "typename",
-        "using",    "virtual",
+        "bool",      "catch",
+        "class",     "const_cast",
+        "constexpr", "decltype",
+        "delete",    "explicit",
+        "export",    "dynamic_cast",
+        "false",     "friend",
+        "mutable",   "new",
+        "namespace", "noexcept",
+        "nullptr",   "operator",
+        "private",   "public",
+        "protected", "reinterpret_cast",
+        "template",  "static_cast",
+        "this",      "throw",
+        "true",      "try",
+        "typeid",    "typename",
+        "using",     "virtual",
     };
     return all.count(word) != 0;
 }

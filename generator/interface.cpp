@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <fstream>
+#include <regex>
 #include <set>
 #include <stdexcept>
 #include <variant>
@@ -23,9 +25,29 @@ struct Fault {
     std::string what;
 };
 
-std::string place_in(const std::string &file, const toml::source_region &region)
+std::string place_in(const std::string &file, const toml::source_region &region, const std::string &keys)
 {
-    return file + ":" + std::to_string(std::max(region.begin.line, toml::source_index(1)));
+    return file + ":" + std::to_string(std::max(region.begin.line, toml::source_index(1)))
+           + (keys.empty() ? "" : ": " + keys);
+}
+
+/// The keys that a line of the file stands under, as far as lines tell that begin with one.
+std::string keys_at(const std::string &file, toml::source_index line)
+{
+    std::ifstream lines(file);
+    std::string section, key;
+    std::smatch found;
+    static const std::regex begins_section(R"(\s*\[+\s*([^\[\]]*[^\[\]\s]).*)"),
+        begins_value(R"(\s*([A-Za-z0-9_.-]+|"[^"]*")\s*=.*)");
+    for (std::string text; line > 0 && std::getline(lines, text); --line) {
+        if (std::regex_match(text, found, begins_section)) {
+            section = found[1];
+            key.clear();
+        } else if (std::regex_match(text, found, begins_value)) {
+            key = found[1];
+        }
+    }
+    return section + (section.empty() || key.empty() ? "" : ".") + key;
 }
 
 /// Throws a Fault for what is no TOML.
@@ -34,7 +56,8 @@ toml::table parse(const std::string &file)
     try {
         return toml::parse_file(file);
     } catch (const toml::parse_error &error) {
-        throw Fault{place_in(file, error.source()), std::string(error.description())};
+        throw Fault{place_in(file, error.source(), keys_at(file, error.source().begin.line)),
+                    std::string(error.description())};
     }
 }
 
@@ -43,7 +66,20 @@ public:
     explicit Reader(std::string file) : file_(std::move(file)) {}
 
 protected:
-    std::string place_of(const toml::node &node) const { return place_in(file_, node.source()); }
+    /// Where it is, and by which keys: "lamp.toml:4: appended.lamp_get".
+    std::string place_of(const toml::node &node) const { return place_in(file_, node.source(), keys_); }
+
+    /// read(key, value) for each value of the table, in which keys_ are the keys to that.
+    template <typename Read>
+    void each(const toml::table &table, const Read &read)
+    {
+        const std::string outer = keys_;
+        for (auto &&[key, value] : table) {
+            keys_ = outer + (outer.empty() ? "" : ".") + std::string(key.str());
+            read(std::string(key.str()), value);
+        }
+        keys_ = outer;
+    }
 
     [[noreturn]] void fail(const toml::node &node, const std::string &what) const
     {
@@ -78,7 +114,16 @@ protected:
         return entries;
     }
 
+    const toml::table &table(const toml::node &node) const
+    {
+        if (!node.is_table()) {
+            fail(node, "a table is wanted here");
+        }
+        return *node.as_table();
+    }
+
     std::string file_;
+    std::string keys_;  ///< to what is being read
 };
 
 // What an entry of a section has, by the section.
@@ -99,13 +144,15 @@ public:
     FamilyInterface read(Errors &errors)
     {
         try {
-            for (auto &&[key, node] : parse(file_)) {
+            each(parse(file_), [&](const std::string &key, const toml::node &node) {
+                const std::string section = keys_;
                 try {
-                    read_section(std::string(key.str()), node);
+                    read_section(key, node);
                 } catch (const Fault &fault) {
                     errors.add(fault.place, fault.what);
+                    keys_ = section;
                 }
-            }
+            });
         } catch (const Fault &fault) {
             errors.add(fault.place, fault.what);
         }
@@ -174,7 +221,7 @@ private:
     {
         auto section = sections().find(name);
         if (section == sections().end()) {
-            fail(node, "unknown section '" + name + "'");
+            fail(node, "there is no such section");
         }
         std::visit([&](auto target) { read(target, node); }, section->second);
     }
@@ -183,68 +230,63 @@ private:
     void read(Special reader, const toml::node &node) { (this->*reader)(node); }
     void read(Table target, const toml::node &node)
     {
-        for (auto &&[key, value] : table(node)) {
-            (family_.*target)[std::string(key.str())] = text(value);
-        }
+        each(table(node),
+             [&](const std::string &key, const toml::node &value) { (family_.*target)[key] = text(value); });
     }
 
-    const toml::table &table(const toml::node &node)
-    {
-        if (!node.is_table()) {
-            fail(node, "a table is wanted here");
-        }
-        return *node.as_table();
-    }
+    // How the fields of an entry are read.
+    using Fields = std::map<std::string, std::function<void(const toml::node &)>>;
 
-    Entry field(const toml::table &entry, const char *name)
+    // Reads an entry of a section; `needed` are fields without which there is none.
+    void read_entry(const toml::node &node, const std::vector<std::string> &needed, const Fields &fields)
     {
-        const toml::node *node = entry.get(name);
-        if (!node) {
-            fail(entry, std::string("'") + name + "' is missing");
-        }
-        return text(*node);
-    }
-
-    // The table of one entry of that section.
-    const toml::table &entry(const toml::node &node, const char *section)
-    {
-        const std::vector<std::string> &keys = entry_keys.at(section);
-        for (auto &&[key, value] : table(node)) {
-            if (std::count(keys.begin(), keys.end(), key.str()) == 0) {
-                fail(value, "unknown key '" + std::string(key.str()) + "'");
+        const toml::table &entry = table(node);
+        each(entry, [&](const std::string &key, const toml::node &value) {
+            auto field = fields.find(key);
+            if (field == fields.end()) {
+                fail(value, "there is no such key");
+            }
+            field->second(value);
+        });
+        for (const std::string &key : needed) {
+            if (!entry.contains(key)) {
+                fail(node, "'" + key + "' is missing");
             }
         }
-        return *node.as_table();
     }
 
     void read_typemaps(const toml::node &node)
     {
-        for (auto &&[key, value] : table(node)) {
-            const toml::table &typemap = entry(value, "typemaps");
-            family_.typemaps[std::string(key.str())] = {field(typemap, "header").text,
-                                                        field(typemap, "name").text, place_of(value)};
-        }
+        each(table(node), [&](const std::string &name, const toml::node &value) {
+            Typemap &typemap = family_.typemaps[name];
+            typemap.place = place_of(value);
+            read_entry(value, {"header", "name"},
+                       {{"header", [&](const toml::node &field) { typemap.header = text(field).text; }},
+                        {"name", [&](const toml::node &field) { typemap.name = text(field).text; }}});
+        });
     }
 
     void read_tables(const toml::node &node)
     {
-        for (auto &&[name, value] : table(node)) {
-            TableEntry &entry = family_.tables[std::string(name.str())];
+        each(table(node), [&](const std::string &name, const toml::node &value) {
+            TableEntry &entry = family_.tables[name];
             entry.place = place_of(value);
-            for (auto &&[key, field] : table(value)) {
-                entry.fields[std::string(key.str())] = text(field);
-            }
-        }
+            each(table(value),
+                 [&](const std::string &key, const toml::node &field) { entry.fields[key] = text(field); });
+        });
     }
 
     void read_pointer_classes(const toml::node &node)
     {
-        for (auto &&[key, value] : table(node)) {
-            const toml::table &declared = entry(value, "pointer_classes");
-            const toml::node *equivalent = declared.get("equivalent");
-            family_.pointer_classes.push_back(
-                {std::string(key.str()), field(declared, "element"), equivalent && truth(*equivalent)});
-        }
+        each(table(node), [&](const std::string &name, const toml::node &value) {
+            PointerClass declared;
+            declared.name = name;
+            read_entry(
+                value, {"element"},
+                {{"element", [&](const toml::node &field) { declared.element = text(field); }},
+                 {"equivalent", [&](const toml::node &field) { declared.equivalent = truth(field); }}});
+            family_.pointer_classes.push_back(declared);
+        });
     }
 
     FamilyInterface family_;
@@ -262,20 +304,22 @@ public:
         const toml::table binding = parse(file_);
         Interface interface;
         std::vector<FamilyInterface> &families = interface.families;
-        for (auto &&[key, node] : binding) {
-            if (std::count(std::begin(binding_keys), std::end(binding_keys), key.str()) == 0) {
-                fail(node, "unknown key '" + std::string(key.str()) + "'");
-            } else if (key.str() == "strict") {
+        Entries names;
+        each(binding, [&](const std::string &key, const toml::node &node) {
+            if (key == "families") {
+                names = list(node);
+            } else if (key == "strict") {
                 interface.strict = truth(node);
-            } else if (key.str() == "narrow_long") {
+            } else if (key == "narrow_long") {
                 interface.narrow_long = truth(node);
+            } else {
+                fail(node, "there is no such key");
             }
-        }
-        const toml::node *names = binding.get("families");
-        if (!names) {
+        });
+        if (!binding.contains("families")) {
             fail(binding, "the list 'families' is missing");
         }
-        for (const auto &[name, place] : list(*names)) {
+        for (const auto &[name, place] : names) {
             const std::string file = directory_ + "/" + name + ".toml";
             auto same = [&name = name](const FamilyInterface &other) { return other.name == name; };
             if (std::any_of(families.begin(), families.end(), same)) {

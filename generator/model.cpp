@@ -145,10 +145,13 @@ private:
         return listed == listed_names_.end() ? at : listed->second + at.substr(end);
     }
 
+    // File and line of an interface's place, which goes on with the keys.
+    static std::string line_of(const std::string &place) { return place.substr(0, place.find(": ")); }
+
     // A report says the same wherever the interface files are.
     static std::string in_its_folder(const std::string &place)
     {
-        return std::filesystem::path(place).filename().string();
+        return std::filesystem::path(line_of(place)).filename().string();
     }
 
     // Whether nothing was refused since the declaration was begun; else that becomes an error where all is wanted, and else is
@@ -408,10 +411,7 @@ private:
         if (in_and_out != family.in_and_out.end()) {
             pass_in_and_out(function, in_and_out->second);
         }
-        auto bytes = family.bytes.find(function.name);
-        if (bytes != family.bytes.end()) {
-            pass_bytes(function, bytes->second);
-        }
+        pass_all_bytes(function, family.bytes);
         auto callable = family.callables.find(function.name);
         if (callable != family.callables.end()) {
             pass_callable(function, callable->second);
@@ -564,6 +564,42 @@ private:
     {
         return type->kind == Type::Kind::Pointer && type->target->is_const
                && (is_builtin(type->target, "void") || is_builtin(type->target, "unsigned char"));
+    }
+
+    static bool is_pattern(const std::string &key) { return key.find_first_of("*?[") != std::string::npos; }
+
+    // What the function's own entry names has to fit; of what patterns name that does which fits.
+    void pass_all_bytes(BoundFunction &function, const EntryTable &entries)
+    {
+        auto own = entries.find(function.name);
+        if (own != entries.end()) {
+            for (const std::string &name : words(own->second.text)) {
+                pass_bytes(function, {name, own->second.place});
+            }
+            return;
+        }
+        for (const auto &[pattern, entry] : entries) {
+            if (is_pattern(pattern) && fnmatch(pattern.c_str(), function.name.c_str(), 0) == 0) {
+                for (const std::string &name : words(entry.text)) {
+                    if (has_bytes(function, name)) {
+                        pass_bytes(function, {name, entry.place});
+                        used_patterns_.insert(entry.place);
+                    }
+                }
+            }
+        }
+    }
+
+    bool has_bytes(const BoundFunction &function, const std::string &name) const
+    {
+        const std::vector<BoundParameter> &parameters = function.parameters;
+        for (size_t i = 0; i + 1 < parameters.size(); ++i) {
+            if (parameters[i].name == name && is_constant_bytes(resolved(parameters[i].crossing.type))
+                && is_count(resolved(parameters[i + 1].crossing.type))) {
+                return true;
+            }
+        }
+        return false;
     }
 
     void pass_bytes(BoundFunction &function, const Entry &entry)
@@ -1088,7 +1124,7 @@ private:
             return true;
         }
         if (strict_) {
-            error(place, "'" + name + "' is bound at " + owner->second + " too");
+            error(place, "'" + name + "' is bound at " + line_of(owner->second) + " too");
         }
         return strict_;
     }
@@ -1107,7 +1143,11 @@ private:
         for (const EntryTable *departures : {&source.appended, &source.in_and_out, &source.low_bits,
                                              &source.bytes, &source.callables, &source.replaced}) {
             for (const auto &[name, entry] : *departures) {
-                check(name, entry.place);
+                if (departures != &source.bytes || !is_pattern(name)) {
+                    check(name, entry.place);
+                } else if (used_patterns_.count(entry.place) == 0) {
+                    error(entry.place, "'" + name + "' fits no function with such bytes and their number");
+                }
             }
         }
         for (const auto &[name, place] : source.raises) {
@@ -1163,6 +1203,7 @@ private:
     std::map<std::string, std::string> listed_names_;  ///< by file: a header's include path
     std::vector<Refusal> refusals_;                    ///< of the declaration that is being bound
     std::set<std::string> refused_functions_;
+    std::set<std::string> used_patterns_;  ///< places of those that are keys
     std::set<std::string> opaque_, opaque_here_;
     std::map<std::string, const Typemap *> typemaps_;
     std::map<std::string, std::string> text_;

@@ -203,7 +203,7 @@ void TableDescription::check(Errors &errors) const
     const std::vector<std::string> known = table_keys();
     for (const auto &[key, field] : entry_.fields) {
         if (std::count(known.begin(), known.end(), key) == 0) {
-            errors.add(field.place, "unknown key '" + key + "'");
+            errors.add(field.place, "there is no such key");
         }
     }
     if (!record_.empty() && members_.empty()) {

@@ -113,7 +113,7 @@ class AddBinding(FolderTest):
             self.assertEqual(self.in_python(folder, 'import %s as m\nprint m.LAMP_MAX' % module), '8\n')
         self.write('interface/lamp.toml', INTERFACE + 'lamp_off = "before"\n')
         status, log = self.build()
-        self.assertEqual((status != 0, self.path('interface/lamp.toml') + ":7: 'lamp_off'" in log), (True, True), log)
+        self.assertEqual((status != 0, self.path('interface/lamp.toml') + ":7: appended.lamp_off: 'lamp_off'" in log), (True, True), log)
         self.write('interface/lamp.toml', INTERFACE)
         self.assertEqual(self.build()[0], 0)
 

@@ -52,8 +52,8 @@ class BindMistakes(unittest.TestCase):
         self.write('unfit/a.toml', 'headers = ["a.h"]\nfunctions = ["b_*"]\n[appended]\na_get = 3\n')
         for words, said in ((['gone.h'], "the header gone.h: 'gone.h': 'gone.h' file not found"),
                             (['--library=text', 'a.h'], '%s/text is not a shared library'),
-                            (['--interface=wrong'], "%s/wrong/binding.toml:2: unknown key 'familys'"),
-                            (['--interface=unfit'], '%s/unfit/a.toml:4: a string is wanted here')):
+                            (['--interface=wrong'], "%s/wrong/binding.toml:2: familys: there is no such key"),
+                            (['--interface=unfit'], '%s/unfit/a.toml:4: appended.a_get: a string is wanted here')):
             status, log = self.bind('--module=a', '--include=.', *words)
             said = 'generate: ' + said.replace('%s', self.directory) + '\n'
             self.assertEqual((status, log[:len(said)]), (1, said), words)

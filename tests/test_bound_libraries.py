@@ -67,7 +67,12 @@ class BoundLibraries(FolderTest):
         size.assign(len(data))
         self.assertEqual(zl.compress2(room, size, data, 9), zl.Z_OK)
         self.assertEqual(reference.decompress(ctypes.string_at(int(room), size.value())), data)
-        self.assertEqual(zl.crc32_z(0, data), reference.crc32(data) & 0xffffffff)
+        packed = ctypes.string_at(int(room), size.value())
+        size.assign(len(data))
+        self.assertEqual((zl.uncompress(room, size, bytearray(packed)), size.value()), (zl.Z_OK, len(data)))
+        self.assertEqual(ctypes.string_at(int(room), len(data)), data)
+        for checksum in 'crc32', 'crc32_z', 'adler32':
+            self.assertEqual(getattr(zl, checksum)(1, data), getattr(reference, checksum.split('_')[0])(data, 1) & 0xffffffff)
         if ctypes.sizeof(ctypes.c_long) == 8:
             self.assertEqual(zl.compressBound(2 ** 40) > 2 ** 40, True)
         self.assertRaises(OverflowError, zl.compressBound, 2 ** 64)

@@ -228,7 +228,7 @@ class VendorHeaders(unittest.TestCase):
         status, log = self.generate()
         self.assertEqual(status, 1)
         for text in ('vendor.h:2: vendor_bits_s.bit: no conversion', 'vendor.h:1: vendor_log: a variable number',
-                     "vendor.toml:3: 'vendor_gone_t' fits"):
+                     "vendor.toml:3: records: 'vendor_gone_t' fits"):
             self.assertIn(text, log)
         self.assertEqual(os.listdir(self.directory), before)
 

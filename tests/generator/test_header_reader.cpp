@@ -229,12 +229,13 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
         "[\"vendor_total\"]\n",
         errors);
     if (sizeof(long) != 4) {
-        expect_errors(
-            "functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"count total\"\n",
-            {directory_ + "/vendor.toml:4: the appended output of 'vendor_count' has no fixed size"});
+        expect_errors("functions = [\"vendor_count\"]\n[appended]\nvendor_count = \"count total\"\n",
+                      {directory_
+                       + "/vendor.toml:4: appended.vendor_count: the appended output of 'vendor_count' has "
+                         "no fixed size"});
     }
     expect_errors("records = [\"Place\"]\n",
-                  {directory_ + "/vendor.toml:2: 'Place' fits nothing that its headers declare"});
+                  {directory_ + "/vendor.toml:2: records: 'Place' fits nothing that its headers declare"});
 }
 
 TEST_F(HeaderReaderTest, OnlyTheSdksOwnLongsAreNarrow)
@@ -381,8 +382,9 @@ TEST_F(HeaderReaderTest, WordsOfCxxAreNames)
     EXPECT_EQ(declarations_.common_header.find("operator_of_c __asm__"), std::string::npos);
     EXPECT_EQ(declarations_.common_header.find("throw_of_c __asm__"), std::string::npos);
     EXPECT_EQ(declarations_.common_header.find("#define mutable"), std::string::npos);
-    expect_errors("records = [\"*\"]\n",
-                  {place("this;") + "class.this: 'this' of an object says which memory it stands for"});
+    expect_errors(
+        "records = [\"*\"]\n",
+        {directory_ + "/vendor.h:4: class.this: 'this' of an object says which memory it stands for"});
 }
 
 TEST_F(HeaderReaderTest, HeadersWithoutAGuardAreReadOnce)
@@ -395,8 +397,8 @@ TEST_F(HeaderReaderTest, HeadersWithoutAGuardAreReadOnce)
     EXPECT_EQ(model.families[0].records.size(), 2u);
     EXPECT_EQ(model.families[0].included, std::vector<std::string>{"headers_of_c.h"});
     EXPECT_EQ(declarations_.common_header, "#pragma once\nextern \"C\" {\n#include <vendor.h>\n}\n");
-    for (const char *header : {"vendor.h", "part.h"}) {
-        const std::string path = directory_ + "/" + header;
+    for (const char *file : {"vendor.h", "part.h"}) {
+        const std::string path = directory_ + "/" + file;
         write_if_changed(path, "#pragma once\n" + read_file(path));
     }
     EXPECT_EQ(build("records = [\"*\"]\n").families[0].included,
@@ -408,12 +410,13 @@ TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
 {
     write_if_changed(directory_ + "/vendor.h",
                      "int vendor_a(vendor_gone_t *gone);\n#include \"vendor_gone.h\"\nint vendor_b(;\n");
-    expect_errors("functions = [\"*\"]\n",
-                  {directory_ + "/vendor.h:1:14: error: unknown type name 'vendor_gone_t'",
-                   directory_ + "/vendor.h:2:10: error: 'vendor_gone.h' file not found",
-                   directory_ + "/vendor.h:3:14: error: expected expression",
-                   directory_ + "/vendor.toml:1: 'vendor.h': expected ';' after top level declarator",
-                   directory_ + "/vendor.toml:1: 'vendor.h': expected '}'"});
+    expect_errors(
+        "functions = [\"*\"]\n",
+        {directory_ + "/vendor.h:1:14: error: unknown type name 'vendor_gone_t'",
+         directory_ + "/vendor.h:2:10: error: 'vendor_gone.h' file not found",
+         directory_ + "/vendor.h:3:14: error: expected expression",
+         directory_ + "/vendor.toml:1: headers: 'vendor.h': expected ';' after top level declarator",
+         directory_ + "/vendor.toml:1: headers: 'vendor.h': expected '}'"});
     // What is left open shows behind the header only.
     for (const char *text : {"struct vendor_open_s {\nint x;\n", "extern \"C\" {\n", "}\n"}) {
         write_if_changed(directory_ + "/vendor.h", text);
@@ -423,7 +426,7 @@ TEST_F(HeaderReaderTest, HeadersThatDoNotCompileAreNoBinding)
     }
     std::filesystem::remove(directory_ + "/vendor.h");
     expect_errors("functions = [\"*\"]\n",
-                  {directory_ + "/vendor.toml:1: 'vendor.h': 'vendor.h' file not found"});
+                  {directory_ + "/vendor.toml:1: headers: 'vendor.h': 'vendor.h' file not found"});
 }
 
 }  // namespace

@@ -77,14 +77,24 @@ TEST_F(ModelTest, TwoParametersCanBeOneArgument)
     EXPECT_EQ(say.parameters[1].second->name, "unsigned long");
     EXPECT_EQ(say.parameters[2].name, "volume");
 
+    const auto say_count = [&](const std::string &bytes) {
+        model = build("functions = [\"tiny_hear\", \"tiny_say\"]\n[bytes]\n" + bytes);
+        return model.families[0].functions.at(1).parameters.size();
+    };
+    EXPECT_EQ(say_count("\"*\" = \"heard bytes volume\"\n"), 3u);
+    const std::string spared =
+        error_of("functions = [\"tiny_say\"]\n[bytes]\n\"*\" = \"bytes\"\ntiny_say = \"\"\n");
+    EXPECT_NE(spared.find("tiny.toml:4: bytes.*: '*' fits no function with such bytes"), std::string::npos)
+        << spared;
     const std::string errors = error_of(
         "functions = [\"tiny_*\", \"!tiny_port\"]\n[bytes]\ntiny_say = \"volume\"\ntiny_hear = \"heard\"\n"
         "tiny_weights = \"weights\"\n[callables]\ntiny_walk = \"callback\"\ntiny_say = \"bytes\"\n");
-    for (const char *error : {"tiny.toml:4: 'volume' of 'tiny_say' is no bytes and their number",
-                              "tiny.toml:5: 'heard' of 'tiny_hear' is no bytes and their number",
-                              "tiny.toml:6: 'weights' of 'tiny_weights' is no bytes and their number",
-                              "tiny.toml:8: 'callback' of 'tiny_walk': a Python function can be given",
-                              "tiny.toml:9: 'bytes' of 'tiny_say' is no function and its datum"}) {
+    for (const char *error :
+         {"tiny.toml:4: bytes.tiny_say: 'volume' of 'tiny_say' is no bytes and their number",
+          "tiny.toml:5: bytes.tiny_hear: 'heard' of 'tiny_hear' is no bytes and their number",
+          "tiny.toml:6: bytes.tiny_weights: 'weights' of 'tiny_weights' is no bytes and their number",
+          "tiny.toml:8: callables.tiny_walk: 'callback' of 'tiny_walk': a Python function can be given",
+          "tiny.toml:9: callables.tiny_say: 'bytes' of 'tiny_say' is no function and its datum"}) {
         EXPECT_NE(errors.find(error), std::string::npos) << errors;
     }
 }
@@ -150,7 +160,8 @@ TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
     std::string errors = error_of(
         "functions = [\"tiny_port\", \"tiny_missing\"]\nopaque = [\"tiny_gone_t\"]\n"
         "[appended]\ntiny_port = \"gone\"\n[replaced]\ntiny_walk = \"tiny_walk_wrapper\"\n");
-    EXPECT_NE(errors.find("tiny.toml:3: no header declares the type 'tiny_gone_t'"), std::string::npos)
+    EXPECT_NE(errors.find("tiny.toml:3: opaque: no header declares the type 'tiny_gone_t'"),
+              std::string::npos)
         << errors;
     EXPECT_NE(errors.find("no conversion for a value of type 'long double'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;

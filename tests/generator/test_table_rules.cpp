@@ -203,7 +203,7 @@ TEST_F(TableRules, WhatIsWrongIsSaidByPlace)
         FAIL();
     } catch (const std::runtime_error &error) {
         const std::string said = error.what();
-        for (const char *what : {"shelf.toml:7: unknown key 'colour'\n",
+        for (const char *what : {"shelf.toml:7: tables.shelf_box.colour: there is no such key\n",
                                  "no record 'shelf_gone_t' is bound\n", "the id is not the last key\n",
                                  "no function of the development SDK works on the table 'shelf_none'\n"}) {
             EXPECT_NE(said.find(what), std::string::npos) << said;
