@@ -26,6 +26,10 @@ CLASSES = dict(ClassSourceSet='SrcClassField', ClassDestSet='DstClassField', Cla
                IngressClassNew='IngressClassField', EgressClassNew='EgressClass', L2SrcClassNew='SrcClassL2',
                L2DestClassNew='DstClassL2', L3SrcClassNew='SrcClassL3', L3DestClassNew='DstClassL3',
                PortClassNew='InterfaceClassPort', UdfClassNew='UdfClass')
+GPORT_KINDS = dict(port=2, trunk=3)
+# What only packets to a router have, of which there is none here.
+ROUTED = ('MyStationHit L3DestHostHit L3DestRouteHit L3SrcHostHit L3SrcRouteHit DstIpLocal '
+          'EgressClassL3Interface').split()
 IP_TYPES = {0x8847: 'MplsUnicast', 0x8848: 'MplsMulticast', 0x22f3: 'Trill', 0x88e7: 'Mim', 0x8906: 'FibreChan'}
 FORMATS = {0x88e7: 'Mim', 0x8863: 'PPPoE', 0x8864: 'PPPoE', 0x22e9: 'CnTag', 0x8906: 'FibreChan'}
 
@@ -387,13 +391,14 @@ class Bridge(object):
     that sends. module: the switch's number. addresses: {(MAC, VLAN): (kind, number)} of 'port', 'trunk', 'group' and
     'nowhere'; static: those of them that are; groups: {id: ports}. tags: {port: Tags}. yellow: ports where a tag's CFI
     makes packets yellow. forwarding: the state of all ports.
+    classes: {VLAN: (its own, that of what comes in)}; incoming: {VLAN: the id of the object for what comes in}.
     """
     def __init__(self, **settings):
         self.static = set()
         self.yellow = ()
         self.tags = {}
         vars(self).update(settings)
-        self.learnt = set()
+        self.learnt = {}  # the place of what was learnt
 
     def tags_at(self, port):
         return self.tags.get(port, Tags())
@@ -402,12 +407,33 @@ class Bridge(object):
         """Facts before anything is known of its VLAN."""
         facts = facts_of(frame, self.tags_at(port))
         facts.update(InPort=port, InPorts=set([port]), InterfaceInPorts=set([port]), DevicePortBitmap=set([port]),
-                     SrcPort=self.module << 8 | port, SrcModPortGport=set([port]), SrcGport=set([port]))
+                     SystemPortBitmap=set([port]), SourceGportBitmap=set([port]), SrcPort=self.module << 8 | port,
+                     SrcModPortGport=set([port]), SrcGport=set([port]), SrcModuleGport=set([self.module]),
+                     Stage=set(['Lookup']))
         trunk, ports, _ = self.trunk
         if port in ports:
-            facts.update(SrcTrunk=trunk, SrcTrunkMemberGport=set([port]))
+            facts.update(SrcTrunk=trunk, SrcTrunkMemberGport=set([port]), TrunkMemberSourceModuleId=self.module)
             facts['SrcGport'].add(('trunk', trunk))
         return facts
+
+    def place(self, port):
+        """Where what comes in at the port is learnt."""
+        trunk, ports, _ = self.trunk
+        return ('trunk', trunk) if port in ports else ('port', port)
+
+    def gport(self, kind, number):
+        """Of a port or a trunk, as a number."""
+        return GPORT_KINDS[kind] << 26 | (self.module << 11 if kind == 'port' else 0) | number
+
+    def known_later(self, facts, vlan, stage):
+        """What entries may ask for after the tables."""
+        port = facts['InPort']
+        l2_class, l3_class = self.classes.get(vlan, (0, 0))
+        facts.update(Stage=set([stage]), SrcGports=self.gport(*self.place(port)),
+                     SrcModPortGports=self.gport('port', port), InterfaceClassL2=l2_class, InterfaceClassL3=l3_class, IncomingIpIfClass=l3_class)
+        facts.update((name, 0) for name in ROUTED)
+        if vlan in self.incoming:
+            facts['L3Ingress'] = self.incoming[vlan]
 
     def vlan(self, facts):
         return facts.get('OuterVlanId') or 1
@@ -421,16 +447,21 @@ class Bridge(object):
             return None
         port = facts['InPort']
         source, to = (facts['SrcMac'], vlan), (facts['DstMac'], vlan)
+        at = self.addresses.get(source) or self.learnt.get(source)
         kind, place = self.addresses.get(to, ('members', None))
         trunk, trunk_ports, sender = self.trunk
         origin = set(trunk_ports) if port in trunk_ports else set([port])
         ports = {'port': [place], 'trunk': [sender], 'group': self.groups.get(place), 'nowhere': [],
                  'members': self.members[vlan]}[kind]
         found = dict(facts, ForwardingVlanId=vlan, StpState=self.forwarding, IngressStpState=self.forwarding,
-                     L2SrcHit=int(source in self.addresses or source in self.learnt),
+                     L2SrcHit=int(at is not None),
                      L2SrcStatic=int(source in self.static), L2DestHit=int(to in self.addresses),
                      Drop=int(kind == 'nowhere'), Color=self.color(facts),
                      OutPorts=set(ports) - (origin if kind in ('members', 'group') else set()))
+        self.known_later(found, vlan, 'Ingress')
+        found.update(L2StationMove=int(at is not None and at != self.place(port)), L2Learn=0)
+        if source not in self.static and at != self.place(port):
+            found.update(L2Learn=1, LearnSrcMac=facts['SrcMac'], LearnVlan=vlan, LearnSrcPort=facts['SrcGport'])
         octet = facts['DstMac'] >> 40
         known = 'Known' if to in self.addresses else 'Unknown'
         found['PacketRes'] = PACKET_RESULTS['Broadcast' if facts['DstMac'] == 0xffffffffffff
@@ -438,12 +469,14 @@ class Bridge(object):
         self.treated(found)
         self.translated(found, vlan)
         if kind == 'port':
-            found.update(OutPort=place, DstPort=self.module << 8 | place, DstGport=set([place]))
+            found.update(OutPort=place, DstPort=self.module << 8 | place, DstGport=set([place]),
+                         DstGports=self.gport('port', place))
         elif kind == 'trunk':
-            found.update(DstTrunk=trunk, DstGport=set([('trunk', trunk)]))
+            found.update(DstTrunk=trunk, DstGport=set([('trunk', trunk)]), DstGports=self.gport('trunk', trunk))
         elif kind == 'group':
             found.update(DstL2MulticastGroup=place, DstMulticastGroup=place, DstMulticastGroups=place)
-        self.learnt.add(source)
+        if source not in self.static:
+            self.learnt[source] = self.place(port)
         return found, sorted(set(ports) - origin)
 
     def treated(self, facts):
@@ -468,8 +501,8 @@ class Bridge(object):
             facts.update({name: content, name + 'Id': content & 0xfff, name + 'Pri': content >> 13,
                           name + 'Cfi': content >> 12 & 1})
 
-    def copy(self, facts, frame, vlan, port):
-        """The frame as it leaves a port, which has but one kind of tags, and its facts."""
+    def copy(self, facts, frame, vlan, port, ports):
+        """The frame as it leaves a port, one of those, which has but one kind of tags, and its facts."""
         frame, came = bytes(frame), facts['InPort']
         tag, place = tags_of(bytearray(frame), self.tags_at(came))
         place -= 4 if self.inner_is_kept(tag[1], came) else 0
@@ -477,8 +510,9 @@ class Bridge(object):
         new = b'' if port in self.untagged[vlan] else bytes(bytearray([0x81, 0, content >> 8, content & 255]))
         frame = (frame[:12] + new + frame[place:]).ljust(60, b'\0')
         found = facts_of(frame)
-        for name in ('InPort', 'InPorts', 'InterfaceInPorts', 'DevicePortBitmap', 'SrcPort', 'SrcModPortGport',
-                     'SrcGport', 'SrcTrunk', 'SrcTrunkMemberGport'):
+        for name in ('InPort', 'InPorts', 'InterfaceInPorts', 'DevicePortBitmap', 'SystemPortBitmap',
+                     'SourceGportBitmap', 'SrcPort', 'SrcModPortGport', 'SrcGport', 'SrcModuleGport', 'SrcTrunk',
+                     'SrcTrunkMemberGport', 'TrunkMemberSourceModuleId'):
             if name in facts:
                 found[name] = facts[name]
         for name in CLASSES.values():
@@ -486,5 +520,7 @@ class Bridge(object):
         self.treated(found)
         found['IntPriority'] = facts.get('OuterVlanPri', 0)
         found.update(ForwardingVlanId=vlan, Color=self.color(facts), OutPort=port, DstPort=self.module << 8 | port,
-                     OutPorts=set([port]), DstGport=set([port]))
+                     OutPorts=set([port]), DstGport=set([port]), DstGports=self.gport('port', port),
+                     ReplicantAny=int(len(ports) > 1), ReplicantFirst=int(len(ports) > 1 and port == min(ports)))
+        self.known_later(found, vlan, 'Egress')
         return frame, found

@@ -9,9 +9,9 @@ import sys
 import unittest
 
 import QuorelApiNew as q
-from field_model import (ARP, CLASSES, ESP, FRAGMENT, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP4_IN_IP, IP6,
-                         IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTING, SCTP, TCP, TEB, UDP, VLAN,
-                         VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+from field_model import (ARP, CLASSES, ESP, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP4_IN_IP,
+                         IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING, SCTP, TCP,
+                         TEB, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -52,28 +52,35 @@ MASKED = dict(
     InnerDstMac=48, InnerSrcMac=48, InnerEtherType=16, InnerSrcIp=32, InnerDstIp=32, InnerSrcIp6=128, InnerDstIp6=128,
     InnerSrcIp6High=64, InnerDstIp6High=64, InnerIpProtocol=8, InnerIp6NextHeader=8, InnerTos=8, InnerDSCP=6,
     InnerTtl=8, InnerIp6HopLimit=8, InnerIp6FlowLabel=20, InnerL4SrcPort=16, InnerL4DstPort=16, IntPriority=8,
-    L3Routable=1, ForwardingVlanValid=1, PacketRes=8, TranslatedVlanFormat=2)
+    L3Routable=1, ForwardingVlanValid=1, PacketRes=8, TranslatedVlanFormat=2, TrunkMemberSourceModuleId=31, SrcGports=31,
+    SrcModPortGports=31, DstGports=31, L3Ingress=31, InterfaceClassL2=32, InterfaceClassL3=32, IncomingIpIfClass=32,
+    L2StationMove=1, L2Learn=1, LearnSrcMac=48, LearnVlan=12, ReplicantAny=1, ReplicantFirst=1)
+MASKED.update((name, 32 if 'Class' in name else 1) for name in ROUTED)
 for end, bits in (('', 32), ('Id', 20), ('Exp', 3), ('Bos', 1), ('Ttl', 8)):
     MASKED.update(('MplsLabel%d%s' % (label, end), bits) for label in (1, 2, 3))
 for end, bits in (('', 16), ('Id', 12), ('Pri', 3), ('Cfi', 1)):
     MASKED.update(('Translated%sVlan%s' % (which, end), bits) for which in ('Outer', 'Inner'))
 MASKED.update((name, 16) for name in CLASSES.values())
 SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
-GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport'.split()
+GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport LearnSrcPort SrcModuleGport'.split()
 KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpType InnerIpFrag '
-         'ForwardingType').split()
-PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap OutPorts'.split()
+         'ForwardingType Stage').split()
+PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap SystemPortBitmap SourceGportBitmap OutPorts'.split()
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
 ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
 # What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
          'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
-         'ForwardingVlanValid ForwardingType PacketRes').split() + list(CLASSES.values())
+         'ForwardingVlanValid ForwardingType PacketRes SrcGports SrcModPortGports DstGports L3Ingress InterfaceClassL2 '
+         'InterfaceClassL3 IncomingIpIfClass').split() + list(CLASSES.values()) + ROUTED
+LEARNING = 'L2StationMove L2Learn LearnSrcMac LearnVlan LearnSrcPort'.split()
+REPLICATION = ['ReplicantAny', 'ReplicantFirst']
 TRANSLATED = [name for name in MASKED if name.startswith('Translated')]
-LATER += TRANSLATED
+LATER += TRANSLATED + LEARNING + REPLICATION
 NOT_TO_SEND = ('DstTrunk DstL2MulticastGroup DstMulticastGroup DstMulticastGroups StpState IngressStpState L2SrcHit '
-               'L2SrcStatic L2DestHit Drop PacketRes').split() + TRANSLATED
-STAGES = [('StageLookup', [name for name in ALL if name not in LATER]), ('StageIngress', ALL),
+               'L2SrcStatic L2DestHit Drop PacketRes').split() + TRANSLATED + LEARNING
+STAGES = [('StageLookup', [name for name in ALL if name not in LATER]),
+          ('StageIngress', [name for name in ALL if name not in REPLICATION]),
           ('StageEgress', [name for name in ALL if name not in NOT_TO_SEND])]
 SIDES = dict(L4SrcPort=q.BCM_FIELD_RANGE_SRCPORT, L4DstPort=q.BCM_FIELD_RANGE_DSTPORT,
              OuterVlanId=q.BCM_FIELD_RANGE_OUTER_VLAN, InnerVlanId=q.BCM_FIELD_RANGE_INNER_VLAN,
@@ -267,7 +274,8 @@ class Conditions(object):
             others = ARRIVALS if name in GPORTS else {
                 'IpType': ['NonIp', 'Ip', 'Ipv4NoOpts'], 'IpFrag': ['Non', 'Any'], 'L2Format': ['EthII', 'Llc'],
                 'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply'], 'TunnelType': ['None', 'Vxlan'],
-                'InnerIpType': ['Ip'], 'InnerIpFrag': ['Non'], 'ForwardingType': ['L3']}[name]
+                'InnerIpType': ['Ip'], 'InnerIpFrag': ['Non'], 'ForwardingType': ['L3'],
+                'Stage': ['Lookup', 'Ingress']}[name]
             return Kind(name, chance.choice(kinds if kinds and chance.random() < 0.8 else others))
         value = facts.get(name, 1)
         if name in SINGLE:
@@ -290,6 +298,8 @@ def arguments(condition):
         kind = condition.kind
         if name in KINDS:
             return getattr(q, 'bcmField%s%s' % (name.replace('Inner', ''), kind)),
+        if name == 'SrcModuleGport':
+            return GPORT_KINDS['port'] << 26 | kind << 11 | 5,  # the port does not count
         return kind if isinstance(kind, int) else TRUNK | kind[1],
     if isinstance(condition, Single):
         return condition.value,
@@ -331,7 +341,14 @@ class Matching(sim.TestCase):
         checked(q.bcm_trunk_create, 0, q.BCM_TRUNK_FLAG_WITH_ID, TRUNK_ID)
         for port, flags in ((IN_TRUNK, q.BCM_TRUNK_MEMBER_EGRESS_DISABLE), (SENDER, 0)):
             checked(q.bcm_trunk_member_add, 0, TRUNK_ID, q.bcm_trunk_member_t(gport=port, flags=flags))
-        addresses = {}
+        classes, addresses = {10: (5, 7), 20: (0xffffff, 0x10007)}, {}
+        own = checked(q.bcm_l3_ingress_create, 0, q.bcm_l3_ingress_t(intf_class=0x10007), OUT)
+        for vlan, (l2_class, l3_class) in classes.items():
+            settings = q.bcm_vlan_control_vlan_t()
+            checked(q.bcm_vlan_control_vlan_get, 0, vlan, settings)
+            settings.if_class, settings.l3_if_class = l2_class, l3_class & 0xff
+            settings.ingress_if = own if vlan == 20 else 0
+            checked(q.bcm_vlan_control_vlan_set, 0, vlan, settings)
         for vlan in VLANS:
             for mac, kind, place, members in ((STATIC, 'port', 1, dict(port=1)), (TO_PORT, 'port', 2, dict(port=2)),
                                               (TO_TRUNK, 'trunk', TRUNK_ID,
@@ -348,6 +365,7 @@ class Matching(sim.TestCase):
                                                                                      20: set()},
                       trunk=(TRUNK_ID, [IN_TRUNK, SENDER], SENDER), addresses=addresses, groups={GROUP: [1, 3]},
                       static=set((mac_number(STATIC), vlan) for vlan in VLANS), yellow=[YELLOW],
+                      classes=classes, incoming={20: own},
                       tags={SERVICE_TAGS: Tags(outer=SERVICE_TPID)}, forwarding=q.BCM_STG_STP_FORWARD, module=MODULE)
 
     def entry(self, group, names, actions, conditions, first, facts):
@@ -400,7 +418,7 @@ class Matching(sim.TestCase):
             if stage == 1 and found is not None:
                 facts = found[0]
             elif stage == 2 and found is not None and found[1]:
-                facts = bridge.copy(facts, frame, vlan, found[1][0])[1]
+                facts = bridge.copy(facts, frame, vlan, found[1][0], found[1])[1]
             elif stage > 0:
                 continue
             if name in facts or name in RANGES:
@@ -469,7 +487,7 @@ class Matching(sim.TestCase):
             return counted, []
         copies = []
         for to in found[1]:
-            sent, leaving = bridge.copy(dict(facts, **classes), frame, vlan, to)
+            sent, leaving = bridge.copy(dict(facts, **classes), frame, vlan, to, found[1])
             if not meet(2, leaving)[0]:
                 copies.append((to, sent.encode('hex')))
         return counted, copies

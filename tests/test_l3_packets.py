@@ -5,73 +5,13 @@ import unittest
 
 import QuorelApiNew as q
 from quorel import array, checked, OUT, sim
-from router import router_mac, RouterTest
+from router import HOST, RandomRouterTest, router_mac, RouterTest, udp
 from router_model import BITS, Frame, Hop, IP4, IP6, ip4_header, ip6_header, random_prefixes, text
 
-ARP = 0x806
-HOST = '02:00:00:00:00:%02x'
 
-
-def udp(length=8, ports=(1000, 2000)):
-    return struct.pack('>HHHH', ports[0], ports[1], length, 0) + b'\x5a' * (length - 8)
-
-
-class Random(RouterTest):
+class Random(RandomRouterTest):
     """Tables and packets are those of a seed, so a failure comes again."""
     PACKETS = 3000
-
-    def hop(self, chance, kinds=('forward',) * 6 + ('cpu', 'discard', 'unresolved')):
-        kind = chance.choice(kinds)
-        vlan = chance.choice(sorted(self.router.interfaces))
-        port = chance.choice([port.number for port in self.router.ports.values() if port.vlan == vlan])
-        return {'forward': lambda: Hop(kind, vlan, HOST % chance.randrange(1, 40), port),
-                'cpu': lambda: Hop(kind, vlan, None, 0), 'discard': lambda: Hop(kind, vlan, None, 0),
-                'unresolved': lambda: Hop(kind, None, None, None)}[kind]()
-
-    def build(self, chance):
-        for number in range(8):
-            self.add_vlan(10 + number, 1 + 2 * number, 2 + 2 * number, vrf=number % 3,
-                          mtu=(0, 0, 0, 100)[number % 4], ttl=(0, 0, 20)[number % 3], check=(0, 0, 0, 1, 2)[number % 5])
-        for vrf in range(3):
-            for kind in (IP4, IP6):
-                for network, length in random_prefixes(chance, kind, 60):
-                    several = [hop for hop in {self.hop(chance, ('forward',)) for _ in range(3)}
-                               if self.router.interfaces[hop.vlan][3:5] == (0, 0)]
-                    hops = several if chance.random() < 0.2 and several else [self.hop(chance)]
-                    self.add_route(vrf, kind, network, length, hops)
-                for address in {self.address(chance, vrf, kind) for _ in range(20)}:
-                    self.add_host(vrf, kind, address, [self.hop(chance)])
-
-    def address(self, chance, vrf, kind):
-        """Mostly one that a table knows, its edges too."""
-        if chance.random() < 0.1:
-            return chance.getrandbits(BITS[kind])
-        known = [route for route in self.router.routes if (route.vrf, route.kind) == (vrf, kind)]
-        hosts = [host for host in self.router.hosts if host[:2] == (vrf, kind)]
-        if hosts and chance.random() < 0.2:
-            return chance.choice(hosts)[2] ^ chance.choice([0, 0, 1])
-        route = chance.choice(known)
-        rest = (1 << (BITS[kind] - route.length)) - 1
-        return route.network | chance.choice([0, rest, chance.getrandbits(BITS[kind]) & rest])
-
-    def packet(self, chance, interface):
-        kind = chance.choice([IP4, IP6])
-        source, to = [self.address(chance, interface.vrf, kind) for _ in range(2)]
-        ttl, payload = chance.choice([0, 1, 2, 20, 21, 64, 255]), udp(chance.choice([8, 30, 61, 100, 300]))
-        if kind == IP4:
-            head = ip4_header(source, to, len(payload), ttl, options=b'\1' * chance.choice([0, 0, 0, 4, 40]))
-        else:
-            head = ip6_header(source, to, len(payload), ttl)
-        data = head + payload
-        fault = chance.random()
-        if fault < 0.04:  # a bit of the header is wrong
-            place = chance.randrange(len(head) * 8)
-            spoilt = bytearray(data)
-            spoilt[place // 8] ^= 1 << place % 8
-            data = bytes(spoilt)
-        elif fault < 0.06:
-            data = data[:chance.randrange(len(data))]
-        return chance.choice([kind] * 30 + [ARP, IP4 ^ IP6 ^ kind]), data
 
     def compare(self, port, frame):
         expected, data = self.router.outcomes(port, frame), frame.bytes()

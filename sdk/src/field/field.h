@@ -172,6 +172,7 @@ struct FieldState : RoomState {
     std::array<std::vector<FieldLookup>, field_stages> lookups;
     std::array<int, field_stages> installed = {};
     std::array<int, field_stages> looking_further = {};  ///< of these: those that ask for what is further in
+    int asking_for_findings = 0;  ///< of all stages: those that ask for what tables say before it is routed
 
 private:
     PortState &ports_;
@@ -186,6 +187,11 @@ inline FieldState &fields_of(Switch &sw)
 inline bool has_fields(Switch &sw, FieldStage stage)
 {
     return !fields_of(sw).lookups[static_cast<std::size_t>(stage)].empty();
+}
+
+inline bool asks_for_findings(const FieldState &state)
+{
+    return state.asking_for_findings != 0;
 }
 
 /// Finds in each group of the stage for the port the entry that acts, counts the packet there and adds what is decided

@@ -49,6 +49,13 @@ enum class FieldHeader : std::uint8_t {
     inner_ip6,
     inner_ip,
     inner_l4_ports,
+    first_further,           ///< these have a word of their own
+    router = first_further,  ///< it is for a router, which looks its addresses up
+    l3_ingress,              ///< its VLAN has an interface of layer 3 for what comes in
+    egress_object,           ///< it is routed by one
+    l3_group,                ///< by one of such a group
+    learnt,                  ///< its source address was not known where it came in, and is now
+    out_place,               ///< one destination, a port or a trunk
 };
 
 /// A part of a word.
@@ -105,8 +112,19 @@ constexpr unsigned data_words = 8;
 constexpr FieldPlace data_holds{40, 0, data_words},
     data{41, 0, 64};  // that many words, a bit for the first of each
 
+constexpr FieldPlace further_headers{49, 0, 64};  // of FieldHeader, from first_further on
+constexpr FieldPlace egress_object{50, 0, 32}, l3_group{50, 32, 32};
+constexpr FieldPlace routing_table{51, 0, 16}, station_hit{51, 16, 1}, destination_is_host{51, 17, 1},
+    destination_is_route{51, 18, 1}, source_is_host{51, 19, 1}, source_is_route{51, 20, 1},
+    destination_is_local{51, 21, 1}, has_moved{51, 22, 1}, is_learnt{51, 23, 1}, is_replicated{51, 24, 1},
+    is_first{51, 25, 1}, l3_ingress{51, 32, 32};
+constexpr FieldPlace in_gport{52, 0, 32}, in_port_gport{52, 32, 32}, out_gport{53, 0, 32};
+constexpr FieldPlace stage{53, 32, 16}, learn_vlan{53, 48, 12};
+constexpr FieldPlace vlan_class{54, 0, 32}, incoming_class{54, 32, 32};  // that tables give
+constexpr FieldPlace outgoing_class{55, 0, 32};
+
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = data.word + data_words;
+constexpr std::size_t words = outgoing_class.word + 1;
 
 }  // namespace field_places
 
@@ -140,6 +158,13 @@ constexpr FieldPlace class_place(FieldClass which)
             static_cast<std::uint8_t>(number % in_a_word * field_class_bits), field_class_bits};
 }
 
+/// The bit of a header that has none in FieldKey::headers.
+constexpr FieldPlace further_header(FieldHeader header)
+{
+    const auto number = static_cast<unsigned>(header) - static_cast<unsigned>(FieldHeader::first_further);
+    return {field_places::further_headers.word, static_cast<std::uint8_t>(number), 1};
+}
+
 constexpr FieldWord field_ones(unsigned width)
 {
     return width >= 64 ? ~FieldWord{0} : (FieldWord{1} << width) - 1;
@@ -162,7 +187,7 @@ struct FieldRest {
 
 struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
-    std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);
+    std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);  ///< without the further ones
     const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
     FieldRest logical_link;             ///< behind a length in place of the type
     FieldRest behind_type;
@@ -181,8 +206,19 @@ struct FieldKey {
     {
         return words[place.word] >> place.shift & field_ones(place.width);
     }
-    void has(FieldHeader header) { headers |= 1u << static_cast<unsigned>(header); }
-    bool is(FieldHeader header) const { return headers >> static_cast<unsigned>(header) & 1; }
+    void has(FieldHeader header)
+    {
+        if (header < FieldHeader::first_further) {
+            headers |= 1u << static_cast<unsigned>(header);
+        } else {
+            put(further_header(header), 1);
+        }
+    }
+    bool is(FieldHeader header) const
+    {
+        return header < FieldHeader::first_further ? headers >> static_cast<unsigned>(header) & 1
+                                                   : get(further_header(header)) != 0;
+    }
 };
 
 /// Puts what is in the frame, whose tags are told as those of the port are.

@@ -76,7 +76,7 @@ std::string difference(int number, const FieldValues &values, const FieldKey &ke
         return {};
     }
     std::string text = field_qualifier_name(number);
-    if ((key.headers & pattern.value.headers) != pattern.value.headers) {
+    if (pattern.is_lacking_in(key)) {
         return text + ", which it has not";
     }
     if (qualifier.layout == FieldLayout::number) {
@@ -183,6 +183,7 @@ void FieldState::reset()
 {
     installed = {};
     looking_further = {};
+    asking_for_findings = 0;
     indexes = {};
     entries.clear();
     groups.clear();
@@ -308,10 +309,26 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
     return BCM_E_NONE;
 }
 
+bool asks_for_findings(const FieldPattern &pattern)
+{
+    static constexpr FieldPlace places[] = {
+        at::station_hit,    at::destination_is_host, at::destination_is_route,
+        at::source_is_host, at::source_is_route,     at::destination_is_local,
+        at::vlan_class,     at::incoming_class,      at::has_moved,
+        at::is_learnt};
+    static constexpr FieldHeader headers[] = {FieldHeader::router, FieldHeader::l3_ingress,
+                                              FieldHeader::l3_group, FieldHeader::learnt};
+    return std::any_of(std::begin(places), std::end(places),
+                       [&](FieldPlace place) { return pattern.asks_for(place); })
+           || std::any_of(std::begin(headers), std::end(headers),
+                          [&](FieldHeader header) { return pattern.asks_for(further_header(header)); });
+}
+
 /// What is there as long as installed entries use it.
 void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &installed, int more)
 {
     state.looking_further[static_cast<std::size_t>(stage)] += installed.pattern.looks_further() ? more : 0;
+    state.asking_for_findings += asks_for_findings(installed.pattern) ? more : 0;
     for (FieldStat *stat : installed.named) {
         stat->uses += more;
     }

@@ -42,6 +42,15 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifySrcTrunk, Layout::number, at::in_trunk, Header::in_trunk, everywhere},
     {bcmFieldQualifySrcGport, Layout::gport, at::in_port, Header::always, everywhere},
     {bcmFieldQualifySrcModPortGport, Layout::port, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifySrcModuleGport, Layout::module, at::in_port, Header::always, everywhere},
+    {bcmFieldQualifyTrunkMemberSourceModuleId, Layout::module_number, at::in_port, Header::in_trunk,
+     everywhere},
+    {bcmFieldQualifySystemPortBitmap, Layout::ports, at::in_ports, Header::always, everywhere},
+    {bcmFieldQualifySourceGportBitmap, Layout::ports, at::in_ports, Header::always, everywhere},
+    {bcmFieldQualifySrcModPortGports, Layout::number, at::in_port_gport, Header::always, ingress | egress},
+    {bcmFieldQualifySrcGports, Layout::number, at::in_gport, Header::always, ingress | egress},
+    {bcmFieldQualifyDstGports, Layout::number, at::out_gport, Header::out_place, ingress | egress},
+    {bcmFieldQualifyStage, Layout::choice, at::stage, Header::always, everywhere},
     {bcmFieldQualifySrcTrunkMemberGport, Layout::port, at::in_port, Header::in_trunk, everywhere},
     {bcmFieldQualifyOutPort, Layout::number, at::out_port, Header::out_port, ingress | egress},
     {bcmFieldQualifyOutPorts, Layout::ports, at::out_ports, Header::always, ingress | egress},
@@ -215,6 +224,34 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyTranslatedVlanFormat, Layout::number, at::translated_format, Header::always, ingress},
     {bcmFieldQualifyForwardingVlanValid, Layout::number, at::vlan_is_valid, Header::always, ingress | egress},
 
+    {bcmFieldQualifyReplicantAny, Layout::number, at::is_replicated, Header::always, egress},
+    {bcmFieldQualifyReplicantFirst, Layout::number, at::is_first, Header::always, egress},
+
+    // Addresses that were looked up.
+    {bcmFieldQualifyL2StationMove, Layout::number, at::has_moved, Header::always, ingress},
+    {bcmFieldQualifyL2Learn, Layout::number, at::is_learnt, Header::always, ingress},
+    {bcmFieldQualifyLearnSrcMac, Layout::number, at::source_mac, Header::learnt, ingress},
+    {bcmFieldQualifyLearnVlan, Layout::number, at::learn_vlan, Header::learnt, ingress},
+    {bcmFieldQualifyLearnSrcPort, Layout::gport, at::in_port, Header::learnt, ingress},
+    {bcmFieldQualifyMyStationHit, Layout::number, at::station_hit, Header::always, ingress | egress},
+    {bcmFieldQualifyVrf, Layout::number, at::routing_table, Header::router, ingress | egress},
+    {bcmFieldQualifyL3Ingress, Layout::number, at::l3_ingress, Header::l3_ingress, ingress | egress},
+    {bcmFieldQualifyL3DestHostHit, Layout::number, at::destination_is_host, Header::always, ingress | egress},
+    {bcmFieldQualifyL3DestRouteHit, Layout::number, at::destination_is_route, Header::always,
+     ingress | egress},
+    {bcmFieldQualifyL3SrcHostHit, Layout::number, at::source_is_host, Header::always, ingress | egress},
+    {bcmFieldQualifyL3SrcRouteHit, Layout::number, at::source_is_route, Header::always, ingress | egress},
+    {bcmFieldQualifyDstIpLocal, Layout::number, at::destination_is_local, Header::always, ingress | egress},
+    {bcmFieldQualifyDstL3Egress, Layout::number, at::egress_object, Header::egress_object, ingress | egress},
+    {bcmFieldQualifyDstL3EgressNextHops, Layout::number, at::egress_object, Header::egress_object,
+     ingress | egress},
+    {bcmFieldQualifyDstMultipath, Layout::number, at::l3_group, Header::l3_group, ingress | egress},
+    {bcmFieldQualifyInterfaceClassL2, Layout::number, at::vlan_class, Header::always, ingress | egress},
+    {bcmFieldQualifyInterfaceClassL3, Layout::number, at::incoming_class, Header::always, ingress | egress},
+    {bcmFieldQualifyIncomingIpIfClass, Layout::number, at::incoming_class, Header::always, ingress | egress},
+    {bcmFieldQualifyEgressClassL3Interface, Layout::number, at::outgoing_class, Header::always,
+     ingress | egress},
+
     // Classes that earlier stages gave.
     {bcmFieldQualifySrcClassField, Layout::number, class_place(FieldClass::source), Header::always,
      ingress | egress},
@@ -295,7 +332,7 @@ int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &
     }
     const bool is_source = qualifier.place.shift == at::in_port.shift;
     if (to.kind == Destination::Kind::trunk && qualifier.layout == Layout::gport) {
-        pattern.value.has(is_source ? Header::in_trunk : Header::out_trunk);
+        pattern.require(is_source ? Header::in_trunk : Header::out_trunk);
         return add_number(is_source ? at::in_trunk : at::out_trunk, static_cast<FieldWord>(to.id),
                           field_ones(16), pattern);
     }
@@ -303,7 +340,7 @@ int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &
         return BCM_E_PORT;
     }
     if (!is_source) {
-        pattern.value.has(Header::out_port);
+        pattern.require(Header::out_port);
     }
     return add_number(qualifier.place, static_cast<FieldWord>(to.id), field_ones(8), pattern);
 }
@@ -327,6 +364,21 @@ void FieldPattern::require(FieldPlace place, FieldWord number, FieldWord mask_bi
     matches_none = matches_none || ((value.get(place) ^ number) & asked) != 0;
     mask.put(place, mask_bits);
     value.put(place, number & mask_bits);
+}
+
+void FieldPattern::require(FieldHeader header)
+{
+    value.has(header);
+    if (header >= FieldHeader::first_further) {
+        mask.has(header);
+    }
+}
+
+bool FieldPattern::is_lacking_in(const FieldKey &key) const
+{
+    const FieldPlace further = at::further_headers;
+    return (key.headers & value.headers) != value.headers
+           || (key.get(further) & value.get(further)) != value.get(further);
 }
 
 bool FieldPattern::matches(const FieldKey &key) const
@@ -409,6 +461,18 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
     case Layout::gport:
         status = add_gport(qualifier, static_cast<bcm_gport_t>(number(0)), pattern);
         break;
+    case Layout::module_number:
+        is_asked = number(1) != 0;
+        pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
+        break;
+    case Layout::module: {
+        const auto gport = static_cast<bcm_gport_t>(number(0));
+        if (!BCM_GPORT_IS_MODPORT(gport)) {
+            return BCM_E_PORT;
+        }
+        pattern.matches_none = pattern.matches_none || BCM_GPORT_MODPORT_MODID_GET(gport) != own_module;
+        break;
+    }
     case Layout::module_port:
         // All ports are of the unit's own module.
         pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
@@ -429,7 +493,7 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         break;
     }
     if (status == BCM_E_NONE && is_asked) {
-        pattern.value.has(qualifier.header);
+        pattern.require(qualifier.header);
     }
     return status;
 }

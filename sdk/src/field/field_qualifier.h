@@ -22,17 +22,19 @@ constexpr std::size_t field_stages = static_cast<std::size_t>(FieldStage::count)
 
 /// How the values of a qualifier stand for a place. Where there are two, the second is the mask.
 enum class FieldLayout : std::uint8_t {
-    number,       ///< as wide as the place, or one bit of it, or a MAC address; one value or two
-    ip6,          ///< two words
-    ip6_upper,    ///< the first eight bytes of an address
-    ip6_lower,    ///< the last
-    choice,       ///< the number of a bit; one value
-    ports,        ///< a bitmap, of which a port in the mask has to be in the value
-    port,         ///< a gport of a port of the unit; one value
-    gport,        ///< the same, or of a trunk
-    module_port,  ///< module and its mask, port and its mask
-    two_numbers,  ///< the upper and the lower half, then their masks
-    snap,         ///< the members of a header
+    number,         ///< as wide as the place, or one bit of it, or a MAC address; one value or two
+    ip6,            ///< two words
+    ip6_upper,      ///< the first eight bytes of an address
+    ip6_lower,      ///< the last
+    choice,         ///< the number of a bit; one value
+    ports,          ///< a bitmap, of which a port in the mask has to be in the value
+    port,           ///< a gport of a port of the unit; one value
+    module,         ///< a gport of a module, whose port does not count; one value
+    module_number,  ///< of a module, and its mask
+    gport,          ///< the same, or of a trunk
+    module_port,    ///< module and its mask, port and its mask
+    two_numbers,    ///< the upper and the lower half, then their masks
+    snap,           ///< the members of a header
 };
 
 struct FieldQualifier {
@@ -52,10 +54,17 @@ struct FieldPattern {
     bool matches_none = false;
 
     void require(FieldPlace place, FieldWord number, FieldWord mask_bits);
+    void require(FieldHeader header);
     bool matches(const FieldKey &key) const;
+
+    /// Whether the packet lacks a header that it has to have.
+    bool is_lacking_in(const FieldKey &key) const;
 
     /// Whether packets have to be read further than most.
     bool looks_further() const;
+
+    /// Whether one of those bits counts.
+    bool asks_for(FieldPlace place) const { return mask.get(place) != 0; }
 };
 
 /// The values of a qualifier as the caller gave them, one behind another.

@@ -75,6 +75,7 @@ int create(L3State &l3, uint32 flags, const bcm_l3_egress_t &given, bcm_if_t *id
     l3.objects.count_use(given.intf, 1);
     object->record = given;
     object->hop = hop;
+    object->hop.object = *id;
     return BCM_E_NONE;
 }
 

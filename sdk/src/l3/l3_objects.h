@@ -34,6 +34,7 @@ struct NextHop {
     Destination to = {Destination::Kind::discard, 0, 0};
     const L3Interface *interface = nullptr;
     bcm_vlan_t vlan = 0;  ///< with BCM_L3_L2ONLY
+    bcm_if_t object = 0;  ///< the egress object, 0 if a host or route says it itself
     unsigned char mac[6] = {};
 };
 

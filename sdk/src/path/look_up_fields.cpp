@@ -65,6 +65,60 @@ void start_key(const Passage &passage, ByteView frame, int at_port, FieldKey &ke
     }
 }
 
+bcm_gport_t gport_of(const Destination &place)
+{
+    bcm_gport_t gport = 0;
+    if (place.kind == Destination::Kind::trunk) {
+        BCM_GPORT_TRUNK_SET(gport, place.id);
+    } else {
+        BCM_GPORT_MODPORT_SET(gport, place.module, place.id);
+    }
+    return gport;
+}
+
+/// What tables said of its addresses.
+void put_findings(const Passage &passage, FieldKey &key)
+{
+    if (passage.hop != nullptr) {
+        key.put(at::egress_object, static_cast<unsigned>(passage.hop->object));
+        if (passage.hop->object != 0) {
+            key.has(FieldHeader::egress_object);
+        }
+        key.put(at::outgoing_class, passage.hop->interface->record.l3a_intf_class);
+    }
+    if (!passage.findings) {
+        return;
+    }
+    const Findings &found = *passage.findings;
+    key.put(at::station_hit, found.is_for_router);
+    key.put(at::is_learnt, found.is_learnt);
+    key.put(at::has_moved, passage.source_was_known && !passage.source_was_in_place);
+    if (found.is_learnt) {
+        key.put(at::learn_vlan, found.vid);
+        key.has(FieldHeader::learnt);
+    }
+    key.put(at::vlan_class, found.vlan_class);
+    key.put(at::incoming_class, found.interface_class);
+    if (found.ingress_if != 0) {
+        key.put(at::l3_ingress, static_cast<unsigned>(found.ingress_if));
+        key.has(FieldHeader::l3_ingress);
+    }
+    if (!found.is_looked_up) {
+        return;
+    }
+    key.put(at::routing_table, found.vrf);
+    key.has(FieldHeader::router);
+    key.put(at::destination_is_host, found.to.is_host);
+    key.put(at::destination_is_route, found.to.entry != nullptr && !found.to.is_host);
+    key.put(at::source_is_host, found.from.is_host);
+    key.put(at::source_is_route, found.from.entry != nullptr && !found.from.is_host);
+    key.put(at::destination_is_local, found.is_local);
+    if (passage.hop != nullptr && found.group != 0) {
+        key.put(at::l3_group, static_cast<unsigned>(found.group));
+        key.has(FieldHeader::l3_group);
+    }
+}
+
 /// What was decided so far, besides where it goes.
 void put_results(const Passage &passage, FieldKey &key)
 {
@@ -78,11 +132,34 @@ void put_results(const Passage &passage, FieldKey &key)
                                  : key.is(FieldHeader::ip4)
                                      ? bit(bcmFieldForwardingTypeL3) | bit(bcmFieldForwardingTypeIp4Ucast)
                                      : bit(bcmFieldForwardingTypeL3) | bit(bcmFieldForwardingTypeIp6Ucast));
+    put_findings(passage, key);
+    const Destination &place = trunks_of(passage.sw).ports().places[static_cast<std::size_t>(passage.port)];
+    key.put(at::in_gport, static_cast<unsigned>(gport_of(place)));
+    key.put(at::in_port_gport,
+            static_cast<unsigned>(gport_of({Destination::Kind::port, own_module, passage.port})));
     if (passage.treatment) {
         for (std::size_t which = 0; which < field_classes; ++which) {
             key.put(class_place(static_cast<FieldClass>(which)), passage.treatment->classes[which]);
         }
     }
+}
+
+/// The port or trunk where it goes, if it is one.
+void put_place(const Destination &place, FieldKey &key)
+{
+    if (key.is(FieldHeader::out_port) || key.is(FieldHeader::out_trunk)) {
+        key.put(at::out_gport, static_cast<unsigned>(gport_of(place)));
+        key.has(FieldHeader::out_place);
+    }
+}
+
+/// Whether the copy for the port is one of several, which are sent in the order of ports.
+void put_replication(const PortSet &copies, int port, FieldKey &key)
+{
+    bool is_first = true;
+    copies.each([&](int other) { is_first = is_first && other >= port; });
+    key.put(at::is_replicated, copies.count() > 1);
+    key.put(at::is_first, copies.count() > 1 && is_first);
 }
 
 /// What bridging or routing made of it, and the tags that it has in the switch.
@@ -102,7 +179,7 @@ void put_forwarding(Passage &passage, FieldKey &key)
                                        | (tags.inner.is_there ? BCM_FIELD_VLAN_FORMAT_INNER_TAGGED : 0));
 }
 
-/// Puts what is further in, if an entry of the stage asks for it: whether one does.
+/// Puts what is further in, and the stage, if an entry of the stage asks for it: whether one does.
 bool look_further(const Passage &passage, FieldStage stage, ByteView frame, FieldKey &key)
 {
     const FieldState &fields = fields_of(passage.sw);
@@ -110,6 +187,9 @@ bool look_further(const Passage &passage, FieldStage stage, ByteView frame, Fiel
         return false;
     }
     read_further_headers(key);
+    key.put(at::stage, FieldWord{1} << (stage == FieldStage::lookup    ? bcmFieldStageLookup
+                                        : stage == FieldStage::ingress ? bcmFieldStageIngress
+                                                                       : bcmFieldStageEgress));
     put_data(fields.data_qualifiers, frame, key);
     return true;
 }
@@ -498,6 +578,15 @@ void tell_cpu(Passage &passage, const FieldVerdict &verdict)
     }
 }
 
+/// Whether the entry of the address table leads to where the packet came in.
+bool is_in_place(const Passage &passage, std::size_t position)
+{
+    const Destination &place = trunks_of(passage.sw).ports().places[static_cast<std::size_t>(passage.port)];
+    Destination at;
+    return position != L2Table::none
+           && l2_destination(l2_of(passage.sw).addresses, position, &at) == BCM_E_NONE && at == place;
+}
+
 }  // namespace
 
 void remember_source(Passage &passage)
@@ -506,6 +595,14 @@ void remember_source(Passage &passage)
     const std::size_t position = addresses.find(l2_key(passage.frame.from(), passage.vid));
     passage.source_was_known = position != L2Table::none;
     passage.source_was_static = position != L2Table::none && (addresses.flags(position) & BCM_L2_STATIC) != 0;
+    passage.source_was_in_place = asks_for_findings(fields_of(passage.sw)) && is_in_place(passage, position);
+}
+
+bool is_source_learnt(const Passage &passage)
+{
+    const L2Table &addresses = l2_of(passage.sw).addresses;
+    return !passage.source_was_in_place
+           && is_in_place(passage, addresses.find(l2_key(passage.frame.from(), passage.vid)));
 }
 
 void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &last)
@@ -523,6 +620,8 @@ void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &las
     key.words[at::out_ports.word + number / 64] = FieldWord{1} << number % 64;
     if (look_further(passage, FieldStage::egress, copy, key)) {
         put_results(passage, key);
+        put_place({Destination::Kind::port, own_module, port}, key);
+        put_replication(passage.copies, port, key);
     }
     const FieldVerdict verdict = match(passage, FieldStage::egress, port, key);
     if (verdict.is_empty()) {
@@ -572,6 +671,7 @@ Onward look_up_fields(Passage &passage)
     put_destination(passage, key);
     if (look_further(passage, FieldStage::ingress, passage.frame.bytes, key)) {
         put_results(passage, key);
+        put_place(passage.to, key);
         put_forwarding(passage, key);
     }
     PolicerDecision policed;

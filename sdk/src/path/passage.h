@@ -5,7 +5,7 @@
 #include "field_key.h"
 #include "frame_buffer.h"
 #include "l2.h"
-#include "l3_objects.h"
+#include "l3.h"
 #include "port.h"
 #include "queue.h"
 #include "tags.h"
@@ -78,6 +78,20 @@ struct Treatment {
     int mirror_out = 0;    ///< the destination that gets a copy of what leaves; 0 for none
     bool changes_headers = false;
     HeaderChanges changes;
+};
+
+/// What tables say of the addresses of a packet before it is routed, for the field processor.
+struct Findings {
+    bool is_for_router = false;  ///< its destination address is one that routes
+    bool is_looked_up = false;   ///< and its IP addresses were looked up in the table:
+    unsigned vrf = 0;
+    L3Found to, from;
+    bool is_local = false;    ///< the address is the CPU's
+    bcm_if_t group = 0;       ///< of egress objects, where the address leads; 0 for none
+    bcm_if_t ingress_if = 0;  ///< what the packet's VLAN has; 0 for none
+    uint32 vlan_class = 0, interface_class = 0;
+    bcm_vlan_t vid = 0;  ///< before it is routed
+    bool is_learnt = false;
 };
 
 struct Passage {
@@ -159,6 +173,9 @@ struct Passage {
     bool is_sampled = false;  ///< on arrival
     /// Before it was learnt, if the field processor asks.
     bool source_was_known = false, source_was_static = false;
+    /// The same if it asks for more than that: whether it was known there, and what else was looked up.
+    bool source_was_in_place = false;
+    std::optional<Findings> findings;
     std::optional<Treatment> treatment;  ///< none if nobody asks for one
 
     /// Within the switch, as queues know it: what is above the highest is that.

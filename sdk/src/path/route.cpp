@@ -1,5 +1,6 @@
 #include "stages.h"
 
+#include "field.h"
 #include "ip_header.h"
 #include "l3.h"
 
@@ -13,11 +14,12 @@ constexpr unsigned type_rarp = 0x8035;
 /// Where a packet came in, to a router.
 struct Ingress {
     unsigned vrf = 0;
+    const bcm_l3_ingress_t *own = nullptr;  ///< what the VLAN says of it
     int source_check = bcmL3IntfUrpfDisable;
     bool takes_default_route = false;  ///< for the check
 };
 
-Ingress ingress_of(Passage &passage, L3State &l3, const L3Interface *interface)
+[[gnu::always_inline]] inline Ingress ingress_of(Passage &passage, L3State &l3, const L3Interface *interface)
 {
     Ingress ingress;
     if (interface != nullptr) {
@@ -28,10 +30,11 @@ Ingress ingress_of(Passage &passage, L3State &l3, const L3Interface *interface)
             ingress.vrf = static_cast<unsigned>(settings->vrf);
         }
         ingress.source_check = static_cast<int>(settings->urpf_mode);
-        if (const bcm_l3_ingress_t *own = l3.ingress.find(settings->ingress_if)) {
-            ingress.vrf = static_cast<unsigned>(own->vrf);
-            ingress.source_check = own->urpf_mode;
-            ingress.takes_default_route = own->flags & BCM_L3_INGRESS_URPF_DEFAULT_ROUTE_CHECK;
+        ingress.own = l3.ingress.find(settings->ingress_if);
+        if (ingress.own != nullptr) {
+            ingress.vrf = static_cast<unsigned>(ingress.own->vrf);
+            ingress.source_check = ingress.own->urpf_mode;
+            ingress.takes_default_route = ingress.own->flags & BCM_L3_INGRESS_URPF_DEFAULT_ROUTE_CHECK;
         }
     }
     return ingress;
@@ -57,7 +60,8 @@ bool is_for(const bcm_l2_station_t &station, const Passage &passage)
            && ((passage.port ^ station.src_port) & station.src_port_mask) == 0;
 }
 
-RouterAddresses::Match match_of(Passage &passage, L3State &l3, const L2State &l2)
+[[gnu::always_inline]] inline RouterAddresses::Match match_of(Passage &passage, L3State &l3,
+                                                              const L2State &l2)
 {
     RouterAddresses::Match match;
     if (l2.takers & L2State::routers_take) {
@@ -127,7 +131,7 @@ std::uint32_t flow_hash(const IpHeader &header)
 }
 
 /// The next hop of a way, or null if it has none yet.
-const NextHop *hop_of(const L3Way &way, const IpHeader &header)
+[[gnu::always_inline]] inline const NextHop *hop_of(const L3Way &way, const IpHeader &header)
 {
     if (way.group == nullptr) {
         return way.hop;
@@ -321,6 +325,54 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
     return to_cpu(passage, type == type_arp ? bcmRxReasonArp : bcmRxReasonControl);
 }
 
+/// The part of it that is about IP addresses.
+void look_up_addresses(const Passage &passage, L3State &l3, Findings &found)
+{
+    IpHeader header;
+    if (!read_ip(passage, header) || header.is_for_group() || header.is_link_local()) {
+        return;
+    }
+    found.is_looked_up = true;
+    found.to = l3_find(l3, header.to, found.vrf, header.is_ip6);
+    found.from = l3_find(l3, header.from(), found.vrf, header.is_ip6);
+    if (found.to.entry != nullptr) {
+        const L3Way &way = found.to.entry->way;
+        const NextHop *const hop = hop_of(way, header);
+        found.is_local = hop != nullptr && hop->kind == NextHop::Kind::cpu;
+        found.group = way.group != nullptr ? way.group->record.ecmp_intf : 0;
+    }
+}
+
+/// What routing is about to find.
+[[gnu::noinline]] void remember_findings(Passage &passage)
+{
+    L3State &l3 = l3_of(passage.sw);
+    const L2State &l2 = l2_of(passage.sw);
+    Findings &found = passage.findings.emplace();
+    const bool is_routed =
+        l2.takers != L2State::no_takers && !(passage.treatment && !passage.treatment->is_routed);
+    const RouterAddresses::Match match = is_routed ? match_of(passage, l3, l2) : RouterAddresses::Match();
+    const Ingress ingress = ingress_of(passage, l3, match.interface);
+    found.vid = passage.vid;
+    found.is_learnt = is_source_learnt(passage);
+    found.is_for_router = match.takes != 0;
+    found.vrf = ingress.vrf;
+    if (const auto &settings = passage.vlan->settings) {
+        found.ingress_if = ingress.own != nullptr ? settings->ingress_if : 0;
+        found.vlan_class = static_cast<uint32>(settings->if_class);
+        found.interface_class = static_cast<uint32>(settings->l3_if_class);
+    }
+    if (ingress.own != nullptr) {
+        found.interface_class = ingress.own->intf_class;
+    } else if (match.interface != nullptr) {
+        found.interface_class = match.interface->record.l3a_intf_class;
+    }
+    const unsigned type = passage.frame.type;
+    if ((type == type_ip4 && (match.takes & takes_ip4)) || (type == type_ip6 && (match.takes & takes_ip6))) {
+        look_up_addresses(passage, l3, found);
+    }
+}
+
 }  // namespace
 
 Onward route(Passage &passage)
@@ -330,6 +382,9 @@ Onward route(Passage &passage)
 
 Onward route_by_fields(Passage &passage)
 {
+    if (asks_for_findings(fields_of(passage.sw))) {
+        remember_findings(passage);
+    }
     return passage.treatment && !passage.treatment->is_routed ? Onward::next : route(passage);
 }
 

@@ -46,6 +46,9 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid);
 /// What the address table knows of the source before it is learnt, for the field processor.
 void remember_source(Passage &passage);
 
+/// Whether it was not known there and is now.
+bool is_source_learnt(const Passage &passage);
+
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
 
@@ -64,7 +67,7 @@ bool take_policed(Passage &passage, const PolicerDecision &decision);
 /// What is addressed to the router: where its IP address leads.
 Onward route(Passage &passage);
 
-/// The same, where the field processor may have said that it is to be bridged.
+/// The same, where the field processor may have said that it is to be bridged, and may ask what is looked up.
 Onward route_by_fields(Passage &passage);
 
 /// An IP packet goes where an egress object leads, or one of a group: decided, or over if it ends here. Next: it is
