@@ -6,6 +6,7 @@ import unittest
 
 import QuorelApiNew as q
 import rules
+from field_model import GPORT_KINDS
 from quorel import array, checked, OUT, sim
 from recording import library
 from simulator import SwitchTest
@@ -144,8 +145,8 @@ class Entries(FieldTest):
         checked(q.bcm_field_range_create_id, 0, 2, q.BCM_FIELD_RANGE_PACKET_LENGTH, 1, 2)
         header = q.bcm_field_llc_header_t(dsap=1)
         octet = array('uint8', [1])
-        setters = dict(RangeCheck=(1, 0), L4PortRangeCheck=(1, 0), PacketLengthRangeCheck=(2, 0), Llc=(header, header),
-                       data=(5, octet, octet, 1))
+        setters = dict(SrcModuleGport=(GPORT_KINDS['port'] << 26 | 1,), RangeCheck=(1, 0), L4PortRangeCheck=(1, 0),
+                       PacketLengthRangeCheck=(2, 0), Llc=(header, header), data=(5, octet, octet, 1))
         checked(q.bcm_field_data_qualifier_create, 0, q.bcm_field_data_qualifier_t(
             qual_id=5, flags=q.BCM_FIELD_DATA_QUALIFIER_WITH_ID, length=1))
         setters = dict((name, (getattr(q, 'bcm_field_qualify_' + name), given)) for name, given in setters.items())
