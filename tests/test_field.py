@@ -153,7 +153,7 @@ class Entries(FieldTest):
         for function in rules.read():
             name = function.name[len('bcm_field_qualify_'):]
             if function.name.startswith('bcm_field_qualify_') and function.known and not name.endswith(('_get', 'clear')):
-                setters[name] = function, [parameter.argument(1) for parameter in function.parameters[1:]]
+                setters.setdefault(name, (function, [parameter.argument(1) for parameter in function.parameters[1:]]))
         for name, (setter, given) in sorted(setters.items()):
             served = set()
             for stage, group in groups.items():
