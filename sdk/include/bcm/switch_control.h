@@ -859,7 +859,7 @@ typedef enum bcm_switch_control_e {
     bcmSwitchMemLowPowerEnable,
 
     /* Restart with the network running. */
-    bcmSwitchWarmBootSupport,
+    bcmSwitchWarmBootSupport,             /* 1: bcm_detach keeps the state for the next bcm_attach */
     bcmSwitchWarmBootAutosync,            /* 1: every call is followed by a sync */
     bcmSwitchWarmBootSyncInterval,        /* milliseconds */
     bcmSwitchWarmBootSync,                /* any value: write the state now */

@@ -1,5 +1,7 @@
 #include "switch.h"
 
+#include "kept_units.h"
+
 #include <utility>
 #include <vector>
 
@@ -11,6 +13,7 @@ namespace {
 struct Place {
     RoomStates lasting;
     std::unique_ptr<Switch> attached;
+    std::unique_ptr<Switch> kept;  ///< for attach_kept
 };
 
 using Places = std::array<Place, unit_max>;
@@ -98,6 +101,7 @@ bool attach(int unit)
     const UnitsLock lock;
     Place *place = place_of(unit);
     if (place != nullptr) {
+        place->kept.reset();
         put(unit, *place, std::make_unique<Switch>(unit, place->lasting));
         try {
             place->attached->start();
@@ -119,6 +123,33 @@ bool detach(int unit)
         put(unit, *place, nullptr);
     }
     return was_attached;
+}
+
+void detach_and_keep(int unit)
+{
+    const UnitsLock lock;
+    Place *place = place_of(unit);
+    place->kept = std::move(place->attached);
+    switches_seen[static_cast<std::size_t>(unit)] = nullptr;
+}
+
+bool attach_kept(int unit)
+{
+    const UnitsLock lock;
+    Place *place = place_of(unit);
+    const bool is_kept = place != nullptr && place->kept != nullptr;
+    if (is_kept) {
+        put(unit, *place, std::move(place->kept));
+    }
+    return is_kept;
+}
+
+void forget_kept(int unit)
+{
+    const UnitsLock lock;
+    if (Place *place = place_of(unit)) {
+        place->kept.reset();
+    }
 }
 
 int SwitchesInUse::uses_ = 0;

@@ -2,9 +2,11 @@
 
 #include "begin.h"
 #include "handler_list.h"
+#include "kept_units.h"
 #include "packet_watch.h"
 #include "sim_attach.h"
 #include "switch.h"
+#include "warm_boot.h"
 
 #include <algorithm>
 #include <array>
@@ -70,7 +72,9 @@ bool tell(const Switch *sw, bool attach, const Driver &driver)
 void attach_and_tell(int unit, const Driver &driver)
 {
     Driver kept = driver;
-    attach(unit);
+    if (!attach_warm(unit)) {
+        attach(unit);
+    }
     driver_of(unit) = std::move(kept);
     tell(attached(unit), true, driver);
 }
@@ -114,6 +118,7 @@ int attach_local(int unit)
     if (attached(unit) != nullptr) {
         detach_unit(unit);
     }
+    forget_kept(unit);
     attach_and_tell(unit, {"", -1, retry_default});
     return BCM_E_NONE;
 }
@@ -125,8 +130,13 @@ int detach_unit(int unit)
     }
     const Driver driver = driver_of(unit);
     stop_packet_watch(unit);
-    if (tell(attached(unit), false, driver)) {
-        detach(unit);
+    Switch *const sw = attached(unit);
+    if (tell(sw, false, driver)) {
+        if (boots_warm(*sw)) {
+            detach_warm(*sw);
+        } else {
+            detach(unit);
+        }
     }
     return BCM_E_NONE;
 }
