@@ -6,7 +6,7 @@ import QuorelApiNew as q
 from quorel import OUT, Chip, checked, sim
 from simulator import library
 
-A, B = '02:00:00:00:00:01', '02:00:00:00:00:02'
+A, B, C = ['02:00:00:00:00:0%d' % number for number in (1, 2, 3)]
 
 
 def mask(*numbers):
@@ -103,6 +103,99 @@ class ChipState(sim.TestCase):
         size[2].MAX_SIZE = 100
         self.assertEqual(checked(q.bcm_port_frame_max_get, 0, 2, OUT), 100)
         self.assertDropped(2, sim.ethernet(B, A, b'\1' * 90), 'too_long')
+
+    def test_addresses(self):
+        rows = self.mems.IHP_MAC_TABLE
+
+        def shown(row):
+            entry = rows[row]
+            return entry.VALID, entry.ADDRESS, entry.VSI, entry.DESTINATION, entry.STATIC, entry.HIT
+        self.assertEqual([shown(row)[0] for row in (0, 1)], [0, 0])
+        self.switch.send(2, sim.ethernet(A, B))
+        static = q.bcm_l2_addr_t()
+        q.bcm_l2_addr_t_init(static, A, 1)
+        static.port, static.flags = 7, q.BCM_L2_STATIC
+        checked(q.bcm_l2_addr_add, 0, static)
+        self.assertEqual([shown(row) for row in (0, 1, 2)],
+                         [(1, 0x020000000002, 1, 2, 0, 1), (1, 0x020000000001, 1, 7, 1, 0), (0, 0, 0, 0, 0, 0)])
+        # A row stays its address's, and a free one is the next one's.
+        checked(q.bcm_l2_addr_delete, 0, B, 1)
+        self.assertEqual([shown(row)[0] for row in (0, 1)], [0, 1])
+        rows[1].DESTINATION = 5
+        self.assertSends(1, sim.ethernet(A, C), {5: sim.ethernet(A, C)})
+        # A whole row at once, at a place of one's own; then another address, and none.
+        rows[4000].modify(ADDRESS=0x020000000002, VSI=1, DESTINATION=9, VALID=1)
+        self.assertEqual(shown(4000), (1, 0x020000000002, 1, 9, 0, 0))
+        self.assertSends(1, sim.ethernet(B, C), {9: sim.ethernet(B, C)})
+        rows[4000].ADDRESS = 0x020000000004
+        self.assertEqual(sorted(entry[0] for entry in q.getHwMacTable(0)), sorted([A, C, '02:00:00:00:00:04']))
+        rows[4000].VALID = 0
+        self.assertEqual((shown(4000), len(q.getHwMacTable(0))), ((0, 0x020000000004, 1, 9, 0, 1), 2))
+        # What cannot be is kept, and leads nowhere.
+        for members in (dict(VSI=99), dict(DESTINATION=65), dict(DESTINATION=4 << 16)):
+            rows[4000].modify(**dict(dict(ADDRESS=9, VSI=1, DESTINATION=1, VALID=1), **members))
+            self.assertEqual((shown(4000)[0], len(q.getHwMacTable(0))), (1, 2))
+        rows[4000].VALID = 0
+
+    def test_more_addresses_than_rows(self):
+        address = q.bcm_l2_addr_t()
+        for number in range(4100):
+            q.bcm_l2_addr_t_init(address, '02:00:00:01:%02x:%02x' % divmod(number, 256), 1)
+            address.port = 3
+            checked(q.bcm_l2_addr_add, 0, address)
+        rows = self.mems.IHP_MAC_TABLE
+        self.assertEqual((rows[4095].ADDRESS & 0xffff, rows[4095].VALID), (4095, 1))
+        checked(q.bcm_l2_addr_delete, 0, '02:00:00:01:00:05', 1)
+        self.assertEqual((rows[5].ADDRESS & 0xffff, rows[5].VALID), (4096, 1))
+
+    def test_members_of_trunks(self):
+        trunk = checked(q.bcm_trunk_create, 0, 0, OUT)
+        members = self.mems.IHB_LAG_MEMBER
+
+        def shown():
+            rows = [members[8 * trunk + number] for number in range(4)]
+            return [row.SYSTEM_PORT for row in rows if row.VALID]
+        for port in (5, 6):
+            checked(q.bcm_trunk_member_add, 0, trunk, q.bcm_trunk_member_t(gport=port))
+        self.assertEqual(shown(), [5, 6])
+        members[8 * trunk + 3].modify(SYSTEM_PORT=9, VALID=1)    # behind the others
+        self.assertEqual(shown(), [5, 6, 9])
+        members[8 * trunk].VALID = 0
+        members[8 * trunk].SYSTEM_PORT = 7
+        self.assertEqual(shown(), [7, 9])
+        self.switch.arrive(9, sim.ethernet(A, B))
+        self.assertIn(self.switch.send(1, sim.ethernet(B, C))[0][0], (7, 9))
+        members[8 * trunk].SYSTEM_PORT = 77
+        self.assertEqual(shown(), [7, 9])
+        members[8 * 127].modify(SYSTEM_PORT=9, VALID=1)          # there is no such trunk
+        self.assertEqual(members[8 * 127].VALID, 1)
+
+    def test_next_hops(self):
+        interface = q.bcm_l3_intf_t(l3a_mac_addr='02:aa:00:00:00:01', l3a_vid=1)
+        checked(q.bcm_l3_intf_create, 0, interface)
+        hop = q.bcm_l3_egress_t(intf=interface.l3a_intf_id, mac_addr=B, port=5)
+        number = checked(q.bcm_l3_egress_create, 0, 0, hop, OUT)
+        checked(q.bcm_l3_route_add, 0, q.bcm_l3_route_t(l3a_intf=number))
+        packet = sim.ethernet('02:aa:00:00:00:01', C, sim.udp4('10.0.0.1', '10.0.0.2', ttl=9))
+        way, rewrite = self.mems.IHB_FEC_ENTRY[number], self.mems.EPE_ENCAPSULATION[number]
+
+        def sent():
+            return [(port, frame[:6]) for port, frame in self.switch.send(1, packet)]
+        self.assertEqual((way.DESTINATION, way.OUT_LIF, rewrite.ENCAPSULATION_TYPE, rewrite.ADDRESS),
+                         (5, number, 1, 0x020000000002))
+        self.assertEqual(sent(), [(5, b'\2\0\0\0\0\2')])
+        way.DESTINATION = 6
+        rewrite.ADDRESS = 0x020000000004
+        self.assertEqual(sent(), [(6, b'\2\0\0\0\0\4')])
+        checked(q.bcm_l3_egress_get, 0, number, hop)
+        self.assertEqual((hop.port, hop.mac_addr), (6, '02:00:00:00:00:04'))
+        way.DESTINATION = 3 << 16
+        self.assertEqual((sent(), way.DESTINATION), ([], 3 << 16))
+        for impossible in (65, 2 << 16 | 1, 4 << 16):
+            way.DESTINATION = impossible
+            self.assertEqual(way.DESTINATION, 3 << 16)
+        way.DESTINATION = 7
+        self.assertEqual(sent()[0][0], 7)
 
     def test_counters(self):
         self.switch.send(2, sim.ethernet(A, B))

@@ -26,16 +26,37 @@ Words with_state(int unit, const StateFields &fields, const Description &of, int
     return value;
 }
 
+/// Without what the unit's state shows, which is kept there alone.
+template <class Description>
+Words without_state(int unit, const StateFields &fields, const Description &of, int place, Words value)
+{
+    fields.each(of.id, [&](const StateField &field) {
+        Switch *sw = attached(unit);
+        Words state = {};
+        if (sw != nullptr && field.get(*sw, place, &state)) {
+            put_field(value, *of.layout.find(field.field), Words());
+        }
+    });
+    return value;
+}
+
 /// The unit's state becomes what the fields say, as far as that differs.
 template <class Description>
 void set_state(int unit, const StateFields &fields, const Description &of, int place, const Words &value)
 {
+    bool entry_is_set = false;
     fields.each(of.id, [&](const StateField &field) {
         Switch *sw = attached(unit);
         const Words wanted = field_of(value, *of.layout.find(field.field));
         Words state = {};
-        if (sw != nullptr && field.set != nullptr && !(field.get(*sw, place, &state) && state == wanted)) {
+        if (sw == nullptr || (field.get(*sw, place, &state) && state == wanted)) {
+            return;
+        }
+        if (field.set != nullptr) {
             field.set(*sw, place, wanted);
+        } else if (field.set_entry != nullptr && !entry_is_set) {
+            entry_is_set = true;
+            field.set_entry(*sw, place, value);
         }
     });
 }
@@ -105,12 +126,18 @@ void Chip::write(const RegisterPlace &place, const Words &value)
 void Chip::write(const MemoryPlace &place, const Words &value)
 {
     const Words entry = merge(Words(), value, mask_of(place.memory->layout, SOCF_RO));
+    bool is_first = true;  // copies of one state
     MemoryPlace one = place.to_read();
     const int last = place.is_broadcast() ? place.block - 1 : one.block;
     for (; one.block <= last; ++one.block) {
         damaged_.erase(one.address());
         store(one.address(), place.memory->words(), entry);
-        set_state(unit, memory_state, *place.memory, place.index, entry);
+        if (is_first) {
+            set_state(unit, memory_state, *place.memory, place.index, entry);
+        }
+        is_first = false;
+        store(one.address(), place.memory->words(),
+              without_state(unit, memory_state, *place.memory, place.index, entry));
         tell_written(unit, one, entry);
     }
 }

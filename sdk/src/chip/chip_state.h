@@ -21,8 +21,11 @@ struct StateField {
     /// The value at a register's port or a memory's index; false: there is nothing, and the chip keeps what is written.
     bool (*get)(Switch &sw, int place, Words *value);
 
-    /// A value that cannot be is left out. Null: of a field that is only read.
+    /// A value that cannot be is left out. Null: of a field that is only read, or is part of what follows.
     void (*set)(Switch &sw, int place, const Words &value);
+
+    /// Of what takes several fields at once: is given the whole entry when this one differs.
+    void (*set_entry)(Switch &sw, int place, const Words &entry) = nullptr;
 };
 
 /// In ascending order of `of`; fields of one in the order in which they are set.

@@ -1,6 +1,8 @@
-/// What memories of the chip show: VLANs by their id, ports and spanning tree groups by their number.
+/// What memories of the chip show: VLANs by their id, ports and spanning tree groups by their number, and where packets
+/// go.
 #include "chip_state.h"
 
+#include "forwarding_memories.h"
 #include "l2.h"
 #include "port.h"
 #include "sim_stg.h"
@@ -230,6 +232,16 @@ constexpr StateField fields[] = {
     {EGQ_VLAN_MEMBERSHIPm, MEMBERSf, get_members, set_members},
     {EGQ_VLAN_MEMBERSHIPm, UNTAGGEDf, get_untagged, set_untagged},
     {EGQ_PORT_CONFIGm, EGRESS_FILTERf, get_filter<egress>, set_filter<egress>},
+    {IHB_LAG_MEMBERm, SYSTEM_PORTf, trunk_memory::get_port, nullptr, trunk_memory::set},
+    {IHB_LAG_MEMBERm, VALIDf, trunk_memory::get_valid, nullptr, trunk_memory::set},
+    {IHB_FEC_ENTRYm, DESTINATIONf, hop_memory::get_destination, hop_memory::set_destination},
+    {IHB_FEC_ENTRYm, OUT_LIFf, hop_memory::get_encapsulation, nullptr},
+    {IHP_MAC_TABLEm, ADDRESSf, address_memory::get_mac, nullptr, address_memory::set},
+    {IHP_MAC_TABLEm, VSIf, address_memory::get_vlan, nullptr, address_memory::set},
+    {IHP_MAC_TABLEm, DESTINATIONf, address_memory::get_destination, nullptr, address_memory::set},
+    {IHP_MAC_TABLEm, STATICf, address_memory::get_static, nullptr, address_memory::set},
+    {IHP_MAC_TABLEm, HITf, address_memory::get_hit, nullptr, address_memory::set},
+    {IHP_MAC_TABLEm, VALIDf, address_memory::get_valid, nullptr, address_memory::set},
     {IHP_VSI_CONFIGm, LEARN_ENABLEf, get_learns, set_learns},
     {IHP_VSI_CONFIGm, STP_INSTANCEf, get_group, set_group},
     {IHP_VLAN_PORT_INFOm, DEFAULT_VLANf, get_default_vlan, set_default_vlan},
@@ -237,6 +249,8 @@ constexpr StateField fields[] = {
     {IHP_VLAN_TO_VSI_MAPm, VALIDf, get_exists, set_exists},
     {IHP_VLAN_TO_VSI_MAPm, VSIf, get_instance, nullptr},
     {IHP_SPANNING_TREE_STATEm, PORT_STATEf, get_states, set_states},
+    {EPE_ENCAPSULATIONm, ENCAPSULATION_TYPEf, hop_memory::get_type, nullptr},
+    {EPE_ENCAPSULATIONm, ADDRESSf, hop_memory::get_mac, hop_memory::set_mac},
 };
 static_assert(are_in_order(fields));
 

@@ -46,6 +46,7 @@ void L2State::age_every(int seconds)
 
 void L2State::clear()
 {
+    rows.touch();
     addresses.clear();
     learnt.clear();
     counters.clear();
@@ -92,6 +93,7 @@ int l2_enter(Switch &sw, const bcm_l2_addr_t &address, unsigned state, int opera
         // Makes room for the counts, so that nothing can fail when the entry is there.
         l2.learnt.add(address, 0);
     }
+    l2.rows.touch();
     if (!l2.addresses.put(address, state)) {
         raise(sw, state & l2_learnt ? Event{bcmSwitchEventLearnOverflow}
                                     : Event{bcmSwitchEventTableFull, bcmSwitchObjectL2EntryMax});
@@ -119,6 +121,7 @@ void l2_remove(Switch &sw, std::size_t position, int operation)
     }
     l2.counters.erase(l2_key(before.mac, before.vid));
     l2.addresses.erase(position);
+    l2.rows.touch();
     l2_notify(sw, before, operation);
 }
 

@@ -8,6 +8,7 @@
 #include "handler_list.h"
 #include "keyed_table.h"
 #include "l2_destination.h"
+#include "l2_rows.h"
 #include "l2_table.h"
 #include "protocol.h"
 #include "switch.h"
@@ -104,6 +105,8 @@ struct L2State : RoomState {
     void clear();
 
     void retire() override;
+
+    L2Rows rows;  // of the chip's memory of addresses
 
 private:
     Timer ageing_;
