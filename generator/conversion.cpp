@@ -7,6 +7,11 @@ bool is_scalar(Conversion conversion)
     return conversion <= Conversion::String;
 }
 
+bool is_of_reals(Conversion conversion)
+{
+    return conversion >= Conversion::LongDouble && conversion <= Conversion::ComplexFloat;
+}
+
 std::string conversion_name(Conversion conversion)
 {
     switch (conversion) {
@@ -30,6 +35,12 @@ std::string conversion_name(Conversion conversion)
         return "float";
     case Conversion::Double:
         return "double";
+    case Conversion::LongDouble:
+        return "long_double";
+    case Conversion::Complex:
+        return "complex";
+    case Conversion::ComplexFloat:
+        return "complex_float";
     case Conversion::Char:
         return "char";
     case Conversion::Bool:

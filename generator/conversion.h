@@ -17,7 +17,10 @@ enum class Conversion {
     Int64,
     Float,
     Double,
-    Char,  ///< a text of one character
+    LongDouble,    ///< those of module/reals.h from here
+    Complex,       ///< of two doubles
+    ComplexFloat,  ///< to here
+    Char,          ///< a text of one character
     Bool,
     String,          ///< char *; the last scalar
     NullableString,  ///< char *, or None for null
@@ -34,6 +37,9 @@ enum class Conversion {
 
 /// Whether the runtime has accessors get_NAME(), set_NAME() and the like that are named after it.
 bool is_scalar(Conversion conversion);
+
+/// Whether module/reals.h has these.
+bool is_of_reals(Conversion conversion);
 
 /// The word for it in reports; of a scalar also in the runtime's names: "int32" in to_int32(), get_int32() and so on.
 std::string conversion_name(Conversion conversion);

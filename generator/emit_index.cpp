@@ -442,6 +442,9 @@ private:
         case Conversion::Int64:
         case Conversion::Float:
         case Conversion::Double:
+        case Conversion::LongDouble:
+        case Conversion::Complex:
+        case Conversion::ComplexFloat:
         case Conversion::Char:
         case Conversion::Bool:
         case Conversion::Nothing:

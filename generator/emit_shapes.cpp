@@ -3,9 +3,38 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace generator {
 
 namespace {
+
+bool has_reals(const Model &model)
+{
+    auto is_real = [](const Crossing &crossing) { return is_of_reals(crossing.conversion); };
+    for (const Family &family : model.families) {
+        for (const BoundFunction &function : family.functions) {
+            if (is_real(function.result)
+                || std::any_of(
+                    function.parameters.begin(), function.parameters.end(),
+                    [&](const BoundParameter &parameter) { return is_real(parameter.crossing); })) {
+                return true;
+            }
+        }
+        for (const BoundRecord &record : family.records) {
+            if (std::any_of(record.members.begin(), record.members.end(),
+                            [&](const BoundMember &member) { return is_real(member.crossing); })) {
+                return true;
+            }
+        }
+        for (const BoundPointerClass &bound : family.pointer_classes) {
+            if (is_real(bound.element)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
 
 std::string signature(const Shape &shape)
 {
@@ -115,6 +144,9 @@ std::string emit_shape_declarations(const Model &model, const Shapes &shapes)
         for (const auto &entry : family.typemaps) {
             text += "#include \"" + entry.second.header + "\"\n";
         }
+    }
+    if (has_reals(model)) {
+        text += "#include \"module/reals.h\"\n";
     }
     text += "\nnamespace [[gnu::visibility(\"hidden\")]] quorel {\n\n";
     for (const auto &entry : shapes) {

@@ -93,7 +93,11 @@ Spelling spelling(Conversion conversion)
         return {"bool", "bool"};
     case Conversion::Float:
     case Conversion::Double:
+    case Conversion::LongDouble:
         return {"float", "float"};
+    case Conversion::Complex:
+    case Conversion::ComplexFloat:
+        return {"complex", "complex"};
     case Conversion::Char:
     case Conversion::String:
         return {"str", "str"};

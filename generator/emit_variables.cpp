@@ -10,6 +10,11 @@ namespace {
 
 std::string type_of(const std::string &scalar)
 {
+    if (scalar == "long_double" || scalar == "complex" || scalar == "complex_float") {
+        return scalar == "long_double" ? "long double"
+               : scalar == "complex"   ? "_Complex double"
+                                       : "_Complex float";
+    }
     const bool is_plain = scalar == "bool" || scalar == "float" || scalar == "double" || scalar == "char";
     return is_plain ? scalar : scalar + "_t";
 }
@@ -56,7 +61,9 @@ std::string emit_variables(const Model &model, const Numbering &numbering)
         headers.insert(headers.end(), family.included.begin(), family.included.end());
     }
     std::string rows;
+    bool has_reals = false;
     for (const BoundVariable &variable : model.variables) {
+        has_reals = has_reals || is_of_reals(variable.crossing.conversion);
         rows += fmt::format(
             "    {{\"{name}\", {accessors}, const_cast<void *>(static_cast<const {qualifier}void "
             "*>(&{cxx_name})), "
@@ -73,12 +80,12 @@ std::string emit_variables(const Model &model, const Numbering &numbering)
     return banner("Global variables, in header order.", "the interface files and the headers that they name")
            + includes(headers, {})
            + fmt::format(
-               "\n#include \"typemaps/callback.h\"\n\n"
+               "\n{}#include \"typemaps/callback.h\"\n\n"
                "namespace quorel {{\n\n"
                "const VariableRow variable_rows[] = {{\n{}    {{}},\n}};\n"
                "const size_t variable_count = {};\n\n"
                "}}  // namespace quorel\n",
-               rows, model.variables.size());
+               has_reals ? "#include \"module/reals.h\"\n" : "", rows, model.variables.size());
 }
 
 }  // namespace generator

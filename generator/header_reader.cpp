@@ -737,6 +737,10 @@ private:
             return Type::function(read_type(clang_getResultType(type), none), parameters);
         }
         default: {
+            if (type.kind == CXType_Complex) {
+                return Type::builtin(
+                    "_Complex " + Type::without_const(read_type(clang_getElementType(type), extents))->name);
+            }
             std::string name = take(clang_getTypeSpelling(type));
             for (const std::string qualifier : {"const ", "volatile "}) {
                 if (name.compare(0, qualifier.size(), qualifier) == 0) {
@@ -1306,14 +1310,16 @@ std::vector<std::string> headers_below(const std::string &header, const HeaderSo
     const auto read = TranslationUnit("#include <" + header + ">\n", source).inclusions();
     const std::filesystem::path name = std::filesystem::path(header).lexically_normal();
     std::vector<std::string> below;
-    // A folder of the system's that has the library's name is the library's own.
-    if (read.empty() || (read.front().second && !name.has_parent_path())) {
+    if (read.empty()) {
         return below;
     }
+    // A folder of the system's that has the library's name is the library's own.
+    const bool is_beside_others = read.front().second && !name.has_parent_path();
     const std::filesystem::path own = read.front().first.parent_path();
     for (const auto &[path, is_of_system] : read) {
         const std::filesystem::path from_own = path.lexically_relative(own);
-        if (path != read.front().first && !from_own.empty() && *from_own.begin() != "..") {
+        if (path != read.front().first && !from_own.empty() && *from_own.begin() != ".."
+            && (!is_beside_others || *from_own.begin() == name.stem())) {
             below.push_back((name.parent_path() / from_own).string());
         }
     }

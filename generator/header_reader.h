@@ -23,8 +23,8 @@ struct HeaderSource {
 Declarations read_headers(const HeaderSource &source);
 
 /// The headers that a header, named as an #include <> finds it, includes from its own folder and those below, as they
-/// are named from where it is found; none, if that folder is one where the system's compiler looks for headers. What
-/// cannot be read is left to read_headers().
+/// are named from where it is found; if that folder is one where the system's compiler looks for headers, those of the
+/// folder in it that has the header's name ("lzma/base.h" of "lzma.h"). What cannot be read is left to read_headers().
 std::vector<std::string> headers_below(const std::string &header, const HeaderSource &source);
 
 }  // namespace generator

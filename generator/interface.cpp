@@ -202,6 +202,7 @@ private:
             {"bytes", &FamilyInterface::bytes},
             {"callables", &FamilyInterface::callables},
             {"null_text", &FamilyInterface::null_text},
+            {"variadic", &FamilyInterface::variadic},
             {"texts", &FamilyInterface::texts},
             {"replaced", &FamilyInterface::replaced},
             {"raises", &FamilyInterface::raises},

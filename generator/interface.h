@@ -24,10 +24,13 @@
 //                          joins the result
 //   [low_bits]             functions whose named narrow parameter takes any int, of which the low bits are passed
 //   [bytes]                functions whose named parameter, a `const unsigned char *` or `const void *`, takes what a
-//                          Python object has in memory, and with it the next one, how many bytes that is
+//                          Python object has in memory, and with it the next one, how many bytes that is; a
+//                          pattern of functions takes the parameters of those names where they are such
 //   [callables]            functions whose named parameter, a pointer to function, takes a Python function or None,
 //                          and with it the next one, its `void *` datum, which C gives back first or last: see
 //                          module/callable.h
+//   variadic               functions, or patterns of them, of a variable number of arguments, which are called with the fixed
+//                          ones alone
 //   null_text              functions, or patterns of them, whose `char *` parameters take None for a null pointer
 //   [replaced]             functions that a hand-written stand-in is bound for, under the SDK's name
 //   throws                 functions, or patterns of them, that may throw; what they throw becomes a Python exception
@@ -98,6 +101,7 @@ struct FamilyInterface {
     EntryTable bytes;       ///< function to parameter
     EntryTable callables;   ///< function to parameter
     Entries null_text;
+    Entries variadic;
     Entries texts;
     EntryTable replaced;  ///< function to stand-in
     EntryTable text;      ///< typedef to spelling

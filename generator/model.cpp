@@ -27,12 +27,21 @@ bool is_builtin(const TypePtr &type, const char *name)
 const std::map<std::string, Conversion> &scalar_conversions()
 {
     static const std::map<std::string, Conversion> conversions = {
-        {"int", Conversion::Int32},           {"unsigned int", Conversion::UInt32},
-        {"short", Conversion::Int16},         {"signed char", Conversion::Int8},
-        {"unsigned char", Conversion::UInt8}, {"unsigned short", Conversion::UInt16},
-        {"long long", Conversion::Int64},     {"unsigned long long", Conversion::UInt64},
-        {"float", Conversion::Float},         {"double", Conversion::Double},
-        {"char", Conversion::Char},           {"bool", Conversion::Bool},
+        {"int", Conversion::Int32},
+        {"unsigned int", Conversion::UInt32},
+        {"short", Conversion::Int16},
+        {"signed char", Conversion::Int8},
+        {"unsigned char", Conversion::UInt8},
+        {"unsigned short", Conversion::UInt16},
+        {"long long", Conversion::Int64},
+        {"unsigned long long", Conversion::UInt64},
+        {"float", Conversion::Float},
+        {"double", Conversion::Double},
+        {"char", Conversion::Char},
+        {"bool", Conversion::Bool},
+        {"long double", Conversion::LongDouble},
+        {"_Complex double", Conversion::Complex},
+        {"_Complex float", Conversion::ComplexFloat},
     };
     return conversions;
 }
@@ -372,7 +381,7 @@ private:
         return nullptr;
     }
 
-    BoundFunction bind(const FamilyInterface &family, const Function &declared)
+    BoundFunction bind(const FamilyInterface &family, const Function &declared, Patterns &variadic)
     {
         const Function *source = &declared;
         auto replaced = family.replaced.find(declared.name);
@@ -391,9 +400,14 @@ private:
                                       [&](const Entry &entry) { return entry.text == declared.name; });
         const size_t known_errors = errors_.count();
         check_symbol(source->is_inline || !function.of_sdk ? std::string() : source->symbol);
-        if (source->is_variadic) {
+        if (variadic.match(function.name)) {
+            if (!source->is_variadic) {
+                error(variadic.match(function.name)->place,
+                      "'" + function.name + "' has a fixed number of arguments");
+            }
+        } else if (source->is_variadic) {
             refuse("a variable number of arguments cannot be passed on",
-                   "write a helper that calls it with arguments of fixed types");
+                   "write a helper that calls it with arguments of fixed types, or name it in \"variadic\"");
         }
         function.result = crossing_or_refusal(source->result);
         if (function.result.conversion == Conversion::AnyPointer) {
@@ -661,7 +675,8 @@ private:
                 continue;
             }
             can_be_called = type->kind == Type::Kind::Enum
-                            || (type->kind == Type::Kind::Builtin && scalar_conversion(type))
+                            || (type->kind == Type::Kind::Builtin && scalar_conversion(type)
+                                && !is_of_reals(*scalar_conversion(type)))
                             || (type->kind == Type::Kind::Pointer && is_builtin(type->target, "char"))
                             || (is_constant_bytes(type) && counted);
         }
@@ -750,6 +765,9 @@ private:
         case Conversion::Int64:
         case Conversion::Float:
         case Conversion::Double:
+        case Conversion::LongDouble:
+        case Conversion::Complex:
+        case Conversion::ComplexFloat:
         case Conversion::Char:
         case Conversion::Bool:
         case Conversion::String:
@@ -920,7 +938,8 @@ private:
             claim(name, element.place);
             family.arrays.push_back(bind_array(name, element));
         }
-        Patterns text_members(source.texts), null_text(source.null_text), throws(source.throws);
+        Patterns text_members(source.texts), null_text(source.null_text), throws(source.throws),
+            variadic(source.variadic);
         want(source, source.records, declarations_.records, "record",
              [&](const Record &record, const Entry &wanted, Patterns &patterns) {
                  family.records.push_back(bind(record, wanted, patterns, text_members));
@@ -928,10 +947,11 @@ private:
         check_used(text_members, "fits no member of the family's records");
         want(source, source.functions, declarations_.functions, "function",
              [&](const Function &function, const Entry &wanted, Patterns &) {
-                 bind(source, function, wanted, family, null_text, throws);
+                 bind(source, function, wanted, family, null_text, throws, variadic);
              });
         check_used(null_text, "fits no function of the family");
         check_used(throws, "fits no function of the family");
+        check_used(variadic, "fits no function of the family");
         want(source, source.constants, declarations_.constants, "constant",
              [&](const Constant &constant, const Entry &wanted, Patterns &) { bind(constant, wanted); });
         want(source, source.variables, declarations_.variables, "variable",
@@ -951,9 +971,9 @@ private:
     }
 
     void bind(const FamilyInterface &source, const Function &declared, const Entry &wanted, Family &family,
-              Patterns &null_text, Patterns &throws)
+              Patterns &null_text, Patterns &throws, Patterns &variadic)
     {
-        BoundFunction function = bind(source, declared);
+        BoundFunction function = bind(source, declared, variadic);
         if (!settle("function", declared.name, place(declared.header, declared.line), wanted)) {
             refused_functions_.insert(declared.name);
             return;

@@ -59,6 +59,12 @@ ShapeParameter in_parameter(const Crossing &crossing)
         return scalar("e", "float", "to_float");
     case Conversion::Double:
         return scalar("d", "double", "to_double");
+    case Conversion::LongDouble:
+        return scalar("k", "long double", "to_long_double");
+    case Conversion::Complex:
+        return scalar("j", "_Complex double", "to_complex");
+    case Conversion::ComplexFloat:
+        return scalar("g", "_Complex float", "to_complex_float");
     case Conversion::Char:
         return scalar("a", "char", "to_char");
     case Conversion::Bool:
@@ -154,6 +160,11 @@ ShapeResult shape_result(const Crossing &result)
     case Conversion::Float:
     case Conversion::Double:
         return {"d", "double", "from_double", ""};
+    case Conversion::LongDouble:
+        return {"k", "long double", "from_long_double", ""};
+    case Conversion::Complex:
+    case Conversion::ComplexFloat:
+        return {"j", "_Complex double", "from_complex", ""};
     case Conversion::Char:
         return {"a", "char", "from_char", ""};
     case Conversion::UInt32:

@@ -120,10 +120,10 @@ class OtherHeaders(unittest.TestCase):
         self.assertNotEqual(*map(self.version, outputs))
 
     def test_what_does_not_fit_is_said(self):
-        self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);', 'int bcm_l2_clear(int unit, long double share);')
+        self.edit('bcm/l2.h', 'int bcm_l2_clear(int unit);', 'int bcm_l2_clear(int unit, __float128 share);')
         status, log, output = self.generate('wrong')
         self.assertEqual((status, os.listdir(output)), (1, []))
-        self.assertIn("no conversion for a value of type 'long double'", log)
+        self.assertIn("no conversion for a value of type '__float128'", log)
 
 
 def start(command):
@@ -223,7 +223,7 @@ class VendorHeaders(unittest.TestCase):
     def test_faults_of_both_sides_leave_what_was_there(self):
         self.assertEqual(self.generate(), (0, ''))
         before = os.listdir(self.directory)
-        self.write('vendor.h', 'int vendor_log(const char *, ...);\nstruct vendor_bits_s { long double bit; };\n')
+        self.write('vendor.h', 'int vendor_log(const char *, ...);\nstruct vendor_bits_s { __float128 bit; };\n')
         self.write('vendor.toml', 'headers = ["vendor.h"]\nfunctions = ["*"]\nrecords = ["*", "vendor_gone_t"]\n')
         status, log = self.generate()
         self.assertEqual(status, 1)

@@ -63,7 +63,7 @@ typedef struct {
 union vendor_bare_u { int number; unsigned char bytes[4]; };
 
 typedef struct vendor_refused_s {
-    long double rate;
+    __float128 rate;
 } vendor_refused_t;
 typedef struct {
     unsigned int ready : 1;
@@ -94,7 +94,7 @@ long vendor_long(long a, unsigned long b, signed char c, vendor_mode_t mode, ven
 static inline int vendor_inline(int a) { return 2 * a; }
 static int vendor_static(void) { return 1; }
 int vendor_print(const char *format, ...);
-int vendor_share(long double share, va_list total);
+int vendor_share(__float128 share, va_list total);
 vendor_mode_t (*vendor_choose(int unit))(int);
 int vendor_count(int unit, unsigned short *count, unsigned long *total);
 uint64_t vendor_bytes(size_t size, unsigned long count, long long offset);
@@ -213,9 +213,9 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsSaidAllAtOnceWithItsPlace)
 {
     const std::string member = "vendor_refused_t.";
     std::vector<std::string> errors = {
-        place("long double rate;") + member + "rate: no conversion for a value of type 'long double'",
+        place("__float128 rate;") + member + "rate: no conversion for a value of type '__float128'",
         place("int vendor_print") + "vendor_print: a variable number of arguments cannot be passed on",
-        place("int vendor_share") + "vendor_share: no conversion for a value of type 'long double'",
+        place("int vendor_share") + "vendor_share: no conversion for a value of type '__float128'",
         place("int vendor_share") + "vendor_share: no conversion for a value of type 'va_list'",
     };
     say_of_all("narrow_long = true\n");
@@ -331,10 +331,10 @@ TEST_F(HeaderReaderTest, WhatCannotBeBoundIsLeftOutAndSaid)
         (std::vector<std::string>{
             place("unsigned short id, rows[2]") + "vendor_record_t.rows: left out",
             place("float rates[2]") + "vendor_record_t.rates: left out",
-            place("long double rate;")
-                + "vendor_refused_t.rate: no conversion for a value of type 'long double'",
+            place("__float128 rate;")
+                + "vendor_refused_t.rate: no conversion for a value of type '__float128'",
             place("int vendor_print") + "vendor_print: a variable number of arguments cannot be passed on",
-            place("int vendor_share") + "vendor_share: no conversion for a value of type 'long double'",
+            place("int vendor_share") + "vendor_share: no conversion for a value of type '__float128'",
             place("vendor_choose") + "vendor_choose: no library exports 'vendor_choose'"}));
 }
 

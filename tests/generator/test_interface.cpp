@@ -116,6 +116,10 @@ TEST_F(InterfaceTest, HeadersWithoutAnInterfaceBringWhatIsBelowThem)
     // A folder of the system's that has the library's name is its own.
     std::swap(source.include_directories, source.system_directories);
     EXPECT_EQ(headers_below("own/lamp.h", source).size(), 2u);
+    write("in.h", "#include \"own/in/part.h\"\n#include \"in/of_it.h\"\n");
+    std::filesystem::create_directories(directory_ + "/in");
+    write("in/of_it.h", "");
+    EXPECT_EQ(headers_below("in.h", source), std::vector<std::string>{"in/of_it.h"});
     source.system_directories = {directory_ + "/own"};
     EXPECT_EQ(headers_below("lamp.h", source), std::vector<std::string>());
 

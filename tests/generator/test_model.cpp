@@ -31,7 +31,7 @@ int tiny_walked(int unit, tiny_cb *callback, int (*weights)[8], int **rows);
 typedef void (*tiny_heard_cb)(tiny_mode_t mode, const unsigned char *bytes, int count, const char *text, void *datum);
 int tiny_hear(int unit, tiny_heard_cb heard, void *datum);
 int tiny_say(int unit, const unsigned char *bytes, unsigned long count, int volume);
-int tiny_port(int unit, tiny_port_t *port, const char *, long double scale);
+int tiny_port(int unit, tiny_port_t *port, const char *, __float128 scale);
 #endif
 )";
 
@@ -163,7 +163,7 @@ TEST_F(ModelTest, AllMistakesAreReportedAtOnce)
     EXPECT_NE(errors.find("tiny.toml:3: opaque: no header declares the type 'tiny_gone_t'"),
               std::string::npos)
         << errors;
-    EXPECT_NE(errors.find("no conversion for a value of type 'long double'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("no conversion for a value of type '__float128'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_port' has no parameter 'gone'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_missing' fits nothing"), std::string::npos) << errors;
     EXPECT_NE(errors.find("'tiny_walk' departs from the pattern, but is not bound"), std::string::npos)

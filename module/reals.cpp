@@ -1,0 +1,137 @@
+#include "reals.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace quorel {
+
+namespace {
+
+template <typename Value, NewReference (*convert)(Value)>
+NewReference get(const MemberRow &row, PyObject *args)
+{
+    HeldPointer self = self_of_getter(row, args);
+    if (!self) {
+        return nullptr;
+    }
+    Value value;
+    std::memcpy(&value, self.at(row.offset), sizeof value);
+    return convert(value);
+}
+
+template <typename Value, Status (*convert)(PyObject *, Value *)>
+NewReference set(const MemberRow &row, PyObject *args)
+{
+    SetterArguments setter = arguments_of_setter(row, args);
+    if (setter.failed) {
+        return nullptr;
+    }
+    Value value;
+    Status status = convert(setter.value, &value);
+    if (status != Status::ok) {
+        return raise_value(row, status);
+    }
+    if (setter.self) {
+        std::memcpy(setter.self.at(row.offset), &value, sizeof value);
+    }
+    return new_none();
+}
+
+bool overflows(double number)
+{
+    return std::isinf(static_cast<float>(number)) && !std::isinf(number);
+}
+
+}  // namespace
+
+Status to_long_double(PyObject *object, long double *value)
+{
+    double number;
+    Status status = to_double(object, &number);
+    if (status == Status::ok) {
+        *value = number;
+    }
+    return status;
+}
+
+NewReference from_long_double(long double value)
+{
+    const auto number = static_cast<double>(value);
+    if (std::isinf(number) && !std::isinf(value)) {
+        PyErr_SetString(PyExc_OverflowError, "the long double is greater than any float");
+        return nullptr;
+    }
+    return PyFloat_FromDouble(number);
+}
+
+Status to_complex(PyObject *object, _Complex double *value)
+{
+    Py_complex number = {0, 0};
+    Status status = Status::ok;
+    if (PyComplex_Check(object)) {
+        number = PyComplex_AsCComplex(object);
+    } else {
+        status = to_double(object, &number.real);
+    }
+    if (status == Status::ok) {
+        __real__ *value = number.real;
+        __imag__ *value = number.imag;
+    }
+    return status;
+}
+
+Status to_complex_float(PyObject *object, _Complex float *value)
+{
+    _Complex double number;
+    Status status = to_complex(object, &number);
+    if (status != Status::ok) {
+        return status;
+    }
+    if (overflows(__real__ number) || overflows(__imag__ number)) {
+        return Status::overflow;
+    }
+    *value = number;
+    return Status::ok;
+}
+
+NewReference from_complex(_Complex double value)
+{
+    return PyComplex_FromDoubles(__real__ value, __imag__ value);
+}
+
+NewReference from_complex_float(_Complex float value)
+{
+    return PyComplex_FromDoubles(__real__ value, __imag__ value);
+}
+
+NewReference get_long_double(const MemberRow &row, PyObject *args)
+{
+    return get<long double, from_long_double>(row, args);
+}
+
+NewReference set_long_double(const MemberRow &row, PyObject *args)
+{
+    return set<long double, to_long_double>(row, args);
+}
+
+NewReference get_complex(const MemberRow &row, PyObject *args)
+{
+    return get<_Complex double, from_complex>(row, args);
+}
+
+NewReference set_complex(const MemberRow &row, PyObject *args)
+{
+    return set<_Complex double, to_complex>(row, args);
+}
+
+NewReference get_complex_float(const MemberRow &row, PyObject *args)
+{
+    return get<_Complex float, from_complex_float>(row, args);
+}
+
+NewReference set_complex_float(const MemberRow &row, PyObject *args)
+{
+    return set<_Complex float, to_complex_float>(row, args);
+}
+
+}  // namespace quorel
