@@ -345,6 +345,17 @@ int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &
     return add_number(qualifier.place, static_cast<FieldWord>(to.id), field_ones(8), pattern);
 }
 
+/// Of a gport that says a module, any port of it; of any other, the unit's own.
+int add_module(bcm_gport_t gport, FieldPattern &pattern)
+{
+    Destination to;
+    if (BCM_GPORT_IS_SET(gport) && BCM_GPORT_IS_MODPORT(gport)) {
+        pattern.matches_none = pattern.matches_none || BCM_GPORT_MODPORT_MODID_GET(gport) != own_module;
+        return BCM_E_NONE;
+    }
+    return resolve(-1, gport, &to) == BCM_E_NONE && is_own_port(to) ? BCM_E_NONE : BCM_E_PORT;
+}
+
 void add_ports(const FieldQualifier &qualifier, const char *values, FieldPattern &pattern)
 {
     const auto ports = taken<bcm_pbmp_t>(values), mask = taken<bcm_pbmp_t>(values + sizeof(bcm_pbmp_t));
@@ -465,14 +476,9 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         is_asked = number(1) != 0;
         pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
         break;
-    case Layout::module: {
-        const auto gport = static_cast<bcm_gport_t>(number(0));
-        if (!BCM_GPORT_IS_MODPORT(gport)) {
-            return BCM_E_PORT;
-        }
-        pattern.matches_none = pattern.matches_none || BCM_GPORT_MODPORT_MODID_GET(gport) != own_module;
+    case Layout::module:
+        status = add_module(static_cast<bcm_gport_t>(number(0)), pattern);
         break;
-    }
     case Layout::module_port:
         // All ports are of the unit's own module.
         pattern.matches_none = pattern.matches_none || ((number(0) ^ unsigned{own_module}) & number(1)) != 0;
