@@ -8,7 +8,7 @@ ARP, RARP, IP4, IP6 = 0x0806, 0x8035, 0x0800, 0x86dd
 ICMP, IGMP, TCP, UDP, GRE, ESP, AH, ICMP6, OSPF, SCTP = 1, 2, 6, 17, 47, 50, 51, 58, 89, 132
 IP4_IN_IP, IP6_IN_IP = 4, 41
 HOP_BY_HOP, ROUTING, FRAGMENT, OPTIONS = 0, 43, 44, 60
-MPLS, MPLS_MULTICAST, TRILL, MIM, TEB = 0x8847, 0x8848, 0x22f3, 0x88e7, 0x6558
+MPLS, MPLS_MULTICAST, TRILL, MIM, TEB, FCOE = 0x8847, 0x8848, 0x22f3, 0x88e7, 0x6558, 0x8906
 VXLAN = 4789
 OTHER_UDP_TUNNELS = {6081: 'Geneve', 2152: 'Gtp', 5246: 'Capwap', 5247: 'Capwap'}
 VLAN = 0x8100
@@ -19,7 +19,7 @@ KINDS_OF_ARP = {1: 'Request', 2: 'Reply', 3: 'ReverseRequest', 4: 'ReverseReply'
                 9: 'InverseReply'}
 # What a packet that another carries can have.
 CARRIED = ('IpType SrcIp DstIp SrcIp6 DstIp6 SrcIp6High DstIp6High IpProtocol Ip6NextHeader Tos DSCP Ttl Ip6HopLimit '
-           'Ip6FlowLabel IpFrag L4SrcPort L4DstPort').split()
+           'Ip6FlowLabel IpFrag IpProtocolCommon L4SrcPort L4DstPort').split()
 PACKET_RESULTS = dict(UcastKnown=6, UcastUnknown=7, McastKnown=8, McastUnknown=9, Broadcast=10)
 # Classes that entries give packets, by the action's name.
 CLASSES = dict(ClassSourceSet='SrcClassField', ClassDestSet='DstClassField', ClassFieldNew='ClassId',
@@ -108,10 +108,36 @@ def _tunnel(kind, payload, facts):
         _labels(payload, facts)
     elif kind == TRILL:
         types.add('Trill')
+        _trill(payload, facts)
+    elif kind == FCOE and len(payload) >= 14:
+        facts.update(FcoeVersionIsZero=int(payload[0] < 16), FcoeSOF=payload[13])
+        _fibre_channel(payload[14:], facts)
     elif kind == MIM and len(payload) >= 4:
         types.add('Mim')
         facts['ISid'] = number(payload[1:4])
         _carried_frame(payload[4:], facts)
+
+
+def _trill(data, facts):
+    if len(data) < 6:
+        return
+    facts.update(TrillIVersion=data[0] >> 6, TrillMultiDestination=data[0] >> 3 & 1,
+                 TrillOpLength=number(data[:2]) >> 6 & 31, TrillHopCount=data[1] & 63,
+                 TrillEgressRbridge=number(data[2:4]), TrillIngressRbridge=number(data[4:6]))
+    _carried_frame(data[6 + 4 * facts['TrillOpLength']:], facts)
+
+
+def _fibre_channel(data, facts):
+    tag = data[:8] if len(data) >= 8 and data[0] == 0x50 else None
+    if tag is not None:
+        facts.update(FibreChanVFTVersion=tag[1] >> 6, FibreChanVFTPri=tag[2] >> 5,
+                     FibreChanVFTFabricId=number(tag[2:4]) >> 1 & 0xfff, FibreChanVFTHopCount=tag[4])
+        data = data[8:]
+    if len(data) >= 24:
+        facts.update(FibreChanVFTValid=int(tag is not None), FibreChanRCtl=data[0], FibreChanDstId=number(data[1:4]),
+                     FibreChanCSCtl=data[4], FibreChanSrcId=number(data[5:8]), FibreChanType=data[8],
+                     FibreChanFCtl=number(data[9:12]), FibreChanDFCtl=data[13], FcoeOxID=number(data[16:18]),
+                     FcoeRxID=number(data[18:20]))
 
 
 def _in_ip(found, is_ip4, facts):
@@ -176,7 +202,8 @@ def _label_facts(labels):
     if labels:
         found.update(MplsControlWordValid=0, MplsControlWord=0,
                      RouterAlertLabelValid=int(any(label >> 12 == 1 for label in labels)),
-                     GenericAssociatedChannelLabelValid=int(any(label >> 12 == 13 for label in labels)))
+                     GenericAssociatedChannelLabelValid=int(any(label >> 12 == 13 for label in labels)),
+                     MplsBos=labels[0] >> 8 & 1)
     return found
 
 
@@ -430,7 +457,8 @@ class Bridge(object):
         port = facts['InPort']
         l2_class, l3_class = self.classes.get(vlan, (0, 0))
         facts.update(Stage=set([stage]), SrcGports=self.gport(*self.place(port)),
-                     SrcModPortGports=self.gport('port', port), InterfaceClassL2=l2_class, InterfaceClassL3=l3_class, IncomingIpIfClass=l3_class)
+                     SrcModPortGports=self.gport('port', port), InterfaceClassL2=l2_class,
+                     InterfaceClassL3=l3_class, IncomingIpIfClass=l3_class)
         facts.update((name, 0) for name in ROUTED)
         if vlan in self.incoming:
             facts['L3Ingress'] = self.incoming[vlan]

@@ -260,6 +260,14 @@ class Actions(FieldActionTest):
         self.assertEqual(self.ports(1, self.frame()), [8])
         self.assertEqual(self.ports(1, sim.tagged(sim.ethernet(B, A), VLAN)), [2])
 
+    def test_what_is_limited_as_a_storm(self):
+        frame = made(to='ff:ff:ff:ff:ff:ff')
+        checked(q.bcm_rate_bcast_set, 0, 1, 1, q.BCM_RATE_ENABLE)
+        self.switch.send(1, frame)
+        self.assertEqual(self.switch.drops(1, frame), [(1, 'storm_limit')])
+        self.installed('upper', 1, 'lookup', ('StormControlDisable',))
+        self.assertEqual([len(self.switch.send(1, frame)) > 0 for _ in range(3)], [True] * 3)
+
     def test_parameters_that_no_packet_can_have(self):
         for action in (('CosQNew', 8), ('CosQCpuNew', 8), ('PrioIntNew', 8), ('GpPrioPktNew', 8), ('DropPrecedence', 3),
                        ('CpuReasonNew', 0), ('CpuReasonNew', q.bcmRxReasonCount), ('OuterVlanCfiNew', 2),
@@ -500,6 +508,19 @@ class Redirects(FieldActionTest):
         entry = self.installed('upper', 1, 'lookup', ('L3RouteDisable',))
         self.assertEqual(self.switch.send(6, frame), [(1, frame), (5, frame)])  # flooded
         checked(q.bcm_field_entry_destroy, 0, entry)
+
+    def test_which_table_routes_and_which_sources_are_expected(self):
+        for vrf, port in (0, 5), (7, 6):
+            checked(q.bcm_l3_route_add, 0,
+                    router.RouterTest.route_record(vrf, IP4, 0, 0, self.object(mac_addr=NEW, port=port)))
+        frame = made(to=self.mac, tags=((0x8100, 20, 0),))
+        self.installed('table', 1, 'lookup', ('VrfSet', 7))
+        self.assertEqual(self.ports(3, frame), [6])
+        self.installed('another', 2, 'lookup', ('VrfSet', 0), ('L3UrpfModeNew', q.bcmL3IntfUrpfLoose))
+        self.assertEqual(self.ports(3, frame), [])
+        self.assertEqual(self.switch.drops(3, frame), [(3, 'ip_source')])  # a default route expects nobody
+        self.installed('no check', 3, 'lookup', ('L3UrpfDisable',))
+        self.assertEqual(self.ports(3, frame), [5])
 
     def test_groups_of_them(self):
         ways = array('bcm_if_t', [self.object(mac_addr=NEW, port=port) for port in (5, 6)])

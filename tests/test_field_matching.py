@@ -37,7 +37,7 @@ class Actions(sim.TestCase):
     def test_where_packets_go(self):
         group, frame = self.group(1), sim.ethernet(UNKNOWN, SOURCE)
         for action, ports in ((('RedirectPort', 0, 7), [7]), (('Redirect', 9), [9]), (('RedirectBlackHole',), []),
-                              (('CopyToCpu',), [0] + range(2, 65)), (('RedirectPort', 0, 1), [])):
+                              (('CopyToCpu',), [0] + range(2, 65)), (('RedirectPort', 0, 1), []), (('RedirectSystemPort', 8), [8])):
             entry = self.entry(group, actions=[action], InPort=(1, 0xff))
             self.assertEqual([port for port, _ in self.switch.send(1, frame)], ports, action)
             checked(q.bcm_field_entry_destroy, 0, entry)

@@ -9,9 +9,9 @@ import sys
 import unittest
 
 import QuorelApiNew as q
-from field_model import (ARP, CLASSES, ESP, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4, IP4_IN_IP,
-                         IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING, SCTP, TCP,
-                         TEB, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+from field_model import (ARP, CLASSES, ESP, FCOE, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4,
+                         IP4_IN_IP, IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING,
+                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -55,6 +55,12 @@ MASKED = dict(
     L3Routable=1, ForwardingVlanValid=1, PacketRes=8, TranslatedVlanFormat=2, TrunkMemberSourceModuleId=31, SrcGports=31,
     SrcModPortGports=31, DstGports=31, L3Ingress=31, InterfaceClassL2=32, InterfaceClassL3=32, IncomingIpIfClass=32,
     L2StationMove=1, L2Learn=1, LearnSrcMac=48, LearnVlan=12, ReplicantAny=1, ReplicantFirst=1)
+MASKED.update(
+    TrillEgressRbridge=16, TrillIngressRbridge=16, TrillIVersion=2, TrillMultiDestination=1, TrillOpLength=5,
+    TrillHopCount=6, FcoeSOF=8, FcoeVersionIsZero=1, FibreChanRCtl=8, FibreChanDstId=24, FibreChanCSCtl=8,
+    FibreChanSrcId=24, FibreChanType=8, FibreChanFCtl=24, FibreChanDFCtl=8, FcoeOxID=16, FcoeRxID=16,
+    FibreChanVFTValid=1, FibreChanVFTVersion=2, FibreChanVFTPri=3, FibreChanVFTFabricId=12, FibreChanVFTHopCount=8,
+    MplsBos=1)
 MASKED.update((name, 32 if 'Class' in name else 1) for name in ROUTED)
 for end, bits in (('', 32), ('Id', 20), ('Exp', 3), ('Bos', 1), ('Ttl', 8)):
     MASKED.update(('MplsLabel%d%s' % (label, end), bits) for label in (1, 2, 3))
@@ -64,7 +70,7 @@ MASKED.update((name, 16) for name in CLASSES.values())
 SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
 GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport LearnSrcPort SrcModuleGport'.split()
 KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpType InnerIpFrag '
-         'ForwardingType Stage').split()
+         'ForwardingType Stage InnerIpProtocolCommon').split()
 PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap SystemPortBitmap SourceGportBitmap OutPorts'.split()
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
 ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
@@ -122,7 +128,7 @@ class Maker(object):
         if len(tpids) == 1 and chance.random() < 0.1:
             head[-2:] = octets(chance.randrange(16) << 12, 2)  # a tag for its priority alone
         kind, payload = chance.choice([self.ip4, self.ip4, self.ip6, self.ip6, self.arp, self.logical_link,
-                                       self.other, self.labels, self.mac_in_mac])()
+                                       self.other, self.labels, self.mac_in_mac, self.trill])()
         body = octets(kind, 2) + payload
         if chance.random() < 0.25:
             for _ in range(chance.randrange(1, 4)):
@@ -229,8 +235,16 @@ class Maker(object):
         return min(length, 0x5ff), header + payload
 
     def other(self):
-        kind = self.chance.choice([0x88b5, 0x8847, 0x8848, 0x22f3, 0x88e7, 0x8863, 0x8864, 0x22e9, 0x8906])
-        return kind, bytearray(self.chance.randrange(256) for _ in range(self.chance.choice([1, 30, 60])))
+        kind = self.chance.choice([0x88b5, 0x8847, 0x8848, TRILL, 0x88e7, 0x8863, 0x8864, 0x22e9, FCOE])
+        payload = bytearray(self.chance.randrange(256) for _ in range(self.chance.choice([1, 30, 60])))
+        if kind == FCOE and len(payload) > 30:
+            payload[0], payload[14] = self.chance.choice([0, 0x10]), self.chance.choice([0x50, 0x50, 6])
+        return kind, payload
+
+    def trill(self):
+        options = self.chance.choice([0, 0, 1, 2])
+        head = octets(self.chance.choice([0, 0, 0x0800, 0x4000]) | options << 6 | self.chance.randrange(64), 2)
+        return TRILL, head + self.some(4 + 4 * options) + self.carried_frame()
 
 
 class Conditions(object):
@@ -275,7 +289,7 @@ class Conditions(object):
                 'IpType': ['NonIp', 'Ip', 'Ipv4NoOpts'], 'IpFrag': ['Non', 'Any'], 'L2Format': ['EthII', 'Llc'],
                 'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply'], 'TunnelType': ['None', 'Vxlan'],
                 'InnerIpType': ['Ip'], 'InnerIpFrag': ['Non'], 'ForwardingType': ['L3'],
-                'Stage': ['Lookup', 'Ingress']}[name]
+                'Stage': ['Lookup', 'Ingress'], 'InnerIpProtocolCommon': ['TcpUdp', 'Igmp']}[name]
             return Kind(name, chance.choice(kinds if kinds and chance.random() < 0.8 else others))
         value = facts.get(name, 1)
         if name in SINGLE:

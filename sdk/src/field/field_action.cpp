@@ -1,6 +1,7 @@
 #include "field_action.h"
 
 #include "enumerators.h"
+#include "l3_routes.h"
 #include "sim_parse.h"
 
 #include <bcm/error.h>
@@ -30,6 +31,7 @@ enum class Parameters : std::uint8_t {
     number,  // from ActionRow::least to ActionRow::highest
     gport,
     module_port,
+    system_port,
     trunk,
     group,
     ports,
@@ -81,6 +83,8 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionRedirect, Decision::destination, Kind::to_destination, in_ingress, Parameters::gport},
     {bcmFieldActionRedirectPort, Decision::destination, Kind::to_destination, in_ingress,
      Parameters::module_port},
+    {bcmFieldActionRedirectSystemPort, Decision::destination, Kind::to_destination, in_ingress,
+     Parameters::system_port},
     {bcmFieldActionRedirectTrunk, Decision::destination, Kind::to_destination, in_ingress, Parameters::trunk},
     {bcmFieldActionRedirectMcast, Decision::destination, Kind::to_destination, in_ingress, Parameters::group},
     {bcmFieldActionRedirectPbmp, Decision::destination, Kind::to_ports, in_ingress, Parameters::ports},
@@ -172,6 +176,13 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
     {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, after_tables},
 
+    {bcmFieldActionVrfSet, Decision::routing_table, Kind::act, in_lookup, Parameters::number,
+     L3Routes::vrf_max - 1},
+    {bcmFieldActionL3UrpfModeNew, Decision::source_check, Kind::act, in_lookup, Parameters::number,
+     bcmL3IntfUrpfStrict},
+    {bcmFieldActionL3UrpfDisable, Decision::source_check, Kind::act, in_lookup},
+    {bcmFieldActionStormControlDisable, Decision::not_limited, Kind::act, in_lookup},
+
     class_row(bcmFieldActionClassSourceSet, FieldClass::source),
     class_row(bcmFieldActionClassDestSet, FieldClass::destination),
     class_row(bcmFieldActionClassFieldNew, FieldClass::flow),
@@ -212,6 +223,11 @@ int read_parameters(const ActionRow &row, const FieldAction &given, FieldEffect 
         return resolve(-1, first, &effect.to);
     case Parameters::module_port:
         return resolve(first, second, &effect.to);
+    case Parameters::system_port: {
+        bcm_gport_t port = 0;
+        BCM_GPORT_SYSTEM_PORT_ID_SET(port, first);
+        return BCM_GPORT_SYSTEM_PORT_ID_GET(port) == first ? resolve(-1, port, &effect.to) : BCM_E_PORT;
+    }
     case Parameters::trunk:
         return resolve_trunk(first, &effect.to);
     case Parameters::group:

@@ -52,7 +52,10 @@ enum class FieldDecision : std::uint8_t {
     no_arrival_filter,  ///< of VLANs
     no_leaving_filter,
     not_routed,
-    first_class,  ///< a class of the packet, in the order of FieldClass
+    routing_table,
+    source_check,  ///< of routed packets
+    not_limited,   ///< as a storm
+    first_class,   ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 

@@ -11,7 +11,8 @@ namespace {
 namespace at = field_places;
 
 constexpr unsigned type_teb = 0x6558;  // Ethernet within GRE
-constexpr unsigned type_mpls = 0x8847, type_mpls_multicast = 0x8848, type_trill = 0x22f3, type_mim = 0x88e7;
+constexpr unsigned type_mpls = 0x8847, type_mpls_multicast = 0x8848, type_trill = 0x22f3, type_mim = 0x88e7,
+                   type_fcoe = 0x8906;
 constexpr unsigned protocol_ip4 = 4, protocol_ip6 = 41, protocol_gre = 47;
 constexpr unsigned least_type = 0x600;
 
@@ -52,6 +53,7 @@ void read_inner(unsigned type, const FieldRest &rest, FieldKey &key)
         {at::flow_label, at::inner_flow_label},
         {at::ip_type, at::inner_ip_type},
         {at::ip_fragment, at::inner_ip_fragment},
+        {at::protocol_kind, at::inner_protocol_kind},
     };
     static constexpr InnerHeader headers[] = {
         {FieldHeader::ip4, FieldHeader::inner_ip4},
@@ -227,6 +229,73 @@ void read_in_ip(FieldKey &key)
     }
 }
 
+/// The header is read though no bridge here takes part in TRILL.
+void read_trill(FieldRest rest, FieldKey &key)
+{
+    constexpr std::size_t header_bytes = 6, option_bytes = 4;
+    if (!rest.has(header_bytes)) {
+        return;
+    }
+    const unsigned first = number_at(rest.data), options = first >> 6;
+    key.has(FieldHeader::trill);
+    key.put(at::trill_version, first >> 14);
+    key.put(at::trill_is_for_many, first >> 11);
+    key.put(at::trill_options, options);
+    key.put(at::trill_hops, first);
+    key.put(at::trill_egress, number_at(rest.data + 2));
+    key.put(at::trill_ingress, number_at(rest.data + 4));
+    const std::size_t before_frame = header_bytes + option_bytes * key.get(at::trill_options);
+    if (rest.has(before_frame)) {
+        rest.skip(before_frame);
+        read_inner_ethernet(rest, key);
+    }
+}
+
+/// The tag of a virtual fabric, if the Fibre Channel frame begins with one.
+void read_fabric_tag(FieldRest &rest, FieldKey &key)
+{
+    constexpr std::size_t tag_size = 8;
+    constexpr unsigned of_tag = 0x50;  // in place of the routing control
+    if (!rest.has(tag_size) || rest.data[0] != of_tag) {
+        return;
+    }
+    const unsigned priority_and_fabric = number_at(rest.data + 2);
+    key.has(FieldHeader::fabric_tag);
+    key.put(at::fabric_version, rest.data[1] >> 6);
+    key.put(at::fabric_priority, priority_and_fabric >> 13);
+    key.put(at::fabric, priority_and_fabric >> 1);
+    key.put(at::fabric_hops, rest.data[4]);
+    rest.skip(tag_size);
+}
+
+void read_fcoe(FieldRest rest, FieldKey &key)
+{
+    constexpr std::size_t encapsulation_bytes = 14, header_bytes = 24;
+    if (!rest.has(encapsulation_bytes)) {
+        return;
+    }
+    key.has(FieldHeader::fcoe);
+    key.put(at::fcoe_version_is_zero, rest.data[0] >> 4 == 0);
+    key.put(at::fcoe_start, rest.data[encapsulation_bytes - 1]);
+    rest.skip(encapsulation_bytes);
+    read_fabric_tag(rest, key);
+    if (!rest.has(header_bytes)) {
+        return;
+    }
+    const unsigned char *const header = rest.data;
+    key.has(FieldHeader::fibre_channel);
+    key.put(at::has_fabric_tag, key.is(FieldHeader::fabric_tag));
+    key.put(at::fibre_routing, header[0]);
+    key.put(at::fibre_destination, number_of(header + 1, 3));
+    key.put(at::fibre_class, header[4]);
+    key.put(at::fibre_source, number_of(header + 5, 3));
+    key.put(at::fibre_type, header[8]);
+    key.put(at::fibre_frame, number_of(header + 9, 3));
+    key.put(at::fibre_data, header[13]);
+    key.put(at::fibre_originator, number_at(header + 16));
+    key.put(at::fibre_responder, number_at(header + 18));
+}
+
 void read_logical_link(FieldKey &key)
 {
     constexpr FieldWord to_snap = 0xaaaa03;
@@ -264,6 +333,9 @@ void read_further_headers(FieldKey &key)
         read_labels(key.behind_type, key);
     } else if (type == type_trill) {
         put_tunnel(bcmFieldTunnelTypeTrill, key);
+        read_trill(key.behind_type, key);
+    } else if (type == type_fcoe) {
+        read_fcoe(key.behind_type, key);
     } else if (type == type_mim && key.behind_type.has(4)) {
         put_tunnel(bcmFieldTunnelTypeMim, key);
         key.has(FieldHeader::i_tag);

@@ -56,6 +56,10 @@ enum class FieldHeader : std::uint8_t {
     l3_group,                ///< by one of such a group
     learnt,                  ///< its source address was not known where it came in, and is now
     out_place,               ///< one destination, a port or a trunk
+    trill,
+    fcoe,
+    fibre_channel,  ///< in FCoE, and a fabric's tag before it
+    fabric_tag,
 };
 
 /// A part of a word.
@@ -123,8 +127,18 @@ constexpr FieldPlace stage{53, 32, 16}, learn_vlan{53, 48, 12};
 constexpr FieldPlace vlan_class{54, 0, 32}, incoming_class{54, 32, 32};  // that tables give
 constexpr FieldPlace outgoing_class{55, 0, 32};
 
+constexpr FieldPlace trill_ingress{55, 32, 16}, trill_egress{55, 48, 16};
+constexpr FieldPlace trill_version{56, 0, 2}, trill_is_for_many{56, 2, 1}, trill_options{56, 3, 5},
+    trill_hops{56, 8, 6}, fcoe_start{56, 16, 8}, fcoe_version_is_zero{56, 24, 1}, has_fabric_tag{56, 25, 1},
+    inner_protocol_kind{56, 26, 12}, fabric_version{56, 38, 2}, fabric_priority{56, 40, 3},
+    fabric_hops{56, 43, 8}, fabric{56, 51, 12};
+constexpr FieldPlace fibre_destination{57, 0, 24}, fibre_routing{57, 24, 8}, fibre_source{57, 32, 24},
+    fibre_class{57, 56, 8};
+constexpr FieldPlace fibre_type{58, 0, 8}, fibre_frame{58, 8, 24}, fibre_data{58, 32, 8};
+constexpr FieldPlace fibre_originator{59, 0, 16}, fibre_responder{59, 16, 16};
+
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = outgoing_class.word + 1;
+constexpr std::size_t words = fibre_originator.word + 1;
 
 }  // namespace field_places
 

@@ -4,7 +4,7 @@ namespace sim {
 
 Onward limit_storms(Passage &passage)
 {
-    if (!passage.own().limits_storms) {
+    if (!passage.own().limits_storms || (passage.treatment && !passage.treatment->is_limited)) {
         return Onward::next;
     }
     const unsigned char *address = passage.frame.to();

@@ -396,7 +396,8 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     if (!verdict.has_any(one_of(D::priority) | one_of(D::color) | one_of(D::unicast_queue)
                          | one_of(D::multicast_queue) | one_of(D::cpu_queue) | one_of(D::outer_priority)
                          | one_of(D::outer_cfi) | one_of(D::not_learnt) | one_of(D::no_arrival_filter)
-                         | one_of(D::no_leaving_filter) | one_of(D::not_routed) | class_decisions)) {
+                         | one_of(D::no_leaving_filter) | one_of(D::not_routed) | one_of(D::not_limited)
+                         | one_of(D::routing_table) | one_of(D::source_check) | class_decisions)) {
         return;
     }
     const Numbers numbers(verdict, key);
@@ -413,6 +414,9 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     treatment.skips_arrival_filter |= verdict.of(D::no_arrival_filter) != nullptr;
     treatment.skips_leaving_filter |= verdict.of(D::no_leaving_filter) != nullptr;
     treatment.is_routed &= verdict.of(D::not_routed) == nullptr;
+    treatment.is_limited &= verdict.of(D::not_limited) == nullptr;
+    numbers.put(D::routing_table, treatment.vrf);
+    numbers.put(D::source_check, treatment.source_check);
     Tag tag;
     tag.set_content(passage.frame.tag);
     numbers.put(D::outer_priority, tag.priority);

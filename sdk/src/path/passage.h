@@ -73,6 +73,8 @@ struct Treatment {
     bool is_learnt = true;                                            ///< its source address
     bool skips_arrival_filter = false, skips_leaving_filter = false;  ///< of VLANs
     bool is_routed = true;                                            ///< if it is for a router
+    bool is_limited = true;                                           ///< as part of a storm
+    int vrf = -1, source_check = -1;  ///< where it is routed; -1 for what its VLAN and its interface say
     FieldClasses classes = {};
     uint32 cpu_match = 0;  ///< what the CPU is told of the entry that sends it there
     int mirror_out = 0;    ///< the destination that gets a copy of what leaves; 0 for none

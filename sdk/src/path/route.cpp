@@ -19,6 +19,17 @@ struct Ingress {
     bool takes_default_route = false;  ///< for the check
 };
 
+/// What the field processor says of it.
+[[gnu::noinline]] void obey(const Treatment &treatment, Ingress &ingress)
+{
+    if (treatment.vrf >= 0) {
+        ingress.vrf = static_cast<unsigned>(treatment.vrf);
+    }
+    if (treatment.source_check >= 0) {
+        ingress.source_check = treatment.source_check;
+    }
+}
+
 [[gnu::always_inline]] inline Ingress ingress_of(Passage &passage, L3State &l3, const L3Interface *interface)
 {
     Ingress ingress;
@@ -36,6 +47,9 @@ struct Ingress {
             ingress.source_check = ingress.own->urpf_mode;
             ingress.takes_default_route = ingress.own->flags & BCM_L3_INGRESS_URPF_DEFAULT_ROUTE_CHECK;
         }
+    }
+    if (passage.treatment) {
+        obey(*passage.treatment, ingress);
     }
     return ingress;
 }
