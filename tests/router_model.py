@@ -15,6 +15,8 @@ Interface = collections.namedtuple('Interface', 'vlan mac vrf mtu ttl check')  #
 Hop = collections.namedtuple('Hop', 'kind vlan mac port')
 # hops: one or several, which are equal; none: unresolved
 Route = collections.namedtuple('Route', 'vrf kind network length hops')
+# source 0: all; vid 0: any; members: pairs of port and VLAN; expected_in: a VLAN, or 0
+Group = collections.namedtuple('Group', 'vrf kind vid source group members expected_in')
 
 
 def octets(mac):
@@ -76,7 +78,7 @@ class Drop(Exception):
 
 class Router(object):
     def __init__(self):
-        self.ports, self.interfaces, self.hosts, self.routes = {}, {}, {}, []
+        self.ports, self.interfaces, self.hosts, self.routes, self.groups = {}, {}, {}, [], []
 
     def way_to(self, vrf, kind, address):
         """The hops to an address, and the length of the prefix; None."""
@@ -99,6 +101,27 @@ class Router(object):
             return self._routed(self.interfaces[vlan], vlan, frame)
         except Drop as drop:
             return str(drop)
+
+    def copies(self, port, frame):
+        """Of a multicast that arrives at a port: all of its copies, as pairs of port and frame."""
+        vlan = frame.vlan or self.ports[port].vlan
+        sent = [(at.number, frame.but(vlan=vlan if at.tagged else None))
+                for at in self.ports.values() if at.vlan == vlan and at.number != port]
+        places = (12, 16, 20, 8) if frame.kind == IP4 else (8, 24, 40, 7)
+        source, group = [number(frame.packet[place:end]) for place, end in zip(places, places[1:3])]
+        ttl, length = number(frame.packet[places[3]:places[3] + 1]), len(frame.packet)
+        on_link = group >> 8 == 0xe00000 if frame.kind == IP4 else group >> 112 == 0xff02
+        ranked = [entry for wanted in (source, 0) for vid in (vlan, 0) for entry in self.groups
+                  if (entry.vrf, entry.kind, entry.source, entry.group, entry.vid)
+                  == (self.interfaces[vlan].vrf, frame.kind, wanted, group, vid)]
+        if ranked and ttl > 1 and not on_link and ranked[0].expected_in in (0, vlan):
+            for at, out in ranked[0].members:
+                leaving = self.interfaces[out]
+                if out != vlan and ttl > leaving.ttl and not (leaving.mtu and length > leaving.mtu):
+                    packet = self._one_hop_less(frame.kind, frame.packet)
+                    sent.append((at, frame.but(source=leaving.mac, packet=packet,
+                                               vlan=out if self.ports[at].tagged else None)))
+        return [(at, copy.bytes()) for at, copy in sent]
 
     def _routed(self, interface, vlan, frame):
         data = frame.bytes()

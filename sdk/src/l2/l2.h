@@ -84,8 +84,8 @@ struct L2State : RoomState {
     // The same as packets see them, worked out at each change.
     std::vector<bcm_l2_station_t> stations_by_priority;
 
-    /// Who may take packets that else are bridged: stations, and routers, as layer 3 says.
-    enum Takers : unsigned { no_takers, stations_take = 1, routers_take = 2 };
+    /// Who may take packets that else are bridged: stations, and routers, as layer 3 says; of multicasts, copies.
+    enum Takers : unsigned { no_takers, stations_take = 1, routers_take = 2, multicast_routers_take = 4 };
     unsigned takers = no_takers;
     void put_takers(Takers which, bool are_there)
     {

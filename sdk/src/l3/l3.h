@@ -5,6 +5,7 @@
 
 #include "ip_header.h"
 #include "l3_hosts.h"
+#include "l3_multicast.h"
 #include "l3_objects.h"
 #include "l3_routes.h"
 #include "keyed_table.h"
@@ -31,7 +32,7 @@ struct L3State : RoomState {
 
     static constexpr int paths_max = 1024;  ///< of a group
 
-    explicit L3State(Switch &sw) : l2_(sw.of<L2State>()) {}
+    explicit L3State(Switch &sw) : multicast(sw), l2_(sw.of<L2State>()) {}
 
     bool initialised = true;
     L3Settings settings;
@@ -40,6 +41,7 @@ struct L3State : RoomState {
     L3Hosts hosts;
     L3Routes routes;
     VirtualRouters virtual_routers;
+    L3Multicast multicast;
     ObjectTable<bcm_l3_ingress_t> ingress{16384};
     int source_discards = 0;  ///< hosts and routes with BCM_L3_SRC_DISCARD
 
@@ -53,7 +55,7 @@ struct L3State : RoomState {
         return addresses_;
     }
 
-    /// Interfaces or virtual routers have changed, or whether packets are routed at all.
+    /// Interfaces, virtual routers or entries of multicasts have changed, or whether packets are routed at all.
     void change_addresses();
 
     /// Empties all tables.

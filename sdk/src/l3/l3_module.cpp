@@ -17,6 +17,9 @@ void L3State::change_addresses()
     l2_.put_takers(
         L2State::routers_take,
         initialised && settings.routes && (!objects.interfaces.empty() || !ip4.empty() || !ip6.empty()));
+    l2_.put_takers(L2State::multicast_routers_take,
+                   initialised && settings.routes && multicast.is_enabled && !multicast.entries().empty());
+    multicast.touch();
 }
 
 void L3State::clear()

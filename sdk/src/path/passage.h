@@ -6,6 +6,7 @@
 #include "frame_buffer.h"
 #include "l2.h"
 #include "l3.h"
+#include "l3_multicast.h"
 #include "port.h"
 #include "queue.h"
 #include "tags.h"
@@ -172,7 +173,8 @@ struct Passage {
 
     const NextHop *hop =
         nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
-    bool is_sampled = false;  ///< on arrival
+    const MulticastMembers *routed = nullptr;  ///< copies that are routed besides, of what is for many
+    bool is_sampled = false;                   ///< on arrival
     /// Before it was learnt, if the field processor asks.
     bool source_was_known = false, source_was_static = false;
     /// The same if it asks for more than that: whether it was known there, and what else was looked up.

@@ -37,7 +37,9 @@ void to_trunk(Passage &passage, const PortSet &origin, const PortSet &can_send, 
 /// Copies to all of the ports that can send; to one of those of a trunk.
 void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, const TrunkPorts &trunks)
 {
-    const PortSet able = (passage.members & can_send) - origin;
+    // What is routed may leave where it came from.
+    const PortSet able =
+        passage.hop == nullptr ? (passage.members & can_send) - origin : passage.members & can_send;
     PortSet chosen = able - trunks.in_trunks;
     for (const SendingTrunk &trunk : trunks.trunks) {
         const PortSet of_trunk = able & trunk.senders;
@@ -59,7 +61,7 @@ void to_many(Passage &passage, const PortSet &origin, const PortSet &can_send, c
                   "to %d of %d members; the others cannot send, or it came from there", chosen.count(),
                   passage.members.count());
     }
-    if (chosen.empty()) {
+    if (chosen.empty() && passage.routed == nullptr) {
         passage.drop(Discard::no_destination);
     }
     passage.copies = passage.copies | chosen;
@@ -78,6 +80,9 @@ Onward replicate(Passage &passage)
     const PortSet can_send = linked_ports(passage.sw) & passage.forwarding();
     if (passage.is_for_many) {
         to_many(passage, from, can_send, trunks);
+        if (passage.routed != nullptr) {
+            send_routed_copies(passage);
+        }
     } else if (passage.to.kind == Destination::Kind::trunk) {
         const SendingTrunk *trunk = trunks.find(passage.to.id);
         const bool has_none = trunk != nullptr && (trunk->senders & can_send).empty();

@@ -319,7 +319,11 @@ Onward route_ip(Passage &passage, L3State &l3, const RouterAddresses::Match &mat
 [[gnu::noinline]] Onward route_if_own(Passage &passage)
 {
     L3State &l3 = l3_of(passage.sw);
-    const RouterAddresses::Match match = match_of(passage, l3, l2_of(passage.sw));
+    const L2State &l2 = l2_of(passage.sw);
+    if ((l2.takers & L2State::multicast_routers_take) && is_group(passage.frame.to())) {
+        return route_multicast(passage);
+    }
+    const RouterAddresses::Match match = match_of(passage, l3, l2);
     if (match.takes == 0) {
         return Onward::next;
     }
@@ -388,6 +392,11 @@ void look_up_addresses(const Passage &passage, L3State &l3, Findings &found)
 }
 
 }  // namespace
+
+unsigned routing_table_of(Passage &passage, L3State &l3, const L3Interface *interface)
+{
+    return ingress_of(passage, l3, interface).vrf;
+}
 
 Onward route(Passage &passage)
 {

@@ -2,6 +2,7 @@
 /// can be read alone; sim/traffic.h tells what they do in the words of users.
 #pragma once
 
+#include "l3.h"
 #include "passage.h"
 #include "policer.h"
 
@@ -69,6 +70,15 @@ Onward route(Passage &passage);
 
 /// The same, where the field processor may have said that it is to be bridged, and may ask what is looked up.
 Onward route_by_fields(Passage &passage);
+
+/// The routing table of what a router receives in the packet's VLAN, through that interface if there is one.
+unsigned routing_table_of(Passage &passage, L3State &l3, const L3Interface *interface);
+
+/// Where a multicast goes that has an entry: decided, with copies that are routed. Next: it is bridged only.
+Onward route_multicast(Passage &passage);
+
+/// Those copies join what leaves.
+void send_routed_copies(Passage &passage);
 
 /// An IP packet goes where an egress object leads, or one of a group: decided, or over if it ends here. Next: it is
 /// none.
