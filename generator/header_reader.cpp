@@ -1121,6 +1121,10 @@ private:
             || take(clang_getFileName(file_of(cursor))) == main_file) {
             return;
         }
+        // By these a program tells the C library's headers what it wants, and each compiler has them otherwise.
+        if (name_of(cursor).compare(0, 6, "__STDC") == 0) {
+            return;
+        }
         std::string header = header_of(cursor);
         if (header.empty() || tokens_of(clang_getCursorExtent(cursor)).size() < 2) {
             return;

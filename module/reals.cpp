@@ -90,7 +90,8 @@ Status to_complex_float(PyObject *object, _Complex float *value)
     if (overflows(__real__ number) || overflows(__imag__ number)) {
         return Status::overflow;
     }
-    *value = number;
+    __real__ *value = static_cast<float>(__real__ number);
+    __imag__ *value = static_cast<float>(__imag__ number);
     return Status::ok;
 }
 

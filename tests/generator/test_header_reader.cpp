@@ -28,6 +28,7 @@ constexpr char header[] = R"(
 #define VENDOR_SCALE 1.5
 #define VENDOR_NOWHERE ((void *)0)
 #define VENDOR_CALL vendor_plain
+#define __STDC_VENDOR_MACROS 1
 #define VENDOR_GONE 5
 #undef VENDOR_GONE
 #define VENDOR_LOWEST (-2147483647 - 1)
@@ -129,6 +130,7 @@ protected:
 TEST_F(HeaderReaderTest, ConstantsAreNumbersAndTextsAndNothingElse)
 {
     // However many there are that are none, and whatever they open or close.
+    EXPECT_NE(error_of("constants = [\"__STDC_*\"]\n").find("'__STDC_*' fits nothing"), std::string::npos);
     Model model = build("constants = [\"VENDOR_*\", \"vendor*\", \"!*TOO_*\", \"!vendorToo*\"]\n");
     std::vector<std::string> names;
     for (const Constant &constant : model.constants) {
