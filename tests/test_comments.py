@@ -14,11 +14,11 @@ FILE = re.compile(r'(?:<\w+>|[\w./-])+(?<=[\w>-])\.(?:h|cpp|py|pyi|toml|tsv|cmak
 CALL = re.compile(r'\b([A-Za-z_]\w*)\(\)')
 # What stands for any name.
 ANY = re.compile(r'<\w+>|\b[A-Z]{3,}(?=[./]|\b|_[a-z])|(?<=_)[A-Z]{4,}\b')
-# Of systems and other tools, and what the examples of guides and tests make.
+# Of systems and other tools, what the generator makes of other headers, and what examples of guides and tests make.
 FOREIGN = set('''
     CXXABI_1 GLIBCXX_3 __cxa_thread_atexit gtest_filter record_member _zl
-    crypt.h errno.h ethtool.h pyconfig.h sys/time.h vendor.h zlib.h zl.py bulb.h lamp.h
-    lamp/level.h probes.h swig_sdk.py
+    crypt.h errno.h ethtool.h headers_of_c.h jpeglib.h lzma.h lzma/base.h pyconfig.h sys/time.h vendor.h zlib.h zl.py
+    bulb.h lamp.h lamp.toml lamp/level.h probes.h swig_sdk.py
     FOLDER/benchmarks/recorded.md print_both()'''.split())
 
 
