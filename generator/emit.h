@@ -11,7 +11,8 @@
 
 namespace generator {
 
-/// records_<family>.cpp: rows and stubs of constructors, destructors, registrations and member accessors.
+/// A family's share of families_<unit>.cpp: rows and stubs of constructors, destructors, registrations and member
+/// accessors.
 std::string emit_records(const Family &family, const Numbering &numbering);
 
 /// names.cpp: by which names and enumerations the package above the module finds constants.
@@ -23,7 +24,7 @@ std::string emit_chip_names(const Model &model);
 /// Whether the family has functions that may throw: what is emitted for it has to be built with exceptions.
 bool throws(const Family &family);
 
-/// calls_<family>.cpp: rows, typed thunks and stubs of functions.
+/// Likewise: rows, typed thunks and stubs of functions.
 std::string emit_calls(const Family &family, const Numbering &numbering, const CxxNames &names);
 
 /// shapes.h and shapes.cpp: one call function per sequence of argument kinds.
@@ -47,7 +48,8 @@ std::string emit_constants(const Model &model);
 /// Constants that need more than 32 bits, real ones and texts.
 std::string emit_values(const Model &model);
 
-/// sim_<family>.h and sdk_<family>.cpp: the development SDK's public functions, which log and forward their calls.
+/// sim_<family>.h, and the family's share of sdk_<unit>.cpp: the development SDK's public functions, which log and
+/// forward their calls.
 std::string emit_simulator_header(const Family &family);
 std::string emit_sdk_calls(const Family &family, const Answers &answers);
 
@@ -61,7 +63,7 @@ std::string emit_rule(const Rule &rule);
 std::string table_constant(const std::string &table);
 std::string emit_table(const std::string &table, const std::string &module, const TableText &text);
 
-/// rules.tsv: what the development SDK's functions answer that nobody writes by hand, a line per function: name,
+/// rules.tsv: what the development SDK's functions answer unless they are written by hand, a line per function: name,
 /// family, operation, table, and why; then "key", "value", "key,value" or "other" with the resolved type for each
 /// parameter of a rule after the unit. The operation is "initialise" for what clears a record, "-" if there is none.
 std::string emit_rules(const Model &model, const Answers &answers);

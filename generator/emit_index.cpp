@@ -389,49 +389,37 @@ private:
                                               : "no";
     }
 
-    std::string parameter_row(const BoundFunction &function, const std::vector<BoundParameter> &arguments,
-                              size_t index, const BoundParameter *appended)
+    // What a row says of a parameter by its conversion.
+    struct Passed {
+        std::string way;
+        std::string type;             ///< its number
+        bool may_be_several = false;  ///< whether it points to memory
+    };
+
+    Passed passed(const BoundFunction &function, const BoundParameter &parameter)
     {
-        const BoundParameter &parameter = arguments[index];
         const TypePtr &type = parameter.crossing.type;
-        TypePtr inner = target_of(type);
-        bool constant = inner && inner->is_const;
-        std::string way = "value", number_text = none, bound = "0", count = "no_count";
+        const TypePtr inner = target_of(type);
+        const bool constant = inner && inner->is_const;
         switch (parameter.crossing.conversion) {
         case Conversion::String:
         case Conversion::NullableString:
-            way = constant ? "constant_text" : "text";
-            number_text = number(Type::builtin("char"));
-            count = count_of(arguments, index, appended);
-            break;
+            return {constant ? "constant_text" : "text", number(Type::builtin("char")), true};
         case Conversion::Pointer:
-            way = constant ? "constant" : "pointer";
-            number_text = number(inner, parameter.crossing.descriptor);
-            bound = is_array(type) && number_text != none
-                        ? "std::extent_v<" + spell_declared(Type::without_const(type)) + ">"
-                        : "0";
-            count = count_of(arguments, index, appended);
-            break;
+            return {constant ? "constant" : "pointer", number(inner, parameter.crossing.descriptor), true};
         case Conversion::AnyPointer:
-            way = "any_pointer";
-            break;
+            return {"any_pointer", none};
         case Conversion::Value:
-            way = function.of_sdk ? "by_value" : "other";
-            number_text = number(type, parameter.crossing.descriptor);
-            break;
+            return {function.of_sdk ? "by_value" : "other", number(type, parameter.crossing.descriptor)};
         case Conversion::Callback:
-            way = "callback";
-            number_text = number(type);
-            break;
+            return {"callback", number(type)};
         case Conversion::Mapped:
-            way = inner && !constant && conversion_of(type) == "mac_address" ? "mac_address" : "value";
-            number_text = number(type);
-            break;
+            return {inner && !constant && conversion_of(type) == "mac_address" ? "mac_address" : "value",
+                    number(type)};
         case Conversion::Bytes:
         case Conversion::Callable:
         case Conversion::Object:
-            way = "other";
-            break;
+            return {"other", none};
         case Conversion::Int32:
         case Conversion::UInt32:
         case Conversion::Int8:
@@ -448,13 +436,24 @@ private:
         case Conversion::Char:
         case Conversion::Bool:
         case Conversion::Nothing:
-            number_text = number(type);
-            break;
+            return {"value", number(type)};
         }
-        if (parameter.direction == Direction::InOut) {
-            way = "in_and_out";
-        }
-        return "{" + number_text + ", " + bound + ", Way::" + way + ", " + count + ", "
+        return {};
+    }
+
+    std::string parameter_row(const BoundFunction &function, const std::vector<BoundParameter> &arguments,
+                              size_t index, const BoundParameter *appended)
+    {
+        const BoundParameter &parameter = arguments[index];
+        const TypePtr &type = parameter.crossing.type;
+        const Passed as = passed(function, parameter);
+        const bool has_bound =
+            parameter.crossing.conversion == Conversion::Pointer && is_array(type) && as.type != none;
+        const std::string bound =
+            has_bound ? "std::extent_v<" + spell_declared(Type::without_const(type)) + ">" : "0";
+        const std::string way = parameter.direction == Direction::InOut ? "in_and_out" : as.way;
+        const std::string count = as.may_be_several ? count_of(arguments, index, appended) : "no_count";
+        return "{" + as.type + ", " + bound + ", Way::" + way + ", " + count + ", "
                + capacity_of(arguments, index, way, count) + "}";
     }
 

@@ -709,52 +709,19 @@ private:
         return type->is_const || (array->kind == Type::Kind::Array && is_constant(array->target));
     }
 
-    BoundMember bind_member(const Member &member, bool as_text)
+    Storage storage_of(Conversion conversion, const TypePtr &type) const
     {
-        BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
-        if (member.name == "this" || member.name == "thisown") {
-            refuse("'" + member.name + "' of an object says which memory it stands for",
-                   "helpers can read and write it");
-        }
-        bound.crossing = crossing_or_refusal(member.type);
-        bound.sized = member.size >= 0;
-        bound.read_only = is_constant(resolved(member.type)) || member.size <= 0;
-        if (member.bits > 0) {
-            bound.storage = Storage::Bits;
-            bound.bits = member.bits;
-            bound.is_signed = member.is_signed;
-            return bound;
-        }
-        const TypePtr array = resolved(member.type);
-        if (as_text && array->kind == Type::Kind::Array && is_builtin(array->target, "char")
-            && member.size > 0) {
-            bound.storage = Storage::Text;
-            return bound;
-        }
-        check_size(bound.crossing, member.size);
-        switch (bound.crossing.conversion) {
+        const Type::Kind kind = resolved(type)->kind;
+        switch (conversion) {
         case Conversion::Mapped:
-            bound.storage = Storage::Mapped;
-            break;
+            return Storage::Mapped;
         case Conversion::Value:
-            bound.storage =
-                resolved(member.type)->kind == Type::Kind::Record ? Storage::Record : Storage::Opaque;
-            // Messages name what the accessor takes, of a record a pointer to it.
-            if (bound.storage == Storage::Record) {
-                bound.crossing.text += " *";
-            }
-            break;
+            return kind == Type::Kind::Record ? Storage::Record : Storage::Opaque;
         case Conversion::Pointer:
-            bound.storage =
-                resolved(member.type)->kind == Type::Kind::Array ? Storage::Array : Storage::Pointer;
-            break;
+            return kind == Type::Kind::Array ? Storage::Array : Storage::Pointer;
         case Conversion::AnyPointer:
-            bound.crossing.descriptor = add_descriptor(member.type);
-            bound.storage = Storage::Pointer;
-            break;
         case Conversion::Callback:
-            bound.storage = Storage::Pointer;
-            break;
+            return Storage::Pointer;
         case Conversion::Int32:
         case Conversion::UInt32:
         case Conversion::Int8:
@@ -777,6 +744,44 @@ private:
         case Conversion::Object:
         case Conversion::Nothing:
             break;
+        }
+        return Storage::Scalar;
+    }
+
+    bool is_text_array(const Member &member) const
+    {
+        const TypePtr array = resolved(member.type);
+        return array->kind == Type::Kind::Array && is_builtin(array->target, "char") && member.size > 0;
+    }
+
+    BoundMember bind_member(const Member &member, bool as_text)
+    {
+        BoundMember bound{member.name, spell_declared(member.type), Storage::Scalar, {}};
+        if (member.name == "this" || member.name == "thisown") {
+            refuse("'" + member.name + "' of an object says which memory it stands for",
+                   "helpers can read and write it");
+        }
+        bound.crossing = crossing_or_refusal(member.type);
+        bound.sized = member.size >= 0;
+        bound.read_only = is_constant(resolved(member.type)) || member.size <= 0;
+        if (member.bits > 0) {
+            bound.storage = Storage::Bits;
+            bound.bits = member.bits;
+            bound.is_signed = member.is_signed;
+            return bound;
+        }
+        if (as_text && is_text_array(member)) {
+            bound.storage = Storage::Text;
+            return bound;
+        }
+        check_size(bound.crossing, member.size);
+        bound.storage = storage_of(bound.crossing.conversion, member.type);
+        if (bound.storage == Storage::Record) {
+            // Messages name what the accessor takes, of a record a pointer to it.
+            bound.crossing.text += " *";
+        }
+        if (bound.crossing.conversion == Conversion::AnyPointer) {
+            bound.crossing.descriptor = add_descriptor(member.type);
         }
         return bound;
     }

@@ -261,42 +261,74 @@ private:
         note(parameter, Role::Value);
     }
 
+    // Whether an array's number of elements, or the place for it, is named so.
+    static bool is_named_as_count(const std::string &name)
+    {
+        constexpr const char *said[] = {"nstat", "max", "size", "count", "num"};
+        return std::any_of(std::begin(said), std::end(said),
+                           [&](const char *word) { return name.find(word) != std::string::npos; });
+    }
+
+    // The first key that no parameter has given yet; null if there is none.
+    const std::string *free_key() const
+    {
+        // A record that is read, or whose key is said beside it, has no say.
+        const bool record_says =
+            record_ && (operation_ == "create" || operation_ == "add" || operation_ == "set");
+        const auto found =
+            std::find_if(table_.keys().begin(), table_.keys().end(), [&](const std::string &key) {
+                return key != "#" && keys_.count(key) == 0 && !is_chosen(key)
+                       && !(record_says && is_member(key));
+            });
+        return found != table_.keys().end() ? &*found : nullptr;
+    }
+
+    // Whether it says which records are meant, by a member that is no key.
+    bool chooses_records(const std::string &name) const
+    {
+        return takes_first_keys(operation_) && is_member(name)
+               && (!has(table_.keys(), name) || !all().empty());
+    }
+
+    bool take_key(const std::string &key, const Parameter &parameter)
+    {
+        if (is_member(key) && !is_sized_array(parameter.type) && !same(table_.member(key), parameter.type)) {
+            return refuse("'" + parameter.name + "' is no key of " + table_.name());
+        }
+        keys_[key] = key_argument(key, parameter);
+        note(parameter, Role::Key);
+        return true;
+    }
+
     bool take_number(const Parameter &parameter)
     {
         const std::string &name = parameter.name;
-        auto is_free = [&](const std::string &key) {
-            // A record that is read, or whose key is said beside it, has no say.
-            const bool in_record = record_ && is_member(key)
-                                   && (operation_ == "create" || operation_ == "add" || operation_ == "set");
-            return key != "#" && keys_.count(key) == 0 && !is_chosen(key) && !in_record;
-        };
-        auto says = [&](const char *word) { return name.find(word) != std::string::npos; };
-        const auto key = std::find_if(table_.keys().begin(), table_.keys().end(), is_free);
-        if (lists_ && (says("nstat") || says("max") || says("size") || says("count") || says("num"))) {
+        if (lists_ && is_named_as_count(name)) {
             number_ = &parameter;
             note(parameter, Role::Id);
-        } else if (takes_first_keys(operation_) && is_member(name)
-                   && (!has(table_.keys(), name) || !all().empty())) {
+            return true;
+        }
+        if (chooses_records(name)) {
             ranges_.push_back(fmt::format("rules::matching(offsetof({}, {}), {}{})", table_.record(), name,
                                           name, all().empty() ? "" : ", " + all()));
             note(parameter, Role::Id);
-        } else if (!has_records() && (operation_ == "search" || operation_ == "number")) {
+            return true;
+        }
+        const bool is_value_alone = !has_records() && (operation_ == "search" || operation_ == "number");
+        const std::string *key = is_value_alone ? nullptr : free_key();
+        if (key != nullptr) {
+            return take_key(*key, parameter);
+        }
+        if (is_value_alone || (!has_records() && writes(operation_))) {
             give(parameter);
-        } else if (key != table_.keys().end() && is_member(*key) && !is_sized_array(parameter.type)
-                   && !same(table_.member(*key), parameter.type)) {
-            return refuse("'" + name + "' is no key of " + table_.name());
-        } else if (key != table_.keys().end()) {
-            keys_[*key] = key_argument(*key, parameter);
-            note(parameter, Role::Key);
-        } else if (!has_records() && writes(operation_)) {
-            give(parameter);
-        } else if (!has_records() && is_sized_array(parameter.type) && reads()) {
+            return true;
+        }
+        if (!has_records() && is_sized_array(parameter.type) && reads()) {
             results_.push_back(fmt::format("rules::result_at({}, {})", name, size_of(parameter)));
             note(parameter, Role::Value);
-        } else {
-            return has_no_part(parameter);
+            return true;
         }
-        return true;
+        return has_no_part(parameter);
     }
 
     // Of a function of "each", what follows in its name is a key; its getter gets just what it takes, and the other

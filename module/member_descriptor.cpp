@@ -7,7 +7,8 @@ namespace quorel {
 
 namespace {
 
-// The interpreter's own property, as all 2.7 versions lay it out.
+// The interpreter's own property, as all 2.7 versions lay it out. Its methods, such as setter(), make one with any
+// functions, or with none.
 struct MemberDescriptor {
     PyObject_HEAD PyObject *getter;
     PyObject *setter;  ///< null for a member that is only read
@@ -26,38 +27,57 @@ NewReference get(PyObject *self, PyObject *instance, PyObject *)
     if (!instance) {
         return Owned::share(self).release();
     }
+    PyObject *getter = as_descriptor(self)->getter;
+    if (!getter) {
+        PyErr_SetString(PyExc_AttributeError, "unreadable attribute");
+        return nullptr;
+    }
     Owned args = Owned::steal(PyTuple_New(1));
     if (!args) {
         return nullptr;
     }
     PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
-    return call_builtin(as_descriptor(self)->getter, args.get());
+    return call_function(getter, args.get());
 }
 
 int set(PyObject *self, PyObject *instance, PyObject *value)
 {
-    PyObject *setter = as_descriptor(self)->setter;
-    if (!value || !setter) {
+    PyObject *setter = value ? as_descriptor(self)->setter : as_descriptor(self)->deleter;
+    if (!setter) {
         PyErr_SetString(PyExc_AttributeError, value ? "can't set attribute" : "can't delete attribute");
         return -1;
     }
-    Owned args = Owned::steal(PyTuple_New(2));
+    Owned args = Owned::steal(PyTuple_New(value ? 2 : 1));
     if (!args) {
         return -1;
     }
     PyTuple_SET_ITEM(args.get(), 0, Owned::share(instance).release());
-    PyTuple_SET_ITEM(args.get(), 1, Owned::share(value).release());
-    Owned result = Owned::steal(call_builtin(setter, args.get()));
+    if (value) {
+        PyTuple_SET_ITEM(args.get(), 1, Owned::share(value).release());
+    }
+    Owned result = Owned::steal(call_function(setter, args.get()));
     return result ? 0 : -1;
 }
 
 NewReference doc(PyObject *self, void *)
 {
-    return PyObject_GetAttrString(as_descriptor(self)->getter, "__doc__");
+    MemberDescriptor *descriptor = as_descriptor(self);
+    if (descriptor->doc) {
+        return Owned::share(descriptor->doc).release();
+    }
+    return descriptor->getter ? PyObject_GetAttrString(descriptor->getter, "__doc__") : new_none();
+}
+
+// The interpreter gives one that its methods make the text of the getter so.
+int set_doc(PyObject *self, PyObject *text, void *)
+{
+    Owned former = Owned::steal(as_descriptor(self)->doc);
+    as_descriptor(self)->doc = Owned::share(text).release();
+    return 0;
 }
 
 PyGetSetDef attributes[] = {
-    {const_cast<char *>("__doc__"), doc, nullptr, nullptr, nullptr},
+    {const_cast<char *>("__doc__"), doc, set_doc, nullptr, nullptr},
     {nullptr, nullptr, nullptr, nullptr, nullptr},
 };
 

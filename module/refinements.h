@@ -1,5 +1,6 @@
 // What the package above the module adds to records once it is imported: members as keywords of a constructor, parts
-// of a record that keep it alive, and members that are values instead of pointers to copies. Until then all is null, and the module does what its contract says.
+// of a record that keep it alive, and members that are values instead of pointers to copies. Until then all is null, and
+// the module does what its contract says.
 //
 // The package's extension module finds this in Proxy_Type, since nothing of it is to be seen from Python.
 #pragma once

@@ -33,6 +33,23 @@ class Companion(unittest.TestCase):
         self.assertEqual(error_of(setattr, entry, 'port', 'x'),
                          (TypeError, "in method 'bcm_l2_addr_t_port_set', argument 2 of type 'int'"))
 
+    def test_members_are_overridden_as_properties_are(self):
+        deleted = []
+
+        class Own(q.bcm_l2_addr_t):
+            port = q.bcm_l2_addr_t.port.setter(lambda self, port: q.bcm_l2_addr_t_port_set(self, 2 * port))
+            vid = q.bcm_l2_addr_t.vid.getter(lambda self: 'none').deleter(deleted.append)
+        entry = Own()
+        entry.port, entry.vid = 3, 4
+        self.assertEqual((entry.port, entry.vid, q.bcm_l2_addr_t_vid_get(entry)), (6, 'none', 4))
+        del entry.vid
+        self.assertEqual(deleted, [entry])
+        self.assertEqual(Own.port.__doc__, q.bcm_l2_addr_t.port.__doc__)
+        empty = type(Own.port)()
+        for use in (lambda: empty.__get__(entry), lambda: empty.__set__(entry, 1), lambda: empty.__delete__(entry)):
+            self.assertRaises(AttributeError, use)
+        self.assertIsNone(empty.__doc__)
+
     def test_no_attribute_is_created_silently(self):
         entry = q.bcm_l2_addr_t()
         self.assertEqual(error_of(setattr, entry, 'prot', 3),

@@ -10,7 +10,7 @@ import weakref
 
 import QuorelApiNew as q
 import simulator
-from quorel import StatusError, array, callback, checked, events, sim, traverse
+from quorel import StatusError, array, callback, checked, events, fields, sim, traverse
 
 
 class Fails(Exception):
@@ -231,6 +231,23 @@ class Lives(simulator.SwitchTest):
         number = ctypes.c_int(3)
         caller_of(weights, ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.POINTER(ctypes.c_int))(0, 1, number)
         self.assertIn('has returned', repr(seen[1]))
+
+    def test_a_view_of_its_memory_has_a_copy(self):
+        views, packet = [], q.bcm_pkt_s()
+
+        def look(unit, given, cookie):
+            tag = dict(fields(given))['_vtag']
+            tag[0] = 7
+            views.extend([memoryview(tag), bytearray(tag)])
+            try:
+                views.append((ctypes.c_uint8 * 4).from_buffer(tag))
+            except TypeError as error:
+                views.append(str(error))
+        made = callback('bcm_rx_cb_f', look)
+        caller_of(made, ctypes.c_int, ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(0, int(packet.this), None)
+        dict(fields(packet))['_vtag'][:] = '9999'
+        self.assertEqual((views[0].tobytes(), views[1]), ('\7\0\0\0', '\7\0\0\0'))
+        self.assertEqual(views[2], 'what a callback was given is written by assignment to a slice')
 
     def test_what_is_no_callback(self):
         for arguments in [(q.bcm_port_speed_get, len), ('int', len), ('nothing', len), (5, len),

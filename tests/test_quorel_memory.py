@@ -11,7 +11,7 @@ import weakref
 import QuorelApiNew as q
 import binding
 import recording
-from quorel import Array, array, cell, checked
+from quorel import Array, array, cell, checked, fields
 
 # C type, values that fit, values that do not.
 SCALARS = [
@@ -196,6 +196,17 @@ class Arguments(unittest.TestCase):
         del part
         self.assertIn('argument 1 is memory of something else', said.getvalue())
         self.assertEqual((records[1].port, list(numbers)), (7, [1, 2]))
+
+    def test_a_part_of_a_record_goes_with_it_alone(self):
+        packet = q.bcm_pkt_s()
+        for part in (packet._pkt_data, dict(fields(packet))['oam_counter'].this):
+            free = getattr(q, 'delete_' + type(part).__name__, q.delete_bcm_pkt_oam_counter_t)
+            self.assertEqual(error_of(free, part), (
+                ValueError, "in method '%s', argument 1 is memory of something else, which frees it" % free.__name__))
+        # What it merely points to is somebody's to free.
+        packet.next = other = q.bcm_pkt_s()
+        other.thisown = False
+        q.delete_bcm_pkt_s(packet.next)
 
     def test_empty_ones_are_taken_for_single_ones(self):
         """C cannot tell: what it writes must not be anyone's."""

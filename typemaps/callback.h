@@ -1,5 +1,5 @@
-// Callbacks cross as C function pointers, in pointer objects. A Python function is refused: nothing in this
-// module calls Python from C.
+// Callbacks cross as C function pointers, in pointer objects. A Python function is refused; only parameters that an
+// interface file lists under `callables` take one (module/callable.h).
 //
 // A built-in function stands for the C function that its docstring names: by the marker "swig_ptr: " and then
 // either "_", the pointer's bytes in memory order as lower-case hexadecimal digits (8 on a 32-bit host,

@@ -317,9 +317,26 @@ Py_ssize_t count_segments(PyObject *object, Py_ssize_t *size)
     return 1;
 }
 
+// Whoever may write to the memory has its address, and may keep that after the memory has gone.
+Py_ssize_t write_buffer(PyObject *object, Py_ssize_t segment, void **data)
+{
+    if (loan_of(as_array(object)->keeper)) {
+        PyErr_SetString(PyExc_TypeError, "what a callback was given is written by assignment to a slice");
+        return -1;
+    }
+    return read_buffer(object, segment, data);
+}
+
 int get_buffer(PyObject *object, Py_buffer *view, int flags)
 {
     Array *array = as_array(object);
+    if (loan_of(array->keeper)) {
+        // A view outlives the callback: it has a copy.
+        Owned bytes = Owned::steal(as_bytes(object));
+        return bytes ? PyBuffer_FillInfo(view, bytes.get(), PyString_AS_STRING(bytes.get()),
+                                         PyString_GET_SIZE(bytes.get()), 1, flags)
+                     : -1;
+    }
     return PyBuffer_FillInfo(view, object, array->data, array->count * size_of_element(array), 0, flags);
 }
 
@@ -408,7 +425,7 @@ bool initialise_array_type()
     mapping_methods.mp_subscript = subscript;
     mapping_methods.mp_ass_subscript = assign_subscript;
     buffer_methods.bf_getreadbuffer = read_buffer;
-    buffer_methods.bf_getwritebuffer = read_buffer;
+    buffer_methods.bf_getwritebuffer = write_buffer;
     buffer_methods.bf_getsegcount = count_segments;
     buffer_methods.bf_getbuffer = get_buffer;
     PyTypeObject &type = Array_Type;

@@ -5,6 +5,8 @@
 #include "name_hash.h"
 #include "records.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace quorel {
@@ -24,11 +26,25 @@ bool keep_whole(PyObject *whole, PyObject *part)
     return keep_alive(part, whole);
 }
 
-// By memory or a loan. Of what was read out of a record it is not known whether it is in there or elsewhere.
+// Whether the address is in the record that the pointer object is to.
+bool is_part_of(const SwigPyObject &record, const void *address)
+{
+    const CType *last = c_types + c_type_count;
+    const CType *type = std::find_if(c_types, last, [&](const CType &one) {
+        return one.kind == Kind::record && one.pointer != no_type && types[one.pointer] == record.ty;
+    });
+    const auto first = reinterpret_cast<uintptr_t>(record.ptr), place = reinterpret_cast<uintptr_t>(address);
+    return type != last && place - first < type->size;
+}
+
+// By memory, a loan, or the record that it is part of; what was read out of a record may also be elsewhere.
 bool is_kept(PyObject *pointer)
 {
     PyObject *keeper = has_keeper(pointer) ? reinterpret_cast<PointerObject *>(pointer)->keeper : nullptr;
-    return keeper && !has_keeper(keeper);
+    return keeper
+           && (!has_keeper(keeper)
+               || is_part_of(*reinterpret_cast<SwigPyObject *>(keeper),
+                             reinterpret_cast<SwigPyObject *>(pointer)->ptr));
 }
 
 void refine(Refinements &refinements)

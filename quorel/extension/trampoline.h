@@ -16,8 +16,8 @@ namespace quorel {
 /// As many Python functions can stand in at the same time for each type of callback.
 constexpr unsigned slots_per_callback = 32;
 
-/// Calls the Python function in a slot of a callback, by its number, from any thread. `values` are the addresses of the arguments; the
-/// result, if there is one, is written to `result`, where there are zeroes.
+/// Calls the Python function in a slot of a callback, by its number, from any thread. `values` are the addresses of the
+/// arguments; the result, if there is one, is written to `result`, where there are zeroes.
 void call_python(unsigned number, unsigned slot, void *const *values, void *result);
 
 /// The C functions of a callback's slots.

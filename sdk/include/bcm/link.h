@@ -29,12 +29,15 @@ typedef int (*bcm_linkscan_port_handler_t)(int unit, bcm_port_t port, bcm_port_i
 
 /*
  * init: scanning is off, each port is in mode SW, there are no handlers, and all links were down when looked
- * at last, as at the start. detach stops the thread and forgets all handlers; only init can follow.
+ * at last, as at the start. detach ends it and forgets all handlers; only init can follow.
  */
 int bcm_linkscan_init(int unit);
 int bcm_linkscan_detach(int unit);
 
-/* Scans all ports at once, and then whenever so many microseconds have passed; 0 to stop. port_get: BCM_E_NONE if watched, else BCM_E_DISABLED. */
+/*
+ * Scans all ports at once, and then whenever so many microseconds have passed; 0 to stop. port_get: BCM_E_NONE if
+ * watched, else BCM_E_DISABLED.
+ */
 int bcm_linkscan_enable_set(int unit, int us);
 int bcm_linkscan_enable_get(int unit, int *us);
 int bcm_linkscan_enable_port_get(int unit, bcm_port_t port);

@@ -1,6 +1,6 @@
 /*
- * Packets that reach a switch from outside, and those that leave it. The simulator has no thread: nothing
- * happens between calls. The passing of time is in sim/clock.h. Not part of the SDK proper.
+ * Packets that reach a switch from outside, and those that leave it. Unless interfaces of the host are attached
+ * (sim/interfaces.h), nothing happens between calls. The passing of time is in sim/clock.h. Not part of the SDK proper.
  */
 #ifndef SIM_TRAFFIC_H
 #define SIM_TRAFFIC_H
@@ -27,8 +27,8 @@ int sim_l2_age_step(int unit);
  *   1. The MAC drops what is shorter than 64 bytes or longer than bcm_port_frame_max, checksum included, and
  *      takes the control frames (type 0x8808) for itself: pauses hold back what the port sends if it obeys them
  *      (bcm_port_pause_set). What the MAC lets in is sampled and mirrored, as it came.
- *   2. The port's rate, bcm_port_rate_ingress_set. bcm_port_discard. An outer tag begins with a TPID of the port (bcm_port_tpid_*), an inner one, or one alone,
- *      with bcm_port_inner_tpid; at a port to customers (BCM_PORT_DTAG_MODE_EXTERNAL) all tags are inner ones. All
+ *   2. The port's rate, bcm_port_rate_ingress_set. bcm_port_discard. An outer tag begins with a TPID of the port
+ *      (bcm_port_tpid_*), an inner one, or one alone, with bcm_port_inner_tpid; at a port to customers (BCM_PORT_DTAG_MODE_EXTERNAL) all tags are inner ones. All
  *      TPIDs are 0x8100 at first. A tag without VLAN id counts as none. What the port looks up for the tags
  *      (bcmVlanTranslateIngressEnable, bcmVlanLookup*Enable: all on at first), the first found changes them:
  *        a. bcm_vlan_translate_action_*: at the port by both VLANs, outer tag, inner tag, outer VLAN, inner VLAN, outer
@@ -42,8 +42,8 @@ int sim_l2_age_step(int unit);
  *      OuterAdd and InnerAdd those that arrived. The outer tag's priority is `priority`, as is that in the switch. Else
  *      bcm_port_vlan_priority_map_* gives priority and colour, bcm_port_untagged_priority that of other packets.
  *   3. Entries of the field processor (bcm_field_entry_install) whose groups have bcmFieldQualifyStageLookup drop it or
- *      choose its VLAN. That, or the VLAN of the outer tag, or else the port's untagged VLAN has to exist, and to have the port as a member if
- *      the port filters (bcm_port_vlan_member, bcm_port_ifilter). With bcm_port_force_forward or _dest, all else then
+ *      choose its VLAN. That, or the VLAN of the outer tag, or else the port's untagged VLAN has to exist, and to have
+ *      the port as a member if the port filters (bcm_port_vlan_member, bcm_port_ifilter). With bcm_port_force_forward or _dest, all else then
  *      does not count: the packet goes to that port.
  *   4. The port's state in the VLAN's spanning tree group. Packets to 01:80:c2:00:00:00 to ..:0f go to the
  *      CPU and nowhere else, unless that state is BCM_STG_STP_DISABLE.
@@ -90,12 +90,11 @@ int sim_l2_age_step(int unit);
  *      Samples and mirrored copies of what leaves are taken here; they go to their port whatever VLANs and trees
  *      say, and are not mirrored again.
  * A port has a link if bcm_port_link_status_get says so. What a port in a loopback sends comes back to it and does not
- * leave. The CPU is port 0: what it gets counts there as sent. Filters play no part.
+ * leave. The CPU is port 0: what it gets counts there as sent.
  *
  * While bcm_rx_start is in force, what the CPU gets is handed to the callbacks of bcm_rx_register in the call that
- * brought it, when all that left with it has been given away: there is no thread, and no callback is called within
- * another. The data is the frame as it leaves port 0, so that it has a tag unless the CPU is an untagged member of the
- * VLAN. The reasons are
+ * brought it, when all that left with it has been given away; no callback is called within another. The data is the
+ * frame as it leaves port 0, so that it has a tag unless the CPU is an untagged member of the VLAN. The reasons are
  *   Bpdu, SlowProtocol (and Lacp), Eapol, Lldp, ReservedMulticast: a packet of step 4
  *   L2DestMarked: a copy that the destination's entry asks for (BCM_L2_COPY_TO_CPU)
  *   FilterMatch: an entry of the field processor sends it, rx_matched tells which; or the reason that entries give

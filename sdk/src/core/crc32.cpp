@@ -2,7 +2,6 @@
 
 namespace sim {
 
-// zlib's would be the one library that whoever uses the simulated switch had to have and to link besides the system's.
 std::uint32_t crc32(const unsigned char *bytes, std::size_t size)
 {
     constexpr std::uint32_t polynomial = 0xedb88320;

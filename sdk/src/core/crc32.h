@@ -1,4 +1,7 @@
 /// The checksum of Ethernet frames, and of whatever else has the same.
+///
+/// It is written here since zlib would be the one library, besides the system's, that whoever uses the simulated switch
+/// had to have and to link.
 #pragma once
 
 #include <cstddef>

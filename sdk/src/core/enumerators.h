@@ -1,4 +1,4 @@
-/// Enumerators by name. The tables are generated from the SDK's headers, see sim.h.
+/// Enumerators by name. The tables are generated from the SDK's headers; sim_FAMILY.h declares them.
 #pragma once
 
 #include <string>

@@ -22,67 +22,63 @@ Packets sum(const std::array<Packets, colors> &of)
     return all;
 }
 
-/// The counter with its bytes behind it, of a stat that is one of the two.
-uint64 one_of(const Packets &packets, bcm_cosq_stat_t stat, bcm_cosq_stat_t of_packets)
+Packets waiting(const Queue &queue)
 {
-    return stat == of_packets ? packets.packets : packets.bytes;
+    return {queue.packets.size(), queue.bytes};
 }
+
+/// What came: whatever has gone since, and what is still there.
+Packets enqueued(const Queue &queue)
+{
+    return sum({sum(queue.counters.out), waiting(queue), queue.counters.flushed});
+}
+
+/// Two stats of the same packets: how many, and how many bytes.
+struct Counted {
+    bcm_cosq_stat_t packets, bytes;
+    Packets (*of)(const Queue &queue);
+};
+
+constexpr Counted counts[] = {
+    {bcmCosqStatDroppedPackets, bcmCosqStatDroppedBytes,
+     [](const Queue &queue) { return sum(queue.counters.dropped); }},
+    {bcmCosqStatBufferFullDroppedPackets, bcmCosqStatBufferFullDroppedBytes,
+     [](const Queue &queue) { return sum(queue.counters.dropped); }},
+    {bcmCosqStatGreenDroppedPackets, bcmCosqStatGreenDroppedBytes,
+     [](const Queue &queue) { return queue.counters.dropped[bcmColorGreen]; }},
+    {bcmCosqStatYellowDroppedPackets, bcmCosqStatYellowDroppedBytes,
+     [](const Queue &queue) { return queue.counters.dropped[bcmColorYellow]; }},
+    {bcmCosqStatRedDroppedPackets, bcmCosqStatRedDroppedBytes,
+     [](const Queue &queue) { return queue.counters.dropped[bcmColorRed]; }},
+    {bcmCosqStatOutPackets, bcmCosqStatOutBytes, [](const Queue &queue) { return sum(queue.counters.out); }},
+    {bcmCosqStatDequeuedPackets, bcmCosqStatDequeuedBytes,
+     [](const Queue &queue) { return sum(queue.counters.out); }},
+    {bcmCosqStatOutGreenPackets, bcmCosqStatOutGreenBytes,
+     [](const Queue &queue) { return queue.counters.out[bcmColorGreen]; }},
+    {bcmCosqStatOutYellowPackets, bcmCosqStatOutYellowBytes,
+     [](const Queue &queue) { return queue.counters.out[bcmColorYellow]; }},
+    {bcmCosqStatOutRedPackets, bcmCosqStatOutRedBytes,
+     [](const Queue &queue) { return queue.counters.out[bcmColorRed]; }},
+    {bcmCosqStatEnqueuedPackets, bcmCosqStatEnqueuedBytes, enqueued},
+    {bcmCosqStatFlushedPackets, bcmCosqStatFlushedBytes,
+     [](const Queue &queue) { return queue.counters.flushed; }},
+    {bcmCosqStatCurrentPackets, bcmCosqStatCurrentBytes, waiting},
+    {bcmCosqStatMaxPackets, bcmCosqStatMaxBytes,
+     [](const Queue &queue) -> Packets {
+         return {queue.counters.most_packets, queue.counters.most_bytes};
+     }},
+};
 
 /// None of what queues here do not count.
 std::optional<uint64> counted(const Queue &queue, bcm_cosq_stat_t stat)
 {
-    const QueueCounters &counters = queue.counters;
-    const Packets out = sum(counters.out), dropped = sum(counters.dropped);
-    const Packets waiting = {queue.packets.size(), queue.bytes};
-    switch (stat) {
-    case bcmCosqStatDroppedPackets:
-    case bcmCosqStatDroppedBytes:
-        return one_of(dropped, stat, bcmCosqStatDroppedPackets);
-    case bcmCosqStatBufferFullDroppedPackets:
-    case bcmCosqStatBufferFullDroppedBytes:
-        return one_of(dropped, stat, bcmCosqStatBufferFullDroppedPackets);
-    case bcmCosqStatGreenDroppedPackets:
-    case bcmCosqStatGreenDroppedBytes:
-        return one_of(counters.dropped[0], stat, bcmCosqStatGreenDroppedPackets);
-    case bcmCosqStatYellowDroppedPackets:
-    case bcmCosqStatYellowDroppedBytes:
-        return one_of(counters.dropped[1], stat, bcmCosqStatYellowDroppedPackets);
-    case bcmCosqStatRedDroppedPackets:
-    case bcmCosqStatRedDroppedBytes:
-        return one_of(counters.dropped[2], stat, bcmCosqStatRedDroppedPackets);
-    case bcmCosqStatOutPackets:
-    case bcmCosqStatOutBytes:
-        return one_of(out, stat, bcmCosqStatOutPackets);
-    case bcmCosqStatDequeuedPackets:
-    case bcmCosqStatDequeuedBytes:
-        return one_of(out, stat, bcmCosqStatDequeuedPackets);
-    case bcmCosqStatOutGreenPackets:
-    case bcmCosqStatOutGreenBytes:
-        return one_of(counters.out[0], stat, bcmCosqStatOutGreenPackets);
-    case bcmCosqStatOutYellowPackets:
-    case bcmCosqStatOutYellowBytes:
-        return one_of(counters.out[1], stat, bcmCosqStatOutYellowPackets);
-    case bcmCosqStatOutRedPackets:
-    case bcmCosqStatOutRedBytes:
-        return one_of(counters.out[2], stat, bcmCosqStatOutRedPackets);
-    case bcmCosqStatEnqueuedPackets:
-        return out.packets + waiting.packets + counters.flushed.packets;
-    case bcmCosqStatEnqueuedBytes:
-        return out.bytes + waiting.bytes + counters.flushed.bytes;
-    case bcmCosqStatFlushedPackets:
-    case bcmCosqStatFlushedBytes:
-        return one_of(counters.flushed, stat, bcmCosqStatFlushedPackets);
-    case bcmCosqStatCurrentPackets:
-        return waiting.packets;
-    case bcmCosqStatCurrentBytes:
-        return waiting.bytes;
-    case bcmCosqStatMaxPackets:
-        return counters.most_packets;
-    case bcmCosqStatMaxBytes:
-        return counters.most_bytes;
-    default:
-        return {};
+    for (const Counted &one : counts) {
+        if (stat == one.packets || stat == one.bytes) {
+            const Packets found = one.of(queue);
+            return stat == one.packets ? found.packets : found.bytes;
+        }
     }
+    return {};
 }
 
 bool is_stat(bcm_cosq_stat_t stat)

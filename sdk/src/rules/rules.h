@@ -155,8 +155,8 @@ int detach(const char *module, int unit);
 int set(const Table &table, int unit, Arguments arguments);
 int get(const Table &table, int unit, Arguments arguments);
 
-/// Records. add: BCM_E_EXISTS, unless it may replace, and of all that enter for what has to be unique; modify, find and remove: BCM_E_NOT_FOUND; remove:
-/// BCM_E_BUSY while other records refer to it. A find that fails writes nothing.
+/// Records. add: BCM_E_EXISTS, unless it may replace, and of all that enter for what has to be unique; modify, find and
+/// remove: BCM_E_NOT_FOUND; remove: BCM_E_BUSY while other records refer to it. A find that fails writes nothing.
 int add(const Table &table, int unit, Arguments arguments, bool may_replace = false);
 int modify(const Table &table, int unit, Arguments arguments);
 int find(const Table &table, int unit, Arguments arguments);
