@@ -1,41 +1,12 @@
 #include "reals.h"
 
+#include "member_value.h"
+
 #include <cmath>
-#include <cstring>
 
 namespace quorel {
 
 namespace {
-
-template <typename Value, NewReference (*convert)(Value)>
-NewReference get(const MemberRow &row, PyObject *args)
-{
-    HeldPointer self = self_of_getter(row, args);
-    if (!self) {
-        return nullptr;
-    }
-    Value value;
-    std::memcpy(&value, self.at(row.offset), sizeof value);
-    return convert(value);
-}
-
-template <typename Value, Status (*convert)(PyObject *, Value *)>
-NewReference set(const MemberRow &row, PyObject *args)
-{
-    SetterArguments setter = arguments_of_setter(row, args);
-    if (setter.failed) {
-        return nullptr;
-    }
-    Value value;
-    Status status = convert(setter.value, &value);
-    if (status != Status::ok) {
-        return raise_value(row, status);
-    }
-    if (setter.self) {
-        std::memcpy(setter.self.at(row.offset), &value, sizeof value);
-    }
-    return new_none();
-}
 
 bool overflows(double number)
 {
@@ -107,32 +78,32 @@ NewReference from_complex_float(_Complex float value)
 
 NewReference get_long_double(const MemberRow &row, PyObject *args)
 {
-    return get<long double, from_long_double>(row, args);
+    return get_value_generally<long double, from_long_double>(row, args);
 }
 
 NewReference set_long_double(const MemberRow &row, PyObject *args)
 {
-    return set<long double, to_long_double>(row, args);
+    return set_value_generally<long double, to_long_double>(row, args);
 }
 
 NewReference get_complex(const MemberRow &row, PyObject *args)
 {
-    return get<_Complex double, from_complex>(row, args);
+    return get_value_generally<_Complex double, from_complex>(row, args);
 }
 
 NewReference set_complex(const MemberRow &row, PyObject *args)
 {
-    return set<_Complex double, to_complex>(row, args);
+    return set_value_generally<_Complex double, to_complex>(row, args);
 }
 
 NewReference get_complex_float(const MemberRow &row, PyObject *args)
 {
-    return get<_Complex float, from_complex_float>(row, args);
+    return get_value_generally<_Complex float, from_complex_float>(row, args);
 }
 
 NewReference set_complex_float(const MemberRow &row, PyObject *args)
 {
-    return set<_Complex float, to_complex_float>(row, args);
+    return set_value_generally<_Complex float, to_complex_float>(row, args);
 }
 
 }  // namespace quorel

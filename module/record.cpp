@@ -1,5 +1,6 @@
 #include "record.h"
 
+#include "member_value.h"
 #include "refinements.h"
 #include "string_storage.h"
 
@@ -24,18 +25,6 @@ inline char *usual_self(PyObject *object, const MemberRow &row)
 
 // The general case and the usual one are functions of their own, so that the latter needs no stack frame.
 template <typename Value, NewReference (*convert)(Value)>
-__attribute__((noinline)) NewReference get_value_generally(const MemberRow &row, PyObject *args)
-{
-    HeldPointer self = self_of_getter(row, args);
-    if (!self) {
-        return nullptr;
-    }
-    Value value;
-    std::memcpy(&value, self.at(row.offset), sizeof value);
-    return convert(value);
-}
-
-template <typename Value, NewReference (*convert)(Value)>
 NewReference get_value(const MemberRow &row, PyObject *args)
 {
     if (__builtin_expect(PyTuple_GET_SIZE(args) == 1, true)) {
@@ -46,24 +35,6 @@ NewReference get_value(const MemberRow &row, PyObject *args)
         }
     }
     return get_value_generally<Value, convert>(row, args);
-}
-
-template <typename Value, Status (*convert)(PyObject *, Value *)>
-__attribute__((noinline)) NewReference set_value_generally(const MemberRow &row, PyObject *args)
-{
-    SetterArguments setter = arguments_of_setter(row, args);
-    if (setter.failed) {
-        return nullptr;
-    }
-    Value value;
-    Status status = convert(setter.value, &value);
-    if (status != Status::ok) {
-        return raise_value(row, status);
-    }
-    if (setter.self) {
-        std::memcpy(setter.self.at(row.offset), &value, sizeof value);
-    }
-    return new_none();
 }
 
 // Integers only: the usual value is an exact int that the member can hold.
