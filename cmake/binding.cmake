@@ -194,11 +194,10 @@ function(quorel_add_binding target)
     # What a library's headers warn of is not for those who bind them.
     target_include_directories(${target} SYSTEM PRIVATE "${includes}")
     target_compile_definitions(${target} PRIVATE ${arg_DEFINITIONS})
-    target_compile_options(${target} PRIVATE -Wno-deprecated-declarations)
+    # In C `and` and its like are names; of all sources, as precompiled headers have to agree with them.
+    target_compile_options(${target} PRIVATE -Wno-deprecated-declarations $<$<COMPILE_LANGUAGE:CXX>:-fno-operator-names>)
     target_link_libraries(${target} PRIVATE quorel_code Quorel::runtime ${libraries})
     target_link_options(${target} PRIVATE ${QUOREL_TARGET_FLAGS} -Wl,--gc-sections)
-    # In C `and` and its like are names.
-    set_source_files_properties(${made} PROPERTIES COMPILE_OPTIONS -fno-operator-names)
     set_source_files_properties(${generated}/families_throwing.cpp PROPERTIES
-                                SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS "-fno-operator-names;${quorel_throwing_options}")
+                                SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS "${quorel_throwing_options}")
 endfunction()
