@@ -48,19 +48,12 @@ bool decode(uint64 coded, Destination *to)
                                  : kind <= Code::nowhere;
 }
 
-/// An address as a number, its first byte highest.
+/// An address as a number, its first byte highest: as the table's key has it above the VLAN.
+constexpr unsigned vlan_bits = 16;
+
 uint64 number_of(const unsigned char *mac)
 {
-    uint64 number = 0;
-    std::for_each(mac, mac + address_bytes, [&](unsigned char byte) { number = number << 8 | byte; });
-    return number;
-}
-
-void put_mac(uint64 number, unsigned char *mac)
-{
-    for (std::size_t i = address_bytes; i-- > 0; number >>= 8) {
-        mac[i] = static_cast<unsigned char>(number);
-    }
+    return l2_key(mac, 0) >> vlan_bits;
 }
 
 }  // namespace
@@ -137,8 +130,7 @@ void set(Switch &sw, int row, const Words &entry)
     bcm_l2_addr_t before = {};
     const bool was_there = read(sw, row, &before);
     bcm_l2_addr_t address = before;
-    put_mac(of(ADDRESSf), address.mac);
-    address.vid = static_cast<bcm_vlan_t>(of(VSIf));
+    split_l2_key(of(ADDRESSf) << vlan_bits | of(VSIf), address.mac, &address.vid);
     address.flags &= ~(hit_flags | uint32{BCM_L2_STATIC});
     address.flags |= (of(STATICf) != 0 ? uint32{BCM_L2_STATIC} : 0) | (of(HITf) != 0 ? hit_flags : 0);
     Destination to;
@@ -313,7 +305,8 @@ void set_mac(Switch &sw, int id, const Words &value)
 {
     if (const L3Egress *object = object_of(sw, id)) {
         bcm_l3_egress_t record = object->record;
-        put_mac(low_64(value), record.mac_addr);
+        bcm_vlan_t none;
+        split_l2_key(low_64(value) << vlan_bits, record.mac_addr, &none);
         replace(sw, id, record);
     }
 }

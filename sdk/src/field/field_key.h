@@ -49,18 +49,25 @@ enum class FieldHeader : std::uint8_t {
     inner_ip6,
     inner_ip,
     inner_l4_ports,
-    first_further,           ///< these have a word of their own
-    router = first_further,  ///< it is for a router, which looks its addresses up
-    l3_ingress,              ///< its VLAN has an interface of layer 3 for what comes in
-    egress_object,           ///< it is routed by one
-    l3_group,                ///< by one of such a group
-    learnt,                  ///< its source address was not known where it came in, and is now
-    out_place,               ///< one destination, a port or a trunk
+    router,         ///< it is for a router, which looks its addresses up
+    l3_ingress,     ///< its VLAN has an interface of layer 3 for what comes in
+    egress_object,  ///< it is routed by one
+    l3_group,       ///< by one of such a group
+    learnt,         ///< its source address was not known where it came in, and is now
+    out_place,      ///< one destination, a port or a trunk
     trill,
     fcoe,
     fibre_channel,  ///< in FCoE, and a fabric's tag before it
     fabric_tag,
 };
+
+/// A set of them.
+using FieldHeaders = std::uint64_t;
+
+constexpr FieldHeaders bit_of(FieldHeader header)
+{
+    return FieldHeaders{1} << static_cast<unsigned>(header);
+}
 
 /// A part of a word.
 struct FieldPlace {
@@ -116,7 +123,6 @@ constexpr unsigned data_words = 8;
 constexpr FieldPlace data_holds{40, 0, data_words},
     data{41, 0, 64};  // that many words, a bit for the first of each
 
-constexpr FieldPlace further_headers{49, 0, 64};  // of FieldHeader, from first_further on
 constexpr FieldPlace egress_object{50, 0, 32}, l3_group{50, 32, 32};
 constexpr FieldPlace routing_table{51, 0, 16}, station_hit{51, 16, 1}, destination_is_host{51, 17, 1},
     destination_is_route{51, 18, 1}, source_is_host{51, 19, 1}, source_is_route{51, 20, 1},
@@ -127,6 +133,7 @@ constexpr FieldPlace stage{53, 32, 16}, learn_vlan{53, 48, 12};
 constexpr FieldPlace vlan_class{54, 0, 32}, incoming_class{54, 32, 32};  // that tables give
 constexpr FieldPlace outgoing_class{55, 0, 32};
 
+constexpr FieldPlace fibre_originator{49, 0, 16}, fibre_responder{49, 16, 16};
 constexpr FieldPlace trill_ingress{55, 32, 16}, trill_egress{55, 48, 16};
 constexpr FieldPlace trill_version{56, 0, 2}, trill_is_for_many{56, 2, 1}, trill_options{56, 3, 5},
     trill_hops{56, 8, 6}, fcoe_start{56, 16, 8}, fcoe_version_is_zero{56, 24, 1}, has_fabric_tag{56, 25, 1},
@@ -135,10 +142,9 @@ constexpr FieldPlace trill_version{56, 0, 2}, trill_is_for_many{56, 2, 1}, trill
 constexpr FieldPlace fibre_destination{57, 0, 24}, fibre_routing{57, 24, 8}, fibre_source{57, 32, 24},
     fibre_class{57, 56, 8};
 constexpr FieldPlace fibre_type{58, 0, 8}, fibre_frame{58, 8, 24}, fibre_data{58, 32, 8};
-constexpr FieldPlace fibre_originator{59, 0, 16}, fibre_responder{59, 16, 16};
 
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = fibre_originator.word + 1;
+constexpr std::size_t words = fibre_type.word + 1;
 
 }  // namespace field_places
 
@@ -172,13 +178,6 @@ constexpr FieldPlace class_place(FieldClass which)
             static_cast<std::uint8_t>(number % in_a_word * field_class_bits), field_class_bits};
 }
 
-/// The bit of a header that has none in FieldKey::headers.
-constexpr FieldPlace further_header(FieldHeader header)
-{
-    const auto number = static_cast<unsigned>(header) - static_cast<unsigned>(FieldHeader::first_further);
-    return {field_places::further_headers.word, static_cast<std::uint8_t>(number), 1};
-}
-
 constexpr FieldWord field_ones(unsigned width)
 {
     return width >= 64 ? ~FieldWord{0} : (FieldWord{1} << width) - 1;
@@ -201,7 +200,7 @@ struct FieldRest {
 
 struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
-    std::uint32_t headers = 1u << static_cast<unsigned>(FieldHeader::always);  ///< without the further ones
+    FieldHeaders headers = bit_of(FieldHeader::always);
     const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
     FieldRest logical_link;             ///< behind a length in place of the type
     FieldRest behind_type;
@@ -220,19 +219,8 @@ struct FieldKey {
     {
         return words[place.word] >> place.shift & field_ones(place.width);
     }
-    void has(FieldHeader header)
-    {
-        if (header < FieldHeader::first_further) {
-            headers |= 1u << static_cast<unsigned>(header);
-        } else {
-            put(further_header(header), 1);
-        }
-    }
-    bool is(FieldHeader header) const
-    {
-        return header < FieldHeader::first_further ? headers >> static_cast<unsigned>(header) & 1
-                                                   : get(further_header(header)) != 0;
-    }
+    void has(FieldHeader header) { headers |= bit_of(header); }
+    bool is(FieldHeader header) const { return (headers & bit_of(header)) != 0; }
 };
 
 /// Puts what is in the frame, whose tags are told as those of the port are.

@@ -76,7 +76,7 @@ std::string difference(int number, const FieldValues &values, const FieldKey &ke
         return {};
     }
     std::string text = field_qualifier_name(number);
-    if (pattern.is_lacking_in(key)) {
+    if ((key.headers & pattern.value.headers) != pattern.value.headers) {
         return text + ", which it has not";
     }
     if (qualifier.layout == FieldLayout::number) {
@@ -321,7 +321,7 @@ bool asks_for_findings(const FieldPattern &pattern)
     return std::any_of(std::begin(places), std::end(places),
                        [&](FieldPlace place) { return pattern.asks_for(place); })
            || std::any_of(std::begin(headers), std::end(headers),
-                          [&](FieldHeader header) { return pattern.asks_for(further_header(header)); });
+                          [&](FieldHeader header) { return pattern.value.is(header); });
 }
 
 /// What is there as long as installed entries use it.

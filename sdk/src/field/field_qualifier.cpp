@@ -359,7 +359,7 @@ int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &
     }
     const bool is_source = qualifier.place.shift == at::in_port.shift;
     if (to.kind == Destination::Kind::trunk && qualifier.layout == Layout::gport) {
-        pattern.require(is_source ? Header::in_trunk : Header::out_trunk);
+        pattern.value.has(is_source ? Header::in_trunk : Header::out_trunk);
         return add_number(is_source ? at::in_trunk : at::out_trunk, static_cast<FieldWord>(to.id),
                           field_ones(16), pattern);
     }
@@ -367,7 +367,7 @@ int add_gport(const FieldQualifier &qualifier, bcm_gport_t gport, FieldPattern &
         return BCM_E_PORT;
     }
     if (!is_source) {
-        pattern.require(Header::out_port);
+        pattern.value.has(Header::out_port);
     }
     return add_number(qualifier.place, static_cast<FieldWord>(to.id), field_ones(8), pattern);
 }
@@ -404,21 +404,6 @@ void FieldPattern::require(FieldPlace place, FieldWord number, FieldWord mask_bi
     value.put(place, number & mask_bits);
 }
 
-void FieldPattern::require(FieldHeader header)
-{
-    value.has(header);
-    if (header >= FieldHeader::first_further) {
-        mask.has(header);
-    }
-}
-
-bool FieldPattern::is_lacking_in(const FieldKey &key) const
-{
-    const FieldPlace further = at::further_headers;
-    return (key.headers & value.headers) != value.headers
-           || (key.get(further) & value.get(further)) != value.get(further);
-}
-
 bool FieldPattern::matches(const FieldKey &key) const
 {
     FieldWord differing = 0;
@@ -430,7 +415,7 @@ bool FieldPattern::matches(const FieldKey &key) const
 
 bool FieldPattern::looks_further() const
 {
-    constexpr std::uint32_t further = ~std::uint32_t{0} << static_cast<unsigned>(FieldHeader::llc);
+    constexpr FieldHeaders further = ~(bit_of(FieldHeader::llc) - 1);
     return (value.headers & further) != 0
            || std::any_of(mask.words.begin() + at::first_further_word, mask.words.end(),
                           [](FieldWord word) { return word != 0; });
@@ -526,7 +511,7 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         break;
     }
     if (status == BCM_E_NONE && is_asked) {
-        pattern.require(qualifier.header);
+        pattern.value.has(qualifier.header);
     }
     return status;
 }

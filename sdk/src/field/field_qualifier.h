@@ -54,11 +54,7 @@ struct FieldPattern {
     bool matches_none = false;
 
     void require(FieldPlace place, FieldWord number, FieldWord mask_bits);
-    void require(FieldHeader header);
     bool matches(const FieldKey &key) const;
-
-    /// Whether the packet lacks a header that it has to have.
-    bool is_lacking_in(const FieldKey &key) const;
 
     /// Whether packets have to be read further than most.
     bool looks_further() const;

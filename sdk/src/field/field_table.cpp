@@ -17,7 +17,7 @@ FieldTuple::Parts FieldTuple::parts_of(const FieldKey &mask)
     return parts;
 }
 
-FieldTuple::FieldTuple(Parts parts, std::uint32_t headers)
+FieldTuple::FieldTuple(Parts parts, FieldHeaders headers)
     : headers_(headers),
       first_(!parts.empty() ? parts[0] : Part{}),
       second_(parts.size() > 1 ? parts[1] : Part{}),
@@ -147,7 +147,7 @@ FieldIndex::Tuples &FieldIndex::tuples_with(const FieldKey &mask)
 }
 
 FieldIndex::Tuples::iterator FieldIndex::tuple_of(Tuples &tuples, const FieldTuple::Parts &parts,
-                                                  std::uint32_t headers)
+                                                  FieldHeaders headers)
 {
     return std::find_if(tuples.begin(), tuples.end(),
                         [&](const FieldTuple &each) { return each.is_of(parts, headers); });
@@ -195,7 +195,7 @@ void FieldIndex::add(FieldTable &table, FieldRule &rule)
     }
     rule.group = table.number_;
     Tuples &tuples = tuples_with(rule.pattern.mask);
-    const std::uint32_t headers = rule.pattern.value.headers;
+    const FieldHeaders headers = rule.pattern.value.headers;
     FieldTuple::Parts parts = FieldTuple::parts_of(rule.pattern.mask);
     auto tuple = tuple_of(tuples, parts, headers);
     if (tuple == tuples.end()) {

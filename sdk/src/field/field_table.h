@@ -43,9 +43,9 @@ public:
     using Parts = std::vector<Part>;
     static Parts parts_of(const FieldKey &mask);
 
-    FieldTuple(Parts parts, std::uint32_t headers);
+    FieldTuple(Parts parts, FieldHeaders headers);
 
-    bool is_of(const Parts &parts, std::uint32_t headers) const
+    bool is_of(const Parts &parts, FieldHeaders headers) const
     {
         return headers == headers_ && parts == parts_;
     }
@@ -99,7 +99,7 @@ private:
     void grow();
     void free_slot(std::size_t left);
 
-    std::uint32_t headers_;
+    FieldHeaders headers_;
     int highest_ = 0;
     Part first_, second_;  // most masks have no more; without effect where there are less
     bool has_more_;
@@ -170,7 +170,7 @@ private:
     using Tuples = std::vector<FieldTuple>;
 
     Tuples &tuples_with(const FieldKey &mask);
-    static Tuples::iterator tuple_of(Tuples &tuples, const FieldTuple::Parts &parts, std::uint32_t headers);
+    static Tuples::iterator tuple_of(Tuples &tuples, const FieldTuple::Parts &parts, FieldHeaders headers);
     static void sort_in(Tuples &tuples, Tuples::iterator changed);
     void take(FieldRule *rule, Found &found) const;
 
