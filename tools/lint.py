@@ -1,4 +1,4 @@
-"""Runs clang-tidy on the C++ sources of a build. tools/lint starts this.
+"""Runs clang-tidy on the C++ sources of a build, and clang on what is generated and on C. tools/lint starts this.
 
 usage: lint.py BUILD [SOURCE]...
 
@@ -21,8 +21,8 @@ DEFINED = re.compile(r'^(?!namespace|using|#)\w[^(={;\[\n]*?\b(\w+) *(?=[(={;\[\
 
 
 def flags_of(entry):
-    """The flags that matter to what is read: no warnings, of which the compiler tells and which sources that are read
-    together have more of, and no precompiled headers, which another compiler made."""
+    """The flags that matter to what is read: not -Wshadow, of which sources that are read together have more and GCC
+    tells, and no precompiled headers, which need not be made."""
     words = shlex.split(entry['command'])[1:]
     flags = []
     while words:
@@ -31,23 +31,28 @@ def flags_of(entry):
             words.pop(0)
         elif word == '-Xclang' and words[:1] == ['-include-pch']:
             del words[:3]
-        elif not word.startswith('-W'):
+        elif word != '-Wshadow':
             flags.append(word)
     return tuple(flags)
 
 
-def sources_by_flags(build, wanted):
-    """Of what is compiled in several targets, the first; nothing that is generated."""
+def flags_by_source(build, wanted):
+    """Of what is compiled in several targets, the first; of what is generated, what our generator makes."""
     with open(os.path.join(build, 'compile_commands.json')) as file:
         entries = json.load(file)
-    flags = collections.OrderedDict()
+    flags = {}
     for entry in entries:
         source = entry['file']
-        if source.endswith('.cpp') and not source.startswith(build + os.sep) and (not wanted or source in wanted):
+        ours = not source.startswith(build + os.sep) or os.path.basename(os.path.dirname(source)) == 'generated'
+        if source.endswith(('.cpp', '.c')) and ours and (not wanted or source in wanted):
             flags.setdefault(source, flags_of(entry))
     missing = [source for source in wanted if source not in flags]
     if missing:
-        sys.exit('lint: not a C++ source of preset clang: ' + ', '.join(missing))
+        sys.exit('lint: not a source of preset clang: ' + ', '.join(missing))
+    return flags
+
+
+def sources_by_flags(flags):
     groups = collections.defaultdict(list)
     for source in sorted(flags):
         groups[flags[source]].append(source)
@@ -80,15 +85,26 @@ class Linter(object):
         together = os.path.join(self.folder, name)
         with open(together, 'w') as file:
             file.write(''.join('#include "%s"\n' % source for source in sources))
-        run = subprocess.Popen((TIDY, '--quiet', together, '--') + flags, stdout=subprocess.PIPE,
-                               stderr=subprocess.PIPE, universal_newlines=True)
-        report, errors = run.communicate()
+        status, report, errors = run((TIDY, '--quiet', together, '--') + flags)
         if 'clang-diagnostic-error' in report and len(sources) > 1:
             half = len(sources) // 2
             self.look_at(sources[:half], flags)
             self.look_at(sources[half:], flags)
-        elif run.returncode != 0:
+        elif status != 0:
             self.reports.append(report or errors)
+
+    def compile(self, source, flags):
+        """What the compiler warns of. Checks are for what people write, and in C++."""
+        compiler = 'clang-14' if source.endswith('.c') else 'clang++-14'
+        status, _, errors = run((compiler, '-fsyntax-only', '-Werror', source) + flags)
+        if status != 0:
+            self.reports.append(errors)
+
+
+def run(command):
+    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True)
+    output, errors = process.communicate()
+    return process.returncode, output, errors
 
 
 def main(build, *wanted):
@@ -96,13 +112,17 @@ def main(build, *wanted):
     folder = os.path.join(build, 'lint')
     if not os.path.isdir(folder):
         os.mkdir(folder)
-    work = [(members, flags) for flags, sources in sources_by_flags(build, wanted).items()
+    flags = flags_by_source(build, wanted)
+    written = dict(item for item in flags.items()
+                   if item[0].endswith('.cpp') and not item[0].startswith(build + os.sep))
+    linter = Linter(folder)
+    work = [(linter.look_at, members, flags) for flags, sources in sources_by_flags(written).items()
             for members in without_clashes(sources)]
     # The longest first, so that none of the processors waits for it at the end.
-    work.sort(key=lambda item: -sum(map(os.path.getsize, item[0])))
-    linter = Linter(folder)
+    work.sort(key=lambda item: -sum(map(os.path.getsize, item[1])))
+    work += [(linter.compile, source, flags[source]) for source in sorted(set(flags) - set(written))]
     pool = multiprocessing.pool.ThreadPool()
-    pool.map(lambda item: linter.look_at(*item), work, 1)
+    pool.map(lambda item: item[0](*item[1:]), work, 1)
     sys.stdout.write('\n'.join(sorted(linter.reports)))
     return 1 if linter.reports else 0
 
