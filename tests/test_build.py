@@ -10,7 +10,7 @@ from test_other_headers import HEADERS, SOURCES, run
 
 BUILD = os.environ['QUOREL_BUILD']
 # Types and codes that nearly every header is made of, and the clock, which the core's precompiled header has.
-BASIC = {'sal/types.h', 'bcm/types.h', 'bcm/error.h', 'bcm/stat.h', 'soc/types.h', 'soc/error.h', 'shared/bitop.h',
+BASIC = {'sal/types.h', 'bcm/types.h', 'bcm/error.h', 'bcm/stat_types.h', 'soc/types.h', 'soc/error.h', 'shared/bitop.h',
          'shared/pbmp.h', 'shared/port.h', 'sim/clock.h'}
 
 

@@ -20,7 +20,7 @@
 #include <bcm/error.h>
 #include <bcm/field_qualify.h>
 #include <bcm/field_types.h>
-#include <bcm/stat.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 
 #ifdef __cplusplus

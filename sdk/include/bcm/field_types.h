@@ -7,7 +7,7 @@
 #include <bcm/field_actions.h>
 #include <bcm/field_qualifiers.h>
 #include <bcm/field_values.h>
-#include <bcm/stat.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 #include <shared/bitop.h>
 

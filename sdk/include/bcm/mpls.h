@@ -11,7 +11,7 @@
 #define BCM_MPLS_H
 
 #include <bcm/error.h>
-#include <bcm/stat.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 
 #ifdef __cplusplus

@@ -7,7 +7,7 @@
 
 #include <bcm/error.h>
 #include <bcm/priority.h>
-#include <bcm/stat.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 #include <bcm/vlan.h>
 #include <shared/port.h>

@@ -11,6 +11,7 @@
 #define BCM_STAT_H
 
 #include <bcm/error.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 
 #ifdef __cplusplus
@@ -440,58 +441,6 @@ typedef enum bcm_custom_stat_trigger_e {
     bcmDbgCntCount
 } bcm_custom_stat_trigger_t;
 
-/* Forwarding objects that flexible counters can be attached to. */
-typedef enum bcm_stat_object_e {
-    bcmStatObjectIngPort = 0,
-    bcmStatObjectIngVlan,
-    bcmStatObjectIngVlanXlate,
-    bcmStatObjectIngVfi,
-    bcmStatObjectIngL3Intf,
-    bcmStatObjectIngVrf,
-    bcmStatObjectIngPolicy,
-    bcmStatObjectIngExactMatch,
-    bcmStatObjectIngFieldStageVlan,
-    bcmStatObjectIngMplsVcLabel,
-    bcmStatObjectIngMplsSwitchLabel,
-    bcmStatObjectIngMplsFrrLabel,
-    bcmStatObjectIngL3Host,
-    bcmStatObjectIngL3Route,
-    bcmStatObjectIngL3SourceBind,
-    bcmStatObjectIngTrill,
-    bcmStatObjectIngMimLookupId,
-    bcmStatObjectIngL2Gre,
-    bcmStatObjectIngVxlan,
-    bcmStatObjectIngVxlanDip,
-    bcmStatObjectIngTunnelTerminator,
-    bcmStatObjectIngSubport,
-    bcmStatObjectIngNiv,
-    bcmStatObjectIngFcoe,
-    bcmStatObjectIngOam,
-    bcmStatObjectIngIpmc,
-    bcmStatObjectIngPolicer,
-    bcmStatObjectEgrPort,
-    bcmStatObjectEgrVlan,
-    bcmStatObjectEgrVlanXlate,
-    bcmStatObjectEgrVfi,
-    bcmStatObjectEgrL3Intf,
-    bcmStatObjectEgrL3Nat,
-    bcmStatObjectEgrPolicy,
-    bcmStatObjectEgrMpls,
-    bcmStatObjectEgrTrill,
-    bcmStatObjectEgrMim,
-    bcmStatObjectEgrWlan,
-    bcmStatObjectEgrL2Gre,
-    bcmStatObjectEgrVxlan,
-    bcmStatObjectEgrTunnelInitiator,
-    bcmStatObjectEgrSubport,
-    bcmStatObjectEgrNiv,
-    bcmStatObjectEgrOam,
-    bcmStatObjectEgrFcoe,
-    bcmStatObjectEgrIpmc,
-    bcmStatObjectCosqQueue,
-    bcmStatObjectCount
-} bcm_stat_object_t;
-
 /* Ready-made ways of choosing a counter of an object's counter group by properties of the packet. */
 typedef enum bcm_stat_group_mode_e {
     bcmStatGroupModeSingle = 0,           /* one counter for all packets */
@@ -666,13 +615,6 @@ typedef enum bcm_stat_lif_counting_length_e {
     bcmStatLifCountingLengthPayload,      /* without the headers removed and added */
     bcmStatLifCountingLengthCount
 } bcm_stat_lif_counting_length_t;
-
-/* A counter's value. */
-typedef struct bcm_stat_value_s {
-    uint32 packets;                       /* low half of packets64 */
-    uint64 bytes;
-    uint64 packets64;
-} bcm_stat_value_t;
 
 /* A limit on a counter; passing it can raise an event. */
 typedef struct bcm_stat_threshold_s {

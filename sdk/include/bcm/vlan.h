@@ -7,7 +7,7 @@
 #define BCM_VLAN_H
 
 #include <bcm/error.h>
-#include <bcm/stat.h>
+#include <bcm/stat_types.h>
 #include <bcm/types.h>
 
 #ifdef __cplusplus
