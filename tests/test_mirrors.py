@@ -3,7 +3,7 @@ import struct
 import unittest
 
 import QuorelApiNew as q
-from quorel import OUT, checked, sim
+from quorel import OUT, as_dict, callback, checked, sim
 
 A, B, C, D = ['02:00:00:00:00:0%d' % number for number in (1, 2, 3, 4)]
 IN, EGRESS, SAMPLED = q.BCM_MIRROR_PORT_INGRESS, q.BCM_MIRROR_PORT_EGRESS, q.BCM_MIRROR_PORT_SFLOW
@@ -232,18 +232,73 @@ class Wrappings(MirrorTest):
 
 
 class Samples(MirrorTest):
+    def rates(self, port, ingress, egress):
+        checked(q.bcm_port_sample_rate_set, 0, port, ingress, egress)
+
+    def sampled(self, port, frame, count):
+        """Which of so many packets are samples for the CPU."""
+        copies = [[bytes(copy) for to, copy in self.switch.send(port, frame) if to == sim.CPU_PORT] for _ in range(count)]
+        self.assertLessEqual(set(map(tuple, copies)), {(), (frame,)})
+        return [number for number, copy in enumerate(copies) if copy]
+
     def test_one_in_so_many(self):
-        checked(q.bcm_port_sample_rate_set, 0, 1, 3, 2)
-        self.assertEqual(checked(q.bcm_port_sample_rate_get, 0, 1, OUT, OUT), (3, 2))
-        to_cpu = lambda port, frame: [bytes(copy) for to, copy in self.switch.send(port, frame) if to == sim.CPU_PORT]
-        self.assertEqual([to_cpu(1, self.frame) for _ in range(6)], [[], [], [self.frame]] * 2)
-        self.assertEqual([to_cpu(2, self.answer) for _ in range(4)], [[], [self.answer]] * 2)
-        self.use(self.destination(), IN | SAMPLED)
-        self.assertEqual([len(self.looks(1, self.frame)) for _ in range(6)], [0, 0, 1] * 2)
-        checked(q.bcm_port_sample_rate_set, 0, 1, 0, 0)
+        self.rates(1, 4, 5)
+        self.assertEqual(checked(q.bcm_port_sample_rate_get, 0, 1, OUT, OUT), (4, 5))
+        count, sent = 2000, 0
+        for port, frame, rate in ((1, self.frame, 4), (2, self.answer, 5)):
+            taken = self.sampled(port, frame, count)
+            # Within four standard deviations, and not evenly: the distances are of all kinds.
+            expected = float(count) / rate
+            self.assertLess(abs(len(taken) - expected), 4 * (expected * (1 - 1.0 / rate)) ** 0.5)
+            self.assertGreater(len({after - before for before, after in zip(taken, taken[1:])}), rate)
+            sent += len(taken)
+        self.assertEqual(self.switch.statistics(sim.CPU_PORT)['snmpIfOutUcastPkts'], sent)
+        self.rates(1, 1, 0)
+        self.assertEqual(self.sampled(1, self.frame, 6), list(range(6)))
+        self.rates(1, 0, 0)
         self.assertEqual([len(self.switch.send(1, self.frame)) for _ in range(6)], [1] * 6)
         self.assertEqual([q.bcm_port_sample_rate_set(0, 1, -1, 0), q.bcm_port_sample_rate_set(0, 1, 0, -1),
                           q.bcm_port_sample_rate_set(0, 99, 0, 0)], [q.BCM_E_PARAM] * 2 + [q.BCM_E_PORT])
+
+    def test_the_same_seed_takes_the_same(self):
+        set_to = lambda control, value: checked(q.bcm_switch_control_set, 0, control, value)
+        self.rates(1, 7, 3)
+        at_first = self.sampled(1, self.frame, 100)
+        set_to(q.bcmSwitchSampleIngressRandomSeed, 5)
+        self.assertEqual(checked(q.bcm_switch_control_get, 0, q.bcmSwitchSampleIngressRandomSeed, OUT), 5)
+        others = self.sampled(1, self.frame, 100)
+        self.assertNotEqual(others, at_first)
+        set_to(q.bcmSwitchSampleIngressRandomSeed, 0)
+        self.sampled(2, self.answer, 10)    # those of what leaves are others'
+        self.assertEqual(self.sampled(1, self.frame, 100), at_first)
+
+    def test_where_they_go(self):
+        set_to = lambda control, value: checked(q.bcm_switch_control_set, 0, control, value)
+        seen = []
+        take = callback('bcm_rx_cb_f', lambda unit, packet, cookie: seen.append(
+            (packet.rx_port, packet.vlan, packet.pkt_len, [name[len('bcmRxReason'):] for name in as_dict(packet)['rx_reasons']]))
+            or q.BCM_RX_HANDLED)
+        checked(q.bcm_rx_register, 0, 'test', take, 10, None, 0)
+        checked(q.bcm_rx_start, 0, None)
+        self.rates(1, 1, 1)
+        self.switch.arrive(1, sim.tagged(self.frame, 1, 3))
+        self.switch.arrive(2, self.answer)
+        self.assertEqual(seen, [(1, 1, 104, ['SampleSource']), (2, 1, 60, ['SampleDest'])])
+        set_to(q.bcmSwitchSampleHeaderLength, 70)
+        self.switch.arrive(1, self.frame)
+        self.assertEqual(seen[2:], [(1, 0, 70, ['SampleSource'])])
+        self.use(self.destination(), IN | SAMPLED)
+        self.assertEqual(self.looks(1, self.frame), [self.frame])
+        set_to(q.bcmSwitchSampleIngressToCpu, 0)
+        del seen[:]
+        self.assertEqual((self.looks(1, self.frame), seen), ([self.frame], []))
+        set_to(q.bcmSwitchSampleIngressMirror, 0)
+        self.assertEqual(self.looks(1, self.frame), [])
+        # Of what leaves they still come; the CPU is a place for mirrored copies, too.
+        self.switch.arrive(2, self.answer)
+        checked(q.bcm_mirror_port_set, 0, 2, -1, sim.CPU_PORT, IN)
+        self.switch.arrive(2, self.answer)
+        self.assertEqual([reasons for _, _, _, reasons in seen], [['SampleDest'], ['Mirror'], ['SampleDest']])
 
 
 if __name__ == '__main__':

@@ -567,12 +567,12 @@ typedef enum bcm_switch_control_e {
     /* Samples of packets. */
     bcmSwitchSampleIngressRandomSeed,     /* seed */
     bcmSwitchSampleEgressRandomSeed,      /* seed */
-    bcmSwitchSampleIngressMirror,
+    bcmSwitchSampleIngressMirror,         /* mirrors with BCM_MIRROR_PORT_SFLOW get them; 1 at first */
     bcmSwitchSampleEgressMirror,
-    bcmSwitchSampleIngressToCpu,
+    bcmSwitchSampleIngressToCpu,          /* 1 at first */
     bcmSwitchSampleEgressToCpu,
     bcmSwitchSampleHashBased,
-    bcmSwitchSampleHeaderLength,          /* bytes of a packet */
+    bcmSwitchSampleHeaderLength,          /* bytes of a packet that the CPU gets, 0 for all */
     bcmSwitchSampleLossyOnly,             /* 1: only those that lossless queues do not hold */
 
     /* Telemetry within packets. */

@@ -88,7 +88,8 @@ int sim_l2_age_step(int unit);
  *      (bcm_port_rate_egress_set), a queue's rate, a queue that does not send or a pause holds back, packets wait for
  *      the clock, leave as the scheduler chooses, and are dropped if the queue is full. Elsewhere they leave at once.
  *      Samples and mirrored copies of what leaves are taken here; they go to their port whatever VLANs and trees
- *      say, and are not mirrored again.
+ *      say, and are not mirrored again. Which packets are samples is drawn: the same ones for the same seed
+ *      (bcmSwitchSampleIngressRandomSeed, ...EgressRandomSeed) and traffic.
  * A port has a link if bcm_port_link_status_get says so. What a port in a loopback sends comes back to it and does not
  * leave. The CPU is port 0: what it gets counts there as sent.
  *
@@ -106,7 +107,9 @@ int sim_l2_age_step(int unit);
  *   L3Ttl, L3MtuFail, L3HeaderError, UrpfFail, L3NextHopIncomplete, L3DestMiss: not routed, and the controls of that
  *     send it to the CPU; LinkLocalUnicast: never routed; L3LocalAddress: its next hop is the CPU; L3DestMarked: a copy
  *     that route or station asks for; Arp, Control: to a router's address, and nothing that is routed
- * What has waited in a queue of port 0, and a mirror's copy, comes without a reason and as if from port 0.
+ *   SampleSource, SampleDest, Mirror, EgressMirror: a sample or mirrored copy of what arrived, or of what leaves; the
+ *     VLAN of those of what arrived is that of the tag, 0 without
+ * What has waited in a queue of port 0 comes without a reason and as if from port 0.
  * bcmSwitchUnknownUcastToCpu and ...McastToCpu give the CPU copies as if it were a member of all VLANs.
  * What the CPU sends (bcm_tx) has left when the call returns, and call_back and all_done_cb have been called by then.
  * With BCM_TX_ETHER it takes the way above from port 0, but for steps 2, 4 and 5: the CPU is part of no tree and nothing

@@ -71,10 +71,12 @@ int set_drop(int unit, int port, int value)
     });
 }
 
-// Moved addresses are learnt as new ones are: that cannot be set apart.
+// Moved addresses are learnt as new ones are: that cannot be set apart. Where samples go, the switch has for all ports.
 constexpr Tie port_ties[] = {
     {bcmPortControlL2Learn, get_learn, set_learn},
     {bcmPortControlL2Move, nullptr, nullptr},
+    {bcmPortControlSampleIngressDest, nullptr, nullptr},
+    {bcmPortControlSampleEgressDest, nullptr, nullptr},
 };
 constexpr Controls port_controls = {
     {"bcm_port_control", "port"}, bcmPortControlCount, std::begin(port_ties), std::end(port_ties)};

@@ -4,6 +4,7 @@
 #include "controls.h"
 #include "l2.h"
 #include "l3.h"
+#include "mirror.h"
 #include "sim_switch.h"
 #include "vlan.h"
 
@@ -58,6 +59,54 @@ int set_new_state(int unit, int, int value)
             return BCM_E_PARAM;
         }
         groups_of(sw).state_of_new = value;
+        return BCM_E_NONE;
+    });
+}
+
+/// What becomes of samples of one direction.
+template <Sampling MirrorState::*samples, bool Sampling::*setting>
+constexpr Tie sampling_tie(int control)
+{
+    return {control,
+            [](int unit, int, int *value) {
+                return begin(unit, given(value)).then([&](Switch &sw) {
+                    *value = mirrors_of(sw).*samples.*setting;
+                });
+            },
+            [](int unit, int, int value) {
+                return begin(unit).then([&](Switch &sw) { mirrors_of(sw).*samples.*setting = value != 0; });
+            }};
+}
+
+template <Sampling MirrorState::*samples>
+constexpr Tie seed_tie(int control)
+{
+    return {control,
+            [](int unit, int, int *value) {
+                return begin(unit, given(value)).then([&](Switch &sw) {
+                    *value = (mirrors_of(sw).*samples).seed();
+                });
+            },
+            [](int unit, int, int value) {
+                return begin(unit).then([&](Switch &sw) { (mirrors_of(sw).*samples).sow(value); });
+            }};
+}
+
+int get_sample_length(int unit, int, int *value)
+{
+    return begin(unit, given(value)).then([&](Switch &sw) {
+        *value = static_cast<int>(mirrors_of(sw).samples_in.bytes);
+    });
+}
+
+int set_sample_length(int unit, int, int value)
+{
+    return begin(unit).then([&](Switch &sw) -> int {
+        if (value < 0) {
+            return BCM_E_PARAM;
+        }
+        MirrorState &mirrors = mirrors_of(sw);
+        mirrors.samples_in.bytes = mirrors.samples_out.bytes = static_cast<std::size_t>(value);
         return BCM_E_NONE;
     });
 }
@@ -156,6 +205,16 @@ constexpr Tie ties[] = {
     l3_tie<&L3Settings::too_long_to_cpu>(bcmSwitchL3UcMtuFailToCpu),
     l3_tie<&L3Settings::unexpected_sources_to_cpu>(bcmSwitchL3UrpfFailToCpu),
     l3_tie<&L3Settings::null_routes_to_cpu>(bcmSwitchL3NullRouteToCpu),
+    seed_tie<&MirrorState::samples_in>(bcmSwitchSampleIngressRandomSeed),
+    seed_tie<&MirrorState::samples_out>(bcmSwitchSampleEgressRandomSeed),
+    sampling_tie<&MirrorState::samples_in, &Sampling::to_mirrors>(bcmSwitchSampleIngressMirror),
+    sampling_tie<&MirrorState::samples_out, &Sampling::to_mirrors>(bcmSwitchSampleEgressMirror),
+    sampling_tie<&MirrorState::samples_in, &Sampling::to_cpu>(bcmSwitchSampleIngressToCpu),
+    sampling_tie<&MirrorState::samples_out, &Sampling::to_cpu>(bcmSwitchSampleEgressToCpu),
+    {bcmSwitchSampleHeaderLength, get_sample_length, set_sample_length},
+    // Which packets are samples is drawn, whatever they and their queues are.
+    {bcmSwitchSampleHashBased, nullptr, nullptr},
+    {bcmSwitchSampleLossyOnly, nullptr, nullptr},
     {bcmSwitchMemScanEnable, get_scan, set_scan},
     {bcmSwitchMemScanInterval, get_scan_interval, set_scan_interval},
 };

@@ -125,6 +125,24 @@ bool Share::takes(uint32 dividend, uint32 divisor)
     return true;
 }
 
+bool Sampling::takes(int rate)
+{
+    if (rate <= 0) {
+        return false;
+    }
+    state_ += 0x9e3779b97f4a7c15u;
+    std::uint64_t drawn = state_;
+    drawn = (drawn ^ drawn >> 30) * 0xbf58476d1ce4e5b9u;
+    drawn = (drawn ^ drawn >> 27) * 0x94d049bb133111ebu;
+    return (drawn >> 32) * static_cast<std::uint64_t>(rate) >> 32 == 0;
+}
+
+void Sampling::sow(int seed)
+{
+    seed_ = seed;
+    state_ = static_cast<std::uint64_t>(static_cast<uint32>(seed)) << 32;
+}
+
 void MirrorState::reset()
 {
     initialised = true;
@@ -173,12 +191,10 @@ void update_copies(Switch &sw)
     sw.of<PortState>().update_special_out();
 }
 
-bool is_sample(Switch &sw, int port, Direction direction)
+int sample_rate(Switch &sw, int port, Direction direction)
 {
-    PortMirrors &own = mirrors_of(sw).ports[static_cast<std::size_t>(port)];
-    const bool arrives = direction == Direction::received;
-    const int rate = arrives ? own.sample_in : own.sample_out;
-    return rate != 0 && (arrives ? own.samples_in : own.samples_out).takes(1, static_cast<uint32>(rate));
+    const PortMirrors &own = mirrors_of(sw).ports[static_cast<std::size_t>(port)];
+    return direction == Direction::received ? own.sample_in : own.sample_out;
 }
 
 std::vector<MirrorCopy> mirror_copies(Switch &sw, int port, bcm_vlan_t vlan, uint32 direction,

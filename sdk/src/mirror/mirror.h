@@ -1,5 +1,5 @@
 /// The room of mirrors: whose packets are copied for somebody to look at, where the copies go, and how they are
-/// wrapped. Sampling is its too: which packet of a port is taken.
+/// wrapped. Sampling is its too: which packets are taken.
 ///
 /// It offers the packet path what becomes of a packet at a port: sampled or not, and its copies, ready to be sent.
 #pragma once
@@ -32,6 +32,25 @@ public:
 
 private:
     std::uint64_t due_ = 0;
+};
+
+/// Samples of what arrives, or of what leaves: which packets they are, and what becomes of them. Which, a generator of
+/// random numbers says, so that traffic that repeats is sampled fairly, and the same for the same seed.
+class Sampling {
+public:
+    bool to_cpu = true, to_mirrors = true;
+    std::size_t bytes = 0;  ///< of a packet; 0 for all of it
+
+    /// Whether a packet is a sample, if one of so many is to be; none of 0.
+    bool takes(int rate);
+
+    int seed() const { return seed_; }
+    /// Begins anew.
+    void sow(int seed);
+
+private:
+    int seed_ = 0;
+    std::uint64_t state_ = 0;
 };
 
 /// A tag that copies get; none with a type of 0.
@@ -85,13 +104,12 @@ struct PortMirrors {
 
     // Sampling: of so many one, 0 for none.
     int sample_in = 0, sample_out = 0;
-    Share samples_in, samples_out;
 };
 
 struct MirrorState : RoomState {
     static constexpr Room room = Room::mirror;
 
-    /// As it is when new, but for sampling, which belongs to the ports.
+    /// As it is when new, but for sampling, which belongs to the ports and to the switch.
     void reset();
 
     bool initialised = true;
@@ -100,6 +118,7 @@ struct MirrorState : RoomState {
     std::map<int, MirrorDestination> destinations;
     std::array<PortMirrors, port_max + 1> ports;
     std::map<std::pair<int, bcm_vlan_t>, std::vector<MirrorUse>> of_vlans;
+    Sampling samples_in, samples_out;
 };
 
 inline MirrorState &mirrors_of(Switch &sw)
@@ -117,8 +136,13 @@ struct MirrorCopy {
     MirrorDestination *destination;  // which counts it; null if none does
 };
 
-/// Whether the packet that passes the port now is a sample.
-bool is_sample(Switch &sw, int port, Direction direction);
+inline Sampling &sampling_of(Switch &sw, Direction direction)
+{
+    return direction == Direction::received ? mirrors_of(sw).samples_in : mirrors_of(sw).samples_out;
+}
+
+/// Of how many packets of the port one is to be a sample; 0: of none.
+int sample_rate(Switch &sw, int port, Direction direction);
 
 /// The copies of a frame at a port, in one direction (mirrors_in, mirrors_out): vlan 0: those of the port, else those
 /// of its VLAN. Some flags of uses only count for samples.

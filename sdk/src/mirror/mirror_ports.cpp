@@ -409,7 +409,6 @@ int sim_bcm_port_sample_rate_set(int unit, bcm_port_t port, int ingress_rate, in
         PortMirrors &mirrors = at(mirrors_of(sw), own);
         mirrors.sample_in = ingress_rate;
         mirrors.sample_out = egress_rate;
-        mirrors.samples_in = mirrors.samples_out = {};
         update_copies(sw);
         return BCM_E_NONE;
     });

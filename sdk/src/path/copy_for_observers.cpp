@@ -20,8 +20,22 @@ int port_to(Passage &passage, const Destination &to)
     return able.empty() ? -1 : select_by_criterion(passage.sw, *trunk, able, {passage.frame, passage.port});
 }
 
+/// What the CPU is told of a copy that it gets for that reason.
+CpuCopy about_copy(const Passage &passage, bcm_rx_reason_t reason)
+{
+    CpuCopy about = CpuCopy::of_nothing_known();
+    about.port = passage.port;
+    about.vid = passage.vlan != nullptr ? passage.vid : passage.frame.vlan();
+    about.came_tagged = passage.frame.is_tagged();
+    about.is_for_many = passage.is_for_many;
+    about.reasons.add(reason);
+    about.color = passage.color();
+    return about;
+}
+
 /// Whether it leaves. Spanning trees and VLANs are nothing to it.
-bool send_copy(Passage &passage, int port, std::vector<unsigned char> &bytes, const char *what)
+bool send_copy(Passage &passage, int port, std::vector<unsigned char> &bytes, bcm_rx_reason_t reason,
+               const char *what)
 {
     bytes.resize(std::max(bytes.size(), frame_min - checksum_bytes));
     const ByteView frame = {bytes.data(), bytes.size()};
@@ -40,7 +54,7 @@ bool send_copy(Passage &passage, int port, std::vector<unsigned char> &bytes, co
     }
     FrameBuffer copy;
     copy.fill(frame);
-    passage.departures.add(port, std::move(copy));
+    passage.departures.add(port, std::move(copy), about_copy(passage, reason));
     return true;
 }
 
@@ -49,10 +63,11 @@ void send_mirrored(Passage &passage, uint32 direction, std::vector<MirrorCopy> c
     for (MirrorCopy &copy : copies) {
         const std::size_t length = copy.frame.size() + checksum_bytes;
         const int to = port_to(passage, copy.to);
-        const bool left = to >= 0
-                          && send_copy(passage, to, copy.frame,
-                                       direction & mirrors_in ? "a mirrored copy of what arrived"
-                                                              : "a mirrored copy of what leaves");
+        const bool arrives = direction & mirrors_in;
+        const bool left =
+            to >= 0
+            && send_copy(passage, to, copy.frame, arrives ? bcmRxReasonMirror : bcmRxReasonEgressMirror,
+                         arrives ? "a mirrored copy of what arrived" : "a mirrored copy of what leaves");
         if (copy.destination != nullptr) {
             copy.destination->count(left, length);
         }
@@ -65,25 +80,38 @@ void send_mirrored(Passage &passage, int port, bcm_vlan_t vlan, uint32 direction
     send_mirrored(passage, direction, mirror_copies(passage.sw, port, vlan, direction, is_sampled, frame));
 }
 
-bool send_sample(Passage &passage, int port, Direction direction, ByteView frame)
+/// Takes the packet as a sample if the port's rate says so. Whether it is one for mirrors.
+bool sample(Passage &passage, int port, Direction direction, ByteView frame)
 {
-    if (!is_sample(passage.sw, port, direction)) {
+    Sampling &sampling = sampling_of(passage.sw, direction);
+    if (!sampling.takes(sample_rate(passage.sw, port, direction))) {
         return false;
     }
-    std::vector<unsigned char> bytes(frame.data, frame.data + frame.size);
-    send_copy(passage, cpu_port, bytes,
-              direction == Direction::received ? "a sample of what arrived" : "a sample of what leaves");
-    return true;
+    send_sample(passage, direction, frame);
+    return sampling.to_mirrors;
 }
 
 [[gnu::cold, gnu::noinline]] void copy_what_arrives(Passage &passage)
 {
     const ByteView frame = passage.frame.bytes;
-    passage.is_sampled = send_sample(passage, passage.port, Direction::received, frame);
+    passage.is_sampled = sample(passage, passage.port, Direction::received, frame);
     send_mirrored(passage, passage.port, 0, mirrors_in, passage.is_sampled, frame);
 }
 
 }  // namespace
+
+[[gnu::cold, gnu::noinline]] void send_sample(Passage &passage, Direction direction, ByteView frame)
+{
+    const Sampling &sampling = sampling_of(passage.sw, direction);
+    if (!sampling.to_cpu) {
+        return;
+    }
+    const std::size_t size = sampling.bytes != 0 ? std::min(frame.size, sampling.bytes) : frame.size;
+    std::vector<unsigned char> bytes(frame.data, frame.data + size);
+    const bool arrives = direction == Direction::received;
+    send_copy(passage, cpu_port, bytes, arrives ? bcmRxReasonSampleSource : bcmRxReasonSampleDest,
+              arrives ? "a sample of what arrived" : "a sample of what leaves");
+}
 
 Onward copy_arrival(Passage &passage)
 {
@@ -107,7 +135,7 @@ Onward copy_in_vlan(Passage &passage)
     // The beginning of another copy is written to the same place.
     const std::vector<unsigned char> bytes(sent.data, sent.data + sent.size);
     const ByteView frame = {bytes.data(), bytes.size()};
-    const bool is_sampled = send_sample(passage, port, Direction::sent, frame);
+    const bool is_sampled = sample(passage, port, Direction::sent, frame);
     send_mirrored(passage, port, 0, mirrors_out, is_sampled, frame);
     send_mirrored(passage, port, passage.vid, mirrors_out, is_sampled, frame);
 }

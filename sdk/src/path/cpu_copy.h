@@ -33,7 +33,7 @@ private:
 };
 
 struct CpuCopy {
-    /// Of what comes from a queue or a mirror.
+    /// Of what comes from a queue.
     static CpuCopy of_nothing_known() { return {0, 0, true, false, {}, -1, bcmColorGreen, -1, 0}; }
 
     int port;  ///< that it came from

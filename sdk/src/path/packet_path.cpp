@@ -180,7 +180,7 @@ private:
     [[gnu::cold, gnu::noinline]] void deliver_others(int unit, const Departures &departures)
     {
         for (const Departures::Other &other : *departures.others) {
-            give(unit, other.port, other.frame.bytes(), CpuCopy::of_nothing_known());
+            give(unit, other.port, other.frame.bytes(), other.about);
         }
     }
 

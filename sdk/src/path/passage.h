@@ -34,14 +34,15 @@ struct Departures {
     struct Other {
         int port;
         FrameBuffer frame;
+        CpuCopy about;  ///< of the CPU's
     };
 
-    void add(int port, FrameBuffer other)
+    void add(int port, FrameBuffer other, const CpuCopy &about = CpuCopy::of_nothing_known())
     {
         if (others == nullptr) {
             others = std::make_unique<std::vector<Other>>();
         }
-        others->push_back({port, std::move(other)});
+        others->push_back({port, std::move(other), about});
     }
 
     FrameBuffer frame;

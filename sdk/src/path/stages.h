@@ -28,6 +28,10 @@ Onward copy_in_vlan(Passage &passage);
 /// The same of what leaves a port.
 void copy_departure(Passage &passage, int port, ByteView sent);
 
+/// The CPU gets the frame as a sample, if it is to get any (bcmSwitchSampleIngressToCpu, ...EgressToCpu). Which packets
+/// are samples, Sampling::takes() says (mirror.h).
+void send_sample(Passage &passage, Direction direction, ByteView frame);
+
 /// Copies for one destination of mirrors, of what arrived and of what leaves a port.
 void mirror_arrival(Passage &passage, int destination);
 void mirror_departure(Passage &passage, int port, ByteView sent, int destination);
