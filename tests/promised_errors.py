@@ -14,7 +14,8 @@ import rules
 from recording import library
 from simulator import PortBitmap, status_name
 
-UNIT, PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 1, 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
+UNIT, ENDED = 1, 2  # where all has been made that can be; where all modules have been ended
+PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
 UNITS_NOT_THERE = -1, 7, 16
 NO_PORT, NO_VLAN = 65, 4000
 SIZE = 1 << 15  # of memory behind pointers: enough for arrays of some records
@@ -106,16 +107,21 @@ class Sdk(object):
         self.functions = [function for function in self.functions
                           if function.of_unit and re.match('bcm_', function.name)
                           and not any(re.match(pattern, function.name) for pattern, _ in LEFT_ALONE)]
-        self.detachers = {}  # family -> the function that ends it
-        for name in sorted(answered):
-            match = re.match(r'bcm_(\w+?)_(detach|cleanup)$', name)
-            if match and 'bcm_%s_init' % match.group(1) in answered:
-                self.detachers[match.group(1)] = name
+        self.enders = {}         # family -> the function that ends it
+        self.beginners = set()   # and what undoes that, each by the name of its function
+        for function in functions:
+            match = re.match(r'bcm_(\w+?)_(detach|cleanup)$', function.name)
+            if match and len(function.parameters) == 1 and 'bcm_%s_init' % match.group(1) in answered:
+                self.enders[function.family] = function.name
+                self.beginners.add('bcm_%s_init' % match.group(1))
         self.keys = dict((row[0], row[5::2]) for row in rules.report('rules.tsv')
                          if row[2] in ('find', 'remove', 'object find', 'object remove', 'modify', 'object modify'))
         self.ids = {}        # family -> ids of what has been made
         self.makers = []     # (function, arguments) of what makes the world
         self.changed = True  # whether something else is there by now
+        library.bcm_attach(ENDED, None, None, 0)
+        for name in self.enders.values():
+            getattr(library, name)(ENDED)
         self.begin()
 
     def begin(self):
@@ -241,13 +247,17 @@ class Sdk(object):
         promised by those that it can be about."""
         said = function.declared.head + ' ' + function.declared.comment
         return sorted(error for error in set(headers.ERROR.findall(said)) - {'E_NONE', 'E_UNAVAIL'}
-                      if getattr(self, 'can_be_' + error[2:].lower(), lambda _: True)(function))
+                      if getattr(self, 'can_be_' + error[2:].lower(), lambda _: True)(function)
+                      and not is_exempt(function, error, 'all'))
 
     def takes(self, function, types):
         """Whether a parameter is of such a type, or a member of a record among them."""
         names = set(parameter.type for parameter in function.parameters[1:])
         names.update(member.text for name in list(names) for member in self.members.get(name, ()))
         return bool(names & set(types))
+
+    def can_be_init(self, function):
+        return function.name not in self.beginners
 
     def can_be_param(self, function):
         return len(function.parameters) > 1
@@ -304,14 +314,9 @@ class Sdk(object):
             yield 'unit %d' % unit, lambda: function([make() for make in choice], unit)
 
     def e_init(self, function, choice, status):
-        ender = self.detachers.get(function.family)
-        if ender and function.name != ender and not function.name.endswith('_init'):
-            def detached():
-                ended = getattr(library, ender)(UNIT)
-                result = function([make() for make in choice])
-                self.fresh()
-                return result if ended == 0 else ender
-            yield 'after ' + ender, detached
+        ender = self.enders.get(function.family)
+        if ender:
+            yield 'after ' + ender, lambda: function([make() for make in choice], ENDED)
 
     def e_param(self, function, choice, status):
         for place, parameter in enumerate(function.parameters[1:]):

@@ -1,8 +1,8 @@
 /*
  * Policers: meters that colour packets by rate, and what becomes of each colour.
  *
- * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, selector out of range, unknown flag combination). Rates are in
+ * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT
+ * and BCM_E_PARAM (null pointer, selector out of range, unknown flag combination). Rates are in
  * kbit/s, or packets/s with BCM_POLICER_MODE_PACKETS; bursts in kbit, or packets. Functions that take a
  * policer give BCM_E_NOT_FOUND if there is none of that id. What meters do not do is BCM_E_UNAVAIL.
  */

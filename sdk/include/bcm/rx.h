@@ -2,8 +2,8 @@
  * Receiving packets at the CPU: the queues they wait in, the buffers they are put into, the callbacks that
  * take them, and what sends a packet to the CPU at all.
  *
- * All functions of a unit return BCM_E_NONE or an error; in common they have BCM_E_UNIT, BCM_E_PARAM and,
- * before bcm_rx_init, BCM_E_INIT. Rates are packets per second, 0 for no limit; bursts are packets.
+ * All functions of a unit return BCM_E_NONE or an error; in common they have BCM_E_UNIT and BCM_E_PARAM.
+ * Rates are packets per second, 0 for no limit; bursts are packets.
  */
 #ifndef BCM_RX_H
 #define BCM_RX_H

@@ -2,8 +2,8 @@
  * Statistics: the counters of ports, flexible counters that are attached to forwarding objects, and the
  * counter engines behind them.
  *
- * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, selector out of range, unknown flag combination). A 32-bit
+ * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT
+ * and BCM_E_PARAM (null pointer, selector out of range, unknown flag combination). A 32-bit
  * getter returns the low half of what the 64-bit one does. Arrays are the caller's; a count argument says
  * how many elements they have.
  */

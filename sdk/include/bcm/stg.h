@@ -1,8 +1,8 @@
 /*
  * Spanning tree groups: VLANs that share the states of ports in a spanning tree.
  *
- * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, group or VLAN id out of range). Functions that take a group give
+ * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT
+ * and BCM_E_PARAM (null pointer, group or VLAN id out of range). Functions that take a group give
  * BCM_E_NOT_FOUND if it does not exist. Each VLAN is in exactly one group, at first in the default one.
  */
 #ifndef BCM_STG_H

@@ -2,7 +2,7 @@
  * The switch as a whole: settings, events, hashing, tracing of packets, state kept over a restart, sensors.
  *
  * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM (null pointer, selector out of range, unknown flag combination), and
+ * BCM_E_PARAM (null pointer, selector out of range, unknown flag combination), and
  * BCM_E_UNAVAIL for what the device does not have. On an error nothing is changed. Arrays that a function
  * fills are given with the number of elements for which they have room, and how many there are comes back in
  * the count.

@@ -2,8 +2,8 @@
  * Tunnels over IP: terminators, which unpack what arrives, and initiators, which pack what leaves through an
  * interface.
  *
- * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT,
- * BCM_E_INIT and BCM_E_PARAM. On an error nothing is changed. IPv4 addresses are in host, IPv6 addresses in
+ * All functions return BCM_E_NONE or an error; those that every function has in common are BCM_E_UNIT
+ * and BCM_E_PARAM. On an error nothing is changed. IPv4 addresses are in host, IPv6 addresses in
  * network byte order; the type of a tunnel says which of them count.
  */
 #ifndef BCM_TUNNEL_H

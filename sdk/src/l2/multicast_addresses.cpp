@@ -207,8 +207,9 @@ int sim_bcm_mcast_init(int unit)
 int sim_bcm_mcast_detach(int unit)
 {
     return begin(unit).then([](Switch &sw) {
+        const int rc = ready_multicast(sw);
         l2_of(sw).multicast_initialised = false;
-        return remove_all(sw, 0);
+        return rc == BCM_E_NONE ? remove_all(sw, 0) : rc;
     });
 }
 

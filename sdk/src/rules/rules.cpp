@@ -269,7 +269,14 @@ int initialise(const char *module, int unit)
 
 int detach(const char *module, int unit)
 {
-    return begin(unit).then([&](Switch &sw) { sim::rule_store_of(sw).detach(module); });
+    return begin(unit).then([&](Switch &sw) -> int {
+        sim::RuleStore &store = sim::rule_store_of(sw);
+        if (!store.is_initialised(module)) {
+            return BCM_E_INIT;
+        }
+        store.detach(module);
+        return BCM_E_NONE;
+    });
 }
 
 int set(const Table &table, int unit, Arguments arguments)

@@ -147,7 +147,8 @@ Argument member_within(const Record *record, Member Record::*which, long long lo
 int refuse(const Table &table, int unit, Arguments arguments);
 int unavailable(const Table &table, int unit, Arguments arguments);
 
-/// A module: init empties its tables and ends what detach begins, that its functions give BCM_E_INIT.
+/// A module: init empties its tables and ends what detach begins, that its functions give BCM_E_INIT, detach
+/// among them.
 int initialise(const char *module, int unit);
 int detach(const char *module, int unit);
 
