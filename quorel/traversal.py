@@ -3,6 +3,7 @@ from __future__ import absolute_import
 
 import QuorelApiNew
 from _quorel import callback, checked, copy, parameters
+from quorel.errors import StatusError
 
 
 def _kept(value):
@@ -90,10 +91,15 @@ class events(object):
         checked(self._register, *self._arguments)
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, *raised):
         named = dict(zip([row[0] for row in parameters(self._register)], self._arguments))
-        checked(self._unregister, *[named.get(row[0], self._callback if row[2] == 'callback' else None)
-                                    for row in parameters(self._unregister)])
+        try:
+            checked(self._unregister, *[named.get(row[0], self._callback if row[2] == 'callback' else None)
+                                        for row in parameters(self._unregister)])
+        except StatusError:
+            # A unit that was reset has forgotten it; what the block raised says why.
+            if raised[0] is None:
+                raise
 
     def __iter__(self):
         return self

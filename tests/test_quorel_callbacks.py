@@ -203,6 +203,14 @@ class Lives(simulator.SwitchTest):
             del call, handler
         self.assertRaises(TypeError, events, q.bcm_l2_traverse, 0)
 
+    def test_events_of_a_unit_that_ends_first(self):
+        for raised, seen in ((None, StatusError), (Fails, Fails)):
+            with self.assertRaises(seen):
+                with events(q.bcm_linkscan_register, 0) as changes:
+                    checked(q.bcm_linkscan_unregister, 0, changes._callback)
+                    if raised:
+                        raise raised
+
     def test_from_threads(self):
         names = []
         made = callback('bcm_rx_free_f', lambda unit, data: names.append(threading.current_thread().name))
