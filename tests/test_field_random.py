@@ -11,7 +11,8 @@ import unittest
 import QuorelApiNew as q
 from field_model import (ARP, CLASSES, ESP, FCOE, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4,
                          IP4_IN_IP, IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING,
-                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags,
+                         acting, is_met)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -74,6 +75,7 @@ KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpTy
 PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap SystemPortBitmap SourceGportBitmap OutPorts'.split()
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
 ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
+DROPS = 'Drop', 'DropCancel', 'ArpDrop', 'DhcpDrop', 'MacMoveDrop', 'FloodDisable'
 # What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
          'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
@@ -452,8 +454,9 @@ class Matching(sim.TestCase):
                     q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
                 group = checked(q.bcm_field_group_create, 0, qset, priority)
                 actions = [None, None, None, ('Drop', 0), ('DropCancel', 0)]
-                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3)],
-                            [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6)], []][stage]
+                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3), ('DhcpDrop', 0)],
+                            [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6), ('ArpDrop', 0),
+                             ('DhcpDrop', 0), ('MacMoveDrop', 0), ('FloodDisable', 0)], []][stage]
                 made = [self.entry(group, names, actions, conditions, *self.sample(stage, names, maker, bridge))
                         for _ in range(ENTRIES)]
                 entries = [entry for entry, _ in made]
@@ -487,11 +490,11 @@ class Matching(sim.TestCase):
             for entry in acting(stages[stage], facts):
                 packets, octets_ = counted.get(entry, (0, 0))
                 counted[entry] = packets + 1, octets_ + facts['PacketLength']
-                if entry.action is not None:
-                    kind = 'drop' if entry.action[0].startswith('Drop') else entry.action[0]
+                if entry.action is not None and is_met(entry.action[0], facts):
+                    kind = 'drop' if entry.action[0] in DROPS else entry.action[0]
                     verdict.setdefault(kind, entry.action)
             classes.update((CLASSES[name], number) for name, number in verdict.values() if name in CLASSES)
-            return verdict.get('drop', ('',))[0] == 'Drop', verdict.get('OuterVlanNew', (None, None))[1]
+            return verdict.get('drop', ('DropCancel',))[0] != 'DropCancel', verdict.get('OuterVlanNew', (None, None))[1]
 
         facts = bridge.arrival(port, frame)
         is_dropped, new_vlan = meet(0, facts)

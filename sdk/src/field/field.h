@@ -173,6 +173,8 @@ struct FieldState : RoomState {
     std::array<int, field_stages> installed = {};
     std::array<int, field_stages> looking_further = {};  ///< of these: those that ask for what is further in
     int asking_for_findings = 0;  ///< of all stages: those that ask for what tables say before it is routed
+    int asking_for_conditions =
+        0;  ///< those with actions for packets of which more than their colour has to be known
 
 private:
     PortState &ports_;

@@ -184,6 +184,7 @@ void FieldState::reset()
     installed = {};
     looking_further = {};
     asking_for_findings = 0;
+    asking_for_conditions = 0;
     indexes = {};
     entries.clear();
     groups.clear();
@@ -324,11 +325,27 @@ bool asks_for_findings(const FieldPattern &pattern)
                           [&](FieldHeader header) { return pattern.value.is(header); });
 }
 
+bool asks_for_findings(const FieldInstalled &installed)
+{
+    return asks_for_findings(installed.pattern)
+           || std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
+                  return effect.condition == FieldCondition::moved;
+              });
+}
+
+bool asks_for_conditions(const FieldInstalled &installed)
+{
+    return std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
+        return (one_of(effect.condition) & looked_for_conditions) != 0;
+    });
+}
+
 /// What is there as long as installed entries use it.
 void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &installed, int more)
 {
     state.looking_further[static_cast<std::size_t>(stage)] += installed.pattern.looks_further() ? more : 0;
-    state.asking_for_findings += asks_for_findings(installed.pattern) ? more : 0;
+    state.asking_for_findings += asks_for_findings(installed) ? more : 0;
+    state.asking_for_conditions += asks_for_conditions(installed) ? more : 0;
     for (FieldStat *stat : installed.named) {
         stat->uses += more;
     }

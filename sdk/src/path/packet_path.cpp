@@ -70,11 +70,11 @@ void tap(int unit, int port, Direction direction, ByteView frame)
 [[gnu::noinline]] void pass_with_extras(Passage &passage)
 {
     const Onward onward =
-        run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree,
+        run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree_by_fields,
             look_at_source_by_fields, police_arrival, copy_protocols, route_by_fields, find_destination>(
             passage);
     if (onward == Onward::decided) {
-        run<limit_storms, look_up_fields, replicate, edit, change_headers, leave>(passage);
+        run<limit_storms, look_up_fields, replicate_by_fields, edit, change_headers, leave>(passage);
     }
 }
 
@@ -112,7 +112,7 @@ public:
         Passage passage(sw, cpu_port, departures);
         // The CPU is part of no tree, and nothing is learnt of what it sends.
         if (run<arrive, classify_by_fields, route_by_fields, find_destination>(passage) == Onward::decided) {
-            run<look_up_fields, replicate, edit, change_headers, leave>(passage);
+            run<look_up_fields, replicate_by_fields, edit, change_headers, leave>(passage);
         }
         cross(sw, departures);
     }

@@ -76,6 +76,12 @@ struct Treatment {
     bool skips_arrival_filter = false, skips_leaving_filter = false;  ///< of VLANs
     bool is_routed = true;                                            ///< if it is for a router
     bool is_limited = true;                                           ///< as part of a storm
+    bool is_snooped = true;                                           ///< by the switch, for its protocol
+    bool forwards_bpdus = false;      ///< what bridges say to each other is forwarded as any multicast
+    bool source_passes = false;       ///< whatever the entry of its source address says
+    bool may_return = false;          ///< copies may leave where it came in
+    int tree_state = -1;              ///< of the port where it came in; -1 for its own
+    int trunk_member = -1;            ///< that sends it, if it can; -1 for what the trunk says
     int vrf = -1, source_check = -1;  ///< where it is routed; -1 for what its VLAN and its interface say
     FieldClasses classes = {};
     uint32 cpu_match = 0;  ///< what the CPU is told of the entry that sends it there

@@ -57,6 +57,10 @@ bool is_source_learnt(const Passage &passage);
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
 
+/// The same, where the field processor may have said what that state is.
+Onward look_at_tree_by_fields(Passage &passage);
+int tree_state_by_fields(const Passage &passage);
+
 /// The source address: learnt, and perhaps unwanted.
 Onward look_at_source(Passage &passage);
 
@@ -102,6 +106,10 @@ Onward limit_storms(Passage &passage);
 
 /// The ports that send a copy.
 Onward replicate(Passage &passage);
+
+/// The same, where the field processor may have said that they may leave where the packet came in, or by which member
+/// of a trunk.
+Onward replicate_by_fields(Passage &passage);
 
 /// How the copies begin.
 Onward edit(Passage &passage);
