@@ -173,5 +173,48 @@ class Bridging(FieldActionTest):
         self.assertEqual(self.switch.send(1, made()), [(5, made(tags=((0x8100, 20, 0),)))])
 
 
+class Samples(FieldActionTest):
+    """Packets of which a part is taken."""
+
+    def taken(self, *actions, **more):
+        """(ports, reasons) of each of 60 packets to port 2 that has a copy"""
+        entry = self.installed('lower', 1, more.get('stage', 'ingress'), *actions)
+        found = []
+        for _ in range(60):
+            del self.told[:]
+            ports = sorted(port for port, _ in self.switch.send(1, made()))
+            if ports != [2]:
+                found.append((ports, [told['rx_reasons'] for told in self.told]))
+        checked(q.bcm_field_entry_destroy, 0, entry)
+        return found
+
+    def test_for_the_cpu(self):
+        for direction, reason, stages in (('Ingress', 'SampleSource', ['ingress']),
+                                          ('Egress', 'SampleDest', ['ingress', 'egress'])):
+            enable, rate = (direction + 'SampleEnable',), (direction + 'SampleRateNew', 4)
+            for stage in stages:
+                each = self.taken(enable, stage=stage)
+                self.assertEqual(each, [([CPU, 2], [['bcmRxReason' + reason]])] * 60)
+                self.assertTrue(3 <= len(self.taken(enable, rate, stage=stage)) <= 30)
+                self.assertEqual(self.taken(rate, stage=stage), [])
+                self.installed('upper', 2, stage, ('SampleCancel',))
+                self.assertEqual(self.taken(enable, stage=stage), [])
+                for entry in [entry for entry, name in self.names.items() if name == 'upper']:
+                    checked(q.bcm_field_entry_destroy, 0, entry)
+                    del self.names[entry]
+
+    def test_for_a_destination_of_mirrors(self):
+        record = q.bcm_mirror_destination_t(gport=9)
+        checked(q.bcm_mirror_destination_create, 0, record)
+        to_mirror = 'SampleToMirror', record.mirror_dest_id
+        for direction in 'Ingress', 'Egress':
+            self.assertEqual(self.taken((direction + 'SampleEnable',), to_mirror), [([2, 9], [])] * 60)
+        self.installed('lower', 0, 'ingress', to_mirror)
+        self.assertEqual(q.bcm_mirror_destination_destroy(0, record.mirror_dest_id), q.BCM_E_BUSY)
+        self.assertEqual(self.taken(('IngressSampleEnable',), ('SampleToCpu',))[0][0], [CPU, 2])
+        missing = self.entry(self.group(1), ('SampleToMirror', record.mirror_dest_id + 1))
+        self.assertEqual(q.bcm_field_entry_install(0, missing), q.BCM_E_NOT_FOUND)
+
+
 if __name__ == '__main__':
     unittest.main()

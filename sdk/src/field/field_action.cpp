@@ -228,6 +228,18 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
     {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, after_tables},
 
+    {bcmFieldActionIngressSampleEnable, Decision::sample_in, Kind::act, in_ingress},
+    {bcmFieldActionIngressSampleRateNew, Decision::sample_rate_in, Kind::act, in_ingress, Parameters::number,
+     INT_MAX, 1},
+    {bcmFieldActionEgressSampleEnable, Decision::sample_out, Kind::act, after_tables},
+    {bcmFieldActionEgressSampleRateNew, Decision::sample_rate_out, Kind::act, after_tables,
+     Parameters::number, INT_MAX, 1},
+    {bcmFieldActionSampleToCpu, Decision::sample_to, Kind::act, after_tables},
+    {bcmFieldActionSampleToMirror, Decision::sample_to, Kind::act, after_tables, Parameters::number, INT_MAX,
+     1},
+    {bcmFieldActionSampleCancel, Decision::sample_in, Kind::cancel, in_ingress},
+    {bcmFieldActionSampleCancel, Decision::sample_out, Kind::cancel, after_tables},
+
     {bcmFieldActionVrfSet, Decision::routing_table, Kind::act, in_lookup, Parameters::number,
      L3Routes::vrf_max - 1},
     {bcmFieldActionL3UrpfModeNew, Decision::source_check, Kind::act, in_lookup, Parameters::number,

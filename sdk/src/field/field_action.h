@@ -53,16 +53,21 @@ enum class FieldDecision : std::uint8_t {
     no_leaving_filter,
     not_routed,
     routing_table,
-    source_check,   ///< of routed packets
-    not_limited,    ///< as a storm
-    snoop,          ///< one more copy for the CPU's sake, which only its own actions take back
-    not_snooped,    ///< the CPU gets no copy of it for its protocol
-    bpdu_passes,    ///< what bridges say to each other goes on as any multicast
-    tree_state,     ///< of the port where it came in
-    source_passes,  ///< whatever the entry of its source address says
-    may_return,     ///< copies may leave where it came in
-    trunk_member,   ///< the place among the members of a trunk that can send
-    first_class,    ///< a class of the packet, in the order of FieldClass
+    source_check,    ///< of routed packets
+    not_limited,     ///< as a storm
+    snoop,           ///< one more copy for the CPU's sake, which only its own actions take back
+    not_snooped,     ///< the CPU gets no copy of it for its protocol
+    bpdu_passes,     ///< what bridges say to each other goes on as any multicast
+    tree_state,      ///< of the port where it came in
+    source_passes,   ///< whatever the entry of its source address says
+    may_return,      ///< copies may leave where it came in
+    trunk_member,    ///< the place among the members of a trunk that can send
+    sample_in,       ///< what has arrived is one of those of which a part is taken
+    sample_rate_in,  ///< of so many, one
+    sample_out,      ///< the same of what leaves
+    sample_rate_out,
+    sample_to,    ///< the destination of mirrors that gets the samples; 0 for the CPU
+    first_class,  ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 

@@ -16,8 +16,9 @@ void tell_match(const Passage &passage, bcm_field_group_t group, const FieldInst
     for (const auto &[action, given] : entry.content.actions) {
         does += (does.empty() ? ": " : ", ") + field_action_name(action);
     }
-    tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, matches%s",
-              entry.entry, group, entry.priority, does.c_str());
+    const bool is_default = fields_of(passage.sw).groups.at(group).by_default == &entry;
+    tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, %s%s", entry.entry,
+              group, entry.priority, is_default ? "acts, since no other matches" : "matches", does.c_str());
 }
 
 void tell_miss(const Passage &passage, bcm_field_group_t group, const FieldMiss &miss)
@@ -287,6 +288,10 @@ FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, 
     } else {
         match_fields(fields, stage, port, key, verdict, meet, [](const auto &...) {});
     }
+    if (!fields.undecided.empty()) {
+        // Who sends copies notes them there.
+        passage.treat();
+    }
     return verdict;
 }
 
@@ -438,6 +443,7 @@ void lead(Passage &passage, const FieldVerdict &verdict)
     }
     if (destination != nullptr) {
         redirect(passage, *destination);
+        passage.treat().is_redirected = true;
     }
     if (ports != nullptr) {
         change_ports(passage, *ports);
@@ -629,8 +635,28 @@ void rewrite(const FieldVerdict &verdict, const FieldKey &key, ByteView copy, Fr
     }
 }
 
+/// What is decided of samples in one direction.
+Sample sample_of(const FieldVerdict &verdict, FieldDecision which, FieldDecision rate)
+{
+    Sample sample;
+    if (verdict.of(which) == nullptr) {
+        return sample;
+    }
+    const FieldEffect *const given = verdict.of(rate), *const to = verdict.of(FieldDecision::sample_to);
+    sample.rate = given != nullptr ? static_cast<int>(given->number) : 1;
+    sample.destination = to != nullptr ? static_cast<int>(to->number) : 0;
+    return sample;
+}
+
 void mirror(Passage &passage, const FieldVerdict &verdict)
 {
+    using D = FieldDecision;
+    if (verdict.of(D::sample_in) != nullptr) {
+        sample_arrival(passage, sample_of(verdict, D::sample_in, D::sample_rate_in));
+    }
+    if (verdict.of(D::sample_out) != nullptr) {
+        passage.treat().sample_out = sample_of(verdict, D::sample_out, D::sample_rate_out);
+    }
     if (const FieldEffect *effect = verdict.of(FieldDecision::mirror_in)) {
         mirror_arrival(passage, static_cast<int>(effect->number));
     }
@@ -701,12 +727,14 @@ void tell_cpu(Passage &passage, const FieldVerdict &verdict, const FieldKey &key
 {
     using D = FieldDecision;
     const FieldEffect *const destination = goes_to_cpu(passage) ? verdict.of(D::destination) : nullptr;
-    if (verdict.of(D::copy_to_cpu) != nullptr || verdict.of(D::snoop) != nullptr) {
+    const bool copies = verdict.of(D::drop) == nullptr || fields_of(passage.sw).settings.drops_copies == 0;
+    const FieldEffect *const snoop = copies ? verdict.of(D::snoop) : nullptr;
+    const FieldEffect *const copy = copies ? verdict.of(D::copy_to_cpu) : nullptr;
+    if (copy != nullptr || snoop != nullptr) {
         passage.copies.add(cpu_port);
     }
     // Of several entries, the one that matters most is told.
-    for (const FieldEffect *by :
-         {destination, verdict.of(D::snoop), verdict.of(D::copy_to_cpu), verdict.of(D::trap)}) {
+    for (const FieldEffect *by : {destination, snoop, copy, verdict.of(D::trap)}) {
         if (by != nullptr) {
             passage.cpu_reasons.add(reason_of(*by, passage, key));
             passage.treat().cpu_match = by->entry;
@@ -775,9 +803,48 @@ void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &las
     numbers.put(FieldDecision::color, last.color);
     numbers.put(FieldDecision::priority, last.priority);
     numbers.put(FieldDecision::mirror_out, last.mirror_out);
+    last.sample = sample_of(verdict, FieldDecision::sample_out, FieldDecision::sample_rate_out);
     if (!last.is_dropped && port != cpu_port && verdict.has_any(header_decisions | tag_decisions)) {
         last.is_changed = true;
         rewrite(verdict, key, copy, last.frame);
+    }
+}
+
+std::size_t undecided_counters(Switch &sw)
+{
+    return fields_of(sw).undecided.size();
+}
+
+namespace {
+
+[[gnu::cold, gnu::noinline]] void settle(Passage &passage, std::size_t from)
+{
+    const Departures &left = passage.departures;
+    int sent = passage.treatment ? passage.treatment->others_sent : 0;
+    bool cpu_sends = passage.treatment && passage.treatment->cpu_sends_other;
+    for (std::size_t i = 0; i < left.count; ++i) {
+        sent += left.copies[i].port != cpu_port;
+        cpu_sends |= left.copies[i].port == cpu_port;
+    }
+    FieldFates fates = 0;
+    const auto put = [&](FieldFate fate, bool is_so) { fates |= is_so ? one_of(fate) : 0; };
+    const bool is_forwarded = sent != 0 || (cpu_sends && goes_to_cpu(passage));
+    put(FieldFate::forwarded, is_forwarded);
+    put(FieldFate::dropped, !is_forwarded);
+    put(FieldFate::copied_to_cpu, cpu_sends);
+    put(FieldFate::mirrored, passage.is_mirrored);
+    put(FieldFate::redirected, is_forwarded && passage.treatment && passage.treatment->is_redirected);
+    put(FieldFate::replicated, sent + cpu_sends > 1);
+    settle_counters(fields_of(passage.sw), from, fates);
+}
+
+}  // namespace
+
+void settle_counters(Passage &passage, std::size_t from)
+{
+    // Who was told of an address may have detached the unit.
+    if (attached(passage.sw.unit) == &passage.sw && undecided_counters(passage.sw) > from) {
+        settle(passage, from);
     }
 }
 

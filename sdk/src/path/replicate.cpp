@@ -114,7 +114,8 @@ Onward replicate_by_fields(Passage &passage)
     }
     const Treatment &treatment = *passage.treatment;
     const TrunkPorts &trunks = trunks_of(passage.sw).ports();
-    return replicate_from(passage, trunks, treatment.may_return ? PortSet() : origin_of(passage, trunks),
+    const PortSet &from = origin_of(passage, trunks);
+    return replicate_from(passage, trunks, treatment.may_return ? from - PortSet::one(passage.port) : from,
                           treatment.trunk_member);
 }
 
