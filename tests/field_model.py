@@ -401,6 +401,17 @@ class Entry(object):
             '%s %r' % (type(each).__name__, sorted(vars(each).items())) for each in self.conditions))
 
 
+# Which packets meet an action that is not for all.
+FOR_SOME = dict(ArpDrop=lambda facts: facts.get('EtherType') == ARP and 'ArpOpcode' in facts,
+                DhcpDrop=lambda facts: facts['Dhcp'],
+                MacMoveDrop=lambda facts: facts['L2StationMove'],
+                FloodDisable=lambda facts: not facts['L2DestHit'])
+
+
+def is_met(action, facts):
+    return action not in FOR_SOME or bool(FOR_SOME[action](facts))
+
+
 def acting(groups, facts):
     """The entry of each group that acts, groups by descending priority: lists of entries."""
     found = []

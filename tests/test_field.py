@@ -5,9 +5,10 @@ import re
 import unittest
 
 import QuorelApiNew as q
+import console
 import rules
 from field_model import GPORT_KINDS
-from quorel import array, checked, OUT, sim
+from quorel import array, checked, OUT, sim, StatusError
 from recording import library
 from simulator import SwitchTest
 
@@ -237,7 +238,7 @@ class Counters(FieldTest):
         self.assertStatus(BUSY, q.bcm_field_stat_destroy(0, stat))
         self.done(q.bcm_field_entry_destroy(0, self.entry))
         self.done(q.bcm_field_stat_destroy(0, stat))
-        later = array('bcm_field_stat_t', [q.bcmFieldStatDroppedPackets])
+        later = array('bcm_field_stat_t', [q.bcmFieldStatEcnMarkedPackets])
         self.assertStatus(q.BCM_E_UNAVAIL, q.bcm_field_stat_create_id(0, self.group, 1, later, 3))
 
     def stat(self, *kinds):
@@ -302,6 +303,178 @@ class Counters(FieldTest):
         checksum = 4
         self.assertEqual(found, dict((kind, [len(which), sum(max(len(frames[i]), 60) + checksum for i in which)])
                                      for kind, which in wanted.items()))
+
+
+class Hints(FieldTest):
+    def hint(self, **members):
+        return q.bcm_field_hint_t(**dict(dict(hint_type=q.bcmFieldHintTypeExtraction, qual=q.bcmFieldQualifySrcIp,
+                                              start_bit=8, end_bit=15, priority=3), **members))
+
+    def test_they_are_kept_in_lists(self):
+        one, other = [checked(q.bcm_field_hints_create, 0, OUT) for _ in range(2)]
+        self.done(q.bcm_field_hints_add(0, one, self.hint()))
+        self.assertStatus(EXISTS, q.bcm_field_hints_add(0, one, self.hint(priority=4)))
+        self.done(q.bcm_field_hints_add(0, one, self.hint(qual=q.bcmFieldQualifyDstIp)))
+        for wrong in (dict(hint_type=q.bcmFieldHintTypeCount), dict(qual=q.bcmFieldQualifyCount), dict(flags=1),
+                      dict(start_bit=16)):
+            self.assertStatus(PARAM, q.bcm_field_hints_add(0, other, self.hint(**wrong)), wrong)
+        found = self.hint(start_bit=0, end_bit=0, priority=0)
+        self.assertStatus(MISSING, q.bcm_field_hints_get(0, other, found))
+        self.done(q.bcm_field_hints_get(0, one, found))
+        self.assertEqual((found.start_bit, found.end_bit, found.priority), (8, 15, 3))
+        self.done(q.bcm_field_hints_delete(0, one, found))
+        self.assertStatus(MISSING, q.bcm_field_hints_delete(0, one, found))
+        self.done(q.bcm_field_hints_delete_all(0, one))
+        self.assertStatus(MISSING, q.bcm_field_hints_get(0, one, self.hint(qual=q.bcmFieldQualifyDstIp)))
+        config = q.bcm_field_group_config_t(flags=q.BCM_FIELD_GROUP_CREATE_WITH_HINTS, hintid=one)
+        self.done(q.bcm_field_group_config_create(0, config))
+        self.done(q.bcm_field_hints_destroy(0, one))
+        for call in (lambda: q.bcm_field_hints_destroy(0, one), lambda: q.bcm_field_hints_add(0, one, found),
+                     lambda: q.bcm_field_hints_delete_all(0, one), lambda: q.bcm_field_group_config_create(0, config)):
+            self.assertStatus(MISSING, call())
+
+
+class Settings(FieldTest):
+    def control(self, name):
+        return checked(q.bcm_field_control_get, 0, getattr(q, 'bcmFieldControl' + name), OUT)
+
+    def change(self, name, value):
+        return q.bcm_field_control_set(0, getattr(q, 'bcmFieldControl' + name), value & 0xffffffff)
+
+    def entry_of(self, stage, *actions):
+        qset = qualifiers('InPort', *(['Stage' + stage] if stage else []))
+        entry = checked(q.bcm_field_entry_create, 0, checked(q.bcm_field_group_create, 0, qset, 1))
+        for action in actions:
+            self.done(q.bcm_field_action_add(0, entry, action, 0, 0, 0))
+        self.done(q.bcm_field_entry_install(0, entry))
+        return entry
+
+    def test_which_are_as_the_switch_is(self):
+        for name, value in (('ColorAware', 1), ('EntryAtomicUpdate', 1), ('ExactMatchEnable', 0)):
+            self.assertEqual((self.control(name), self.change(name, value), self.change(name, 1 - value)),
+                             (value, 0, q.BCM_E_UNAVAIL))
+        self.assertStatus(q.BCM_E_UNAVAIL, self.change('HiGigHeaderEnable', 0))
+        self.assertStatus(PARAM, q.bcm_field_control_set(0, q.bcmFieldControlCount, 0))
+        for name, wrong in (('StatPacketBytesAdjust', 256), ('StatPacketBytesAdjust', -65), ('LookupEnable', 2)):
+            self.assertStatus(PARAM, self.change(name, wrong))
+
+    def test_what_counters_add(self):
+        frame = sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01')
+        kinds = array('bcm_field_stat_t', [q.bcmFieldStatBytes, q.bcmFieldStatForwardedBytes])
+        stat = checked(q.bcm_field_stat_create, 0, self.group, 2, kinds, OUT)
+        self.done(q.bcm_field_entry_stat_attach(0, self.entry, stat))
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        for more in 20, -64:
+            self.done(q.bcm_field_stat_all_set(0, stat, 0))
+            self.done(self.change('StatPacketBytesAdjust', more))
+            sim.Switch().send(1, frame)
+            self.assertEqual([checked(q.bcm_field_stat_get, 0, stat, kind, OUT) for kind in kinds], [64 + more] * 2)
+        self.assertEqual(self.control('StatPacketBytesAdjust'), -64 & 0xffffffff)
+
+    def test_whether_packets_are_looked_up_before_the_tables(self):
+        self.entry_of('Lookup', q.bcmFieldActionDrop)
+        ports = [len(sim.Switch().send(1, sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01')))
+                 for enable in (1, 0, 1) if self.change('LookupEnable', enable) == 0]
+        self.assertEqual([bool(count) for count in ports], [False, True, False])
+
+    def test_whether_what_is_dropped_is_copied(self):
+        frame = sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01')
+        entry = self.entry_of('', q.bcmFieldActionDrop, q.bcmFieldActionCopyToCpu, q.bcmFieldActionSnoop)
+        ports = [[port for port, _ in sim.Switch().send(1, frame)]
+                 for wins in (0, 1) if self.change('DropWinsOverCopy', wins) == 0]
+        self.assertEqual(ports, [[0], []])
+        self.done(q.bcm_field_action_remove(0, entry, q.bcmFieldActionDrop))
+        self.done(q.bcm_field_entry_reinstall(0, entry))
+        self.assertIn(0, [port for port, _ in sim.Switch().send(1, frame)])
+
+
+class Defaults(FieldTest):
+    """The entry of a group that acts if no other does."""
+
+    def setUp(self):
+        FieldTest.setUp(self)
+        self.done(q.bcm_field_qualify_OuterVlanId(0, self.entry, 20, 0xfff))
+        self.other = checked(q.bcm_field_entry_create, 0, self.group)
+        self.done(q.bcm_field_qualify_SrcIp(0, self.other, 0x0a000001, 0xffffffff))
+        for entry, priority in ((self.entry, 7), (self.other, 3)):
+            self.done(q.bcm_field_action_add(0, entry, q.bcmFieldActionDrop if entry == self.entry
+                                             else q.bcmFieldActionTrap, 0, 0, 0))
+            self.done(q.bcm_field_entry_prio_set(0, entry, priority))
+            self.done(q.bcm_field_entry_install(0, entry))
+
+    def becomes(self, source='10.0.0.1'):
+        frame = sim.ethernet('02:00:00:00:00:02', '02:00:00:00:00:01', sim.udp4(source, '10.0.0.2'))
+        ports = [port for port, _ in sim.Switch().send(1, frame)]
+        return 'dropped' if not ports else 'trapped' if ports == [0] else 'flooded'
+
+    def test_it_acts_where_no_other_matches(self):
+        get = q.bcm_field_group_default_entry_get
+        with self.assertRaisesRegexp(StatusError, 'NOT_FOUND'):
+            checked(get, 0, self.group)
+        seen = [(self.becomes(), self.becomes('10.0.0.3'))]
+        for default in self.entry, self.other, self.entry:
+            self.done(q.bcm_field_group_default_entry_set(0, self.group, default))
+            self.assertEqual(checked(get, 0, self.group), default)
+            seen.append((self.becomes(), self.becomes('10.0.0.3')))
+        self.assertEqual(seen, [('trapped', 'flooded'), ('trapped', 'dropped'), ('trapped', 'trapped'),
+                                ('trapped', 'dropped')])
+        self.assertIn('acts, since no other matches', sim.Switch().trace(1, sim.ethernet('02:00:00:00:00:02',
+                                                                                         '02:00:00:00:00:01')))
+
+    def test_only_while_it_is_installed_and_enabled(self):
+        self.done(q.bcm_field_group_default_entry_set(0, self.group, self.entry))
+        self.done(q.bcm_field_entry_destroy(0, self.other))
+        for change, wanted in ((lambda: q.bcm_field_entry_enable_set(0, self.entry, 0), 'flooded'),
+                               (lambda: q.bcm_field_entry_reinstall(0, self.entry), 'flooded'),
+                               (lambda: q.bcm_field_entry_enable_set(0, self.entry, 1), 'dropped'),
+                               (lambda: q.bcm_field_entry_remove(0, self.entry), 'flooded'),
+                               (lambda: q.bcm_field_entry_install(0, self.entry), 'dropped'),
+                               (lambda: q.bcm_field_entry_reinstall(0, self.entry), 'dropped'),
+                               (lambda: q.bcm_field_entry_destroy(0, self.entry), 'flooded')):
+            self.done(change())
+            self.assertEqual(self.becomes(), wanted)
+        with self.assertRaisesRegexp(StatusError, 'NOT_FOUND'):
+            checked(q.bcm_field_group_default_entry_get, 0, self.group)
+
+    def test_what_is_refused(self):
+        group = checked(q.bcm_field_group_create, 0, qualifiers('SrcIp'), 1)
+        self.assertStatus(PARAM, q.bcm_field_group_default_entry_set(0, group, self.entry))
+        self.assertStatus(MISSING, q.bcm_field_group_default_entry_set(0, group + 1, self.entry))
+        self.assertStatus(MISSING, q.bcm_field_group_default_entry_set(0, group, self.other + 1))
+
+
+class Printed(FieldTest):
+    def lines(self, call, *arguments):
+        status, text = console.printed(call, *arguments)
+        self.done(status)
+        return text.splitlines()
+
+    def test_groups_and_entries(self):
+        self.done(q.bcm_field_qualify_SrcIp(0, self.entry, 0x0a000000, 0xff000000))
+        range_id = checked(q.bcm_field_range_group_create, 0, OUT, q.BCM_FIELD_RANGE_DSTPORT, 80, 90, 2)
+        self.done(q.bcm_field_qualify_L4PortRangeCheck(0, self.entry, range_id, 1))
+        self.done(q.bcm_field_action_add(0, self.entry, q.bcmFieldActionRedirectPort, 0, 7, 0))
+        self.done(q.bcm_field_action_ports_add(0, self.entry, q.bcmFieldActionEgressMask, [2, 64]))
+        self.done(q.bcm_field_action_mac_add(0, self.entry, q.bcmFieldActionDestMacNew, '02:00:00:00:00:07'))
+        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatDroppedBytes])
+        stat = checked(q.bcm_field_stat_create, 0, self.group, 2, kinds, OUT)
+        self.done(q.bcm_field_entry_stat_attach(0, self.entry, stat))
+        self.done(q.bcm_field_stat_set(0, stat, q.bcmFieldStatPackets, 5))
+        self.done(q.bcm_field_entry_install(0, self.entry))
+        entry = ['  entry %d: priority 0, installed' % self.entry, '    SrcIp 0x0a000000 0xff000000',
+                 '    L4PortRangeCheck not in range %d' % range_id, '    action RedirectPort 0 7 0',
+                 '    action EgressMask ports 2 64', '    action DestMacNew 0x020000000007',
+                 '    counters %d: Packets 5 DroppedBytes 0' % stat]
+        group = ['group %d: ingress, priority 5, 1 of 1 entries installed' % self.group]
+        shown = self.lines(q.bcm_field_entry_dump, 0, self.entry)
+        self.assertEqual(sorted(shown), sorted(entry))
+        shown = self.lines(q.bcm_field_group_dump, 0, self.group)
+        self.assertEqual(shown[0], group[0])
+        self.assertEqual(set(shown[1].split()), {'qualifiers', 'OuterVlanId', 'SrcIp', 'L4PortRangeCheck'})
+        self.assertEqual(sorted(shown[2:]), sorted(entry))
+        shown = self.lines(q.bcm_field_show, 0, '> ')
+        self.assertEqual(shown[0], '> ' + group[0])
+        self.assertEqual(shown[-2:], ['> range %d: 80..90' % range_id, '> counters %d: Packets 5 DroppedBytes 0' % stat])
 
 
 class Conditions(FieldTest):

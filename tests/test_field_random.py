@@ -11,7 +11,8 @@ import unittest
 import QuorelApiNew as q
 from field_model import (ARP, CLASSES, ESP, FCOE, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4,
                          IP4_IN_IP, IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING,
-                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags,
+                         acting, is_met)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -74,6 +75,11 @@ KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpTy
 PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap SystemPortBitmap SourceGportBitmap OutPorts'.split()
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
 ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
+DROPS = 'Drop', 'DropCancel', 'ArpDrop', 'DhcpDrop', 'MacMoveDrop', 'FloodDisable'
+# What each entry counts: all, and by what becomes of packets.
+COUNTED = [getattr(q, 'bcmFieldStat' + kind) for kind in (
+    'Packets', 'Bytes', 'ForwardedPackets', 'ForwardedBytes', 'DroppedPackets', 'YellowDroppedPackets',
+    'ReplicatedPackets')]
 # What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
          'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
@@ -399,8 +405,7 @@ class Matching(sim.TestCase):
         action = chance.choice(actions)
         if action is not None:
             checked(q.bcm_field_action_add, 0, entry, getattr(q, 'bcmFieldAction' + action[0]), action[1], 0, 0)
-        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatBytes])
-        stat = checked(q.bcm_field_stat_create, 0, group, 2, kinds, OUT)
+        stat = checked(q.bcm_field_stat_create, 0, group, len(COUNTED), array('bcm_field_stat_t', COUNTED), OUT)
         checked(q.bcm_field_entry_stat_attach, 0, entry, stat)
         checked(q.bcm_field_entry_prio_set, 0, entry, priority)
         checked(q.bcm_field_entry_install, 0, entry)
@@ -452,8 +457,9 @@ class Matching(sim.TestCase):
                     q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
                 group = checked(q.bcm_field_group_create, 0, qset, priority)
                 actions = [None, None, None, ('Drop', 0), ('DropCancel', 0)]
-                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3)],
-                            [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6)], []][stage]
+                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3), ('DhcpDrop', 0)],
+                            [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6), ('ArpDrop', 0),
+                             ('DhcpDrop', 0), ('MacMoveDrop', 0), ('FloodDisable', 0)], []][stage]
                 made = [self.entry(group, names, actions, conditions, *self.sample(stage, names, maker, bridge))
                         for _ in range(ENTRIES)]
                 entries = [entry for entry, _ in made]
@@ -462,15 +468,15 @@ class Matching(sim.TestCase):
                 groups.append(entries)
             stages.append(groups)
         bridge.learnt.clear()
-        kinds = array('bcm_field_stat_t', [q.bcmFieldStatPackets, q.bcmFieldStatBytes])
-        counts = dict((entry, (0, 0)) for _, entry in stats)
+        kinds, nothing = array('bcm_field_stat_t', COUNTED), (0,) * len(COUNTED)
+        counts = dict((entry, nothing) for _, entry in stats)
         for number in range(packets):
             port, frame = chance.choice(ARRIVALS), maker.frame()
             counted, copies = self.met(bridge, stages, port, frame)
             left = self.switch.send(port, frame)
             for stat, entry in stats:
-                found = tuple(checked(q.bcm_field_stat_multi_get, 0, stat, 2, kinds, OUT))
-                wanted = tuple(map(sum, zip(counts[entry], counted.get(entry, (0, 0)))))
+                found = tuple(checked(q.bcm_field_stat_multi_get, 0, stat, len(COUNTED), kinds, OUT))
+                wanted = tuple(map(sum, zip(counts[entry], counted.get(entry, nothing))))
                 if found != wanted:
                     self.fail('seed %d, packet %d at port %d: %s\n%r\ncounts %s and not %s; of the packet\n%s\n%s'
                               % (seed, number, port, frame.encode('hex'), entry, found, wanted,
@@ -479,31 +485,40 @@ class Matching(sim.TestCase):
             self.assertEqual([(to, sent.encode('hex')) for to, sent in left], copies, (seed, number, port, frame))
 
     def met(self, bridge, stages, port, frame):
-        """({entry: (packets, bytes)} of what counts the packet, [(port, frame in hex)] that leave)"""
-        counted, classes = {}, {}
+        """({entry: numbers of COUNTED} of what counts the packet, [(port, frame in hex)] that leave)"""
+        counted, classes, copies = {}, {}, []
 
-        def meet(stage, facts):
+        def count(entry, length, colour, sent):
+            is_sent, is_yellow = int(sent > 0), int(colour == 1)
+            now = (1, length, is_sent, is_sent * length, 1 - is_sent, (1 - is_sent) * is_yellow, int(sent > 1))
+            counted[entry] = tuple(map(sum, zip(now, counted.get(entry, (0,) * len(now)))))
+
+        def meet(stage, facts, waiting):
             verdict = {}
             for entry in acting(stages[stage], facts):
-                packets, octets_ = counted.get(entry, (0, 0))
-                counted[entry] = packets + 1, octets_ + facts['PacketLength']
-                if entry.action is not None:
-                    kind = 'drop' if entry.action[0].startswith('Drop') else entry.action[0]
+                waiting.append((entry, facts['PacketLength']))
+                if entry.action is not None and is_met(entry.action[0], facts):
+                    kind = 'drop' if entry.action[0] in DROPS else entry.action[0]
                     verdict.setdefault(kind, entry.action)
             classes.update((CLASSES[name], number) for name, number in verdict.values() if name in CLASSES)
-            return verdict.get('drop', ('',))[0] == 'Drop', verdict.get('OuterVlanNew', (None, None))[1]
+            return verdict.get('drop', ('DropCancel',))[0] != 'DropCancel', verdict.get('OuterVlanNew', (None, None))[1]
 
-        facts = bridge.arrival(port, frame)
-        is_dropped, new_vlan = meet(0, facts)
+        of_packet, facts = [], bridge.arrival(port, frame)
+        colour = bridge.color(facts)
+        is_dropped, new_vlan = meet(0, facts, of_packet)
         vlan = new_vlan or bridge.vlan(facts)
         found = None if is_dropped else bridge.destination(dict(facts, **classes), vlan)
-        if found is None or meet(1, found[0])[0]:
-            return counted, []
-        copies = []
-        for to in found[1]:
-            sent, leaving = bridge.copy(dict(facts, **classes), frame, vlan, to, found[1])
-            if not meet(2, leaving)[0]:
-                copies.append((to, sent.encode('hex')))
+        if found is not None and not meet(1, found[0], of_packet)[0]:
+            for to in found[1]:
+                sent, leaving = bridge.copy(dict(facts, **classes), frame, vlan, to, found[1])
+                of_copy = []
+                is_dropped, _ = meet(2, leaving, of_copy)
+                for entry, length in of_copy:
+                    count(entry, length, colour, int(not is_dropped))
+                if not is_dropped:
+                    copies.append((to, sent.encode('hex')))
+        for entry, length in of_packet:
+            count(entry, length, colour, len(copies))
         return counted, copies
 
     def test_random_entries_and_packets(self):

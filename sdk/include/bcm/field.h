@@ -90,7 +90,7 @@ int bcm_field_group_destroy(int unit, bcm_field_group_t group);
 /* Moves the entries together, so that other groups can have what is free. */
 int bcm_field_group_compress(int unit, bcm_field_group_t group);
 
-/* The entry that acts if no other of the group matches. */
+/* The entry that acts, when installed, if no other of the group matches; what it asks for does not count. */
 int bcm_field_group_default_entry_set(int unit, bcm_field_group_t group, bcm_field_entry_t entry);
 int bcm_field_group_default_entry_get(int unit, bcm_field_group_t group, bcm_field_entry_t *entry);
 

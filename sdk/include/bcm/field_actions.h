@@ -8,7 +8,8 @@
 typedef enum bcm_field_action_e {
     /*
      * Copies to the CPU, drops, and taking back what an entry of lower priority asked for. Gp, Yp and Rp name
-     * the same action for green, yellow and red packets only; without it, it goes for all.
+     * the same action for green, yellow and red packets only; without it, it goes for all. The parameter of
+     * CopyToCpu is the bcm_rx_reason_t that the CPU is told; 0 for bcmRxReasonFilterMatch.
      */
     bcmFieldActionDrop = 0,
     bcmFieldActionGpDrop,
@@ -168,7 +169,10 @@ typedef enum bcm_field_action_e {
     bcmFieldActionVlanQosMapNew,
     bcmFieldActionReceivedVlanRestore,
 
-    /* Where the packet goes: one destination, a group, or a set of ports. */
+    /*
+     * Where the packet goes: one destination, a group, or a set of ports. The ports of EgressMask get no copy;
+     * neither do those of the masks at the end, of packets of that kind for which there is no entry.
+     */
     bcmFieldActionRedirect,
     bcmFieldActionRedirectPort,
     bcmFieldActionRedirectTrunk,
@@ -248,7 +252,10 @@ typedef enum bcm_field_action_e {
     bcmFieldActionEtherTypeNew,
     bcmFieldActionFlowLabelNew,
 
-    /* Mirrors and samples. */
+    /*
+     * Mirrors and samples. A packet is drawn as a sample with Enable, one of so many as RateNew says, or else
+     * each; it goes to the CPU, or to a destination of mirrors.
+     */
     bcmFieldActionMirrorIngress,
     bcmFieldActionMirrorEgress,
     bcmFieldActionMirrorOverride,
@@ -286,7 +293,10 @@ typedef enum bcm_field_action_e {
     bcmFieldActionFlowCounterEnable,
     bcmFieldActionUpdateCounterDisable,
 
-    /* Traps to the CPU and copies for it. */
+    /*
+     * Traps to the CPU and copies for it. The parameter of both is the bcm_rx_reason_t that the CPU is told; 0 of
+     * Trap for bcmRxReasonFilterMatch, of Snoop for bcmRxReasonSnoop.
+     */
     bcmFieldActionTrap,
     bcmFieldActionTrapStrengthNew,
     bcmFieldActionTrapCancel,
@@ -302,7 +312,7 @@ typedef enum bcm_field_action_e {
     bcmFieldActionUserHeaderSize,
     bcmFieldActionUserHeader,
 
-    /* Protocol packets. */
+    /* Protocol packets; others that the entry matches are left as they are. */
     bcmFieldActionArpToCpu,
     bcmFieldActionArpDrop,
     bcmFieldActionArpReplyGenerate,

@@ -101,7 +101,11 @@ typedef enum bcm_field_stat_e {
     bcmFieldStatNotRedBytes,
     bcmFieldStatNotRedPackets,
 
-    /* By what became of them. */
+    /*
+     * By what became of them, or of the copy that an entry of the egress stage matched: forwarded if a port sends it or
+     * holds it in a queue, the CPU's port too if it was addressed there; else dropped. Replicated if there are several
+     * copies, those for the CPU too.
+     */
     bcmFieldStatForwardedBytes,
     bcmFieldStatForwardedPackets,
     bcmFieldStatGreenForwardedBytes,

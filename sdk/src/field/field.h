@@ -19,6 +19,7 @@
 #include <climits>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace sim {
@@ -31,21 +32,49 @@ constexpr int field_installed_max = 16384;  // of a stage
 constexpr int field_range_max = field_places::ranges.width;
 constexpr int field_stat_max = 16384;
 
+/// What became of a packet, or of the copy that an entry of egress meets.
+enum class FieldFate : std::uint8_t {
+    none,
+    forwarded,  ///< a port sends it, or it waits for one; the CPU's port counts if that is where it goes
+    dropped,    ///< none does
+    copied_to_cpu,
+    mirrored,
+    redirected,  ///< where it goes an entry has said
+    replicated,  ///< more than one copy is sent
+};
+
+/// A set of them.
+using FieldFates = std::uint8_t;
+
+constexpr FieldFates one_of(FieldFate fate)
+{
+    return static_cast<FieldFates>(1u << static_cast<unsigned>(fate));
+}
+
 struct FieldCounter {
     explicit FieldCounter(bcm_field_stat_t of);
 
     bcm_field_stat_t kind;
     bool (*is_for)(const FieldKey &);  ///< which of its entries' packets are counted; null for all
+    FieldFate fate;                    ///< which of them, when it is known; none for all, at once
+    bool is_of_policers;               ///< none but those that the entry's policers have seen
     uint64 value = 0;
 
+    bool counts(const FieldKey &key) const { return is_for == nullptr || is_for(key); }
+
     /// A packet of the length, with its checksum.
-    void count(const FieldKey &key, std::size_t length)
+    void add(std::size_t length)
     {
-        if (is_for == nullptr || is_for(key)) {
-            // Bytes and packets take turns in the enumeration.
-            value += kind % 2 == bcmFieldStatBytes ? length : 1;
-        }
+        // Bytes and packets take turns in the enumeration.
+        value += kind % 2 == bcmFieldStatBytes ? length : 1;
     }
+};
+
+/// That a packet counts, if it becomes what the counter asks for. Until then the counter may go.
+struct FieldUndecided {
+    int stat;
+    bcm_field_stat_t kind;
+    std::size_t length;
 };
 
 struct FieldStat {
@@ -94,10 +123,12 @@ struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
     FieldPolicers policers;
-    std::vector<FieldRange *> ranges;      // that it is compared with
-    std::vector<FieldStat *> named;        // of its actions
-    std::vector<FieldCounter *> counters;  // of these and of those that are attached to the entry
-    std::vector<Hold> holds;               // of what its actions name
+    std::vector<FieldRange *> ranges;  // that it is compared with
+    std::vector<int> named;            // counters, by its actions
+    // Of these and of those that are attached to the entry: what counts at once, and by what becomes of packets.
+    std::vector<FieldCounter *> counters;
+    std::vector<std::pair<int, const FieldCounter *>> counters_of_fates;  // with the id of their object
+    std::vector<Hold> holds;                                              // of what its actions name
 };
 
 struct FieldEntry : FieldContent {
@@ -125,6 +156,8 @@ struct FieldGroup {
     std::map<bcm_field_entry_t, FieldEntry *> entries;
     FieldTable table;
     int installed = 0;
+    std::optional<bcm_field_entry_t> default_entry;  // acts if no other does, whatever it asks for
+    FieldInstalled *by_default = nullptr;            // the same, while it is installed and enabled
 };
 
 /// Whether a condition of the group holds for the packet, or it has none.
@@ -134,6 +167,15 @@ inline bool is_selected(const FieldGroup &group, const FieldKey &key)
            || std::any_of(group.presels.begin(), group.presels.end(),
                           [&](const FieldPresel *presel) { return presel->pattern.matches(key); });
 }
+
+/// What holds for all groups.
+struct FieldSettings {
+    int counted_besides = 0;  ///< bytes that counters add to a packet's length
+    int looks_before_tables = 1;
+    int drops_copies = 0;  ///< the CPU gets no copies of what is dropped
+};
+
+using FieldHints = std::vector<bcm_field_hint_t>;
 
 /// A group in which packets look for entries.
 struct FieldLookup {
@@ -162,7 +204,11 @@ struct FieldState : RoomState {
     std::map<bcm_field_presel_t, FieldPresel> presels;
     bool presels_look_further = false;  ///< whether one asks for what is further in
     std::map<int, FieldStat> stats;
+    /// Of packets that are on their way, the last one's behind those that wait for it.
+    std::vector<FieldUndecided> undecided;
     FieldDataQualifiers data_qualifiers;
+    std::map<bcm_field_hintid_t, FieldHints> hints;
+    FieldSettings settings;
 
     /// What is installed and enabled, by stage.
     std::array<FieldIndex, field_stages> indexes;
@@ -173,6 +219,8 @@ struct FieldState : RoomState {
     std::array<int, field_stages> installed = {};
     std::array<int, field_stages> looking_further = {};  ///< of these: those that ask for what is further in
     int asking_for_findings = 0;  ///< of all stages: those that ask for what tables say before it is routed
+    int asking_for_conditions =
+        0;  ///< those with actions for packets of which more than their colour has to be known
 
 private:
     PortState &ports_;
@@ -251,6 +299,17 @@ int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry);
 /// Finds the counters of the entry as it is installed, or about to be.
 void update_counters(FieldState &state, const FieldEntry &entry, FieldInstalled &installed);
 
+/// What became of the packet whose counters begin there: all that are undecided since then.
+void settle_counters(FieldState &state, std::size_t from, FieldFates fates);
+
+/// Those of the entry wait for what becomes of the packet.
+void put_off_counters(FieldState &state, const FieldInstalled &installed, const FieldKey &key,
+                      std::size_t length);
+
+/// The installed and enabled entry begins or ends to act.
+void begin_to_act(FieldState &state, FieldGroup &group, bcm_field_entry_t id, FieldInstalled &installed);
+void end_to_act(FieldState &state, FieldGroup &group, FieldInstalled &installed);
+
 /// Ends its effect, if it has one.
 void remove_field(FieldState &state, FieldEntry &entry);
 
@@ -267,14 +326,17 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
     const FieldIndex &index = state.indexes[static_cast<std::size_t>(stage)];
     FieldIndex::Found rules;
     index.find(key, rules);
-    const std::size_t length = key.get(field_places::packet_length);
+    const auto length = static_cast<std::size_t>(static_cast<int>(key.get(field_places::packet_length))
+                                                 + state.settings.counted_besides);
     FieldWord color = key.get(field_places::color);
     for (const FieldLookup &lookup : state.lookups[static_cast<std::size_t>(stage)]) {
         if (!lookup.group->ports.has(port) || !is_selected(*lookup.group, key)) {
             continue;
         }
-        const auto *installed =
-            static_cast<const FieldInstalled *>(index.find(lookup.group->table, key, rules));
+        const FieldTable &table = lookup.group->table;
+        const FieldRule *const rule = !table.is_empty() ? index.find(table, key, rules) : nullptr;
+        const FieldInstalled *const installed =
+            rule != nullptr ? static_cast<const FieldInstalled *>(rule) : lookup.group->by_default;
         if (installed != nullptr) {
             const auto met = static_cast<FieldWord>(meet(*installed));
             if (met != color) {
@@ -282,7 +344,12 @@ void match_fields(FieldState &state, FieldStage stage, int port, FieldKey &key, 
                 key.replace(field_places::color, color);
             }
             for (FieldCounter *counter : installed->counters) {
-                counter->count(key, length);
+                if (counter->counts(key)) {
+                    counter->add(length);
+                }
+            }
+            if (!installed->counters_of_fates.empty()) {
+                put_off_counters(state, *installed, key, length);
             }
             verdict.add(installed->effects, static_cast<unsigned>(color));
         }

@@ -6,6 +6,7 @@
 
 #include <bcm/error.h>
 #include <bcm/rx_reason.h>
+#include <bcm/stg.h>
 #include <bcm/vlan.h>
 
 #include <algorithm>
@@ -47,12 +48,19 @@ struct ActionRow {
     Parameters parameters = Parameters::none;
     unsigned highest = 0, least = 0;
     bool has_color_forms = false;  // the next three are the same for green, yellow and red packets
+    FieldCondition condition = FieldCondition::always;
 };
 
 constexpr ActionRow of_colors(bcm_field_action_t action, Decision decision, Kind kind, unsigned stages,
                               Parameters parameters = Parameters::none, unsigned highest = 0)
 {
     return {action, decision, kind, stages, parameters, highest, 0, true};
+}
+
+constexpr ActionRow of_packets(FieldCondition condition, bcm_field_action_t action, Decision decision,
+                               Kind kind, unsigned stages, Parameters parameters = Parameters::none)
+{
+    return {action, decision, kind, stages, parameters, 0, 0, false, condition};
 }
 
 constexpr ActionRow number_of_colors(bcm_field_action_t action, Decision decision, unsigned stages,
@@ -70,11 +78,33 @@ constexpr ActionRow class_row(bcm_field_action_t action, FieldClass which)
 constexpr ActionRow actions[] = {
     of_colors(bcmFieldActionDrop, Decision::drop, Kind::act, anywhere),
     of_colors(bcmFieldActionDropCancel, Decision::drop, Kind::cancel, anywhere),
-    of_colors(bcmFieldActionCopyToCpu, Decision::copy_to_cpu, Kind::act, in_ingress),
+    number_of_colors(bcmFieldActionCopyToCpu, Decision::copy_to_cpu, in_ingress, bcmRxReasonCount - 1),
     of_colors(bcmFieldActionCopyToCpuCancel, Decision::copy_to_cpu, Kind::cancel, in_ingress),
     of_colors(bcmFieldActionSwitchToCpuCancel, Decision::switch_to_cpu, Kind::cancel, in_ingress),
-    {bcmFieldActionTrap, Decision::trap, Kind::act, in_ingress},
+    {bcmFieldActionTrap, Decision::trap, Kind::act, in_ingress, Parameters::number, bcmRxReasonCount - 1},
     {bcmFieldActionTrapCancel, Decision::trap, Kind::cancel, in_ingress},
+    {bcmFieldActionSnoop, Decision::snoop, Kind::act, in_ingress, Parameters::number, bcmRxReasonCount - 1},
+    {bcmFieldActionSnoopCancel, Decision::snoop, Kind::cancel, in_ingress},
+    of_packets(FieldCondition::arp, bcmFieldActionArpToCpu, Decision::copy_to_cpu, Kind::for_reason,
+               in_ingress),
+    of_packets(FieldCondition::arp, bcmFieldActionArpDrop, Decision::drop, Kind::act, on_arrival),
+    of_packets(FieldCondition::dhcp, bcmFieldActionDhcpToCpu, Decision::copy_to_cpu, Kind::for_reason,
+               in_ingress),
+    of_packets(FieldCondition::dhcp, bcmFieldActionDhcpDrop, Decision::drop, Kind::act, on_arrival),
+    of_packets(FieldCondition::igmp, bcmFieldActionIgmpToCpu, Decision::copy_to_cpu, Kind::for_reason,
+               in_ingress),
+    of_packets(FieldCondition::time, bcmFieldActionPtpToCpu, Decision::copy_to_cpu, Kind::for_reason,
+               in_ingress),
+    of_packets(FieldCondition::neighbor_discovery, bcmFieldActionNeighborDiscoveryToCpu,
+               Decision::copy_to_cpu, Kind::for_reason, in_ingress),
+    of_packets(FieldCondition::moved, bcmFieldActionMacMoveToCpu, Decision::copy_to_cpu, Kind::for_reason,
+               in_ingress),
+    of_packets(FieldCondition::moved, bcmFieldActionMacMoveDrop, Decision::drop, Kind::act, in_ingress),
+    of_packets(FieldCondition::igmp, bcmFieldActionIgmpSnoopDisable, Decision::not_snooped, Kind::act,
+               in_lookup),
+    of_packets(FieldCondition::mld, bcmFieldActionMldSnoopDisable, Decision::not_snooped, Kind::act,
+               in_lookup),
+    {bcmFieldActionBpduForward, Decision::bpdu_passes, Kind::act, in_lookup},
     {bcmFieldActionCpuReasonNew, Decision::cpu_reason, Kind::act, in_ingress, Parameters::number,
      bcmRxReasonCount - 1, 1},
     {bcmFieldActionCpuReasonCancel, Decision::cpu_reason, Kind::cancel, in_ingress},
@@ -96,12 +126,26 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionL3Switch, Decision::destination, Kind::to_object, in_ingress, Parameters::number, INT_MAX,
      1},
     {bcmFieldActionL3SwitchCancel, Decision::destination, Kind::cancel, in_ingress},
+    {bcmFieldActionForwardToSourcePort, Decision::destination, Kind::to_source, in_ingress},
+    {bcmFieldActionForwardToSourcePort, Decision::may_return, Kind::act, in_ingress},
+    of_packets(FieldCondition::broadcast, bcmFieldActionRedirectBcastPbmp, Decision::destination,
+               Kind::to_ports, in_ingress, Parameters::ports),
     {bcmFieldActionRedirectVlan, Decision::destination, Kind::to_members, in_ingress, Parameters::number,
      highest_vlan, 1},
     {bcmFieldActionRedirectCancel, Decision::destination, Kind::cancel, in_ingress},
     {bcmFieldActionEgressMask, Decision::egress_ports, Kind::not_to_ports, in_ingress, Parameters::ports},
     {bcmFieldActionRedirectPbmpRemove, Decision::egress_ports, Kind::not_to_ports, in_ingress,
      Parameters::ports},
+    of_packets(FieldCondition::flooded, bcmFieldActionFloodDisable, Decision::drop, Kind::act, in_ingress),
+    of_packets(FieldCondition::unknown_unicast, bcmFieldActionUnknownUcastMaskNew, Decision::egress_ports,
+               Kind::not_to_ports, in_ingress, Parameters::ports),
+    of_packets(FieldCondition::unknown_multicast, bcmFieldActionUnknownMcastMaskNew, Decision::egress_ports,
+               Kind::not_to_ports, in_ingress, Parameters::ports),
+    of_packets(FieldCondition::broadcast, bcmFieldActionBroadcastMaskNew, Decision::egress_ports,
+               Kind::not_to_ports, in_ingress, Parameters::ports),
+    {bcmFieldActionSourcePruneDisable, Decision::may_return, Kind::act, in_ingress},
+    {bcmFieldActionTrunkMemberSelect, Decision::trunk_member, Kind::act, in_ingress, Parameters::number,
+     INT_MAX},
     {bcmFieldActionEgressPortsAdd, Decision::egress_ports, Kind::also_to_ports, in_ingress,
      Parameters::ports},
     {bcmFieldActionEgressPortMaskClear, Decision::egress_ports, Kind::cancel, in_ingress},
@@ -110,7 +154,15 @@ constexpr ActionRow actions[] = {
      highest_vlan, 1},
     {bcmFieldActionOuterVlanCopyInner, Decision::vlan, Kind::from_inner_vlan, before_and_after},
     {bcmFieldActionVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan, 1},
+    {bcmFieldActionForwardingVlanNew, Decision::vlan, Kind::act, in_lookup, Parameters::number, highest_vlan,
+     1},
     {bcmFieldActionIngressVlanFilterDisable, Decision::no_arrival_filter, Kind::act, in_lookup},
+    {bcmFieldActionDoNotCheckVlan, Decision::no_arrival_filter, Kind::act, in_lookup},
+    {bcmFieldActionDoNotCheckVlan, Decision::no_leaving_filter, Kind::act, in_lookup},
+    {bcmFieldActionDoNotCheckStp, Decision::tree_state, Kind::forwarding, in_lookup},
+    {bcmFieldActionStpStateOverride, Decision::tree_state, Kind::act, in_lookup, Parameters::number,
+     BCM_STG_STP_FORWARD},
+    {bcmFieldActionDoNotCheckSourceMac, Decision::source_passes, Kind::act, in_lookup},
     {bcmFieldActionEgressVlanFilterDisable, Decision::no_leaving_filter, Kind::act, on_arrival},
     {bcmFieldActionL3RouteDisable, Decision::not_routed, Kind::act, in_lookup},
     {bcmFieldActionDoNotLearn, Decision::not_learnt, Kind::act, in_lookup},
@@ -176,6 +228,18 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionMirrorCancel, Decision::mirror_in, Kind::cancel, in_ingress},
     {bcmFieldActionMirrorCancel, Decision::mirror_out, Kind::cancel, after_tables},
 
+    {bcmFieldActionIngressSampleEnable, Decision::sample_in, Kind::act, in_ingress},
+    {bcmFieldActionIngressSampleRateNew, Decision::sample_rate_in, Kind::act, in_ingress, Parameters::number,
+     INT_MAX, 1},
+    {bcmFieldActionEgressSampleEnable, Decision::sample_out, Kind::act, after_tables},
+    {bcmFieldActionEgressSampleRateNew, Decision::sample_rate_out, Kind::act, after_tables,
+     Parameters::number, INT_MAX, 1},
+    {bcmFieldActionSampleToCpu, Decision::sample_to, Kind::act, after_tables},
+    {bcmFieldActionSampleToMirror, Decision::sample_to, Kind::act, after_tables, Parameters::number, INT_MAX,
+     1},
+    {bcmFieldActionSampleCancel, Decision::sample_in, Kind::cancel, in_ingress},
+    {bcmFieldActionSampleCancel, Decision::sample_out, Kind::cancel, after_tables},
+
     {bcmFieldActionVrfSet, Decision::routing_table, Kind::act, in_lookup, Parameters::number,
      L3Routes::vrf_max - 1},
     {bcmFieldActionL3UrpfModeNew, Decision::source_check, Kind::act, in_lookup, Parameters::number,
@@ -197,17 +261,16 @@ constexpr ActionRow actions[] = {
     {bcmFieldActionEgressClassCancel, decision_of(FieldClass::egress), Kind::cancel, on_arrival},
 };
 
-constexpr std::uint8_t all_colors = 0xff;
-
-/// For packets of which colours the row is that action's; 0 if it is another's.
-std::uint8_t colors_of(const ActionRow &row, int action)
+/// For which packets the row is that action's; none if it is another's.
+std::optional<FieldCondition> condition_of(const ActionRow &row, int action)
 {
-    constexpr bcm_color_t forms[] = {bcmColorGreen, bcmColorYellow, bcmColorRed};
+    constexpr FieldCondition forms[] = {FieldCondition::green, FieldCondition::yellow, FieldCondition::red};
+    if (action == row.action) {
+        return row.condition;
+    }
     const int form = action - row.action - 1;
     const bool is_form = row.has_color_forms && form >= 0 && form < static_cast<int>(std::size(forms));
-    return action == row.action ? all_colors
-           : is_form            ? static_cast<std::uint8_t>(1 << forms[form])
-                                : std::uint8_t{0};
+    return is_form ? std::optional<FieldCondition>(forms[form]) : std::nullopt;
 }
 
 int read_parameters(const ActionRow &row, const FieldAction &given, FieldEffect &effect)
@@ -256,6 +319,8 @@ std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
 {
     constexpr unsigned above_priority = 13, above_precedence = 5;
     switch (kind) {
+    case Kind::forwarding:
+        return BCM_STG_STP_FORWARD;
     case Kind::from_precedence:
         return key.is(FieldHeader::ip)
                    ? std::optional<unsigned>(key.get(field_places::service) >> above_precedence)
@@ -284,10 +349,11 @@ int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned
 {
     bool is_known = false;
     for (const ActionRow &row : actions) {
-        FieldEffect effect{row.decision, row.kind, colors_of(row, action)};
-        if (effect.colors == 0 || !(row.stages >> static_cast<unsigned>(stage) & 1)) {
+        const std::optional<FieldCondition> condition = condition_of(row, action);
+        if (!condition || !(row.stages >> static_cast<unsigned>(stage) & 1)) {
             continue;
         }
+        FieldEffect effect{row.decision, row.kind, *condition};
         is_known = true;
         effect.entry = entry;
         const int status = read_parameters(row, given, effect);
@@ -299,8 +365,9 @@ int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned
         if (is_elsewhere) {
             return BCM_E_PORT;
         }
-        // What an entry does with packets of one colour counts before what it does with all.
-        const auto place = effect.colors == all_colors ? effects.end() : effects.begin();
+        // What an entry does with some packets, such as those of one colour, counts before what it does with all.
+        const bool is_for_all = effect.condition == FieldCondition::always;
+        const auto place = is_for_all ? effects.end() : effects.begin();
         effects.insert(place, effect);
     }
     return is_known ? BCM_E_NONE : BCM_E_UNAVAIL;
@@ -309,7 +376,7 @@ int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned
 bool gives_class(int action)
 {
     return std::any_of(std::begin(actions), std::end(actions), [&](const ActionRow &row) {
-        return row.action == action && row.kind == Kind::act && (class_decisions & one_of(row.decision)) != 0;
+        return row.action == action && row.kind == Kind::act && is_class(row.decision);
     });
 }
 

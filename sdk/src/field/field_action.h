@@ -53,20 +53,61 @@ enum class FieldDecision : std::uint8_t {
     no_leaving_filter,
     not_routed,
     routing_table,
-    source_check,  ///< of routed packets
-    not_limited,   ///< as a storm
-    first_class,   ///< a class of the packet, in the order of FieldClass
+    source_check,    ///< of routed packets
+    not_limited,     ///< as a storm
+    snoop,           ///< one more copy for the CPU's sake, which only its own actions take back
+    not_snooped,     ///< the CPU gets no copy of it for its protocol
+    bpdu_passes,     ///< what bridges say to each other goes on as any multicast
+    tree_state,      ///< of the port where it came in
+    source_passes,   ///< whatever the entry of its source address says
+    may_return,      ///< copies may leave where it came in
+    trunk_member,    ///< the place among the members of a trunk that can send
+    sample_in,       ///< what has arrived is one of those of which a part is taken
+    sample_rate_in,  ///< of so many, one
+    sample_out,      ///< the same of what leaves
+    sample_rate_out,
+    sample_to,    ///< the destination of mirrors that gets the samples; 0 for the CPU
+    first_class,  ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 
 /// A set of them.
-using FieldDecisions = std::uint64_t;
+class FieldDecisions {
+public:
+    constexpr FieldDecisions() = default;
 
-constexpr FieldDecisions one_of(FieldDecision decision)
-{
-    static_assert(static_cast<unsigned>(FieldDecision::count) <= 64, "a word holds a set");
-    return FieldDecisions{1} << static_cast<unsigned>(decision);
-}
+    template <class... More>
+    static constexpr FieldDecisions of(More... decisions)
+    {
+        FieldDecisions all;
+        (all.add(decisions), ...);
+        return all;
+    }
+
+    constexpr void add(FieldDecision one)
+    {
+        const auto number = static_cast<unsigned>(one);
+        (number < 64 ? first_ : second_) |= std::uint64_t{1} << number % 64;
+    }
+    constexpr bool has_any(const FieldDecisions &others) const
+    {
+        return ((first_ & others.first_) | (second_ & others.second_)) != 0;
+    }
+    constexpr bool is_empty() const { return (first_ | second_) == 0; }
+
+    constexpr FieldDecisions operator|(const FieldDecisions &others) const
+    {
+        FieldDecisions both;
+        both.first_ = first_ | others.first_;
+        both.second_ = second_ | others.second_;
+        return both;
+    }
+
+private:
+    static_assert(static_cast<unsigned>(FieldDecision::count) <= 128, "two words hold a set");
+
+    std::uint64_t first_ = 0, second_ = 0;
+};
 
 constexpr FieldDecision decision_of(FieldClass which)
 {
@@ -74,9 +115,57 @@ constexpr FieldDecision decision_of(FieldClass which)
                                       + static_cast<std::size_t>(which));
 }
 
+/// Whether it is about a class.
+constexpr bool is_class(FieldDecision decision)
+{
+    return decision >= FieldDecision::first_class;
+}
+
 /// All classes.
-constexpr FieldDecisions class_decisions = ((FieldDecisions{1} << field_classes) - 1)
-                                           << static_cast<unsigned>(FieldDecision::first_class);
+constexpr FieldDecisions class_decisions = [] {
+    FieldDecisions all;
+    for (std::size_t which = 0; which < field_classes; ++which) {
+        all.add(decision_of(static_cast<FieldClass>(which)));
+    }
+    return all;
+}();
+
+/// What has to hold of a packet for an action to be taken.
+enum class FieldCondition : std::uint8_t {
+    always,
+    green,  ///< this and the next two in the order of bcm_color_t
+    yellow,
+    red,
+    arp,  ///< what it is, this and the next ones
+    dhcp,
+    igmp,
+    mld,
+    neighbor_discovery,
+    time,     ///< the precision time protocol
+    moved,    ///< its source address was known elsewhere
+    flooded,  ///< it goes to all members of its VLAN, as one of the next three
+    unknown_unicast,
+    unknown_multicast,
+    broadcast,
+};
+
+/// A set of them.
+using FieldConditions = std::uint32_t;
+
+constexpr FieldConditions one_of(FieldCondition condition)
+{
+    return FieldConditions{1} << static_cast<unsigned>(condition);
+}
+
+/// What holds of packets of the colour.
+constexpr FieldConditions of_color(unsigned color)
+{
+    return one_of(FieldCondition::green) << color;
+}
+
+/// Those that are not known without looking for them.
+constexpr FieldConditions looked_for_conditions =
+    ~(one_of(FieldCondition::always) | of_color(0) | of_color(1) | of_color(2));
 
 /// Whether the action gives a class that entries can ask for.
 bool gives_class(int action);
@@ -110,11 +199,14 @@ struct FieldEffect {
         from_inner_vlan,  ///< with the VLAN of its inner tag
         from_outer_vlan,
         from_outer_tag,  ///< with the priority of its outer tag
+        for_reason,      ///< act, for the reason for the CPU that the condition has
+        to_source,       ///< where it came in
+        forwarding,      ///< act, with that state of a spanning tree
     };
 
     FieldDecision decision;
     Kind kind;
-    std::uint8_t colors;  ///< of packets that meet it, a bit for each
+    FieldCondition condition;  ///< of the packets that it is for
     Destination to = {Destination::Kind::discard, 0, 0};
     PortSet ports = {};
     std::array<std::uint8_t, 6> mac = {};
@@ -128,19 +220,23 @@ struct FieldEffect {
 /// What all entries that matched have decided. Entries are asked by descending priority of their groups.
 class FieldVerdict {
 public:
+    /// `others`: what holds of the packet beside its colour.
+    explicit FieldVerdict(FieldConditions others) : conditions_(others | one_of(FieldCondition::always)) {}
+
     void add(const std::vector<FieldEffect> &effects, unsigned color)
     {
+        const FieldConditions hold = conditions_ | of_color(color);
         for (const FieldEffect &effect : effects) {
             const FieldEffect *&place = decided_[static_cast<std::size_t>(effect.decision)];
-            if (place == nullptr && (effect.colors >> color & 1)) {
+            if (place == nullptr && (hold >> static_cast<unsigned>(effect.condition) & 1)) {
                 place = &effect;
-                made_ |= one_of(effect.decision);
+                made_.add(effect.decision);
             }
         }
     }
 
-    bool is_empty() const { return made_ == 0; }
-    bool has_any(FieldDecisions decisions) const { return (made_ & decisions) != 0; }
+    bool is_empty() const { return made_.is_empty(); }
+    bool has_any(const FieldDecisions &decisions) const { return made_.has_any(decisions); }
 
     /// What is to be done; null if nobody decided so, or an entry decided against it. Valid until an entry changes.
     const FieldEffect *of(FieldDecision decision) const
@@ -157,7 +253,8 @@ public:
 
 private:
     std::array<const FieldEffect *, static_cast<std::size_t>(FieldDecision::count)> decided_ = {};
-    FieldDecisions made_ = 0;
+    FieldDecisions made_;
+    FieldConditions conditions_;
 };
 
 /// Adds what the action of that entry does in the stage. BCM_E_UNAVAIL: the switch or the stage cannot do it;

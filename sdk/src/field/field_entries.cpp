@@ -184,9 +184,8 @@ int sim_bcm_field_entry_enable_set(int unit, bcm_field_entry_t entry, int enable
         }
         if (found.installed != nullptr) {
             FieldGroup &group = state.groups.at(found.group);
-            FieldIndex &index = state.index_of(group);
-            enable != 0 ? index.add(group.table, *found.installed)
-                        : index.remove(group.table, *found.installed);
+            enable != 0 ? begin_to_act(state, group, entry, *found.installed)
+                        : end_to_act(state, group, *found.installed);
         }
         found.is_enabled = enable != 0;
         state.update_lookups();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <utility>
 
 namespace sim {
 
@@ -223,10 +224,15 @@ int sim_bcm_field_group_config_create(int unit, bcm_field_group_config_t *group_
         .then([&](FieldState &state, const PortSet &ports) -> int {
             constexpr uint32 known = BCM_FIELD_GROUP_CREATE_WITH_ID | BCM_FIELD_GROUP_CREATE_WITH_PORTS
                                      | BCM_FIELD_GROUP_CREATE_WITH_MODE | BCM_FIELD_GROUP_CREATE_WITH_ASET
-                                     | BCM_FIELD_GROUP_CREATE_WITH_PRESELSET;
+                                     | BCM_FIELD_GROUP_CREATE_WITH_PRESELSET
+                                     | BCM_FIELD_GROUP_CREATE_WITH_HINTS;
             bcm_field_group_config_t &config = *group_config;
             if ((config.flags & ~known) != 0) {
                 return BCM_E_UNAVAIL;
+            }
+            if ((config.flags & BCM_FIELD_GROUP_CREATE_WITH_HINTS) != 0
+                && state.hints.count(config.hintid) == 0) {
+                return BCM_E_NOT_FOUND;
             }
             const bool has_mode = (config.flags & BCM_FIELD_GROUP_CREATE_WITH_MODE) != 0;
             FieldGroup group =
@@ -251,6 +257,40 @@ int sim_bcm_field_group_mode_get(int unit, bcm_field_group_t group, bcm_field_gr
 {
     return begin(unit, ready<FieldState>, given(mode), field_group(group))
         .then([&](FieldState &, const FieldGroup &found) { *mode = found.mode; });
+}
+
+int sim_bcm_field_group_default_entry_set(int unit, bcm_field_group_t group, bcm_field_entry_t entry)
+{
+    return begin(unit, ready<FieldState>, field_group(group), field_entry(entry))
+        .then([&](FieldState &state, FieldGroup &found, FieldEntry &chosen) -> int {
+            if (chosen.group != group) {
+                return BCM_E_PARAM;
+            }
+            const std::optional<bcm_field_entry_t> before = std::exchange(found.default_entry, std::nullopt);
+            for (const auto each : {before, std::optional<bcm_field_entry_t>(entry)}) {
+                FieldEntry *const changed = each ? &state.entries.at(*each) : nullptr;
+                if (changed != nullptr && changed->installed != nullptr && changed->is_enabled) {
+                    end_to_act(state, found, *changed->installed);
+                    found.default_entry = entry;
+                    begin_to_act(state, found, *each, *changed->installed);
+                }
+            }
+            found.default_entry = entry;
+            state.update_lookups();
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_field_group_default_entry_get(int unit, bcm_field_group_t group, bcm_field_entry_t *entry)
+{
+    return begin(unit, ready<FieldState>, given(entry), field_group(group))
+        .then([&](FieldState &, const FieldGroup &found) -> int {
+            if (!found.default_entry) {
+                return BCM_E_NOT_FOUND;
+            }
+            *entry = *found.default_entry;
+            return BCM_E_NONE;
+        });
 }
 
 int sim_bcm_field_group_traverse(int unit, bcm_field_group_traverse_cb callback, void *user_data)

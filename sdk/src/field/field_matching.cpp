@@ -129,7 +129,9 @@ FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const F
     FieldMiss nearest{};
     for (const auto &[id, entry] : group.entries) {
         const FieldInstalled *installed = entry->installed.get();
-        if (installed == nullptr || !entry->is_enabled || installed->pattern.matches_none) {
+        const bool can_match = installed != nullptr && entry->is_enabled && group.default_entry != id
+                               && !installed->pattern.matches_none;
+        if (!can_match) {
             continue;
         }
         std::vector<std::string> found = differences(state, installed->content, key);
@@ -143,6 +145,16 @@ FieldMiss nearest_miss(const FieldState &state, const FieldGroup &group, const F
     return nearest;
 }
 
+namespace {
+
+/// Whether packets find entries in the group, if it is enabled.
+bool is_asked(const FieldGroup &group)
+{
+    return !group.table.is_empty() || group.by_default != nullptr;
+}
+
+}  // namespace
+
 void FieldState::update_lookups()
 {
     for (auto &of_stage : lookups) {
@@ -150,7 +162,8 @@ void FieldState::update_lookups()
     }
     PortSet arriving, leaving;
     for (auto &[id, group] : groups) {
-        if (group.is_enabled && !group.table.is_empty()) {
+        if (group.is_enabled && is_asked(group)
+            && (group.stage != FieldStage::lookup || settings.looks_before_tables != 0)) {
             lookups[static_cast<std::size_t>(group.stage)].push_back({id, &group});
             if (group.stage == FieldStage::egress) {
                 leaving = leaving | group.ports;
@@ -184,13 +197,17 @@ void FieldState::reset()
     installed = {};
     looking_further = {};
     asking_for_findings = 0;
+    asking_for_conditions = 0;
     indexes = {};
     entries.clear();
     groups.clear();
     ranges.clear();
     stats.clear();
+    undecided.clear();
     data_qualifiers.clear();
     presels.clear();
+    hints.clear();
+    settings = {};
     presels_look_further = false;
     update_lookups();
 }
@@ -237,7 +254,7 @@ int take_stats(FieldState &state, bcm_field_group_t group, FieldInstalled &compi
         if (found->second.group != group) {
             return BCM_E_PARAM;
         }
-        compiled.named.push_back(&found->second);
+        compiled.named.push_back(found->first);
     }
     effects.erase(std::remove_if(effects.begin(), effects.end(), counts), effects.end());
     return BCM_E_NONE;
@@ -253,7 +270,8 @@ int hold_objects(FieldState &state, FieldInstalled &compiled)
             hold = state.l3.objects.hold(id);
         } else if (effect.kind == FieldEffect::Kind::act
                    && (effect.decision == FieldDecision::mirror_in
-                       || effect.decision == FieldDecision::mirror_out)) {
+                       || effect.decision == FieldDecision::mirror_out
+                       || (effect.decision == FieldDecision::sample_to && id != 0))) {
             const auto found = state.mirrors.destinations.find(id);
             hold = found != state.mirrors.destinations.end() ? found->second.holders.hold() : nullptr;
         } else {
@@ -324,13 +342,29 @@ bool asks_for_findings(const FieldPattern &pattern)
                           [&](FieldHeader header) { return pattern.value.is(header); });
 }
 
+bool asks_for_findings(const FieldInstalled &installed)
+{
+    return asks_for_findings(installed.pattern)
+           || std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
+                  return effect.condition == FieldCondition::moved;
+              });
+}
+
+bool asks_for_conditions(const FieldInstalled &installed)
+{
+    return std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
+        return (one_of(effect.condition) & looked_for_conditions) != 0;
+    });
+}
+
 /// What is there as long as installed entries use it.
 void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &installed, int more)
 {
     state.looking_further[static_cast<std::size_t>(stage)] += installed.pattern.looks_further() ? more : 0;
-    state.asking_for_findings += asks_for_findings(installed.pattern) ? more : 0;
-    for (FieldStat *stat : installed.named) {
-        stat->uses += more;
+    state.asking_for_findings += asks_for_findings(installed) ? more : 0;
+    state.asking_for_conditions += asks_for_conditions(installed) ? more : 0;
+    for (const int stat : installed.named) {
+        state.stats.at(stat).uses += more;
     }
     for (FieldRange *range : installed.ranges) {
         range->uses += more;
@@ -338,6 +372,24 @@ void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &insta
 }
 
 }  // namespace
+
+void begin_to_act(FieldState &state, FieldGroup &group, bcm_field_entry_t id, FieldInstalled &installed)
+{
+    if (group.default_entry == id) {
+        group.by_default = &installed;
+    } else {
+        state.index_of(group).add(group.table, installed);
+    }
+}
+
+void end_to_act(FieldState &state, FieldGroup &group, FieldInstalled &installed)
+{
+    if (group.by_default == &installed) {
+        group.by_default = nullptr;
+    } else {
+        state.index_of(group).remove(group.table, installed);
+    }
+}
 
 int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
 {
@@ -351,23 +403,23 @@ int install_field(FieldState &state, bcm_field_entry_t id, FieldEntry &entry)
     if (entry.installed == nullptr && installed >= field_installed_max) {
         return BCM_E_FULL;
     }
-    const bool was_empty = group.table.is_empty();
-    FieldIndex &index = state.index_of(group);
+    const bool was_asked = is_asked(group);
+    FieldInstalled *const before = entry.installed.get();
     if (entry.is_enabled) {
-        index.add(group.table, *compiled);
+        begin_to_act(state, group, id, *compiled);
     }
     count_uses(state, group.stage, *compiled, 1);
-    if (entry.installed != nullptr) {
-        count_uses(state, group.stage, *entry.installed, -1);
-        if (entry.is_enabled) {
-            index.remove(group.table, *entry.installed);
+    if (before != nullptr) {
+        count_uses(state, group.stage, *before, -1);
+        if (entry.is_enabled && group.default_entry != id) {
+            end_to_act(state, group, *before);
         }
     } else {
         ++installed;
         ++group.installed;
     }
     entry.installed = std::move(compiled);
-    if (was_empty != group.table.is_empty()) {
+    if (was_asked != is_asked(group)) {
         state.update_lookups();
     }
     return BCM_E_NONE;
@@ -380,8 +432,8 @@ void remove_field(FieldState &state, FieldEntry &entry)
     }
     FieldGroup &group = state.groups.at(entry.group);
     if (entry.is_enabled) {
-        state.index_of(group).remove(group.table, *entry.installed);
-        if (group.table.is_empty()) {
+        end_to_act(state, group, *entry.installed);
+        if (!is_asked(group)) {
             state.update_lookups();
         }
     }
@@ -403,7 +455,11 @@ void destroy_field(FieldState &state, bcm_field_entry_t id)
             --state.stats.at(stat).uses;
         }
     }
-    state.groups.at(entry.group).entries.erase(id);
+    FieldGroup &group = state.groups.at(entry.group);
+    if (group.default_entry == id) {
+        group.default_entry.reset();
+    }
+    group.entries.erase(id);
     state.entries.erase(id);
 }
 

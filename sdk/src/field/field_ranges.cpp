@@ -94,6 +94,23 @@ int sim_bcm_field_range_create_id(int unit, bcm_field_range_t range, uint32 flag
     });
 }
 
+// All ranges are compared at once: which group one is of makes no difference to it.
+int sim_bcm_field_range_group_create(int unit, bcm_field_range_t *range, uint32 flags, bcm_l4_port_t min,
+                                     bcm_l4_port_t max, int group)
+{
+    return begin(unit, ready<FieldState>, given(range)).then([&](FieldState &state) -> int {
+        return group < 0 ? BCM_E_PARAM : make_range(state, range, false, flags, {{min, max}});
+    });
+}
+
+int sim_bcm_field_range_group_create_id(int unit, bcm_field_range_t range, uint32 flags, bcm_l4_port_t min,
+                                        bcm_l4_port_t max, int group)
+{
+    return begin(unit, ready<FieldState>).then([&](FieldState &state) -> int {
+        return group < 0 ? BCM_E_PARAM : make_range(state, &range, true, flags, {{min, max}});
+    });
+}
+
 int sim_bcm_field_range_multi_create(int unit, bcm_field_range_t *range, uint32 flags, int count,
                                      bcm_l4_port_t *min_arr, bcm_l4_port_t *max_arr)
 {

@@ -2,6 +2,7 @@
 #include "sim_field.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace sim {
@@ -10,63 +11,108 @@ namespace {
 
 namespace at = field_places;
 
-/// Which packets counters of the kind count, or null if all.
-bool (*filter_of(bcm_field_stat_t kind))(const FieldKey &)
+using Filter = bool (*)(const FieldKey &);
+
+template <unsigned color>
+bool has_color(const FieldKey &key)
 {
-    switch (kind) {
-    case bcmFieldStatGreenBytes:
-    case bcmFieldStatGreenPackets:
-        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_GREEN; };
-    case bcmFieldStatYellowBytes:
-    case bcmFieldStatYellowPackets:
-        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_YELLOW; };
-    case bcmFieldStatRedBytes:
-    case bcmFieldStatRedPackets:
-        return [](const FieldKey &key) { return key.get(at::color) == BCM_FIELD_COLOR_RED; };
-    case bcmFieldStatNotGreenBytes:
-    case bcmFieldStatNotGreenPackets:
-        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_GREEN; };
-    case bcmFieldStatNotYellowBytes:
-    case bcmFieldStatNotYellowPackets:
-        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_YELLOW; };
-    case bcmFieldStatNotRedBytes:
-    case bcmFieldStatNotRedPackets:
-        return [](const FieldKey &key) { return key.get(at::color) != BCM_FIELD_COLOR_RED; };
-    case bcmFieldStatUnicastBytes:
-    case bcmFieldStatUnicastPackets:
-        return [](const FieldKey &key) { return key.get(at::broadcast) == 0 && key.get(at::multicast) == 0; };
-    case bcmFieldStatMulticastBytes:
-    case bcmFieldStatMulticastPackets:
-        return [](const FieldKey &key) { return key.get(at::multicast) != 0; };
-    case bcmFieldStatBroadcastBytes:
-    case bcmFieldStatBroadcastPackets:
-        return [](const FieldKey &key) { return key.get(at::broadcast) != 0; };
-    case bcmFieldStatNonIpBytes:
-    case bcmFieldStatNonIpPackets:
-        return [](const FieldKey &key) { return !key.is(FieldHeader::ip); };
-    case bcmFieldStatIp4Bytes:
-    case bcmFieldStatIp4Packets:
-        return [](const FieldKey &key) { return key.is(FieldHeader::ip4); };
-    case bcmFieldStatIp6Bytes:
-    case bcmFieldStatIp6Packets:
-        return [](const FieldKey &key) { return key.is(FieldHeader::ip6); };
-    case bcmFieldStatTcpBytes:
-    case bcmFieldStatTcpPackets:
-        return [](const FieldKey &key) { return key.is(FieldHeader::tcp); };
-    case bcmFieldStatUdpBytes:
-    case bcmFieldStatUdpPackets:
-        return [](const FieldKey &key) { return key.is(FieldHeader::udp); };
-    default:
-        return nullptr;
-    }
+    return key.get(at::color) == color;
 }
 
-/// Whether the switch can tell the packets of the kind when entries count them. What became of a packet is not known
-/// then.
+template <unsigned color>
+bool has_other_color(const FieldKey &key)
+{
+    return key.get(at::color) != color;
+}
+
+template <FieldHeader header>
+bool has_header(const FieldKey &key)
+{
+    return key.is(header);
+}
+
+bool is_unicast(const FieldKey &key)
+{
+    return key.get(at::broadcast) == 0 && key.get(at::multicast) == 0;
+}
+
+bool is_multicast(const FieldKey &key)
+{
+    return key.get(at::multicast) != 0;
+}
+
+bool is_broadcast(const FieldKey &key)
+{
+    return key.get(at::broadcast) != 0;
+}
+
+bool is_not_ip(const FieldKey &key)
+{
+    return !key.is(FieldHeader::ip);
+}
+
+bool is_tunnelled(const FieldKey &key)
+{
+    FieldKey further = key;
+    read_further_headers(further);
+    return further.get(at::tunnel_type) >> (bcmFieldTunnelTypeNone + 1) != 0;
+}
+
+constexpr unsigned green = BCM_FIELD_COLOR_GREEN, yellow = BCM_FIELD_COLOR_YELLOW, red = BCM_FIELD_COLOR_RED;
+
+/// What is counted: bytes by the kind and packets by the one behind it.
+struct Counted {
+    bcm_field_stat_t bytes;
+    Filter is_for;
+    FieldFate fate = FieldFate::none;
+    bool is_of_policers = false;
+};
+
+constexpr Counted counted_kinds[] = {
+    {bcmFieldStatBytes, nullptr},
+    {bcmFieldStatGreenBytes, has_color<green>},
+    {bcmFieldStatYellowBytes, has_color<yellow>},
+    {bcmFieldStatRedBytes, has_color<red>},
+    {bcmFieldStatNotGreenBytes, has_other_color<green>},
+    {bcmFieldStatNotYellowBytes, has_other_color<yellow>},
+    {bcmFieldStatNotRedBytes, has_other_color<red>},
+    {bcmFieldStatForwardedBytes, nullptr, FieldFate::forwarded},
+    {bcmFieldStatGreenForwardedBytes, has_color<green>, FieldFate::forwarded},
+    {bcmFieldStatYellowForwardedBytes, has_color<yellow>, FieldFate::forwarded},
+    {bcmFieldStatRedForwardedBytes, has_color<red>, FieldFate::forwarded},
+    {bcmFieldStatDroppedBytes, nullptr, FieldFate::dropped},
+    {bcmFieldStatGreenDroppedBytes, has_color<green>, FieldFate::dropped},
+    {bcmFieldStatYellowDroppedBytes, has_color<yellow>, FieldFate::dropped},
+    {bcmFieldStatRedDroppedBytes, has_color<red>, FieldFate::dropped},
+    {bcmFieldStatCopiedToCpuBytes, nullptr, FieldFate::copied_to_cpu},
+    {bcmFieldStatMirroredBytes, nullptr, FieldFate::mirrored},
+    {bcmFieldStatRedirectedBytes, nullptr, FieldFate::redirected},
+    {bcmFieldStatReplicatedBytes, nullptr, FieldFate::replicated},
+    {bcmFieldStatInProfileBytes, has_color<green>, FieldFate::none, true},
+    {bcmFieldStatOutProfileBytes, has_other_color<green>, FieldFate::none, true},
+    {bcmFieldStatUnicastBytes, is_unicast},
+    {bcmFieldStatMulticastBytes, is_multicast},
+    {bcmFieldStatBroadcastBytes, is_broadcast},
+    {bcmFieldStatNonIpBytes, is_not_ip},
+    {bcmFieldStatIp4Bytes, has_header<FieldHeader::ip4>},
+    {bcmFieldStatIp6Bytes, has_header<FieldHeader::ip6>},
+    {bcmFieldStatTcpBytes, has_header<FieldHeader::tcp>},
+    {bcmFieldStatUdpBytes, has_header<FieldHeader::udp>},
+    {bcmFieldStatTunnelledBytes, is_tunnelled},
+};
+
+/// Null if no packet is of the kind when it meets entries: those with errors do not come so far, and no queue marks any.
+const Counted *counted(bcm_field_stat_t kind)
+{
+    const auto found =
+        std::find_if(std::begin(counted_kinds), std::end(counted_kinds),
+                     [kind](const Counted &each) { return kind == each.bytes || kind == each.bytes + 1; });
+    return found != std::end(counted_kinds) ? found : nullptr;
+}
+
 bool is_counted(bcm_field_stat_t kind)
 {
-    return kind < bcmFieldStatForwardedBytes
-           || (kind >= bcmFieldStatUnicastBytes && kind < bcmFieldStatTunnelledBytes);
+    return counted(kind) != nullptr;
 }
 
 int make_stat(FieldState &state, bcm_field_group_t group, int count, const bcm_field_stat_t *kinds, int *id,
@@ -283,24 +329,64 @@ int get_counters(int unit, int stat_id, bcm_field_stat_t stat, uint32 count, con
 
 }  // namespace
 
-FieldCounter::FieldCounter(bcm_field_stat_t of) : kind(of), is_for(filter_of(of)) {}
+FieldCounter::FieldCounter(bcm_field_stat_t of) : kind(of)
+{
+    const Counted &counted_so = *counted(of);
+    is_for = counted_so.is_for;
+    fate = counted_so.fate;
+    is_of_policers = counted_so.is_of_policers;
+}
 
 void update_counters(FieldState &state, const FieldEntry &entry, FieldInstalled &installed)
 {
     installed.counters.clear();
-    const auto add = [&](FieldStat &stat) {
-        for (FieldCounter &counter : stat.counters) {
-            installed.counters.push_back(&counter);
+    installed.counters_of_fates.clear();
+    const bool has_policers = std::any_of(installed.policers.begin(), installed.policers.end(),
+                                          [](const PolicerUse &use) { return use.id != 0; });
+    const auto add = [&](int id) {
+        for (FieldCounter &counter : state.stats.at(id).counters) {
+            if (counter.fate != FieldFate::none) {
+                installed.counters_of_fates.emplace_back(id, &counter);
+            } else if (has_policers || !counter.is_of_policers) {
+                installed.counters.push_back(&counter);
+            }
         }
     };
     for (const int stat : entry.stats) {
         if (stat != 0) {
-            add(state.stats.at(stat));
+            add(stat);
         }
     }
-    for (FieldStat *stat : installed.named) {
-        add(*stat);
+    for (const int stat : installed.named) {
+        add(stat);
     }
+}
+
+[[gnu::cold]] void put_off_counters(FieldState &state, const FieldInstalled &installed, const FieldKey &key,
+                                    std::size_t length)
+{
+    for (const auto &[stat, counter] : installed.counters_of_fates) {
+        if (counter->counts(key)) {
+            state.undecided.push_back({stat, counter->kind, length});
+        }
+    }
+}
+
+[[gnu::cold]] void settle_counters(FieldState &state, std::size_t from, FieldFates fates)
+{
+    for (std::size_t i = from; i < state.undecided.size(); ++i) {
+        const FieldUndecided &each = state.undecided[i];
+        const auto stat = state.stats.find(each.stat);
+        if (stat == state.stats.end()) {
+            continue;
+        }
+        for (FieldCounter &counter : stat->second.counters) {
+            if (counter.kind == each.kind && (fates & one_of(counter.fate))) {
+                counter.add(each.length);
+            }
+        }
+    }
+    state.undecided.resize(std::min(from, state.undecided.size()));
 }
 
 }  // namespace sim

@@ -68,6 +68,7 @@ void send_mirrored(Passage &passage, uint32 direction, std::vector<MirrorCopy> c
             to >= 0
             && send_copy(passage, to, copy.frame, arrives ? bcmRxReasonMirror : bcmRxReasonEgressMirror,
                          arrives ? "a mirrored copy of what arrived" : "a mirrored copy of what leaves");
+        passage.is_mirrored |= left;
         if (copy.destination != nullptr) {
             copy.destination->count(left, length);
         }
@@ -149,6 +150,31 @@ Onward copy_in_vlan(Passage &passage)
 [[gnu::cold, gnu::noinline]] void mirror_departure(Passage &passage, int port, ByteView sent, int destination)
 {
     send_mirrored(passage, mirrors_out, mirror_copy(passage.sw, port, destination, mirrors_out, sent));
+}
+
+[[gnu::cold, gnu::noinline]] void sample_arrival(Passage &passage, const Sample &sample)
+{
+    if (!sampling_of(passage.sw, Direction::received).takes(sample.rate)) {
+        return;
+    }
+    if (sample.destination != 0) {
+        mirror_arrival(passage, sample.destination);
+    } else {
+        send_sample(passage, Direction::received, passage.frame.bytes);
+    }
+}
+
+[[gnu::cold, gnu::noinline]] void sample_departure(Passage &passage, int port, ByteView sent,
+                                                   const Sample &sample)
+{
+    if (!sampling_of(passage.sw, Direction::sent).takes(sample.rate)) {
+        return;
+    }
+    if (sample.destination != 0) {
+        mirror_departure(passage, port, sent, sample.destination);
+    } else {
+        send_sample(passage, Direction::sent, sent);
+    }
 }
 
 }  // namespace sim

@@ -8,6 +8,9 @@ namespace {
 
 [[gnu::noinline]] void copy_if_wanted(Passage &passage, Protocols wanted)
 {
+    if (passage.treatment && !passage.treatment->is_snooped) {
+        return;
+    }
     const Protocol protocol = protocol_of(passage.frame);
     if (wanted & one_of(protocol)) {
         passage.copy_to_cpu(protocol_reasons[static_cast<std::size_t>(protocol)]);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace sim {
 
@@ -30,10 +31,12 @@ bool is_in(const bcm_pbmp_t &ports, int port)
     return ports.pbits[static_cast<unsigned>(port) / 32] >> (static_cast<unsigned>(port) % 32) & 1;
 }
 
+/// How a copy leaves, or does not.
+enum class Leaving : std::uint8_t { not_at_all, as_head_says, by_itself };
+
 /// What ports do before they send that only some do: the field processor's last word, policing, waiting and copies.
-/// Whether it leaves now, as the head says: what the field processor changes is a frame of its own.
-[[gnu::cold, gnu::noinline]] bool may_leave_now(Passage &passage, int port, std::uint8_t number,
-                                                const FrameCounts &counts)
+/// What the field processor changes is a frame of its own.
+Leaving leaves_now(Passage &passage, int port, std::uint8_t number, const FrameCounts &counts)
 {
     const PortState &ports = passage.sw.of<PortState>();
     const Head &head = passage.departures.heads[number];
@@ -44,7 +47,7 @@ bool is_in(const bcm_pbmp_t &ports, int port)
         pass_last_fields(passage, port, passage.departures.frame.written(head), last);
         if (last.is_dropped) {
             passage.drop_at(port, Discard::field_rule_to_send);
-            return false;
+            return Leaving::not_at_all;
         }
     }
     const auto sent = [&] {
@@ -56,7 +59,7 @@ bool is_in(const bcm_pbmp_t &ports, int port)
         police(passage.sw, PolicerSide::out, port, passage.vid, counts.length(), decision);
         if (decision.drops) {
             passage.drop_at(port, Discard::policer_to_send);
-            return false;
+            return Leaving::not_at_all;
         }
     }
     const auto priority =
@@ -69,7 +72,7 @@ bool is_in(const bcm_pbmp_t &ports, int port)
                                  : Queueing::leaves;
     if (becomes == Queueing::dropped) {
         passage.drop_at(port, Discard::queue_full);
-        return false;
+        return Leaving::not_at_all;
     }
     if (ports.copies_out.has(port)) {
         copy_departure(passage, port, sent());
@@ -80,18 +83,48 @@ bool is_in(const bcm_pbmp_t &ports, int port)
             mirror_departure(passage, port, sent(), destination);
         }
     }
+    if (port != cpu_port) {
+        const Sample sample_of_packet = passage.treatment ? passage.treatment->sample_out : Sample();
+        for (const Sample &sample : {sample_of_packet, last.sample}) {
+            if (sample.rate != 0) {
+                sample_departure(passage, port, sent(), sample);
+            }
+        }
+    }
     if (becomes == Queueing::waits) {
         if (is_traced) {
             tell_step(passage, simStageQueue, port, "waits in queue %d", queue);
         }
-        return false;
+        return Leaving::by_itself;
     }
     count_departure(passage.sw, port, queue, decision.color, counts.length());
     if (last.is_changed) {
         FrameCounts(last.frame.bytes()).sent(passage.counters_at(port));
         passage.departures.add(port, std::move(last.frame));
     }
-    return !last.is_changed;
+    return last.is_changed ? Leaving::by_itself : Leaving::as_head_says;
+}
+
+/// The same, with what the field processor counts by it. Whether it leaves as the head says.
+[[gnu::cold, gnu::noinline]] bool may_leave_now(Passage &passage, int port, std::uint8_t number,
+                                                const FrameCounts &counts)
+{
+    const std::size_t undecided = undecided_counters(passage.sw);
+    const bool was_mirrored = std::exchange(passage.is_mirrored, false);
+    const Leaving leaving = leaves_now(passage, port, number, counts);
+    if (undecided_counters(passage.sw) > undecided) {
+        const bool is_sent = leaving != Leaving::not_at_all;
+        settle_counters(
+            fields_of(passage.sw), undecided,
+            static_cast<FieldFates>(one_of(is_sent ? FieldFate::forwarded : FieldFate::dropped)
+                                    | (is_sent && port == cpu_port ? one_of(FieldFate::copied_to_cpu) : 0)
+                                    | (passage.is_mirrored ? one_of(FieldFate::mirrored) : 0)));
+    }
+    passage.is_mirrored |= was_mirrored;
+    if (leaving == Leaving::by_itself && passage.treatment) {
+        passage.treatment->note_other(port);
+    }
+    return leaving == Leaving::as_head_says;
 }
 
 [[gnu::cold]] void tell_retagged(const Passage &passage, int port, const PacketTags &tags, std::size_t length)

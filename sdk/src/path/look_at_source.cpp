@@ -53,6 +53,16 @@ bool is_accepted_unlearnt(const Passage &passage)
            && (position == L2Table::none || !(addresses.flags(position) & BCM_L2_DISCARD_SRC));
 }
 
+/// The field processor has let the packet pass whatever its source is, and the unit is still there.
+bool may_pass(Passage &passage)
+{
+    if (!passage.treatment->source_passes || attached(passage.sw.unit) != &passage.sw) {
+        return false;
+    }
+    passage.find_vlan();
+    return true;
+}
+
 Onward go_on_if(Passage &passage, int state, bool is_accepted)
 {
     if (!is_accepted) {
@@ -76,9 +86,13 @@ Onward look_at_source(Passage &passage)
 
 Onward look_at_source_by_fields(Passage &passage)
 {
-    return passage.treatment && !passage.treatment->is_learnt
-               ? go_on_if(passage, passage.tree_state(), is_accepted_unlearnt(passage))
-               : look_at_source(passage);
+    if (!passage.treatment) {
+        return look_at_source(passage);
+    }
+    const int state = tree_state_by_fields(passage);
+    const bool is_wanted =
+        passage.treatment->is_learnt ? is_accepted(passage) : is_accepted_unlearnt(passage);
+    return go_on_if(passage, state, is_wanted || may_pass(passage));
 }
 
 }  // namespace sim

@@ -21,18 +21,18 @@ void add_reasons(Passage &passage)
     }
 }
 
-}  // namespace
-
-Onward look_at_tree(Passage &passage)
+[[gnu::always_inline]] inline Onward look_at_tree_in(Passage &passage, int state)
 {
-    const int state = passage.tree_state();
     if (is_traced) {
         static constexpr const char *names[] = {"disable", "block", "listen", "learn", "forward"};
         tell_step(passage, simStageTree, passage.port, "in spanning tree group %d: %s", passage.vlan->group,
                   names[state]);
     }
     const unsigned char *to = passage.frame.to();
-    if (is_group(to) && state != BCM_STG_STP_DISABLE && is_reserved(to)) {
+    const auto passes = [&] {
+        return to[address_bytes - 1] == 0 && passage.treatment && passage.treatment->forwards_bpdus;
+    };
+    if (is_group(to) && state != BCM_STG_STP_DISABLE && is_reserved(to) && !passes()) {
         if (is_traced) {
             tell_step(passage, simStageTree, passage.port, "bridges keep it: to the CPU");
         }
@@ -45,6 +45,24 @@ Onward look_at_tree(Passage &passage)
         return Onward::over;
     }
     return Onward::next;
+}
+
+}  // namespace
+
+int tree_state_by_fields(const Passage &passage)
+{
+    return passage.treatment && passage.treatment->tree_state >= 0 ? passage.treatment->tree_state
+                                                                   : passage.tree_state();
+}
+
+Onward look_at_tree(Passage &passage)
+{
+    return look_at_tree_in(passage, passage.tree_state());
+}
+
+Onward look_at_tree_by_fields(Passage &passage)
+{
+    return look_at_tree_in(passage, tree_state_by_fields(passage));
 }
 
 }  // namespace sim

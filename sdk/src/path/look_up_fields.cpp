@@ -16,8 +16,9 @@ void tell_match(const Passage &passage, bcm_field_group_t group, const FieldInst
     for (const auto &[action, given] : entry.content.actions) {
         does += (does.empty() ? ": " : ", ") + field_action_name(action);
     }
-    tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, matches%s",
-              entry.entry, group, entry.priority, does.c_str());
+    const bool is_default = fields_of(passage.sw).groups.at(group).by_default == &entry;
+    tell_step(passage, simStageField, passage.port, "entry %u of group %d, priority %d, %s%s", entry.entry,
+              group, entry.priority, is_default ? "acts, since no other matches" : "matches", does.c_str());
 }
 
 void tell_miss(const Passage &passage, bcm_field_group_t group, const FieldMiss &miss)
@@ -194,11 +195,84 @@ bool look_further(const Passage &passage, FieldStage stage, ByteView frame, Fiel
     return true;
 }
 
+/// Of ICMP for IPv6; 0 for what is something else.
+unsigned icmp6_type(const FieldKey &key)
+{
+    constexpr unsigned code_bits = 8;
+    return key.is(FieldHeader::icmp) && key.is(FieldHeader::ip6)
+               ? static_cast<unsigned>(key.get(at::type_code)) >> code_bits
+               : 0;
+}
+
+bool is_mld(const FieldKey &key)
+{
+    constexpr unsigned first = 130, last = 132, report = 143;
+    const unsigned type = icmp6_type(key);
+    return (type >= first && type <= last) || type == report;
+}
+
+bool is_neighbor_discovery(const FieldKey &key)
+{
+    constexpr unsigned first = 133, last = 137;
+    const unsigned type = icmp6_type(key);
+    return type >= first && type <= last;
+}
+
+bool is_arp(const FieldKey &key)
+{
+    constexpr unsigned type = 0x0806;
+    return key.is(FieldHeader::arp) && key.get(at::ether_type) == type;
+}
+
+bool is_time_protocol(const FieldKey &key)
+{
+    constexpr unsigned type = 0x88f7, event_port = 319, general_port = 320;
+    const FieldWord to = key.get(at::destination_l4_port);
+    return key.get(at::ether_type) == type
+           || (key.is(FieldHeader::udp) && (to == event_port || to == general_port));
+}
+
+/// Whether it goes to the members of its VLAN since nothing else is known.
+bool is_flooded(const Passage &passage, const FieldKey &key)
+{
+    const auto &settings = passage.vlan->settings;
+    const bool is_ignored = settings != nullptr && (settings->flags & BCM_VLAN_L2_LOOKUP_DISABLE);
+    return passage.is_for_many && passage.hop == nullptr && passage.routed == nullptr
+           && (is_ignored || key.get(at::destination_hit) == 0);
+}
+
+/// What holds of the packet, as far as actions ask.
+[[gnu::cold, gnu::noinline]] FieldConditions conditions_of(const Passage &passage, FieldStage stage,
+                                                           const FieldKey &key)
+{
+    using C = FieldCondition;
+    FieldConditions found = 0;
+    const auto put = [&](C condition, bool holds) { found |= holds ? one_of(condition) : 0; };
+    put(C::arp, is_arp(key));
+    put(C::dhcp, key.get(at::dhcp) != 0);
+    put(C::igmp, key.is(FieldHeader::igmp));
+    put(C::mld, is_mld(key));
+    put(C::neighbor_discovery, is_neighbor_discovery(key));
+    put(C::time, is_time_protocol(key));
+    if (stage != FieldStage::ingress) {
+        return found;
+    }
+    put(C::moved, passage.source_was_known && !passage.source_was_in_place);
+    if (is_flooded(passage, key)) {
+        const unsigned char *to = passage.frame.to();
+        put(C::flooded, true);
+        put(is_broadcast(to) ? C::broadcast : is_group(to) ? C::unknown_multicast : C::unknown_unicast, true);
+    }
+    return found;
+}
+
 /// Policers of entries decide on the way.
 FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, PolicerDecision &policed)
 {
-    FieldVerdict verdict;
     FieldState &fields = fields_of(passage.sw);
+    FieldVerdict verdict(fields.asking_for_conditions != 0 && stage != FieldStage::egress
+                             ? conditions_of(passage, stage, key)
+                             : FieldConditions{0});
     policed = PolicerDecision::none();
     policed.color = passage.color();
     const auto meet = [&](const FieldInstalled &entry) {
@@ -213,6 +287,10 @@ FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, 
         match_and_tell(passage, stage, port, key, verdict, meet);
     } else {
         match_fields(fields, stage, port, key, verdict, meet, [](const auto &...) {});
+    }
+    if (!fields.undecided.empty()) {
+        // Who sends copies notes them there.
+        passage.treat();
     }
     return verdict;
 }
@@ -256,7 +334,7 @@ void put_destination(const Passage &passage, FieldKey &key)
 void put_bridging(const Passage &passage, FieldKey &key)
 {
     key.put(at::forwarding_vlan, passage.vid);
-    key.put(at::tree_state, static_cast<unsigned>(passage.tree_state()));
+    key.put(at::tree_state, static_cast<unsigned>(tree_state_by_fields(passage)));
     key.has(FieldHeader::vlan);
     key.put(at::source_hit, passage.source_was_known);
     key.put(at::source_static, passage.source_was_static);
@@ -304,6 +382,8 @@ void redirect(Passage &passage, const FieldEffect &effect)
         redirect_to_members(passage, static_cast<bcm_vlan_t>(effect.number));
     } else if (effect.kind == FieldEffect::Kind::to_ports) {
         go_to(passage, effect.ports);
+    } else if (effect.kind == FieldEffect::Kind::to_source) {
+        go_to(passage, {Destination::Kind::port, own_module, passage.port});
     } else if (effect.to.kind == Destination::Kind::group) {
         const auto &lines = l2_of(passage.sw).multicast;
         const auto line = lines.find(effect.to.id);
@@ -363,6 +443,7 @@ void lead(Passage &passage, const FieldVerdict &verdict)
     }
     if (destination != nullptr) {
         redirect(passage, *destination);
+        passage.treat().is_redirected = true;
     }
     if (ports != nullptr) {
         change_ports(passage, *ports);
@@ -393,11 +474,14 @@ private:
 void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
 {
     using D = FieldDecision;
-    if (!verdict.has_any(one_of(D::priority) | one_of(D::color) | one_of(D::unicast_queue)
-                         | one_of(D::multicast_queue) | one_of(D::cpu_queue) | one_of(D::outer_priority)
-                         | one_of(D::outer_cfi) | one_of(D::not_learnt) | one_of(D::no_arrival_filter)
-                         | one_of(D::no_leaving_filter) | one_of(D::not_routed) | one_of(D::not_limited)
-                         | one_of(D::routing_table) | one_of(D::source_check) | class_decisions)) {
+    constexpr FieldDecisions decisions =
+        FieldDecisions::of(D::priority, D::color, D::unicast_queue, D::multicast_queue, D::cpu_queue,
+                           D::outer_priority, D::outer_cfi, D::not_learnt, D::no_arrival_filter,
+                           D::no_leaving_filter, D::not_routed, D::not_limited, D::routing_table,
+                           D::source_check, D::not_snooped, D::bpdu_passes, D::source_passes, D::tree_state,
+                           D::may_return, D::trunk_member)
+        | class_decisions;
+    if (!verdict.has_any(decisions)) {
         return;
     }
     const Numbers numbers(verdict, key);
@@ -415,6 +499,12 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     treatment.skips_leaving_filter |= verdict.of(D::no_leaving_filter) != nullptr;
     treatment.is_routed &= verdict.of(D::not_routed) == nullptr;
     treatment.is_limited &= verdict.of(D::not_limited) == nullptr;
+    treatment.is_snooped &= verdict.of(D::not_snooped) == nullptr;
+    treatment.forwards_bpdus |= verdict.of(D::bpdu_passes) != nullptr;
+    treatment.source_passes |= verdict.of(D::source_passes) != nullptr;
+    treatment.may_return |= verdict.of(D::may_return) != nullptr;
+    numbers.put(D::tree_state, treatment.tree_state);
+    numbers.put(D::trunk_member, treatment.trunk_member);
     numbers.put(D::routing_table, treatment.vrf);
     numbers.put(D::source_check, treatment.source_check);
     Tag tag;
@@ -431,8 +521,8 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
 void change_tags(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
 {
     using D = FieldDecision;
-    if (!verdict.has_any(one_of(D::outer_type) | one_of(D::inner_vlan) | one_of(D::inner_priority)
-                         | one_of(D::inner_cfi) | one_of(D::inner_type))) {
+    if (!verdict.has_any(FieldDecisions::of(D::outer_type, D::inner_vlan, D::inner_priority, D::inner_cfi,
+                                            D::inner_type))) {
         return;
     }
     passage.treat();
@@ -483,14 +573,13 @@ HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteV
     return changes;
 }
 
-constexpr FieldDecisions header_decisions = one_of(FieldDecision::service) | one_of(FieldDecision::ecn)
-                                            | one_of(FieldDecision::ttl) | one_of(FieldDecision::source_mac)
-                                            | one_of(FieldDecision::destination_mac);
+constexpr FieldDecisions header_decisions =
+    FieldDecisions::of(FieldDecision::service, FieldDecision::ecn, FieldDecision::ttl,
+                       FieldDecision::source_mac, FieldDecision::destination_mac);
 constexpr FieldDecisions tag_decisions =
-    one_of(FieldDecision::vlan) | one_of(FieldDecision::outer_priority) | one_of(FieldDecision::outer_cfi)
-    | one_of(FieldDecision::outer_type) | one_of(FieldDecision::inner_vlan)
-    | one_of(FieldDecision::inner_priority) | one_of(FieldDecision::inner_cfi)
-    | one_of(FieldDecision::inner_type);
+    FieldDecisions::of(FieldDecision::vlan, FieldDecision::outer_priority, FieldDecision::outer_cfi,
+                       FieldDecision::outer_type, FieldDecision::inner_vlan, FieldDecision::inner_priority,
+                       FieldDecision::inner_cfi, FieldDecision::inner_type);
 
 /// The same when it is known how its copies begin.
 void note_changes(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
@@ -546,8 +635,28 @@ void rewrite(const FieldVerdict &verdict, const FieldKey &key, ByteView copy, Fr
     }
 }
 
+/// What is decided of samples in one direction.
+Sample sample_of(const FieldVerdict &verdict, FieldDecision which, FieldDecision rate)
+{
+    Sample sample;
+    if (verdict.of(which) == nullptr) {
+        return sample;
+    }
+    const FieldEffect *const given = verdict.of(rate), *const to = verdict.of(FieldDecision::sample_to);
+    sample.rate = given != nullptr ? static_cast<int>(given->number) : 1;
+    sample.destination = to != nullptr ? static_cast<int>(to->number) : 0;
+    return sample;
+}
+
 void mirror(Passage &passage, const FieldVerdict &verdict)
 {
+    using D = FieldDecision;
+    if (verdict.of(D::sample_in) != nullptr) {
+        sample_arrival(passage, sample_of(verdict, D::sample_in, D::sample_rate_in));
+    }
+    if (verdict.of(D::sample_out) != nullptr) {
+        passage.treat().sample_out = sample_of(verdict, D::sample_out, D::sample_rate_out);
+    }
     if (const FieldEffect *effect = verdict.of(FieldDecision::mirror_in)) {
         mirror_arrival(passage, static_cast<int>(effect->number));
     }
@@ -556,22 +665,80 @@ void mirror(Passage &passage, const FieldVerdict &verdict)
     }
 }
 
-/// Copies for the CPU, and what it is told of the packet.
-void tell_cpu(Passage &passage, const FieldVerdict &verdict)
+bcm_rx_reason_t reason_of_arp(const FieldKey &key)
 {
-    const FieldEffect *const trap = verdict.of(FieldDecision::trap);
-    const FieldEffect *const copy = verdict.of(FieldDecision::copy_to_cpu);
-    const FieldEffect *const destination = verdict.of(FieldDecision::destination);
-    if (copy != nullptr) {
+    const bool is_reply = key.get(at::arp_operation) >> bcmFieldArpOpcodeReply & 1;
+    return is_reply ? bcmRxReasonArpReply : bcmRxReasonArp;
+}
+
+bcm_rx_reason_t reason_of_igmp(const FieldKey &key)
+{
+    constexpr unsigned query = 0x11, leave = 0x17, code_bits = 8;
+    const unsigned type = static_cast<unsigned>(key.get(at::type_code)) >> code_bits;
+    return type == query   ? bcmRxReasonIgmpQuery
+           : type == leave ? bcmRxReasonIgmpLeave
+                           : bcmRxReasonIgmpReport;
+}
+
+bcm_rx_reason_t reason_of_discovery(const FieldKey &key)
+{
+    static constexpr bcm_rx_reason_t by_type[] = {bcmRxReasonRouterSolicit, bcmRxReasonRouterAdvert,
+                                                  bcmRxReasonNeighborSolicit, bcmRxReasonNeighborAdvert,
+                                                  bcmRxReasonIcmpRedirect};
+    constexpr unsigned first = 133;
+    return by_type[icmp6_type(key) - first];
+}
+
+/// Why packets of which that holds go to the CPU.
+bcm_rx_reason_t reason_of(FieldCondition condition, const Passage &passage, const FieldKey &key)
+{
+    switch (condition) {
+    case FieldCondition::arp:
+        return reason_of_arp(key);
+    case FieldCondition::dhcp:
+        return key.is(FieldHeader::ip6) ? bcmRxReasonDhcp6 : bcmRxReasonDhcp;
+    case FieldCondition::igmp:
+        return reason_of_igmp(key);
+    case FieldCondition::neighbor_discovery:
+        return reason_of_discovery(key);
+    case FieldCondition::time:
+        return bcmRxReasonTimesync;
+    case FieldCondition::moved:
+        return passage.source_was_static ? bcmRxReasonL2SourceStaticMove : bcmRxReasonL2SourceDynamicMove;
+    default:
+        return bcmRxReasonFilterMatch;
+    }
+}
+
+/// Why an entry sends it to the CPU.
+bcm_rx_reason_t reason_of(const FieldEffect &effect, const Passage &passage, const FieldKey &key)
+{
+    if (effect.kind == FieldEffect::Kind::for_reason) {
+        return reason_of(effect.condition, passage, key);
+    }
+    const bool is_given = effect.decision != FieldDecision::destination && effect.number != 0;
+    return is_given                                  ? static_cast<bcm_rx_reason_t>(effect.number)
+           : effect.decision == FieldDecision::snoop ? bcmRxReasonSnoop
+                                                     : bcmRxReasonFilterMatch;
+}
+
+/// Copies for the CPU, and what it is told of the packet.
+void tell_cpu(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
+{
+    using D = FieldDecision;
+    const FieldEffect *const destination = goes_to_cpu(passage) ? verdict.of(D::destination) : nullptr;
+    const bool copies = verdict.of(D::drop) == nullptr || fields_of(passage.sw).settings.drops_copies == 0;
+    const FieldEffect *const snoop = copies ? verdict.of(D::snoop) : nullptr;
+    const FieldEffect *const copy = copies ? verdict.of(D::copy_to_cpu) : nullptr;
+    if (copy != nullptr || snoop != nullptr) {
         passage.copies.add(cpu_port);
     }
-    const FieldEffect *const by = trap != nullptr                                  ? trap
-                                  : copy != nullptr                                ? copy
-                                  : destination != nullptr && goes_to_cpu(passage) ? destination
-                                                                                   : nullptr;
-    if (by != nullptr) {
-        passage.cpu_reasons.add(bcmRxReasonFilterMatch);
-        passage.treat().cpu_match = by->entry;
+    // Of several entries, the one that matters most is told.
+    for (const FieldEffect *by : {destination, snoop, copy, verdict.of(D::trap)}) {
+        if (by != nullptr) {
+            passage.cpu_reasons.add(reason_of(*by, passage, key));
+            passage.treat().cpu_match = by->entry;
+        }
     }
     if (const FieldEffect *match = verdict.of(FieldDecision::cpu_match)) {
         passage.treat().cpu_match = match->number;
@@ -636,9 +803,48 @@ void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &las
     numbers.put(FieldDecision::color, last.color);
     numbers.put(FieldDecision::priority, last.priority);
     numbers.put(FieldDecision::mirror_out, last.mirror_out);
+    last.sample = sample_of(verdict, FieldDecision::sample_out, FieldDecision::sample_rate_out);
     if (!last.is_dropped && port != cpu_port && verdict.has_any(header_decisions | tag_decisions)) {
         last.is_changed = true;
         rewrite(verdict, key, copy, last.frame);
+    }
+}
+
+std::size_t undecided_counters(Switch &sw)
+{
+    return fields_of(sw).undecided.size();
+}
+
+namespace {
+
+[[gnu::cold, gnu::noinline]] void settle(Passage &passage, std::size_t from)
+{
+    const Departures &left = passage.departures;
+    int sent = passage.treatment ? passage.treatment->others_sent : 0;
+    bool cpu_sends = passage.treatment && passage.treatment->cpu_sends_other;
+    for (std::size_t i = 0; i < left.count; ++i) {
+        sent += left.copies[i].port != cpu_port;
+        cpu_sends |= left.copies[i].port == cpu_port;
+    }
+    FieldFates fates = 0;
+    const auto put = [&](FieldFate fate, bool is_so) { fates |= is_so ? one_of(fate) : 0; };
+    const bool is_forwarded = sent != 0 || (cpu_sends && goes_to_cpu(passage));
+    put(FieldFate::forwarded, is_forwarded);
+    put(FieldFate::dropped, !is_forwarded);
+    put(FieldFate::copied_to_cpu, cpu_sends);
+    put(FieldFate::mirrored, passage.is_mirrored);
+    put(FieldFate::redirected, is_forwarded && passage.treatment && passage.treatment->is_redirected);
+    put(FieldFate::replicated, sent + cpu_sends > 1);
+    settle_counters(fields_of(passage.sw), from, fates);
+}
+
+}  // namespace
+
+void settle_counters(Passage &passage, std::size_t from)
+{
+    // Who was told of an address may have detached the unit.
+    if (attached(passage.sw.unit) == &passage.sw && undecided_counters(passage.sw) > from) {
+        settle(passage, from);
     }
 }
 
@@ -692,7 +898,7 @@ Onward look_up_fields(Passage &passage)
     change_tags(passage, verdict, key);
     note_changes(passage, verdict, key);
     mirror(passage, verdict);
-    tell_cpu(passage, verdict);
+    tell_cpu(passage, verdict, key);
     return Onward::next;
 }
 

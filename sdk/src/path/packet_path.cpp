@@ -69,13 +69,15 @@ void tap(int unit, int port, Direction direction, ByteView frame)
 /// The way of a packet at a port that does more than others with what arrives: no other stages, but some in between.
 [[gnu::noinline]] void pass_with_extras(Passage &passage)
 {
+    const std::size_t undecided = undecided_counters(passage.sw);
     const Onward onward =
-        run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree,
+        run<arrive, copy_arrival, admit, classify_by_fields, copy_in_vlan, look_at_tree_by_fields,
             look_at_source_by_fields, police_arrival, copy_protocols, route_by_fields, find_destination>(
             passage);
     if (onward == Onward::decided) {
-        run<limit_storms, look_up_fields, replicate, edit, change_headers, leave>(passage);
+        run<limit_storms, look_up_fields, replicate_by_fields, edit, change_headers, leave>(passage);
     }
+    settle_counters(passage, undecided);
 }
 
 /// What one arrival brings about: the packet's passage, and those of its copies at the other ends of cables.
@@ -110,10 +112,12 @@ public:
             tap(sw.unit, cpu_port, Direction::received, departures.frame.bytes());
         }
         Passage passage(sw, cpu_port, departures);
+        const std::size_t undecided = undecided_counters(sw);
         // The CPU is part of no tree, and nothing is learnt of what it sends.
         if (run<arrive, classify_by_fields, route_by_fields, find_destination>(passage) == Onward::decided) {
-            run<look_up_fields, replicate, edit, change_headers, leave>(passage);
+            run<look_up_fields, replicate_by_fields, edit, change_headers, leave>(passage);
         }
+        settle_counters(passage, undecided);
         cross(sw, departures);
     }
 

@@ -62,6 +62,12 @@ struct HeaderChanges {
     const unsigned char *to = nullptr, *from = nullptr;
 };
 
+/// That a packet is one of those of which a part is taken.
+struct Sample {
+    int rate = 0;         ///< of so many, one; 0 for none
+    int destination = 0;  ///< of mirrors, that gets it; 0 for the CPU
+};
+
 /// What becomes of a packet besides where it goes, as policers and entries of the field processor say.
 struct Treatment {
     Treatment(bcm_color_t color_, int priority_) : color(color_), priority(priority_) {}
@@ -76,12 +82,30 @@ struct Treatment {
     bool skips_arrival_filter = false, skips_leaving_filter = false;  ///< of VLANs
     bool is_routed = true;                                            ///< if it is for a router
     bool is_limited = true;                                           ///< as part of a storm
+    bool is_snooped = true;                                           ///< by the switch, for its protocol
+    bool forwards_bpdus = false;      ///< what bridges say to each other is forwarded as any multicast
+    bool source_passes = false;       ///< whatever the entry of its source address says
+    bool may_return = false;          ///< copies may leave where it came in
+    int tree_state = -1;              ///< of the port where it came in; -1 for its own
+    int trunk_member = -1;            ///< that sends it, if it can; -1 for what the trunk says
     int vrf = -1, source_check = -1;  ///< where it is routed; -1 for what its VLAN and its interface say
     FieldClasses classes = {};
     uint32 cpu_match = 0;  ///< what the CPU is told of the entry that sends it there
     int mirror_out = 0;    ///< the destination that gets a copy of what leaves; 0 for none
+    Sample sample_out;     ///< of what leaves
     bool changes_headers = false;
     HeaderChanges changes;
+
+    bool is_redirected = false;  ///< where it goes an entry has said
+    int others_sent = 0;         ///< by front ports: copies that are not told by how they begin
+    bool cpu_sends_other = false;
+
+    /// A copy that is a frame of its own leaves, or waits.
+    void note_other(int port)
+    {
+        others_sent += port != cpu_port;
+        cpu_sends_other |= port == cpu_port;
+    }
 };
 
 /// What tables say of the addresses of a packet before it is routed, for the field processor.
@@ -176,6 +200,7 @@ struct Passage {
         nullptr;  ///< by which it is routed; vid, VLAN and group are those in which it leaves then
     const MulticastMembers *routed = nullptr;  ///< copies that are routed besides, of what is for many
     bool is_sampled = false;                   ///< on arrival
+    bool is_mirrored = false;
     /// Before it was learnt, if the field processor asks.
     bool source_was_known = false, source_was_static = false;
     /// The same if it asks for more than that: whether it was known there, and what else was looked up.

@@ -80,6 +80,9 @@ void send_copies(Passage &passage, const RoutedCopies &copies, L3Multicast &mult
     routed.counts = passage.counts;
     routed.tags = passage.tags;
     routed.treatment = passage.treatment;
+    if (routed.treatment) {
+        routed.treatment->others_sent = 0;
+    }
     routed.vid = copies.hop.interface->record.l3a_vid;
     routed.find_vlan();
     routed.hop = &copies.hop;
@@ -106,6 +109,14 @@ void send_copies(Passage &passage, const RoutedCopies &copies, L3Multicast &mult
         own.fill(sent);
         count(left.copies[i].port, sent);
         passage.departures.add(left.copies[i].port, std::move(own));
+        if (passage.treatment) {
+            passage.treatment->note_other(left.copies[i].port);
+        }
+    }
+    if (passage.treatment) {
+        passage.treatment->others_sent += routed.treatment->others_sent;
+        passage.treatment->cpu_sends_other |= routed.treatment->cpu_sends_other;
+        passage.is_mirrored |= routed.is_mirrored;
     }
     if (left.others != nullptr) {
         for (Departures::Other &other : *left.others) {

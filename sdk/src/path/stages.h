@@ -36,6 +36,10 @@ void send_sample(Passage &passage, Direction direction, ByteView frame);
 void mirror_arrival(Passage &passage, int destination);
 void mirror_departure(Passage &passage, int port, ByteView sent, int destination);
 
+/// The same, perhaps, as samples.
+void sample_arrival(Passage &passage, const Sample &sample);
+void sample_departure(Passage &passage, int port, ByteView sent, const Sample &sample);
+
 /// What the port takes.
 Onward admit(Passage &passage);
 
@@ -56,6 +60,10 @@ bool is_source_learnt(const Passage &passage);
 
 /// The state of the port in the VLAN's spanning tree group; what bridges keep to themselves goes to the CPU.
 Onward look_at_tree(Passage &passage);
+
+/// The same, where the field processor may have said what that state is.
+Onward look_at_tree_by_fields(Passage &passage);
+int tree_state_by_fields(const Passage &passage);
 
 /// The source address: learnt, and perhaps unwanted.
 Onward look_at_source(Passage &passage);
@@ -103,6 +111,10 @@ Onward limit_storms(Passage &passage);
 /// The ports that send a copy.
 Onward replicate(Passage &passage);
 
+/// The same, where the field processor may have said that they may leave where the packet came in, or by which member
+/// of a trunk.
+Onward replicate_by_fields(Passage &passage);
+
 /// How the copies begin.
 Onward edit(Passage &passage);
 
@@ -122,8 +134,15 @@ struct LastFields {
     bcm_color_t color = bcmColorGreen;
     int priority = 0;
     int mirror_out = 0;  ///< the destination for a copy of it; 0 for none
+    Sample sample;
 };
 void pass_last_fields(Passage &passage, int port, ByteView copy, LastFields &last);
+
+/// Counters of the field processor that wait for what becomes of the packet, and of those that came before it in the
+/// way: their number, to be asked before entries are.
+std::size_t undecided_counters(Switch &sw);
+/// All since then count.
+void settle_counters(Passage &passage, std::size_t from);
 
 /// What each port checks before it sends.
 Onward leave(Passage &passage);
