@@ -14,10 +14,12 @@ import rules
 from recording import library
 from simulator import PortBitmap, status_name
 
-UNIT, ENDED = 1, 2  # where all has been made that can be; where all modules have been ended
+# Where all has been made that can be; where all modules have been ended; and where nothing has been made.
+UNIT, ENDED, EMPTY = 1, 2, 3
 PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
 UNITS_NOT_THERE = -1, 7, 16
 NO_PORT, NO_VLAN = 65, 4000
+NO_GPORT = 19 << 26 | 999  # a queue group
 SIZE = 1 << 15  # of memory behind pointers: enough for arrays of some records
 SCALARS = {'int32': ctypes.c_int32, 'uint32': ctypes.c_uint32, 'uint16': ctypes.c_uint16, 'uint8': ctypes.c_uint8,
            'low_bits': ctypes.c_uint16, 'uint64': ctypes.c_uint64, 'int8': ctypes.c_int8, 'bool': ctypes.c_int}
@@ -33,7 +35,7 @@ LEFT_ALONE = [
     ('bcm_field_', 'test_objects.py'),
 ]
 
-# What is no error, or another one than elsewhere: (function, error, what is wrong, why), the first and third as patterns.
+# What is no error, or another one than elsewhere: (function, error, what is wrong, why), all but the last as patterns.
 EXEMPT = [
     ('bcm_unit_valid_get', 'E_UNIT', '.*', 'says of any number whether it is a unit'),
     ('bcm_l2_addr_multi_.*', 'E_PARAM', 'null status_arr', 'may be null, its comment says'),
@@ -46,24 +48,28 @@ EXEMPT = [
     ('bcm_vlan_translate_action_add', 'E_EXISTS', '.*', 'replaces, its comment says'),
     ('bcm_vlan_translate_action_.*', 'E_PORT', '.*', 'what port is, is up to key_type'),
     ('bcm_vlan_port_destroy|bcm_cosq_gport_(get|delete|vsq_destroy)', 'E_PORT', '.*', 'names an object: BCM_E_NOT_FOUND'),
-    ('bcm_fabric_(multicast|module_group)_.*', 'E_NOT_FOUND', 'group .*', 'a number of the caller, which nothing makes'),
+    ('bcm_fabric_(multicast|module_group)_.*', 'E_NOT_FOUND', 'group .*|all', 'a number of the caller, which nothing makes'),
     ('bcm_oam_opcode_group_.*', 'E_NOT_FOUND', '.*', 'one of four that are there always'),
     ('bcm_multicast_.*_encap_get', 'E_NOT_FOUND', '.*_port_id .*', 'is numbered as it is said, and looked at by nothing'),
     ('bcm_vlan_(translate|cross_connect|dtag)_.*', 'E_NOT_FOUND', '.*_(vid|vlan)(_low|_high)? .*', 'of tags, not of VLANs'),
+    ('bcm_vlan_(translate|cross_connect|dtag)_.*_?(add|action_create)', 'E_NOT_FOUND', 'all', 'of tags, not of VLANs'),
+    ('bcm_(l3_vrrp|mirror|mcast).*_(get|delete_all|remove_all)', 'E_NOT_FOUND', 'all', 'a VLAN that is not there has none'),
     ('bcm_.*_(get|delete_all|remove_all)', 'E_NOT_FOUND', '(vid|vlan) .*', 'a VLAN that is not there has none'),
-    ('bcm_(.*mcast_join|mirror_vlan_set|mirror_port_vlan_destination_add|l2_tunnel_add|multicast_l2_encap_get)',
-     'E_NOT_FOUND', '(vid|vlan) .*', 'may be said before the VLAN is there'),
+    ('bcm_(.*mcast_join|vlan_mac_add|mirror_vlan_set|mirror_port_vlan_destination_add|l2_tunnel_add|multicast_l2_encap_get)',
+     'E_NOT_FOUND', '(vid|vlan) .*|all', 'may be said before the VLAN is there'),
     ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id|offset_id) .*', 'kept as it is, and looked at by nothing'),
     ('bcm_(port_pon_tunnel_map_set|vlan_cross_connect_add|cosq_classifier_mapping_set)', 'E_PORT', '.*',
      'a port that is no key is kept as it is'),
     ('bcm_trunk_resilient_delete_all', 'E_NOT_FOUND', '.*', 'a trunk that is not there has none'),
-    ('bcm_cosq_subscriber_map_delete_all', 'E_PORT', '.*', 'chooses by a member, and none has it'),
+    ('bcm_cosq_subscriber_map_delete_all', 'E_PORT|E_NOT_FOUND', '.*', 'chooses by a member, and none has it'),
     ('bcm_cosq_(profile_mapping|service_pool|classifier_mapping)_.*', 'E_NOT_FOUND', '.*', 'that is for gports'),
 ]
 
 # Parameters that name an object, by name or type. What is found by a key of a table is by its functions' names.
 ID = re.compile(r'(^|_)id$|^vpn$|^tid$|^group$')
 IDS = ('bcm_trunk_t', 'bcm_stg_t', 'bcm_policer_t', 'bcm_multicast_t')
+COUNT = re.compile('count|size|max|len|num|nstat')  # what may say how long an array is
+NONE, ALL, OUTER = range(3)  # members that get values
 LARGEST = 300  # tables that are filled
 ERASES = re.compile('_(delete|destroy|remove|free)(_|$)')
 SEEKS = re.compile('_(get|find|delete|destroy|remove)$')
@@ -99,6 +105,10 @@ class Sdk(object):
         for member in members:
             self.members.setdefault(member.record, []).append(member)
         self.sizes = rules.record_sizes()
+        self.groups = {}  # (header, comment) -> names of the functions of which it tells
+        for declared in self.headers.functions.values():
+            if not declared.name.endswith('_t_init'):
+                self.groups.setdefault((declared.header, declared.comment), []).append(declared.name)
         self.initialisers = set(function.name for function in functions
                                 if function.name.endswith('_init') and len(function.parameters) == 1)
         answered = set(row[0] for row in rules.report('answers.tsv') if row[2] != 'unavailable')
@@ -122,7 +132,12 @@ class Sdk(object):
         library.bcm_attach(ENDED, None, None, 0)
         for name in self.enders.values():
             getattr(library, name)(ENDED)
+        self.empty()
         self.begin()
+
+    def empty(self):
+        library.bcm_detach(EMPTY)
+        library.bcm_attach(EMPTY, None, None, 0)
 
     def begin(self):
         for _ in range(2):  # what refers to others can be made when they are there
@@ -200,19 +215,22 @@ class Sdk(object):
             return [lambda number=number: structure(words(*[number] * words._length_)) for number in (1, 0)]
         if parameter.type in self.members:
             return [lambda fill=fill, clear=clear: self.record(parameter.type, fill, clear)
-                    for fill, clear in ((1, 1), (0, 1), (1, 0), (0, 0))]
+                    for fill, clear in ((ALL, 1), (NONE, 1), (OUTER, 1), (ALL, 0), (NONE, 0), (OUTER, 0))]
         if parameter.type == 'bcm_pbmp_t':
             return [lambda: (ctypes.c_uint32 * (SIZE // 4))(1 << PORT)]
         numbers = [0] + [number for number in self.numbers(function, parameter) if number]
         return [lambda number=number: (ctypes.c_int32 * (SIZE // 4))(*[number] * 16) for number in numbers]
 
     def record(self, name, fill=1, clear=1, **members):
-        """Memory that begins with a record: as its initialiser leaves it, and with VLANs, ports and such that exist."""
+        """Memory that begins with a record: as its initialiser leaves it, and with VLANs, ports and such that exist, or
+        with addresses and the outer VLAN alone."""
         record = getattr(q, name)()
         if clear and name + '_init' in self.initialisers:
             getattr(q, name + '_init')(record)
         for member in self.members[name] if fill else ():
             value = {'bcm_vlan_t': VLAN, 'bcm_trunk_t': TRUNK, 'bcm_port_t': PORT, 'bcm_gport_t': PORT}.get(member.text)
+            if fill == OUTER and (member.text != 'bcm_vlan_t' or 'inner' in member.name) and member.kind != 'mac_address':
+                continue
             if member.kind == 'mac_address':
                 record_value = ':'.join('%02x' % byte for byte in MAC)
                 setattr(record, member.name, record_value)
@@ -236,7 +254,7 @@ class Sdk(object):
             return [0]
         if kind in self.headers.enumerations:
             return self.headers.enumerations[kind][:20] or [0]
-        if re.search('count|size|max|len|num', name):
+        if COUNT.search(name):
             return [1, 0, 8]
         return [1, 0] + ids + [2, 10]
 
@@ -249,6 +267,31 @@ class Sdk(object):
         return sorted(error for error in set(headers.ERROR.findall(said)) - {'E_NONE', 'E_UNAVAIL'}
                       if getattr(self, 'can_be_' + error[2:].lower(), lambda _: True)(function)
                       and not is_exempt(function, error, 'all'))
+
+    def is_said_of(self, function, error):
+        """Whether the headers' words for an error that nothing here provokes are about this function: those of its
+        comment may be about others of the same, which they name; those of its header, about what it does not take."""
+        declared = function.declared
+        group = self.groups[declared.header, declared.comment]
+        said = 'BCM_' + error
+        if re.search(said + r'\b', declared.comment):
+            verbs = verbs_of(group)
+            for sentence in re.split(r'[.;] |\.$', declared.comment):
+                for clause in sentence.split(', '):
+                    if re.search(said + r'\b', clause):
+                        named = named_in(clause, verbs) or named_in(sentence, verbs)
+                        if not named or function.name in named:
+                            return True
+        return bool(re.search(said + r'\b', declared.head)) and getattr(self, error.lower() + '_is_about', lambda _: True)(function)
+
+    def e_not_found_is_about(self, function):
+        """What names something that may not be there, and does not make it."""
+        return not re.search('_create(_id)?$', function.name) and any(parameter.kind in SCALARS and self.names_object(function, parameter.name, parameter.type)
+                   for parameter in function.parameters[1:])
+
+    def names_object(self, function, name, kind):
+        return bool(ID.search(name) or kind in IDS or kind == 'bcm_vlan_t'
+                    or kind == 'bcm_gport_t' and 'no such gport' in function.declared.head)
 
     def takes(self, function, types):
         """Whether a parameter is of such a type, or a member of a record among them."""
@@ -299,7 +342,67 @@ class Sdk(object):
                 # A call that is refused anyway tells nothing, unless it is refused for this.
                 if result == expected or status == 0 or how_far(result) < how_far(status):
                     answers.append((error, what, result))
+            if not any(name == error and result == expected for name, _, result in answers):
+                answers += [(error, what, expected) for what in self.provoked_somehow(function, choice, error)][:1]
         return answers
+
+    def provoked_somehow(self, function, choice, error):
+        """What else has to be wrong for the error."""
+        for what, unit, values in getattr(self, error.lower() + '_somehow', nothing)(function, choice):
+            if self.changed:
+                self.fresh()
+            result = function(values, unit)
+            if unit == EMPTY and result == 0:
+                self.empty()
+            self.changed = unit == UNIT and result == 0
+            if result == getattr(q, 'BCM_' + error):
+                yield what
+
+    def variations(self, function, choice, numbers):
+        """(what is different, arguments) of calls that differ from the chosen one in one number, by itself or in a record."""
+        for place, parameter in enumerate(function.parameters[1:]):
+            values = [make() for make in choice]
+            if parameter.kind in SCALARS:
+                for number in numbers(parameter.type, values[place].value):
+                    if COUNT.search(parameter.name) and not (number < 0 and parameter.kind == 'int32'):
+                        continue
+                    values = [make() for make in choice]
+                    values[place] = SCALARS[parameter.kind](number)
+                    yield '%s %d' % (parameter.name, number), values
+            elif parameter.is_pointer and parameter.type in self.members:
+                for member in self.members[parameter.type]:
+                    if member.kind in SCALARS and not COUNT.search(member.name):
+                        for number in numbers(member.text, self.member(parameter.type, values[place], member.name)):
+                            values = [make() for make in choice]
+                            if self.change(parameter.type, values[place], member.name, lambda _, number=number: number):
+                                yield '%s.%s %d' % (parameter.name, member.name, number), values
+                                values = [make() for make in choice]
+
+    def e_not_found_somehow(self, function, choice):
+        """Where nothing has been made; and with other numbers in the place of each."""
+        yield 'where nothing is', EMPTY, [make() for make in choice]
+        choices = [self.choices(function, parameter) for parameter in function.parameters[1:]]
+        for place, others in enumerate(choices):
+            for make in others:
+                values = [make_one() for make_one in choice]
+                values[place] = make()
+                yield 'another %s where nothing is' % function.parameters[place + 1].name, EMPTY, values
+        for what, values in self.to_replace(function, choice):
+            yield what, EMPTY, values
+        for what, values in self.variations(function, choice, lambda of, number: [
+                NO_VLAN if of == 'bcm_vlan_t' else number + STEP]):
+            yield what, UNIT, values
+
+    def e_param_somehow(self, function, choice):
+        for place, parameter in enumerate(function.parameters[1:]):
+            if parameter.kind in ('callback', 'mac_address', 'value', 'port_list'):
+                values = [make() for make in choice]
+                values[place] = ctypes.c_void_p() if parameter.kind == 'callback' else values[place]
+                if parameter.kind == 'mac_address':
+                    values[place] = (ctypes.c_uint8 * SIZE)()
+                yield 'other ' + parameter.name, UNIT, values
+        for what, values in self.variations(function, choice, lambda of, number: (-1, 0x7fffffff, 0, 4096, 1 << 31)):
+            yield what, UNIT, values
 
     def wrong(self, function, choice, place, value):
         """A call with another value at that place after the unit."""
@@ -340,6 +443,9 @@ class Sdk(object):
             if parameter.type == 'bcm_vlan_t' and parameter.kind in SCALARS:
                 yield '%s %d' % (parameter.name, NO_VLAN), self.wrong(
                     function, choice, place, SCALARS[parameter.kind](NO_VLAN))
+            elif parameter.is_port and self.names_object(function, parameter.name, parameter.type):
+                yield '%s %d' % (parameter.name, NO_GPORT), self.wrong(
+                    function, choice, place, SCALARS[parameter.kind](NO_GPORT))
             elif parameter.kind in SCALARS and not parameter.is_port and parameter.type not in self.headers.enumerations and (
                     ID.search(parameter.name) or parameter.type in IDS or key):
                 number = choice[place]().value + STEP
@@ -347,18 +453,14 @@ class Sdk(object):
                     function, choice, place, SCALARS[parameter.kind](number))
 
     def e_exists(self, function, choice, status):
-        flag = self.flag_to_choose_an_id(function)
+        flag = self.flag(function, 'WITH_ID')
         if not MAKES.search(function.name) or function.name.endswith('_create') and not flag:
             return
 
         def twice():
             values = [make() for make in choice]
             result = function(values)
-            for value, parameter in zip(values, function.parameters[1:]):
-                if flag and parameter.name == 'flags':
-                    value.value |= flag
-                elif flag and 'flags' in [member.name for member in self.members.get(parameter.type, ())]:
-                    self.change(parameter.type, value, 'flags', lambda flags: flags | flag)
+            self.add_flags(function, values, flag)
             return function(values) if result == 0 else result
         yield 'twice', twice
 
@@ -389,23 +491,69 @@ class Sdk(object):
                 return function([make() for make in choice])
             yield 'one more', filled
 
-    def flag_to_choose_an_id(self, function):
+    def add_flags(self, function, values, added):
+        for value, parameter in zip(values, function.parameters[1:]):
+            if added and parameter.name == 'flags':
+                value.value |= added
+            for member in self.members.get(parameter.type, ()):
+                if added and member.name in ('flags', 'l3a_flags'):
+                    self.change(parameter.type, value, member.name, lambda flags: flags | added)
+
+    def to_replace(self, function, choice):
+        """A call that says that what it names is to be replaced."""
+        chosen, replacing = self.flag(function, 'WITH_ID'), self.flag(function, 'REPLACE')
+        if chosen and replacing:
+            values = [make() for make in choice]
+            self.add_flags(function, values, chosen | replacing)
+            for value, parameter in zip(values, function.parameters[1:]):
+                if parameter.is_pointer and parameter.type not in self.members:
+                    ctypes.memmove(value, ctypes.byref(ctypes.c_int32(STEP)), 4)
+            yield 'to be replaced', values
+
+    def flag(self, function, kind):
         """BCM_MIM_VPN_WITH_ID of bcm_mim_vpn_create, BCM_L3_WITH_ID of bcm_l3_egress_create; 0 if there is none."""
         words = function.name.upper().split('_')
         shortest = 2 if words[-1] == 'CREATE' else len(words) - 1
         for count in range(len(words) - 1, shortest - 1, -1):
-            name = '_'.join(words[:count] + ['WITH_ID'])
+            name = '_'.join(words[:count] + [kind])
             if hasattr(q, name):
                 return getattr(q, name)
         return 0
 
     def change(self, name, memory, member, change):
-        """Changes a member of the record in that memory."""
+        """Changes a member of the record in that memory; whether it can have that value."""
         size = self.sizes[re.sub('_t$', '_s', name)]
         record = getattr(q, name)()
         ctypes.memmove(int(record.this), memory, size)
-        setattr(record, member, change(getattr(record, member)))
+        try:
+            setattr(record, member, change(getattr(record, member)))
+        except (OverflowError, TypeError):
+            return False
         ctypes.memmove(memory, int(record.this), size)
+        return True
+
+    def member(self, name, memory, member):
+        record = getattr(q, name)()
+        ctypes.memmove(int(record.this), memory, self.sizes[re.sub('_t$', '_s', name)])
+        return getattr(record, member)
+
+
+def verbs_of(group):
+    """What the names of functions add to what they have in common, by name; of one alone nothing."""
+    if len(group) < 2:
+        return {}
+    parts = [name.split('_') for name in group]
+    common = max(count for count in range(len(min(parts, key=len))) if all(part[:count] == parts[0][:count] for part in parts))
+    return dict((name, '_'.join(part[common:])) for name, part in zip(group, parts))
+
+
+def named_in(text, verbs):
+    """The functions whose verbs the text has: whole ones, or what verbs end in."""
+    def is_named(verb):
+        words = verb.split('_')
+        ends = [verb] + ['_'.join(words[start:]) for start in range(1, len(words))]
+        return any(re.search(r'\b%s(s|ing)?\b' % end, text) for end in ends if end == verb or end not in verbs.values())
+    return [name for name, verb in verbs.items() if is_named(verb)]
 
 
 def nothing(*_):
@@ -413,7 +561,7 @@ def nothing(*_):
 
 
 def is_exempt(function, error, what):
-    return any(re.match('(?:%s)$' % name, function.name) and error == other and re.match('(?:%s)$' % wrong, what)
+    return any(re.match('(?:%s)$' % name, function.name) and re.match('(?:%s)$' % other, error) and re.match('(?:%s)$' % wrong, what)
                for name, other, wrong, _ in EXEMPT)
 
 

@@ -186,12 +186,18 @@ class Settings(RulesTest):
         for port in (65, -1, 3 << 26):
             self.assertEqual(q.bcm_port_jam_set(0, port, 9000), q.BCM_E_PORT)
             self.assertEqual(q.bcm_port_jam_get(0, port, q.intp()), q.BCM_E_PORT)
-        # A gport may be a queue, but what it says of ports has to be so.
-        scheduler = 7 << 26 | 900
-        self.done(q.bcm_cosq_gport_dynamic_sched_set(0, scheduler, 1, 1))
-        self.addCleanup(q.bcm_cosq_gport_dynamic_sched_set, 0, scheduler, 1, 0)
-        self.assertEqual(self.value(q.bcm_cosq_gport_dynamic_sched_get, scheduler, 1), 1)
         self.assertEqual(q.bcm_cosq_gport_dynamic_sched_set(0, 65, 1, 1), q.BCM_E_PORT)
+
+    def test_gports_name_what_is_there(self):
+        group = q.intp()
+        self.done(q.bcm_cosq_gport_add(0, 5, 4, q.BCM_COSQ_GPORT_UCAST_QUEUE_GROUP, group))
+        self.done(q.bcm_cosq_gport_dynamic_sched_set(0, group.value(), 1, 1))
+        self.assertEqual(self.value(q.bcm_cosq_gport_dynamic_sched_get, group.value(), 1), 1)
+        self.done(q.bcm_cosq_gport_dynamic_sched_set(0, group.value(), 1, 0))
+        self.done(q.bcm_cosq_gport_delete(0, group.value()))
+        # A queue group that is gone, a trunk, a VLAN's port, and a kind of which there are none.
+        for gport in (group.value(), 3 << 26 | 7, 20 << 26 | 1, 7 << 26 | 900):
+            self.assertEqual(q.bcm_cosq_gport_dynamic_sched_set(0, gport, 1, 1), q.BCM_E_NOT_FOUND)
 
     def test_units_are_apart_and_start_afresh(self):
         self.done(q.bcm_port_jam_set(UNIT, 5, 17))

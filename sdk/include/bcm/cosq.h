@@ -1343,7 +1343,7 @@ int bcm_cosq_pfc_deadlock_queue_config_get(int unit, bcm_gport_t gport, int prio
                                            bcm_cosq_pfc_deadlock_queue_config_t *config);
 int bcm_cosq_pfc_deadlock_queue_status_get(int unit, bcm_gport_t gport, int priority, int *deadlock);
 
-/* Queues of subscribers; BCM_E_EXISTS, BCM_E_NOT_FOUND. delete_all takes those of port, -1 for all. */
+/* Queues of subscribers; add gives BCM_E_EXISTS, get and delete give BCM_E_NOT_FOUND. delete_all takes those of port, -1 for all. */
 int bcm_cosq_subscriber_map_add(int unit, bcm_cosq_subscriber_map_t *map);
 int bcm_cosq_subscriber_map_delete(int unit, bcm_cosq_subscriber_map_t *map);
 int bcm_cosq_subscriber_map_delete_all(int unit, bcm_gport_t port);

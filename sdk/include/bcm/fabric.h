@@ -359,7 +359,7 @@ int bcm_fabric_module_isolate_get(int unit, bcm_module_t modid, bcm_fabric_cast_
 int bcm_fabric_module_group_set(int unit, bcm_module_t modid, int group);
 int bcm_fabric_module_group_get(int unit, bcm_module_t modid, int *group);
 
-/* Multicast: the modules of a group. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND. */
+/* Multicast: the modules of a group. add gives BCM_E_EXISTS, delete gives BCM_E_NOT_FOUND. */
 int bcm_fabric_multicast_set(int unit, bcm_multicast_t group, int count, bcm_module_t *modid_array);
 int bcm_fabric_multicast_get(int unit, bcm_multicast_t group, int max_count, bcm_module_t *modid_array,
                              int *count);

@@ -145,8 +145,8 @@ int bcm_ipfix_lost_count_get(int unit, bcm_ipfix_stage_t stage, bcm_port_t port,
 
 /*
  * Meters. create chooses the lowest free id unless BCM_IPFIX_RATE_WITH_ID, and writes it to rate_id; get also
- * says how many flows the meter has. BCM_E_EXISTS, BCM_E_FULL, BCM_E_NOT_FOUND; BCM_E_BUSY while the meter
- * has ports to mirror to.
+ * says how many flows the meter has. create gives BCM_E_EXISTS or BCM_E_FULL; get and destroy
+ * give BCM_E_NOT_FOUND, and destroy BCM_E_BUSY while the meter has ports to mirror to.
  */
 int bcm_ipfix_rate_create(int unit, bcm_ipfix_rate_t *rate_info);
 int bcm_ipfix_rate_destroy(int unit, int rate_id);

@@ -194,8 +194,8 @@ int bcm_mirror_destination_enable_get(int unit, bcm_gport_t mirror_dest_id, int 
 
 /*
  * Destinations of a port's packets, and of those in one VLAN; flags are BCM_MIRROR_PORT_*. get writes at most
- * mirror_dest_size of those with any of the flags, and says which each has. BCM_E_EXISTS, BCM_E_FULL,
- * BCM_E_NOT_FOUND.
+ * mirror_dest_size of those with any of the flags, and says which each has.
+ * add gives BCM_E_EXISTS or BCM_E_FULL, delete gives BCM_E_NOT_FOUND.
  */
 int bcm_mirror_port_destination_add(int unit, bcm_port_t port, uint32 flags, bcm_gport_t mirror_dest_id,
                                     bcm_mirror_options_t options);

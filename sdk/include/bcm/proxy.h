@@ -56,8 +56,8 @@ int bcm_proxy_init(int unit);
 int bcm_proxy_cleanup(int unit);
 
 /*
- * Egress objects. create chooses the lowest free id unless BCM_PROXY_WITH_ID; BCM_E_EXISTS, BCM_E_FULL,
- * BCM_E_NOT_FOUND. find gives the lowest id of an equal one.
+ * Egress objects. create chooses the lowest free id unless BCM_PROXY_WITH_ID, and gives BCM_E_EXISTS or
+ * BCM_E_FULL; get, destroy and find BCM_E_NOT_FOUND. find gives the lowest id of an equal one.
  */
 void bcm_proxy_egress_t_init(bcm_proxy_egress_t *egr);
 int bcm_proxy_egress_create(int unit, uint32 flags, bcm_proxy_egress_t *egr, int *proxy_id);
@@ -66,7 +66,7 @@ int bcm_proxy_egress_get(int unit, int proxy_id, bcm_proxy_egress_t *egr);
 int bcm_proxy_egress_find(int unit, bcm_proxy_egress_t *egr, int *proxy_id);
 int bcm_proxy_egress_traverse(int unit, bcm_proxy_egress_traverse_cb cb, void *user_data);
 
-/* Servers; port and mode say which, get takes them from *server. set replaces; BCM_E_NOT_FOUND. */
+/* Servers; port and mode say which, get takes them from *server. get, delete: BCM_E_NOT_FOUND. */
 void bcm_proxy_server_t_init(bcm_proxy_server_t *server);
 int bcm_proxy_server_set(int unit, bcm_proxy_server_t *server);
 int bcm_proxy_server_get(int unit, bcm_proxy_server_t *server);

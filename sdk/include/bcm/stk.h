@@ -110,9 +110,9 @@ int bcm_stk_port_failover_multi_get(int unit, bcm_port_t port, int max_count, bc
 int bcm_stk_port_neighbor_get(int unit, bcm_port_t port, bcm_module_t *modid, bcm_port_t *neighbor_port);
 
 /*
- * Routes: the stacking port towards a module. set replaces, add adds a port of equal cost; BCM_E_EXISTS,
- * BCM_E_FULL, BCM_E_NOT_FOUND. A route by source holds for packets from one port, or -1 for all; hops are
- * those to the module through a port.
+ * Routes: the stacking port towards a module. set replaces, add adds a port of equal cost (BCM_E_EXISTS);
+ * get, delete and hops_get give BCM_E_NOT_FOUND. A route by source holds for packets from one port, or -1
+ * for all; hops are those to the module through a port.
  */
 int bcm_stk_modport_set(int unit, bcm_module_t modid, bcm_port_t port);
 int bcm_stk_modport_get(int unit, bcm_module_t modid, bcm_port_t *port);
@@ -157,7 +157,7 @@ int bcm_stk_modmap_enable_set(int unit, bcm_port_t port, int enable);
 int bcm_stk_modmap_enable_get(int unit, bcm_port_t port, int *enable);
 int bcm_stk_modmap_register(int unit, bcm_stk_modmap_cb_t callback, void *userdata);
 
-/* System ports. BCM_E_NOT_FOUND; many at once stop at the first error, after *done_count. */
+/* System ports. get, delete: BCM_E_NOT_FOUND; many at once stop at the first error, after *done_count. */
 int bcm_stk_sysport_gport_set(int unit, bcm_gport_t sysport, bcm_gport_t gport);
 int bcm_stk_sysport_gport_get(int unit, bcm_gport_t sysport, bcm_gport_t *gport);
 int bcm_stk_sysport_gport_delete(int unit, bcm_gport_t sysport);

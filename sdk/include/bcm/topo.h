@@ -20,7 +20,7 @@ typedef int (*bcm_topo_map_f)(int unit, bcm_module_t dest_modid, bcm_port_t *exi
 
 /*
  * The map of a unit. While there is none (at first, and after a null was set), the tables of the stack family
- * say the way. port_get also says how far it is, -1 if a map said the way; it gives BCM_E_NOT_FOUND for a
+ * say the way. port_get also says how far it is, -1 if a map said the way, and gives BCM_E_NOT_FOUND for a
  * module that cannot be reached.
  */
 int bcm_topo_map_set(int unit, bcm_topo_map_f map);

@@ -1,7 +1,7 @@
 /*
  * VLANs 1..4094 and their member ports, and how tags are matched, changed and counted.
- * BCM_E_PARAM: VLAN id out of range; BCM_E_NOT_FOUND: no such VLAN; BCM_E_PORT: a bitmap has a port that
- * the unit has not.
+ * BCM_E_PARAM: VLAN id out of range; BCM_E_NOT_FOUND: no such VLAN, but for those of tags; BCM_E_PORT: a
+ * bitmap has a port that the unit has not.
  */
 #ifndef BCM_VLAN_H
 #define BCM_VLAN_H

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "begin.h"
+#include "gport.h"
 #include "queue.h"
 
 namespace sim {
@@ -16,13 +17,17 @@ struct QueueRange {
     Queue *end() const { return port->queues.data() + last; }
 };
 
-/// The port that a gport means, itself or that of a queue group, and how many of its queues. BCM_E_PORT.
+/// The port that a gport means, itself or that of a queue group, and how many of its queues: BCM_E_PORT,
+/// BCM_E_NOT_FOUND for what is neither.
 inline auto queueing_port(bcm_gport_t gport)
 {
     return [gport](Switch &sw, auto next) -> int {
         const auto group = queues_of(sw).groups.find(gport);
         if (group != queues_of(sw).groups.end()) {
             return next(group->second.port, group->second.count);
+        }
+        if (!names_port(gport)) {
+            return BCM_E_NOT_FOUND;
         }
         return own_port(gport)(sw, [&](int port) -> int { return next(port, queues_of(sw).count); });
     };

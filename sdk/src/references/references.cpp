@@ -1,6 +1,9 @@
 #include "references.h"
 
 #include "l3.h"
+#include "mirror.h"
+#include "queue.h"
+#include "rule_store.h"
 #include "trunk.h"
 #include "vlan.h"
 
@@ -33,6 +36,15 @@ bool trunk_exists(Switch &sw, const void *part)
 bool interface_exists(Switch &sw, const void *part)
 {
     return l3_of(sw).objects.interface(number_at<bcm_if_t>(part)) != nullptr;
+}
+
+bool gport_exists(Switch &sw, const void *part)
+{
+    const auto gport = number_at<bcm_gport_t>(part);
+    return BCM_GPORT_IS_BLACK_HOLE(gport)
+           || (BCM_GPORT_IS_TRUNK(gport) && trunks_of(sw).trunks().count(gport & BCM_GPORT_VALUE_MASK) != 0)
+           || queues_of(sw).groups.count(gport) != 0 || mirrors_of(sw).destinations.count(gport) != 0
+           || rule_store_of(sw).has_gport(gport);
 }
 
 }  // namespace sim

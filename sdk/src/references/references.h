@@ -12,4 +12,7 @@ bool vlan_exists(Switch &sw, const void *part);
 bool trunk_exists(Switch &sw, const void *part);
 bool interface_exists(Switch &sw, const void *part);
 
+/// A bcm_gport_t that names something else than a port.
+bool gport_exists(Switch &sw, const void *part);
+
 }  // namespace sim

@@ -106,6 +106,15 @@ std::set<std::int32_t> RuleStore::ids(const std::string &table, std::size_t size
     return found;
 }
 
+bool RuleStore::has_gport(bcm_gport_t gport) const
+{
+    return std::any_of(tables_.begin(), tables_.end(), [&](const auto &named) {
+        const rules::Table *table = named.second.table;
+        return table != nullptr && BCM_GPORT_TYPE(table->first_id) == BCM_GPORT_TYPE(gport)
+               && ids(table->name, sizeof gport).count(gport) != 0;
+    });
+}
+
 void RuleStore::put(const rules::Table &table, const std::string &key, const std::string &value)
 {
     // All memory first: where it is short, everything stays as it is.

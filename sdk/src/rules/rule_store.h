@@ -48,6 +48,9 @@ public:
     /// The numbers that keys end in, of `size` bytes each: ids of objects.
     std::set<std::int32_t> ids(const std::string &table, std::size_t size) const;
 
+    /// Whether a table whose ids are gports of that kind has one of that id.
+    bool has_gport(bcm_gport_t gport) const;
+
     /// Modules are initialised at first. Either empties all tables of the module.
     bool is_initialised(const std::string &module) const { return detached_.count(module) == 0; }
     void initialise(const std::string &module);

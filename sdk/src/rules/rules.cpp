@@ -1,6 +1,7 @@
 #include "rules.h"
 
 #include "begin.h"
+#include "gport.h"
 #include "rule_store.h"
 
 #include <algorithm>
@@ -20,36 +21,31 @@ void append(std::string &bytes, const void *object, std::size_t size)
     bytes.append(static_cast<const char *>(object), size);
 }
 
-/// Whether the gport is a port, of this module or another, and not a trunk, queue, tunnel or the like.
-bool names_port(bcm_gport_t port)
-{
-    return !BCM_GPORT_IS_SET(port) || BCM_GPORT_IS_LOCAL(port) || BCM_GPORT_IS_MODPORT(port)
-           || BCM_GPORT_IS_SYSTEM_PORT(port);
-}
-
-int append_port(std::string &key, const Argument &argument)
+int append_port(Switch &sw, std::string &key, const Argument &argument)
 {
     bcm_port_t port;
     std::memcpy(&port, argument.from, sizeof port);
-    if (argument.role == Argument::Role::own_port || names_port(port)) {
+    if (argument.role == Argument::Role::own_port || sim::names_port(port)) {
         const int rc = sim::resolve_own_port(port, &port);
         if (rc != BCM_E_NONE) {
             return rc;
         }
+    } else if (!argument.exists(sw, argument.from)) {
+        return BCM_E_NOT_FOUND;
     }
     append(key, &port, sizeof port);
     return BCM_E_NONE;
 }
 
-/// The keys among the arguments, one after the other.
-int key_of(Arguments arguments, std::string *key)
+/// The keys among the arguments, one after the other: BCM_E_PORT, BCM_E_NOT_FOUND.
+int key_of(Switch &sw, Arguments arguments, std::string *key)
 {
     for (const Argument &argument : arguments) {
         int rc = BCM_E_NONE;
         if (argument.role == Argument::Role::key) {
             append(*key, argument.from, argument.size);
         } else if (argument.role == Argument::Role::own_port || argument.role == Argument::Role::any_port) {
-            rc = append_port(*key, argument);
+            rc = append_port(sw, *key, argument);
         }
         if (rc != BCM_E_NONE) {
             return rc;
@@ -91,7 +87,7 @@ void write_results(const sim::RuleStore &store, const Table &table, Arguments ar
     }
 }
 
-/// The unit's store and the key among the arguments: BCM_E_INIT, BCM_E_PARAM, BCM_E_PORT.
+/// The unit's store and the key among the arguments: BCM_E_INIT, BCM_E_PARAM, BCM_E_PORT, BCM_E_NOT_FOUND.
 auto entry_of(const Table &table, Arguments arguments, bool arrays_are_wrong = false)
 {
     return [&table, arguments, arrays_are_wrong](sim::Switch &sw, auto next) -> int {
@@ -108,7 +104,7 @@ auto entry_of(const Table &table, Arguments arguments, bool arrays_are_wrong = f
             return BCM_E_PARAM;
         }
         std::string key;
-        const int rc = key_of(arguments, &key);
+        const int rc = key_of(sw, arguments, &key);
         return rc != BCM_E_NONE ? rc : next(store, key);
     };
 }

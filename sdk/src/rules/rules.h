@@ -29,6 +29,7 @@ struct Argument {
     void *to = nullptr;           ///< of a result, what `from` is
     const char *table = nullptr;  ///< of a number of records
     std::size_t offset = 0;       ///< of what records are chosen by, in their value
+    bool (*exists)(sim::Switch &, const void *gport) = nullptr;  ///< of a gport that names an object
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -66,10 +67,11 @@ inline Argument own_port(const int &port)
 }
 
 /// A key that is a gport of any kind. What names a port, of a module or not, has to be a port of the unit, as
-/// above; what else is behind a gport is not looked at.
-inline Argument any_port(const int &port)
+/// above; what names an object is asked of a room: BCM_E_NOT_FOUND.
+template <bool (*exists)(sim::Switch &, const void *gport)>
+Argument any_port(const int &port)
 {
-    return {Argument::Role::any_port, sizeof port, &port};
+    return {Argument::Role::any_port, sizeof port, &port, nullptr, nullptr, 0, exists};
 }
 
 /// Part of the value, given by the caller.
