@@ -1,5 +1,6 @@
 /// Entries of routed multicasts, and what is counted of them.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "rule_store.h"
 #include "sim_ipmc.h"
@@ -169,13 +170,14 @@ int sim_bcm_ipmc_enable(int unit, int enable)
 
 int sim_bcm_ipmc_add(int unit, bcm_ipmc_addr_t *ipmc, int *index)
 {
-    return begin(unit, ready_multicast, given(index)).then([&](Switch &sw, L3Multicast &) {
-        const int rc = with_key(unit, ipmc, [&](L3Multicast &multicast, const MulticastKey &key) {
-            return enter(multicast, key, *ipmc, index);
+    return begin(unit, ready_multicast, given(index), tells_if_full(bcmSwitchObjectIpmcEntryMax))
+        .then([&](Switch &sw, L3Multicast &) {
+            const int rc = with_key(unit, ipmc, [&](L3Multicast &multicast, const MulticastKey &key) {
+                return enter(multicast, key, *ipmc, index);
+            });
+            l3_of(sw).change_addresses();
+            return rc;
         });
-        l3_of(sw).change_addresses();
-        return rc;
-    });
 }
 
 int sim_bcm_ipmc_find(int unit, bcm_ipmc_addr_t *ipmc, int *index)

@@ -29,6 +29,7 @@ struct Argument {
     void *to = nullptr;           ///< of a result, what `from` is
     const char *table = nullptr;  ///< of a number of records
     std::size_t offset = 0;       ///< of what records are chosen by, in their value
+    bool is_function = false;
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -88,13 +89,25 @@ Argument given(const T &object)
 template <class T>
 Argument callback(T *const &function)
 {
-    return {Argument::Role::key, sizeof function, function != nullptr ? &function : nullptr};
+    return {Argument::Role::key,
+            sizeof function,
+            function != nullptr ? &function : nullptr,
+            nullptr,
+            nullptr,
+            0,
+            true};
 }
 
 template <class T>
 Argument given_callback(T *const &function)
 {
-    return {Argument::Role::given, sizeof function, function != nullptr ? &function : nullptr};
+    return {Argument::Role::given,
+            sizeof function,
+            function != nullptr ? &function : nullptr,
+            nullptr,
+            nullptr,
+            0,
+            true};
 }
 
 /// Part of the value, to be written.
