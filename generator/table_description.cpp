@@ -31,8 +31,8 @@ constexpr const char *operations[] = {"create", "add",         "set",      "modi
                                       "list",   "replace_all", "get_each", "traverse", "size"};
 
 constexpr const char *other_fields[] = {
-    "key",    "record", "id",  "with",   "replace", "first", "capacity", "refers", "owns",     "counts",
-    "ranges", "also",   "all", "values", "each",    "named", "kept_by",  "unique", "unchecked"};
+    "key",    "record", "id",  "with",   "replace", "first", "capacity", "refers", "owns",      "counts",
+    "ranges", "also",   "all", "values", "each",    "named", "kept_by",  "unique", "unchecked", "object"};
 
 }  // namespace
 
@@ -141,9 +141,10 @@ TableText TableDescription::text() const
             fmt::format("static constexpr rules::Part {}[] = {{{}}};\n", unique, fmt::join(parts, ", "));
     }
     text.arguments = fmt::format(
-        ", {}, {}, {}, {}, \"{}\", {}, {}", field("first").empty() ? "1" : field("first"),
+        ", {}, {}, {}, {}, \"{}\", {}, {}{}", field("first").empty() ? "1" : field("first"),
         field("capacity").empty() ? "INT_MAX" : field("capacity"), references.empty() ? "nullptr" : name,
-        references.size(), field("owns"), parts.empty() ? "nullptr" : unique, parts.size());
+        references.size(), field("owns"), parts.empty() ? "nullptr" : unique, parts.size(),
+        field("object").empty() ? "" : ", " + field("object"));
     return text;
 }
 

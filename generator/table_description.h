@@ -8,6 +8,7 @@
 //   replace    the flag by which "add" replaces
 //   first      the lowest id, a C expression; 1
 //   capacity   records that there can be
+//   object     what an event names if there is no room for one more, a C expression
 //   refers     "part=table": a key or member, or several with "+" between, that names a record of another table, or with
 //              "!" before the name what a function of sdk/src/references says
 //   unique     keys or members that no two records have alike

@@ -15,8 +15,10 @@ Interface = collections.namedtuple('Interface', 'vlan mac vrf mtu ttl check')  #
 Hop = collections.namedtuple('Hop', 'kind vlan mac port')
 # hops: one or several, which are equal; none: unresolved
 Route = collections.namedtuple('Route', 'vrf kind network length hops')
-# source 0: all; vid 0: any; members: pairs of port and VLAN; expected_in: a VLAN, or 0
-Group = collections.namedtuple('Group', 'vrf kind vid source group members expected_in')
+# source 0: all; vid 0: any; members: pairs of port and VLAN; expected_in: a VLAN, or 0; masks: of source and group, None
+# for whole addresses; of those with masks the highest priority counts, then the first.
+Group = collections.namedtuple('Group', 'vrf kind vid source group members expected_in masks priority')
+Group.__new__.__defaults__ = None, 0
 
 
 def octets(mac):
@@ -112,8 +114,12 @@ class Router(object):
         ttl, length = number(frame.packet[places[3]:places[3] + 1]), len(frame.packet)
         on_link = group >> 8 == 0xe00000 if frame.kind == IP4 else group >> 112 == 0xff02
         ranked = [entry for wanted in (source, 0) for vid in (vlan, 0) for entry in self.groups
-                  if (entry.vrf, entry.kind, entry.source, entry.group, entry.vid)
+                  if entry.masks is None and (entry.vrf, entry.kind, entry.source, entry.group, entry.vid)
                   == (self.interfaces[vlan].vrf, frame.kind, wanted, group, vid)]
+        ranked += sorted([entry for entry in self.groups
+                          if entry.masks and (entry.vrf, entry.kind) == (self.interfaces[vlan].vrf, frame.kind)
+                          and entry.vid in (0, vlan) and not (entry.source ^ source) & entry.masks[0]
+                          and not (entry.group ^ group) & entry.masks[1]], key=lambda entry: -entry.priority)
         if ranked and ttl > 1 and not on_link and ranked[0].expected_in in (0, vlan):
             for at, out in ranked[0].members:
                 leaving = self.interfaces[out]

@@ -20,14 +20,19 @@ def group_mac(kind, group):
     return ':'.join(text[place:place + 2] for place in range(0, 12, 2))
 
 
+MASKS = {IP4: [(0xfffffffe, 0xffffffff), (0, 0xfffffffc), (0xffffffff, 0xfffffffe), (0xffffff00, 0xf0000000)],
+         IP6: [(1, (1 << 128) - 1), (0, (1 << 128) - 4), ((1 << 128) - 1, (1 << 128) - 2)]}
+
+
 def record(entry, **members):
-    flags = members.pop('flags', 0)
+    flags, masks = members.pop('flags', 0), entry.masks or (0, 0)
     if entry.kind == IP6:
-        members.update(s_ip6_addr=ip6_list(entry.source), mc_ip6_addr=ip6_list(entry.group))
+        members.update(s_ip6_addr=ip6_list(entry.source), mc_ip6_addr=ip6_list(entry.group),
+                       s_ip6_mask=ip6_list(masks[0]), mc_ip6_mask=ip6_list(masks[1]))
         flags |= q.BCM_IPMC_IP6
     else:
-        members.update(s_ip_addr=entry.source, mc_ip_addr=entry.group)
-    return q.bcm_ipmc_addr_t(vrf=entry.vrf, vid=entry.vid, flags=flags, **members)
+        members.update(s_ip_addr=entry.source, mc_ip_addr=entry.group, s_ip_mask=masks[0], mc_ip_mask=masks[1])
+    return q.bcm_ipmc_addr_t(vrf=entry.vrf, vid=entry.vid, flags=flags, priority=entry.priority, **members)
 
 
 class MulticastTest(RouterTest):
@@ -54,7 +59,10 @@ class Random(MulticastTest):
             entry = Group(chance.randrange(2), kind, chance.choice([0, 0, 10, 11, 12, 13]),
                           chance.choice(SOURCES[kind] + [0]), chance.choice(GROUPS[kind]), members,
                           chance.choice([0, 0, 0, 0, 0, 10, 11]))
-            if entry[:5] in [known[:5] for known in self.router.groups]:
+            if number % 3 == 0:
+                masks = chance.choice(MASKS[kind])
+                entry = entry._replace(masks=masks, priority=chance.randrange(4), source=entry.source if masks[0] else 0)
+            if self.key(entry) in [self.key(known) for known in self.router.groups]:
                 continue
             self.add(entry, group=number, ing_intf=self.interface_ids.get(entry.expected_in, 0))
             self.router.groups.append(entry)
@@ -63,6 +71,11 @@ class Random(MulticastTest):
                     checked(q.bcm_ipmc_egress_intf_add, 0, number, port, self.interface_ids[vlan])
                 else:
                     self.enter(number, port, self.interface_ids[vlan])
+
+    @staticmethod
+    def key(entry):
+        of = entry.masks or (-1, -1)
+        return entry[:3] + (entry.source & of[0], entry.group & of[1], entry.masks)
 
     def test_copies(self):
         chance = random.Random(20)
@@ -107,8 +120,7 @@ class Promises(MulticastTest):
         self.assertEqual((checked(q.bcm_ipmc_find, 0, found, OUT), found.group, found.flags), (index, 6, 0))
         for members, status in ((dict(mc_ip_addr=0x0a000001), 'PARAM'), (dict(vrf=-1), 'PARAM'),
                                 (dict(vid=4095), 'PARAM'),
-                                (dict(flags=0x1000), 'PARAM'), (dict(s_ip_mask=0xffff0000), 'UNAVAIL'),
-                                (dict(group=-1), 'PARAM')):
+                                (dict(flags=0x1000), 'PARAM'), (dict(group=-1), 'PARAM')):
             address = record(self.ENTRY._replace(source=3))
             for name, value in members.items():
                 setattr(address, name, value)
@@ -172,6 +184,72 @@ class Promises(MulticastTest):
         # An interface that is gone gets nothing.
         checked(q.bcm_l3_intf_delete, 0, q.bcm_l3_intf_t(l3a_intf_id=out))
         self.assertEqual(self.ports(), [0])
+
+    def test_masked_ones_come_and_go(self):
+        """By masks of their own, which count with the addresses."""
+        entry = self.ENTRY._replace(masks=(0xffffff00, 0xffffffff), source=0x0a000063)
+        index = self.add(entry, group=5)
+        checked(q.bcm_ipmc_egress_intf_add, 0, 5, 3, self.interface_ids[20])
+        self.assertEqual(q.bcm_ipmc_add(0, record(entry._replace(source=0x0a000007)), array('int', [0])), q.BCM_E_EXISTS)
+        self.assertEqual(self.ports(), [2, 3])
+        self.add(self.ENTRY)                                        # goes before it
+        self.assertEqual(self.ports(), [2])
+        checked(q.bcm_ipmc_remove, 0, record(self.ENTRY))
+        found = record(entry._replace(source=0x0a000001))
+        self.assertEqual((checked(q.bcm_ipmc_find, 0, found, OUT), found.group), (index, 5))
+        self.assertEqual(q.bcm_ipmc_remove(0, record(entry._replace(masks=(0xffff0000, 0xffffffff)))), q.BCM_E_NOT_FOUND)
+        checked(q.bcm_ipmc_remove, 0, found)
+        self.assertEqual(self.ports(), [2])
+
+    def test_rendezvous_points(self):
+        """Packets of a group in a range come in by any interface of its point, others by that of the entry."""
+        self.add_vlan(30, 5)
+        point = checked(q.bcm_ipmc_rp_create, 0, 0, OUT)
+        self.add(self.ENTRY._replace(source=0), group=5, rp_id=point, ing_intf=self.interface_ids[20])
+        for port, vlan in ((1, 10), (3, 20), (5, 30)):
+            checked(q.bcm_ipmc_egress_intf_add, 0, 5, port, self.interface_ids[vlan])
+
+        def routed():
+            """By port of arrival: whether copies leave in other VLANs."""
+            return [self.ports(port)[-1] != 2 if port == 1 else 1 in self.ports(port) for port in (1, 3, 5)]
+        self.assertEqual(routed(), [False, True, False])
+        given = q.bcm_ipmc_range_t(mc_ip_addr=0xe1000000, mc_ip_addr_mask=0xff000000)
+        checked(q.bcm_ipmc_range_add, 0, given)
+        self.assertEqual(routed(), [False] * 3)
+        checked(q.bcm_ipmc_rp_set, 0, point, 2, array('bcm_if_t', [self.interface_ids[vlan] for vlan in (10, 30)]))
+        self.assertEqual(routed(), [True, False, True])
+        checked(q.bcm_ipmc_rp_delete, 0, point, self.interface_ids[10])
+        self.assertEqual(routed(), [False, False, True])
+        checked(q.bcm_ipmc_range_delete, 0, given)
+        checked(q.bcm_ipmc_range_add, 0, q.bcm_ipmc_range_t(mc_ip_addr=0xe2000000, mc_ip_addr_mask=0xff000000))
+        checked(q.bcm_ipmc_range_add, 0, q.bcm_ipmc_range_t(flags=q.BCM_IPMC_IP6))    # all of the other kind
+        self.assertEqual(routed(), [False, True, False])
+
+    def test_lines_and_how_ports_send_their_copies(self):
+        own = '02:bb:00:00:00:03'
+        self.add(self.ENTRY, group=5)
+        checked(q.bcm_ipmc_bitmap_set, 0, 5, [3, 4])
+        self.assertEqual(checked(q.bcm_ipmc_bitmap_get, 0, 5, OUT), [3, 4])
+        self.assertEqual(self.ports(), [2])                         # nobody has said how
+        for port, untag in ((3, 0), (4, 1)):
+            checked(q.bcm_ipmc_egress_port_set, 0, port, own, untag, 20, 64)
+        self.assertEqual(checked(q.bcm_ipmc_egress_port_get, 0, 3, own, OUT, OUT, OUT), (0, 20, 64))
+        sent = dict(self.switch.send(1, self.frame))
+        # Whatever the VLAN says of tags.
+        packet = sent[4][14:]
+        self.assertEqual(sent[4][6:12], bytes(bytearray(int(part, 16) for part in own.split(':'))))
+        self.assertEqual((sent[3], bytearray(packet)[8]), (sent[4][:12] + b'\x81\0\0\x14\x08\0' + packet, 63))
+        self.frame = self.packet(IP4, self.ENTRY.source, self.ENTRY.group, 63).bytes()
+        self.assertEqual(self.ports(), [2])
+        checked(q.bcm_ipmc_egress_port_set, 0, 4, own, 1, 20, 0)
+        self.assertEqual(self.ports(), [2, 4])
+        checked(q.bcm_ipmc_bitmap_del, 0, 5, [1, 4])
+        self.assertEqual((checked(q.bcm_ipmc_bitmap_get, 0, 5, OUT), self.ports()), ([3], [2]))
+        self.assertEqual([q.bcm_ipmc_bitmap_set(0, -1, [1]), q.bcm_ipmc_egress_port_set(0, 3, own, 0, 4095, 1),
+                          q.bcm_ipmc_egress_port_set(0, 3, own, 0, 20, 256), q.bcm_ipmc_egress_port_set(0, 99, own, 0, 20, 1)],
+                         [q.BCM_E_PARAM] * 3 + [q.BCM_E_PORT])
+        checked(q.bcm_ipmc_init, 0)
+        self.assertEqual(checked(q.bcm_ipmc_bitmap_get, 0, 5, OUT), [])
 
     def test_counters(self):
         self.add(self.ENTRY, group=5, port_tgid=1)

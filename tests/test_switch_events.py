@@ -5,7 +5,7 @@ import sys
 import unittest
 
 import QuorelApiNew as q
-from quorel import OUT, Chip, StatusError, callback, checked, events, sim
+from quorel import OUT, Chip, StatusError, array, callback, checked, events, sim
 
 A, B = '02:00:00:00:00:01', '02:00:00:00:00:02'
 DAMAGED, CORRECTED = q.bcmSwitchEventParityError, q.bcmSwitchEventParityCorrected
@@ -71,6 +71,42 @@ class SwitchEvents(sim.TestCase):
             'q.bcm_switch_event_control_set(0, q.bcmSwitchEventWatchdog, which, 1)',
             'q.bcm_switch_event_inject(0, q.bcmSwitchEventWatchdog, 1, 2, 3)'))], env=os.environ)
         self.assertEqual(text, 'unit 0: event Watchdog 1 2 3\n')
+
+    def test_full_tables(self):
+        """One that is refused is told of, with what it is one of."""
+        hop = checked(q.bcm_l3_egress_create, 0, 0, q.bcm_l3_egress_t(), OUT)
+        single, number = array('bcm_if_t', [hop]), q.intp()
+        host, route, hops = q.bcm_l3_host_t(l3a_intf=hop), q.bcm_l3_route_t(l3a_intf=hop, l3a_ip_mask=0xffffff00), q.bcm_l3_egress_t()
+        entry, label = q.bcm_ipmc_addr_t(mc_ip_addr=0xe1010101), q.bcm_mpls_tunnel_switch_t()
+
+        def station(n):
+            return q.bcm_l2_station_add(0, number, q.bcm_l2_station_t(dst_mac='02:00:00:00:%02x:%02x' % divmod(n, 256)))
+
+        def add_host(n):
+            host.l3a_ip_addr = n + 1
+            return q.bcm_l3_host_add(0, host)
+
+        def add_route(n):
+            route.l3a_subnet = n << 8
+            return q.bcm_l3_route_add(0, route)
+
+        def multicast(n):
+            entry.s_ip_addr = n + 1
+            return q.bcm_ipmc_add(0, entry, number)
+
+        def add_label(n):
+            label.label = n
+            return q.bcm_mpls_tunnel_switch_add(0, label)
+        for add, size, kind in (
+                (station, 512, q.bcmSwitchObjectL2StationMax),
+                (add_host, 65536, q.bcmSwitchObjectL3HostMax), (add_route, 524288, q.bcmSwitchObjectL3RouteIp4Max),
+                (lambda n: q.bcm_l3_egress_create(0, 0, hops, number), 65536 - 1, q.bcmSwitchObjectL3EgressMax),
+                (lambda n: q.bcm_l3_egress_multipath_create(0, 0, 1, single, number), 4096, q.bcmSwitchObjectEcmpGroupMax),
+                (multicast, 8192, q.bcmSwitchObjectIpmcEntryMax),
+                (lambda n: q.bcm_niv_port_add(0, q.bcm_niv_port_t()), 4096, q.bcmSwitchObjectVirtualPortMax),
+                (add_label, 16384, q.bcmSwitchObjectMplsLabelMax)):
+            self.assertEqual((set(add(n) for n in range(size)), self.seen()), ({0}, []), kind)
+            self.assertEqual((add(size), self.seen()), (q.BCM_E_FULL, [(q.bcmSwitchEventTableFull, kind, 0, 0)]))
 
     def test_a_damaged_entry_is_read(self):
         self.entry.VSI = 4

@@ -2,6 +2,7 @@
 import unittest
 
 import QuorelApiNew as q
+import rules
 from quorel import OUT, Chip, callback, checked, events, sim
 
 A, B = '02:00:00:00:00:01', '02:00:00:00:00:02'
@@ -82,6 +83,45 @@ class WarmBoot(sim.TestCase):
         with events(q.bcm_l2_addr_register, UNIT) as again:
             self.unit.arrive(4, sim.ethernet(A, '02:00:00:00:00:09'))
             self.assertEqual(len(again.waiting()), 1)
+
+    def registrations(self):
+        """Of all functions that register one of the caller's: (name, arguments, those of the one that takes it off)."""
+        values = dict(unit=UNIT, port=3, name='test', priority=10, cosq=2, flags=0, id=1, reg_default=0, user_data=None,
+                      userdata=None, cookie=None)
+        answered = set(row[0] for row in rules.report('answers.tsv') if row[2] != 'unavailable')
+        declared = dict((row[0], row) for row in rules.report('reference.tsv')
+                        if row[0] in answered and row[1] == 'function' and row[5].endswith('-> int'))
+        for name in sorted(declared):
+            off = name.replace('_register', '_unregister')
+            # What belongs to the process outlasts its units.
+            if off == name or off not in declared or name == 'bcm_attach_register':
+                continue
+            parameters = [row[6::4] for row in (declared[name], declared[off])]
+            kinds = dict(zip(declared[name][6::4], zip(declared[name][7::4], declared[name][8::4])))
+            given = dict(values)
+            for parameter, (kind, declared_type) in kinds.items():
+                if kind == 'callback':
+                    given[parameter] = callback(declared_type, lambda *_: None)
+            # Those of ports' callbacks that Python cannot make are those of PHYs, which it can.
+            if all(one in given for names in parameters for one in names):
+                yield name, off, [[given[one] for one in names] for names in parameters]
+
+    def test_no_function_is_left(self):
+        """Taking one off is refused as if it had never been there."""
+        seen = 0
+        for name, off, (registered, taken_off) in self.registrations():
+            self.unit.fresh()
+            checked(q.bcm_time_interface_add, UNIT, q.bcm_time_interface_t())
+            on, off = getattr(q, name), getattr(q, off)
+            refused = off(*taken_off)
+            self.assertNotEqual(refused, 0, name)
+            self.assertEqual([on(*registered), off(*taken_off)], [0, 0], name)
+            checked(q.bcm_switch_control_set, UNIT, q.bcmSwitchWarmBootSupport, 1)
+            checked(on, *registered)
+            self.again()
+            self.assertEqual(off(*taken_off), refused, name)
+            seen += 1
+        self.assertGreater(seen, 12)
 
     def test_from_within_its_own_callback(self):
         checked(q.bcm_switch_control_set, UNIT, q.bcmSwitchWarmBootSupport, 1)

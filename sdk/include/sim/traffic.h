@@ -62,7 +62,8 @@ int sim_l2_age_step(int unit);
  *      and bcmSwitchUnknownL3DestToCpu say.
  *      A multicast in the VLAN of an interface that has an entry (bcm_ipmc_add) is bridged, or goes to its group_l2, and
  *      copies leave in the VLANs of the interfaces of its group, with their source addresses and a TTL of one less:
- *      not in that which it came from, none whose TTL is at its end, no longer ones than the interface takes.
+ *      not in that which it came from, none whose TTL is at its end, no longer ones than the interface takes. Ports of
+ *      the group's line (bcm_ipmc_bitmap_set) send one each as bcm_ipmc_egress_port_set says.
  *   7. The destination address: its entry's port, trunk, CPU or group (a line of bcm_mcast_bitmap), or,
  *      without entry or with BCM_VLAN_L2_LOOKUP_DISABLE, the VLAN's members; without those that bcm_port_flood_block
  *      and bcm_vlan_block leave out, and none with BCM_VLAN_UNKNOWN_UCAST_DROP, bcmVlanMcastFloodNone or

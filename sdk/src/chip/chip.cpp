@@ -223,12 +223,11 @@ void Chip::start(Switch &)
     publish_control(unit, true);
 }
 
-void Chip::stop(Switch &)
+void Chip::stop(Switch &sw)
 {
     publish_control(unit, false);
     running = true;
-    stand_ins = {};
-    snoops.clear();
+    forget_functions(sw);
     scan_memories_every(0);
 }
 

@@ -51,6 +51,11 @@ public:
     void start(Switch &) override;
     /// The next unit finds a chip that runs and of which nobody is told.
     void stop(Switch &) override;
+    void forget_functions(Switch &) override
+    {
+        stand_ins = {};
+        snoops.clear();
+    }
 
     const int unit;
     bool running = true;

@@ -52,6 +52,7 @@ int sim_bcm_custom_register(int unit, bcm_custom_cb_t func, void *user_data)
     return begin(unit, given(func)).then([&](Switch &sw) {
         const Registration registration = {func, user_data};
         const std::string kept(reinterpret_cast<const char *>(&registration), sizeof registration);
+        rule_store_of(sw).keeps_functions(table);
         rule_store_of(sw).put(table, "", kept);
     });
 }

@@ -76,6 +76,13 @@ void Switch::stop()
     }
 }
 
+void Switch::forget_functions()
+{
+    for (RoomState *state : states_) {
+        state->forget_functions(*this);
+    }
+}
+
 void Switch::retire()
 {
     for (const std::unique_ptr<RoomState> &state : own_) {

@@ -53,6 +53,9 @@ public:
     /// The unit is about to be detached.
     virtual void stop(Switch &) {}
 
+    /// Who has used the unit is gone, while it goes on as it is: functions that were registered are not called any more.
+    virtual void forget_functions(Switch &) {}
+
     /// The unit is gone while functions still work on it: their loops come to an end, and nobody is told.
     virtual void retire() {}
 };
@@ -88,6 +91,7 @@ public:
 
     void start();
     void stop();
+    void forget_functions();
     void retire();
 
     const int unit;

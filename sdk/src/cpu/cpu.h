@@ -62,6 +62,12 @@ struct CpuState : RoomState {
 
     void start(Switch &sw) override { set_cpu_receiver(sw.unit, nullptr); }
     void stop(Switch &sw) override { set_cpu_receiver(sw.unit, nullptr); }
+    void forget_functions(Switch &sw) override
+    {
+        stop_reception();
+        callbacks.clear();
+        set_cpu_receiver(sw.unit, nullptr);
+    }
     void retire() override { reset(); }
 
     /// As it is when new: no reception, no callbacks.

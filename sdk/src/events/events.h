@@ -5,6 +5,7 @@
 #include "handler_list.h"
 #include "switch.h"
 
+#include <bcm/error.h>
 #include <bcm/switch.h>
 
 #include <array>
@@ -27,6 +28,7 @@ class EventState : public RoomState {
 public:
     static constexpr Room room = Room::events;
 
+    void forget_functions(Switch &) override { handlers.clear(); }
     void retire() override { handlers.clear(); }
 
     /// What is set for an event with that first argument, or else for all.
@@ -58,5 +60,17 @@ bool is_looked_at(Switch &sw, const Event &event);
 
 /// The event happens: who is told may have done anything, even had the unit detached.
 void raise(Switch &sw, const Event &event);
+
+/// A check for functions that enter objects of a kind: of BCM_E_FULL an event tells, when all else is done.
+inline auto tells_if_full(bcm_switch_object_t object)
+{
+    return [object](Switch &sw, auto next) -> int {
+        const int rc = next();
+        if (rc == BCM_E_FULL) {
+            raise(sw, {bcmSwitchEventTableFull, static_cast<uint32>(object)});
+        }
+        return rc;
+    };
+}
 
 }  // namespace sim

@@ -1,3 +1,4 @@
+#include "events.h"
 #include "field.h"
 #include "sim_field.h"
 
@@ -132,9 +133,8 @@ int sim_bcm_field_entry_copy_id(int unit, bcm_field_entry_t src_entry, bcm_field
 
 int sim_bcm_field_entry_install(int unit, bcm_field_entry_t entry)
 {
-    return begin(unit, ready<FieldState>, field_entry(entry)).then([&](FieldState &state, FieldEntry &found) {
-        return install_field(state, entry, found);
-    });
+    return begin(unit, ready<FieldState>, field_entry(entry), tells_if_full(bcmSwitchObjectFieldEntryMax))
+        .then([&](FieldState &state, FieldEntry &found) { return install_field(state, entry, found); });
 }
 
 int sim_bcm_field_entry_reinstall(int unit, bcm_field_entry_t entry)
@@ -152,28 +152,30 @@ int sim_bcm_field_entry_remove(int unit, bcm_field_entry_t entry)
 int sim_bcm_field_entry_operation(int unit, uint32 num_entries, bcm_field_entry_oper_t *entry_oper,
                                   uint32 *num_done)
 {
-    return begin(unit, ready<FieldState>, given(entry_oper, num_done)).then([&](FieldState &state) -> int {
-        *num_done = 0;
-        for (const bcm_field_entry_oper_t *step = entry_oper; step != entry_oper + num_entries; ++step) {
-            const auto found = state.entries.find(step->entry_id);
-            if (found == state.entries.end()) {
-                return BCM_E_NOT_FOUND;
+    return begin(unit, ready<FieldState>, given(entry_oper, num_done),
+                 tells_if_full(bcmSwitchObjectFieldEntryMax))
+        .then([&](FieldState &state) -> int {
+            *num_done = 0;
+            for (const bcm_field_entry_oper_t *step = entry_oper; step != entry_oper + num_entries; ++step) {
+                const auto found = state.entries.find(step->entry_id);
+                if (found == state.entries.end()) {
+                    return BCM_E_NOT_FOUND;
+                }
+                int status = BCM_E_NONE;
+                if (step->flags == BCM_FIELD_ENTRY_OPER_INSTALL) {
+                    status = install_field(state, found->first, found->second);
+                } else if (step->flags == BCM_FIELD_ENTRY_OPER_REMOVE) {
+                    remove_field(state, found->second);
+                } else {
+                    status = BCM_E_PARAM;
+                }
+                if (status != BCM_E_NONE) {
+                    return status;
+                }
+                ++*num_done;
             }
-            int status = BCM_E_NONE;
-            if (step->flags == BCM_FIELD_ENTRY_OPER_INSTALL) {
-                status = install_field(state, found->first, found->second);
-            } else if (step->flags == BCM_FIELD_ENTRY_OPER_REMOVE) {
-                remove_field(state, found->second);
-            } else {
-                status = BCM_E_PARAM;
-            }
-            if (status != BCM_E_NONE) {
-                return status;
-            }
-            ++*num_done;
-        }
-        return BCM_E_NONE;
-    });
+            return BCM_E_NONE;
+        });
 }
 
 int sim_bcm_field_entry_enable_set(int unit, bcm_field_entry_t entry, int enable)

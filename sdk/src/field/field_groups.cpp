@@ -1,3 +1,4 @@
+#include "events.h"
 #include "field.h"
 #include "rules.h"
 #include "sim_field.h"
@@ -444,7 +445,7 @@ int sim_bcm_field_group_enable_get(int unit, bcm_field_group_t group, int *enabl
 
 int sim_bcm_field_group_install(int unit, bcm_field_group_t group)
 {
-    return begin(unit, ready<FieldState>, field_group(group))
+    return begin(unit, ready<FieldState>, field_group(group), tells_if_full(bcmSwitchObjectFieldEntryMax))
         .then([&](FieldState &state, const FieldGroup &found) -> int {
             for (const auto &[id, entry] : found.entries) {
                 const int status = install_field(state, id, *entry);

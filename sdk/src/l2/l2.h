@@ -66,6 +66,8 @@ struct L2State : RoomState {
 
     explicit L2State(Switch &sw);
 
+    void forget_functions(Switch &) override { settings.subscribers.clear(); }
+
     /// Sweeps from now on whenever so many seconds have passed; 0: never.
     void age_every(int seconds);
 

@@ -1,5 +1,6 @@
 /// Stations: the destination addresses for which the switch itself is the receiver.
 #include "begin.h"
+#include "events.h"
 #include "l2.h"
 #include "sim_l2.h"
 
@@ -28,17 +29,18 @@ extern "C" {
 
 int sim_bcm_l2_station_add(int unit, int *station_id, bcm_l2_station_t *station)
 {
-    return begin(unit, ready<L2State>, given(station_id, station)).then([&](L2State &l2) {
-        // The two that say how to add are no property of the station.
-        constexpr uint32 how = BCM_L2_STATION_WITH_ID | BCM_L2_STATION_REPLACE;
-        bcm_l2_station_t stored = *station;
-        stored.flags &= ~how;
-        l2.stations_by_priority.reserve(l2.stations.capacity());
-        const int rc = l2.stations.create(stored, station->flags & BCM_L2_STATION_WITH_ID,
-                                          station->flags & BCM_L2_STATION_REPLACE, station_id);
-        l2.order_stations();
-        return rc;
-    });
+    return begin(unit, ready<L2State>, given(station_id, station), tells_if_full(bcmSwitchObjectL2StationMax))
+        .then([&](L2State &l2) {
+            // The two that say how to add are no property of the station.
+            constexpr uint32 how = BCM_L2_STATION_WITH_ID | BCM_L2_STATION_REPLACE;
+            bcm_l2_station_t stored = *station;
+            stored.flags &= ~how;
+            l2.stations_by_priority.reserve(l2.stations.capacity());
+            const int rc = l2.stations.create(stored, station->flags & BCM_L2_STATION_WITH_ID,
+                                              station->flags & BCM_L2_STATION_REPLACE, station_id);
+            l2.order_stations();
+            return rc;
+        });
 }
 
 int sim_bcm_l2_station_delete(int unit, int station_id)

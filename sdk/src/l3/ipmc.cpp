@@ -1,5 +1,6 @@
 /// Entries of routed multicasts, and what is counted of them.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "rule_store.h"
 #include "sim_ipmc.h"
@@ -23,18 +24,28 @@ constexpr auto ready_multicast = [](Switch &sw, auto next) -> int {
                                                     : static_cast<int>(BCM_E_INIT);
 };
 
-/// Whether nothing or all of it counts.
-bool is_whole(bcm_ip_t mask)
+constexpr IpAddress none = {};
+constexpr IpAddress whole4 = {0xffffffff00000000u, 0}, whole6 = {~std::uint64_t{0}, ~std::uint64_t{0}};
+
+IpAddress masked(const IpAddress &address, const IpAddress &mask)
 {
-    return mask == 0 || mask == 0xffffffff;
-}
-bool is_whole(const bcm_ip6_t &mask)
-{
-    return std::all_of(std::begin(mask), std::end(mask),
-                       [&](uint8 byte) { return byte == mask[0] && (byte == 0 || byte == 0xff); });
+    return {address.high & mask.high, address.low & mask.low};
 }
 
-/// BCM_E_PARAM; BCM_E_UNAVAIL: of addresses only parts count.
+/// Masks count if one of them is neither none nor whole; what has none is whole then, or any source.
+void put_masks(const IpAddress &source, const IpAddress &group, MulticastKey *key)
+{
+    const IpAddress &whole = key->is_ip6 ? whole6 : whole4;
+    const auto is_partial = [&](const IpAddress &mask) { return !(mask == none) && !(mask == whole); };
+    if (is_partial(source) || is_partial(group)) {
+        key->masks.source = source == none && !(key->source == none) ? whole : source;
+        key->masks.group = group == none ? whole : group;
+        key->source = masked(key->source, key->masks.source);
+        key->group = masked(key->group, key->masks.group);
+    }
+}
+
+/// BCM_E_PARAM
 int key_of(const Address &address, MulticastKey *key)
 {
     key->is_ip6 = address.flags & BCM_IPMC_IP6;
@@ -47,9 +58,12 @@ int key_of(const Address &address, MulticastKey *key)
         || (address.flags & ~known_flags) != 0) {
         return BCM_E_PARAM;
     }
-    const bool is_exact = key->is_ip6 ? is_whole(address.s_ip6_mask) && is_whole(address.mc_ip6_mask)
-                                      : is_whole(address.s_ip_mask) && is_whole(address.mc_ip_mask);
-    return is_exact ? static_cast<int>(BCM_E_NONE) : static_cast<int>(BCM_E_UNAVAIL);
+    if (key->is_ip6) {
+        put_masks(ip6_address(address.s_ip6_mask), ip6_address(address.mc_ip6_mask), key);
+    } else {
+        put_masks(ip4_address(address.s_ip_mask), ip4_address(address.mc_ip_mask), key);
+    }
+    return BCM_E_NONE;
 }
 
 Address record_of(const MulticastEntry &entry)
@@ -93,6 +107,16 @@ int enter(L3Multicast &multicast, const MulticastKey &key, const Address &addres
     }
     *index = place;
     return BCM_E_NONE;
+}
+
+/// The number of a line: BCM_E_PARAM.
+auto line(int index)
+{
+    return [index](Switch &, auto next) -> int {
+        constexpr bcm_multicast_t lines = 65536;
+        bcm_multicast_t number = index;
+        return number >= 0 && number < lines ? next(number) : static_cast<int>(BCM_E_PARAM);
+    };
 }
 
 /// visit(place, entry) for each of a version of IP that is there at its turn; it may change the table in any way.
@@ -146,13 +170,14 @@ int sim_bcm_ipmc_enable(int unit, int enable)
 
 int sim_bcm_ipmc_add(int unit, bcm_ipmc_addr_t *ipmc, int *index)
 {
-    return begin(unit, ready_multicast, given(index)).then([&](Switch &sw, L3Multicast &) {
-        const int rc = with_key(unit, ipmc, [&](L3Multicast &multicast, const MulticastKey &key) {
-            return enter(multicast, key, *ipmc, index);
+    return begin(unit, ready_multicast, given(index), tells_if_full(bcmSwitchObjectIpmcEntryMax))
+        .then([&](Switch &sw, L3Multicast &) {
+            const int rc = with_key(unit, ipmc, [&](L3Multicast &multicast, const MulticastKey &key) {
+                return enter(multicast, key, *ipmc, index);
+            });
+            l3_of(sw).change_addresses();
+            return rc;
         });
-        l3_of(sw).change_addresses();
-        return rc;
-    });
 }
 
 int sim_bcm_ipmc_find(int unit, bcm_ipmc_addr_t *ipmc, int *index)
@@ -243,6 +268,74 @@ int sim_bcm_ipmc_traverse(int unit, uint32 flags, bcm_ipmc_traverse_cb cb, void 
             entry.hit = entry.hit && !(flags & BCM_IPMC_HIT_CLEAR);
             return cb(unit, &copy, user_data);
         });
+    });
+}
+
+int sim_bcm_ipmc_egress_port_set(int unit, bcm_port_t port, bcm_mac_t mac, int untag, bcm_vlan_t vid,
+                                 int ttl_threshold)
+{
+    return begin(unit, ready_multicast, given(mac), own_port(port))
+        .then([&](L3Multicast &multicast, int own) -> int {
+            constexpr int ttl_max = 255;
+            if ((vid != 0 && !VlanTable::valid(vid)) || ttl_threshold < 0 || ttl_threshold > ttl_max) {
+                return BCM_E_PARAM;
+            }
+            MulticastSending &sending = multicast.sending[static_cast<std::size_t>(own)];
+            std::copy(mac, mac + sizeof sending.mac, sending.mac);
+            sending.vid = vid;
+            sending.is_untagged = untag != 0;
+            sending.ttl = ttl_threshold;
+            multicast.touch();
+            return BCM_E_NONE;
+        });
+}
+
+int sim_bcm_ipmc_egress_port_get(int unit, bcm_port_t port, bcm_mac_t mac, int *untag, bcm_vlan_t *vid,
+                                 int *ttl_threshold)
+{
+    return begin(unit, ready_multicast, given(mac, untag, vid, ttl_threshold), own_port(port))
+        .then([&](L3Multicast &multicast, int own) {
+            const MulticastSending &sending = multicast.sending[static_cast<std::size_t>(own)];
+            std::copy(std::begin(sending.mac), std::end(sending.mac), mac);
+            *untag = sending.is_untagged;
+            *vid = sending.vid;
+            *ttl_threshold = sending.ttl;
+        });
+}
+
+int sim_bcm_ipmc_bitmap_set(int unit, int mc_index, bcm_pbmp_t pbmp)
+{
+    return begin(unit, ready_multicast, line(mc_index)).then([&](L3Multicast &multicast, bcm_multicast_t of) {
+        const PortSet ports(pbmp);
+        if (ports.empty()) {
+            multicast.lines.erase(of);
+        } else {
+            multicast.lines[of] = ports;
+        }
+        multicast.touch();
+    });
+}
+
+int sim_bcm_ipmc_bitmap_get(int unit, int mc_index, bcm_pbmp_t *pbmp)
+{
+    return begin(unit, ready_multicast, given(pbmp), line(mc_index))
+        .then([&](L3Multicast &multicast, bcm_multicast_t of) {
+            BCM_PBMP_CLEAR(*pbmp);
+            const auto found = multicast.lines.find(of);
+            if (found != multicast.lines.end()) {
+                found->second.each([&](int port) { BCM_PBMP_PORT_ADD(*pbmp, port); });
+            }
+        });
+}
+
+int sim_bcm_ipmc_bitmap_del(int unit, int mc_index, bcm_pbmp_t pbmp)
+{
+    return begin(unit, ready_multicast, line(mc_index)).then([&](L3Multicast &multicast, bcm_multicast_t of) {
+        const auto found = multicast.lines.find(of);
+        if (found != multicast.lines.end()) {
+            found->second = found->second - PortSet(pbmp);
+            multicast.touch();
+        }
     });
 }
 

@@ -1,5 +1,6 @@
 /// Egress objects.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "l3_way.h"
 #include "record_bytes.h"
@@ -85,9 +86,8 @@ extern "C" {
 
 int sim_bcm_l3_egress_create(int unit, uint32 flags, bcm_l3_egress_t *egr, bcm_if_t *if_id)
 {
-    return begin(unit, ready<L3State>, given(egr, if_id)).then([&](L3State &l3) {
-        return create(l3, flags, *egr, if_id);
-    });
+    return begin(unit, ready<L3State>, given(egr, if_id), tells_if_full(bcmSwitchObjectL3EgressMax))
+        .then([&](L3State &l3) { return create(l3, flags, *egr, if_id); });
 }
 
 int sim_bcm_l3_egress_destroy(int unit, bcm_if_t intf)

@@ -2,6 +2,7 @@
 #include "l3_group.h"
 
 #include "begin.h"
+#include "events.h"
 #include "sim_l3.h"
 
 #include <algorithm>
@@ -285,22 +286,23 @@ std::vector<bcm_if_t> ids_of(const Members &members)
 
 int create_by_ids(int unit, uint32 flags, int max_paths, int count, bcm_if_t *ids, bcm_if_t *id)
 {
-    return begin(unit, ready<L3State>, given(id)).then([&](L3State &l3) -> int {
-        Members members;
-        if ((flags & ~(BCM_L3_WITH_ID | BCM_L3_REPLACE)) != 0
-            || members_of(count, ids, &members) != BCM_E_NONE) {
-            return BCM_E_PARAM;
-        }
-        bcm_l3_egress_ecmp_t record = {};
-        record.ecmp_intf = *id;
-        record.max_paths = max_paths;
-        const int rc =
-            create(l3, flags & BCM_L3_WITH_ID, flags & BCM_L3_REPLACE, &record, std::move(members));
-        if (rc == BCM_E_NONE) {
-            *id = record.ecmp_intf;
-        }
-        return rc;
-    });
+    return begin(unit, ready<L3State>, given(id), tells_if_full(bcmSwitchObjectEcmpGroupMax))
+        .then([&](L3State &l3) -> int {
+            Members members;
+            if ((flags & ~(BCM_L3_WITH_ID | BCM_L3_REPLACE)) != 0
+                || members_of(count, ids, &members) != BCM_E_NONE) {
+                return BCM_E_PARAM;
+            }
+            bcm_l3_egress_ecmp_t record = {};
+            record.ecmp_intf = *id;
+            record.max_paths = max_paths;
+            const int rc =
+                create(l3, flags & BCM_L3_WITH_ID, flags & BCM_L3_REPLACE, &record, std::move(members));
+            if (rc == BCM_E_NONE) {
+                *id = record.ecmp_intf;
+            }
+            return rc;
+        });
 }
 
 }  // namespace
@@ -366,15 +368,16 @@ int sim_bcm_l3_egress_multipath_traverse(int unit, bcm_l3_egress_multipath_trave
 
 int sim_bcm_l3_egress_ecmp_create(int unit, bcm_l3_egress_ecmp_t *ecmp, int intf_count, bcm_if_t *intf_array)
 {
-    return begin(unit, ready<L3State>, given(ecmp)).then([&](L3State &l3) -> int {
-        Members members;
-        if ((ecmp->flags & ~(BCM_L3_WITH_ID | BCM_L3_REPLACE)) != 0
-            || members_of(intf_count, intf_array, &members) != BCM_E_NONE) {
-            return BCM_E_PARAM;
-        }
-        return create(l3, ecmp->flags & BCM_L3_WITH_ID, ecmp->flags & BCM_L3_REPLACE, ecmp,
-                      std::move(members));
-    });
+    return begin(unit, ready<L3State>, given(ecmp), tells_if_full(bcmSwitchObjectEcmpGroupMax))
+        .then([&](L3State &l3) -> int {
+            Members members;
+            if ((ecmp->flags & ~(BCM_L3_WITH_ID | BCM_L3_REPLACE)) != 0
+                || members_of(intf_count, intf_array, &members) != BCM_E_NONE) {
+                return BCM_E_PARAM;
+            }
+            return create(l3, ecmp->flags & BCM_L3_WITH_ID, ecmp->flags & BCM_L3_REPLACE, ecmp,
+                          std::move(members));
+        });
 }
 
 int sim_bcm_l3_egress_ecmp_destroy(int unit, bcm_l3_egress_ecmp_t *ecmp)
@@ -425,15 +428,16 @@ int sim_bcm_l3_egress_ecmp_traverse(int unit, bcm_l3_egress_ecmp_traverse_cb tra
 int sim_bcm_l3_ecmp_create(int unit, uint32 options, bcm_l3_egress_ecmp_t *ecmp_info, int ecmp_member_count,
                            bcm_l3_ecmp_member_t *ecmp_member_array)
 {
-    return begin(unit, ready<L3State>, given(ecmp_info)).then([&](L3State &l3) -> int {
-        Members members;
-        if ((options & ~uint32{BCM_L3_ECMP_O_CREATE_WITH_ID | BCM_L3_ECMP_O_REPLACE}) != 0
-            || members_of(ecmp_member_count, ecmp_member_array, &members) != BCM_E_NONE) {
-            return BCM_E_PARAM;
-        }
-        return create(l3, options & BCM_L3_ECMP_O_CREATE_WITH_ID, options & BCM_L3_ECMP_O_REPLACE, ecmp_info,
-                      std::move(members));
-    });
+    return begin(unit, ready<L3State>, given(ecmp_info), tells_if_full(bcmSwitchObjectEcmpGroupMax))
+        .then([&](L3State &l3) -> int {
+            Members members;
+            if ((options & ~uint32{BCM_L3_ECMP_O_CREATE_WITH_ID | BCM_L3_ECMP_O_REPLACE}) != 0
+                || members_of(ecmp_member_count, ecmp_member_array, &members) != BCM_E_NONE) {
+                return BCM_E_PARAM;
+            }
+            return create(l3, options & BCM_L3_ECMP_O_CREATE_WITH_ID, options & BCM_L3_ECMP_O_REPLACE,
+                          ecmp_info, std::move(members));
+        });
 }
 
 int sim_bcm_l3_ecmp_destroy(int unit, bcm_if_t ecmp_group_id)

@@ -1,5 +1,6 @@
 /// Hosts: single addresses.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "l3_way.h"
 #include "record_bytes.h"
@@ -135,7 +136,8 @@ extern "C" {
 
 int sim_bcm_l3_host_add(int unit, bcm_l3_host_t *info)
 {
-    return begin(unit, ready<L3State>, given(info)).then([&](L3State &l3) { return add(l3, *info); });
+    return begin(unit, ready<L3State>, given(info), tells_if_full(bcmSwitchObjectL3HostMax))
+        .then([&](L3State &l3) { return add(l3, *info); });
 }
 
 int sim_bcm_l3_host_find(int unit, bcm_l3_host_t *info)

@@ -1,5 +1,6 @@
 /// Router interfaces.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "l3_way.h"
 #include "sim_l3.h"
@@ -79,9 +80,8 @@ extern "C" {
 
 int sim_bcm_l3_intf_create(int unit, bcm_l3_intf_t *intf)
 {
-    return begin(unit, ready<L3State>, given(intf)).then([&](Switch &sw, L3State &l3) {
-        return create(sw, l3, intf);
-    });
+    return begin(unit, ready<L3State>, given(intf), tells_if_full(bcmSwitchObjectL3InterfaceMax))
+        .then([&](Switch &sw, L3State &l3) { return create(sw, l3, intf); });
 }
 
 int sim_bcm_l3_intf_delete(int unit, bcm_l3_intf_t *intf)

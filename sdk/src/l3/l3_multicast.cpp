@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 namespace sim {
@@ -15,6 +16,20 @@ constexpr const char *interfaces_table = "bcm_ipmc_egress_intf";
 constexpr const char *member_tables[] = {"bcm_multicast_egress", "bcm_multicast_ingress"};
 constexpr const char *encapsulations_table = "bcm_multicast_encap";
 constexpr const char *routed_encapsulation = "bcm_multicast_l3_encap_get";
+constexpr const char *ranges_table = "bcm_ipmc_range";
+constexpr const char *rendezvous_table = "bcm_ipmc_rp_intf";
+
+/// What a range is known by, as its key has it.
+struct RangeKey {
+    uint32 flags;
+    bcm_ip_t group, mask;
+    bcm_ip6_t group6, mask6;
+};
+
+IpAddress both(const IpAddress &a, const IpAddress &b)
+{
+    return {a.high & b.high, a.low & b.low};
+}
 
 /// The number that stands at that place among the keys or values of a record.
 std::int32_t number_in(const std::string &bytes, std::size_t place)
@@ -45,9 +60,8 @@ void add_place(const Destination &to, PortSet *ports, std::vector<bcm_trunk_t> *
     }
 }
 
-void add_copy(L3Objects &objects, const Destination &to, bcm_if_t interface, MulticastMembers *members)
+void add_copy(const L3Interface *object, const Destination &to, MulticastMembers *members)
 {
-    const L3Interface *object = objects.interface(interface);
     if (object == nullptr) {
         return;
     }
@@ -71,6 +85,11 @@ std::size_t L3Multicast::Hash::operator()(const MulticastKey &key) const
     std::uint64_t hash = (key.source.high ^ key.source.low * odd) * odd;
     hash = (hash ^ hash >> 32 ^ key.group.high) * odd;
     hash = (hash ^ hash >> 32 ^ key.group.low) * odd;
+    if (key.is_masked()) {
+        const MulticastMasks &masks = key.masks;
+        hash = (hash ^ masks.source.high ^ masks.source.low) * odd;
+        hash = (hash ^ hash >> 32 ^ masks.group.high ^ masks.group.low) * odd;
+    }
     hash =
         (hash ^ hash >> 32 ^ (static_cast<std::uint64_t>(key.vrf) << 17 | key.vid << 1 | key.is_ip6)) * odd;
     return static_cast<std::size_t>(hash >> 32);
@@ -79,7 +98,8 @@ std::size_t L3Multicast::Hash::operator()(const MulticastKey &key) const
 L3Multicast::L3Multicast(Switch &sw)
 {
     const auto changed = [](void *datum) { static_cast<L3Multicast *>(datum)->touch(); };
-    for (const char *table : {interfaces_table, member_tables[0], member_tables[1], encapsulations_table}) {
+    for (const char *table : {interfaces_table, member_tables[0], member_tables[1], encapsulations_table,
+                              ranges_table, rendezvous_table}) {
         rule_store_of(sw).watch(table, changed, this);
     }
 }
@@ -104,17 +124,59 @@ MulticastEntry *L3Multicast::at(int index)
 
 MulticastEntry *L3Multicast::for_packet(MulticastKey key)
 {
-    const bcm_vlan_t vid = key.vid;
+    const MulticastKey of_packet = key;
     for (const IpAddress &source : {key.source, IpAddress()}) {
         key.source = source;
-        for (const bcm_vlan_t of : {vid, bcm_vlan_t{0}}) {
+        for (const bcm_vlan_t of : {of_packet.vid, bcm_vlan_t{0}}) {
             key.vid = of;
             if (MulticastEntry *entry = find(key)) {
                 return entry;
             }
         }
     }
-    return nullptr;
+    return masked_.empty() ? nullptr : masked_for_packet(of_packet);
+}
+
+MulticastEntry *L3Multicast::masked_for_packet(const MulticastKey &of_packet)
+{
+    int best_place = 0;
+    MulticastEntry *best = nullptr;
+    for (const Masked &masked : masked_) {
+        if (masked.is_ip6 != of_packet.is_ip6) {
+            continue;
+        }
+        MulticastKey key = of_packet;
+        key.masks = masked.masks;
+        key.source = both(key.source, key.masks.source);
+        key.group = both(key.group, key.masks.group);
+        for (const bcm_vlan_t of : {of_packet.vid, bcm_vlan_t{0}}) {
+            key.vid = of;
+            int place = 0;
+            MulticastEntry *entry = find(key, &place);
+            if (entry != nullptr
+                && (best == nullptr || entry->record.priority > best->record.priority
+                    || (entry->record.priority == best->record.priority && place < best_place))) {
+                best = entry;
+                best_place = place;
+            }
+        }
+    }
+    return best;
+}
+
+void L3Multicast::count_masked(const MulticastKey &key, std::size_t more)
+{
+    if (!key.is_masked()) {
+        return;
+    }
+    const auto found = std::find_if(masked_.begin(), masked_.end(), [&](const Masked &one) {
+        return one.masks == key.masks && one.is_ip6 == key.is_ip6;
+    });
+    if (found == masked_.end()) {
+        masked_.push_back({key.masks, key.is_ip6, more});
+    } else if ((found->count += more) == 0) {
+        masked_.erase(found);
+    }
 }
 
 int L3Multicast::add(const MulticastEntry &entry)
@@ -129,7 +191,9 @@ int L3Multicast::add(const MulticastEntry &entry)
     const auto place = entries_.emplace(index, entry).first;
     try {
         index_.emplace(entry.key, index);
+        count_masked(entry.key, 1);
     } catch (...) {
+        index_.erase(entry.key);
         entries_.erase(place);
         throw;
     }
@@ -139,6 +203,8 @@ int L3Multicast::add(const MulticastEntry &entry)
 void L3Multicast::remove(int index)
 {
     const auto found = entries_.find(index);
+    constexpr auto one_less = static_cast<std::size_t>(-1);
+    count_masked(found->second.key, one_less);
     index_.erase(found->second.key);
     entries_.erase(found);
 }
@@ -147,8 +213,12 @@ void L3Multicast::clear()
 {
     entries_.clear();
     index_.clear();
+    masked_.clear();
     is_enabled = true;
     counters = {};
+    lines.clear();
+    sending = {};
+    touch();
 }
 
 const MulticastMembers &L3Multicast::members_of(Switch &sw, bcm_multicast_t group)
@@ -161,14 +231,72 @@ const MulticastMembers &L3Multicast::members_of(Switch &sw, bcm_multicast_t grou
     return found != members_.end() ? found->second : none;
 }
 
+bool L3Multicast::is_shared(Switch &sw, const IpAddress &group, bool is_ip6)
+{
+    if (!is_worked_out_) {
+        work_out(sw);
+    }
+    return std::any_of(ranges_.begin(), ranges_.end(), [&](const Range &range) {
+        return range.is_ip6 == is_ip6 && both(group, range.mask) == range.group;
+    });
+}
+
+bool L3Multicast::leads_to(Switch &sw, int rendezvous_point, bcm_if_t interface)
+{
+    if (!is_worked_out_) {
+        work_out(sw);
+    }
+    return rendezvous_interfaces_.count({rendezvous_point, interface}) != 0;
+}
+
+void L3Multicast::work_out_lines()
+{
+    sending_interfaces_.clear();
+    for (const auto &[group, ports] : lines) {
+        MulticastMembers &members = members_[group];
+        ports.each([&](int port) {
+            const MulticastSending &how = sending[static_cast<std::size_t>(port)];
+            if (how.vid == 0) {
+                return;
+            }
+            bcm_l3_intf_t &record = sending_interfaces_[port].record;
+            std::copy(std::begin(how.mac), std::end(how.mac), record.l3a_mac_addr);
+            record.l3a_vid = how.vid;
+            record.l3a_ttl = how.ttl - 1;
+            const std::size_t known = members.routed.size();
+            add_copy(&sending_interfaces_[port], {Destination::Kind::port, own_module, port}, &members);
+            if (members.routed.size() > known) {
+                members.routed.back().tag = how.is_untagged ? MulticastTag::never : MulticastTag::always;
+            }
+        });
+    }
+}
+
+void L3Multicast::work_out_ranges(const RuleStore &store)
+{
+    ranges_.clear();
+    for (const auto &[key, value] : store.records(ranges_table)) {
+        RangeKey range;
+        std::memcpy(&range, key.data(), sizeof range);
+        const bool is_ip6 = range.flags & BCM_IPMC_IP6;
+        const IpAddress mask = is_ip6 ? ip6_address(range.mask6) : ip4_address(range.mask);
+        ranges_.push_back(
+            {both(is_ip6 ? ip6_address(range.group6) : ip4_address(range.group), mask), mask, is_ip6});
+    }
+    rendezvous_interfaces_.clear();
+    for (const auto &[key, value] : store.records(rendezvous_table)) {
+        rendezvous_interfaces_.emplace(number_in(key, 0), number_in(key, 1));
+    }
+}
+
 void L3Multicast::work_out(Switch &sw)
 {
     const RuleStore &store = rule_store_of(sw);
     L3Objects &objects = l3_of(sw).objects;
     members_.clear();
     for (const auto &[key, value] : store.records(interfaces_table)) {
-        add_copy(objects, {Destination::Kind::port, own_module, number_in(key, 1)}, number_in(key, 2),
-                 &members_[number_in(key, 0)]);
+        add_copy(objects.interface(number_in(key, 2)),
+                 {Destination::Kind::port, own_module, number_in(key, 1)}, &members_[number_in(key, 0)]);
     }
     for (const char *table : member_tables) {
         for (const auto &[key, value] : store.records(table)) {
@@ -179,12 +307,14 @@ void L3Multicast::work_out(Switch &sw)
             MulticastMembers &members = members_[number_in(key, 0)];
             const bcm_if_t interface = interface_of(store, key);
             if (interface != 0) {
-                add_copy(objects, to, interface, &members);
+                add_copy(objects.interface(interface), to, &members);
             } else if (is_own_port(to)) {
                 members.bridged.add(to.id);
             }
         }
     }
+    work_out_lines();
+    work_out_ranges(store);
     is_worked_out_ = true;
 }
 

@@ -1,5 +1,6 @@
 /// Routes: networks and the ways to them.
 #include "begin.h"
+#include "events.h"
 #include "l3.h"
 #include "l3_way.h"
 #include "record_bytes.h"
@@ -177,7 +178,11 @@ extern "C" {
 
 int sim_bcm_l3_route_add(int unit, bcm_l3_route_t *info)
 {
-    return begin(unit, ready<L3State>, given(info)).then([&](L3State &l3) { return add(l3, *info); });
+    const bool is_ip6 = info != nullptr && (info->l3a_flags & BCM_L3_IP6) != 0;
+    const auto object = is_ip6 ? bcmSwitchObjectL3RouteIp6Max : bcmSwitchObjectL3RouteIp4Max;
+    return begin(unit, ready<L3State>, given(info), tells_if_full(object)).then([&](L3State &l3) {
+        return add(l3, *info);
+    });
 }
 
 int sim_bcm_l3_route_delete(int unit, bcm_l3_route_t *info)

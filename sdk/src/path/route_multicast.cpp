@@ -27,9 +27,14 @@ bool read_multicast(const Passage &passage, IpHeader &header)
 }
 
 /// Whether it came in where the entry says that it has to.
-bool is_expected(Passage &passage, const bcm_ipmc_addr_t &entry, L3State &l3, const L3Interface *interface)
+bool is_expected(Passage &passage, const bcm_ipmc_addr_t &entry, L3State &l3, const L3Interface *interface,
+                 const IpHeader &header)
 {
-    if (entry.ing_intf != 0 && l3.objects.interface(entry.ing_intf) != interface) {
+    if (entry.rp_id != 0 && l3.multicast.is_shared(passage.sw, header.to, header.is_ip6)) {
+        if (!l3.multicast.leads_to(passage.sw, entry.rp_id, interface->record.l3a_intf_id)) {
+            return false;
+        }
+    } else if (entry.ing_intf != 0 && l3.objects.interface(entry.ing_intf) != interface) {
         return false;
     }
     Destination from;
@@ -85,6 +90,18 @@ void send_copies(Passage &passage, const RoutedCopies &copies, L3Multicast &mult
     }
     routed.vid = copies.hop.interface->record.l3a_vid;
     routed.find_vlan();
+    Vlan as_ports_say;
+    if (copies.tag != MulticastTag::as_vlan_says) {
+        as_ports_say.exists = true;
+        as_ports_say.members = routed.vlan->members;
+        as_ports_say.group = routed.vlan->group;
+        copies.ports.each([&](int port) {
+            if (copies.tag == MulticastTag::never) {
+                BCM_PBMP_PORT_ADD(as_ports_say.untagged, port);
+            }
+        });
+        routed.vlan = &as_ports_say;
+    }
     routed.hop = &copies.hop;
     routed.is_for_many = true;
     routed.member_index = &bcm_trunk_info_t::mc_index;
@@ -154,7 +171,7 @@ void send_copies(Passage &passage, const RoutedCopies &copies, L3Multicast &mult
     if (entry == nullptr) {
         return go_on(counters.no_entry_packets, "no entry, bridged only");
     }
-    if (!is_expected(passage, entry->record, l3, interface)) {
+    if (!is_expected(passage, entry->record, l3, interface, header)) {
         return go_on(counters.wrong_interface_packets, "came in where it is not to, bridged only");
     }
     entry->hit = true;

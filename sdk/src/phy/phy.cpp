@@ -80,6 +80,14 @@ void PhyUnit::stop(Switch &sw)
     joined_.each([&](int port) { tell_partner(*this, port); });
 }
 
+void PhyUnit::forget_functions(Switch &)
+{
+    for (PhyPort &port : all()) {
+        port.watchers.clear();
+        port.own_reset = port.default_reset = ResetFunction();
+    }
+}
+
 void PhyUnit::touch_partner(int port)
 {
     const CableEnd partner = *ports_[static_cast<std::size_t>(port)].cable.partner;

@@ -28,6 +28,7 @@ public:
     /// All PHYs as they are when new.
     void start(Switch &sw) override;
     void stop(Switch &sw) override;
+    void forget_functions(Switch &) override;
 
     PhyTables &tables;
     std::map<int, std::array<uint16, 256>> shared_registers;  ///< by the first port of the PHY chip

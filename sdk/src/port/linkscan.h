@@ -37,6 +37,14 @@ struct LinkScan {
     std::array<WatchedLink, port_max + 1> ports;
     HandlerList<bcm_linkscan_handler_t> handlers;
 
+    void forget_functions()
+    {
+        handlers.clear();
+        for (WatchedLink &link : ports) {
+            link.handlers.clear();
+        }
+    }
+
     WatchedLink &of(int port) { return ports[static_cast<std::size_t>(port)]; }
 };
 

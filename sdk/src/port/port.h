@@ -73,6 +73,7 @@ struct PortState : RoomState {
     /// Settings of ports as they are when new.
     void reset();
 
+    void forget_functions(Switch &) override { links.forget_functions(); }
     void retire() override { links.next.reset(); }
 
     std::array<Port, port_max + 1> ports;

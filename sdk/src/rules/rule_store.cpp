@@ -193,6 +193,22 @@ void RuleStore::erase_all(const rules::Table &table, const Meant &meant)
     }
 }
 
+void RuleStore::keeps_functions(const rules::Table &table)
+{
+    Kept &kept = tables_[table.name];
+    kept.table = &table;
+    kept.has_functions = true;
+}
+
+void RuleStore::forget_functions()
+{
+    for (auto &[name, kept] : tables_) {
+        if (kept.has_functions) {
+            erase_all(*kept.table, [](const std::string &, const std::string &) { return true; });
+        }
+    }
+}
+
 void RuleStore::watch(const std::string &table, void (*changed)(void *datum), void *datum)
 {
     Kept &kept = tables_[table];

@@ -45,6 +45,11 @@ public:
     /// Erases all records that are meant, and what they own.
     void erase_all(const rules::Table &table, const Meant &meant);
 
+    /// The table's records have functions of the SDK's caller.
+    void keeps_functions(const rules::Table &table);
+    /// Erases them.
+    void forget_functions();
+
     /// The numbers that keys end in, of `size` bytes each: ids of objects.
     std::set<std::int32_t> ids(const std::string &table, std::size_t size) const;
 
@@ -68,6 +73,7 @@ private:
         std::map<std::string, int> uses;         // of records, by key
         void (*changed)(void *datum) = nullptr;  // of who acts by them
         void *datum = nullptr;
+        bool has_functions = false;
 
         void tell() const
         {
@@ -89,6 +95,8 @@ private:
 
 struct RuleState : RoomState {
     static constexpr Room room = Room::rules;
+
+    void forget_functions(Switch &) override { store.forget_functions(); }
 
     RuleStore store;
 };

@@ -1,6 +1,8 @@
 /// What is known of a table that functions are answered from by rule: generated from the interface files.
 #pragma once
 
+#include <bcm/switch_object.h>
+
 #include <climits>
 #include <cstddef>
 
@@ -28,13 +30,15 @@ struct Reference : Part {
 };
 
 struct Table {
+    static constexpr int no_object = -1;
+
     constexpr Table(const char *table_name, const char *module_name) : name(table_name), module(module_name)
     {
     }
     constexpr Table(const char *table_name, const char *module_name, int lowest_id, int record_max,
                     const Reference *all_references, std::size_t number_of_references,
                     const char *owned_tables, const Part *unique_parts = nullptr,
-                    std::size_t number_of_unique = 0)
+                    std::size_t number_of_unique = 0, int kind_of_object = no_object)
         : name(table_name),
           module(module_name),
           first_id(lowest_id),
@@ -43,7 +47,8 @@ struct Table {
           reference_count(number_of_references),
           owned(owned_tables),
           unique(unique_parts),
-          unique_count(number_of_unique)
+          unique_count(number_of_unique),
+          object(kind_of_object)
     {
     }
 
@@ -56,6 +61,7 @@ struct Table {
     const char *owned = "";  ///< tables, with spaces between, whose records go with the one they refer to
     const Part *unique = nullptr;  ///< what no two records have alike, all of it
     std::size_t unique_count = 0;
+    int object = no_object;  ///< what an event names if there is no room: a bcm_switch_object_t
 };
 
 }  // namespace rules

@@ -1,6 +1,7 @@
 #include "rules.h"
 
 #include "begin.h"
+#include "events.h"
 #include "gport.h"
 #include "rule_store.h"
 
@@ -95,17 +96,29 @@ auto entry_of(const Table &table, Arguments arguments, bool arrays_are_wrong = f
         if (!store.is_initialised(table.module)) {
             return BCM_E_INIT;
         }
+        bool has_functions = false;
         for (const Argument &argument : arguments) {
             if (argument.from == nullptr || argument.role == Argument::Role::refused) {
                 return BCM_E_PARAM;
             }
+            has_functions = has_functions || argument.is_function;
         }
         if (arrays_are_wrong) {
             return BCM_E_PARAM;
         }
         std::string key;
-        const int rc = key_of(sw, arguments, &key);
-        return rc != BCM_E_NONE ? rc : next(store, key);
+        int rc = key_of(sw, arguments, &key);
+        if (rc != BCM_E_NONE) {
+            return rc;
+        }
+        if (has_functions) {
+            store.keeps_functions(table);
+        }
+        rc = next(store, key);
+        if (rc == BCM_E_FULL && table.object != Table::no_object) {
+            raise(sw, {bcmSwitchEventTableFull, static_cast<uint32>(table.object)});
+        }
+        return rc;
     };
 }
 

@@ -30,6 +30,7 @@ struct Argument {
     const char *table = nullptr;  ///< of a number of records
     std::size_t offset = 0;       ///< of what records are chosen by, in their value
     bool (*exists)(sim::Switch &, const void *gport) = nullptr;  ///< of a gport that names an object
+    bool is_function = false;
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -90,13 +91,25 @@ Argument given(const T &object)
 template <class T>
 Argument callback(T *const &function)
 {
-    return {Argument::Role::key, sizeof function, function != nullptr ? &function : nullptr};
+    return {Argument::Role::key,
+            sizeof function,
+            function != nullptr ? &function : nullptr,
+            nullptr,
+            nullptr,
+            0,
+            true};
 }
 
 template <class T>
 Argument given_callback(T *const &function)
 {
-    return {Argument::Role::given, sizeof function, function != nullptr ? &function : nullptr};
+    return {Argument::Role::given,
+            sizeof function,
+            function != nullptr ? &function : nullptr,
+            nullptr,
+            nullptr,
+            0,
+            true};
 }
 
 /// Part of the value, to be written.
