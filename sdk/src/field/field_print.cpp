@@ -91,8 +91,9 @@ void print_entry(const FieldState &state, const Lines &lines, bcm_field_entry_t 
     lines.print(1, "entry " + std::to_string(id) + ": priority " + std::to_string(entry.priority)
                        + (entry.installed != nullptr ? ", installed" : ", not installed")
                        + (entry.is_enabled ? "" : ", disabled"));
-    for (const auto &[qualifier, values] : entry.qualifiers) {
-        lines.print(2, field_qualifier_name(qualifier) + values_text(values));
+    for (const auto &[subject, values] : entry.qualifiers) {
+        const std::string of = subject.of.empty() ? "" : " of 0x" + hexadecimal(subject.of);
+        lines.print(2, field_qualifier_name(subject.qualifier) + of + values_text(values));
     }
     for (const auto &[key, inverted] : entry.ranges) {
         lines.print(2, field_qualifier_name(key.first) + (inverted != 0 ? " not in" : " in") + " range "

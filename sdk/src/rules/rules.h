@@ -29,8 +29,8 @@ struct Argument {
     void *to = nullptr;           ///< of a result, what `from` is
     const char *table = nullptr;  ///< of a number of records
     std::size_t offset = 0;       ///< of what records are chosen by, in their value
-    bool (*exists)(sim::Switch &, const void *gport) = nullptr;  ///< of a gport that names an object
     bool is_function = false;
+    bool (*exists)(sim::Switch &, const void *gport) = nullptr;  ///< of a gport that names an object
 };
 
 using Arguments = std::initializer_list<Argument>;
@@ -72,7 +72,9 @@ inline Argument own_port(const int &port)
 template <bool (*exists)(sim::Switch &, const void *gport)>
 Argument any_port(const int &port)
 {
-    return {Argument::Role::any_port, sizeof port, &port, nullptr, nullptr, 0, exists};
+    Argument key = {Argument::Role::any_port, sizeof port, &port};
+    key.exists = exists;
+    return key;
 }
 
 /// Part of the value, given by the caller.
@@ -87,29 +89,25 @@ Argument given(const T &object)
     return given_at(&object, sizeof object);
 }
 
+template <class T>
+Argument function_as(Argument::Role role, T *const &function)
+{
+    Argument argument = {role, sizeof function, function != nullptr ? &function : nullptr};
+    argument.is_function = true;
+    return argument;
+}
+
 /// A callback as a key, or as part of the value: a null pointer is none.
 template <class T>
 Argument callback(T *const &function)
 {
-    return {Argument::Role::key,
-            sizeof function,
-            function != nullptr ? &function : nullptr,
-            nullptr,
-            nullptr,
-            0,
-            true};
+    return function_as(Argument::Role::key, function);
 }
 
 template <class T>
 Argument given_callback(T *const &function)
 {
-    return {Argument::Role::given,
-            sizeof function,
-            function != nullptr ? &function : nullptr,
-            nullptr,
-            nullptr,
-            0,
-            true};
+    return function_as(Argument::Role::given, function);
 }
 
 /// Part of the value, to be written.
