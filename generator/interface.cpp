@@ -210,6 +210,7 @@ private:
             {"text", &FamilyInterface::text},
             {"unserved", &FamilyInterface::unserved},
             {"unavailable", &FamilyInterface::unavailable},
+            {"unmet", &FamilyInterface::unmet},
             {"identified_by", &FamilyInterface::identified_by},
             {"created_with", &FamilyInterface::created_with},
             {"key_checks", &FamilyInterface::key_checks},

@@ -37,6 +37,7 @@
 //   raises                 helpers that may set a Python exception; their result is then not looked at
 //   unserved               functions of the C headers that no rule of the development SDK may answer
 //   [unavailable]          why functions that no rule answers are unavailable, by pattern; the longest one counts
+//   [unmet]                why packets do not meet what functions keep, in the same way
 //   [identified_by]        tables (the getter's name before "_get") whose records have key members: these, with
 //                          spaces between; none, if the unit has only one such record
 //   [created_with]         tables of objects whose "_create" chooses an id: the flag that makes it take one, and
@@ -107,6 +108,7 @@ struct FamilyInterface {
     EntryTable text;      ///< typedef to spelling
     Entries unserved;
     EntryTable unavailable;    ///< pattern of functions to reason
+    EntryTable unmet;          ///< the same
     EntryTable identified_by;  ///< table to members
     EntryTable created_with;   ///< table to flags
     EntryTable key_checks;     ///< typedef to function

@@ -2,12 +2,15 @@
 
 #include <fnmatch.h>
 
+#include <utility>
+
 namespace generator {
 
-Reasons::Reasons(const Model &model)
+Reasons::Reasons(const Model &model, EntryTable FamilyInterface::*section, std::string what)
+    : what_(std::move(what))
 {
     for (const FamilyInterface &family : model.interface) {
-        for (const auto &[pattern, entry] : family.unavailable) {
+        for (const auto &[pattern, entry] : family.*section) {
             reasons_[family.name][pattern] = {entry};
         }
     }
@@ -35,7 +38,7 @@ void Reasons::check(Errors &errors) const
     for (const auto &[family, reasons] : reasons_) {
         for (const auto &[pattern, reason] : reasons) {
             if (reason.told == 0) {
-                errors.add(reason.entry.place, "no function that is unavailable fits '" + pattern + "'");
+                errors.add(reason.entry.place, "no function that is " + what_ + " fits '" + pattern + "'");
             }
         }
     }

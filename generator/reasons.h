@@ -1,4 +1,5 @@
-// Why functions answer BCM_E_UNAVAIL: what [unavailable] of the interface files says of them.
+// Why functions do less than their names say, as the interface files tell by pattern: [unavailable] of those that answer
+// BCM_E_UNAVAIL, [unmet] of those that keep what no packet meets.
 #pragma once
 
 #include "errors.h"
@@ -12,9 +13,10 @@ namespace generator {
 
 class Reasons {
 public:
-    explicit Reasons(const Model &model);
+    /// `what`: what the functions of the section are, for errors.
+    Reasons(const Model &model, EntryTable FamilyInterface::*section, std::string what);
 
-    /// Why the function is unavailable, by the longest pattern of its family that fits; null if none does.
+    /// Of the function, by the longest pattern of its family that fits; null if none does.
     const std::string *of(const Family &family, const Function &function);
 
     /// Notes the patterns that told of no function.
@@ -25,6 +27,7 @@ private:
         Entry entry;
         std::size_t told = 0;  ///< of how many functions
     };
+    std::string what_;
     std::map<std::string, std::map<std::string, Reason>> reasons_;  // by family and pattern
 };
 

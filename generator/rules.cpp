@@ -160,7 +160,11 @@ void choose_value(Roles &roles)
 
 class Finder {
 public:
-    explicit Finder(const Model &model) : model_(model), tables_(find_table_answers(model)), reasons_(model)
+    explicit Finder(const Model &model)
+        : model_(model),
+          tables_(find_table_answers(model)),
+          unavailable_(model, &FamilyInterface::unavailable, "unavailable"),
+          unmet_(model, &FamilyInterface::unmet, "kept")
     {
         for (const FamilyInterface &family : model.interface) {
             for (const auto &[name, place] : family.unserved) {
@@ -200,6 +204,7 @@ public:
             }
         }
         answer_others();
+        tell_what_is_unmet();
         check_entries();
         return std::move(answers_);
     }
@@ -219,11 +224,26 @@ private:
                     continue;
                 }
                 const bool cleared = is_initialiser(function);
-                const std::string *reason = cleared ? nullptr : reasons_.of(family, function);
+                const std::string *reason = cleared ? nullptr : unavailable_.of(family, function);
                 answers_[function.name] = cleared
                                               ? Answer{AnswerKind::Initialised, "is named as its record", {}}
                                           : reason ? Answer{AnswerKind::Unavailable, *reason, {}}
                                                    : Answer{AnswerKind::Unfit, why_unfit(function), {}};
+            }
+        }
+    }
+
+    // Of functions written by hand, too, which look here as if nothing answered them.
+    void tell_what_is_unmet()
+    {
+        for (const Family &family : model_.families) {
+            for (const Function &function : family.sdk_functions) {
+                Answer &answer = answers_.at(function.name);
+                const bool may_keep = answer.kind == AnswerKind::ByRule || answer.kind == AnswerKind::Unfit;
+                const std::string *reason = may_keep ? unmet_.of(family, function) : nullptr;
+                if (reason != nullptr) {
+                    answer.why = "kept, met by no packet: " + *reason;
+                }
             }
         }
     }
@@ -587,7 +607,8 @@ private:
     void check_entries() const
     {
         Errors errors;
-        reasons_.check(errors);
+        unavailable_.check(errors);
+        unmet_.check(errors);
         for (const auto &[name, place] : unserved_) {
             if (!is_declared(name)) {
                 errors.add(place, "no header declares '" + name + "', which is not to be served");
@@ -605,7 +626,7 @@ private:
 
     const Model &model_;
     TableAnswers tables_;
-    Reasons reasons_;
+    Reasons unavailable_, unmet_;
     std::map<std::string, std::string> unserved_;                    ///< function to place
     std::map<std::string, WordEntry> identified_by_, created_with_;  ///< by table
     std::map<std::string, WordEntry> key_checks_;                    ///< by typedef

@@ -580,8 +580,10 @@ TableAnswers find_table_answers(const Model &model)
                 RuleFinder finder(table, operation, function, checks, model);
                 if (const auto rule = finder.rule()) {
                     any = true;
-                    found.answers[function.name] = {AnswerKind::ByRule, operation + " in the table " + name,
-                                                    *rule};
+                    const std::string what = operation + " in the table " + name;
+                    found.answers[function.name] = {
+                        AnswerKind::ByRule, rule->is_kept_by_room ? "kept for packets: " + what : what,
+                        *rule};
                 } else {
                     found.refusals[function.name] = finder.refusal();
                 }

@@ -24,11 +24,12 @@ def written_by_hand(nm, archive):
 def answers(rules, by_hand):
     for line in rules:
         name, family, operation, _, why = line.rstrip('\n').split('\t')[:5]
+        told = why.startswith('kept')
         if name in by_hand:
-            yield name, family, 'by hand', by_hand[name]
+            yield name, family, 'by hand', by_hand[name] + (', ' + why if told else '')
         else:
             by_rule = operation not in ('-', 'unavailable')
-            kept = 'kept, without effect on packets: ' if by_rule and operation != 'initialise' else ''
+            kept = 'kept, without effect on packets: ' if by_rule and operation != 'initialise' and not told else ''
             yield name, family, 'by rule' if by_rule else 'unavailable', kept + why
 
 

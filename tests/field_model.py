@@ -30,6 +30,15 @@ GPORT_KINDS = dict(port=2, trunk=3)
 # What only packets to a router have, of which there is none here.
 ROUTED = ('MyStationHit L3DestHostHit L3DestRouteHit L3SrcHostHit L3SrcRouteHit DstIpLocal '
           'EgressClassL3Interface').split()
+APPLICATIONS_BY_TYPE = {ARP: 'Arp', RARP: 'Rarp', 0x88cc: 'Lldp', 0x888e: 'Eapol', 0x8809: 'SlowProtocol',
+                        0x8902: 'Cfm', 0x88f5: 'Mvrp', 0x88f6: 'Mmrp', 0x22ea: 'Msrp', 0x88f7: 'Ptp'}
+APPLICATIONS_BY_PROTOCOL = {OSPF: 'Ospf', 103: 'Pim', 112: 'Vrrp', 46: 'Rsvp'}
+ICMP6_APPLICATIONS = {130: 'Mld', 131: 'Mld', 132: 'Mld', 143: 'Mld', 133: 'RouterSolicitation',
+                      134: 'RouterAdvertisement', 135: 'NeighborSolicitation', 136: 'NeighborAdvertisement'}
+OAM_BY_OPCODE = {1: 'Ccm', 2: 'Loopback', 3: 'Loopback', 4: 'Linktrace', 5: 'Linktrace', 33: 'Ais', 35: 'Lock',
+                 37: 'Test', 42: 'LossMeasurement', 43: 'LossMeasurement', 45: 'DelayMeasurement',
+                 46: 'DelayMeasurement', 47: 'DelayMeasurement'}
+OAM, VN_TAG, E_TAG, CN_TAG = 0x8902, 0x8926, 0x893f, 0x22e9
 IP_TYPES = {0x8847: 'MplsUnicast', 0x8848: 'MplsMulticast', 0x22f3: 'Trill', 0x88e7: 'Mim', 0x8906: 'FibreChan'}
 FORMATS = {0x88e7: 'Mim', 0x8863: 'PPPoE', 0x8864: 'PPPoE', 0x22e9: 'CnTag', 0x8906: 'FibreChan'}
 
@@ -73,20 +82,139 @@ def facts_of(frame, tags=Tags()):
             if name == 'Outer':
                 facts['OuterVlanPriCfi'] = content >> 12
     kind, payload = number(frame[place:place + 2]), frame[place + 2:]
+    facts['L2PayLoad'] = payload
     if len(payload) >= 8:
         facts['L2PayloadFirstEightBytes'] = number(payload[:8])
     if kind < 0x600:
         kind, payload = _logical_link(kind, payload, facts)
     else:
         facts['L2Format'].add('EthII')
-    facts.update(TunnelType=set(), IcmpError=0)
+    facts.update(TunnelType=set(), IcmpError=0, OamType=set(), MplsOamControlPktType=set(), L4Ports=0,
+                 FibreChanOuter=set(['Any']), FibreChanInner=set(['Any']), ForwardHdrSrcMac=facts['SrcMac'],
+                 ForwardHdrDstMac=facts['DstMac'])
+    if 'OuterVlanId' in facts:
+        facts['ForwardHdrVlanId'] = facts['OuterVlanId']
     if kind is not None:
         _payload(kind, payload, facts)
+        _maintenance(kind, payload, facts)
+        _other_tag(kind, payload, facts)
         _tunnel(kind, payload, facts)
+    facts['L4Ports'] = int('L4SrcPort' in facts)
+    facts['AppType'] = _applications(kind, payload, facts)
+    facts['HeaderFormat'] = facts['HeaderFormatSet'] = set([_format(kind, facts)])
+    for name in 'OamType', 'MplsOamControlPktType':
+        facts[name].update([] if facts[name] else ['None'])
+    for name in 'FibreChanOuter', 'FibreChanInner':
+        facts[name].update([] if len(facts[name]) > 1 else ['None'])
     facts['TunnelType'].update(['Any'] if facts['TunnelType'] else ['Any', 'None'])
     if 'Ip' not in facts['IpType']:
         facts['IpType'].add('NonIp')
     return facts
+
+
+def _applications(kind, payload, facts):
+    """The protocols that the packet is one of."""
+    found = set()
+
+    def add(name, is_one):
+        found.update([name] if is_one else [])
+
+    first = number(payload[:2]) if kind is not None and len(payload) >= 2 else None
+    add(APPLICATIONS_BY_TYPE.get(kind), kind in APPLICATIONS_BY_TYPE)
+    for operation in 'Request', 'Reply':
+        add('Arp' + operation, kind == ARP and 'Arp' + operation in facts['IpType'])
+    add('Stp', facts.get('Llc') == 0x424203 and facts['DstMac'] == 0x0180c2000000)
+    add('IsIs', facts.get('Llc') == 0xfefe03)
+    add('Lacp', kind == 0x8809 and first is not None and first >> 8 == 1)
+    add('EthernetAps', kind == OAM and first is not None and first & 255 == 39)
+    version = 4 if 'SrcIp' in facts else 6
+    add(APPLICATIONS_BY_PROTOCOL.get(facts.get('IpProtocol')), facts.get('IpProtocol') in APPLICATIONS_BY_PROTOCOL)
+    add('Igmp', 'IgmpTypeMaxRespTime' in facts)
+    if 'IcmpTypeCode' in facts:
+        add('Icmp%d' % version, True)
+        message = facts['IcmpTypeCode'] >> 8
+        add(ICMP6_APPLICATIONS.get(message), version == 6 and message in ICMP6_APPLICATIONS)
+    source, to = facts.get('L4SrcPort'), facts.get('L4DstPort')
+    is_udp, is_tcp = 'is UDP' in facts, 'TcpControl' in facts
+    add('PtpOverIp%d' % version, is_udp and to in (319, 320))
+    add('Dhcp%d' % version, facts['Dhcp'])
+    add('Rip', is_udp and to == {4: 520, 6: 521}[version])
+    add('Bgp', is_tcp and 179 in (source, to))
+    add('Ldp', is_tcp and 646 in (source, to) or is_udp and to == 646)
+    add('Dns', (is_tcp or is_udp) and 53 in (source, to))
+    add('Bfd', 'BfdYourDiscriminator' in facts)
+    return found
+
+
+def _format(kind, facts):
+    """What the packet is by its headers, from the most particular to the least."""
+    tunnels = facts['TunnelType']
+    version = '4' if 'SrcIp' in facts else '6' if 'SrcIp6' in facts else None
+    if version is not None:
+        if 'Vxlan' in tunnels:
+            return 'Vxlan'
+        if 'GreIp' + version in tunnels:
+            return 'Gre'
+        for inner in '46':
+            if 'Ip%sInIp%s' % (inner, version) in tunnels:
+                return 'Ip%sInIp%s' % (inner, version)
+        return 'Ip' + version
+    if 'MplsLabel1' in facts:
+        inner = 'Ip4' if 'InnerSrcIp' in facts else 'Ip6' if 'InnerSrcIp6' in facts else ''
+        is_wire = facts['MplsControlWordValid'] or 'MplsOamACH' in facts
+        return 'MplsPseudowire' if is_wire else 'Mpls' + inner
+    for name, fact in (('Fcoe', 'FcoeSOF'), ('Trill', 'TrillHopCount'), ('Mim', 'ISid'), ('ETag', 'ETag'),
+                       ('VnTag', 'VnTag'), ('Oam', 'OamMdl'), ('EthernetSnap', 'Snap'), ('EthernetLlc', 'Llc')):
+        if fact in facts:
+            return name
+    return {0: 'Ethernet', 1: 'EthernetVlan', 2: 'EthernetVlan', 3: 'EthernetDoubleVlan'}[facts['VlanFormat']]
+
+
+def _maintenance(kind, payload, facts):
+    """Ethernet OAM, and BFD over UDP; what is behind labels is told with them."""
+    if kind == OAM and len(payload) >= 8:
+        facts['OamMdl'] = payload[0] >> 5
+        facts['OamType'].add('Ethernet' + OAM_BY_OPCODE.get(payload[1], 'Other'))
+        _message('Ethernet', payload, facts)
+    elif 'is UDP' in facts:
+        session = facts['in IP'][1][8:]
+        name = {3784: 'Ip4' if 'SrcIp' in facts else 'Ip6', 4784: 'Multihop', 6784: 'Micro'}.get(facts['L4DstPort'])
+        if name is not None and len(session) >= 24:
+            facts['OamType'].add('Bfd' + name)
+            facts['BfdYourDiscriminator'] = number(session[8:12])
+
+
+def _message(of, data, facts):
+    for prefix in '', of:
+        facts.update({prefix + 'OamHeaderBits0_31': number(data[:4]), prefix + 'OamHeaderBits32_63': number(data[4:8])})
+
+
+def _channel(data, is_labelled, facts):
+    """What is beside the packets that labels carry."""
+    facts['MplsOamACH'] = number(data[:4])
+    kind, rest = number(data[2:4]), data[4:]
+    if len(rest) >= 8:
+        _message('Mpls', rest, facts)
+    if kind == 7 and len(rest) >= 24:
+        facts['BfdYourDiscriminator'] = number(rest[8:12])
+    if not is_labelled:
+        facts['OamType'].add('BfdPseudowire' if kind == 7 else 'PseudowireControlWord')
+    elif kind == OAM and len(rest) >= 2 and rest[1] == 1:
+        facts['OamType'].add('MplsTpCcm')
+    else:
+        facts['OamType'].add({7: 'BfdMpls', 10: 'MplsTpLossMeasurement', 11: 'MplsTpLossMeasurement',
+                              12: 'MplsTpDelayMeasurement'}.get(kind, 'MplsTpOther'))
+
+
+def _other_tag(kind, data, facts):
+    if kind == VN_TAG and len(data) >= 4:
+        facts['VnTag'] = number(data[:4])
+    elif kind == CN_TAG and len(data) >= 2:
+        facts['CnTag'] = number(data[:2])
+    elif kind == E_TAG and len(data) >= 6:
+        # priority (4 bits), channel in (12), two bits, channel out with its group (14), extensions of both (8 each)
+        facts.update(ETag=number(data[:6]), ECid=(number(data[2:4]) & 0x3fff) << 8 | data[5],
+                     IngressECid=(number(data[:2]) & 0xfff) << 8 | data[4])
 
 
 def _payload(kind, payload, facts):
@@ -114,7 +242,7 @@ def _tunnel(kind, payload, facts):
         _fibre_channel(payload[14:], facts)
     elif kind == MIM and len(payload) >= 4:
         types.add('Mim')
-        facts['ISid'] = number(payload[1:4])
+        facts.update(ISid=number(payload[1:4]), ITag=number(payload[:4]))
         _carried_frame(payload[4:], facts)
 
 
@@ -124,10 +252,24 @@ def _trill(data, facts):
     facts.update(TrillIVersion=data[0] >> 6, TrillMultiDestination=data[0] >> 3 & 1,
                  TrillOpLength=number(data[:2]) >> 6 & 31, TrillHopCount=data[1] & 63,
                  TrillEgressRbridge=number(data[2:4]), TrillIngressRbridge=number(data[4:6]))
+    if len(data) >= 14:
+        facts['TrillPayload'] = number(data[6:14])
     _carried_frame(data[6 + 4 * facts['TrillOpLength']:], facts)
 
 
+def _fibre_channel_kind(data):
+    """(kind of a header, what follows if others do)"""
+    kind, size = {0x50: ('Virtual', 8), 0x51: ('Routed', 8), 0x52: ('Encap', 24)}.get(data[0] if data else None,
+                                                                                     (None, 0))
+    if kind is not None and len(data) >= size:
+        return kind, data[size:]
+    return 'Standard' if len(data) >= 24 else 'None', None
+
+
 def _fibre_channel(data, facts):
+    outer, rest = _fibre_channel_kind(data)
+    facts['FibreChanOuter'].add(outer)
+    facts['FibreChanInner'].add(_fibre_channel_kind(rest)[0] if rest is not None else 'None')
     tag = data[:8] if len(data) >= 8 and data[0] == 0x50 else None
     if tag is not None:
         facts.update(FibreChanVFTVersion=tag[1] >> 6, FibreChanVFTPri=tag[2] >> 5,
@@ -187,10 +329,19 @@ def _labels(data, facts):
     rest = data[place:]
     facts.update(_label_facts(labels))
     version = rest[0] >> 4 if len(rest) >= 4 else None
+    tells_channel, control = labels[-1] >> 12 == 13, facts['MplsOamControlPktType']
+    facts['MplsOamGALLabelOnly'] = int(tells_channel and len(labels) == 1)
+    control.update(['Gal'] if tells_channel else [])
+    control.update(['RouterAlert'] if facts['RouterAlertLabelValid'] else [])
+    control.update(['TtlExpired'] if labels[0] & 255 <= 1 else [])
+    if version == 1:
+        control.add('GalAndAch' if tells_channel else 'Ach')
+        _channel(rest, tells_channel, facts)
     if version == 0:
         facts.update(MplsControlWordValid=1, MplsControlWord=number(rest[:4]))
     elif version in (4, 6):
         _carried(IP4 if version == 4 else IP6, rest, facts)
+        control.update(['LspPing'] if (facts.get('InnerIpProtocol'), facts.get('InnerL4DstPort')) == (UDP, 3503) else [])
 
 
 def _label_facts(labels):
@@ -202,6 +353,7 @@ def _label_facts(labels):
     if labels:
         found.update(MplsControlWordValid=0, MplsControlWord=0,
                      RouterAlertLabelValid=int(any(label >> 12 == 1 for label in labels)),
+                     MplsOamGALLabelOnly=0,
                      GenericAssociatedChannelLabelValid=int(any(label >> 12 == 13 for label in labels)),
                      MplsBos=labels[0] >> 8 & 1)
     return found
@@ -281,7 +433,7 @@ def _ip6(packet, facts):
                  DstIp6Low=to & low, SrcIpEqualDstIp=int(source == to), Ip6TrafficClass=facts['Tos'],
                  Ip6FlowLabel=number(packet[:4]) & 0xfffff, Ttl=packet[7], Ip6HopLimit=packet[7])
     _fragment(0, 0, facts)
-    facts['ExtensionHeader2Type'] = 0
+    facts.update(ExtensionHeader2Type=0, ExtensionHeaderSubCode=0)
     first = kind = packet[6]
     offset, extensions, rest = 0, 0, packet[40:40 + number(packet[4:6])]
     while offset == 0 and len(rest) >= 8 and kind in (HOP_BY_HOP, ROUTING, FRAGMENT, OPTIONS):
@@ -293,6 +445,8 @@ def _ip6(packet, facts):
             _fragment(offset, rest[3] & 1, facts)
         if extensions == 1:
             facts['ExtensionHeader2Type'] = kind
+        elif extensions == 0 and kind != FRAGMENT:
+            facts['ExtensionHeaderSubCode'] = rest[2]
         kind, rest, extensions = rest[0], rest[size:], extensions + 1
     facts['IpType'].update(['Ip', 'Ipv6', 'Ipv6Not4', 'Ipv6%sExtHdr' % ('No', 'One', 'Two')[min(extensions, 2)]])
     facts['ExtensionHeaderType'] = first if extensions else 0
@@ -359,6 +513,28 @@ class Kind(object):
 
     def meets(self, facts):
         return self.kind in facts.get(self.name, ())
+
+
+class AnyKind(object):
+    """One or several kinds of which the packet is one."""
+
+    def __init__(self, name, kinds):
+        self.name, self.kinds = name, kinds
+
+    def meets(self, facts):
+        return bool(facts[self.name] & set(self.kinds))
+
+
+class Bytes(object):
+    """Bytes from the first on, of which the bits of the mask count."""
+
+    def __init__(self, name, value, mask):
+        self.name, self.value, self.mask = name, value, mask
+
+    def meets(self, facts):
+        there = facts[self.name]
+        return all(not bits or place < len(there) and (there[place] ^ value) & bits == 0
+                   for place, (value, bits) in enumerate(zip(self.value, self.mask)))
 
 
 class Ports(object):

@@ -1,5 +1,6 @@
 """Groups, entries, ranges and counters of the field processor, and what each of their functions refuses."""
 import ctypes
+import fnmatch
 import os
 import re
 import unittest
@@ -145,7 +146,11 @@ class Entries(FieldTest):
         checked(q.bcm_field_range_create_id, 0, 2, q.BCM_FIELD_RANGE_PACKET_LENGTH, 1, 2)
         header = q.bcm_field_llc_header_t(dsap=1)
         octet = array('uint8', [1])
-        setters = dict(SrcModuleGport=(GPORT_KINDS['port'] << 26 | 1,), RangeCheck=(1, 0), L4PortRangeCheck=(1, 0),
+        three, source = array('uint8', [1, 2, 3]), q.bcm_field_src_class_t(udf_class=1)
+        checked(q.bcm_field_range_create_id, 0, 3, q.BCM_FIELD_RANGE_SRCPORT, 1, 2)
+        setters = dict(L2PayLoad=(3, three, three), VPortRangeCheck=(3, 0), Decap=(q.bcmFieldDecapMim,),
+                       ExactMatchHitStatus=(1, 1, 1), ExactMatchActionClassId=(1, 1, 1), ExactMatchGroupClassId=(1, 1),
+                       MixedSrcClassId=([1], source, source), SrcModuleGport=(GPORT_KINDS['port'] << 26 | 1,), RangeCheck=(1, 0), L4PortRangeCheck=(1, 0),
                        PacketLengthRangeCheck=(2, 0), Llc=(header, header), data=(5, octet, octet, 1))
         checked(q.bcm_field_data_qualifier_create, 0, q.bcm_field_data_qualifier_t(
             qual_id=5, flags=q.BCM_FIELD_DATA_QUALIFIER_WITH_ID, length=1))
@@ -154,15 +159,34 @@ class Entries(FieldTest):
             name = function.name[len('bcm_field_qualify_'):]
             if function.name.startswith('bcm_field_qualify_') and function.known and not name.endswith(('_get', 'clear')):
                 setters.setdefault(name, (function, [parameter.argument(1) for parameter in function.parameters[1:]]))
+        answers = dict((name, why) for name, _, _, why in rules.report('answers.tsv'))
         for name, (setter, given) in sorted(setters.items()):
-            served = set()
+            served, statuses = set(), set()
             for stage, group in groups.items():
                 entry = checked(q.bcm_field_entry_create, 0, group)
-                if setter(0, entry, *given) == 0 and q.bcm_field_entry_install(0, entry) == 0:
-                    served.add(stage)
+                if setter(0, entry, *given) == 0:
+                    statuses.add(q.bcm_field_entry_install(0, entry))
+                    if q.bcm_field_entry_install(0, entry) == 0:
+                        served.add(stage)
                 checked(q.bcm_field_entry_destroy, 0, entry)
             self.assertEqual(served, documented.get(name, set()), name)
+            unmet = 'kept, met by no packet: ' in answers['bcm_field_qualify_' + name]
+            self.assertEqual((not served, statuses - set([0])), (unmet, set([q.BCM_E_UNAVAIL] if len(served) < 3 else [])),
+                             name)
         self.assertEqual(set(documented) - set(setters), set())
+
+    def test_reasons_are_those_of_the_report(self):
+        text = open(DOCS).read()
+        rows = re.findall(r'(?m)^\| ([^|`]+) \| (`[^|]*`) \|', text[text.index('| Refused, since |'):])
+        reasons = [(why, [pattern for pattern in re.findall(r'`(\S+)`', patterns)]) for why, patterns in rows]
+        found = 0
+        for name, _, _, told in rules.report('answers.tsv'):
+            name, told = name[len('bcm_field_qualify_'):], told.partition('kept, met by no packet: ')[2]
+            if told:
+                fitting = [why for why, patterns in reasons if any(fnmatch.fnmatchcase(name, each) for each in patterns)]
+                self.assertEqual(fitting, [told], name)
+                found += 1
+        self.assertGreater(found, 400)
 
     def test_every_qualifier_gives_back_what_it_was_given(self):
         entry = checked(q.bcm_field_entry_create, 0, self.group_with_all_qualifiers())
@@ -183,6 +207,37 @@ class Entries(FieldTest):
                 self.assertEqual(ctypes.string_at(ctypes.addressof(one), size), other.raw[:size], name)
             kept += 1
         self.assertGreater(kept, 500)
+
+
+    def test_what_is_asked_of_several_things(self):
+        """By the priority of a group of exact matches, by ports; and as many bytes as the caller says."""
+        entry = checked(q.bcm_field_entry_create, 0, self.group_with_all_qualifiers())
+        for priority in 3, 4:
+            self.done(q.bcm_field_qualify_ExactMatchActionClassId(0, entry, priority, 7 * priority, 0xff))
+        get = q.bcm_field_qualify_ExactMatchActionClassId_get
+        self.assertEqual([tuple(checked(get, 0, entry, priority, OUT, OUT)) for priority in (3, 4)],
+                         [(21, 0xff), (28, 0xff)])
+        for ports, number in (([1], 5), ([1, 2], 6)):
+            given = q.bcm_field_src_class_t(intf_class_port=number)
+            self.done(q.bcm_field_qualify_MixedSrcClassId(0, entry, ports, given, given))
+        data, mask = q.bcm_field_src_class_t(), q.bcm_field_src_class_t()
+        self.done(q.bcm_field_qualify_MixedSrcClassId_get(0, entry, [1, 2], data, mask))
+        self.assertEqual((data.intf_class_port, mask.intf_class_port), (6, 6))
+        self.assertStatus(MISSING, q.bcm_field_qualify_MixedSrcClassId_get(0, entry, [2], data, mask))
+        self.done(q.bcm_field_qualifier_delete(0, entry, q.bcmFieldQualifyExactMatchActionClassId))
+        room = array('uint32', 1)
+        self.assertEqual([get(0, entry, priority, room, room) for priority in (3, 4)], [MISSING] * 2)
+        self.assertStatus(PARAM, q.bcm_field_qualify_Decap(0, entry, q.bcmFieldDecapCount))
+
+        values, masks = array('uint8', range(1, 34)), array('uint8', [255] * 33)
+        for status, length in ((PARAM, 0), (PARAM, 33), (PARAM, 0xffffffff), (0, 32), (0, 5)):
+            self.assertStatus(status, q.bcm_field_qualify_L2PayLoad(0, entry, length, values, masks))
+        self.assertStatus(PARAM, q.bcm_field_qualify_L2PayLoad(0, entry, 5, None, masks))
+        for room, written in ((9, 5), (3, 3)):
+            got, of, length = array('uint8', [99] * 9), array('uint8', [99] * 9), array('uint32', [room])
+            self.done(q.bcm_field_qualify_L2PayLoad_get(0, entry, length, got, of))
+            self.assertEqual((length[0], list(got)), (written, range(1, written + 1) + [99] * (9 - written)))
+            self.assertEqual(list(of)[:written], [255] * written)
 
 
 class Classes(FieldTest):

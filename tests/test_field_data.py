@@ -173,6 +173,12 @@ class Objects(DataTest):
         checked(q.bcm_field_qualify_data_get, 0, twin, id, value, mask, room)
         self.assertEqual((list(value)[:2], list(mask)[:2], room[0]), ([1, 2], [255, 255], 2))
         self.assertEqual(q.bcm_field_qualify_data_get(0, twin, third, value, mask, room), MISSING)
+        # A user-defined field is the same by another name.
+        length = array('int', [4])
+        for status, size in ((PARAM, -1), (PARAM, 1), (PARAM, 65538), (0, 2)):
+            self.assertEqual(q.bcm_field_qualify_udf(0, twin, id, size, three, two), status, size)
+        checked(q.bcm_field_qualify_udf_get, 0, twin, id, length, value, mask)
+        self.assertEqual((list(value)[:2], list(mask)[:2], length[0]), ([1, 2], [1, 2], 2))
         self.assertEqual(q.bcm_field_group_set(0, group, q.bcm_field_qset_t()), BUSY)
         found, qset = array('int', 4), q.bcm_field_qset_t()
         checked(q.bcm_field_group_get, 0, group, qset)

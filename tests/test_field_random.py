@@ -3,15 +3,17 @@ each group of all three stages, what it counts, and whether the packet goes on.
 
 FIELD_PACKETS=100000 python2.7 run.py test_field_random compares that many packets; FIELD_SEED begins elsewhere.
 """
+import ctypes
 import os
 import random
+import re
 import sys
 import unittest
 
 import QuorelApiNew as q
-from field_model import (ARP, CLASSES, ESP, FCOE, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4,
-                         IP4_IN_IP, IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OPTIONS, OSPF, RARP, ROUTED, ROUTING,
-                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
+from field_model import (AnyKind, ARP, Bytes, CLASSES, CN_TAG, E_TAG, ESP, FCOE, FRAGMENT, GPORT_KINDS, GRE, HOP_BY_HOP, ICMP, ICMP6, IGMP, IP4,
+                         IP4_IN_IP, IP6, IP6_IN_IP, MIM, MPLS, MPLS_MULTICAST, OAM, OPTIONS, OSPF, RARP, ROUTED, ROUTING,
+                         SCTP, TCP, TEB, TRILL, UDP, VLAN, VN_TAG, VXLAN, Bridge, Entry, Kind, Masked, Ports, Range, Single, Tags, acting)
 from quorel import array, checked, OUT, sim
 from simulator import TRUNK
 
@@ -34,6 +36,7 @@ TO_GROUP = '01:00:5e:01:01:01'
 TARGETS = [TO_PORT, TO_TRUNK, TO_NOWHERE, TO_GROUP, '02:00:00:00:01:09', 'ff:ff:ff:ff:ff:ff', '01:00:5e:00:00:05']
 IPS = [0x0a000001, 0x0a000102, 0x0a010203, 0xc0a80001, 0xffffffff, 0]
 IP6S = [0x20010db8 << 96 | 1, 0x20010db8 << 96 | 1 << 64 | 1, 0xfe80 << 112 | 7]
+APPLICATION_PORTS = 179, 319, 320, 520, 521, 646, 3503, 3784, 3784, 4784, 6784
 L4_PORTS = 0, 53, 67, 68, 80, 443, 546, 547, 1023, 1024, 40000, 65535
 
 # Qualifiers with a value and a mask, and how many bits they have.
@@ -60,7 +63,12 @@ MASKED.update(
     TrillHopCount=6, FcoeSOF=8, FcoeVersionIsZero=1, FibreChanRCtl=8, FibreChanDstId=24, FibreChanCSCtl=8,
     FibreChanSrcId=24, FibreChanType=8, FibreChanFCtl=24, FibreChanDFCtl=8, FcoeOxID=16, FcoeRxID=16,
     FibreChanVFTValid=1, FibreChanVFTVersion=2, FibreChanVFTPri=3, FibreChanVFTFabricId=12, FibreChanVFTHopCount=8,
-    MplsBos=1)
+    MplsBos=1, TrillPayload=64)
+MASKED.update(
+    ExtensionHeaderSubCode=8, L4Ports=1, ForwardHdrSrcMac=48, ForwardHdrDstMac=48, ForwardHdrVlanId=12, VnTag=32,
+    CnTag=16, ITag=32, ETag=48, ECid=22, IngressECid=20, OamMdl=3, MplsOamACH=32, MplsOamGALLabelOnly=1,
+    BfdYourDiscriminator=32)
+MASKED.update(('%sOamHeaderBits%s' % (of, bits), 32) for of in ('', 'Ethernet', 'Mpls') for bits in ('0_31', '32_63'))
 MASKED.update((name, 32 if 'Class' in name else 1) for name in ROUTED)
 for end, bits in (('', 32), ('Id', 20), ('Exp', 3), ('Bos', 1), ('Ttl', 8)):
     MASKED.update(('MplsLabel%d%s' % (label, end), bits) for label in (1, 2, 3))
@@ -70,10 +78,14 @@ MASKED.update((name, 16) for name in CLASSES.values())
 SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
 GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport LearnSrcPort SrcModuleGport'.split()
 KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpType InnerIpFrag '
-         'ForwardingType Stage InnerIpProtocolCommon').split()
+         'ForwardingType Stage InnerIpProtocolCommon OamType MplsOamControlPktType AppType HeaderFormat '
+         'FibreChanOuter FibreChanInner').split()
 PORT_SETS = 'InPorts InterfaceInPorts DevicePortBitmap SystemPortBitmap SourceGportBitmap OutPorts'.split()
+FORMATS = [name[len('bcmFieldHeaderFormat'):] for name in dir(q) if name.startswith('bcmFieldHeaderFormat')
+           and not name.endswith('Count')]
 RANGES = 'RangeCheck L4PortRangeCheck PacketLengthRangeCheck'.split()
-ALL = sorted(MASKED) + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
+OTHERS = ['L2PayLoad', 'HeaderFormatSet']
+ALL = sorted(MASKED) + OTHERS + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
 # What is not known before the tables have been looked up, and what is not any more for a copy that leaves.
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
          'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
@@ -128,7 +140,7 @@ class Maker(object):
         if len(tpids) == 1 and chance.random() < 0.1:
             head[-2:] = octets(chance.randrange(16) << 12, 2)  # a tag for its priority alone
         kind, payload = chance.choice([self.ip4, self.ip4, self.ip6, self.ip6, self.arp, self.logical_link,
-                                       self.other, self.labels, self.mac_in_mac, self.trill])()
+                                       self.other, self.labels, self.mac_in_mac, self.trill, self.control])()
         body = octets(kind, 2) + payload
         if chance.random() < 0.25:
             for _ in range(chance.randrange(1, 4)):
@@ -141,6 +153,9 @@ class Maker(object):
         if protocol == TCP:
             return (ports + octets(chance.choice([0, 7]), 4) + octets(9, 4)
                     + bytearray([chance.choice([0x50, 0x60]), chance.randrange(256)]) + octets(0, 6))
+        if protocol in (UDP, TCP) and chance.random() < 0.2:
+            ports[2:] = octets(chance.choice(APPLICATION_PORTS), 2)
+            return ports + octets(0, 4) + self.some(chance.choice([23, 24, 40]))
         if protocol == UDP and chance.random() < 0.3:
             ports[2:] = octets(chance.choice([VXLAN, VXLAN, VXLAN, 6081, 2152, 5247]), 2)
             return ports + octets(0, 4) + octets(chance.choice([8, 0x0c]), 1) + self.some(7) + self.carried_frame()
@@ -150,7 +165,7 @@ class Maker(object):
             return (self.ip4 if protocol == IP4_IN_IP else self.ip6)()[1]
         if protocol == GRE:
             return self.gre()
-        return octets(chance.choice([0x0800, 0x0000, 0x0301, 0x8700, 0x1164]), 2) + octets(0, 6)
+        return octets(chance.choice([0x0800, 0x0000, 0x0301, 0x8700, 0x1164, 0x8200, 0x8500, 0x8800]), 2) + octets(0, 6)
 
     def some(self, count):
         return bytearray(self.chance.choice([0, 1, 7, 255]) for _ in range(count))
@@ -175,11 +190,26 @@ class Maker(object):
         labels = [chance.choice([0, 1, 13, 16, 0xfffff]) << 12 | chance.randrange(8) << 9 | chance.choice([1, 64])
                   for _ in range(count)]
         labels[-1] |= 0x100
-        _, inner = chance.choice([self.ip4, self.ip6, lambda: (None, octets(0x1234, 4)), self.other])()
+        if chance.random() < 0.3:
+            labels[-1] = 13 << 12 | labels[-1] & 0xfff
+        _, inner = chance.choice([self.ip4, self.ip6, lambda: (None, octets(0x1234, 4)), self.other, self.channel])()
         return chance.choice([MPLS, MPLS, MPLS_MULTICAST]), bytearray().join(octets(each, 4) for each in labels) + inner
 
     def mac_in_mac(self):
         return MIM, self.some(4) + self.carried_frame()
+
+    def channel(self):
+        kind = self.chance.choice([7, 7, 10, 12, 0x21, OAM])
+        return None, octets(0x1000 << 16 | kind, 4) + octets(self.chance.choice([0x2001, 0x2002]), 2) + self.some(30)
+
+    def control(self):
+        """What protocols of bridges send, and tags that stand in place of a type."""
+        chance = self.chance
+        kind = chance.choice([0x88cc, 0x888e, 0x8809, 0x88f5, 0x88f6, 0x22ea, 0x88f7, VN_TAG, E_TAG, CN_TAG] + [OAM] * 5)
+        first = octets(chance.choice([0x0101, 0x0105, 0xe027]), 2)
+        if kind == OAM:
+            first = bytearray([chance.randrange(8) << 5, chance.choice([1, 2, 3, 4, 5, 33, 35, 37, 39, 43, 47, 50])])
+        return kind, first + bytearray(chance.randrange(256) for _ in range(chance.choice([2, 5, 40])))
 
     def filled(self):
         return bytearray(self.chance.choice([0, 0, 0, 1, 20, 500]))
@@ -226,7 +256,7 @@ class Maker(object):
 
     def logical_link(self):
         chance = self.chance
-        header = chance.choice([bytearray([0x42, 0x42, 3]), bytearray([0xaa, 0xaa, 3, 0, 0, 0]),
+        header = chance.choice([bytearray([0x42, 0x42, 3]), bytearray([0xfe, 0xfe, 3]), bytearray([0xaa, 0xaa, 3, 0, 0, 0]),
                                 bytearray([0xaa, 0xaa, 3, 0, 0, 0]), bytearray([0xaa, 0xaa, 3, 0, 0, 12])])
         kind, payload = chance.choice([self.ip4, self.ip6, self.arp, self.other])()
         if len(header) > 3:
@@ -238,7 +268,8 @@ class Maker(object):
         kind = self.chance.choice([0x88b5, 0x8847, 0x8848, TRILL, 0x88e7, 0x8863, 0x8864, 0x22e9, FCOE])
         payload = bytearray(self.chance.randrange(256) for _ in range(self.chance.choice([1, 30, 60])))
         if kind == FCOE and len(payload) > 30:
-            payload[0], payload[14] = self.chance.choice([0, 0x10]), self.chance.choice([0x50, 0x50, 6])
+            payload[0], payload[14] = self.chance.choice([0, 0x10]), self.chance.choice([0x50, 0x50, 0x51, 0x52, 6])
+            payload[22] = self.chance.choice([0x50, 0x51, 6])
         return kind, payload
 
     def trill(self):
@@ -289,8 +320,18 @@ class Conditions(object):
                 'IpType': ['NonIp', 'Ip', 'Ipv4NoOpts'], 'IpFrag': ['Non', 'Any'], 'L2Format': ['EthII', 'Llc'],
                 'IpProtocolCommon': ['TcpUdp', 'Gre', 'Esp'], 'ArpOpcode': ['Reply'], 'TunnelType': ['None', 'Vxlan'],
                 'InnerIpType': ['Ip'], 'InnerIpFrag': ['Non'], 'ForwardingType': ['L3'],
-                'Stage': ['Lookup', 'Ingress'], 'InnerIpProtocolCommon': ['TcpUdp', 'Igmp']}[name]
+                'Stage': ['Lookup', 'Ingress'], 'InnerIpProtocolCommon': ['TcpUdp', 'Igmp'],
+                'OamType': ['None', 'EthernetCcm'], 'MplsOamControlPktType': ['None', 'Ach'], 'AppType': ['Dns'],
+                'HeaderFormat': ['Ip4', 'Ip6'], 'FibreChanOuter': ['None'], 'FibreChanInner': ['None']}[name]
             return Kind(name, chance.choice(kinds if kinds and chance.random() < 0.8 else others))
+        if name == 'HeaderFormatSet':
+            kinds = set(chance.sample(FORMATS, 3)) | (facts['HeaderFormat'] if chance.random() < 0.5 else set())
+            return AnyKind(name, sorted(kinds))
+        if name == 'L2PayLoad':
+            value = facts[name][:chance.choice([1, 2, 8, 9, 32])]
+            if chance.random() < 0.1:
+                value[chance.randrange(len(value))] ^= 1
+            return Bytes(name, value, bytearray(chance.choice([255, 255, 0xf0, 0]) for _ in value))
         value = facts.get(name, 1)
         if name in SINGLE:
             return Single(name, value if chance.random() < 0.8 else 0)
@@ -311,18 +352,25 @@ def arguments(condition):
     if isinstance(condition, Kind):
         kind = condition.kind
         if name in KINDS:
-            return getattr(q, 'bcmField%s%s' % (name.replace('Inner', ''), kind)),
+            return getattr(q, 'bcmField%s%s' % (re.sub('Inner|Outer|PktType', '', name), kind)),
         if name == 'SrcModuleGport':
             return GPORT_KINDS['port'] << 26 | kind << 11 | 5,  # the port does not count
         return kind if isinstance(kind, int) else TRUNK | kind[1],
     if isinstance(condition, Single):
         return condition.value,
+    if isinstance(condition, Bytes):
+        return (len(condition.value),) + tuple(array('uint8', list(each)) for each in (condition.value, condition.mask))
+    if isinstance(condition, AnyKind):
+        formats = q.bcm_field_header_format_set_t()
+        ctypes.c_uint32.from_address(int(formats.this)).value = sum(
+            1 << getattr(q, 'bcmFieldHeaderFormat' + kind) for kind in condition.kinds)
+        return formats,
     pair, width = (condition.value, condition.mask), MASKED[name]
     if name in ('SrcPort', 'DstPort'):
         return (pair[0] >> 8, pair[1] >> 8, pair[0] & 255, pair[1] & 255)
     if name == 'L2PayloadFirstEightBytes':
         return tuple(number >> shift & 0xffffffff for number in pair for shift in (32, 0))
-    if width == 48:
+    if name.endswith('Mac'):
         return tuple(map(mac_text, pair))
     if name == 'Snap':
         return tuple(q.bcm_field_snap_header_t(org_code=number >> 16, type=number & 0xffff) for number in pair)

@@ -209,6 +209,9 @@ TEST_F(RulesTest, WhatIsNotServedSaysWhy)
         EXPECT_EQ(answers.at(name).why, why) << name;
     }
     EXPECT_EQ(answers.at("box_speed_get").why, "mirrors box_speed_set");
+    answers = find(std::string("[unmet]\n\"box_speed*\" = \"boxes stand\"\n") + entries);
+    EXPECT_EQ(answers.at("box_speed_get").why, "kept, met by no packet: boxes stand");
+    EXPECT_EQ(answers.at("box_speed_get").kind, AnswerKind::ByRule);
     EXPECT_EQ(find("[key_checks]\nbox_port_t = \"own_port\"\n").at("box_hinge_set").why,
               "which members of its record are keys is not told (identified_by)");
 }
@@ -219,7 +222,8 @@ TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
     try {
         find(
             "unserved = [\"box_gone_set\"]\n[unavailable]\n\"box_speed_*\" = "
-            "\"served\"\n[identified_by]\nbox_lids = \"hinge\"\n[key_checks]\nbox_mac_t = "
+            "\"served\"\n[unmet]\n\"box_gone_*\" = \"gone\"\n[identified_by]\nbox_lids = "
+            "\"hinge\"\n[key_checks]\nbox_mac_t = "
             "\"key\"\n");
     } catch (const std::runtime_error &error) {
         errors = error.what();
@@ -227,6 +231,7 @@ TEST_F(RulesTest, EntriesThatFitNothingAreErrors)
     EXPECT_NE(errors.find("box.toml:2: unserved: no header declares 'box_gone_set'"), std::string::npos)
         << errors;
     EXPECT_NE(errors.find("no function that is unavailable fits 'box_speed_*'"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("no function that is kept fits 'box_gone_*'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("no rule of the development SDK uses 'box_lids'"), std::string::npos) << errors;
     EXPECT_NE(errors.find("uses 'box_mac_t'"), std::string::npos) << errors;
 }

@@ -74,7 +74,7 @@ using FieldStats = std::array<int, 1 + field_stat_levels>;
 
 /// What an entry says.
 struct FieldContent {
-    std::map<int, FieldValues> qualifiers;                    // by bcm_field_qualify_t
+    FieldQualified qualifiers;
     std::map<std::pair<int, bcm_field_range_t>, int> ranges;  // by qualifier and range: inverted?
     std::map<int, FieldData> data;                            // by data qualifier
     std::map<int, FieldAction> actions;                       // by bcm_field_action_t
@@ -82,7 +82,7 @@ struct FieldContent {
 
 /// A condition under which groups are looked up. It holds at once.
 struct FieldPresel {
-    std::map<int, FieldValues> qualifiers;
+    FieldQualified qualifiers;
     FieldPattern pattern;
 };
 
@@ -241,7 +241,8 @@ inline bool has_qualifier(const bcm_field_qset_t &qset, int qualifier)
 int select_field_group(FieldState &state, FieldGroup &group, const bcm_field_presel_set_t &presels);
 
 /// Gives a condition, or takes from it, values of a qualifier; null takes. BCM_E_UNAVAIL: it is not known in all stages.
-int set_presel(FieldState &state, FieldPresel &presel, int qualifier, const FieldValues *values);
+int set_presel(FieldState &state, FieldPresel &presel, const FieldSubject &subject,
+               const FieldValues *values);
 
 /// Makes an entry take effect, or take over what was changed. BCM_E_UNAVAIL: the switch has nothing that a qualifier is
 /// compared with, or cannot do an action; BCM_E_FULL; BCM_E_PARAM, BCM_E_PORT: values of qualifiers and actions;

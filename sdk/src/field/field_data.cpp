@@ -120,8 +120,7 @@ FieldPlace has_data(const FieldDataQualifier &qualifier)
 
 FieldPlace byte_place(const FieldDataQualifier &qualifier, std::size_t number)
 {
-    return {static_cast<std::uint8_t>(at::data.word + qualifier.word + number / 8),
-            static_cast<std::uint8_t>(56 - 8 * (number % 8)), 8};
+    return at::byte_of(at::data, number + std::size_t{8} * qualifier.word);
 }
 
 }  // namespace

@@ -13,17 +13,8 @@ namespace at = field_places;
 constexpr unsigned type_teb = 0x6558;  // Ethernet within GRE
 constexpr unsigned type_mpls = 0x8847, type_mpls_multicast = 0x8848, type_trill = 0x22f3, type_mim = 0x88e7,
                    type_fcoe = 0x8906;
-constexpr unsigned protocol_ip4 = 4, protocol_ip6 = 41, protocol_gre = 47;
+constexpr unsigned protocol_ip4 = 4, protocol_ip6 = 41, protocol_gre = 47, protocol_udp = 17;
 constexpr unsigned least_type = 0x600;
-
-FieldWord number_of(const unsigned char *bytes, std::size_t count)
-{
-    FieldWord number = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        number = number << 8 | bytes[i];
-    }
-    return number;
-}
 
 void put_tunnel(int type, FieldKey &key)
 {
@@ -101,6 +92,11 @@ void read_inner_ethernet(FieldRest rest, FieldKey &key)
     }
 }
 
+void put_control(int kind, bool is_one, FieldKey &key)
+{
+    key.put(at::label_control, FieldWord{is_one} << kind);
+}
+
 void read_labels(FieldRest rest, FieldKey &key)
 {
     struct Label {
@@ -114,7 +110,7 @@ void read_labels(FieldRest rest, FieldKey &key)
     };
     constexpr unsigned router_alert = 1, generic_associated_channel = 13;
     put_tunnel(bcmFieldTunnelTypeMpls, key);
-    bool is_last = false;
+    bool is_last = false, tells_channel = false;
     for (std::size_t i = 0; !is_last; ++i) {
         if (!rest.has(4)) {
             return;
@@ -129,14 +125,27 @@ void read_labels(FieldRest rest, FieldKey &key)
         key.put(at::has_router_alert, label == router_alert);
         key.put(at::has_channel_label, label == generic_associated_channel);
         is_last = (entry >> 8 & 1) != 0;
+        tells_channel = is_last && label == generic_associated_channel;
+        key.put(at::is_only_gal, i == 0 && tells_channel);
     }
+    put_control(bcmFieldMplsOamControlGal, tells_channel, key);
+    put_control(bcmFieldMplsOamControlRouterAlert, key.get(at::has_router_alert) != 0, key);
+    put_control(bcmFieldMplsOamControlTtlExpired, (key.get(at::label1) & 0xff) <= 1, key);
     // What follows says by its first bits what it is.
     const unsigned version = rest.has(4) ? rest.data[0] >> 4 : 0xfu;
     if (version == 0) {
         key.put(at::has_control_word, 1);
         key.put(at::control_word, number_of(rest.data, 4));
+    } else if (version == 1) {
+        put_control(tells_channel ? bcmFieldMplsOamControlGalAndAch : bcmFieldMplsOamControlAch, true, key);
+        read_channel(rest, tells_channel, key);
     } else if (version == 4 || version == 6) {
         read_inner(version == 4 ? type_ip4 : type_ip6, rest, key);
+        constexpr FieldWord ping = 3503;
+        put_control(
+            bcmFieldMplsOamControlLspPing,
+            key.get(at::inner_protocol) == protocol_udp && key.get(at::inner_destination_l4_port) == ping,
+            key);
     }
 }
 
@@ -244,6 +253,12 @@ void read_trill(FieldRest rest, FieldKey &key)
     key.put(at::trill_hops, first);
     key.put(at::trill_egress, number_at(rest.data + 2));
     key.put(at::trill_ingress, number_at(rest.data + 4));
+    FieldRest behind = rest;
+    behind.skip(header_bytes);
+    if (behind.has(8)) {
+        key.put(at::trill_payload, number_of(behind.data, 8));
+        key.has(FieldHeader::trill_payload);
+    }
     const std::size_t before_frame = header_bytes + option_bytes * key.get(at::trill_options);
     if (rest.has(before_frame)) {
         rest.skip(before_frame);
@@ -268,6 +283,38 @@ void read_fabric_tag(FieldRest &rest, FieldKey &key)
     rest.skip(tag_size);
 }
 
+/// The kind of a Fibre Channel header, and how long it is if others follow.
+int fibre_channel_kind(const FieldRest &rest, std::size_t *extended)
+{
+    struct Extended {
+        unsigned routing;
+        int kind;
+        std::size_t bytes;
+    };
+    static constexpr Extended all[] = {
+        {0x50, bcmFieldFibreChanVirtual, 8},
+        {0x51, bcmFieldFibreChanRouted, 8},
+        {0x52, bcmFieldFibreChanEncap, 24},
+    };
+    for (const Extended &each : all) {
+        if (rest.has(each.bytes) && rest.data[0] == each.routing) {
+            *extended = each.bytes;
+            return each.kind;
+        }
+    }
+    *extended = 0;
+    return rest.has(24) ? bcmFieldFibreChanStandard : bcmFieldFibreChanNone;
+}
+
+void put_fibre_channel_kinds(FieldRest rest, FieldKey &key)
+{
+    std::size_t extended = 0;
+    key.put(at::outer_fibre_channel, FieldWord{1} << fibre_channel_kind(rest, &extended));
+    rest.skip(extended);
+    const int inner = extended != 0 ? fibre_channel_kind(rest, &extended) : bcmFieldFibreChanNone;
+    key.put(at::inner_fibre_channel, FieldWord{1} << inner);
+}
+
 void read_fcoe(FieldRest rest, FieldKey &key)
 {
     constexpr std::size_t encapsulation_bytes = 14, header_bytes = 24;
@@ -278,6 +325,7 @@ void read_fcoe(FieldRest rest, FieldKey &key)
     key.put(at::fcoe_version_is_zero, rest.data[0] >> 4 == 0);
     key.put(at::fcoe_start, rest.data[encapsulation_bytes - 1]);
     rest.skip(encapsulation_bytes);
+    put_fibre_channel_kinds(rest, key);
     read_fabric_tag(rest, key);
     if (!rest.has(header_bytes)) {
         return;
@@ -311,6 +359,16 @@ void read_logical_link(FieldKey &key)
     }
 }
 
+/// The bytes that bcm_field_qualify_L2PayLoad asks for.
+void read_payload(FieldKey &key)
+{
+    const FieldRest &rest = key.behind_tags;
+    for (unsigned i = 0; i < at::payload_bytes && rest.has(i + 1); ++i) {
+        key.put(at::payload_byte(i), rest.data[i]);
+        key.words[at::payload_holds.word] |= FieldWord{1} << i;
+    }
+}
+
 /// Whether it tells of what became of another packet.
 bool tells_of_error(const FieldKey &key)
 {
@@ -320,10 +378,31 @@ bool tells_of_error(const FieldKey &key)
                                         : type == 3 || type == 4 || type == 5 || type == 11 || type == 12);
 }
 
+/// Tags that stand in place of a type, of which none is taken off.
+void read_other_tag(FieldWord type, const FieldRest &rest, FieldKey &key)
+{
+    constexpr FieldWord type_vn = 0x8926, type_e = 0x893f, type_cn = 0x22e9;
+    if (type == type_vn && rest.has(4)) {
+        key.put(at::vn_tag, number_of(rest.data, 4));
+        key.has(FieldHeader::vn_tag);
+    } else if (type == type_cn && rest.has(2)) {
+        key.put(at::cn_tag, number_at(rest.data));
+        key.has(FieldHeader::cn_tag);
+    } else if (type == type_e && rest.has(6)) {
+        const FieldWord tag = number_of(rest.data, 6);
+        key.put(at::e_tag, tag);
+        key.has(FieldHeader::e_tag);
+        // The extensions of both channels are in its last two bytes.
+        key.put(at::extended_channel, (tag >> 16 & 0x3fff) << 8 | (tag & 0xff));
+        key.put(at::incoming_extended_channel, (tag >> 32 & 0xfff) << 8 | (tag >> 8 & 0xff));
+    }
+}
+
 }  // namespace
 
 void read_further_headers(FieldKey &key)
 {
+    read_payload(key);
     read_logical_link(key);
     key.put(at::icmp_error, tells_of_error(key));
     const FieldWord type = key.is(FieldHeader::ether_type) ? key.get(at::ether_type) : 0;
@@ -340,14 +419,27 @@ void read_further_headers(FieldKey &key)
         put_tunnel(bcmFieldTunnelTypeMim, key);
         key.has(FieldHeader::i_tag);
         key.put(at::service_id, number_of(key.behind_type.data + 1, 3));
+        key.put(at::i_tag, number_of(key.behind_type.data, 4));
         FieldRest rest = key.behind_type;
         rest.skip(4);
         read_inner_ethernet(rest, key);
     }
+    read_other_tag(type, key.behind_type, key);
+    read_maintenance(key);
+    recognise(key);
     if (key.get(at::tunnel_type) == 0) {
         put_tunnel(bcmFieldTunnelTypeNone, key);
     }
     put_tunnel(bcmFieldTunnelTypeAny, key);
+    if (key.get(at::label_control) == 0) {
+        put_control(bcmFieldMplsOamControlNone, true, key);
+    }
+    if (!key.is(FieldHeader::fcoe)) {
+        key.put(at::outer_fibre_channel, FieldWord{1} << bcmFieldFibreChanNone);
+        key.put(at::inner_fibre_channel, FieldWord{1} << bcmFieldFibreChanNone);
+    }
+    key.put(at::outer_fibre_channel, FieldWord{1} << bcmFieldFibreChanAny);
+    key.put(at::inner_fibre_channel, FieldWord{1} << bcmFieldFibreChanAny);
 }
 
 }  // namespace sim

@@ -123,7 +123,7 @@ bool uses_other(const FieldGroup &group, const bcm_field_qset_t &qset)
     return std::any_of(group.entries.begin(), group.entries.end(), [&](const auto &each) {
         const FieldEntry &entry = *each.second;
         return std::any_of(entry.qualifiers.begin(), entry.qualifiers.end(),
-                           [&](const auto &used) { return !has_qualifier(qset, used.first); })
+                           [&](const auto &used) { return !has_qualifier(qset, used.first.qualifier); })
                || std::any_of(entry.ranges.begin(), entry.ranges.end(),
                               [&](const auto &used) { return !has_qualifier(qset, used.first.first); })
                || std::any_of(entry.data.begin(), entry.data.end(), [&](const auto &used) {

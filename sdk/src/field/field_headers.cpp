@@ -28,15 +28,6 @@ constexpr FieldWord bit(int kind)
     return FieldWord{1} << kind;
 }
 
-FieldWord number_of(const unsigned char *bytes, std::size_t count)
-{
-    FieldWord number = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        number = number << 8 | bytes[i];
-    }
-    return number;
-}
-
 using Rest = FieldRest;
 
 /// Where the parts of a tag go.
@@ -66,6 +57,7 @@ void read_l4(unsigned protocol, Rest rest, bool is_ip6, FieldKey &key)
         key.put(at::source_l4_port, from);
         key.put(at::destination_l4_port, to);
         key.put(at::same_l4_port, from == to);
+        key.put(at::has_l4_ports, 1);
         key.has(FieldHeader::l4_ports);
     }
     if (protocol == protocol_tcp && rest.has(20)) {
@@ -183,7 +175,7 @@ void read_ip6(Rest rest, FieldKey &key)
     bool is_first = true, has_fragment = false;
     const unsigned first = next;
     for (; rest.has(8); ++extensions) {
-        const unsigned current = next;
+        const unsigned current = next, code = rest.data[2];
         if (next == next_hop_by_hop || next == next_routing || next == next_options) {
             const std::size_t size = std::size_t{8} * (rest.data[1] + 1u);
             if (!rest.has(size)) {
@@ -202,6 +194,8 @@ void read_ip6(Rest rest, FieldKey &key)
         }
         if (extensions == 1) {
             key.put(at::second_extension, current);
+        } else if (extensions == 0 && current != next_fragment) {
+            key.put(at::extension_code, code);
         }
         if (!is_first) {
             ++extensions;
@@ -349,6 +343,7 @@ void read_headers(ByteView frame, const PortTags &port, FieldKey &key)
     }
     const unsigned type = number_at(rest.data);
     rest.skip(2);
+    key.behind_tags = rest;
     if (rest.has(8)) {
         key.put(at::payload, number_of(rest.data, 8));
         key.has(FieldHeader::payload);

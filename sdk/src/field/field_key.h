@@ -59,6 +59,15 @@ enum class FieldHeader : std::uint8_t {
     fcoe,
     fibre_channel,  ///< in FCoE, and a fabric's tag before it
     fabric_tag,
+    vn_tag,
+    e_tag,
+    cn_tag,
+    ethernet_oam,
+    channel,      ///< behind labels, beside what they carry
+    mpls_oam,     ///< a message in it
+    maintenance,  ///< either of both
+    bfd,
+    trill_payload,
 };
 
 /// A set of them.
@@ -90,7 +99,8 @@ constexpr FieldPlace ip_type{10, 0, 21}, ip_fragment{10, 21, 5}, protocol_kind{1
 constexpr FieldPlace tcp_sequence_zero{11, 0, 1}, same_ip{11, 1, 1}, same_l4_port{11, 2, 1},
     vlan_format{11, 3, 2}, not_later_fragment{11, 5, 1}, drop{11, 6, 1}, source_hit{11, 7, 1},
     source_static{11, 8, 1}, destination_hit{11, 9, 1}, color{11, 10, 2}, dhcp{11, 12, 1},
-    broadcast{11, 13, 1}, multicast{11, 14, 1}, extension{11, 16, 8};
+    broadcast{11, 13, 1}, multicast{11, 14, 1}, has_l4_ports{11, 15, 1}, extension{11, 16, 8},
+    extension_code{11, 24, 8};
 constexpr FieldPlace ranges{12, 0, 64};
 constexpr FieldPlace in_ports{13, 0, 64}, out_ports{15, 0, 64};  // two words each, the lower half first
 constexpr FieldPlace in_port{17, 0, 8}, out_port{17, 8, 8}, in_trunk{17, 16, 16}, out_trunk{17, 32, 16},
@@ -143,8 +153,31 @@ constexpr FieldPlace fibre_destination{57, 0, 24}, fibre_routing{57, 24, 8}, fib
     fibre_class{57, 56, 8};
 constexpr FieldPlace fibre_type{58, 0, 8}, fibre_frame{58, 8, 24}, fibre_data{58, 32, 8};
 
+constexpr unsigned payload_bytes = 32;
+constexpr FieldPlace payload_holds{59, 0, payload_bytes},  // a bit for each byte
+    payload_word{60, 0, 64};                               // as many as hold them, the first byte uppermost
+constexpr FieldPlace vn_tag{64, 0, 32}, i_tag{64, 32, 32}, e_tag{65, 0, 48}, cn_tag{65, 48, 16};
+constexpr FieldPlace extended_channel{66, 0, 22}, incoming_extended_channel{66, 22, 20},
+    maintenance_level{66, 42, 3}, is_only_gal{66, 45, 1}, label_control{66, 46, 7};
+constexpr FieldPlace maintenance_bits{67, 0, 64};
+constexpr FieldPlace channel{68, 0, 32}, bfd_discriminator{68, 32, 32};
+constexpr FieldPlace maintenance{69, 0, 25}, outer_fibre_channel{69, 25, 6}, inner_fibre_channel{69, 31, 6};
+constexpr FieldPlace protocol_of{70, 0, 39}, header_format{71, 0, 31}, trill_payload{72, 0, 64};
+
+/// Of byte `number` of a row of words, of which the first is uppermost.
+constexpr FieldPlace byte_of(FieldPlace row, std::size_t number)
+{
+    return {static_cast<std::uint8_t>(row.word + number / 8),
+            static_cast<std::uint8_t>(56 - 8 * (number % 8)), 8};
+}
+
+constexpr FieldPlace payload_byte(std::size_t number)
+{
+    return byte_of(payload_word, number);
+}
+
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = fibre_type.word + 1;
+constexpr std::size_t words = trill_payload.word + 1;
 
 }  // namespace field_places
 
@@ -202,6 +235,7 @@ struct FieldKey {
     std::array<FieldWord, field_places::words> words = {};
     FieldHeaders headers = bit_of(FieldHeader::always);
     const unsigned char *ip = nullptr;  ///< in the frame, of a packet of either IP
+    FieldRest behind_tags;              ///< what is behind the type, or the length in its place
     FieldRest logical_link;             ///< behind a length in place of the type
     FieldRest behind_type;
     FieldRest behind_ip;  ///< but of later fragments
@@ -223,6 +257,16 @@ struct FieldKey {
     bool is(FieldHeader header) const { return (headers & bit_of(header)) != 0; }
 };
 
+/// Of bytes as they are sent.
+inline FieldWord number_of(const unsigned char *bytes, std::size_t count)
+{
+    FieldWord number = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        number = number << 8 | bytes[i];
+    }
+    return number;
+}
+
 /// Puts what is in the frame, whose tags are told as those of the port are.
 void read_headers(ByteView frame, const PortTags &port, FieldKey &key);
 
@@ -231,5 +275,11 @@ void read_type(unsigned type, const FieldRest &rest, FieldKey &key);
 
 /// Puts what is further in: labels, tunnels and what they carry, logical links. After `read_headers`.
 void read_further_headers(FieldKey &key);
+
+/// Parts of that: what looks after links and paths, in a channel behind labels, of which the last says so or not, and
+/// elsewhere; and what the packet is, by all of its headers.
+void read_channel(FieldRest rest, bool is_labelled, FieldKey &key);
+void read_maintenance(FieldKey &key);
+void recognise(FieldKey &key);
 
 }  // namespace sim

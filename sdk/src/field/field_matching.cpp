@@ -99,8 +99,8 @@ std::vector<std::string> differences(const FieldState &state, const FieldContent
                                      const FieldKey &key)
 {
     std::vector<std::string> found;
-    for (const auto &[number, values] : content.qualifiers) {
-        const std::string text = difference(number, values, key);
+    for (const auto &[subject, values] : content.qualifiers) {
+        const std::string text = difference(subject.qualifier, values, key);
         if (!text.empty()) {
             found.push_back(text);
         }
@@ -270,8 +270,8 @@ int hold_objects(FieldState &state, FieldInstalled &compiled)
 int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, FieldInstalled &compiled)
 {
     const FieldStage stage = state.groups.at(entry.group).stage;
-    for (const auto &[number, values] : entry.qualifiers) {
-        const FieldQualifier *qualifier = field_qualifier(number);
+    for (const auto &[subject, values] : entry.qualifiers) {
+        const FieldQualifier *qualifier = field_qualifier(subject.qualifier);
         if (qualifier == nullptr || !(qualifier->stages >> static_cast<unsigned>(stage) & 1)) {
             return BCM_E_UNAVAIL;
         }
@@ -281,6 +281,9 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         }
     }
     for (const auto &[key, inverted] : entry.ranges) {
+        if (key.first == bcmFieldQualifyVPortRangeCheck) {
+            return BCM_E_UNAVAIL;
+        }
         FieldRange &range = state.ranges.at(key.second);
         const FieldPlace bit{at::ranges.word, static_cast<std::uint8_t>(range.bit), 1};
         compiled.pattern.require(bit, inverted == 0, 1);

@@ -21,10 +21,10 @@ bool is_in_set(const bcm_field_presel_set_t &presels, int id)
     return SHR_BITGET(presels.w, static_cast<unsigned>(id)) != 0;
 }
 
-int add_all(const std::map<int, FieldValues> &qualifiers, FieldPattern &pattern)
+int add_all(const FieldQualified &qualifiers, FieldPattern &pattern)
 {
-    for (const auto &[number, values] : qualifiers) {
-        const int status = add_to_pattern(*field_qualifier(number), values, pattern);
+    for (const auto &[subject, values] : qualifiers) {
+        const int status = add_to_pattern(*field_qualifier(subject.qualifier), values, pattern);
         if (status != BCM_E_NONE) {
             return status;
         }
@@ -34,17 +34,17 @@ int add_all(const std::map<int, FieldValues> &qualifiers, FieldPattern &pattern)
 
 }  // namespace
 
-int set_presel(FieldState &state, FieldPresel &presel, int qualifier, const FieldValues *values)
+int set_presel(FieldState &state, FieldPresel &presel, const FieldSubject &subject, const FieldValues *values)
 {
     constexpr unsigned everywhere = (1u << field_stages) - 1;
-    const FieldQualifier *known = field_qualifier(qualifier);
+    const FieldQualifier *known = field_qualifier(subject.qualifier);
     if (known == nullptr || known->stages != everywhere) {
         return BCM_E_UNAVAIL;
     }
-    std::map<int, FieldValues> changed = presel.qualifiers;
+    FieldQualified changed = presel.qualifiers;
     if (values != nullptr) {
-        changed[qualifier] = *values;
-    } else if (changed.erase(qualifier) == 0) {
+        changed[subject] = *values;
+    } else if (changed.erase(subject) == 0) {
         return BCM_E_NOT_FOUND;
     }
     FieldPattern pattern;

@@ -65,7 +65,12 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyEtherType, Layout::number, at::ether_type, Header::ether_type, everywhere},
     {bcmFieldQualifySrcMac, Layout::number, at::source_mac, Header::always, everywhere},
     {bcmFieldQualifyDstMac, Layout::number, at::destination_mac, Header::always, everywhere},
+    {bcmFieldQualifyForwardHdrSrcMac, Layout::number, at::source_mac, Header::always, everywhere},
+    {bcmFieldQualifyForwardHdrDstMac, Layout::number, at::destination_mac, Header::always, everywhere},
+    {bcmFieldQualifyForwardHdrVlanId, Layout::number, part(at::outer_tag, 0, 12), Header::outer_tag,
+     everywhere},
     {bcmFieldQualifyL2Format, Layout::choice, at::l2_format, Header::always, everywhere},
+    {bcmFieldQualifyL2PayLoad, Layout::payload, at::payload_holds, Header::always, everywhere},
     {bcmFieldQualifyL2PayloadFirstEightBytes, Layout::two_numbers, at::payload, Header::payload, everywhere},
 
     // Tags as received.
@@ -121,12 +126,14 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyIpFragNonOrFirst, Layout::number, at::not_later_fragment, Header::ip, everywhere},
     {bcmFieldQualifyExtensionHeaderType, Layout::number, at::extension, Header::ip6, everywhere},
     {bcmFieldQualifyExtensionHeader2Type, Layout::number, at::second_extension, Header::ip6, everywhere},
+    {bcmFieldQualifyExtensionHeaderSubCode, Layout::number, at::extension_code, Header::ip6, everywhere},
     {bcmFieldQualifyPacketLength, Layout::number, at::packet_length, Header::always, everywhere},
     {bcmFieldQualifyPacketSize, Layout::number, at::packet_length, Header::always, everywhere},
 
     // Layer 4.
     {bcmFieldQualifyL4SrcPort, Layout::number, at::source_l4_port, Header::l4_ports, everywhere},
     {bcmFieldQualifyL4DstPort, Layout::number, at::destination_l4_port, Header::l4_ports, everywhere},
+    {bcmFieldQualifyL4Ports, Layout::number, at::has_l4_ports, Header::always, everywhere},
     {bcmFieldQualifyEqualL4Port, Layout::number, at::same_l4_port, Header::l4_ports, everywhere},
     {bcmFieldQualifyTcpControl, Layout::number, at::tcp_flags, Header::tcp, everywhere},
     {bcmFieldQualifyTcpHeaderSize, Layout::number, at::tcp_header, Header::tcp, everywhere},
@@ -191,6 +198,43 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyFibreChanVFTPri, Layout::number, at::fabric_priority, Header::fabric_tag, everywhere},
     {bcmFieldQualifyFibreChanVFTFabricId, Layout::number, at::fabric, Header::fabric_tag, everywhere},
     {bcmFieldQualifyFibreChanVFTHopCount, Layout::number, at::fabric_hops, Header::fabric_tag, everywhere},
+
+    {bcmFieldQualifyTrillPayload, Layout::number, at::trill_payload, Header::trill_payload, everywhere},
+    {bcmFieldQualifyFibreChanOuter, Layout::choice, at::outer_fibre_channel, Header::always, everywhere},
+    {bcmFieldQualifyFibreChanInner, Layout::choice, at::inner_fibre_channel, Header::always, everywhere},
+
+    // Other tags.
+    {bcmFieldQualifyVnTag, Layout::number, at::vn_tag, Header::vn_tag, everywhere},
+    {bcmFieldQualifyCnTag, Layout::number, at::cn_tag, Header::cn_tag, everywhere},
+    {bcmFieldQualifyITag, Layout::number, at::i_tag, Header::i_tag, everywhere},
+    {bcmFieldQualifyETag, Layout::number, at::e_tag, Header::e_tag, everywhere},
+    {bcmFieldQualifyECid, Layout::number, at::extended_channel, Header::e_tag, everywhere},
+    {bcmFieldQualifyIngressECid, Layout::number, at::incoming_extended_channel, Header::e_tag, everywhere},
+
+    // What looks after links and paths.
+    {bcmFieldQualifyOamType, Layout::choice, at::maintenance, Header::always, everywhere},
+    {bcmFieldQualifyOamMdl, Layout::number, at::maintenance_level, Header::ethernet_oam, everywhere},
+    {bcmFieldQualifyOamHeaderBits0_31, Layout::number, part(at::maintenance_bits, 32, 32),
+     Header::maintenance, everywhere},
+    {bcmFieldQualifyOamHeaderBits32_63, Layout::number, part(at::maintenance_bits, 0, 32),
+     Header::maintenance, everywhere},
+    {bcmFieldQualifyEthernetOamHeaderBits0_31, Layout::number, part(at::maintenance_bits, 32, 32),
+     Header::ethernet_oam, everywhere},
+    {bcmFieldQualifyEthernetOamHeaderBits32_63, Layout::number, part(at::maintenance_bits, 0, 32),
+     Header::ethernet_oam, everywhere},
+    {bcmFieldQualifyMplsOamHeaderBits0_31, Layout::number, part(at::maintenance_bits, 32, 32),
+     Header::mpls_oam, everywhere},
+    {bcmFieldQualifyMplsOamHeaderBits32_63, Layout::number, part(at::maintenance_bits, 0, 32),
+     Header::mpls_oam, everywhere},
+    {bcmFieldQualifyMplsOamACH, Layout::number, at::channel, Header::channel, everywhere},
+    {bcmFieldQualifyMplsOamGALLabelOnly, Layout::number, at::is_only_gal, Header::label1, everywhere},
+    {bcmFieldQualifyMplsOamControlPktType, Layout::choice, at::label_control, Header::always, everywhere},
+    {bcmFieldQualifyBfdYourDiscriminator, Layout::number, at::bfd_discriminator, Header::bfd, everywhere},
+
+    // What it is, by all of its headers.
+    {bcmFieldQualifyAppType, Layout::choice, at::protocol_of, Header::always, everywhere},
+    {bcmFieldQualifyHeaderFormat, Layout::choice, at::header_format, Header::always, everywhere},
+    {bcmFieldQualifyHeaderFormatSet, Layout::choices, at::header_format, Header::always, everywhere},
 
     // Tunnels, and what they carry.
     {bcmFieldQualifyTunnelType, Layout::choice, at::tunnel_type, Header::always, everywhere},
@@ -393,6 +437,18 @@ void add_ports(const FieldQualifier &qualifier, const char *values, FieldPattern
     pattern.require(place, 0, refused(2) & 1);
 }
 
+/// So many bytes, and behind them their masks.
+void add_payload(const char *bytes, std::size_t count, FieldPattern &pattern)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto mask = static_cast<unsigned char>(bytes[count + i]);
+        if (mask != 0) {
+            pattern.require(at::payload_byte(i), static_cast<unsigned char>(bytes[i]), mask);
+            pattern.require(part(at::payload_holds, static_cast<unsigned>(i), 1), 1, 1);
+        }
+    }
+}
+
 }  // namespace
 
 void FieldPattern::require(FieldPlace place, FieldWord number, FieldWord mask_bits)
@@ -440,7 +496,7 @@ const FieldQualifier *field_qualifier(int qualifier)
 
 int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, FieldPattern &pattern)
 {
-    const std::size_t size = values.bytes.size() / values.count;
+    const std::size_t size = values.size();
     const auto bytes = [&](unsigned which) { return values.bytes.data() + which * size; };
     const auto number = [&](unsigned which) { return number_in(bytes(which), size); };
     const FieldPlace place = qualifier.place;
@@ -477,6 +533,14 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         }
         pattern.require(place, field_ones(64), FieldWord{1} << number(0));
         break;
+    case Layout::choices: {
+        const auto set = static_cast<FieldWord>(taken<uint32>(bytes(0)));
+        if ((set & ~field_ones(place.width)) != 0) {
+            return BCM_E_PARAM;
+        }
+        pattern.require(place, 0, ~set);
+        break;
+    }
     case Layout::ports:
         add_ports(qualifier, values.bytes.data(), pattern);
         break;
@@ -505,6 +569,9 @@ int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, F
         status = add_number(place, FieldWord{header.org_code} << 16 | header.type, mask, pattern);
         break;
     }
+    case Layout::payload:
+        add_payload(values.bytes.data(), size, pattern);
+        break;
     case Layout::two_numbers:
         is_asked = (number(2) | number(3)) != 0;
         pattern.require(place, number(0) << 32 | number(1), number(2) << 32 | number(3));

@@ -6,6 +6,7 @@
 #include <bcm/field_qualifiers.h>
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace sim {
@@ -27,6 +28,7 @@ enum class FieldLayout : std::uint8_t {
     ip6_upper,      ///< the first eight bytes of an address
     ip6_lower,      ///< the last
     choice,         ///< the number of a bit; one value
+    choices,        ///< a set of bits, of which the packet has one in the place
     ports,          ///< a bitmap, of which a port in the mask has to be in the value
     port,           ///< a gport of a port of the unit; one value
     module,         ///< a gport of a module, whose port does not count; one value
@@ -35,6 +37,7 @@ enum class FieldLayout : std::uint8_t {
     module_port,    ///< module and its mask, port and its mask
     two_numbers,    ///< the upper and the lower half, then their masks
     snap,           ///< the members of a header
+    payload,        ///< as many bytes as the caller said, from the first on
 };
 
 struct FieldQualifier {
@@ -67,7 +70,25 @@ struct FieldPattern {
 struct FieldValues {
     std::string bytes;
     unsigned count;
+
+    /// Bytes of each, where all have as many.
+    std::size_t size() const { return bytes.size() / count; }
 };
+
+/// What values are for: a qualifier, and of some that ask of several things, of which, as the caller said it: the
+/// priority of a group, a set of ports.
+struct FieldSubject {
+    int qualifier;
+    std::string of;
+
+    bool operator<(const FieldSubject &other) const
+    {
+        return qualifier != other.qualifier ? qualifier < other.qualifier : of < other.of;
+    }
+};
+
+/// The qualifiers of an entry.
+using FieldQualified = std::map<FieldSubject, FieldValues>;
 
 /// Adds what the values ask for. BCM_E_PARAM: a value is wider than the place; BCM_E_PORT.
 int add_to_pattern(const FieldQualifier &qualifier, const FieldValues &values, FieldPattern &pattern);

@@ -13,7 +13,9 @@ namespace {
 struct Asked {
     /// What follows the values says only whether they are within their ranges.
     explicit Asked(const rules::Arguments &arguments)
-        : values(arguments.begin() + 2),
+        : values(std::find_if(
+            arguments.begin() + 2, arguments.end(),
+            [](const rules::Argument &each) { return each.role != rules::Argument::Role::key; })),
           end(std::find_if(values, arguments.end(),
                            [](const rules::Argument &each) { return each.size == 0; })),
           within(std::none_of(end, arguments.end(), [](const rules::Argument &each) {
@@ -21,7 +23,10 @@ struct Asked {
           }))
     {
         std::memcpy(&entry, arguments.begin()[0].from, sizeof entry);
-        std::memcpy(&qualifier, arguments.begin()[1].from, sizeof qualifier);
+        std::memcpy(&subject.qualifier, arguments.begin()[1].from, sizeof subject.qualifier);
+        for (const rules::Argument *of = arguments.begin() + 2; of != values; ++of) {
+            subject.of.append(static_cast<const char *>(of->from), of->size);
+        }
     }
 
     bool has_all() const
@@ -31,7 +36,7 @@ struct Asked {
     }
 
     bcm_field_entry_t entry;
-    int qualifier;
+    FieldSubject subject;
     const rules::Argument *values, *end;
     bool within;
 };
@@ -68,9 +73,9 @@ FieldValues values_of(const Asked &asked)
 }
 
 /// Writes what is kept of the qualifier: BCM_E_NOT_FOUND.
-int write_values(const std::map<int, FieldValues> &qualifiers, const Asked &asked)
+int write_values(const FieldQualified &qualifiers, const Asked &asked)
 {
-    const auto found = qualifiers.find(asked.qualifier);
+    const auto found = qualifiers.find(asked.subject);
     if (found == qualifiers.end()) {
         return BCM_E_NOT_FOUND;
     }
@@ -168,21 +173,21 @@ int set_qualifier(int unit, rules::Arguments arguments)
         return begin(unit, ready<FieldState>, all_given(asked), field_presel(asked.entry))
             .then([&](FieldState &state, FieldPresel &presel) {
                 const FieldValues values = values_of(asked);
-                return set_presel(state, presel, asked.qualifier, &values);
+                return set_presel(state, presel, asked.subject, &values);
             });
     }
     return begin(unit, ready<FieldState>, all_given(asked), field_entry(asked.entry))
         .then([&](FieldState &state, FieldEntry &entry) -> int {
-            if (!may_have(state, entry, asked.qualifier)) {
+            if (!may_have(state, entry, asked.subject.qualifier)) {
                 return BCM_E_PARAM;
             }
             FieldValues values = values_of(asked);
-            const FieldQualifier *qualifier = field_qualifier(asked.qualifier);
+            const FieldQualifier *qualifier = field_qualifier(asked.subject.qualifier);
             FieldPattern pattern;
             const int status = qualifier != nullptr ? add_to_pattern(*qualifier, values, pattern)
                                                     : static_cast<int>(BCM_E_NONE);
             if (status == BCM_E_NONE) {
-                entry.qualifiers[asked.qualifier] = std::move(values);
+                entry.qualifiers[asked.subject] = std::move(values);
             }
             return status;
         });
@@ -199,6 +204,24 @@ int find_qualifier(int unit, rules::Arguments arguments)
     }
     return begin(unit, ready<FieldState>, all_given(asked), field_entry(asked.entry))
         .then([&](FieldState &, const FieldEntry &entry) { return write_values(entry.qualifiers, asked); });
+}
+
+int find_qualifier_bytes(int unit, bcm_field_entry_t entry, int qualifier, std::size_t *bytes)
+{
+    const auto tell = [&](const FieldQualified &qualifiers) -> int {
+        const auto found = qualifiers.find({qualifier, {}});
+        if (found == qualifiers.end()) {
+            return BCM_E_NOT_FOUND;
+        }
+        *bytes = found->second.size();
+        return BCM_E_NONE;
+    };
+    if (is_presel(entry)) {
+        return begin(unit, ready<FieldState>, field_presel(entry))
+            .then([&](FieldState &, const FieldPresel &presel) { return tell(presel.qualifiers); });
+    }
+    return begin(unit, ready<FieldState>, field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) { return tell(found.qualifiers); });
 }
 
 int clear_qualifier(int unit, rules::Arguments arguments)
@@ -223,13 +246,16 @@ int sim_bcm_field_qualifier_delete(int unit, bcm_field_entry_t entry, bcm_field_
     if (is_presel(entry)) {
         return begin(unit, ready<FieldState>, field_presel(entry))
             .then([&](FieldState &state, FieldPresel &presel) {
-                return set_presel(state, presel, qual_id, nullptr);
+                return set_presel(state, presel, {qual_id, {}}, nullptr);
             });
     }
     return begin(unit, ready<FieldState>, field_entry(entry))
         .then([&](FieldState &state, FieldEntry &found) -> int {
             const auto before = found.qualifiers.size() + found.ranges.size();
-            found.qualifiers.erase(qual_id);
+            auto next = found.qualifiers.lower_bound({qual_id, {}});
+            while (next != found.qualifiers.end() && next->first.qualifier == qual_id) {
+                next = found.qualifiers.erase(next);
+            }
             clear_ranges(state, found, qual_id, false);
             return found.qualifiers.size() + found.ranges.size() != before ? BCM_E_NONE : BCM_E_NOT_FOUND;
         });
@@ -256,6 +282,18 @@ int sim_bcm_field_qualify_L4PortRangeCheck_get(int unit, bcm_field_entry_t entry
                                                bcm_field_range_t *range, int *invert, int *count)
 {
     return get_ranges(unit, entry, bcmFieldQualifyL4PortRangeCheck, max_count, range, invert, count);
+}
+
+int sim_bcm_field_qualify_VPortRangeCheck(int unit, bcm_field_entry_t entry, bcm_field_range_t range,
+                                          int invert)
+{
+    return add_range(unit, entry, bcmFieldQualifyVPortRangeCheck, range, invert);
+}
+
+int sim_bcm_field_qualify_VPortRangeCheck_get(int unit, bcm_field_entry_t entry, int max_count,
+                                              bcm_field_range_t *range, int *invert, int *count)
+{
+    return get_ranges(unit, entry, bcmFieldQualifyVPortRangeCheck, max_count, range, invert, count);
 }
 
 int sim_bcm_field_qualify_PacketLengthRangeCheck(int unit, bcm_field_entry_t entry, bcm_field_range_t range,
