@@ -85,7 +85,8 @@ void read_udp(FieldRest rest, FieldKey &key)
 {
     constexpr std::size_t udp_bytes = 8;
     const int one_hop = key.is(FieldHeader::ip6) ? bcmFieldOamTypeBfdIp6 : bcmFieldOamTypeBfdIp4;
-    const Kind kinds[] = {{3784, one_hop}, {4784, bcmFieldOamTypeBfdMultihop}, {6784, bcmFieldOamTypeBfdMicro}};
+    const Kind kinds[] = {
+        {3784, one_hop}, {4784, bcmFieldOamTypeBfdMultihop}, {6784, bcmFieldOamTypeBfdMicro}};
     const int kind = kind_of(kinds, static_cast<unsigned>(key.get(at::destination_l4_port)), 0);
     if (kind != 0) {
         rest.skip(udp_bytes);
@@ -111,14 +112,15 @@ void read_channel(FieldRest rest, bool is_labelled, FieldKey &key)
         put_session(rest, key);
     }
     if (!is_labelled) {
-        put_kind(type == channel_bfd ? bcmFieldOamTypeBfdPseudowire : bcmFieldOamTypePseudowireControlWord, key);
+        put_kind(type == channel_bfd ? bcmFieldOamTypeBfdPseudowire : bcmFieldOamTypePseudowireControlWord,
+                 key);
     } else if (type == type_oam && rest.has(2) && rest.data[1] == 1) {
         put_kind(bcmFieldOamTypeMplsTpCcm, key);
     } else {
-        put_kind(type == channel_bfd                    ? bcmFieldOamTypeBfdMpls
+        put_kind(type == channel_bfd                        ? bcmFieldOamTypeBfdMpls
                  : type == of_loss[0] || type == of_loss[1] ? bcmFieldOamTypeMplsTpLossMeasurement
-                 : type == of_delay                     ? bcmFieldOamTypeMplsTpDelayMeasurement
-                                                        : bcmFieldOamTypeMplsTpOther,
+                 : type == of_delay                         ? bcmFieldOamTypeMplsTpDelayMeasurement
+                                                            : bcmFieldOamTypeMplsTpOther,
                  key);
     }
 }

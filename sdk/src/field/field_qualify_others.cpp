@@ -13,9 +13,9 @@ extern "C" {
 int sim_bcm_field_qualify_L2PayLoad(int unit, bcm_field_entry_t entry, uint32 length, const uint8 *data,
                                     const uint8 *mask)
 {
-    return set_qualifier(unit, {rules::key(entry), rules::key(bcmFieldQualifyL2PayLoad),
-                                rules::given_at(data, length), rules::given_at(mask, length),
-                                rules::within(length, 1, field_places::payload_bytes)});
+    return set_qualifier(
+        unit, {rules::key(entry), rules::key(bcmFieldQualifyL2PayLoad), rules::given_at(data, length),
+               rules::given_at(mask, length), rules::within(length, 1, field_places::payload_bytes)});
 }
 
 int sim_bcm_field_qualify_L2PayLoad_get(int unit, bcm_field_entry_t entry, uint32 *length, uint8 *data,
@@ -53,9 +53,9 @@ int sim_bcm_field_qualify_ExactMatchHitStatus(int unit, bcm_field_entry_t entry,
 int sim_bcm_field_qualify_ExactMatchHitStatus_get(int unit, bcm_field_entry_t entry, int group_pri,
                                                   uint8 *data, uint8 *mask)
 {
-    return find_qualifier(unit, {rules::key(entry), rules::key(bcmFieldQualifyExactMatchHitStatus),
-                                 rules::key(group_pri), rules::result_at(data, sizeof *data),
-                                 rules::result_at(mask, sizeof *mask)});
+    return find_qualifier(
+        unit, {rules::key(entry), rules::key(bcmFieldQualifyExactMatchHitStatus), rules::key(group_pri),
+               rules::result_at(data, sizeof *data), rules::result_at(mask, sizeof *mask)});
 }
 
 int sim_bcm_field_qualify_ExactMatchActionClassId(int unit, bcm_field_entry_t entry, int group_pri,
@@ -68,9 +68,9 @@ int sim_bcm_field_qualify_ExactMatchActionClassId(int unit, bcm_field_entry_t en
 int sim_bcm_field_qualify_ExactMatchActionClassId_get(int unit, bcm_field_entry_t entry, int group_pri,
                                                       uint32 *data, uint32 *mask)
 {
-    return find_qualifier(unit, {rules::key(entry), rules::key(bcmFieldQualifyExactMatchActionClassId),
-                                 rules::key(group_pri), rules::result_at(data, sizeof *data),
-                                 rules::result_at(mask, sizeof *mask)});
+    return find_qualifier(
+        unit, {rules::key(entry), rules::key(bcmFieldQualifyExactMatchActionClassId), rules::key(group_pri),
+               rules::result_at(data, sizeof *data), rules::result_at(mask, sizeof *mask)});
 }
 
 int sim_bcm_field_qualify_ExactMatchGroupClassId(int unit, bcm_field_entry_t entry, int group_pri,
@@ -97,9 +97,9 @@ int sim_bcm_field_qualify_MixedSrcClassId(int unit, bcm_field_entry_t entry, bcm
 int sim_bcm_field_qualify_MixedSrcClassId_get(int unit, bcm_field_entry_t entry, bcm_pbmp_t pbmp,
                                               bcm_field_src_class_t *data, bcm_field_src_class_t *mask)
 {
-    return find_qualifier(unit, {rules::key(entry), rules::key(bcmFieldQualifyMixedSrcClassId),
-                                 rules::key(pbmp), rules::result_at(data, sizeof *data),
-                                 rules::result_at(mask, sizeof *mask)});
+    return find_qualifier(unit,
+                          {rules::key(entry), rules::key(bcmFieldQualifyMixedSrcClassId), rules::key(pbmp),
+                           rules::result_at(data, sizeof *data), rules::result_at(mask, sizeof *mask)});
 }
 
 // A user-defined field is a data qualifier by its other name: both have one bit in sets of qualifiers.

@@ -117,9 +117,10 @@ constexpr Sign formats[] = {
 bool holds(const Sign &sign, const FieldKey &key)
 {
     // Of kinds, a packet may have others, too.
-    const FieldWord asked = sign.place.word == at::tunnel_type.word && sign.place.shift == at::tunnel_type.shift
-                                ? sign.number
-                                : field_ones(sign.place.width);
+    const FieldWord asked =
+        sign.place.word == at::tunnel_type.word && sign.place.shift == at::tunnel_type.shift
+            ? sign.number
+            : field_ones(sign.place.width);
     return (key.headers & sign.headers) == sign.headers && (key.get(sign.place) & asked) == sign.number;
 }
 
