@@ -58,6 +58,10 @@ struct PortTags {
     int untagged_priority = 0;
     std::array<Class, 2 * packet_priorities> classes;  // by of_tag
     std::array<Mark, priorities *colors> marks = {};   // by of_class; what is not set stays as it is
+
+    // The maps of bcm_qos_port_map_set that these two are kept up with.
+    static constexpr int no_map = -1;
+    int map_of_classes = no_map, map_of_marks = no_map;
 };
 
 }  // namespace sim

@@ -19,9 +19,10 @@ struct TagState : RoomState {
     /// As the rules keep them now.
     const TagTables &tables(Switch &sw);
 
-private:
+    /// What the rules keep, or a port's PortTags, has changed: packets meet it.
     void touch();
 
+private:
     PortState &ports_;
     TagTables tables_;
     bool is_stale_ = true;
