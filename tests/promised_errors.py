@@ -256,7 +256,7 @@ class Sdk(object):
             return self.headers.enumerations[kind][:20] or [0]
         if COUNT.search(name):
             return [1, 0, 8]
-        return [1, 0] + ids + [2, 10]
+        return [1, 0] + ids + [2, 5, 10]  # 5: flags of which two are needed
 
     # Promises
 

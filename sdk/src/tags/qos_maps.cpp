@@ -25,8 +25,8 @@ constexpr int capacity = 64;  // ids from 1 on
 constexpr int no_map = PortTags::no_map;
 
 constexpr uint32 directions = BCM_QOS_MAP_INGRESS | BCM_QOS_MAP_EGRESS;
-constexpr uint32 marks = BCM_QOS_MAP_L2 | BCM_QOS_MAP_L2_INNER_TAG | BCM_QOS_MAP_L3 | BCM_QOS_MAP_MPLS
-                         | BCM_QOS_MAP_ETAG;
+constexpr uint32 marks =
+    BCM_QOS_MAP_L2 | BCM_QOS_MAP_L2_INNER_TAG | BCM_QOS_MAP_L3 | BCM_QOS_MAP_MPLS | BCM_QOS_MAP_ETAG;
 
 constexpr bool is_one_bit(uint32 bits)
 {
@@ -86,9 +86,7 @@ int find_map(const RuleStore &store, uint32 flags, int id)
 {
     uint32 direction = 0;
     const int rc = direction_of(store, id, &direction);
-    return rc != BCM_E_NONE                        ? rc
-           : flags == (direction | BCM_QOS_MAP_L2) ? BCM_E_NONE
-                                                   : BCM_E_PARAM;
+    return rc != BCM_E_NONE ? rc : flags == (direction | BCM_QOS_MAP_L2) ? BCM_E_NONE : BCM_E_PARAM;
 }
 
 int &map_of(Switch &sw, int port, uint32 direction)
@@ -145,7 +143,8 @@ void put(PortTags &tags, uint32 direction, int place, const Line *line)
                                                              static_cast<std::uint8_t>(line->color)}
                                            : PortTags().classes[at];
     } else {
-        tags.marks[at] = line != nullptr ? PortTags::Mark{true, line->pkt_pri, line->pkt_cfi} : PortTags::Mark();
+        tags.marks[at] =
+            line != nullptr ? PortTags::Mark{true, line->pkt_pri, line->pkt_cfi} : PortTags::Mark();
     }
 }
 
@@ -290,10 +289,11 @@ int sim_bcm_qos_map_add(int unit, uint32 flags, bcm_qos_map_t *map, int map_id)
 
 int sim_bcm_qos_map_delete(int unit, uint32 flags, bcm_qos_map_t *map, int map_id)
 {
-    return change_line(unit, flags, map, map_id, [&](RuleStore &store, const std::string &key) -> const Line * {
-        store.erase(lines, key);
-        return nullptr;
-    });
+    return change_line(unit, flags, map, map_id,
+                       [&](RuleStore &store, const std::string &key) -> const Line * {
+                           store.erase(lines, key);
+                           return nullptr;
+                       });
 }
 
 int sim_bcm_qos_map_multi_get(int unit, uint32 flags, int map_id, int array_size, bcm_qos_map_t *array,
@@ -365,13 +365,14 @@ int sim_bcm_qos_port_map_type_set(int unit, bcm_gport_t port, uint32 flags, int 
 
 int sim_bcm_qos_port_map_type_get(int unit, bcm_gport_t port, uint32 flags, int *map_id)
 {
-    return begin(unit, ready_maps, given(map_id), own_port(port)).then([&](Switch &sw, RuleStore &, int own) -> int {
-        const int rc = check_kind(flags, 0);
-        if (rc == BCM_E_NONE) {
-            *map_id = map_of(sw, own, flags & directions);
-        }
-        return rc;
-    });
+    return begin(unit, ready_maps, given(map_id), own_port(port))
+        .then([&](Switch &sw, RuleStore &, int own) -> int {
+            const int rc = check_kind(flags, 0);
+            if (rc == BCM_E_NONE) {
+                *map_id = map_of(sw, own, flags & directions);
+            }
+            return rc;
+        });
 }
 
 int sim_bcm_qos_multi_get(int unit, int array_size, int *map_ids_array, int *flags_array, int *array_count)
