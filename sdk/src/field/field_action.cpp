@@ -208,12 +208,27 @@ constexpr ActionRow actions[] = {
     of_colors(bcmFieldActionTosNew, Decision::service, Kind::new_precedence, after_tables, Parameters::number,
               7),
     of_colors(bcmFieldActionTosCancel, Decision::service, Kind::cancel, after_tables),
+    of_colors(bcmFieldActionTosCopy, Decision::service, Kind::copied_precedence, after_tables),
     number_of_colors(bcmFieldActionEcnNew, Decision::ecn, after_tables, 3),
     of_colors(bcmFieldActionEcnCancel, Decision::ecn, Kind::cancel, after_tables),
     {bcmFieldActionTtlSet, Decision::ttl, Kind::act, in_ingress, Parameters::number, 255},
     {bcmFieldActionTtlDecrementDisable, Decision::ttl, Kind::from_hops, in_ingress},
     {bcmFieldActionSrcMacNew, Decision::source_mac, Kind::act, after_tables, Parameters::mac},
     {bcmFieldActionDestMacNew, Decision::destination_mac, Kind::act, after_tables, Parameters::mac},
+
+    {bcmFieldActionSrcIpNew, Decision::source_ip, Kind::act, after_tables, Parameters::number, UINT_MAX},
+    {bcmFieldActionDestIpNew, Decision::destination_ip, Kind::act, after_tables, Parameters::number,
+     UINT_MAX},
+    {bcmFieldActionSrcL4PortNew, Decision::source_l4_port, Kind::act, after_tables, Parameters::number,
+     0xffff},
+    {bcmFieldActionDestL4PortNew, Decision::destination_l4_port, Kind::act, after_tables, Parameters::number,
+     0xffff},
+    {bcmFieldActionEtherTypeNew, Decision::ether_type, Kind::act, after_tables, Parameters::number,
+     highest_type, least_type},
+    {bcmFieldActionFlowLabelNew, Decision::flow_label, Kind::act, after_tables, Parameters::number, 0xfffff},
+    {bcmFieldActionLookupDisable, Decision::not_looked_up, Kind::act, in_lookup},
+    {bcmFieldActionEgressLookupDisable, Decision::not_looked_up_last, Kind::act, on_arrival},
+    {bcmFieldActionPolicerColorBlind, Decision::color_blind, Kind::act, in_ingress},
 
     {bcmFieldActionPolicerLevel0Set, Decision::policer, Kind::act, in_ingress, Parameters::number, INT_MAX,
      1},
@@ -332,6 +347,7 @@ std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
     case Kind::from_outer_vlan:
         return vlan_of(key, FieldHeader::outer_tag, field_places::outer_tag);
     case Kind::from_outer_tag:
+    case Kind::copied_precedence:
         return key.is(FieldHeader::outer_tag)
                    ? std::optional<unsigned>(key.get(field_places::outer_tag) >> above_priority)
                    : std::nullopt;

@@ -66,8 +66,17 @@ enum class FieldDecision : std::uint8_t {
     sample_rate_in,  ///< of so many, one
     sample_out,      ///< the same of what leaves
     sample_rate_out,
-    sample_to,    ///< the destination of mirrors that gets the samples; 0 for the CPU
-    first_class,  ///< a class of the packet, in the order of FieldClass
+    sample_to,  ///< the destination of mirrors that gets the samples; 0 for the CPU
+    source_ip,  ///< of IPv4
+    destination_ip,
+    source_l4_port,  ///< of TCP and UDP
+    destination_l4_port,
+    ether_type,
+    flow_label,
+    color_blind,         ///< the entry's own policers take each packet for green
+    not_looked_up,       ///< no entry of ingress is asked
+    not_looked_up_last,  ///< nor one of egress
+    first_class,         ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 
@@ -185,18 +194,19 @@ struct FieldEffect {
         cancel,  ///< of the decision
         act,     ///< what the decision says, with the number
         to_destination,
-        to_object,        ///< an egress object of layer 3, or a group of them
-        to_members,       ///< of a VLAN
-        to_ports,         ///< in place of where it goes
-        also_to_ports,    ///< besides
-        not_to_ports,     ///< without
-        new_tag,          ///< act, if there is a tag or not
-        no_tag,           ///< none
-        new_precedence,   ///< of the service the upper three bits
-        from_precedence,  ///< act, with the packet's IP precedence
-        from_inner_tag,   ///< with the priority of its inner tag
-        from_hops,        ///< with its TTL or hop limit
-        from_inner_vlan,  ///< with the VLAN of its inner tag
+        to_object,          ///< an egress object of layer 3, or a group of them
+        to_members,         ///< of a VLAN
+        to_ports,           ///< in place of where it goes
+        also_to_ports,      ///< besides
+        not_to_ports,       ///< without
+        new_tag,            ///< act, if there is a tag or not
+        no_tag,             ///< none
+        new_precedence,     ///< of the service the upper three bits
+        copied_precedence,  ///< the same, of the priority of the packet's outer tag
+        from_precedence,    ///< act, with the packet's IP precedence
+        from_inner_tag,     ///< with the priority of its inner tag
+        from_hops,          ///< with its TTL or hop limit
+        from_inner_vlan,    ///< with the VLAN of its inner tag
         from_outer_vlan,
         from_outer_tag,  ///< with the priority of its outer tag
         for_reason,      ///< act, for the reason for the CPU that the condition has

@@ -234,6 +234,11 @@ int take_policers(FieldState &state, FieldStage stage, FieldInstalled &compiled)
             return BCM_E_UNAVAIL;
         }
     }
+    const auto is_blind = [](const FieldEffect &each) { return each.decision == FieldDecision::color_blind; };
+    compiled.is_color_blind = std::any_of(effects.begin(), effects.end(), is_blind)
+                              && std::any_of(compiled.policers.begin(), compiled.policers.end(),
+                                             [](const PolicerUse &use) { return use.id != 0; });
+    effects.erase(std::remove_if(effects.begin(), effects.end(), is_blind), effects.end());
     return BCM_E_NONE;
 }
 
