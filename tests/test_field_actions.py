@@ -670,6 +670,7 @@ class Documented(FieldActionTest):
 
     def test_all_others_are_refused(self):
         done, _, refused = action_table().partition('| Refused actions |')
+        refused = set(re.findall(r'`(\w+)`', ''.join(re.findall(r'(?m)^\| (`[^|]*) \|', refused))))
         documented, rows = {}, re.findall(r'(?m)^\| (`[^|]*`\*?) \| ([a-z, ]+) \|', done)
         for actions, stages in rows:
             for name, has_forms in re.findall(r'`(\w+)`(\*?)', actions):
@@ -678,7 +679,7 @@ class Documented(FieldActionTest):
             if name == 'Count':
                 continue
             base = name[2:] if name[:2] in FORMS else name
-            self.assertNotEqual(base in documented or name in documented, '`%s`' % base in refused, name)
+            self.assertNotEqual(base in documented or name in documented, base in refused, name)
             stages, has_forms = documented.get(base, (set(), False))
             expected = stages if base == name or has_forms else set()
             served = set()

@@ -6,9 +6,11 @@
 #include "port_set.h"
 
 #include <bcm/field_actions.h>
+#include <bcm/field_types.h>
 #include <bcm/types.h>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -179,6 +181,31 @@ constexpr FieldConditions looked_for_conditions =
 /// Whether the action gives a class that entries can ask for.
 bool gives_class(int action);
 
+/// A number that is put together of what packets have, and of constants.
+class FieldExtraction {
+public:
+    /// Appends as many bits above those that there are.
+    void append(const FieldQualifier &qualifier, unsigned lsb, unsigned bits);
+    void append(FieldWord constant, unsigned bits);
+    void add(unsigned bias) { bias_ += bias; }
+
+    /// None of a packet that has not got all of it.
+    std::optional<unsigned> of(const FieldKey &key) const;
+
+    /// What it looks at.
+    const FieldPattern &looked_at() const { return looked_at_; }
+
+private:
+    struct Piece {
+        FieldPlace place;  // of no bits for a constant
+        unsigned at;       // in the number
+        FieldWord constant;
+    };
+    std::vector<Piece> pieces_;
+    FieldPattern looked_at_;
+    unsigned bits_ = 0, bias_ = 0;
+};
+
 /// An action as an entry was given it.
 struct FieldAction {
     std::array<uint32, 3> parameters = {};
@@ -186,6 +213,8 @@ struct FieldAction {
     bool has_ports = false;
     std::array<std::uint8_t, 6> mac = {};  ///< of bcm_field_action_mac_add
     bool has_mac = false;
+    /// Of bcm_field_direct_extraction_action_add, with what is added to the number in place of the first parameter.
+    std::vector<bcm_field_extraction_field_t> pieces;
 };
 
 /// The same as packets meet it.
@@ -222,6 +251,9 @@ struct FieldEffect {
     std::array<std::uint8_t, 6> mac = {};
     unsigned number = 0;
     unsigned entry = 0;  ///< its id
+    std::shared_ptr<const FieldExtraction>
+        extraction;  ///< in place of the number, from least to highest; or null
+    unsigned least = 0, highest = 0;
 
     /// The number for the packet; none if it has not got what it is taken from.
     std::optional<unsigned> number_for(const FieldKey &key) const;

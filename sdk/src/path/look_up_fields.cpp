@@ -554,8 +554,8 @@ void put_flow(const Numbers &numbers, const FieldKey &key, ByteView frame, Heade
 {
     using D = FieldDecision;
     if (key.is(FieldHeader::ether_type)) {
-        constexpr std::size_t type_bytes = 2;
-        changes.type_from = static_cast<std::size_t>(key.behind_type.data - frame.data) - type_bytes;
+        constexpr std::size_t bytes_of_type = 2;
+        changes.type_from = static_cast<std::size_t>(key.behind_type.data - frame.data) - bytes_of_type;
         numbers.put(D::ether_type, changes.ether_type);
     }
     if (key.is(FieldHeader::ip4)) {
@@ -592,8 +592,10 @@ HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteV
         }
     }
     if (const FieldEffect *effect = verdict.of(D::ecn)) {
-        changes.service_mask |= ecn_mask;
-        changes.service |= effect->number;
+        if (const auto number = effect->number_for(key)) {
+            changes.service_mask |= ecn_mask;
+            changes.service |= *number;
+        }
     }
     const Numbers numbers(verdict, key);
     numbers.put(D::ttl, changes.ttl);
@@ -781,8 +783,8 @@ void tell_cpu(Passage &passage, const FieldVerdict &verdict, const FieldKey &key
             passage.treat().cpu_match = by->entry;
         }
     }
-    if (const FieldEffect *match = verdict.of(FieldDecision::cpu_match)) {
-        passage.treat().cpu_match = match->number;
+    if (verdict.of(D::cpu_match) != nullptr) {
+        Numbers(verdict, key).put(D::cpu_match, passage.treat().cpu_match);
     }
     if (const FieldEffect *reason = verdict.of(FieldDecision::cpu_reason)) {
         passage.cpu_reasons.clear();
