@@ -324,6 +324,7 @@ HEADER_CASES = [
     ([('TtlSet', 0), ('DscpNew', 1)], lambda packet: dict(of_ip(lambda service: 4 | service & 3)(packet),
                                                           **routed(ttl=0)(packet))),
     ([('TtlDecrementDisable',)], routed(ttl=64)),
+    ([('TosCopy',)], lambda packet: of_ip(lambda service: packet['tags'][0][2] >> 1 << 5 | service & 31)(packet)),
     ([('SrcMacNew', MAC)], lambda packet: dict(source=MAC)),
     ([('DestMacNew', MAC), ('EcnNew', 2)],
      lambda packet: dict(of_ip(lambda service: service & ~3 | 2)(packet), to=MAC)),
@@ -668,7 +669,9 @@ class Documented(FieldActionTest):
         self.assertGreater(len(forms), 20)
 
     def test_all_others_are_refused(self):
-        documented, rows = {}, re.findall(r'(?m)^\| (`[^|]*`\*?) \| ([a-z, ]+) \|', action_table())
+        done, _, refused = action_table().partition('| Refused actions |')
+        refused = set(re.findall(r'`(\w+)`', ''.join(re.findall(r'(?m)^\| (`[^|]*) \|', refused))))
+        documented, rows = {}, re.findall(r'(?m)^\| (`[^|]*`\*?) \| ([a-z, ]+) \|', done)
         for actions, stages in rows:
             for name, has_forms in re.findall(r'`(\w+)`(\*?)', actions):
                 documented[name] = set(stages.split(', ')), bool(has_forms)
@@ -676,6 +679,7 @@ class Documented(FieldActionTest):
             if name == 'Count':
                 continue
             base = name[2:] if name[:2] in FORMS else name
+            self.assertNotEqual(base in documented or name in documented, base in refused, name)
             stages, has_forms = documented.get(base, (set(), False))
             expected = stages if base == name or has_forms else set()
             served = set()

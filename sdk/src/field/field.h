@@ -123,6 +123,7 @@ struct FieldInstalled : FieldRule {
     FieldContent content;  // the entry's when it was installed
     std::vector<FieldEffect> effects;
     FieldPolicers policers;
+    bool is_color_blind = false;       // to these
     std::vector<FieldRange *> ranges;  // that it is compared with
     std::vector<int> named;            // counters, by its actions
     // Of these and of those that are attached to the entry: what counts at once, and by what becomes of packets.

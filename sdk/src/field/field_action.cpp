@@ -208,12 +208,27 @@ constexpr ActionRow actions[] = {
     of_colors(bcmFieldActionTosNew, Decision::service, Kind::new_precedence, after_tables, Parameters::number,
               7),
     of_colors(bcmFieldActionTosCancel, Decision::service, Kind::cancel, after_tables),
+    of_colors(bcmFieldActionTosCopy, Decision::service, Kind::copied_precedence, after_tables),
     number_of_colors(bcmFieldActionEcnNew, Decision::ecn, after_tables, 3),
     of_colors(bcmFieldActionEcnCancel, Decision::ecn, Kind::cancel, after_tables),
     {bcmFieldActionTtlSet, Decision::ttl, Kind::act, in_ingress, Parameters::number, 255},
     {bcmFieldActionTtlDecrementDisable, Decision::ttl, Kind::from_hops, in_ingress},
     {bcmFieldActionSrcMacNew, Decision::source_mac, Kind::act, after_tables, Parameters::mac},
     {bcmFieldActionDestMacNew, Decision::destination_mac, Kind::act, after_tables, Parameters::mac},
+
+    {bcmFieldActionSrcIpNew, Decision::source_ip, Kind::act, after_tables, Parameters::number, UINT_MAX},
+    {bcmFieldActionDestIpNew, Decision::destination_ip, Kind::act, after_tables, Parameters::number,
+     UINT_MAX},
+    {bcmFieldActionSrcL4PortNew, Decision::source_l4_port, Kind::act, after_tables, Parameters::number,
+     0xffff},
+    {bcmFieldActionDestL4PortNew, Decision::destination_l4_port, Kind::act, after_tables, Parameters::number,
+     0xffff},
+    {bcmFieldActionEtherTypeNew, Decision::ether_type, Kind::act, after_tables, Parameters::number,
+     highest_type, least_type},
+    {bcmFieldActionFlowLabelNew, Decision::flow_label, Kind::act, after_tables, Parameters::number, 0xfffff},
+    {bcmFieldActionLookupDisable, Decision::not_looked_up, Kind::act, in_lookup},
+    {bcmFieldActionEgressLookupDisable, Decision::not_looked_up_last, Kind::act, on_arrival},
+    {bcmFieldActionPolicerColorBlind, Decision::color_blind, Kind::act, in_ingress},
 
     {bcmFieldActionPolicerLevel0Set, Decision::policer, Kind::act, in_ingress, Parameters::number, INT_MAX,
      1},
@@ -273,13 +288,56 @@ std::optional<FieldCondition> condition_of(const ActionRow &row, int action)
     return is_form ? std::optional<FieldCondition>(forms[form]) : std::nullopt;
 }
 
+/// Whether what is decided is a number for each packet, and not the name of something.
+bool is_for_packets(Decision decision)
+{
+    return decision == Decision::cpu_match || decision == Decision::vlan || is_class(decision)
+           || (decision >= Decision::unicast_queue && decision <= Decision::ttl)
+           || (decision >= Decision::source_ip && decision <= Decision::flow_label)
+           || decision == Decision::cpu_queue;
+}
+
+/// BCM_E_UNAVAIL: not of that action, or of a qualifier that is no number; BCM_E_PARAM: bits that it has not got.
+int extract(const FieldAction &given, FieldEffect &effect)
+{
+    if (!is_for_packets(effect.decision)) {
+        return BCM_E_UNAVAIL;
+    }
+    auto extraction = std::make_shared<FieldExtraction>();
+    for (const bcm_field_extraction_field_t &piece : given.pieces) {
+        if ((piece.flags & BCM_FIELD_EXTRACTION_FIELD_CONSTANT) != 0) {
+            extraction->append(FieldWord{piece.value}, piece.bits);
+            continue;
+        }
+        const FieldQualifier *const qualifier = field_qualifier(piece.qualifier);
+        if (qualifier == nullptr || qualifier->layout != FieldLayout::number) {
+            return BCM_E_UNAVAIL;
+        }
+        if (std::uint64_t{piece.lsb} + piece.bits > qualifier->place.width) {
+            return BCM_E_PARAM;
+        }
+        extraction->append(*qualifier, piece.lsb, piece.bits);
+    }
+    extraction->add(given.parameters[0]);
+    effect.extraction = std::move(extraction);
+    return BCM_E_NONE;
+}
+
 int read_parameters(const ActionRow &row, const FieldAction &given, FieldEffect &effect)
 {
+    if (!given.pieces.empty() && row.parameters != Parameters::number) {
+        return BCM_E_UNAVAIL;
+    }
     const auto first = static_cast<int>(given.parameters[0]), second = static_cast<int>(given.parameters[1]);
     switch (row.parameters) {
     case Parameters::none:
         return BCM_E_NONE;
     case Parameters::number:
+        if (!given.pieces.empty()) {
+            effect.least = row.least;
+            effect.highest = row.highest;
+            return extract(given, effect);
+        }
         effect.number = given.parameters[0];
         return effect.number >= row.least && effect.number <= row.highest ? BCM_E_NONE : BCM_E_PARAM;
     case Parameters::gport:
@@ -315,9 +373,41 @@ std::optional<unsigned> vlan_of(const FieldKey &key, FieldHeader tag, FieldPlace
 
 }  // namespace
 
+void FieldExtraction::append(const FieldQualifier &qualifier, unsigned lsb, unsigned bits)
+{
+    const FieldPlace place{qualifier.place.word, static_cast<std::uint8_t>(qualifier.place.shift + lsb),
+                           static_cast<std::uint8_t>(bits)};
+    pieces_.push_back({place, bits_, 0});
+    looked_at_.require(place, 0, field_ones(bits));
+    looked_at_.value.has(qualifier.header);
+    bits_ += bits;
+}
+
+void FieldExtraction::append(FieldWord constant, unsigned bits)
+{
+    pieces_.push_back({{0, 0, 0}, bits_, constant});
+    bits_ += bits;
+}
+
+std::optional<unsigned> FieldExtraction::of(const FieldKey &key) const
+{
+    if ((key.headers & looked_at_.value.headers) != looked_at_.value.headers) {
+        return std::nullopt;
+    }
+    FieldWord number = 0;
+    for (const Piece &piece : pieces_) {
+        number |= (piece.constant | key.get(piece.place)) << piece.at;
+    }
+    return static_cast<unsigned>(number) + bias_;
+}
+
 std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
 {
     constexpr unsigned above_priority = 13, above_precedence = 5;
+    if (extraction != nullptr) {
+        const std::optional<unsigned> found = extraction->of(key);
+        return found && *found >= least && *found <= highest ? found : std::nullopt;
+    }
     switch (kind) {
     case Kind::forwarding:
         return BCM_STG_STP_FORWARD;
@@ -332,6 +422,7 @@ std::optional<unsigned> FieldEffect::number_for(const FieldKey &key) const
     case Kind::from_outer_vlan:
         return vlan_of(key, FieldHeader::outer_tag, field_places::outer_tag);
     case Kind::from_outer_tag:
+    case Kind::copied_precedence:
         return key.is(FieldHeader::outer_tag)
                    ? std::optional<unsigned>(key.get(field_places::outer_tag) >> above_priority)
                    : std::nullopt;
@@ -353,7 +444,10 @@ int add_effects(int action, const FieldAction &given, FieldStage stage, unsigned
         if (!condition || !(row.stages >> static_cast<unsigned>(stage) & 1)) {
             continue;
         }
-        FieldEffect effect{row.decision, row.kind, *condition};
+        FieldEffect effect = {};
+        effect.decision = row.decision;
+        effect.kind = row.kind;
+        effect.condition = *condition;
         is_known = true;
         effect.entry = entry;
         const int status = read_parameters(row, given, effect);

@@ -6,9 +6,11 @@
 #include "port_set.h"
 
 #include <bcm/field_actions.h>
+#include <bcm/field_types.h>
 #include <bcm/types.h>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,8 +68,17 @@ enum class FieldDecision : std::uint8_t {
     sample_rate_in,  ///< of so many, one
     sample_out,      ///< the same of what leaves
     sample_rate_out,
-    sample_to,    ///< the destination of mirrors that gets the samples; 0 for the CPU
-    first_class,  ///< a class of the packet, in the order of FieldClass
+    sample_to,  ///< the destination of mirrors that gets the samples; 0 for the CPU
+    source_ip,  ///< of IPv4
+    destination_ip,
+    source_l4_port,  ///< of TCP and UDP
+    destination_l4_port,
+    ether_type,
+    flow_label,
+    color_blind,         ///< the entry's own policers take each packet for green
+    not_looked_up,       ///< no entry of ingress is asked
+    not_looked_up_last,  ///< nor one of egress
+    first_class,         ///< a class of the packet, in the order of FieldClass
     count = first_class + field_classes
 };
 
@@ -170,6 +181,31 @@ constexpr FieldConditions looked_for_conditions =
 /// Whether the action gives a class that entries can ask for.
 bool gives_class(int action);
 
+/// A number that is put together of what packets have, and of constants.
+class FieldExtraction {
+public:
+    /// Appends as many bits above those that there are.
+    void append(const FieldQualifier &qualifier, unsigned lsb, unsigned bits);
+    void append(FieldWord constant, unsigned bits);
+    void add(unsigned bias) { bias_ += bias; }
+
+    /// None of a packet that has not got all of it.
+    std::optional<unsigned> of(const FieldKey &key) const;
+
+    /// What it looks at.
+    const FieldPattern &looked_at() const { return looked_at_; }
+
+private:
+    struct Piece {
+        FieldPlace place;  // of no bits for a constant
+        unsigned at;       // in the number
+        FieldWord constant;
+    };
+    std::vector<Piece> pieces_;
+    FieldPattern looked_at_;
+    unsigned bits_ = 0, bias_ = 0;
+};
+
 /// An action as an entry was given it.
 struct FieldAction {
     std::array<uint32, 3> parameters = {};
@@ -177,6 +213,8 @@ struct FieldAction {
     bool has_ports = false;
     std::array<std::uint8_t, 6> mac = {};  ///< of bcm_field_action_mac_add
     bool has_mac = false;
+    /// Of bcm_field_direct_extraction_action_add, with what is added to the number in place of the first parameter.
+    std::vector<bcm_field_extraction_field_t> pieces;
 };
 
 /// The same as packets meet it.
@@ -185,18 +223,19 @@ struct FieldEffect {
         cancel,  ///< of the decision
         act,     ///< what the decision says, with the number
         to_destination,
-        to_object,        ///< an egress object of layer 3, or a group of them
-        to_members,       ///< of a VLAN
-        to_ports,         ///< in place of where it goes
-        also_to_ports,    ///< besides
-        not_to_ports,     ///< without
-        new_tag,          ///< act, if there is a tag or not
-        no_tag,           ///< none
-        new_precedence,   ///< of the service the upper three bits
-        from_precedence,  ///< act, with the packet's IP precedence
-        from_inner_tag,   ///< with the priority of its inner tag
-        from_hops,        ///< with its TTL or hop limit
-        from_inner_vlan,  ///< with the VLAN of its inner tag
+        to_object,          ///< an egress object of layer 3, or a group of them
+        to_members,         ///< of a VLAN
+        to_ports,           ///< in place of where it goes
+        also_to_ports,      ///< besides
+        not_to_ports,       ///< without
+        new_tag,            ///< act, if there is a tag or not
+        no_tag,             ///< none
+        new_precedence,     ///< of the service the upper three bits
+        copied_precedence,  ///< the same, of the priority of the packet's outer tag
+        from_precedence,    ///< act, with the packet's IP precedence
+        from_inner_tag,     ///< with the priority of its inner tag
+        from_hops,          ///< with its TTL or hop limit
+        from_inner_vlan,    ///< with the VLAN of its inner tag
         from_outer_vlan,
         from_outer_tag,  ///< with the priority of its outer tag
         for_reason,      ///< act, for the reason for the CPU that the condition has
@@ -212,6 +251,9 @@ struct FieldEffect {
     std::array<std::uint8_t, 6> mac = {};
     unsigned number = 0;
     unsigned entry = 0;  ///< its id
+    std::shared_ptr<const FieldExtraction>
+        extraction;  ///< in place of the number, from least to highest; or null
+    unsigned least = 0, highest = 0;
 
     /// The number for the packet; none if it has not got what it is taken from.
     std::optional<unsigned> number_for(const FieldKey &key) const;

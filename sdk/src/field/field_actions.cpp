@@ -44,6 +44,27 @@ int add_action(const FieldState &state, FieldEntry &entry, bcm_field_action_t ac
     return entry.actions.emplace(action, given_action).second ? BCM_E_NONE : BCM_E_EXISTS;
 }
 
+/// BCM_E_PARAM: not of that many bits, or of a qualifier that the group has not got.
+int check_pieces(const FieldGroup &group, uint32 count, const bcm_field_extraction_field_t *pieces)
+{
+    constexpr unsigned most_bits = 32;
+    unsigned bits = 0;
+    for (const auto *piece = pieces; piece != pieces + count; ++piece) {
+        const bool is_constant = piece->flags == BCM_FIELD_EXTRACTION_FIELD_CONSTANT;
+        if (piece->bits == 0 || piece->bits > most_bits - bits || (!is_constant && piece->flags != 0)) {
+            return BCM_E_PARAM;
+        }
+        bits += piece->bits;
+        const bool is_there = is_constant ? (std::uint64_t{piece->value} >> piece->bits) == 0
+                                          : static_cast<unsigned>(piece->qualifier) < bcmFieldQualifyCount
+                                                && has_qualifier(group.qset, piece->qualifier);
+        if (!is_there) {
+            return BCM_E_PARAM;
+        }
+    }
+    return count != 0 ? BCM_E_NONE : BCM_E_PARAM;
+}
+
 }  // namespace
 
 }  // namespace sim
@@ -81,6 +102,42 @@ int sim_bcm_field_action_mac_add(int unit, bcm_field_entry_t entry, bcm_field_ac
             std::copy_n(mac, with.mac.size(), with.mac.begin());
             with.has_mac = true;
             return add_action(state, found, action, with);
+        });
+}
+
+int sim_bcm_field_direct_extraction_action_add(int unit, bcm_field_entry_t entry,
+                                               bcm_field_extraction_action_t action, uint32 count,
+                                               bcm_field_extraction_field_t *extraction_arr)
+{
+    return begin(unit, ready<FieldState>, given(extraction_arr), field_action(action.action),
+                 field_entry(entry))
+        .then([&](FieldState &state, FieldEntry &found) -> int {
+            const int status = check_pieces(state.groups.at(found.group), count, extraction_arr);
+            if (status != BCM_E_NONE) {
+                return status;
+            }
+            FieldAction with = parameters_of(action.bias, 0, 0);
+            with.pieces.assign(extraction_arr, extraction_arr + count);
+            return add_action(state, found, action.action, with);
+        });
+}
+
+int sim_bcm_field_direct_extraction_action_get(int unit, bcm_field_entry_t entry, bcm_field_action_t action,
+                                               uint32 *bias, uint32 max_count,
+                                               bcm_field_extraction_field_t *extraction_arr, uint32 *count)
+{
+    return begin(unit, ready<FieldState>, given(bias, extraction_arr, count), field_action(action),
+                 field_entry(entry))
+        .then([&](FieldState &, const FieldEntry &found) -> int {
+            const auto at = found.actions.find(action);
+            if (at == found.actions.end() || at->second.pieces.empty()) {
+                return BCM_E_NOT_FOUND;
+            }
+            const auto &pieces = at->second.pieces;
+            *bias = at->second.parameters[0];
+            std::copy_n(pieces.begin(), std::min<std::size_t>(max_count, pieces.size()), extraction_arr);
+            *count = static_cast<uint32>(pieces.size());
+            return BCM_E_NONE;
         });
 }
 

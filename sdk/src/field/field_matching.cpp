@@ -234,6 +234,11 @@ int take_policers(FieldState &state, FieldStage stage, FieldInstalled &compiled)
             return BCM_E_UNAVAIL;
         }
     }
+    const auto is_blind = [](const FieldEffect &each) { return each.decision == FieldDecision::color_blind; };
+    compiled.is_color_blind = std::any_of(effects.begin(), effects.end(), is_blind)
+                              && std::any_of(compiled.policers.begin(), compiled.policers.end(),
+                                             [](const PolicerUse &use) { return use.id != 0; });
+    effects.erase(std::remove_if(effects.begin(), effects.end(), is_blind), effects.end());
     return BCM_E_NONE;
 }
 
@@ -311,7 +316,15 @@ int compile(FieldState &state, bcm_field_entry_t id, const FieldEntry &entry, Fi
         add_to_pattern(state.data_qualifiers.at(qualifier), data, compiled.pattern);
     }
     for (const auto &[action, given] : entry.actions) {
-        const int status = add_effects(action, given, stage, static_cast<unsigned>(id), compiled.effects);
+        int status = add_effects(action, given, stage, static_cast<unsigned>(id), compiled.effects);
+        for (const bcm_field_extraction_field_t &piece : given.pieces) {
+            const FieldQualifier *const qualifier = field_qualifier(piece.qualifier);
+            const bool is_constant = (piece.flags & BCM_FIELD_EXTRACTION_FIELD_CONSTANT) != 0;
+            if (!is_constant && qualifier != nullptr
+                && !(qualifier->stages >> static_cast<unsigned>(stage) & 1)) {
+                status = BCM_E_UNAVAIL;
+            }
+        }
         if (status != BCM_E_NONE) {
             return status;
         }
@@ -349,7 +362,17 @@ bool asks_for_findings(const FieldInstalled &installed)
 {
     return asks_for_findings(installed.pattern)
            || std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
-                  return effect.condition == FieldCondition::moved;
+                  return effect.condition == FieldCondition::moved
+                         || (effect.extraction != nullptr
+                             && asks_for_findings(effect.extraction->looked_at()));
+              });
+}
+
+bool looks_further(const FieldInstalled &installed)
+{
+    return installed.pattern.looks_further()
+           || std::any_of(installed.effects.begin(), installed.effects.end(), [](const FieldEffect &effect) {
+                  return effect.extraction != nullptr && effect.extraction->looked_at().looks_further();
               });
 }
 
@@ -363,7 +386,7 @@ bool asks_for_conditions(const FieldInstalled &installed)
 /// What is there as long as installed entries use it.
 void count_uses(FieldState &state, FieldStage stage, const FieldInstalled &installed, int more)
 {
-    state.looking_further[static_cast<std::size_t>(stage)] += installed.pattern.looks_further() ? more : 0;
+    state.looking_further[static_cast<std::size_t>(stage)] += looks_further(installed) ? more : 0;
     state.asking_for_findings += asks_for_findings(installed) ? more : 0;
     state.asking_for_conditions += asks_for_conditions(installed) ? more : 0;
     for (const int stat : installed.named) {

@@ -63,6 +63,10 @@ std::string values_text(const FieldValues &values)
 std::string action_text(int action, const FieldAction &given)
 {
     std::string text = "action " + field_action_name(action);
+    if (!given.pieces.empty()) {
+        return text + " of " + std::to_string(given.pieces.size()) + " pieces and "
+               + std::to_string(given.parameters[0]);
+    }
     if (given.has_mac) {
         return text + " 0x" + hexadecimal({given.mac.begin(), given.mac.end()});
     }

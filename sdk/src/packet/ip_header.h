@@ -32,17 +32,22 @@ inline bool adds_up(const unsigned char *header, std::size_t size)
     return sum % 0xffffu == 0;
 }
 
+/// Makes good a checksum of which one word has changed, in arithmetic of ones' complement.
+inline void update_checksum(unsigned char *checksum, unsigned before, unsigned now)
+{
+    unsigned sum = (~number_at(checksum) & 0xffffu) + (~before & 0xffffu) + now;
+    sum = (sum & 0xffffu) + (sum >> 16);
+    sum = (sum & 0xffffu) + (sum >> 16);
+    put_number(checksum, ~sum & 0xffffu);
+}
+
 /// Changes the bits of the mask of one byte of an IPv4 header, and its checksum with it.
 inline void change_ip4(unsigned char *header, std::size_t at, unsigned mask, unsigned bits)
 {
     unsigned char *const word = header + at / 2 * 2;
     const unsigned before = number_at(word);
     header[at] = static_cast<unsigned char>((header[at] & ~mask) | (bits & mask));
-    // The checksum loses what the word gains, in arithmetic of ones' complement.
-    unsigned sum = (~number_at(header + ip4_checksum_at) & 0xffffu) + (~before & 0xffffu) + number_at(word);
-    sum = (sum & 0xffffu) + (sum >> 16);
-    sum = (sum & 0xffffu) + (sum >> 16);
-    put_number(header + ip4_checksum_at, ~sum & 0xffffu);
+    update_checksum(header + ip4_checksum_at, before, number_at(word));
 }
 
 struct IpHeader {

@@ -43,7 +43,7 @@ Leaving leaves_now(Passage &passage, int port, std::uint8_t number, const FrameC
     LastFields last;
     last.color = passage.color();
     last.priority = passage.priority();
-    if (ports.matches_out.has(port)) {
+    if (ports.matches_out.has(port) && (!passage.treatment || passage.treatment->is_looked_up_last)) {
         pass_last_fields(passage, port, passage.departures.frame.written(head), last);
         if (last.is_dropped) {
             passage.drop_at(port, Discard::field_rule_to_send);

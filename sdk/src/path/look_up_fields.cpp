@@ -1,6 +1,7 @@
 #include "stages.h"
 
 #include "field.h"
+#include "ip_header.h"
 
 #include <cstring>
 
@@ -276,6 +277,7 @@ FieldVerdict match(Passage &passage, FieldStage stage, int port, FieldKey &key, 
     policed = PolicerDecision::none();
     policed.color = passage.color();
     const auto meet = [&](const FieldInstalled &entry) {
+        policed.color = entry.is_color_blind ? bcmColorGreen : policed.color;
         for (const PolicerUse &policer : entry.policers) {
             if (policer.id != 0 && !policed.drops) {
                 police(fields.policers, policer, passage.counts.length(), policed);
@@ -478,8 +480,9 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
         FieldDecisions::of(D::priority, D::color, D::unicast_queue, D::multicast_queue, D::cpu_queue,
                            D::outer_priority, D::outer_cfi, D::not_learnt, D::no_arrival_filter,
                            D::no_leaving_filter, D::not_routed, D::not_limited, D::routing_table,
-                           D::source_check, D::not_snooped, D::bpdu_passes, D::source_passes, D::tree_state,
-                           D::may_return, D::trunk_member)
+                           D::source_check, D::not_snooped, D::bpdu_passes, D::source_passes,
+                           D::not_looked_up, D::not_looked_up_last, D::tree_state, D::may_return,
+                           D::trunk_member)
         | class_decisions;
     if (!verdict.has_any(decisions)) {
         return;
@@ -500,6 +503,8 @@ void treat(Passage &passage, const FieldVerdict &verdict, const FieldKey &key)
     treatment.is_routed &= verdict.of(D::not_routed) == nullptr;
     treatment.is_limited &= verdict.of(D::not_limited) == nullptr;
     treatment.is_snooped &= verdict.of(D::not_snooped) == nullptr;
+    treatment.is_looked_up &= verdict.of(D::not_looked_up) == nullptr;
+    treatment.is_looked_up_last &= verdict.of(D::not_looked_up_last) == nullptr;
     treatment.forwards_bpdus |= verdict.of(D::bpdu_passes) != nullptr;
     treatment.source_passes |= verdict.of(D::source_passes) != nullptr;
     treatment.may_return |= verdict.of(D::may_return) != nullptr;
@@ -544,6 +549,30 @@ void change_tags(Passage &passage, const FieldVerdict &verdict, const FieldKey &
     numbers.put(D::inner_type, inner.type);
 }
 
+/// What is to be changed beside IP's own: what the packet has.
+void put_flow(const Numbers &numbers, const FieldKey &key, ByteView frame, HeaderChanges &changes)
+{
+    using D = FieldDecision;
+    if (key.is(FieldHeader::ether_type)) {
+        constexpr std::size_t bytes_of_type = 2;
+        changes.type_from = static_cast<std::size_t>(key.behind_type.data - frame.data) - bytes_of_type;
+        numbers.put(D::ether_type, changes.ether_type);
+    }
+    if (key.is(FieldHeader::ip4)) {
+        numbers.put(D::source_ip, changes.source_ip);
+        numbers.put(D::destination_ip, changes.destination_ip);
+    }
+    if (key.is(FieldHeader::ip6)) {
+        numbers.put(D::flow_label, changes.flow_label);
+    }
+    changes.is_udp = key.is(FieldHeader::udp);
+    if (changes.is_udp || key.is(FieldHeader::tcp)) {
+        changes.l4_from = static_cast<std::size_t>(key.behind_ip.data - frame.data);
+        numbers.put(D::source_l4_port, changes.source_l4_port);
+        numbers.put(D::destination_l4_port, changes.destination_l4_port);
+    }
+}
+
 /// What is to be changed in headers, from the frame on in which they are.
 HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteView frame)
 {
@@ -555,15 +584,22 @@ HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteV
         changes.ip_from = static_cast<std::size_t>(key.ip - frame.data);
     }
     if (const FieldEffect *effect = verdict.of(D::service)) {
-        const bool is_whole = effect->kind != FieldEffect::Kind::new_precedence;
-        changes.service_mask = is_whole ? dscp_mask : precedence_mask;
-        changes.service = effect->number << (is_whole ? dscp_shift : precedence_shift);
+        const bool is_whole = effect->kind != FieldEffect::Kind::new_precedence
+                              && effect->kind != FieldEffect::Kind::copied_precedence;
+        if (const auto number = effect->number_for(key)) {
+            changes.service_mask = is_whole ? dscp_mask : precedence_mask;
+            changes.service = *number << (is_whole ? dscp_shift : precedence_shift);
+        }
     }
     if (const FieldEffect *effect = verdict.of(D::ecn)) {
-        changes.service_mask |= ecn_mask;
-        changes.service |= effect->number;
+        if (const auto number = effect->number_for(key)) {
+            changes.service_mask |= ecn_mask;
+            changes.service |= *number;
+        }
     }
-    Numbers(verdict, key).put(D::ttl, changes.ttl);
+    const Numbers numbers(verdict, key);
+    numbers.put(D::ttl, changes.ttl);
+    put_flow(numbers, key, frame, changes);
     if (const FieldEffect *effect = verdict.of(D::destination_mac)) {
         changes.to = effect->mac.data();
     }
@@ -574,8 +610,10 @@ HeaderChanges changes_of(const FieldVerdict &verdict, const FieldKey &key, ByteV
 }
 
 constexpr FieldDecisions header_decisions =
-    FieldDecisions::of(FieldDecision::service, FieldDecision::ecn, FieldDecision::ttl,
-                       FieldDecision::source_mac, FieldDecision::destination_mac);
+    FieldDecisions::of(FieldDecision::source_ip, FieldDecision::destination_ip, FieldDecision::source_l4_port,
+                       FieldDecision::destination_l4_port, FieldDecision::ether_type,
+                       FieldDecision::flow_label, FieldDecision::service, FieldDecision::ecn,
+                       FieldDecision::ttl, FieldDecision::source_mac, FieldDecision::destination_mac);
 constexpr FieldDecisions tag_decisions =
     FieldDecisions::of(FieldDecision::vlan, FieldDecision::outer_priority, FieldDecision::outer_cfi,
                        FieldDecision::outer_type, FieldDecision::inner_vlan, FieldDecision::inner_priority,
@@ -617,7 +655,12 @@ void rewrite(const FieldVerdict &verdict, const FieldKey &key, ByteView copy, Fr
     unsigned char *const bytes = frame.shared();
     const HeaderChanges changes = changes_of(verdict, key, copy);
     if (changes.ip_from != 0) {
-        change_ip(bytes + changes.ip_from, changes, false);
+        unsigned char *const header = bytes + changes.ip_from;
+        change_ip(header, changes, false);
+        change_flow(bytes, changes, {header + ip4_checksum_at});
+    }
+    if (changes.ether_type >= 0) {
+        put_number(bytes + changes.type_from, static_cast<unsigned>(changes.ether_type));
     }
     unsigned char *tag = bytes + addresses_bytes;
     if (key.is(FieldHeader::outer_tag)) {
@@ -740,8 +783,8 @@ void tell_cpu(Passage &passage, const FieldVerdict &verdict, const FieldKey &key
             passage.treat().cpu_match = by->entry;
         }
     }
-    if (const FieldEffect *match = verdict.of(FieldDecision::cpu_match)) {
-        passage.treat().cpu_match = match->number;
+    if (verdict.of(D::cpu_match) != nullptr) {
+        Numbers(verdict, key).put(D::cpu_match, passage.treat().cpu_match);
     }
     if (const FieldEffect *reason = verdict.of(FieldDecision::cpu_reason)) {
         passage.cpu_reasons.clear();
@@ -872,7 +915,8 @@ Onward look_up_first_fields(Passage &passage, bcm_vlan_t *vid)
 
 Onward look_up_fields(Passage &passage)
 {
-    if (!has_fields(passage.sw, FieldStage::ingress)) {
+    const bool is_asked = !passage.treatment || passage.treatment->is_looked_up;
+    if (!is_asked || !has_fields(passage.sw, FieldStage::ingress)) {
         return Onward::next;
     }
     FieldKey key;

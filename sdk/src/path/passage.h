@@ -60,6 +60,13 @@ struct HeaderChanges {
     unsigned service_mask = 0, service = 0;
     int ttl = -1;  ///< of what is routed
     const unsigned char *to = nullptr, *from = nullptr;
+    std::size_t type_from = 0;
+    int ether_type = -1;
+    int flow_label = -1;                               ///< of IPv6
+    std::int64_t source_ip = -1, destination_ip = -1;  ///< of IPv4
+    std::size_t l4_from = 0;                           ///< place of a header of TCP or UDP; 0 without
+    bool is_udp = false;
+    int source_l4_port = -1, destination_l4_port = -1;
 };
 
 /// That a packet is one of those of which a part is taken.
@@ -83,10 +90,11 @@ struct Treatment {
     bool is_routed = true;                                            ///< if it is for a router
     bool is_limited = true;                                           ///< as part of a storm
     bool is_snooped = true;                                           ///< by the switch, for its protocol
-    bool forwards_bpdus = false;      ///< what bridges say to each other is forwarded as any multicast
-    bool source_passes = false;       ///< whatever the entry of its source address says
-    bool may_return = false;          ///< copies may leave where it came in
-    int tree_state = -1;              ///< of the port where it came in; -1 for its own
+    bool forwards_bpdus = false;  ///< what bridges say to each other is forwarded as any multicast
+    bool source_passes = false;   ///< whatever the entry of its source address says
+    bool is_looked_up = true, is_looked_up_last = true;  ///< by the field processor: in ingress, in egress
+    bool may_return = false;                             ///< copies may leave where it came in
+    int tree_state = -1;                                 ///< of the port where it came in; -1 for its own
     int trunk_member = -1;            ///< that sends it, if it can; -1 for what the trunk says
     int vrf = -1, source_check = -1;  ///< where it is routed; -1 for what its VLAN and its interface say
     FieldClasses classes = {};

@@ -6,6 +6,8 @@
 #include "passage.h"
 #include "policer.h"
 
+#include <initializer_list>
+
 namespace sim {
 
 enum class Onward {
@@ -126,6 +128,10 @@ PacketTags tags_of(Passage &passage);
 
 /// What an IP header becomes; its TTL only if that is said. It is whole, of IPv4 that is.
 void change_ip(unsigned char *header, const HeaderChanges &changes, bool with_ttl);
+
+/// The same of addresses and ports, which are in the frame from its start on. IPv4 has its header's checksum at those places.
+void change_flow(unsigned char *frame, const HeaderChanges &changes,
+                 std::initializer_list<unsigned char *> ip_checksums);
 
 /// What the field processor says of a copy that a port is about to send.
 struct LastFields {
