@@ -155,7 +155,9 @@ std::string emit_rules(const Model &model, const Answers &answers)
                          rule.table.empty() ? "-" : rule.table, answer.why};
             for (const RuleParameter &parameter : rule.parameters) {
                 row.push_back(role_name(parameter));
-                row.push_back(declare(resolved(parameter.declared.type), ""));
+                const bool is_said = parameter.range != range_of(model, parameter.declared);
+                row.push_back(declare(resolved(parameter.declared.type), "")
+                              + (is_said ? " within " + parameter.range : ""));
             }
             text += fmt::format("{}\n", fmt::join(row, "\t"));
         }

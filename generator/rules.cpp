@@ -534,6 +534,11 @@ private:
         for (std::size_t i = 1; i < function.parameters.size(); ++i) {
             RuleParameter parameter = {function.parameters[i], roles[i - 1]};
             parameter.range = range_of(model_, parameter.declared);
+            const auto ranges = tables_.ranges.find(table);
+            if (ranges != tables_.ranges.end() && is_plain(parameter.declared.type)) {
+                const auto said = ranges->second.find(parameter.declared.name);
+                parameter.range = said != ranges->second.end() ? said->second : parameter.range;
+            }
             auto check = key_checks_.find(typedef_name(parameter.declared));
             if (check != key_checks_.end()) {
                 parameter.check = check->second.words.front();

@@ -571,6 +571,10 @@ TableAnswers find_table_answers(const Model &model)
             const TableDescription table(model, *family, name, entry);
             table.check(errors);
             found.texts[name] = table.text();
+            for (const std::string &word : words(table.field("ranges"))) {
+                const auto [parameter, range] = divided(word);
+                found.ranges[name][parameter] = bounds(range);
+            }
             bool any = !table.serves();
             for (const Function &function : family->sdk_functions) {
                 const std::string operation = table.serves() ? table.operation_of(function) : "";

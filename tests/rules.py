@@ -42,10 +42,14 @@ def by_hand():
 class Parameter(object):
     def __init__(self, role, text, sizes, enumerations):
         self.role = role
+        text, _, allowed = text.partition(' within ')
         self.is_pointer = text.endswith('*') or '[' in text or '(**)' in text
         record = re.sub(' .*', '', text)
         self.size = sizes.get(record)  # of a record
         self.numbers = enumerations.get(re.sub('_e$', '_t', text))  # of an enumeration
+        if re.match(r'\d+, \d+$', allowed):
+            low, high = map(int, allowed.split(', '))
+            self.numbers = range(low, high + 1)
         self.type = None
         if not self.is_pointer:
             words = [('word%d' % number, ctypes.c_uint32) for number in range((self.size or 0) // 4)]
