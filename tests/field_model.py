@@ -605,11 +605,13 @@ class Bridge(object):
     that sends. module: the switch's number. addresses: {(MAC, VLAN): (kind, number)} of 'port', 'trunk', 'group' and
     'nowhere'; static: those of them that are; groups: {id: ports}. tags: {port: Tags}. yellow: ports where a tag's CFI
     makes packets yellow. forwarding: the state of all ports.
+    port_classes: {port: (for lookups before its VLAN is known, after, of packet processing)}.
     classes: {VLAN: (its own, that of what comes in)}; incoming: {VLAN: the id of the object for what comes in}.
     """
     def __init__(self, **settings):
         self.static = set()
         self.yellow = ()
+        self.port_classes = {}
         self.tags = {}
         vars(self).update(settings)
         self.learnt = {}  # the place of what was learnt
@@ -624,6 +626,9 @@ class Bridge(object):
                      SystemPortBitmap=set([port]), SourceGportBitmap=set([port]), SrcPort=self.module << 8 | port,
                      SrcModPortGport=set([port]), SrcGport=set([port]), SrcModuleGport=set([self.module]),
                      Stage=set(['Lookup']))
+        lookup, ingress, processing = self.port_classes.get(port, (0, 0, 0))
+        facts.update(InterfaceLookupClassPort=lookup, IngressInterfaceClassPort=ingress,
+                     InterfaceClassProcessingPort=processing)
         trunk, ports, _ = self.trunk
         if port in ports:
             facts.update(SrcTrunk=trunk, SrcTrunkMemberGport=set([port]), TrunkMemberSourceModuleId=self.module)
@@ -696,10 +701,11 @@ class Bridge(object):
 
     def treated(self, facts):
         """Facts of what was decided so far; classes are those of the actions before."""
-        facts.update(IntPriority=facts.get('OuterVlanPri', 0), L3Routable=0, ForwardingVlanValid=1,
+        facts.update(IntPriority=facts.get('OuterVlanPri', 0), L3Routable=0, ForwardingVlanValid=1, VlanTranslationHit=0,
                      ForwardingType=set(['Any', 'L2']))
         for name in CLASSES.values():
             facts.setdefault(name, 0)
+        facts['InterfaceClassPort'] = facts['InterfaceClassPort'] or facts['IngressInterfaceClassPort']
 
     def inner_is_kept(self, tag, came):
         """Ports that read tags in their own way take one without VLAN for none."""
@@ -727,7 +733,8 @@ class Bridge(object):
         found = facts_of(frame)
         for name in ('InPort', 'InPorts', 'InterfaceInPorts', 'DevicePortBitmap', 'SystemPortBitmap',
                      'SourceGportBitmap', 'SrcPort', 'SrcModPortGport', 'SrcGport', 'SrcModuleGport', 'SrcTrunk',
-                     'SrcTrunkMemberGport', 'TrunkMemberSourceModuleId'):
+                     'SrcTrunkMemberGport', 'TrunkMemberSourceModuleId', 'InterfaceLookupClassPort',
+                     'IngressInterfaceClassPort', 'InterfaceClassProcessingPort'):
             if name in facts:
                 found[name] = facts[name]
         for name in CLASSES.values():

@@ -210,6 +210,57 @@ class Entries(FieldTest):
         self.assertGreater(kept, 500)
 
 
+    def test_values_that_no_packet_can_have(self):
+        """By what the headers of packets and of the SDK say. Bits that the mask leaves out do not count."""
+        wide = 0xffffffff
+        bits = dict(OuterVlanId=12, InnerVlanId=12, ForwardingVlanId=12, TranslatedOuterVlanId=12, LearnVlan=12,
+                    FibreChanVFTFabricId=12, OuterVlanPri=3, InnerVlanPri=3, TranslatedInnerVlanPri=3, FibreChanVFTPri=3,
+                    MplsLabel1Exp=3, MplsLabel3Exp=3, OamMdl=3, OuterVlanCfi=1, InnerVlanCfi=1, MplsLabel2Bos=1, Drop=1,
+                    L2SrcHit=1, Dhcp=1, IpFragNonOrFirst=1, OuterVlanPriCfi=4, TcpHeaderSize=4, TosLower4Bits=4, DSCP=6,
+                    InnerDSCP=6, TrillHopCount=6, TrillOpLength=5, EcnValue=2, IpFlags=2, TrillIVersion=2, VlanFormat=2,
+                    Ip6FlowLabel=20, MplsLabel1Id=20, MplsLabel2Id=20, IngressECid=20, ECid=22, VxlanNetworkId=24,
+                    L2GreVsid=24, ISid=24, VxlanHeaderBits8_31=24, FibreChanSrcId=24, L2GreFlowId=8, CnTag=16,
+                    PacketLength=16, ETag=48, ClassId=16)
+        entry = checked(q.bcm_field_entry_create, 0, self.group_with_all_qualifiers())
+        other = checked(q.bcm_field_entry_create, 0, checked(q.bcm_field_group_create, 0, qualifiers('RangeCheck'), 1))
+        for name, width in bits.items():
+            qualify, above, most = getattr(q, 'bcm_field_qualify_' + name), 1 << width, (1 << width) - 1
+            for status, of, value, mask in ((0, entry, most, most), (PARAM, other, most, most), (PARAM, entry, above, above),
+                                            (PARAM, entry, above | 1, above | 1), (0, entry, above | 1, most)):
+                self.assertStatus(status, qualify(0, of, value, mask), (name, value, mask))
+            self.assertStatus(MISSING, qualify(0, other + 9, 0, 0), name)
+        for name, kinds in dict(IpType='IpTypeCount', IpFrag='IpFragCount', L2Format='L2FormatCount', Stage='StageCount',
+                                TunnelType='TunnelTypeCount', ForwardingType='ForwardingTypeCount', AppType='AppTypeCount',
+                                ArpOpcode='ArpOpcodeCount', OamType='OamTypeCount', HeaderFormat='HeaderFormatCount',
+                                InnerIpType='IpTypeCount', LoopbackType='LoopbackTypeCount').items():
+            count = getattr(q, 'bcmField' + kinds)
+            for status, kind in ((0, 0), (0, count - 1), (PARAM, count), (PARAM, -1)):
+                self.assertStatus(status, getattr(q, 'bcm_field_qualify_' + name)(0, entry, kind), (name, kind))
+        for name, wrong in dict(Color=4, EqualL4Port=2, TcpSequenceZero=2, SrcIpEqualDstIp=wide, StpState=8,
+                                DstMulticastGroup=1 << 16).items():
+            self.assertStatus(PARAM, getattr(q, 'bcm_field_qualify_' + name)(0, entry, wrong), name)
+        trunk = GPORT_KINDS['trunk'] << 26 | 3
+        for name, status, gport in (('SrcGport', 0, trunk), ('SrcModPortGport', q.BCM_E_PORT, trunk), ('SrcGport', 0, 64),
+                                    ('DstGport', q.BCM_E_PORT, 65), ('SrcModuleGport', q.BCM_E_PORT, 200),
+                                    ('SrcTrunkMemberGport', q.BCM_E_PORT, trunk)):
+            self.assertStatus(status, getattr(q, 'bcm_field_qualify_' + name)(0, entry, gport), (name, gport))
+
+    def test_qualifiers_that_contradict_each_other_are_met_by_no_packet(self):
+        frame = sim.tagged(sim.ethernet('ff:ff:ff:ff:ff:ff', '02:00:00:00:00:01', sim.udp4('10.0.0.1', '10.0.0.2')), 1)
+        group = self.group_with_all_qualifiers()
+        for one, other, agree, contradict in (
+                (('OuterVlan', 1, 0xffff), 'OuterVlanId', (1, 0xfff), (3, 0xfff)), (('Tos', 0, 255), 'DSCP', (0, 63), (1, 1)),
+                (('EtherType', 0x800, 0xffff), 'EtherType', (0x800, 0xf00), (0x801, 0xffff)),
+                (('InPort', 1, 255), 'SrcGport', (1,), (2,)), (('IpProtocol', 17, 255), 'Ttl', (64, 255), (63, 255))):
+            for values, meets in ((agree, True), (contradict, False)):
+                entry = checked(q.bcm_field_entry_create, 0, group)
+                for name, given in ((one[0], one[1:]), (other, values)):
+                    self.done(getattr(q, 'bcm_field_qualify_' + name)(0, entry, *given))
+                self.done(q.bcm_field_action_add(0, entry, q.bcmFieldActionDrop, 0, 0, 0))
+                self.done(q.bcm_field_entry_install(0, entry))
+                self.assertEqual(not sim.Switch().send(1, frame), meets, (one, other, values))
+                self.done(q.bcm_field_entry_destroy(0, entry))
+
     def test_what_is_asked_of_several_things(self):
         """By the priority of a group of exact matches, by ports; and as many bytes as the caller says."""
         entry = checked(q.bcm_field_entry_create, 0, self.group_with_all_qualifiers())

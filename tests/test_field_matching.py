@@ -73,6 +73,16 @@ class Actions(sim.TestCase):
         checked(q.bcm_field_group_enable_set, 0, group, 0)
         self.assertTrue(self.switch.send(3, frame))
 
+    def test_translated_tags(self):
+        checked(q.bcm_vlan_control_port_set, 0, 1, q.bcmVlanTranslateIngressEnable, 1)
+        checked(q.bcm_vlan_translate_add, 0, 1, 10, 20, 0)
+        plain = sim.ethernet(UNKNOWN, SOURCE)
+        for stage in (), ('StageEgress',):
+            entry = self.entry(self.group(1, 'VlanTranslationHit', *stage), actions=[('Drop',)], VlanTranslationHit=(1, 1))
+            self.assertEqual([bool(self.switch.send(1, sim.tagged(plain, vlan))) for vlan in VLANS], [False, True], stage)
+            checked(q.bcm_field_entry_destroy, 0, entry)
+        self.assertTrue(self.switch.send(1, sim.tagged(plain, 10)))
+
     def test_what_the_switch_has_not_got_cannot_be_installed(self):
         group = self.group(1, 'MplsForwardingLabel', 'OutPort')
         early = self.group(2, 'StageLookup', 'OutPort')

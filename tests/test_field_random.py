@@ -76,6 +76,8 @@ for end, bits in (('', 32), ('Id', 20), ('Exp', 3), ('Bos', 1), ('Ttl', 8)):
 for end, bits in (('', 16), ('Id', 12), ('Pri', 3), ('Cfi', 1)):
     MASKED.update(('Translated%sVlan%s' % (which, end), bits) for which in ('Outer', 'Inner'))
 MASKED.update((name, 16) for name in CLASSES.values())
+MASKED.update(InterfaceClassPort=32, SrcClassL3=32, DstClassL3=32, InterfaceLookupClassPort=32,
+              IngressInterfaceClassPort=32, InterfaceClassProcessingPort=32, VlanTranslationHit=1)
 SINGLE = ('OuterTpid InnerTpid EqualL4Port SrcIpEqualDstIp TcpSequenceZero Color StpState DstMulticastGroup').split()
 GPORTS = 'SrcGport SrcModPortGport SrcTrunkMemberGport DstGport LearnSrcPort SrcModuleGport'.split()
 KINDS = ('IpType IpFrag IpProtocolCommon L2Format ArpOpcode TunnelType InnerIpType InnerIpFrag '
@@ -96,7 +98,7 @@ ALL = sorted(MASKED) + OTHERS + SINGLE + GPORTS + KINDS + PORT_SETS + RANGES
 LATER = ('OutPort OutPorts DstPort DstGport ForwardingVlanId Color DstTrunk DstL2MulticastGroup DstMulticastGroup '
          'DstMulticastGroups StpState IngressStpState L2SrcHit L2SrcStatic L2DestHit Drop IntPriority L3Routable '
          'ForwardingVlanValid ForwardingType PacketRes SrcGports SrcModPortGports DstGports L3Ingress InterfaceClassL2 '
-         'InterfaceClassL3 IncomingIpIfClass').split() + list(CLASSES.values()) + ROUTED
+         'InterfaceClassL3 IncomingIpIfClass VlanTranslationHit').split() + list(CLASSES.values()) + ROUTED
 LEARNING = 'L2StationMove L2Learn LearnSrcMac LearnVlan LearnSrcPort'.split()
 REPLICATION = ['ReplicantAny', 'ReplicantFirst']
 TRANSLATED = [name for name in MASKED if name.startswith('Translated')]
@@ -409,6 +411,10 @@ class Matching(sim.TestCase):
         checked(q.bcm_trunk_create, 0, q.BCM_TRUNK_FLAG_WITH_ID, TRUNK_ID)
         for port, flags in ((IN_TRUNK, q.BCM_TRUNK_MEMBER_EGRESS_DISABLE), (SENDER, 0)):
             checked(q.bcm_trunk_member_add, 0, TRUNK_ID, q.bcm_trunk_member_t(gport=port, flags=flags))
+        port_classes = dict((port, (port, 0x10000 + port, port % 2)) for port in (1, IN_TRUNK))
+        for port, of_port in port_classes.items():
+            for name, number in zip(('Lookup', 'Ingress', 'IngressPacketProcessing'), of_port):
+                checked(q.bcm_port_class_set, 0, port, getattr(q, 'bcmPortClassField' + name), number)
         classes, addresses = {10: (5, 7), 20: (0xffffff, 0x10007)}, {}
         own = checked(q.bcm_l3_ingress_create, 0, q.bcm_l3_ingress_t(intf_class=0x10007), OUT)
         for vlan, (l2_class, l3_class) in classes.items():
@@ -433,7 +439,7 @@ class Matching(sim.TestCase):
                                                                                      20: set()},
                       trunk=(TRUNK_ID, [IN_TRUNK, SENDER], SENDER), addresses=addresses, groups={GROUP: [1, 3]},
                       static=set((mac_number(STATIC), vlan) for vlan in VLANS), yellow=[YELLOW],
-                      classes=classes, incoming={20: own},
+                      classes=classes, incoming={20: own}, port_classes=port_classes,
                       tags={SERVICE_TAGS: Tags(outer=SERVICE_TPID)}, forwarding=q.BCM_STG_STP_FORWARD, module=MODULE)
 
     def entry(self, group, names, actions, conditions, first, facts):
@@ -505,7 +511,8 @@ class Matching(sim.TestCase):
                     q.bcm_field_qset_add(qset, getattr(q, 'bcmFieldQualify' + name))
                 group = checked(q.bcm_field_group_create, 0, qset, priority)
                 actions = [None, None, None, ('Drop', 0), ('DropCancel', 0)]
-                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3), ('DhcpDrop', 0)],
+                actions += [[('OuterVlanNew', 20), ('ClassSourceSet', 5), ('UdfClassNew', 3), ('PortClassNew', 9),
+                             ('DhcpDrop', 0)],
                             [('ClassDestSet', 5), ('EgressClassNew', 3), ('ClassSourceSet', 6), ('ArpDrop', 0),
                              ('DhcpDrop', 0), ('MacMoveDrop', 0), ('FloodDisable', 0)], []][stage]
                 made = [self.entry(group, names, actions, conditions, *self.sample(stage, names, maker, bridge))

@@ -11,13 +11,30 @@ from router_model import BITS, Frame, IP4, IP6, Router
 
 BITS_OF = dict(MyStationHit=1, Vrf=16, L3Ingress=31, L3DestHostHit=1, L3DestRouteHit=1, L3SrcHostHit=1,
                L3SrcRouteHit=1, DstIpLocal=1, DstL3EgressNextHops=32, InterfaceClassL2=32, InterfaceClassL3=32,
-               IncomingIpIfClass=32, EgressClassL3Interface=32, L3Routable=1)
+               IncomingIpIfClass=32, EgressClassL3Interface=32, L3Routable=1, SrcClassL3=32, DstClassL3=32)
 SINGLE = 'DstL3Egress', 'DstMultipath'
 NAMES = sorted(BITS_OF) + list(SINGLE)
 STAGES = (), ('StageEgress',)
 
 
+def class_of(length, is_host):
+    """Of a host, or of a route to a network."""
+    return 0x10005 if is_host else 1000 + length if length % 3 else 0
+
+
 class Lookups(RandomRouterTest):
+    @staticmethod
+    def route_record(vrf, kind, network, length, interface=0, flags=0):
+        record = RandomRouterTest.route_record(vrf, kind, network, length, interface, flags)
+        record.l3a_lookup_class = class_of(length, False)
+        return record
+
+    @staticmethod
+    def host_record(vrf, kind, address, interface=0, flags=0):
+        record = RandomRouterTest.host_record(vrf, kind, address, interface, flags)
+        record.l3a_lookup_class = class_of(None, True)
+        return record
+
     def settings(self):
         """What the tables give besides ways: (class of the VLAN, class of what comes in, its object or None) by VLAN."""
         found = {}
@@ -43,7 +60,7 @@ class Lookups(RandomRouterTest):
         is_for_router = frame.to == interface.mac
         l2_class, incoming, own = self.of_vlans[vlan]
         facts = dict.fromkeys(('L3DestHostHit', 'L3DestRouteHit', 'L3SrcHostHit', 'L3SrcRouteHit', 'DstIpLocal',
-                               'EgressClassL3Interface', 'L3Routable'), 0)
+                               'EgressClassL3Interface', 'L3Routable', 'SrcClassL3', 'DstClassL3'), 0)
         facts.update(MyStationHit=int(is_for_router), InterfaceClassL2=l2_class)
         facts.update(dict(L3Ingress=own) if own is not None else {})
         facts['InterfaceClassL3'] = incoming if is_for_router or own is not None else 77
@@ -62,6 +79,8 @@ class Lookups(RandomRouterTest):
             way = self.router.way_to(interface.vrf, frame.kind, address)
             is_host = (interface.vrf, frame.kind, address) in self.router.hosts
             facts.update({'L3%sHostHit' % side: int(is_host), 'L3%sRouteHit' % side: int(way is not None and not is_host)})
+            if way is not None:
+                facts[dict(Src='SrcClassL3', Dest='DstClassL3')[side]] = class_of(way[1], is_host)
         (hops, length), is_host = way, is_host
         if hops[0].kind == 'cpu':
             facts['DstIpLocal'] = 1

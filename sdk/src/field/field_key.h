@@ -126,7 +126,7 @@ constexpr FieldPlace inner_flow_label{34, 0, 20}, inner_ip_type{34, 20, 21}, inn
 constexpr FieldPlace priority{35, 0, 8}, is_routed{35, 8, 1}, forwarding_type{35, 16, 16},
     packet_result{35, 32, 8};
 constexpr FieldPlace translated_outer_tag{36, 0, 16}, translated_inner_tag{36, 16, 16},
-    translated_format{36, 32, 2}, vlan_is_valid{36, 34, 1};
+    translated_format{36, 32, 2}, vlan_is_valid{36, 34, 1}, are_translated{36, 35, 1};
 constexpr FieldPlace classes{37, 0, 64};  // three words, of four classes each
 
 constexpr unsigned data_words = 8;
@@ -162,6 +162,10 @@ constexpr FieldPlace extended_channel{66, 0, 22}, incoming_extended_channel{66, 
 constexpr FieldPlace maintenance_bits{67, 0, 64};
 constexpr FieldPlace channel{68, 0, 32}, bfd_discriminator{68, 32, 32};
 constexpr FieldPlace maintenance{69, 0, 25}, outer_fibre_channel{69, 25, 6}, inner_fibre_channel{69, 31, 6};
+constexpr FieldPlace lookup_class_of_port{73, 0, 32}, class_of_port{73, 32, 32},
+    processing_class_of_port{74, 0, 32}, port_class{74, 32, 32};
+constexpr FieldPlace source_l3_class{75, 0, 32},
+    destination_l3_class{75, 32, 32};  // like port_class, also by entries
 constexpr FieldPlace protocol_of{70, 0, 39}, header_format{71, 0, 31}, trill_payload{72, 0, 64};
 
 /// Of byte `number` of a row of words, of which the first is uppermost.
@@ -177,7 +181,7 @@ constexpr FieldPlace payload_byte(std::size_t number)
 }
 
 constexpr std::size_t first_further_word = label1.word;
-constexpr std::size_t words = trill_payload.word + 1;
+constexpr std::size_t words = source_l3_class.word + 1;
 
 }  // namespace field_places
 

@@ -349,7 +349,7 @@ bool asks_for_findings(const FieldPattern &pattern)
         at::station_hit,    at::destination_is_host, at::destination_is_route,
         at::source_is_host, at::source_is_route,     at::destination_is_local,
         at::vlan_class,     at::incoming_class,      at::has_moved,
-        at::is_learnt};
+        at::is_learnt,      at::source_l3_class,     at::destination_l3_class};
     static constexpr FieldHeader headers[] = {FieldHeader::router, FieldHeader::l3_ingress,
                                               FieldHeader::l3_group, FieldHeader::learnt};
     return std::any_of(std::begin(places), std::end(places),

@@ -293,6 +293,7 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyTranslatedInnerVlanCfi, Layout::number, part(at::translated_inner_tag, 12, 1),
      Header::always, ingress},
     {bcmFieldQualifyTranslatedVlanFormat, Layout::number, at::translated_format, Header::always, ingress},
+    {bcmFieldQualifyVlanTranslationHit, Layout::number, at::are_translated, Header::always, ingress | egress},
     {bcmFieldQualifyForwardingVlanValid, Layout::number, at::vlan_is_valid, Header::always, ingress | egress},
 
     {bcmFieldQualifyReplicantAny, Layout::number, at::is_replicated, Header::always, egress},
@@ -323,6 +324,13 @@ constexpr FieldQualifier qualifiers[] = {
     {bcmFieldQualifyEgressClassL3Interface, Layout::number, at::outgoing_class, Header::always,
      ingress | egress},
 
+    // Classes of ports.
+    {bcmFieldQualifyInterfaceLookupClassPort, Layout::number, at::lookup_class_of_port, Header::always,
+     everywhere},
+    {bcmFieldQualifyIngressInterfaceClassPort, Layout::number, at::class_of_port, Header::always, everywhere},
+    {bcmFieldQualifyInterfaceClassProcessingPort, Layout::number, at::processing_class_of_port,
+     Header::always, everywhere},
+
     // Classes that earlier stages gave.
     {bcmFieldQualifySrcClassField, Layout::number, class_place(FieldClass::source), Header::always,
      ingress | egress},
@@ -337,12 +345,9 @@ constexpr FieldQualifier qualifiers[] = {
      ingress | egress},
     {bcmFieldQualifyDstClassL2, Layout::number, class_place(FieldClass::l2_destination), Header::always,
      ingress | egress},
-    {bcmFieldQualifySrcClassL3, Layout::number, class_place(FieldClass::l3_source), Header::always,
-     ingress | egress},
-    {bcmFieldQualifyDstClassL3, Layout::number, class_place(FieldClass::l3_destination), Header::always,
-     ingress | egress},
-    {bcmFieldQualifyInterfaceClassPort, Layout::number, class_place(FieldClass::port), Header::always,
-     ingress | egress},
+    {bcmFieldQualifySrcClassL3, Layout::number, at::source_l3_class, Header::always, ingress | egress},
+    {bcmFieldQualifyDstClassL3, Layout::number, at::destination_l3_class, Header::always, ingress | egress},
+    {bcmFieldQualifyInterfaceClassPort, Layout::number, at::port_class, Header::always, ingress | egress},
     {bcmFieldQualifyUdfClass, Layout::number, class_place(FieldClass::user_defined), Header::always,
      ingress | egress},
 };

@@ -96,4 +96,18 @@ inline L3Found l3_find(L3State &l3, const IpAddress &address, unsigned vrf, bool
     return {route != L3Routes::none ? &l3.routes.at(route) : nullptr, false};
 }
 
+/// The class that the same says of the address; 0 if nothing leads there.
+inline std::uint32_t l3_lookup_class(L3State &l3, const IpAddress &address, unsigned vrf, bool is_ip6)
+{
+    const auto class_of = [](const auto *details) {
+        return details != nullptr ? static_cast<std::uint32_t>(details->records.front().l3a_lookup_class) : 0;
+    };
+    const std::uint32_t host = l3.hosts.find(address, vrf, is_ip6);
+    if (host != L3Hosts::none && !(l3.hosts.at(host).state & l3_invalid)) {
+        return class_of(l3.hosts.details(host));
+    }
+    const std::uint32_t route = l3.routes.longest(address, vrf, is_ip6);
+    return route != L3Routes::none ? class_of(l3.routes.details(route)) : 0;
+}
+
 }  // namespace sim

@@ -121,6 +121,32 @@ void put_findings(const Passage &passage, FieldKey &key)
     }
 }
 
+/// Classes that entries gave, and where none did, those of the port and of the addresses.
+void put_classes(const Passage &passage, FieldKey &key)
+{
+    static constexpr FieldClasses none = {};
+    const FieldClasses &given = passage.treatment ? passage.treatment->classes : none;
+    for (std::size_t which = 0; which < field_classes; ++which) {
+        key.put(class_place(static_cast<FieldClass>(which)), given[which]);
+    }
+    const auto put = [&](FieldPlace place, FieldClass which, FieldWord otherwise) {
+        const unsigned by_entry = given[static_cast<std::size_t>(which)];
+        key.put(place, by_entry != 0 ? by_entry : otherwise);
+    };
+    put(at::port_class, FieldClass::port, key.get(at::class_of_port));
+    put(at::source_l3_class, FieldClass::l3_source, passage.findings ? passage.findings->from_class : 0);
+    put(at::destination_l3_class, FieldClass::l3_destination,
+        passage.findings ? passage.findings->to_class : 0);
+}
+
+void put_port_classes(const Passage &passage, FieldKey &key)
+{
+    const LookupClasses &classes = lookup_classes_of(passage.sw, passage.port);
+    key.put(at::lookup_class_of_port, classes.lookup);
+    key.put(at::class_of_port, classes.ingress);
+    key.put(at::processing_class_of_port, classes.processing);
+}
+
 /// What was decided so far, besides where it goes.
 void put_results(const Passage &passage, FieldKey &key)
 {
@@ -139,11 +165,8 @@ void put_results(const Passage &passage, FieldKey &key)
     key.put(at::in_gport, static_cast<unsigned>(gport_of(place)));
     key.put(at::in_port_gport,
             static_cast<unsigned>(gport_of({Destination::Kind::port, own_module, passage.port})));
-    if (passage.treatment) {
-        for (std::size_t which = 0; which < field_classes; ++which) {
-            key.put(class_place(static_cast<FieldClass>(which)), passage.treatment->classes[which]);
-        }
-    }
+    key.put(at::are_translated, passage.tags && passage.tags->are_translated);
+    put_classes(passage, key);
 }
 
 /// The port or trunk where it goes, if it is one.
@@ -193,6 +216,7 @@ bool look_further(const Passage &passage, FieldStage stage, ByteView frame, Fiel
                                         : stage == FieldStage::ingress ? bcmFieldStageIngress
                                                                        : bcmFieldStageEgress));
     put_data(fields.data_qualifiers, frame, key);
+    put_port_classes(passage, key);
     return true;
 }
 

@@ -125,7 +125,7 @@ struct Findings {
     bool is_local = false;    ///< the address is the CPU's
     bcm_if_t group = 0;       ///< of egress objects, where the address leads; 0 for none
     bcm_if_t ingress_if = 0;  ///< what the packet's VLAN has; 0 for none
-    uint32 vlan_class = 0, interface_class = 0;
+    uint32 vlan_class = 0, interface_class = 0, from_class = 0, to_class = 0;
     bcm_vlan_t vid = 0;  ///< before it is routed
     bool is_learnt = false;
 };

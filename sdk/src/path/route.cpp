@@ -353,6 +353,8 @@ void look_up_addresses(const Passage &passage, L3State &l3, Findings &found)
     found.is_looked_up = true;
     found.to = l3_find(l3, header.to, found.vrf, header.is_ip6);
     found.from = l3_find(l3, header.from(), found.vrf, header.is_ip6);
+    found.to_class = l3_lookup_class(l3, header.to, found.vrf, header.is_ip6);
+    found.from_class = l3_lookup_class(l3, header.from(), found.vrf, header.is_ip6);
     if (found.to.entry != nullptr) {
         const L3Way &way = found.to.entry->way;
         const NextHop *const hop = hop_of(way, header);

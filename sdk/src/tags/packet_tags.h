@@ -34,6 +34,7 @@ struct PacketTags {
     std::size_t payload_from = addresses_bytes;  ///< place of the type behind all tags
     int priority = 0;                            ///< in the switch
     int color = bcmColorGreen;
+    bool are_translated = false;  ///< by an entry for their VLANs
 };
 
 /// What a port makes of the tags of a frame, behind which there are at least eight more bytes.

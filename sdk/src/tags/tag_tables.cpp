@@ -342,6 +342,12 @@ void TagTables::add_settings(const RuleStore &store)
             classes_[at(port)] = value.take<uint32>();
         } else if (which == bcmPortClassVlanTranslateEgress) {
             classes_to_send_[at(port)] = value.take<uint32>();
+        } else if (which == bcmPortClassFieldLookup) {
+            lookup_classes_[at(port)].lookup = value.take<uint32>();
+        } else if (which == bcmPortClassFieldIngress) {
+            lookup_classes_[at(port)].ingress = value.take<uint32>();
+        } else if (which == bcmPortClassFieldIngressPacketProcessing) {
+            lookup_classes_[at(port)].processing = value.take<uint32>();
         }
     });
     each(store, "bcm_port_force_vlan", [&](Parts key, Parts value) {

@@ -39,6 +39,11 @@ KeyType key_type_of(int type);
 /// What is looked up, with zeros for what the part leaves out.
 void mask_key(KeyPart part, bcm_vlan_t &outer, bcm_vlan_t &inner);
 
+/// Classes of a port for the field processor, which come by the functions of those that choose translations.
+struct LookupClasses {
+    std::uint32_t lookup = 0, ingress = 0, processing = 0;
+};
+
 class TagTables {
 public:
     /// Empty.
@@ -77,6 +82,8 @@ public:
         std::array<int, 2> key_types = {};  // those looked up, in order; all if none is set
     };
     const Controls &controls(int port) const { return controls_[at(port)]; }
+
+    const LookupClasses &lookup_classes(int port) const { return lookup_classes_[at(port)]; }
 
     /// Whether the port looks anything up on arrival, or when it sends.
     bool reads(int port) const;
@@ -130,6 +137,7 @@ private:
     PerPort<Forced> forced_ = {};
     PerPort<Controls> controls_;
     PerPort<std::uint32_t> classes_ = {}, classes_to_send_ = {};
+    PerPort<LookupClasses> lookup_classes_;
 };
 
 }  // namespace sim

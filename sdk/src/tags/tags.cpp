@@ -50,6 +50,11 @@ bool has_classes(const PortTags &port)
 
 }  // namespace
 
+const LookupClasses &lookup_classes_of(Switch &sw, int port)
+{
+    return tables_of(sw).lookup_classes(port);
+}
+
 bool reads_tags(Switch &sw, int port)
 {
     Port &own = port_of(sw, port);
@@ -81,6 +86,7 @@ Assignment assign_vlan(Switch &sw, int port, ByteView frame, PacketTags &tags)
     const TagAction *action = tables.translation(port, tags);
     if (action != nullptr) {
         by = "by translation";
+        tags.are_translated = true;
     }
     const TagTables::Controls &controls = tables.controls(port);
     const bool came_with_tag = tags.outer.is_there || tags.inner.is_there;

@@ -28,6 +28,8 @@ private:
     bool is_stale_ = true;
 };
 
+const LookupClasses &lookup_classes_of(Switch &sw, int port);
+
 /// Whether the port reads tags in its own way, or assigns VLANs: sets Port::reads_tags to that.
 bool reads_tags(Switch &sw, int port);
 
