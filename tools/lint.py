@@ -36,16 +36,25 @@ def flags_of(entry):
     return tuple(flags)
 
 
+def sources_of(entry):
+    """What is compiled: of a unity build, the sources that it includes."""
+    source = entry['file']
+    if not re.match(r'unity_\d+_cxx\.cxx$', os.path.basename(source)):
+        return [source]
+    with open(source) as file:
+        return re.findall(r'^#include "(.*)"$', file.read(), re.MULTILINE)
+
+
 def flags_by_source(build, wanted):
     """Of what is compiled in several targets, the first; of what is generated, what our generator makes."""
     with open(os.path.join(build, 'compile_commands.json')) as file:
         entries = json.load(file)
     flags = {}
     for entry in entries:
-        source = entry['file']
-        ours = not source.startswith(build + os.sep) or os.path.basename(os.path.dirname(source)) == 'generated'
-        if source.endswith(('.cpp', '.c')) and ours and (not wanted or source in wanted):
-            flags.setdefault(source, flags_of(entry))
+        for source in sources_of(entry):
+            ours = not source.startswith(build + os.sep) or os.path.basename(os.path.dirname(source)) == 'generated'
+            if source.endswith(('.cpp', '.c')) and ours and (not wanted or source in wanted):
+                flags.setdefault(source, flags_of(entry))
     missing = [source for source in wanted if source not in flags]
     if missing:
         sys.exit('lint: not a source of preset clang: ' + ', '.join(missing))

@@ -204,7 +204,7 @@ private:
         }
     }
 
-    [[gnu::noinline]] void tap_and_let_out(int unit, int port, ByteView frame)
+    [[gnu::noinline]] static void tap_and_let_out(int unit, int port, ByteView frame)
     {
         if (has_taps) {
             tap(unit, port, Direction::sent, frame);
