@@ -18,12 +18,14 @@ from simulator import PortBitmap, status_name
 UNIT, ENDED, EMPTY = 1, 2, 3
 PORT, VLAN, TRUNK, MAC, MULTICAST_MAC = 5, 1, 1, (2, 0, 0, 0, 0, 1), (1, 0, 0x5e, 0, 0, 1)
 UNITS_NOT_THERE = -1, 7, 16
+NO_TRUNK, GPORT_OF_NO_MODULE = 100000, q.BCM_GPORT_TYPE_MODPORT << 26 | 20000 << 11 | 5
 NO_PORT, NO_VLAN = 65, 4000
 NO_GPORT = 19 << 26 | 999  # a queue group
 SIZE = 1 << 15  # of memory behind pointers: enough for arrays of some records
 SCALARS = {'int32': ctypes.c_int32, 'uint32': ctypes.c_uint32, 'uint16': ctypes.c_uint16, 'uint8': ctypes.c_uint8,
            'low_bits': ctypes.c_uint16, 'uint64': ctypes.c_uint64, 'int8': ctypes.c_int8, 'bool': ctypes.c_int}
 MAKES = re.compile('_(create|add|alloc)(_|$)')
+CREATES = re.compile(r'_create(_\w+)?$')
 
 # Functions that are not asked, by what their names match: (pattern, why).
 LEFT_ALONE = [
@@ -32,7 +34,6 @@ LEFT_ALONE = [
     ('bcm_vlan_list', 'makes memory that its caller gives back; test_vlan.py'),
     ('.*_list_destroy$', 'gives back memory that has to be the right one'),
     ('bcm_(link_wait|linkscan)', 'waits; test_linkscan.py'),
-    ('bcm_field_', 'not asked for each promise: test_field.py and test_field_data.py ask for some'),
 ]
 
 # What is no error, or another one than elsewhere: (function, error, what is wrong, why), all but the last as patterns.
@@ -65,6 +66,13 @@ EXEMPT = [
     ('.*_(add|set)', 'E_NOT_FOUND', '(encap_id|ds_id|offset_id) .*', 'kept as it is, and looked at by nothing'),
     ('bcm_(port_pon_tunnel_map_set|vlan_cross_connect_add|cosq_classifier_mapping_set)', 'E_PORT', '.*',
      'a port that is no key is kept as it is'),
+    ('bcm_field_qualify_.*', 'E_NOT_FOUND', '.*_port_id .*', 'a value of packets, which need not be there'),
+    ('bcm_field_range_group_.*', 'E_NOT_FOUND', 'group .*', 'a number of the caller, which nothing makes'),
+    ('bcm_field_(.*_add|group_create_mode|data_qualifier_create)', 'E_EXISTS', '.*', 'said of ids that are chosen by the caller'),
+    ('bcm_field_(group_set|group_action_set|(group_|entry_)prio(rity)?_set|stat_all_set(32)?|entry_dump)', 'E_PARAM', 'all',
+     'any set, priority or number may be given'),
+    ('bcm_field_entry_((re)?install|enable_set|stat_attach)|bcm_field_stat_attach', 'E_PARAM', 'all',
+     'takes ids, and yes or no: BCM_E_NOT_FOUND'),
     ('bcm_trunk_resilient_delete_all', 'E_NOT_FOUND', '.*', 'a trunk that is not there has none'),
     ('bcm_cosq_subscriber_map_delete_all', 'E_PORT|E_NOT_FOUND', '.*', 'chooses by a member, and none has it'),
     ('bcm_cosq_(profile_mapping|service_pool|classifier_mapping)_.*', 'E_NOT_FOUND', '.*', 'that is for gports'),
@@ -75,7 +83,8 @@ ID = re.compile(r'(^|_)id$|^vpn$|^tid$|^group$')
 IDS = ('bcm_trunk_t', 'bcm_stg_t', 'bcm_policer_t', 'bcm_multicast_t')
 COUNT = re.compile('count|size|max|len|num|nstat')  # what may say how long an array is
 NONE, ALL, OUTER = range(3)  # members that get values
-LARGEST = 300  # tables that are filled
+MEMBER_OF_TRUNK = 'bcm_trunk_t|tgid|trunk'
+LARGEST = 1100  # tables that are filled
 ERASES = re.compile('_(delete|destroy|remove|free)(_|$)')
 ENDS = re.compile('_(delete|destroy|remove|clear|detach|unregister)(_all|$)')
 PLACES = 'bcm_port_t', 'bcm_gport_t', 'bcm_pbmp_t', 'bcm_if_t'
@@ -294,8 +303,23 @@ class Sdk(object):
 
     def e_not_found_is_about(self, function):
         """What names something that may not be there, and does not make it."""
-        return not re.search('_create(_id)?$', function.name) and any(parameter.kind in SCALARS and self.names_object(function, parameter.name, parameter.type)
+        return not CREATES.search(function.name) and any(parameter.kind in SCALARS and self.names_object(function, parameter.name, parameter.type)
                    for parameter in function.parameters[1:])
+
+    def e_exists_is_about(self, function):
+        """What does not choose an id."""
+        return bool(MAKES.search(function.name)) and not (
+            CREATES.search(function.name) and not function.name.endswith('_id') and not self.flag(function, 'WITH_ID'))
+
+    def e_resource_is_about(self, function):
+        """What chooses an id."""
+        return function.name.endswith('_create')
+
+    def e_badid_is_about(self, function):
+        """What is told of trunks or modules, to keep it."""
+        return bool(re.search('_(create|add|set)$', function.name)) and any(
+            re.search(MEMBER_OF_TRUNK + '|gport', member.text + ' ' + member.name)
+            for parameter in function.parameters[1:] for member in self.members.get(parameter.type, ()))
 
     def e_param_is_about(self, function):
         """What takes more than ports, names of what is there and yes or no: those have errors of their own, or none."""
@@ -463,7 +487,11 @@ class Sdk(object):
                     function, choice, place, ctypes.c_int(NO_PORT))
 
     def e_not_found(self, function, choice, status):
+        # Who says which id what is made gets, says it last.
+        new = len(choice) - 1 if CREATES.search(function.name) and function.name.endswith('_id') else None
         for place, parameter in enumerate(function.parameters[1:]):
+            if place == new:
+                continue
             key = self.keys.get(function.name, ())[place:place + 1] == ['key'] and SEEKS.search(function.name)
             if parameter.type == 'bcm_vlan_t' and parameter.kind in SCALARS:
                 yield '%s %d' % (parameter.name, NO_VLAN), self.wrong(
@@ -479,7 +507,7 @@ class Sdk(object):
 
     def e_exists(self, function, choice, status):
         flag = self.flag(function, 'WITH_ID')
-        if not MAKES.search(function.name) or function.name.endswith('_create') and not flag:
+        if not self.e_exists_is_about(function):
             return
 
         def twice():
@@ -507,14 +535,34 @@ class Sdk(object):
         if not function.name.endswith(('_create', '_add')) or status != 0:
             return
         self.fresh()
-        results = [function([make() for make in choice]) for _ in range(LARGEST + 1)]
+        count, result = 0, 0
+        while result == 0 and count < LARGEST:
+            result = function([make() for make in choice])
+            count += result == 0
         self.changed = True
-        if results[0] == 0 and results[-1] not in (0, q.BCM_E_EXISTS):
+        if count > 0 and result not in (0, q.BCM_E_EXISTS):
             def filled():
-                for _ in range(LARGEST):
+                for _ in range(count):
                     function([make() for make in choice])
                 return function([make() for make in choice])
             yield 'one more', filled
+
+    e_resource = e_full
+
+    def e_badid_somehow(self, function, choice):
+        """A trunk out of range, a port of a module that is not there."""
+        family = '_'.join(function.name.upper().split('_')[:2])
+        flag = getattr(q, family + '_TGID', 0) or getattr(q, family + '_TRUNK_MEMBER', 0)
+        for what, values in self.variations(function, choice, lambda of, _: (
+                [NO_TRUNK] if re.search(MEMBER_OF_TRUNK, of) else [])):
+            for value, parameter in zip(values, function.parameters[1:]):
+                for member in self.members.get(parameter.type, ()):
+                    if member.name in ('flags', 'l3a_flags'):
+                        self.change(parameter.type, value, member.name, lambda flags: flags | flag)
+            yield what, UNIT, values
+        for what, values in self.variations(function, choice, lambda of, _: (
+                [GPORT_OF_NO_MODULE] if re.search('gport', of) else [])):
+            yield what, UNIT, values
 
     def add_flags(self, function, values, added):
         for value, parameter in zip(values, function.parameters[1:]):

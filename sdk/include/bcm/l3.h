@@ -6,9 +6,8 @@
  *
  * Interfaces, egress objects and groups of egress objects share one space of ids of type bcm_if_t: the lowest free one
  * from 1 on, unless one is given. In its place 0 is none: what leads there is unresolved. Routing tables are 0..1023.
- * BCM_E_NOT_FOUND: what is named is not there; BCM_E_EXISTS: it is there already; BCM_E_BUSY: something refers to it;
- * BCM_E_FULL; BCM_E_PORT, BCM_E_BADID: no such port, module or trunk; BCM_E_UNAVAIL: flags or members that ask for what
- * the chip has not.
+ * BCM_E_NOT_FOUND: what is named is not there; BCM_E_EXISTS: it is there already; BCM_E_PORT, BCM_E_BADID: no such port,
+ * module or trunk; BCM_E_UNAVAIL: flags or members that ask for what the chip has not.
  * IPv4 addresses are in host, IPv6 addresses in network byte order; with BCM_L3_IP6 the members for IPv6
  * count in place of those for IPv4. Arrays that a function fills are given with the number of elements
  * for which they have room, and how many there are comes back in the count.
@@ -371,7 +370,7 @@ int bcm_l3_info(int unit, bcm_l3_info_t *l3info);
  * Interfaces. create writes the id to l3a_intf_id, unless BCM_L3_WITH_ID gives one; get and delete go by
  * l3a_intf_id, find by l3a_mac_addr and l3a_vid, find_vlan by l3a_vid alone. There is one per address and VLAN
  * (BCM_E_EXISTS); the VLAN has to exist (BCM_E_NOT_FOUND). One that egress objects, hosts or routes use stays: BCM_E_BUSY;
- * delete_all deletes all or none. BCM_L3_REPLACE replaces the one of l3a_intf_id.
+ * delete_all deletes all or none. BCM_L3_REPLACE replaces the one of l3a_intf_id. create gives BCM_E_FULL.
  */
 void bcm_l3_intf_t_init(bcm_l3_intf_t *intf);
 int bcm_l3_intf_create(int unit, bcm_l3_intf_t *intf);
@@ -406,7 +405,7 @@ int bcm_l3_vrf_stat_multi_set32(int unit, bcm_vrf_t vrf, int nstat, bcm_l3_vrf_s
 
 /*
  * Virtual routers (VRRP) of a VLAN: vrid 1..255 gives the MAC address for which packets are routed too.
- * get writes the ids to vrid_array.
+ * get writes the ids to vrid_array. add gives BCM_E_FULL.
  */
 int bcm_l3_vrrp_add(int unit, bcm_vlan_t vlan, uint32 vrid);
 int bcm_l3_vrrp_delete(int unit, bcm_vlan_t vlan, uint32 vrid);
@@ -436,7 +435,7 @@ int bcm_l3_vrrp_config_get(int unit, uint32 flags, bcm_vlan_t vlan, int alloc_si
 /*
  * Hosts, one per routing table and address. find fills the record whose l3a_vrf and address it is given;
  * delete_by_network takes those within a network, delete_by_interface those with l3a_intf. An l3a_intf that is an
- * interface goes with l3a_nexthop_mac, and l3a_modid and l3a_port_tgid.
+ * interface goes with l3a_nexthop_mac, and l3a_modid and l3a_port_tgid. add gives BCM_E_FULL.
  */
 void bcm_l3_host_t_init(bcm_l3_host_t *ip);
 int bcm_l3_host_find(int unit, bcm_l3_host_t *info);
@@ -480,7 +479,7 @@ int bcm_l3_host_stat_id_get(int unit, bcm_l3_host_t *info, bcm_l3_stat_t stat, u
 
 /*
  * Routes, one per routing table and network, or several with BCM_L3_MULTIPATH. The longest prefix wins.
- * multipath_get gives the paths of one network.
+ * multipath_get gives the paths of one network. add gives BCM_E_FULL.
  */
 void bcm_l3_route_t_init(bcm_l3_route_t *route);
 int bcm_l3_route_add(int unit, bcm_l3_route_t *info);
@@ -535,7 +534,7 @@ int bcm_l3_subnet_route_find(int unit, bcm_l3_host_t *host, bcm_l3_route_t *rout
 /*
  * Egress objects. create returns the id in *if_id, or takes the one given with BCM_L3_WITH_ID; destroy
  * gives BCM_E_BUSY while a host, route, group or installed entry of the field processor uses the object; find
- * gives the one that is equal in all members.
+ * gives the one that is equal in all members. create gives BCM_E_FULL.
  */
 void bcm_l3_egress_t_init(bcm_l3_egress_t *egr);
 int bcm_l3_egress_create(int unit, uint32 flags, bcm_l3_egress_t *egr, bcm_if_t *if_id);
@@ -561,7 +560,10 @@ int bcm_l3_egress_multipath_delete(int unit, bcm_if_t mpintf, bcm_if_t intf);
 int bcm_l3_egress_multipath_find(int unit, int intf_count, bcm_if_t *intf_array, bcm_if_t *mpintf);
 int bcm_l3_egress_multipath_traverse(int unit, bcm_l3_egress_multipath_traverse_cb trav_fn, void *user_data);
 
-/* Groups of egress objects, described by a record; all but create and find go by its ecmp_intf. */
+/*
+ * Groups of egress objects, described by a record; all but create and find go by its ecmp_intf. create and add give
+ * BCM_E_FULL, destroy gives BCM_E_BUSY, as above.
+ */
 void bcm_l3_egress_ecmp_t_init(bcm_l3_egress_ecmp_t *ecmp);
 int bcm_l3_egress_ecmp_create(int unit, bcm_l3_egress_ecmp_t *ecmp, int intf_count, bcm_if_t *intf_array);
 int bcm_l3_egress_ecmp_destroy(int unit, bcm_l3_egress_ecmp_t *ecmp);
@@ -607,7 +609,7 @@ int bcm_l3_egress_stat_counter_set(int unit, bcm_if_t intf_id, bcm_l3_stat_t sta
 
 /*
  * The same groups, by records of their members. options: BCM_L3_ECMP_O_*; create writes the id to
- * ecmp_info->ecmp_intf.
+ * ecmp_info->ecmp_intf. create and member_add give BCM_E_FULL, destroy gives BCM_E_BUSY.
  */
 void bcm_l3_ecmp_member_t_init(bcm_l3_ecmp_member_t *ecmp_member);
 int bcm_l3_ecmp_create(int unit, uint32 options, bcm_l3_egress_ecmp_t *ecmp_info, int ecmp_member_count,
@@ -650,7 +652,7 @@ int bcm_l3_ingress_stat_counter_set(int unit, bcm_if_t intf_id, bcm_l3_ingress_s
                                     uint32 num_entries, uint32 *counter_indexes,
                                     bcm_stat_value_t *counter_values);
 
-/* The upper 64 bits of IPv6 addresses that are kept in short form in the tables, map_size of them. */
+/* The upper 64 bits of IPv6 addresses that are kept in short form in the tables, map_size of them. add: BCM_E_FULL. */
 int bcm_l3_ip6_prefix_map_get(int unit, int map_size, bcm_ip6_t *ip6_array, int *ip6_count);
 int bcm_l3_ip6_prefix_map_add(int unit, bcm_ip6_t ip6_addr);
 int bcm_l3_ip6_prefix_map_delete(int unit, bcm_ip6_t ip6_addr);

@@ -110,6 +110,11 @@ const Counted *counted(bcm_field_stat_t kind)
     return found != std::end(counted_kinds) ? found : nullptr;
 }
 
+bool is_kind(bcm_field_stat_t kind)
+{
+    return static_cast<int>(kind) >= 0 && kind < bcmFieldStatCount;
+}
+
 bool is_counted(bcm_field_stat_t kind)
 {
     return counted(kind) != nullptr;
@@ -119,10 +124,7 @@ int make_stat(FieldState &state, bcm_field_group_t group, int count, const bcm_f
               bool is_id_given)
 {
     const bcm_field_stat_t *end = kinds + std::max(count, 0);
-    const auto is_wrong = [](bcm_field_stat_t kind) {
-        return static_cast<int>(kind) < 0 || kind >= bcmFieldStatCount;
-    };
-    if (count <= 0 || std::any_of(kinds, end, is_wrong)) {
+    if (count <= 0 || !std::all_of(kinds, end, is_kind)) {
         return BCM_E_PARAM;
     }
     if (!std::all_of(kinds, end, is_counted)) {
@@ -158,13 +160,13 @@ auto field_stat(int stat)
     };
 }
 
-/// One of its counters: BCM_E_NOT_FOUND.
+/// One of its counters: BCM_E_NOT_FOUND; BCM_E_PARAM if none counts so.
 int find_value(FieldStat &stat, bcm_field_stat_t kind, uint64 **value)
 {
     const auto found = std::find_if(stat.counters.begin(), stat.counters.end(),
                                     [kind](const FieldCounter &each) { return each.kind == kind; });
     if (found == stat.counters.end()) {
-        return BCM_E_NOT_FOUND;
+        return is_kind(kind) ? BCM_E_NOT_FOUND : BCM_E_PARAM;
     }
     *value = &found->value;
     return BCM_E_NONE;
@@ -216,8 +218,9 @@ int get_values(int unit, int stat_id, int count, const bcm_field_stat_t *kinds, 
             }
             for (int i = 0; i < count; ++i) {
                 uint64 *value = nullptr;
-                if (find_value(found, kinds[i], &value) != BCM_E_NONE) {
-                    return BCM_E_NOT_FOUND;
+                const int status = find_value(found, kinds[i], &value);
+                if (status != BCM_E_NONE) {
+                    return status;
                 }
                 numbers[i] = static_cast<Number>(*value);
             }
@@ -311,7 +314,7 @@ int get_counters(int unit, int stat_id, bcm_field_stat_t stat, uint32 count, con
 {
     return begin(unit, ready<FieldState>, given(values), field_stat(stat_id))
         .then([&](FieldState &, FieldStat &found) -> int {
-            if (!are_first(count, indexes)) {
+            if (!is_kind(stat) || !are_first(count, indexes)) {
                 return BCM_E_PARAM;
             }
             const Pair pair(found, stat);
@@ -547,6 +550,9 @@ int sim_bcm_field_stat_id_get(int unit, bcm_field_entry_t entry, bcm_field_stat_
 {
     return begin(unit, ready<FieldState>, given(stat_id), field_entry(entry))
         .then([&](FieldState &state, const FieldEntry &found) -> int {
+            if (!is_kind(stat)) {
+                return BCM_E_PARAM;
+            }
             const auto counts = [&](int id) {
                 uint64 *value = nullptr;
                 return id != 0 && find_value(state.stats.at(id), stat, &value) == BCM_E_NONE;
@@ -577,7 +583,7 @@ int sim_bcm_field_stat_counter_set(int unit, int stat_id, bcm_field_stat_t stat,
 {
     return begin(unit, ready<FieldState>, given(counter_values), field_stat(stat_id))
         .then([&](FieldState &, FieldStat &found) -> int {
-            if (!are_first(num_entries, counter_indexes)) {
+            if (!is_kind(stat) || !are_first(num_entries, counter_indexes)) {
                 return BCM_E_PARAM;
             }
             const Pair pair(found, stat);
