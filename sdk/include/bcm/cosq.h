@@ -1071,8 +1071,7 @@ int bcm_cosq_gport_statistic_multi_set(int unit, bcm_gport_t gport, bcm_cos_queu
                                        bcm_cosq_stat_t *stat_arr, uint64 *value_arr);
 
 /*
- * Making of gports. add makes one of the kind that flags say, with numq queues or inputs, at port; delete
- * gives BCM_E_BUSY while something is attached.
+ * Making of gports. add makes one of the kind that flags say, with numq queues or inputs, at port.
  */
 int bcm_cosq_gport_add(int unit, bcm_port_t port, int numq, uint32 flags, bcm_gport_t *gport);
 int bcm_cosq_gport_delete(int unit, bcm_gport_t gport);

@@ -49,7 +49,7 @@ int bcm_failover_cleanup(int unit);
 void bcm_failover_element_t_init(bcm_failover_element_t *failover);
 void bcm_failover_ring_t_init(bcm_failover_ring_t *failover_ring);
 
-/* Objects, off at first. BCM_E_EXISTS and BCM_E_FULL; BCM_E_BUSY while a path names the object. */
+/* Objects, off at first. BCM_E_EXISTS and BCM_E_FULL. A path may name one that is no more. */
 int bcm_failover_create(int unit, uint32 flags, bcm_failover_t *failover_id);
 int bcm_failover_destroy(int unit, bcm_failover_t failover_id);
 

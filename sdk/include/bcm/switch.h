@@ -280,8 +280,7 @@ int bcm_switch_service_config_get(int unit, bcm_switch_service_config_t *config)
 int bcm_switch_service_config_delete(int unit, bcm_switch_service_t service);
 
 /*
- * Profiles. Values without a mapping stay; set replaces all mappings. list tells how many objects use each;
- * BCM_E_BUSY: the profile is in use.
+ * Profiles. Values without a mapping stay; set replaces all mappings. list tells how many objects use each.
  */
 int bcm_switch_profile_create(int unit, uint32 flags, bcm_switch_profile_t type, int *profile_id);
 int bcm_switch_profile_destroy(int unit, bcm_switch_profile_t type, int profile_id);
@@ -292,15 +291,15 @@ int bcm_switch_profile_mapping_set(int unit, bcm_switch_profile_t type, int prof
 int bcm_switch_profile_mapping_get(int unit, bcm_switch_profile_t type, int profile_id, int max,
                                    bcm_switch_profile_mapping_t *mapping_arr, int *count);
 
-/* TPIDs of the device; options has to be 0. BCM_E_EXISTS, BCM_E_FULL; BCM_E_BUSY: ports use it. */
+/* TPIDs of the device; options has to be 0. BCM_E_EXISTS, BCM_E_FULL. Those of ports are their own. */
 int bcm_switch_tpid_add(int unit, uint32 options, bcm_switch_tpid_info_t *tpid_info);
 int bcm_switch_tpid_delete(int unit, bcm_switch_tpid_info_t *tpid_info);
 int bcm_switch_tpid_delete_all(int unit);
 int bcm_switch_tpid_get_all(int unit, int size, bcm_switch_tpid_info_t *tpid_arr, int *count);
 
 /*
- * Properties of logical interfaces; flags has to be 0. BCM_E_CONFIG: their bits overlap. get takes property
- * from *config.
+ * Properties of logical interfaces, whose bits may overlap; flags has to be 0. get takes property from
+ * *config.
  */
 int bcm_switch_lif_property_config_set(int unit, uint32 flags, bcm_switch_lif_property_config_t *config);
 int bcm_switch_lif_property_config_get(int unit, uint32 flags, bcm_switch_lif_property_config_t *config);
