@@ -29,7 +29,7 @@ class RefusalTest(SwitchTest):
 
 
 class Full(RefusalTest):
-    def fill(self, room, name, arguments, status='BCM_E_FULL'):
+    def fill(self, status, room, name, arguments):
         """`arguments`: what makes those of the call by its number."""
         for number in range(room):
             checked(getattr(q, 'bcm_' + name), 0, *arguments(number))
@@ -38,7 +38,7 @@ class Full(RefusalTest):
     def test_groups_of_ways(self):
         hops = array('bcm_if_t', [self.hop()])
         member, empty = q.bcm_l3_ecmp_member_t(egress_if=hops[0]), q.bcm_l3_egress_ecmp_t
-        self.fill(4096, 'l3_egress_multipath_max_create', lambda _: (0, 4, 1, hops, OUT))
+        self.fill('BCM_E_FULL', 4096, 'l3_egress_multipath_max_create', lambda _: (0, 4, 1, hops, OUT))
         self.refused('BCM_E_FULL', ('l3_egress_ecmp_create', empty(), 1, hops), ('l3_ecmp_create', 0, empty(), 1, member))
 
     def test_members_of_one(self):
@@ -51,13 +51,14 @@ class Full(RefusalTest):
     def test_virtual_routers(self):
         for vlan in range(2, 11):
             checked(q.bcm_vlan_create, 0, vlan)
-        self.fill(2048, 'l3_vrrp_add', lambda number: (2 + number // 255, 1 + number % 255))
+        self.fill('BCM_E_FULL', 2048, 'l3_vrrp_add', lambda number: (2 + number // 255, 1 + number % 255))
 
     def test_what_is_kept_by_number(self):
-        self.fill(4096, 'policer_create', lambda _: (q.bcm_policer_config_t(), OUT))
-        self.fill(4096, 'vswitch_create', lambda _: (OUT,))
-        self.fill(256, 'l3_ip6_prefix_map_add', lambda number: (array('uint8', divmod(number, 256) + (1,) * 14),))
-        self.fill(16, 'switch_tpid_add', lambda number: (0, q.bcm_switch_tpid_info_t(tpid_value=0x9000 + number)))
+        self.fill('BCM_E_FULL', 4096, 'policer_create', lambda _: (q.bcm_policer_config_t(), OUT))
+        self.fill('BCM_E_FULL', 4096, 'vswitch_create', lambda _: (OUT,))
+        self.fill('BCM_E_FULL', 256, 'l3_ip6_prefix_map_add', lambda number: (array('uint8', divmod(number, 256) + (1,) * 14),))
+        self.fill('BCM_E_FULL', 16, 'switch_tpid_add',
+                  lambda number: (0, q.bcm_switch_tpid_info_t(tpid_value=0x9000 + number)))
 
     def test_mirrors_of_a_vlan(self):
         destinations = [q.bcm_mirror_destination_t(gport=5 + number) for number in range(9)]
@@ -66,12 +67,12 @@ class Full(RefusalTest):
 
         def add(number):
             return 1, 1, q.BCM_MIRROR_PORT_INGRESS, destinations[number].mirror_dest_id, q.bcm_mirror_options_t()
-        self.fill(8, 'mirror_port_vlan_destination_add', add)
+        self.fill('BCM_E_FULL', 8, 'mirror_port_vlan_destination_add', add)
         self.refused('BCM_E_EXISTS', ('mirror_port_vlan_destination_add',) + add(7))
 
     def test_what_fields_look_at(self):
-        self.fill(64, 'field_range_group_create', lambda _: (OUT, q.BCM_FIELD_RANGE_SRCPORT, 1, 2, 0), 'BCM_E_RESOURCE')
-        self.fill(8, 'field_data_qualifier_create', lambda number: (q.bcm_field_data_qualifier_t(length=2),), 'BCM_E_RESOURCE')
+        self.fill('BCM_E_RESOURCE', 64, 'field_range_group_create', lambda _: (OUT, q.BCM_FIELD_RANGE_SRCPORT, 1, 2, 0))
+        self.fill('BCM_E_RESOURCE', 8, 'field_data_qualifier_create', lambda number: (q.bcm_field_data_qualifier_t(length=2),))
 
 
 class InUse(RefusalTest):
@@ -136,7 +137,8 @@ class NoSuch(RefusalTest):
         interface = q.bcm_l3_intf_t(l3a_vid=1)
         checked(q.bcm_l3_intf_create, 0, interface)
         way = dict(l3a_intf=interface.l3a_intf_id, l3a_flags=q.BCM_L3_TGID, l3a_nexthop_mac='02:00:00:00:00:01')
-        self.refused('BCM_E_BADID',
+        hop = q.bcm_l3_egress_t(intf=interface.l3a_intf_id, flags=q.BCM_L3_TGID, trunk=100000, mac_addr='02:00:00:00:00:01')
+        self.refused('BCM_E_BADID', ('l3_egress_create', 0, hop, OUT),
                      ('l3_host_add', q.bcm_l3_host_t(l3a_ip_addr=1, l3a_port_tgid=100000, **way)),
                      ('l3_route_add', q.bcm_l3_route_t(l3a_subnet=0x0a000000, l3a_ip_mask=0xff000000,
                                                        l3a_port_tgid=100000, **way)))
