@@ -198,6 +198,17 @@ class FieldActionTest(sim.TestCase):
                 if hasattr(q, 'bcmFieldAction' + name):
                     self.check((name,) + action[1:], lower, changed, stage, [color])
 
+    def route_to_b(self):
+        """All routed packets go to it: the address of the router."""
+        mac = router.router_mac(VLAN)
+        interface = q.bcm_l3_intf_t(l3a_mac_addr=mac, l3a_vid=VLAN)
+        checked(q.bcm_l3_intf_create, 0, interface)
+        egress = q.bcm_l3_egress_t(mac_addr=B, port=2, intf=interface.l3a_intf_id)
+        way = checked(q.bcm_l3_egress_create, 0, 0, egress, OUT)
+        for kind in (IP4, IP6):
+            checked(q.bcm_l3_route_add, 0, router.RouterTest.route_record(0, kind, 0, 0, way))
+        return mac
+
 
 class Actions(FieldActionTest):
     def test_when_it_is_known_where_packets_go(self):
@@ -375,13 +386,7 @@ class Headers(FieldActionTest):
         self.check_headers([(packet, dict(packet, routed=False)) for packet in came])
 
     def test_of_routed_packets(self):
-        mac = router.router_mac(VLAN)
-        interface = q.bcm_l3_intf_t(l3a_mac_addr=mac, l3a_vid=VLAN)
-        checked(q.bcm_l3_intf_create, 0, interface)
-        egress = q.bcm_l3_egress_t(mac_addr=B, port=2, intf=interface.l3a_intf_id)
-        way = checked(q.bcm_l3_egress_create, 0, 0, egress, OUT)
-        for kind in (IP4, IP6):
-            checked(q.bcm_l3_route_add, 0, router.RouterTest.route_record(0, kind, 0, 0, way))
+        mac = self.route_to_b()
         came = [dict(to=mac, kind=kind, service=0x6a) for kind in (4, 6)]
         self.check_headers([(packet, dict(packet, to=B, source=mac, ttl=63, routed=True,
                                           tags=((0x8100, VLAN, 0),))) for packet in came])

@@ -5,9 +5,7 @@ import struct
 import unittest
 
 import QuorelApiNew as q
-import router
 from quorel import array, checked, OUT, sim
-from router_model import IP4, IP6
 from test_field_actions import A, B, VLAN, FieldActionTest
 
 TCP, UDP = 6, 17
@@ -82,13 +80,7 @@ class Flows(FieldActionTest):
         self.check({}, {})
 
     def test_of_routed_packets(self):
-        mac = router.router_mac(VLAN)
-        interface = q.bcm_l3_intf_t(l3a_mac_addr=mac, l3a_vid=VLAN)
-        checked(q.bcm_l3_intf_create, 0, interface)
-        egress = q.bcm_l3_egress_t(mac_addr=B, port=2, intf=interface.l3a_intf_id)
-        way = checked(q.bcm_l3_egress_create, 0, 0, egress, OUT)
-        for kind in (IP4, IP6):
-            checked(q.bcm_l3_route_add, 0, router.RouterTest.route_record(0, kind, 0, 0, way))
+        mac = self.route_to_b()
         self.check(dict(macs=(mac, A)), dict(macs=(B, mac), ttl=63))
 
     def test_any_checksum(self):

@@ -286,4 +286,7 @@ void read_channel(FieldRest rest, bool is_labelled, FieldKey &key);
 void read_maintenance(FieldKey &key);
 void recognise(FieldKey &key);
 
+/// What protocols the packet is of: a bit for each bcmFieldAppType*. Those of LLC and BFD need the further headers.
+FieldWord protocols_of(const FieldKey &key);
+
 }  // namespace sim

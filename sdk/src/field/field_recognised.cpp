@@ -13,7 +13,7 @@ namespace {
 namespace at = field_places;
 using Header = FieldHeader;
 
-constexpr unsigned type_arp = 0x0806, type_slow = 0x8809, type_oam = 0x8902;
+constexpr unsigned type_arp = 0x0806, type_oam = 0x8902;
 constexpr FieldWord to_all_bridges = 0x0180c2000000, link_of_bridges = 0x424203, link_of_systems = 0xfefe03;
 constexpr FieldPlace icmp_type{at::type_code.word, at::type_code.shift + 8, 8};
 
@@ -40,8 +40,8 @@ constexpr FieldPlace nothing{0, 0, 0};
 constexpr Sign protocols[] = {
     {bcmFieldAppTypeArp, bit_of(Header::ether_type), at::ether_type, type_arp},
     {bcmFieldAppTypeRarp, bit_of(Header::ether_type), at::ether_type, 0x8035},
-    {bcmFieldAppTypeLldp, bit_of(Header::ether_type), at::ether_type, 0x88cc},
-    {bcmFieldAppTypeEapol, bit_of(Header::ether_type), at::ether_type, 0x888e},
+    {bcmFieldAppTypeLldp, bit_of(Header::ether_type), at::ether_type, type_lldp},
+    {bcmFieldAppTypeEapol, bit_of(Header::ether_type), at::ether_type, type_eapol},
     {bcmFieldAppTypeSlowProtocol, bit_of(Header::ether_type), at::ether_type, type_slow},
     {bcmFieldAppTypeCfm, bit_of(Header::ether_type), at::ether_type, type_oam},
     {bcmFieldAppTypeMvrp, bit_of(Header::ether_type), at::ether_type, 0x88f5},
@@ -124,6 +124,8 @@ bool holds(const Sign &sign, const FieldKey &key)
     return (key.headers & sign.headers) == sign.headers && (key.get(sign.place) & asked) == sign.number;
 }
 
+}  // namespace
+
 FieldWord protocols_of(const FieldKey &key)
 {
     FieldWord found = 0;
@@ -142,8 +144,6 @@ FieldWord protocols_of(const FieldKey &key)
     add(bcmFieldAppTypeEthernetAps, type == type_oam && (first & 0xff) == 39);
     return found;
 }
-
-}  // namespace
 
 void recognise(FieldKey &key)
 {

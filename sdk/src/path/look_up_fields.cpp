@@ -3,7 +3,11 @@
 #include "field.h"
 #include "ip_header.h"
 
+#include <bcm/field_values.h>
+
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
 
 namespace sim {
 
@@ -229,32 +233,11 @@ unsigned icmp6_type(const FieldKey &key)
                : 0;
 }
 
-bool is_mld(const FieldKey &key)
-{
-    constexpr unsigned first = 130, last = 132, report = 143;
-    const unsigned type = icmp6_type(key);
-    return (type >= first && type <= last) || type == report;
-}
-
 bool is_neighbor_discovery(const FieldKey &key)
 {
     constexpr unsigned first = 133, last = 137;
     const unsigned type = icmp6_type(key);
     return type >= first && type <= last;
-}
-
-bool is_arp(const FieldKey &key)
-{
-    constexpr unsigned type = 0x0806;
-    return key.is(FieldHeader::arp) && key.get(at::ether_type) == type;
-}
-
-bool is_time_protocol(const FieldKey &key)
-{
-    constexpr unsigned type = 0x88f7, event_port = 319, general_port = 320;
-    const FieldWord to = key.get(at::destination_l4_port);
-    return key.get(at::ether_type) == type
-           || (key.is(FieldHeader::udp) && (to == event_port || to == general_port));
 }
 
 /// Whether it goes to the members of its VLAN since nothing else is known.
@@ -273,12 +256,17 @@ bool is_flooded(const Passage &passage, const FieldKey &key)
     using C = FieldCondition;
     FieldConditions found = 0;
     const auto put = [&](C condition, bool holds) { found |= holds ? one_of(condition) : 0; };
-    put(C::arp, is_arp(key));
-    put(C::dhcp, key.get(at::dhcp) != 0);
-    put(C::igmp, key.is(FieldHeader::igmp));
-    put(C::mld, is_mld(key));
+    const FieldWord protocols = protocols_of(key);
+    const auto is = [protocols](std::initializer_list<int> types) {
+        return std::any_of(types.begin(), types.end(),
+                           [protocols](int type) { return (protocols >> type & 1) != 0; });
+    };
+    put(C::arp, is({bcmFieldAppTypeArp}));
+    put(C::dhcp, is({bcmFieldAppTypeDhcp4, bcmFieldAppTypeDhcp6}));
+    put(C::igmp, is({bcmFieldAppTypeIgmp}));
+    put(C::mld, is({bcmFieldAppTypeMld}));
     put(C::neighbor_discovery, is_neighbor_discovery(key));
-    put(C::time, is_time_protocol(key));
+    put(C::time, is({bcmFieldAppTypePtp, bcmFieldAppTypePtpOverIp4, bcmFieldAppTypePtpOverIp6}));
     if (stage != FieldStage::ingress) {
         return found;
     }
